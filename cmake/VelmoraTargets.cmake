@@ -1,0 +1,42 @@
+# How everything of ours is compiled, and the layers of the library.
+
+add_library(velmora_options INTERFACE)
+target_include_directories(velmora_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(velmora_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${VELMORA_WERROR}>:-Werror>
+  -fvisibility=hidden -fvisibility-inlines-hidden
+  # The same bits from every compiler and processor: no fused multiply-add behind our back.
+  -ffp-contract=off)
+if(VELMORA_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(WIN32)
+  target_compile_definitions(velmora_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
+  # A program of the suite gets one DLL, not the compiler's run time beside it.
+  target_link_options(velmora_options INTERFACE -static)
+endif()
+
+# velmora_layer(NAME [DEPS layer...] [SOURCES file...] [SYSTEM file...] [POSIX file...] [WIN32 file...])
+# SYSTEM names sources that exist under posix/ and win32/ both; POSIX and WIN32 what only one has.
+# The layers named in DEPS are those that this layer's files may include.
+function(velmora_layer name)
+  cmake_parse_arguments(LAYER "" "" "DEPS;SOURCES;SYSTEM;POSIX;WIN32" ${ARGN})
+  if(WIN32)
+    set(system win32)
+    set(only ${LAYER_WIN32})
+  else()
+    set(system posix)
+    set(only ${LAYER_POSIX})
+  endif()
+  set(files)
+  foreach(source IN LISTS LAYER_SOURCES)
+    list(APPEND files "${CMAKE_CURRENT_SOURCE_DIR}/${name}/${source}")
+  endforeach()
+  foreach(source IN LISTS LAYER_SYSTEM only)
+    list(APPEND files "${CMAKE_CURRENT_SOURCE_DIR}/${name}/${system}/${source}")
+  endforeach()
+  target_sources(velmora PRIVATE ${files})
+  list(JOIN LAYER_DEPS "," deps)
+  set_property(GLOBAL APPEND PROPERTY VELMORA_LAYERS "${name}=${deps}")
+endfunction()

@@ -1,0 +1,18 @@
+// Marks what the shared library shows to its clients.
+#ifndef VELMORA_EXPORT_H_
+#define VELMORA_EXPORT_H_
+
+#if defined(_WIN32)
+#if defined(VELMORA_BUILDING)
+#define VELMORA_API __declspec(dllexport)
+#else
+#define VELMORA_API __declspec(dllimport)
+#endif
+// Templates are instantiated where they are used, in the library and in its clients alike.
+#define VELMORA_TEMPLATE_API
+#else
+#define VELMORA_API __attribute__((visibility("default")))
+#define VELMORA_TEMPLATE_API __attribute__((visibility("default")))
+#endif
+
+#endif  // VELMORA_EXPORT_H_

@@ -1,0 +1,124 @@
+#include "velmora/text/numbers.h"
+
+#include <array>
+#include <charconv>
+#include <type_traits>
+
+#include "velmora/text/letters.h"
+
+namespace velmora {
+namespace {
+
+// How many characters at the start of `text` form a number, sign included; 0 when none do.
+size_t NumberLength(std::wstring_view text, bool integer) {
+  size_t at = 0;
+  const auto digits = [&] {
+    const size_t from = at;
+    while (at < text.size() && IsDigit(text[at])) ++at;
+    return at - from;
+  };
+  if (at < text.size() && (text[at] == L'+' || text[at] == L'-')) ++at;
+  size_t mantissa = digits();
+  if (!integer && at < text.size() && text[at] == L'.') {
+    ++at;
+    mantissa += digits();
+  }
+  if (mantissa == 0) return 0;
+  if (integer || at >= text.size() || (text[at] != L'e' && text[at] != L'E')) return at;
+  const size_t without_exponent = at++;
+  if (at < text.size() && (text[at] == L'+' || text[at] == L'-')) ++at;
+  return digits() > 0 ? at : without_exponent;
+}
+
+// from_chars says "out of range" both for the very large and for the very small. The decimal
+// exponent of the first non-zero digit tells them apart.
+bool IsTooSmall(std::string_view number) {
+  long exponent = 0;
+  const size_t e = number.find_first_of("eE");
+  if (e != std::string_view::npos) {
+    size_t from = e + 1;
+    if (number[from] == '+') ++from;
+    const auto read = std::from_chars(number.data() + from, number.data() + number.size(), exponent);
+    if (read.ec == std::errc::result_out_of_range) return number[from] == '-';
+  }
+  const std::string_view mantissa = number.substr(0, e);
+  const size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const size_t first = mantissa.find_first_of("123456789");
+  if (first == std::string_view::npos) return true;
+  const long lead = first < point ? static_cast<long>(point - first) - 1 : -static_cast<long>(first - point);
+  return lead + exponent < 0;
+}
+
+template <class Number>
+bool Convert(std::string_view digits, Number* value) {
+  if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
+  Number result{};
+  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), result);
+  if (read.ec == std::errc::result_out_of_range && std::is_floating_point_v<Number> && IsTooSmall(digits)) {
+    *value = digits.front() == '-' ? -Number{} : Number{};
+    return true;
+  }
+  if (read.ec != std::errc()) return false;
+  *value = result;
+  return true;
+}
+
+}  // namespace
+
+template <class Number>
+bool NumberScanner::NextNumber(Number* value, bool integer) {
+  std::wstring_view text = rest_;
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  const size_t length = NumberLength(text, integer);
+  if (length == 0) return false;
+  std::array<char, 64> small;
+  std::string large;
+  char* digits = small.data();
+  if (length > small.size()) {
+    large.resize(length);
+    digits = large.data();
+  }
+  for (size_t i = 0; i < length; ++i) digits[i] = static_cast<char>(text[i]);
+  if (!Convert(std::string_view(digits, length), value)) return false;
+  rest_ = text.substr(length);
+  return true;
+}
+
+bool NumberScanner::Next(double* value) { return NextNumber(value, false); }
+bool NumberScanner::Next(float* value) { return NextNumber(value, false); }
+bool NumberScanner::Next(int* value) { return NextNumber(value, true); }
+
+size_t ScanNumbers(std::wstring_view text, std::span<double> values) {
+  NumberScanner scanner(text);
+  size_t read = 0;
+  while (read < values.size() && scanner.Next(&values[read])) ++read;
+  return read;
+}
+
+std::optional<double> ParseNumber(std::wstring_view text) {
+  double value = 0;
+  if (!NumberScanner(text).Next(&value)) return std::nullopt;
+  return value;
+}
+
+std::optional<double> ParseWholeNumber(std::wstring_view text) {
+  NumberScanner scanner(text);
+  double value = 0;
+  if (!scanner.Next(&value) || !TrimBlanks(scanner.Rest()).empty()) return std::nullopt;
+  return value;
+}
+
+std::string FormatFixed(double value, int decimals) {
+  std::array<char, 512> buffer;  // the largest double has 309 digits before its point
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
+                                 std::min(decimals, 120));
+  return std::string(buffer.data(), end.ptr);
+}
+
+std::string FormatShortest(double value) {
+  std::array<char, 64> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return std::string(buffer.data(), end.ptr);
+}
+
+}  // namespace velmora
