@@ -1,0 +1,107 @@
+#include "velmora/alignment/alignment_format.h"
+
+#include <array>
+#include <cmath>
+
+#include "velmora/common/format_buffer.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora {
+namespace {
+
+constexpr double kSameStation = 0.1;  // m: in a profile the second number repeats in the fourth
+
+CString NameIn(std::wstring_view line) {
+  const size_t dollar = line.find(L'$');
+  if (dollar == std::wstring_view::npos) return CString();
+  const std::wstring_view rest = line.substr(dollar + 1);
+  return CString(rest.substr(0, rest.find(L'$')).substr(0, kLongestName));
+}
+
+bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
+
+int TypeFromStations(std::wstring_view first, std::wstring_view second) {
+  const std::optional<kovltype> a = ParsePoint(first);
+  if (!a || !(std::fabs(a->y - a->sek) <= kSameStation)) return kPlanType;
+  const std::optional<kovltype> b = ParsePoint(second);
+  return b && std::fabs(b->y - b->sek) < kSameStation ? kProfileType : kPlanType;
+}
+
+}  // namespace
+
+FirstLine ParseFirstLine(std::wstring_view line) {
+  FirstLine parsed{std::nullopt, NameIn(line)};
+  NumberScanner scanner(line);
+  double ignored = 0;
+  int type = 0;
+  if (scanner.Next(&ignored) && scanner.Next(&ignored) && scanner.Next(&ignored) && scanner.Next(&ignored) &&
+      scanner.Next(&type))
+    parsed.type = type;
+  return parsed;
+}
+
+std::optional<kovltype> ParsePoint(std::wstring_view line) {
+  std::array<double, 4> n;
+  if (ScanNumbers(line, n) < n.size()) return std::nullopt;
+  return kovltype{n[0], n[1], n[2], n[3]};
+}
+
+std::optional<kovltype> ParseProfilePoint(std::wstring_view line) {
+  std::array<double, 3> n;
+  if (ScanNumbers(line, n) < n.size()) return std::nullopt;
+  return kovltype{n[0], n[1], n[2], n[1]};
+}
+
+CString FormatFirstLine(const kovltype& point, int type, const wchar_t* name) {
+  CString line;
+  line.Format(L"%.4lf %.4lf %.4lf %.4lf %d $%s\n", point.x, point.y, point.bulge, point.sek, type, name);
+  return line;
+}
+
+CString FormatPoint(const kovltype& point) {
+  CString line;
+  line.Format(L"%.4lf %.4lf %.4lf %.4lf\n", point.x, point.y, point.bulge, point.sek);
+  return line;
+}
+
+CString FormatProfilePoint(const kovltype& point) {
+  CString line;
+  line.Format(L"%.4lf %.4lf %.4lf\n", point.x, point.y, point.bulge);
+  return line;
+}
+
+CString CannotOpenAlignment(const wchar_t* file) {
+  return FormatForUser(L"Kan ej öppna väglinje : %s", file);
+}
+
+CString UnreadableLine(const CString& line) {
+  const int end = line.Find(L'\n');
+  return FormatForUser(L"Fel rad : %s", end < 0 ? line : line.Left(end));
+}
+
+CombinedLines::CombinedLines(std::wstring_view first, std::wstring_view second) {
+  const FirstLine parsed = ParseFirstLine(first);
+  name_ = parsed.name;
+  if (parsed.type == kProfileType || parsed.type == kPlanType)
+    type_ = *parsed.type;
+  else
+    type_ = TypeFromStations(first, second);
+}
+
+LineKind CombinedLines::Next(std::wstring_view line, kovltype* point) {
+  if (to_skip_ > 0) {
+    --to_skip_;
+    return LineKind::kSeparator;
+  }
+  if (BeginsWithStar(line)) {
+    if (!in_profile_) to_skip_ = 2;
+    in_profile_ = true;
+    return LineKind::kSeparator;
+  }
+  const std::optional<kovltype> read = in_profile_ ? ParseProfilePoint(line) : ParsePoint(line);
+  if (!read) return LineKind::kUnreadable;
+  *point = *read;
+  return !in_profile_ && type_ == kPlanType ? LineKind::kPlanPoint : LineKind::kProfilePoint;
+}
+
+}  // namespace velmora

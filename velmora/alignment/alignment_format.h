@@ -1,0 +1,76 @@
+// The lines of alignment files, to records and back. No files, no state beyond CombinedLines' section.
+//
+// Single alignment file
+//   first line := x y bulge sek [type] ['$' name ['$' anything]]
+//   line       := x y bulge sek
+// Combined file: the same, then optionally
+//   '*' anything, a heading ("Profil"), '*', and
+//   line       := level station bulge
+// Numbers are separated by blanks; what stands behind the last one is not looked at.
+#ifndef VELMORA_ALIGNMENT_ALIGNMENT_FORMAT_H_
+#define VELMORA_ALIGNMENT_ALIGNMENT_FORMAT_H_
+
+#include <optional>
+#include <string_view>
+
+#include "velmora/alignment/alignment_point.h"
+#include "velmora/export.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+inline constexpr int kPlanType = 1;
+inline constexpr int kProfileType = 10;
+inline constexpr int kLongestName = 255;
+
+struct FirstLine {
+  std::optional<int> type;  // only with all four numbers before it
+  CString name;             // empty without "$"
+};
+VELMORA_API FirstLine ParseFirstLine(std::wstring_view line);
+
+// Nothing when the line does not start with four numbers.
+VELMORA_API std::optional<kovltype> ParsePoint(std::wstring_view line);
+// Level, station and bulge; `sek` is the station.
+VELMORA_API std::optional<kovltype> ParseProfilePoint(std::wstring_view line);
+
+VELMORA_API CString FormatFirstLine(const kovltype& point, int type, const wchar_t* name);
+VELMORA_API CString FormatPoint(const kovltype& point);
+VELMORA_API CString FormatProfilePoint(const kovltype& point);
+
+// "Kan ej öppna väglinje : %s"
+CString CannotOpenAlignment(const wchar_t* file);
+// "Fel rad : %s", the line cut at its first line feed
+CString UnreadableLine(const CString& line);
+
+// What a line of a combined file turned out to be.
+enum class LineKind {
+  kPlanPoint,
+  kProfilePoint,
+  kSeparator,  // a line beginning with "*", and the two that follow the first such line
+  kUnreadable,
+};
+
+// Tells the lines of a combined file apart, one after the other from the first.
+class VELMORA_API CombinedLines {
+ public:
+  // Decides from a file's first line, and its second where the first does not settle it, which of the
+  // two alignments the four-number lines are. The lines are still to be passed to Next.
+  CombinedLines(std::wstring_view first, std::wstring_view second);
+
+  // *point is filled for a point.
+  LineKind Next(std::wstring_view line, kovltype* point);
+
+  // The name on the first line.
+  const CString& Name() const { return name_; }
+
+ private:
+  CString name_;
+  int type_ = kPlanType;
+  bool in_profile_ = false;
+  int to_skip_ = 0;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_ALIGNMENT_FORMAT_H_

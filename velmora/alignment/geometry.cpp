@@ -1,0 +1,148 @@
+#include "velmora/alignment/geometry.h"
+
+#include <cmath>
+
+namespace velmora {
+namespace {
+
+constexpr double kShortestSquared = 0.0001;  // m²: a straight of 1 cm
+constexpr double kFootBefore = -0.0001;      // of the length
+constexpr double kFootBeyond = 1.0001;
+
+double FullTurn(double angle) { return angle < 0 ? angle + kTwoPi : angle; }
+
+// tan(φ/2) of an angle φ in [0, π/2) with tan φ = k. On the axis itself it is 0.
+double HalfTangent(double k) { return k == 0 ? 0.0 : (std::sqrt(k * k + 1) - 1) / k; }
+
+PlanePoint PointOnStraight(const kovltype& a, const kovltype& b, double station, double offset) {
+  const double f = (station - a.sek) / (b.sek - a.sek);
+  const double x0 = a.x + f * (b.x - a.x);
+  const double y0 = a.y + f * (b.y - a.y);
+  const double across = std::atan2(a.x - b.x, b.y - a.y) - kHalfPi;
+  return {y0 - std::cos(across) * offset, x0 + std::sin(across) * offset};
+}
+
+// Callers rely on the arc running the shorter way between its end angles, whatever its bulge's sign.
+PlanePoint PointOnArc(const kovltype& a, const kovltype& b, double station, double offset) {
+  const Arc arc = ArcFromBulge(InPlane(a), InPlane(b), a.bulge);
+  double start = FullTurn(std::atan2(a.x - arc.centre.v, a.y - arc.centre.h));
+  double end = FullTurn(std::atan2(b.x - arc.centre.v, b.y - arc.centre.h));
+  bool clockwise = start > end;
+  if (!(std::fabs(end - start) < kPi)) {
+    (clockwise ? start : end) -= kTwoPi;
+    clockwise = !clockwise;
+  }
+  const double radius = clockwise ? arc.radius - offset : arc.radius + offset;
+  const double angle = start + (station - a.sek) * (end - start) / (b.sek - a.sek);
+  return {arc.centre.h + std::cos(angle) * radius, arc.centre.v + std::sin(angle) * radius};
+}
+
+}  // namespace
+
+double Distance(PlanePoint a, PlanePoint b) {
+  const double dh = b.h - a.h;
+  const double dv = b.v - a.v;
+  return std::sqrt(dh * dh + dv * dv);
+}
+
+Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge) {
+  const double c = Distance(a, b);
+  const double s = bulge < 0 ? -1.0 : 1.0;
+  const double t = std::fabs(bulge * c * 0.5);
+  const double radius = (c * c * 0.25 + t * t) / (t + t);
+  return {radius,
+          {(a.h + b.h) * 0.5 - s * (radius - t) * (b.v - a.v) / c,
+           (a.v + b.v) * 0.5 + s * (radius - t) * (b.h - a.h) / c}};
+}
+
+std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius) {
+  const double c = Distance(a, b);
+  const double q = radius * radius - c * c * 0.25;
+  if (!(q >= 0 && c > 0)) return std::nullopt;
+  const double root = std::sqrt(q);
+  return 2 * (radius > 0 ? radius - root : radius + root) * -1 / c;
+}
+
+Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p) {
+  const double dx = b.h - a.h;
+  const double dy = b.v - a.v;
+  const double squared = dx * dx + dy * dy;
+  if (squared < kShortestSquared) return {FootPlace::kDegenerate, 0, 0};
+  const double u = ((p.v - a.v) * dy + (p.h - a.h) * dx) / squared;
+  const double cross = dy * (p.h - a.h) - dx * (p.v - a.v);
+  const double length = std::sqrt(squared);
+  const double distance = std::fabs(cross) / length;
+  return {u < kFootBefore || u > kFootBeyond ? FootPlace::kOutside : FootPlace::kInside, length * u,
+          cross < 0 ? -distance : distance};
+}
+
+// Callers rely on the quarter-turn jump: within 1e-5 m of the axis at a quadrant's far end a direction
+// counts as the quadrant's beginning.
+Direction DirectionFromCentre(double dh, double dv) {
+  if (dh >= 0 && dv >= 0) {
+    if (!(dh > kQuadrantTolerance)) return {0, 0};
+    const double q = HalfTangent(dv / dh);
+    return {q, 2 * std::atan(q)};
+  }
+  if (dh < 0 && dv >= 0) {
+    if (!(dv > kQuadrantTolerance)) return {1, kHalfPi};
+    const double q = HalfTangent(-dh / dv) + 1;
+    return {q, 2 * std::atan(q - 1) + kHalfPi};
+  }
+  if (dh <= 0 && dv < 0) {
+    if (!(dh < -kQuadrantTolerance)) return {2, kPi};
+    const double q = HalfTangent(dv / dh) + 2;
+    return {q, 2 * std::atan(q - 2) + kPi};
+  }
+  if (!(dv < -kQuadrantTolerance)) return {3, kThreeHalfPi};
+  const double q = HalfTangent(-dh / dv) + 3;
+  return {q, 2 * std::atan(q - 3) + kPi + kHalfPi};
+}
+
+Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p) {
+  const Arc arc = ArcFromBulge(a, b, bulge);
+  const auto direction = [&](PlanePoint point) {
+    return DirectionFromCentre(point.h - arc.centre.h, point.v - arc.centre.v);
+  };
+  Direction to_p = direction(p);
+  Direction to_a = direction(a);
+  const Direction to_b = direction(b);
+
+  const bool counter_clockwise = bulge > 0;
+  const double first = counter_clockwise ? to_a.rank : to_b.rank;
+  const double last = counter_clockwise ? to_b.rank : to_a.rank;
+  const bool inside = first > last ? to_p.rank >= first || to_p.rank <= last  // over the +h axis
+                                   : first <= to_p.rank && to_p.rank <= last;
+  if (!inside) return {FootPlace::kOutside, 0, 0};
+
+  if (counter_clockwise && to_a.angle > to_p.angle) to_a.angle -= kTwoPi;
+  if (bulge < 0 && to_p.angle > to_a.angle) to_p.angle -= kTwoPi;
+  return {FootPlace::kInside, std::fabs((to_p.angle - to_a.angle) * arc.radius),
+          (Distance(p, arc.centre) - arc.radius) * (counter_clockwise ? 1 : -1)};
+}
+
+Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p) {
+  return IsStraight(a.bulge) ? FootOnStraight(InPlane(a), InPlane(b), p)
+                             : FootOnArc(InPlane(a), a.bulge, InPlane(b), p);
+}
+
+PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset) {
+  return IsStraight(a.bulge) ? PointOnStraight(a, b, station, offset) : PointOnArc(a, b, station, offset);
+}
+
+double ArcLength(PlanePoint from, PlanePoint to, double bulge) {
+  const double length = FootOnArc(from, bulge, to, to).along;
+  return std::isfinite(length) ? length : 0.0;
+}
+
+double LevelOnSegment(const kovltype& a, const kovltype& b, double station) {
+  if (IsStraight(a.bulge)) return a.x + (station - a.sek) * (b.x - a.x) / (b.sek - a.sek);
+  const PlanePoint from = InPlane(a);
+  const PlanePoint to = InPlane(b);
+  const Arc arc = Distance(from, to) > 0 ? ArcFromBulge(from, to, a.bulge) : Arc{0, from};
+  const double start = std::atan2(from.v - arc.centre.v, from.h - arc.centre.h);
+  const double end = std::atan2(to.v - arc.centre.v, to.h - arc.centre.h);
+  return arc.centre.v + arc.radius * std::sin(start + (end - start) * (station - a.sek) / (b.sek - a.sek));
+}
+
+}  // namespace velmora

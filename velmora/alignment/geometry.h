@@ -1,0 +1,95 @@
+// The geometry of alignments, on points alone: no list, no cursor, no state.
+//
+// Everything here works in the plane with h to the right (easting; in a profile the station) and v
+// upwards (northing; the level), angles in radians counter-clockwise from +h. The constants of π are
+// rounded, and so are the results that depend on them: field data of many years were computed with
+// these very values, and a more exact π would move them.
+#ifndef VELMORA_ALIGNMENT_GEOMETRY_H_
+#define VELMORA_ALIGNMENT_GEOMETRY_H_
+
+#include <cmath>
+#include <optional>
+
+#include "velmora/alignment/alignment_point.h"
+#include "velmora/export.h"
+
+namespace velmora {
+
+inline constexpr double kHalfPi = 1.570796326795;
+inline constexpr double kPi = 3.14159265359;
+inline constexpr double kTwoPi = 6.28318530718;
+inline constexpr double kThreeHalfPi = kPi + kHalfPi;
+inline constexpr double kStationTolerance = 0.0001;  // m
+inline constexpr double kStraightBulge = 1e-6;       // a bulge of at most this is a straight
+inline constexpr double kQuadrantTolerance = 1e-5;   // m from an axis through an arc's centre
+inline constexpr double kNoCoordinate = 999999.9;    // stands for a result that is none
+
+struct PlanePoint {
+  double h;
+  double v;
+};
+
+// A plan point in this plane.
+inline PlanePoint InPlane(const kovltype& point) { return {point.y, point.x}; }
+inline bool IsStraight(double bulge) { return std::fabs(bulge) <= kStraightBulge; }
+
+VELMORA_API double Distance(PlanePoint a, PlanePoint b);
+
+struct Arc {
+  double radius;
+  PlanePoint centre;
+};
+
+// The circle of the arc from `a` to `b`. With bulge = tan(θ/4) for the sweep θ and the chord c, the
+// sagitta is |bulge| c / 2 and the radius (c²/4 + sagitta²) / (2 sagitta). A positive bulge turns
+// counter-clockwise: the centre of an arc below a half circle lies to the left of a→b. Neither a bulge
+// of 0 nor a chord of 0 has a circle; the results are then no numbers.
+VELMORA_API Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge);
+
+// The bulge of the shorter arc of this radius from `a` to `b`; a positive radius turns clockwise and
+// gives a negative bulge. Nothing when the radius is smaller than half the chord or the chord is 0.
+VELMORA_API std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius);
+
+// Where the foot of a point lies along a segment.
+enum class FootPlace { kDegenerate = 0, kInside = 1, kOutside = 2 };
+struct Foot {
+  FootPlace place;
+  double along;   // m from the segment's start
+  double offset;  // m, positive to the right
+};
+
+// The foot of `p` on the straight a→b. Outside is beyond either end by more than a ten-thousandth of
+// the length; along and offset then hold for the straight prolonged. A segment shorter than 1 cm is
+// degenerate, without along and offset.
+VELMORA_API Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p);
+
+// The foot of `p` on the arc from `a` (with its bulge) to `b`: inside or outside the arc's angle.
+// Outside leaves along and offset 0.
+VELMORA_API Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p);
+
+// The foot on the segment that starts at `a`, straight or arc as its bulge says.
+VELMORA_API Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p);
+
+// A direction from an arc's centre in quadrant form: `rank` orders directions counter-clockwise from
+// east (quadrant number 0 to 3, plus the tangent of half the angle within it), `angle` is in radians.
+struct Direction {
+  double rank;
+  double angle;
+};
+VELMORA_API Direction DirectionFromCentre(double dh, double dv);
+
+// The point at station `station` and offset `offset` of the segment a→b. On a straight, position is
+// proportional to station, not to measured length. An arc runs the shorter way between its ends.
+VELMORA_API PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset);
+
+// The length by which station grows over the arc between two points, measured by its foot; 0 where
+// coincident points leave no arc.
+VELMORA_API double ArcLength(PlanePoint from, PlanePoint to, double bulge);
+
+// The level at a station within a profile's segment: `x` is the level, `y` the station in the plane and
+// `sek` the station by which the position is interpolated.
+VELMORA_API double LevelOnSegment(const kovltype& a, const kovltype& b, double station);
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_GEOMETRY_H_

@@ -1,0 +1,63 @@
+// The alignment of a project: a plan and its profile in one file, and the working area, which a small
+// file of the project keeps.
+//
+// Area file: sections separated by lines beginning with "*". The part behind the second such line is
+//   name of the alignment file, in the project's folder m_DbfKat
+//   lowest and highest station
+//   smallest and largest offset
+// What stands before belongs to other programs and is kept.
+#ifndef VELMORA_ALIGNMENT_VAG2_H_
+#define VELMORA_ALIGNMENT_VAG2_H_
+
+#include <functional>
+
+#include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/vaglinje.h"
+#include "velmora/export.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/project/proj_path.h"
+
+namespace velmora {
+
+class VELMORA_API CVag2 {
+ public:
+  CVaglinje plan;
+  CVaglinje profil;
+  wchar_t vlFil[256] = {};  // the alignment file, without folder
+  double omrSekMin = 0;     // working area, m, as in CVaglinje
+  double omrSekMax = 0;
+  double omrAvstMin = -30.0;
+  double omrAvstMax = 30.0;
+  wchar_t vlNamn[256] = {};  // the alignment's name
+
+  CVag2();
+  virtual ~CVag2() = default;
+
+  // Replaces both alignments by those of a combined file (alignment_format.h) and sets their own working
+  // areas. Unreadable lines are named in the status bar and skipped. Null only empties both.
+  // Returns 0; -1 after a message box, with both empty, when the file cannot be opened or read.
+  int Init(const wchar_t* file);
+  int Init(const CString& file) { return Init(file.GetString()); }
+
+  // Told each line of a file as it is read, numbered from 1.
+  using LineSink = std::function<void(int number, LineKind kind, const CString& line)>;
+  // The same from an open file, with every line to `sink` instead of the status bar. Returns 0; -1, with
+  // both empty, on a read error.
+  int Read(TextReader& reader, const LineSink& sink);
+
+  // Writes the combined file, or the profile alone with its type when there is no plan. Results and
+  // messages as CVaglinje::Uppdat.
+  int Uppdat(const wchar_t* file);
+  int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
+
+  // Reads the area file at m_VlPath and then the alignment it names. -1 when the file is missing, has
+  // not the three lines, or the alignment cannot be read.
+  int ReadOmr(CProjPath* project);
+  // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
+  // not. Returns 0; -1 with the old file as it was.
+  int SaveOmr(CProjPath* project);
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_VAG2_H_

@@ -1,0 +1,66 @@
+#include "velmora/alignment/area_format.h"
+#include "velmora/alignment/vag2.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+
+namespace velmora {
+namespace {
+
+constexpr size_t kReadPiece = 256;  // characters, the line end included
+constexpr size_t kCopyPiece = 141;
+constexpr wchar_t kTemporaryName[] = L"vl.tmp";
+
+// Copies the lines up to and including the second that begins with "*".
+bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
+  int stars = 0;
+  CString line;
+  while (stars < 2 && reader->ReadLine(&line)) {
+    line += L'\n';
+    InPieces(line.GetView(), kCopyPiece, [&](std::wstring_view piece) {
+      writer->Write(piece);
+      if (piece.front() == L'*') ++stars;
+      return stars < 2;
+    });
+  }
+  return !reader->Failed();
+}
+
+}  // namespace
+
+int CVag2::ReadOmr(CProjPath* project) {
+  TextReader reader;
+  if (!reader.Open(project->m_VlPath)) return -1;
+  WorkingArea area{vlFil, omrSekMin, omrSekMax, omrAvstMin, omrAvstMax};
+  AreaLines lines(&area);
+  CString line;
+  for (bool wanted = true; wanted && reader.ReadLine(&line);) {
+    line += L'\n';
+    wanted = InPieces(line.GetView(), kReadPiece, [&](std::wstring_view piece) { return lines.Next(piece); });
+  }
+  CopyToField(vlFil, area.file.GetView());
+  omrSekMin = area.station_min;
+  omrSekMax = area.station_max;
+  omrAvstMin = area.offset_min;
+  omrAvstMax = area.offset_max;
+  if (reader.Failed() || !lines.Complete() || vlFil[0] == L'\0') return -1;
+  return Init(JoinPath(project->m_DbfKat, vlFil)) < 0 ? -1 : 0;
+}
+
+int CVag2::SaveOmr(CProjPath* project) {
+  TextReader reader;
+  const bool exists = FileOrFolderExists(project->m_VlPath);
+  const bool open = exists && reader.Open(project->m_VlPath);
+  // An area file that is there and cannot be read would lose what other programs keep in it.
+  if (exists && !open) return -1;
+  TextWriter writer;
+  if (!writer.Begin(project->m_VlPath, JoinPath(project->m_DbfKat, kTemporaryName))) return -1;
+  if (!open)
+    writer.Write(L"*\n*\n");
+  else if (!CopyForeignPart(&reader, &writer))
+    return -1;
+  writer.Write(FormatArea({vlFil, omrSekMin, omrSekMax, omrAvstMin, omrAvstMax}).GetView());
+  reader = TextReader();  // the file it reads is about to be replaced
+  return writer.Commit() ? 0 : -1;
+}
+
+}  // namespace velmora

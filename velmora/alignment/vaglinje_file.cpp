@@ -1,0 +1,55 @@
+#include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/vaglinje.h"
+#include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/common/text_hooks.h"
+#include "velmora/platform/text_file.h"
+
+namespace velmora {
+
+int CVaglinje::Init(const wchar_t* file) {
+  Home();
+  while (antal > 0) Delete();
+  if (file == nullptr) return 0;
+
+  TextReader reader;
+  if (!reader.Open(file)) {
+    ShowMessage(CannotOpenAlignment(file));
+    return -1;
+  }
+  filnamn = NameOfPath(file);
+  CString line;
+  for (bool first = true; reader.ReadLine(&line); first = false) {
+    line = ConvertReadLine(line);
+    if (first) {
+      const FirstLine header = ParseFirstLine(line.GetView());
+      if (header.type) typ = *header.type;
+      CopyToField(namn, header.name.GetView());
+    }
+    if (const auto point = ParsePoint(line.GetView()))
+      Ny(1, &*point);
+    else
+      ShowStatus(UnreadableLine(line));
+  }
+  if (!reader.Failed()) return 0;
+  // Half an alignment must not pass for a whole one: it could be written back.
+  Home();
+  while (antal > 0) Delete();
+  ShowMessage(CannotOpenAlignment(file));
+  return -1;
+}
+
+int CVaglinje::Uppdat(const wchar_t* file) {
+  TextWriter writer;
+  bool good = writer.Begin(file);
+  if (good) {
+    for (int at = Home(); at == 0; at = (*this)++ == nullptr ? -1 : 0)
+      writer.Write((pos == 1 ? FormatFirstLine(*pael, typ, namn) : FormatPoint(*pael)).GetView());
+    good = writer.Commit();
+  }
+  if (good) return 0;
+  ShowMessage(CannotOpenAlignment(file));
+  return -1;
+}
+
+}  // namespace velmora

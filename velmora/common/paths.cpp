@@ -1,0 +1,39 @@
+#include "velmora/common/paths.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+void SplitPath(const CString& path, CString* folder, CString* name) {
+  CString rest = path;
+  rest.Trim().Trim(L'"');
+  const int cut = rest.ReverseFind(L'\\');
+  if (folder != nullptr) *folder = rest.Left(std::max(cut, 0));
+  if (name != nullptr) *name = rest.Mid(cut + 1);
+}
+
+CString ConvertSlashes(const CString& path, int mode) {
+  std::wstring text(path.GetView());
+  if (mode == 1)
+    std::replace(text.begin(), text.end(), L'\\', L'/');
+  else
+    std::replace(text.begin(), text.end(), L'/', L'\\');
+  return CString(text);
+}
+
+CString JoinPath(const CString& folder, const CString& name) {
+  CString path;
+  path.Format(L"%s%s%s", folder, L"\\", name);
+  return path;
+}
+
+CString NameOfPath(const CString& path) { return path.Mid(path.ReverseFind(L'\\') + 1); }
+
+CString SortUpper(const CString& text) {
+  std::wstring raised(text.GetView());
+  for (wchar_t& c : raised)
+    if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
+  return CString(raised);
+}
+
+}  // namespace velmora

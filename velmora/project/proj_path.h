@@ -1,0 +1,81 @@
+// The files and folders of a project. Their names are fixed for the class; an object holds the full
+// paths inside one project folder.
+#ifndef VELMORA_PROJECT_PROJ_PATH_H_
+#define VELMORA_PROJECT_PROJ_PATH_H_
+
+#include "velmora/export.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+class VELMORA_API CProjPath {
+ public:
+  // A client may point these at other names; each composition reads them when it runs.
+  static const wchar_t* TundrilDbsNamn;  // "TUNDRIL.DBS": sounding database of the main program
+  static const wchar_t* TundrilDbkNamn;  // "TUNDRIL.DBK": its companion
+  static const wchar_t* StenDbsNamn;  // "KARSK.DBS": database of the rock and stone program
+  static const wchar_t* StenDbkNamn;  // "KARSK.DBK": its companion
+  static const wchar_t* HarbelDbsNamn;  // "HARBEL.GDS": database of the constructions program
+  static const wchar_t* HarbelDbkNamn;  // "HARBEL.GDK": its companion
+  static const wchar_t* TerrDbsNamn;  // "MIRSEN.TDS": terrain database of the post-processing program
+  static const wchar_t* UtvDbsNamn;  // "TUNDRILUTV.DBS": evaluation database
+  static const wchar_t* UtvDbkNamn;  // "TUNDRILUTV.DBK": its companion
+  static const wchar_t* TundrilDbfKat;  // "TUNDRIL.DBF": folder
+  static const wchar_t* PostDbfKat;  // "MIRSEN.DBF": folder
+  static const wchar_t* StackKat;  // "STACK": folder
+  static const wchar_t* StabRitKat;  // "DUNVEL.RIT": drawing folder of the stability program
+  static const wchar_t* TundrilRitKat;  // "TUNDRIL.RIT": drawing folder
+  static const wchar_t* StenRitKat;  // "KARSK.RIT": drawing folder
+  static const wchar_t* StenDbfKat;  // "KARSK.DBF": folder
+  static const wchar_t* PostRitKat;  // "MIRSEN.RIT": drawing folder
+  static const wchar_t* HarbelRitKat;  // "HARBEL.RIT": drawing folder
+  static const wchar_t* HarbelDbfKat;  // "HARBEL.DBF": folder
+  static const wchar_t* Pictures;  // "Pictures": folder of pictures
+  static const wchar_t* TundrilZipNamn;  // "TUNDRIL.ZIP": project archive
+  static const wchar_t* TundrilAvpNamn;  // "TUNDRIL.AVP": in the folder TundrilDbfKat
+  static const wchar_t* TundrilVlNamn;  // "TUNDRIL.VL": area file, in the folder TundrilDbfKat
+  static const wchar_t* TundrilParNamn;  // "TUNDRIL.PAR": parameters of the main program
+  static const wchar_t* Jb23ParNamn;  // "JB23.PAR": parameters of JB2 and JB3 soundings
+  static const wchar_t* Kodfil;  // "KODFIL.DAT": object codes
+  static const wchar_t* Miljkod;  // "MILJKOD.DAT": environmental codes
+  static const wchar_t* Linkod;  // "LINKOD.PAR": line codes
+  static const wchar_t* Gvrref;  // "Gvrref.dat": reference data
+  static const wchar_t* TundrilCfgNamn;  // "TUNDRIL.CFG": configuration of the main program
+  static const wchar_t* RamvalNamn;  // "RAMVAL.DAT": data
+  static const wchar_t* StenVlNamn;  // "KARSK.VL": area file of the rock and stone program
+  static const wchar_t* StenParNamn;  // "KARSK.PAR": parameters of the rock and stone program
+
+  CProjPath() = default;
+  virtual ~CProjPath() = default;
+  CProjPath(const CProjPath&) = default;
+  CProjPath& operator=(const CProjPath&) = default;
+
+  // Sets every field from a project folder given without its trailing backslash. Nothing is tested or
+  // tidied: callers rely on a path that ends in "\\" giving doubled separators and an empty one giving
+  // paths that begin with "\\". Always 0.
+  int SetPath(const wchar_t* path);
+  int SetPath(const CString& path) { return SetPath(path.GetString()); }
+
+  CString m_ProjKat;        // the project folder as it was given
+  CString m_ZipPath;        // files and folders directly in it
+  CString m_DbsPath;
+  CString m_HarbelDbsPath;
+  CString m_TerrDbsPath;
+  CString m_StenDbsPath;
+  CString m_DbfKat;
+  CString m_RitKat;
+  CString m_StackKat;
+  CString m_PostDbfKat;
+  CString m_PostRitKat;
+  CString m_StabRitKat;
+  CString m_UtvDbsPath;
+  CString m_AvpPath;        // these two in m_DbfKat
+  CString m_VlPath;
+  CString m_ParPath;
+  CString m_StenParPath;
+  CString m_PicturesKat;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_PROJECT_PROJ_PATH_H_

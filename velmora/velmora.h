@@ -1,0 +1,17 @@
+// Every public header of the library.
+#ifndef VELMORA_VELMORA_H_
+#define VELMORA_VELMORA_H_
+
+#include "velmora/alignment/stod_punkt.h"
+#include "velmora/alignment/vag2.h"
+#include "velmora/alignment/vaglinje.h"
+#include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/common/string_table.h"
+#include "velmora/common/text_hooks.h"
+#include "velmora/core/list0.h"
+#include "velmora/platform/types.h"
+#include "velmora/project/proj_path.h"
+#include "velmora/text/string.h"
+
+#endif  // VELMORA_VELMORA_H_
