@@ -75,8 +75,10 @@ std::wstring FormatWhole(const Conversion& how, const FormatArgument& argument) 
   }
   if (how.precision) {
     const auto wanted = static_cast<size_t>(*how.precision);
+    if (wanted == 0 && body == L"0") body.clear();
     if (body.size() < wanted) body.insert(0, wanted - body.size(), L'0');
   }
+  if (how.alternate && how.letter == L'o' && body.substr(0, 1) != L"0") body.insert(0, 1, L'0');
   return Pad(how, sign, body, how.zero && !how.precision);
 }
 
@@ -110,6 +112,7 @@ std::wstring FormatOne(const Conversion& how, const FormatArgument& argument) {
     case L'G':
       return FormatReal(how, argument.Real());
     case L'c':
+      if (argument.IsText()) return Pad(how, L"", argument.Text().substr(0, 1), false);
       return Pad(how, L"", std::wstring(1, static_cast<wchar_t>(argument.Integer())), false);
     default: {
       if (!argument.IsText()) {

@@ -1,7 +1,7 @@
 // printf-style formatting of wide text, the same on every system.
 //
 //   %[-+ 0#][width][.precision][h l ll I64 z]conversion    width and precision may be "*"
-//   d i u x X o c s f F e E g G %
+//   d i u x X o c s f F e E g G %      "#" changes o, x and X only
 //
 // "%s" takes a const wchar_t* or a CString everywhere (not narrow text on one system and wide text
 // on the other), a length letter changes nothing because the argument's own type is known, and a

@@ -1,7 +1,9 @@
 #include "velmora/text/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <type_traits>
 
 #include "velmora/text/letters.h"
@@ -33,20 +35,20 @@ size_t NumberLength(std::wstring_view text, bool integer) {
 // from_chars says "out of range" both for the very large and for the very small. The decimal
 // exponent of the first non-zero digit tells them apart.
 bool IsTooSmall(std::string_view number) {
-  long exponent = 0;
-  const size_t e = number.find_first_of("eE");
-  if (e != std::string_view::npos) {
-    size_t from = e + 1;
-    if (number[from] == '+') ++from;
-    const auto read = std::from_chars(number.data() + from, number.data() + number.size(), exponent);
-    if (read.ec == std::errc::result_out_of_range) return number[from] == '-';
-  }
+  const size_t e = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, e);
   const size_t point = std::min(mantissa.find('.'), mantissa.size());
   const size_t first = mantissa.find_first_of("123456789");
   if (first == std::string_view::npos) return true;
-  const long lead = first < point ? static_cast<long>(point - first) - 1 : -static_cast<long>(first - point);
-  return lead + exponent < 0;
+  long long exponent = 0;
+  if (e < number.size()) {
+    const size_t from = number[e + 1] == '+' ? e + 2 : e + 1;
+    const auto read = std::from_chars(number.data() + from, number.data() + number.size(), exponent);
+    if (read.ec == std::errc::result_out_of_range) return number[from] == '-';
+  }
+  // How far before the point the first digit stands. Near enough: the limits are 300 places away.
+  const long long places = static_cast<long long>(point) - static_cast<long long>(first);
+  return exponent < -places;
 }
 
 template <class Number>
@@ -109,13 +111,15 @@ std::optional<double> ParseWholeNumber(std::wstring_view text) {
 }
 
 std::string FormatFixed(double value, int decimals) {
+  if (std::isnan(value)) return "nan";
   std::array<char, 512> buffer;  // the largest double has 309 digits before its point
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
-                                 std::min(decimals, 120));
+                                 std::clamp(decimals, 0, 120));
   return std::string(buffer.data(), end.ptr);
 }
 
 std::string FormatShortest(double value) {
+  if (std::isnan(value)) return "nan";
   std::array<char, 64> buffer;
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
   return std::string(buffer.data(), end.ptr);

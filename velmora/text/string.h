@@ -42,6 +42,7 @@ class CString : public TextBase<CString, wchar_t> {
 
  private:
   static std::wstring_view Argument(const CString& text) { return text.GetView(); }
+  static std::wstring_view Argument(std::wstring_view text) { return text; }
   static const wchar_t* Argument(const wchar_t* text) { return text; }
   template <class Number>
     requires std::is_arithmetic_v<Number>
