@@ -1,0 +1,39 @@
+# What "cmake --install" puts where: the library with its headers, what find_package(velmora) and
+# pkg-config read, and the command when it is built.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+install(TARGETS velmora EXPORT velmora-targets
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/velmora" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  FILES_MATCHING PATTERN "*.h"
+  PATTERN "posix" EXCLUDE
+  PATTERN "win32" EXCLUDE)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velmora")
+install(EXPORT velmora-targets NAMESPACE velmora:: DESTINATION "${package_dir}")
+configure_package_config_file(
+  "${CMAKE_CURRENT_LIST_DIR}/velmoraConfig.cmake.in" "${PROJECT_BINARY_DIR}/velmoraConfig.cmake"
+  INSTALL_DESTINATION "${package_dir}")
+# Before 1.0 each minor version may change the interface.
+write_basic_package_version_file(
+  "${PROJECT_BINARY_DIR}/velmoraConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/velmoraConfig.cmake" "${PROJECT_BINARY_DIR}/velmoraConfigVersion.cmake"
+  DESTINATION "${package_dir}")
+
+# The way from velmora.pc up to the prefix, so that an installed tree may be moved.
+set(pc_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH pc_prefix "${pc_dir}" "${CMAKE_INSTALL_PREFIX}")
+file(RELATIVE_PATH pc_libdir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+file(RELATIVE_PATH pc_includedir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/velmora.pc.in" "${PROJECT_BINARY_DIR}/velmora.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+if(TARGET velmora_cli)
+  file(RELATIVE_PATH from_bin "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+  set_target_properties(velmora_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${from_bin}")
+  install(TARGETS velmora_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
