@@ -1,6 +1,6 @@
 // The drawing of an alignment as one sheet, A3 landscape, in SVG: plan, profile and title block.
 //
-// A pure function of its input. The same input gives the same bytes on every system.
+// A pure function of its input.
 #ifndef VELMORA_CLI_PLOT_DRAWING_H_
 #define VELMORA_CLI_PLOT_DRAWING_H_
 

@@ -1,0 +1,172 @@
+#include "cli/align/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/input/rows.h"
+#include "cli/options.h"
+#include "cli/station_text.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr char kFileHelp[] = "Alignment file, single or combined with a profile";
+
+void AddFile(CLI::App* verb, std::string* file) { verb->add_option("FILE", *file, kFileHelp)->required(); }
+
+double ToStation(const std::string& text) {
+  const std::optional<double> station = ParseStation(text);
+  if (!station) throw CLI::ValidationError("\"" + text + "\" is no station; write 1250.5 or 1/250.500");
+  return *station;
+}
+
+double ToNumber(const std::string& text) {
+  const std::optional<double> number = ParseWholeNumber(WideFromUtf8(text));
+  if (!number) throw CLI::ValidationError("\"" + text + "\" is no number");
+  return *number;
+}
+
+// "a:b" or "x,y", each half read by `read`.
+template <class Read>
+Range ToPair(const std::string& text, char separator, Read read) {
+  const size_t cut = text.find(separator);
+  if (cut == std::string::npos)
+    throw CLI::ValidationError("\"" + text + "\" lacks the \"" + separator + "\" between its two numbers");
+  return {read(text.substr(0, cut)), read(text.substr(cut + 1))};
+}
+
+Range ToRange(const std::string& text, double (*read)(const std::string&)) {
+  const Range range = ToPair(text, ':', read);
+  if (range.low > range.high) throw CLI::ValidationError("\"" + text + "\": the low end comes first");
+  return range;
+}
+
+// An option with one value, handed to `take`.
+template <class Take>
+CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar, const std::string& help,
+                      Take take) {
+  return verb->add_option_function<std::string>(name, std::move(take), help)->type_name(metavar)->type_size(1);
+}
+
+void AddLocate(CLI::App* align) {
+  auto options = std::make_shared<LocateOptions>();
+  CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
+  AddFile(verb, &options->file);
+  verb->add_option("--points", options->points, "CSV with id, northing, easting and, where known, level")
+      ->required()
+      ->type_name("CSV");
+  AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
+           [options](const std::string& text) { options->area = ToRange(text, ToStation); });
+  AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
+           [options](const std::string& text) { options->offsets = ToRange(text, ToNumber); });
+  verb->add_option("--mode", options->mode,
+                   "Search: 0 everything (default), 1 only around the station guessed from the ends, 2 segments "
+                   "without vertices")
+      ->check(CLI::Range(0, 2));
+  AddOutputOptions(verb, &options->output);
+  verb->callback([options] { AlignLocate(*options); });
+}
+
+void AddPlace(CLI::App* align) {
+  auto options = std::make_shared<PlaceOptions>();
+  CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points and levels");
+  AddFile(verb, &options->file);
+  verb->add_option("--stations", options->stations, "CSV with id, station and offset")->required()->type_name("CSV");
+  AddOutputOptions(verb, &options->output);
+  verb->callback([options] { AlignPlace(*options); });
+}
+
+void AddLevel(CLI::App* align) {
+  auto options = std::make_shared<LevelOptions>();
+  CLI::App* verb = align->add_subcommand("level", "Profile levels at stations");
+  AddFile(verb, &options->file);
+  verb->add_option_function<std::vector<std::string>>(
+          "--station",
+          [options](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts) options->stations.push_back(ToStation(text));
+          },
+          "Stations, as 1250.5 or 1/250.500")
+      ->required()
+      ->type_name("S...");
+  AddOutputOptions(verb, &options->output);
+  verb->callback([options] { AlignLevel(*options); });
+}
+
+// The edits show the new points, or write the alignment with -o.
+template <class Run>
+std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
+  auto options = std::make_shared<EditOptions>();
+  AddFile(verb, &options->file);
+  verb->add_option("-o", options->to, "Write the alignment to OUT, which may be FILE; without it the points are shown")
+      ->type_name("OUT");
+  AddFormatOptions(verb, &options->output);
+  verb->callback([options, run] { run(*options); });
+  return options;
+}
+
+void AddEdits(CLI::App* align) {
+  CLI::App* stations = align->add_subcommand("stations", "Compute all stations anew from a start and the lengths");
+  auto recompute = AddEdit(stations, AlignStations);
+  AddValue(stations, "--start", "S", "Station of the first point",
+           [recompute](const std::string& text) { recompute->start = ToStation(text); })
+      ->required();
+
+  CLI::App* shift = align->add_subcommand("shift", "Shift all stations so that one point gets a given one");
+  auto move = AddEdit(shift, AlignShift);
+  AddValue(shift, "--at", "X,Y", "The point, northing and easting, within 1 mm of a point of the alignment",
+           [move](const std::string& text) {
+             const Range at = ToPair(text, ',', ToNumber);
+             move->x = at.low;
+             move->y = at.high;
+           })
+      ->required();
+  AddValue(shift, "--station", "S", "The station it gets",
+           [move](const std::string& text) { move->station = ToStation(text); })
+      ->required();
+
+  CLI::App* extend = align->add_subcommand("extend", "Lengthen the alignment straight on at its ends");
+  auto lengthen = AddEdit(extend, AlignExtend);
+  const auto metres = [](double EditOptions::* end, std::shared_ptr<EditOptions> options) {
+    return [end, options](const std::string& text) {
+      (*options).*end = ToNumber(text);
+      if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length is not negative");
+    };
+  };
+  AddValue(extend, "--before", "M", "Metres added before the start", metres(&EditOptions::before, lengthen));
+  AddValue(extend, "--after", "M", "Metres added behind the end", metres(&EditOptions::after, lengthen));
+}
+
+void AddPlot(CLI::App* align) {
+  auto options = std::make_shared<PlotOptions>();
+  CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
+  AddFile(verb, &options->file);
+  verb->add_option("--points", options->points, "Borings to draw: CSV as for locate")->type_name("CSV");
+  verb->add_option("-o", options->to, "The picture (default: standard output)")->type_name("SVG");
+  verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
+  verb->callback([options] { AlignPlot(*options); });
+}
+
+void AddInfo(CLI::App* align) {
+  auto options = std::make_shared<InfoOptions>();
+  CLI::App* verb = align->add_subcommand("info", "What the file holds, and what is wrong with it");
+  AddFile(verb, &options->file);
+  AddOutputOptions(verb, &options->output);
+  verb->callback([options] { AlignInfo(*options); });
+}
+
+}  // namespace
+
+void AddAlignCommands(CLI::App& app) {
+  CLI::App* align = app.add_subcommand("align", "Road alignments: information, station and offset, levels, drawing");
+  align->require_subcommand(1);
+  AddInfo(align);
+  AddLocate(align);
+  AddPlace(align);
+  AddLevel(align);
+  AddEdits(align);
+  AddPlot(align);
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,81 @@
+// The verbs of `velmora align`.
+#ifndef VELMORA_CLI_ALIGN_COMMANDS_H_
+#define VELMORA_CLI_ALIGN_COMMANDS_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/output/records.h"
+
+namespace CLI {
+class App;
+}
+
+namespace velmora::cli {
+
+void AddAlignCommands(CLI::App& app);
+
+struct Range {
+  double low;
+  double high;
+};
+
+struct LocateOptions {
+  std::string file;
+  std::string points;
+  std::optional<Range> area;     // stations
+  std::optional<Range> offsets;  // left limit, right limit
+  int mode = 0;
+  OutputOptions output;
+};
+
+struct PlaceOptions {
+  std::string file;
+  std::string stations;
+  OutputOptions output;
+};
+
+struct LevelOptions {
+  std::string file;
+  std::vector<double> stations;
+  OutputOptions output;
+};
+
+// What an edit does to an alignment, and where the result goes.
+struct EditOptions {
+  std::string file;
+  double start = 0;  // stations
+  double x = 0;      // shift: the point, and its station
+  double y = 0;
+  double station = 0;
+  double before = 0;  // extend, m
+  double after = 0;
+  std::string to;  // empty: the points are shown and nothing is written
+  OutputOptions output;
+};
+
+struct PlotOptions {
+  std::string file;
+  std::string points;
+  std::string to;
+  bool km = false;
+};
+
+struct InfoOptions {
+  std::string file;
+  OutputOptions output;
+};
+
+void AlignInfo(const InfoOptions& options);
+void AlignLocate(const LocateOptions& options);
+void AlignPlace(const PlaceOptions& options);
+void AlignLevel(const LevelOptions& options);
+void AlignStations(const EditOptions& options);
+void AlignShift(const EditOptions& options);
+void AlignExtend(const EditOptions& options);
+void AlignPlot(const PlotOptions& options);
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_ALIGN_COMMANDS_H_

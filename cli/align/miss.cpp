@@ -1,0 +1,39 @@
+#include "cli/align/miss.h"
+
+#include <cmath>
+
+namespace velmora::cli {
+namespace {
+
+// The direction of travel where a segment begins (`at_start`) or ends: an arc's differs from its chord by
+// half its sweep, to the right at the start of one that turns counter-clockwise.
+PlanePoint Tangent(const kovltype& a, const kovltype& b, bool at_start) {
+  const double half_sweep = 2 * std::atan(a.bulge) * (at_start ? -1 : 1);
+  const double c = std::cos(half_sweep);
+  const double s = std::sin(half_sweep);
+  const PlanePoint chord{b.y - a.y, b.x - a.x};
+  return {chord.h * c - chord.v * s, chord.h * s + chord.v * c};
+}
+
+bool Ahead(PlanePoint from, PlanePoint direction, PlanePoint p) {
+  return (p.h - from.h) * direction.h + (p.v - from.v) * direction.v > 0;
+}
+
+}  // namespace
+
+Miss WhyMissed(const std::vector<kovltype>& plan, PlanePoint p) {
+  if (plan.size() < 2) return Miss::kNothing;
+  size_t nearest = 0;
+  for (size_t i = 1; i < plan.size(); ++i)
+    if (Distance(p, InPlane(plan[i])) < Distance(p, InPlane(plan[nearest]))) nearest = i;
+  const size_t last = plan.size() - 1;
+  if (nearest == 0) {
+    const PlanePoint leaving = Tangent(plan[0], plan[1], true);
+    return Ahead(InPlane(plan[0]), {-leaving.h, -leaving.v}, p) ? Miss::kBeforeStart : Miss::kNothing;
+  }
+  if (nearest == last && Ahead(InPlane(plan[last]), Tangent(plan[last - 1], plan[last], false), p))
+    return Miss::kBeyondEnd;
+  return Miss::kNothing;
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,108 @@
+#include <cmath>
+
+#include "cli/align/commands.h"
+#include "cli/align/offset_text.h"
+#include "cli/align/placing.h"
+#include "cli/error.h"
+#include "cli/input/columns.h"
+#include "cli/output/progress.h"
+#include "cli/station_text.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+enum StationRole : size_t { kId, kStation, kOffset };
+
+std::vector<Role> StationRoles() {
+  return {{"id", {L"id", L"namn", L"name", L"punkt", L"borrhål", L"borehole", L"boring"}, false},
+          {"station", {L"station", L"sek", L"sektion", L"chainage", L"längdmätning"}, true},
+          {"offset", {L"offset", L"avst", L"avstånd", L"sida"}, false}};
+}
+
+std::vector<Column> PlaceColumns() {
+  return {{"id", "id"},
+          {"station", "station", true},
+          {"offset", ""},
+          {"side", ""},
+          {"", "offset", true},
+          {"northing", "northing", true},
+          {"easting", "easting", true},
+          {"profile_level", "profile", true},
+          {"status", "status"},
+          {"line", ""}};
+}
+
+std::optional<double> StationOf(const ListReader& list) {
+  if (const std::optional<double> metres = list.Value(kStation)) return metres;
+  std::string text = Utf8FromWide(list.Text(kStation));
+  if (list.DecimalComma() && text.find('.') == std::string::npos)
+    for (char& c : text) c = c == ',' ? '.' : c;
+  return ParseStation(text);
+}
+
+// Why no map point came back for a station.
+PlaceStatus WhyOff(const AlignmentInput& input, double station) {
+  const double first = input.plan.front().sek;
+  const double last = input.plan.back().sek;
+  const bool descending = input.Descending();
+  if (descending ? station > first : station < first) return PlaceStatus::kBeforeStart;
+  if (descending ? station < last : station > last) return PlaceStatus::kBeyondEnd;
+  return PlaceStatus::kNothing;
+}
+
+}  // namespace
+
+void AlignPlace(const PlaceOptions& options) {
+  if (options.file == "-" && options.stations == "-")
+    throw Refusal("only one of FILE and --stations can be standard input");
+  AlignmentInput input;
+  ReadAlignment(options.file, &input);
+  RequirePlan(input);
+  ListReader list(options.stations, StationRoles());
+  Sink sink(options.output.file, {options.file, options.stations});
+  RecordWriter records(sink, options.output.Format(), PlaceColumns());
+  Progress progress("Placing stations", list.Rows().Size());
+  std::int64_t rows = 0;
+  std::int64_t unreadable = 0;
+  std::string first_problem;
+  while (list.Next()) {
+    progress.Update(list.Rows().Consumed(), static_cast<std::uint64_t>(++rows));
+    std::vector<Cell> cells(PlaceColumns().size());
+    cells[0] = Utf8FromWide(list.Text(kId));
+    cells[9] = list.Line();
+    const std::optional<double> station = StationOf(list);
+    const bool no_offset = list.Text(kOffset).empty();
+    const std::optional<double> offset = no_offset ? 0.0 : ParseOffset(list.Text(kOffset), list.DecimalComma());
+    if (!station || !offset) {
+      const std::string problem = list.Problem(!station ? kStation : kOffset);
+      if (unreadable++ == 0) first_problem = At(options.stations, list.Line(), problem);
+      cells[8] = "unreadable row (line " + std::to_string(list.Line()) + "): " + problem;
+      records.Row(cells);
+      continue;
+    }
+    cells[1] = StationCell(*station, options.output.km);
+    cells[2] = Number{*offset};
+    cells[3] = OffsetSide(*offset);
+    cells[4] = OffsetText(*offset);
+    double x = 0;
+    double y = 0;
+    const bool placed = input.set.plan.Vag2xy(*station, *offset, &x, &y) == 0 && std::isfinite(x) && std::isfinite(y);
+    if (placed) {
+      cells[5] = Number{x};
+      cells[6] = Number{y};
+      if (const std::optional<double> level = LevelAt(input, *station)) cells[7] = Number{*level};
+    }
+    cells[8] = StatusText(placed ? PlaceStatus::kOn : WhyOff(input, *station));
+    records.Row(cells);
+  }
+  records.Finish();
+  sink.Finish();
+  if (unreadable == 0) return;
+  Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
+       " not placed, correct and run again");
+  throw ExitWith{1};
+}
+
+}  // namespace velmora::cli

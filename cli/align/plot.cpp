@@ -1,0 +1,58 @@
+#include "cli/align/commands.h"
+#include "cli/align/placing.h"
+#include "cli/align/point_list.h"
+#include "cli/error.h"
+#include "cli/output/sink.h"
+#include "cli/plot/drawing.h"
+#include "velmora/common/paths.h"
+
+namespace velmora::cli {
+namespace {
+
+std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input) {
+  std::vector<PlotBoring> borings;
+  PointList points(options.points);
+  std::int64_t unreadable = 0;
+  std::string first_problem;
+  for (ListedPoint point; points.Next(&point);) {
+    if (!point.problem.empty()) {
+      if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
+      continue;
+    }
+    PlotBoring boring{point.id, point.northing, point.easting, point.level};
+    if (input->plan.size() >= 2) {
+      const Placing placing = LocatePoint(*input, point.northing, point.easting, 0, false);
+      boring.placed = placing.status == PlaceStatus::kOn;
+      boring.station = placing.station;
+      boring.offset = placing.offset;
+    }
+    borings.push_back(std::move(boring));
+  }
+  if (unreadable > 0)
+    Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
+         " not in the drawing");
+  return borings;
+}
+
+}  // namespace
+
+void AlignPlot(const PlotOptions& options) {
+  if (options.file == "-" && options.points == "-")
+    throw Refusal("only one of FILE and --points can be standard input");
+  AlignmentInput input;
+  ReadAlignment(options.file, &input);
+  PlotInput drawing;
+  drawing.name = input.Name();
+  drawing.file = options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
+  drawing.plan = input.plan;
+  drawing.profile = input.profile;
+  drawing.km_stations = options.km;
+  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input);
+  std::vector<std::string> inputs = {options.file};
+  if (!options.points.empty()) inputs.push_back(options.points);
+  Sink sink(options.to, inputs);
+  sink.Write(DrawAlignment(drawing));
+  sink.Finish();
+}
+
+}  // namespace velmora::cli

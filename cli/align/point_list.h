@@ -1,0 +1,36 @@
+// Points to be placed, from a list, one row at a time.
+#ifndef VELMORA_CLI_ALIGN_POINT_LIST_H_
+#define VELMORA_CLI_ALIGN_POINT_LIST_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "cli/input/columns.h"
+
+namespace velmora::cli {
+
+struct ListedPoint {
+  std::int64_t line = 0;
+  std::string id;
+  double northing = 0;
+  double easting = 0;
+  std::optional<double> level;
+  std::string problem;  // why the row is no point; empty when it is one
+};
+
+// Columns id, northing, easting and level, by header (id/namn, x/n/northing, y/e/easting, z/level and some
+// more) or in that order.
+class PointList {
+ public:
+  explicit PointList(const std::string& file);
+  bool Next(ListedPoint* point);
+  const RowReader& Rows() const { return list_.Rows(); }
+
+ private:
+  ListReader list_;
+};
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_ALIGN_POINT_LIST_H_

@@ -1,0 +1,54 @@
+// Rows of a list of points or stations from anywhere: comma, semicolon or tab between the fields, UTF-8
+// or Windows-1252, with or without a byte-order mark, quoted or not.
+#ifndef VELMORA_CLI_INPUT_ROWS_H_
+#define VELMORA_CLI_INPUT_ROWS_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "velmora/platform/text_file.h"
+
+namespace velmora::cli {
+
+// The separator of a list, from its first row: a tab if it has one, else a semicolon, else a comma.
+wchar_t DetectSeparator(std::wstring_view row);
+
+// The fields of a row, blanks around them dropped. A field in double quotes may hold the separator and
+// doubled quotes; one whose quote is never closed reaches to the end of the row.
+std::vector<std::wstring> SplitRow(std::wstring_view row, wchar_t separator);
+
+// The number that a field consists of; with `decimal_comma` a "," may stand for the ".".
+std::optional<double> FieldNumber(std::wstring_view field, bool decimal_comma);
+
+// Reads one row at a time; memory does not grow with their number.
+class RowReader {
+ public:
+  // "-" is standard input. Throws a Refusal when the file cannot be opened.
+  explicit RowReader(std::string file);
+
+  // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on.
+  bool Next();
+  const std::vector<std::wstring>& Fields() const { return fields_; }
+  std::int64_t Line() const { return line_; }
+  // Where the separator is no comma, a comma is a decimal point.
+  bool DecimalComma() const { return separator_ != L','; }
+
+  const std::string& File() const { return file_; }
+  std::uint64_t Size() const { return reader_.Size(); }
+  std::uint64_t Consumed() const { return reader_.Consumed(); }
+
+ private:
+  std::string file_;
+  TextReader reader_;
+  CString text_;
+  std::vector<std::wstring> fields_;
+  std::int64_t line_ = 0;
+  wchar_t separator_ = 0;
+};
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_INPUT_ROWS_H_

@@ -1,0 +1,36 @@
+// A progress bar on standard error, for work over a second on a terminal.
+#ifndef VELMORA_CLI_OUTPUT_PROGRESS_H_
+#define VELMORA_CLI_OUTPUT_PROGRESS_H_
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+namespace velmora::cli {
+
+class Progress {
+ public:
+  // `total` 0: it is not known, and only the count is shown.
+  Progress(std::string what, std::uint64_t total);
+  ~Progress();  // wipes the bar
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  // Cheap: looks at the clock every few hundred calls.
+  void Update(std::uint64_t done, std::uint64_t rows);
+
+ private:
+  void Draw(std::uint64_t done, std::uint64_t rows);
+
+  using Clock = std::chrono::steady_clock;
+  std::string what_;
+  std::uint64_t total_;
+  bool shown_ = false;
+  bool wanted_;
+  unsigned calls_ = 0;
+  Clock::time_point next_;
+};
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_OUTPUT_PROGRESS_H_

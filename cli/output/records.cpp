@@ -1,0 +1,152 @@
+#include "cli/output/records.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "cli/station_text.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+bool EndsWith(const std::string& text, std::string_view end) {
+  return text.size() >= end.size() && std::equal(end.rbegin(), end.rend(), text.rbegin(),
+                                                 [](char a, char b) { return a == (b | 32) || (a | 32) == b; });
+}
+
+std::string CellText(const Cell& cell) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return *text;
+  if (const auto* integer = std::get_if<std::int64_t>(&cell)) return std::to_string(*integer);
+  if (const auto* number = std::get_if<Number>(&cell)) return FormatFixed(number->value, number->decimals);
+  if (const auto* shown = std::get_if<Shown>(&cell)) return shown->text;
+  return {};
+}
+
+// Control characters from a file must not reach a terminal.
+std::string TableText(const Cell& cell) {
+  std::string text = CellText(cell);
+  for (char& c : text)
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
+  return text;
+}
+
+std::string CsvText(const Cell& cell) {
+  if (const auto* number = std::get_if<Number>(&cell)) return FormatFixed(number->value, number->decimals + 1);
+  const std::string text = CellText(cell);
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + '"';
+}
+
+}  // namespace
+
+OutputFormat OutputOptions::Format() const {
+  if (csv || (!json && EndsWith(file, ".csv"))) return OutputFormat::kCsv;
+  if (json || EndsWith(file, ".json")) return OutputFormat::kJson;
+  return OutputFormat::kTable;
+}
+
+RecordWriter::RecordWriter(Sink& sink, OutputFormat format, std::vector<Column> columns)
+    : sink_(sink), format_(format), columns_(std::move(columns)) {
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    const Column& column = columns_[i];
+    if (!(format_ == OutputFormat::kTable ? column.title : column.key).empty()) shown_.push_back(i);
+  }
+  if (format_ != OutputFormat::kCsv) return;
+  std::string header;
+  for (const size_t i : shown_) header += (header.empty() ? "" : ",") + columns_[i].key;
+  sink_.Write(header + "\n");
+}
+
+void RecordWriter::Row(const std::vector<Cell>& cells) {
+  std::string line;
+  switch (format_) {
+    case OutputFormat::kCsv:
+      for (const size_t i : shown_) line += (i == shown_.front() ? "" : ",") + CsvText(cells[i]);
+      sink_.Write(line + "\n");
+      return;
+    case OutputFormat::kJson:
+      for (const size_t i : shown_)
+        line += (i == shown_.front() ? "" : ", ") + JsonString(columns_[i].key) + ": " + JsonCell(cells[i]);
+      sink_.Write((any_ ? ",\n  {" : "[\n  {") + line + "}");
+      any_ = true;
+      return;
+    case OutputFormat::kTable:
+      break;
+  }
+  std::vector<std::string> texts;
+  for (const size_t i : shown_) texts.push_back(TableText(cells[i]));
+  if (started_) {
+    TableRow(texts);
+    return;
+  }
+  held_.push_back(std::move(texts));
+  if (held_.size() == kRowsLookedAt) StartTable();
+}
+
+void RecordWriter::Finish() {
+  if (format_ == OutputFormat::kJson) sink_.Write(any_ ? "\n]\n" : "[]\n");
+  if (format_ == OutputFormat::kTable && !started_) StartTable();
+}
+
+void RecordWriter::StartTable() {
+  constexpr size_t kWidest = 60;
+  started_ = true;
+  std::vector<std::string> titles;
+  std::vector<std::string> rules;
+  for (size_t i = 0; i < shown_.size(); ++i) {
+    const std::string& title = columns_[shown_[i]].title;
+    size_t width = DisplayWidth(title);
+    for (const auto& row : held_) width = std::max(width, DisplayWidth(row[i]));
+    widths_.push_back(std::min(width, kWidest));
+    titles.push_back(title);
+    rules.emplace_back(widths_.back(), '-');
+  }
+  TableRow(titles);
+  TableRow(rules);
+  for (const auto& row : held_) TableRow(row);
+  held_.clear();
+}
+
+void RecordWriter::TableRow(const std::vector<std::string>& texts) {
+  std::string line;
+  for (size_t i = 0; i < texts.size(); ++i) {
+    const size_t width = DisplayWidth(texts[i]);
+    const std::string pad(widths_[i] > width ? widths_[i] - width : 0, ' ');
+    if (i > 0) line += "  ";
+    line += columns_[shown_[i]].right ? pad + texts[i] : texts[i] + pad;
+  }
+  line.erase(line.find_last_not_of(' ') + 1);
+  sink_.Write(line + "\n");
+}
+
+Cell StationCell(double station, bool km) {
+  if (!km) return Number{station};
+  return Shown{station, StationText(station, true)};
+}
+
+size_t DisplayWidth(std::string_view text) {
+  return static_cast<size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string JsonString(std::string_view text) {
+  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+std::string JsonCell(const Cell& cell) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return JsonString(*text);
+  if (const auto* integer = std::get_if<std::int64_t>(&cell)) return std::to_string(*integer);
+  if (const auto* number = std::get_if<Number>(&cell)) return JsonNumber(number->value);
+  if (const auto* shown = std::get_if<Shown>(&cell)) return JsonNumber(shown->value);
+  return "null";
+}
+
+std::string JsonNumber(double value) { return std::isfinite(value) ? FormatShortest(value) : "null"; }
+
+}  // namespace velmora::cli

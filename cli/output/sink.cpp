@@ -1,0 +1,71 @@
+#include "cli/output/sink.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "cli/error.h"
+#include "velmora/text/codepage.h"
+
+namespace velmora::cli {
+namespace {
+
+bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
+
+std::filesystem::path SystemPath(const std::string& file) {
+#if defined(__cpp_char8_t)
+  if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
+    return std::filesystem::path(WideFromUtf8(file));
+#endif
+  return std::filesystem::path(file);
+}
+
+}  // namespace
+
+bool SameFile(const std::string& a, const std::string& b) {
+  if (IsStandard(a) || IsStandard(b)) return false;
+  std::error_code error;
+  return std::filesystem::equivalent(SystemPath(a), SystemPath(b), error) && !error;
+}
+
+Sink::Sink(const std::string& file, const std::vector<std::string>& inputs) : file_(file) {
+  if (IsStandard(file)) {
+    stream_ = stdout;
+    return;
+  }
+  for (const std::string& input : inputs)
+    if (SameFile(file, input))
+      throw Refusal(At(file, "is being read and would be replaced by the result; give -o another name"));
+  const CString path = PathFromSystem(file);
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (status && status->kind == FileKind::kOther) {
+    stream_ = std::fopen(file.c_str(), "wb");
+    if (stream_ == nullptr) Fail();
+    return;
+  }
+  if (status && status->kind == FileKind::kFolder)
+    throw Refusal(At(file, "is a folder; give -o the name of a file"));
+  replacement_.emplace();
+  if (!replacement_->Begin(path)) Fail();
+}
+
+Sink::~Sink() {
+  if (stream_ != nullptr && stream_ != stdout) std::fclose(stream_);
+}
+
+void Sink::Write(std::string_view text) {
+  const bool good = stream_ != nullptr ? std::fwrite(text.data(), 1, text.size(), stream_) == text.size()
+                                       : replacement_->Write(text);
+  if (!good) Fail();
+}
+
+void Sink::Finish() {
+  if (stream_ != nullptr ? std::fflush(stream_) != 0 : !replacement_->Commit()) Fail();
+}
+
+void Sink::Fail() const {
+  if (IsStandard(file_)) throw Refusal("standard output cannot be written; is the disk full?");
+  throw Refusal(At(file_, "cannot be written (no such folder, write-protected, or the disk is full); nothing "
+                          "was changed there"));
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,9 @@
+#include "cli/terminal.h"
+
+#include <unistd.h>
+
+namespace velmora::cli {
+
+bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+}  // namespace velmora::cli
