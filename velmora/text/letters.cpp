@@ -14,7 +14,7 @@ bool IsOddCapitalRun(unsigned c) { return (c >= 0x139 && c <= 0x148) || (c >= 0x
 }  // namespace
 
 wchar_t LowerLetter(wchar_t letter) {
-  const auto c = static_cast<unsigned>(letter);
+  const unsigned c = static_cast<char32_t>(letter);
   if (c < 0x80) return c >= 'A' && c <= 'Z' ? static_cast<wchar_t>(c + 32) : letter;
   if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return static_cast<wchar_t>(c + 32);
   if (c == 0x178) return 0xFF;
@@ -27,7 +27,7 @@ wchar_t LowerLetter(wchar_t letter) {
 }
 
 wchar_t UpperLetter(wchar_t letter) {
-  const auto c = static_cast<unsigned>(letter);
+  const unsigned c = static_cast<char32_t>(letter);
   if (c < 0x80) return c >= 'a' && c <= 'z' ? static_cast<wchar_t>(c - 32) : letter;
   if (c == 0xFF) return 0x178;
   if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return static_cast<wchar_t>(c - 32);

@@ -113,8 +113,8 @@ std::optional<double> ParseWholeNumber(std::wstring_view text) {
 std::string FormatFixed(double value, int decimals) {
   if (std::isnan(value)) return "nan";
   std::array<char, 512> buffer;  // the largest double has 309 digits before its point
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed,
-                                 std::clamp(decimals, 0, 120));
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::fixed, std::clamp(decimals, 0, 120));
   return std::string(buffer.data(), end.ptr);
 }
 

@@ -19,8 +19,8 @@ namespace velmora {
 class CString : public TextBase<CString, wchar_t> {
  public:
   CString() = default;
-  CString(const wchar_t* text) : TextBase(ViewOf(text)) {}    // NOLINT(google-explicit-constructor)
-  CString(std::wstring_view text) : TextBase(text) {}         // NOLINT(google-explicit-constructor)
+  CString(const wchar_t* text) : TextBase(ViewOf(text)) {}  // NOLINT(google-explicit-constructor)
+  CString(std::wstring_view text) : TextBase(text) {}       // NOLINT(google-explicit-constructor)
   CString(const wchar_t* text, int length)
       : TextBase(text == nullptr || length < 0 ? View() : View(text, static_cast<size_t>(length))) {}
   explicit CString(wchar_t c, int count = 1) { text_.assign(count < 0 ? 0 : static_cast<size_t>(count), c); }
@@ -45,23 +45,19 @@ class CString : public TextBase<CString, wchar_t> {
   static std::wstring_view Argument(std::wstring_view text) { return text; }
   static const wchar_t* Argument(const wchar_t* text) { return text; }
   template <class Number>
-    requires std::is_arithmetic_v<Number>
-  static Number Argument(Number number) {
-    return number;
-  }
+  requires std::is_arithmetic_v<Number>
+  static Number Argument(Number number) { return number; }
   template <class Enumeration>
-    requires std::is_enum_v<Enumeration>
-  static auto Argument(Enumeration value) {
-    return static_cast<std::underlying_type_t<Enumeration>>(value);
-  }
+  requires std::is_enum_v<Enumeration>
+  static auto Argument(Enumeration value) { return static_cast<std::underlying_type_t<Enumeration>>(value); }
 };
 
 // Narrow text in Windows-1252: the conversation with the field-data program.
 class CStringA : public TextBase<CStringA, char> {
  public:
   CStringA() = default;
-  CStringA(const char* text) : TextBase(ViewOf(text)) {}      // NOLINT(google-explicit-constructor)
-  CStringA(std::string_view text) : TextBase(text) {}         // NOLINT(google-explicit-constructor)
+  CStringA(const char* text) : TextBase(ViewOf(text)) {}  // NOLINT(google-explicit-constructor)
+  CStringA(std::string_view text) : TextBase(text) {}     // NOLINT(google-explicit-constructor)
   CStringA(const char* text, int length)
       : TextBase(text == nullptr || length < 0 ? View() : View(text, static_cast<size_t>(length))) {}
   explicit CStringA(char c, int count = 1) { text_.assign(count < 0 ? 0 : static_cast<size_t>(count), c); }

@@ -45,11 +45,19 @@ class TextBase {
 
   // Without an argument blanks go: space, \t, \n, \v, \f, \r.
   Text& Trim() { return TrimRight().TrimLeft(); }
-  Text& TrimLeft() { return DropLeft([](Char c) { return IsBlankChar(c); }); }
-  Text& TrimRight() { return DropRight([](Char c) { return IsBlankChar(c); }); }
+  Text& TrimLeft() {
+    return DropLeft([](Char c) { return IsBlankChar(c); });
+  }
+  Text& TrimRight() {
+    return DropRight([](Char c) { return IsBlankChar(c); });
+  }
   Text& Trim(Char target) { return TrimRight(target).TrimLeft(target); }
-  Text& TrimLeft(Char target) { return DropLeft([target](Char c) { return c == target; }); }
-  Text& TrimRight(Char target) { return DropRight([target](Char c) { return c == target; }); }
+  Text& TrimLeft(Char target) {
+    return DropLeft([target](Char c) { return c == target; });
+  }
+  Text& TrimRight(Char target) {
+    return DropRight([target](Char c) { return c == target; });
+  }
 
   Text& operator+=(const Text& other) { return Append(other.GetView()); }
   Text& operator+=(const Char* other) { return Append(ViewOf(other)); }
