@@ -29,6 +29,7 @@ set(pc_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH pc_prefix "${pc_dir}" "${CMAKE_INSTALL_PREFIX}")
 file(RELATIVE_PATH pc_libdir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBDIR}")
 file(RELATIVE_PATH pc_includedir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/velmora.pc.in" "${PROJECT_BINARY_DIR}/velmora.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 

@@ -149,7 +149,7 @@ bool CVaglinje::NearestVertex(double x, double y, Node* start, double best, doub
     offset = left ? -d : d;
   }
   pos = antal;  // the walk ended at the last point, wherever it was counted from
-  if (!(best > distance) || nearest == forsta || nearest == sista) return false;
+  if (nearest == nullptr || !(best > distance) || nearest == forsta || nearest == sista) return false;
   *avst = offset;
   *sek = nearest->record.sek;
   return true;
