@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/print_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/string.h"
 

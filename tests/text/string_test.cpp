@@ -5,6 +5,8 @@
 #include <climits>
 #include <type_traits>
 
+#include "tests/support/print_text.h"
+
 namespace velmora {
 namespace {
 
