@@ -33,9 +33,9 @@ struct FileTime {
 
 struct FileStatus {
   FileKind kind = FileKind::kFile;
-  std::uint64_t size = 0;      // bytes; 0 for a folder
+  std::uint64_t size = 0;  // bytes; 0 for a folder
   bool write_protected = false;
-  std::int64_t modified = 0;   // 100 ns since 1601-01-01 UTC, to compare files
+  std::int64_t modified = 0;  // 100 ns since 1601-01-01 UTC, to compare files
   FileTime modified_local;
 };
 
@@ -95,6 +95,9 @@ class VELMORA_API InputFile {
 // the permissions of the old one; a target that is a symbolic link keeps being one. Two programs that
 // replace the same file at once take turns. What a killed program left behind is overwritten by the
 // next replacement of that file.
+//
+// Whoever replaces a file closes their own reader of it first: not every system can give the name of
+// a file that is open to another one. Others' readers are waited for, about two seconds.
 class VELMORA_API FileReplacement {
  public:
   FileReplacement();

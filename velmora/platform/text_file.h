@@ -14,7 +14,8 @@
 
 namespace velmora {
 
-// Reads a file's lines without holding the file in memory.
+// Reads a file's lines without holding the file in memory. At the file's end it is closed at once, so
+// that it can be replaced.
 class VELMORA_API TextReader {
  public:
   // For files of unknown origin (a list of points from anywhere): lines of a file without a mark
@@ -35,7 +36,7 @@ class VELMORA_API TextReader {
   bool LineWasEnded() const { return ended_; }
 
   TextEncoding Encoding() const { return encoding_; }
-  std::uint64_t Size() const { return file_.Size(); }  // bytes, 0 when unknown
+  std::uint64_t Size() const { return size_; }          // bytes, 0 when unknown
   std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress
 
  private:
@@ -47,7 +48,9 @@ class VELMORA_API TextReader {
   Guess guess_ = Guess::kWindows1252;
   TextEncoding encoding_ = TextEncoding::kWindows1252;
   std::string buffer_;
-  size_t start_ = 0;  // of what has not been returned, in buffer_
+  std::wstring text_;  // of the line at hand
+  size_t start_ = 0;   // of what has not been returned, in buffer_
+  std::uint64_t size_ = 0;
   std::uint64_t consumed_ = 0;
   bool at_end_ = false;
   bool failed_ = false;
@@ -67,10 +70,12 @@ class VELMORA_API TextWriter {
   [[nodiscard]] bool Commit();
 
  private:
+  void Flush();
+
   FileReplacement file_;
   TextEncoding encoding_ = TextEncoding::kWindows1252;
   std::string bytes_;
-  bool failed_ = false;
+  bool failed_ = true;  // until begun
 };
 
 }  // namespace velmora

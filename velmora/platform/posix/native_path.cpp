@@ -1,0 +1,157 @@
+#include "velmora/platform/posix/native_path.h"
+
+#include <dirent.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+#include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
+
+namespace velmora {
+namespace {
+
+constexpr char32_t kByteEscape = 0xDC00;
+
+bool IsByteEscape(char32_t c) {
+  return (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) || c == kByteEscape + '\\';
+}
+
+void AppendText(std::string_view bytes, std::wstring* text) {
+  while (!bytes.empty()) {
+    char32_t c = 0;
+    const size_t length = DecodeUtf8Sequence(bytes, &c);
+    AppendWide(length > 0 ? c : kByteEscape + static_cast<unsigned char>(bytes.front()), text);
+    bytes.remove_prefix(length > 0 ? length : 1);
+  }
+}
+
+std::string HomeFolder() {
+  const char* home = std::getenv("HOME");
+  if (home != nullptr && *home != '\0') return home;
+  std::array<char, 4096> buffer{};
+  passwd entry{};
+  passwd* found = nullptr;
+  getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found);
+  return found == nullptr || entry.pw_dir == nullptr ? std::string() : entry.pw_dir;
+}
+
+std::string DriveFolder(char lower_letter) {
+  const std::string variable = std::string("VELMORA_DRIVE_") + static_cast<char>(lower_letter - 'a' + 'A');
+  const char* folder = std::getenv(variable.c_str());
+  if (folder != nullptr && *folder != '\0') return folder;
+  const std::string data = UserDataFolder();
+  return data.empty() ? data : data + "/velmora/drive_" + lower_letter;
+}
+
+// 'a' to 'z' when `path` begins with a drive, as in "X:" and "X:/name" but not "X:name", else 0.
+char DriveLetter(std::string_view path) {
+  if (path.size() < 2 || path[1] != ':' || (path.size() > 2 && path[2] != '/')) return 0;
+  const char c = static_cast<char>(path[0] | 0x20);
+  return c >= 'a' && c <= 'z' ? c : '\0';
+}
+
+bool Exists(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
+// The entry of `folder` that `name` means when it differs in case. Several: the first by character
+// number, which the order without regard to case leaves open.
+std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::string_view name) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+  if (!listing) return std::nullopt;
+  const std::wstring wanted = TextFromName(name);
+  std::wstring best_text;
+  std::optional<std::string> best;
+  while (const dirent* entry = readdir(listing.get())) {
+    std::wstring text = TextFromName(entry->d_name);
+    if (!EqualNoCase(text, wanted) || (best && best_text <= text)) continue;
+    best = entry->d_name;
+    best_text = std::move(text);
+  }
+  return best;
+}
+
+// From the first name that matches no entry on, the path stays as it is.
+std::string MatchNames(const std::string& path) {
+  if (Exists(path)) return path;
+  std::string matched;
+  for (size_t at = 0; at < path.size();) {
+    if (path[at] == '/') {
+      matched += path[at++];
+      continue;
+    }
+    const size_t end = std::min(path.find('/', at), path.size());
+    const std::string_view name = std::string_view(path).substr(at, end - at);
+    std::string as_spelled = matched + std::string(name);
+    if (Exists(as_spelled)) {
+      matched = std::move(as_spelled);
+    } else if (const std::optional<std::string> entry = EntryIgnoringCase(matched, name)) {
+      matched += *entry;
+    } else {
+      return matched + path.substr(at);
+    }
+    at = end;
+  }
+  return matched;
+}
+
+}  // namespace
+
+std::optional<std::string> NativeBytes(std::wstring_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (const wchar_t unit : text) {
+    const auto c = static_cast<char32_t>(unit);
+    if (IsByteEscape(c)) {
+      bytes.push_back(static_cast<char>(c - kByteEscape));
+    } else if (c == 0 || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
+      return std::nullopt;
+    } else {
+      AppendUtf8(c == '\\' ? U'/' : c, &bytes);
+    }
+  }
+  return bytes;
+}
+
+std::wstring TextFromName(std::string_view name) {
+  std::wstring text;
+  AppendText(name, &text);
+  for (wchar_t& c : text)
+    if (c == L'\\') c = static_cast<wchar_t>(kByteEscape + '\\');
+  return text;
+}
+
+std::wstring TextFromNativePath(std::string_view path) {
+  std::wstring text;
+  AppendText(path, &text);
+  for (wchar_t& c : text)
+    if (c == L'/') c = L'\\';
+  return text;
+}
+
+std::string UserDataFolder() {
+  const char* data = std::getenv("XDG_DATA_HOME");
+  // A relative one is to be ignored, says the rule for these folders.
+  if (data != nullptr && *data == '/') return data;
+  const std::string home = HomeFolder();
+  return home.empty() ? home : home + "/.local/share";
+}
+
+std::string NativePath(const CString& path) {
+  std::optional<std::string> bytes = NativeBytes(path.GetView());
+  if (!bytes) return {};
+  if (const char letter = DriveLetter(*bytes)) {
+    const std::string folder = DriveFolder(letter);
+    if (folder.empty()) return {};
+    *bytes = folder + bytes->substr(2);
+  }
+  return MatchNames(*bytes);
+}
+
+}  // namespace velmora

@@ -1,0 +1,167 @@
+#include "velmora/platform/text_file.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr size_t kChunk = size_t{64} << 10;
+constexpr size_t kLongestMark = 3;
+constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
+
+bool IsUtf16(TextEncoding encoding) {
+  return encoding == TextEncoding::kUtf16Le || encoding == TextEncoding::kUtf16Be;
+}
+
+size_t UnitSize(TextEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
+
+// Whether the unit at `at` is the ASCII character `c`.
+bool UnitIs(std::string_view bytes, size_t at, char c, TextEncoding encoding) {
+  if (!IsUtf16(encoding)) return bytes[at] == c;
+  const bool little = encoding == TextEncoding::kUtf16Le;
+  return bytes[at + (little ? 0 : 1)] == c && bytes[at + (little ? 1 : 0)] == '\0';
+}
+
+// The place of the first line feed at or after `from`, a place where a unit starts.
+size_t FindLineFeed(std::string_view bytes, size_t from, TextEncoding encoding) {
+  if (!IsUtf16(encoding)) return bytes.find('\n', from);
+  for (size_t at = from; at + 1 < bytes.size(); at += 2)
+    if (UnitIs(bytes, at, '\n', encoding)) return at;
+  return kNotFound;
+}
+
+std::string_view WithoutCarriageReturn(std::string_view line, TextEncoding encoding) {
+  const size_t unit = UnitSize(encoding);
+  if (line.size() < unit || !UnitIs(line, line.size() - unit, '\r', encoding)) return line;
+  return line.substr(0, line.size() - unit);
+}
+
+}  // namespace
+
+bool TextReader::Open(const CString& path, Guess guess) {
+  *this = TextReader();
+  return file_.Open(path) && Start(guess);
+}
+
+bool TextReader::OpenStandardInput(Guess guess) {
+  *this = TextReader();
+  return file_.OpenStandardInput() && Start(guess);
+}
+
+bool TextReader::Start(Guess guess) {
+  guess_ = guess;
+  size_ = file_.Size();
+  while (buffer_.size() < kLongestMark && Fill()) {
+  }
+  encoding_ = EncodingFromMark(buffer_);
+  start_ = ByteOrderMark(encoding_).size();
+  return !failed_;
+}
+
+// Appends what the file has next; what has been returned makes room for it.
+bool TextReader::Fill() {
+  if (at_end_ || failed_) return false;
+  buffer_.erase(0, start_);
+  start_ = 0;
+  const size_t kept = buffer_.size();
+  buffer_.resize(kept + kChunk);
+  const std::int64_t count = file_.Read(std::span(buffer_).subspan(kept));
+  buffer_.resize(kept + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
+  failed_ = count < 0;
+  at_end_ = count == 0;
+  if (count <= 0) {
+    file_.Close();
+    return false;
+  }
+  consumed_ += static_cast<std::uint64_t>(count);
+  return true;
+}
+
+// The bytes of the next line, valid until the next call.
+bool TextReader::TakeLine(std::string_view* bytes) {
+  const size_t unit = UnitSize(encoding_);
+  size_t searched = 0;
+  for (;;) {
+    const std::string_view rest = std::string_view(buffer_).substr(start_);
+    const size_t end = FindLineFeed(rest, searched, encoding_);
+    if (std::min(end, rest.size()) > kLongestLine) {
+      failed_ = true;
+      return false;
+    }
+    if (end != kNotFound) {
+      *bytes = WithoutCarriageReturn(rest.substr(0, end), encoding_);
+      start_ += end + unit;
+      ended_ = true;
+      return true;
+    }
+    searched = rest.size() / unit * unit;
+    if (Fill()) continue;
+    if (failed_ || start_ == buffer_.size()) return false;
+    *bytes = std::string_view(buffer_).substr(start_);
+    start_ = buffer_.size();
+    ended_ = false;
+    return true;
+  }
+}
+
+bool TextReader::ReadLine(CString* line) {
+  std::string_view bytes;
+  if (failed_ || !TakeLine(&bytes)) return false;
+  const bool is_utf8 =
+      encoding_ == TextEncoding::kWindows1252 && guess_ == Guess::kUtf8First && IsValidUtf8(bytes);
+  text_.clear();
+  AppendDecoded(bytes, is_utf8 ? TextEncoding::kUtf8 : encoding_, &text_);
+  *line = CString(std::wstring_view(text_));
+  return true;
+}
+
+bool TextWriter::Begin(const CString& target, const CString& temporary) {
+  bytes_.clear();
+  failed_ = true;
+  // The replacement comes first: it refuses what must not be opened to look for a mark, a pipe say.
+  if (!file_.Begin(target, temporary)) return false;
+  if (FileOrFolderExists(target)) {
+    TextReader old;
+    if (!old.Open(target)) {
+      file_.Abandon();
+      return false;
+    }
+    encoding_ = old.Encoding();
+  } else {
+    encoding_ = TextEncoding::kWindows1252;
+  }
+  bytes_ = ByteOrderMark(encoding_);
+  failed_ = false;
+  return true;
+}
+
+void TextWriter::Write(std::wstring_view text) {
+  while (!text.empty() && !failed_) {
+    const size_t end = text.find(L'\n');
+    failed_ = !AppendEncoded(text.substr(0, end), encoding_, &bytes_);
+    if (end == kNotFound) {
+      text = {};
+    } else {
+      failed_ = failed_ || !AppendEncoded(L"\r\n", encoding_, &bytes_);
+      text.remove_prefix(end + 1);
+    }
+    if (bytes_.size() >= kChunk) Flush();
+  }
+}
+
+void TextWriter::Flush() {
+  failed_ = failed_ || !file_.Write(bytes_);
+  bytes_.clear();
+}
+
+bool TextWriter::Commit() {
+  Flush();
+  const bool done = !failed_ && file_.Commit();
+  file_.Abandon();
+  failed_ = true;
+  return done;
+}
+
+}  // namespace velmora

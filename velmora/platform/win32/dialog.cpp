@@ -1,0 +1,29 @@
+#include "velmora/platform/dialog.h"
+
+#include "velmora/platform/types.h"
+
+namespace velmora {
+namespace {
+
+BOOL CALLBACK TakeMainWindow(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window) || GetWindow(window, GW_OWNER) != nullptr) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// The thread's first visible window that no other owns.
+HWND MainWindow() {
+  HWND found = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), TakeMainWindow, reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
+}  // namespace
+
+bool HasMainWindow() { return MainWindow() != nullptr; }
+
+int NativeMessageBox(const CString& text, unsigned style, const CString& caption) {
+  return MessageBoxW(MainWindow(), text, caption, style);
+}
+
+}  // namespace velmora

@@ -1,0 +1,204 @@
+#include "velmora/platform/files.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "velmora/platform/win32/file_replacement.h"
+#include "velmora/platform/win32/system_file.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
+
+namespace velmora {
+namespace {
+
+constexpr size_t kCopyBuffer = size_t{64} << 10;
+constexpr DWORD kLongestWaitMs = 2000;
+constexpr DWORD kLongestDenialMs = 50;
+
+std::uint64_t Join(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
+
+FileTime LocalTime(const FILETIME& time) {
+  SYSTEMTIME utc{};
+  SYSTEMTIME local{};
+  if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local))
+    return {};
+  return {.year = local.wYear,
+          .month = local.wMonth,
+          .day = local.wDay,
+          .hour = local.wHour,
+          .minute = local.wMinute,
+          .second = local.wSecond};
+}
+
+// `Data` is any of the system's records that begin alike.
+template <class Data>
+FileStatus StatusOf(const Data& data) {
+  const DWORD attributes = data.dwFileAttributes;
+  FileStatus status;
+  status.kind = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::kFolder
+                : (attributes & FILE_ATTRIBUTE_DEVICE) != 0  ? FileKind::kOther
+                                                             : FileKind::kFile;
+  if (status.kind == FileKind::kFile) status.size = Join(data.nFileSizeHigh, data.nFileSizeLow);
+  status.write_protected = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+  status.modified = static_cast<std::int64_t>(
+      Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime));
+  status.modified_local = LocalTime(data.ftLastWriteTime);
+  return status;
+}
+
+std::optional<FileStatus> StatusBehindLink(const wchar_t* path) {
+  const FileHandle file(
+      CreateFileW(path, 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  BY_HANDLE_FILE_INFORMATION data{};
+  if (!file || GetFileInformationByHandle(file.Get(), &data) == 0) return std::nullopt;
+  return StatusOf(data);
+}
+
+bool IsDotName(const CString& name) { return name == L"." || name == L".."; }
+
+bool ListsBefore(const FoundFile& a, const FoundFile& b) {
+  if (IsDotName(a.name) != IsDotName(b.name)) return IsDotName(a.name);
+  const int order = CompareNoCase(a.name.GetView(), b.name.GetView());
+  return order != 0 ? order < 0 : a.name < b.name;
+}
+
+FoundFile EntryOf(const WIN32_FIND_DATAW& data, const CString& folder) {
+  FoundFile entry{.name = data.cFileName, .short_name = data.cAlternateFileName, .status = StatusOf(data)};
+  if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+    entry.status = StatusBehindLink(folder + entry.name).value_or(entry.status);
+  return entry;
+}
+
+bool IsFolder(const wchar_t* path) {
+  const DWORD attributes = GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// Waits for a program that is just replacing the file.
+FileHandle OpenToRead(const wchar_t* path) {
+  FileHandle file;
+  if (IsFolder(path)) return file;
+  Persist(kLongestWaitMs, kLongestDenialMs, [&] {
+    file = FileHandle(CreateFileW(path, GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    return static_cast<bool>(file);
+  });
+  return file;
+}
+
+std::int64_t ReadSome(HANDLE file, std::span<char> buffer) {
+  constexpr size_t kMostRead = size_t{1} << 24;
+  DWORD count = 0;
+  if (ReadFile(file, buffer.data(), static_cast<DWORD>(std::min(buffer.size(), kMostRead)), &count, nullptr))
+    return count;
+  // The writer of a pipe is done.
+  return GetLastError() == ERROR_BROKEN_PIPE || GetLastError() == ERROR_HANDLE_EOF ? 0 : -1;
+}
+
+std::uint64_t SizeOf(HANDLE file) {
+  LARGE_INTEGER size{};
+  if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &size) == 0) return 0;
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+}  // namespace
+
+std::optional<FileStatus> GetFileStatus(const CString& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  const bool there = Persist(kLongestDenialMs, kLongestDenialMs, [&] {
+    return GetFileAttributesExW(SystemPath(path), GetFileExInfoStandard, &data) != 0;
+  });
+  if (!there) return std::nullopt;
+  if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return StatusBehindLink(SystemPath(path));
+  return StatusOf(data);
+}
+
+bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }
+
+bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
+  const FileHandle source = OpenToRead(SystemPath(from));
+  FILETIME modified{};
+  if (!source || GetFileType(source.Get()) != FILE_TYPE_DISK ||
+      GetFileTime(source.Get(), nullptr, nullptr, &modified) == 0)
+    return false;
+  if (keep_existing && FileOrFolderExists(to)) return false;
+  NewFile copy;
+  if (!copy.Begin(to, CString())) return false;
+  std::vector<char> buffer(kCopyBuffer);
+  std::int64_t count = 0;
+  while ((count = ReadSome(source.Get(), buffer)) > 0)
+    if (!copy.Write(std::string_view(buffer.data(), static_cast<size_t>(count)))) return false;
+  copy.SetModified(modified);
+  return count == 0 && copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
+}
+
+bool RemoveWholeFile(const CString& path) {
+  return Persist(kLongestWaitMs, kLongestDenialMs, [&] { return DeleteFileW(SystemPath(path)) != 0; });
+}
+
+bool RemoveEmptyFolder(const CString& path) { return RemoveDirectoryW(SystemPath(path)) != 0; }
+
+bool MakeFolder(const CString& path) { return CreateDirectoryW(SystemPath(path), nullptr) != 0; }
+
+std::vector<FoundFile> FindFiles(const CString& pattern) {
+  const size_t separator = pattern.GetView().find_last_of(L"\\/:");
+  const CString folder =
+      separator == std::wstring_view::npos ? CString() : CString(pattern.GetView().substr(0, separator + 1));
+  WIN32_FIND_DATAW data{};
+  const HANDLE search = FindFirstFileW(SystemPath(pattern), &data);
+  if (search == INVALID_HANDLE_VALUE) return {};
+  std::vector<FoundFile> found;
+  do {
+    found.push_back(EntryOf(data, folder));
+  } while (FindNextFileW(search, &data) != 0);
+  FindClose(search);
+  std::sort(found.begin(), found.end(), ListsBefore);
+  return found;
+}
+
+struct InputFile::System {
+  FileHandle owned;
+  HANDLE handle = INVALID_HANDLE_VALUE;
+};
+
+InputFile::InputFile() = default;
+InputFile::~InputFile() = default;
+InputFile::InputFile(InputFile&&) noexcept = default;
+InputFile& InputFile::operator=(InputFile&&) noexcept = default;
+
+bool InputFile::Open(const CString& path) {
+  Close();
+  auto opened = std::make_unique<System>();
+  opened->owned = OpenToRead(SystemPath(path));
+  opened->handle = opened->owned.Get();
+  if (!opened->owned) return false;
+  system_ = std::move(opened);
+  return true;
+}
+
+bool InputFile::OpenStandardInput() {
+  Close();
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  if (input == nullptr || input == INVALID_HANDLE_VALUE) return false;
+  system_ = std::make_unique<System>();
+  system_->handle = input;
+  return true;
+}
+
+std::int64_t InputFile::Read(std::span<char> buffer) {
+  return system_ ? ReadSome(system_->handle, buffer) : -1;
+}
+
+std::uint64_t InputFile::Size() const { return system_ ? SizeOf(system_->handle) : 0; }
+
+void InputFile::Close() { system_.reset(); }
+
+CString PathFromSystem(std::string_view name) {
+  std::wstring path = WideFromUtf8(name);
+  std::replace(path.begin(), path.end(), L'/', L'\\');
+  return CString(std::wstring_view(path));
+}
+
+std::string PathForDisplay(const CString& path) { return ToUtf8(path); }
+
+}  // namespace velmora
