@@ -4,6 +4,8 @@ add_library(velmora_options INTERFACE)
 target_include_directories(velmora_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(velmora_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${VELMORA_WERROR}>:-Werror>
+  # GCC 12 sees overlaps inside operator+ of std::string that are not there.
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   -fvisibility=hidden -fvisibility-inlines-hidden
   # The same bits from every compiler and processor: no fused multiply-add behind our back.
   -ffp-contract=off)
