@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "tests/support/shell.h"
+#include "velmora/platform/files.h"
 
 namespace velmora::testing {
 namespace {
