@@ -34,8 +34,10 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     return kDone;
   } catch (const CLI::CallForHelp&) {
     const CLI::App* asked = &app;
-    while (!asked->get_subcommands().empty()) asked = asked->get_subcommands().front();
-    PrintLine(stdout, asked->help());
+    std::string called_as;
+    for (; !asked->get_subcommands().empty(); asked = asked->get_subcommands().front())
+      called_as += (called_as.empty() ? "" : " ") + asked->get_name();
+    PrintLine(stdout, asked->help(called_as));
     return kDone;
   } catch (const CLI::CallForVersion&) {
     PrintLine(stdout, app.version());

@@ -11,7 +11,8 @@ void AddFormatOptions(CLI::App* verb, OutputOptions* options) {
 }
 
 void AddOutputOptions(CLI::App* verb, OutputOptions* options) {
-  verb->add_option("-o", options->file, "Write the result to OUT (.csv and .json choose the form)")->type_name("OUT");
+  verb->add_option("-o", options->file, "Write the result to OUT (.csv and .json choose the form)")
+      ->type_name("OUT");
   AddFormatOptions(verb, options);
 }
 

@@ -24,7 +24,8 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
   if (!open) {
     const std::optional<FileStatus> status = GetFileStatus(path);
     if (!status) throw Refusal(At(file, "no such file; check the name"));
-    if (status->kind == FileKind::kFolder) throw Refusal(At(file, "is a folder; name an alignment file in it"));
+    if (status->kind == FileKind::kFolder)
+      throw Refusal(At(file, "is a folder; name an alignment file in it"));
     throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
   }
   int lines = 0;
@@ -38,11 +39,13 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
       input->bad_lines.push_back({number, ToUtf8(line.Left(120))});
   });
   if (result < 0)
-    throw Refusal(At(file, lines + 1, "cannot be read further: a read error, or a line far too long for an alignment"));
+    throw Refusal(
+        At(file, lines + 1, "cannot be read further: a read error, or a line far too long for an alignment"));
   input->plan = Points(&input->set.plan);
   input->profile = Points(&input->set.profil);
   if (!input->plan.empty() || !input->profile.empty()) return;
-  if (lines == 0) throw Refusal(At(file, "is empty; an alignment has a line \"x y bulge station\" for each point"));
+  if (lines == 0)
+    throw Refusal(At(file, "is empty; an alignment has a line \"x y bulge station\" for each point"));
   throw Refusal(At(file, "is no alignment: none of its " + std::to_string(lines) +
                              " lines begins with the numbers of a point (x y bulge station)"));
 }
@@ -51,14 +54,16 @@ void RequirePlan(const AlignmentInput& input) {
   if (input.plan.empty())
     throw Refusal(At(input.file, "holds only a profile; this needs a plan (type 1 on the first line)"));
   if (input.plan.size() < 2)
-    throw Refusal(At(input.file, input.plan_lines[0], "is the plan's only point; an alignment needs two or more"));
+    throw Refusal(
+        At(input.file, input.plan_lines[0], "is the plan's only point; an alignment needs two or more"));
 }
 
 void RequireProfile(const AlignmentInput& input) {
   if (input.profile.empty())
     throw Refusal(At(input.file, "has no profile; levels need one (type 10, or a section \"Profil\")"));
   if (input.profile.size() < 2)
-    throw Refusal(At(input.file, input.profile_lines[0], "is the profile's only point; it needs two or more"));
+    throw Refusal(
+        At(input.file, input.profile_lines[0], "is the profile's only point; it needs two or more"));
 }
 
 }  // namespace velmora::cli

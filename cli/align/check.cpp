@@ -40,15 +40,16 @@ void GrowBoxByArc(const kovltype& a, const kovltype& b, Box* box) {
 
 std::string Metres(double value) { return FormatFixed(value, 3) + " m"; }
 
-void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& lines, bool descending, size_t i,
-                   std::vector<Finding>* findings) {
+void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& lines, bool descending,
+                   size_t i, std::vector<Finding>* findings) {
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
   const int line = lines[i + 1];
   if (step == 0)
-    findings->push_back({line, "station " + FormatFixed(points[i + 1].sek, 3) + " is that of the point before"});
+    findings->push_back(
+        {line, "station " + FormatFixed(points[i + 1].sek, 3) + " is that of the point before"});
   else if (!(step > 0))
-    findings->push_back({line, "station " + FormatFixed(points[i + 1].sek, 3) + " turns back; stations here " +
-                                   (descending ? "fall" : "rise")});
+    findings->push_back({line, "station " + FormatFixed(points[i + 1].sek, 3) +
+                                   " turns back; stations here " + (descending ? "fall" : "rise")});
 }
 
 }  // namespace
@@ -62,7 +63,8 @@ double SegmentLength(const kovltype& a, const kovltype& b) {
 
 std::vector<Finding> CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   std::vector<Finding> findings;
-  if (points.size() == 1) findings.push_back({lines[0], "the plan has only this point; it needs two or more"});
+  if (points.size() == 1)
+    findings.push_back({lines[0], "the plan has only this point; it needs two or more"});
   const bool descending = points.size() >= 2 && points[0].sek > points[1].sek;
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
@@ -70,22 +72,26 @@ std::vector<Finding> CheckPlan(const std::vector<kovltype>& points, const std::v
     const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
     if (coincident) findings.push_back({lines[i + 1], "coincides with the point before"});
     if (coincident && !IsStraight(a.bulge))
-      findings.push_back({lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points makes no arc"});
+      findings.push_back(
+          {lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points makes no arc"});
     else if (std::fabs(a.bulge) > 1)
-      findings.push_back({lines[i], "bulge " + FormatFixed(a.bulge, 4) + " is an arc of more than half a circle; "
-                                                                         "it is run the shorter way"});
+      findings.push_back({lines[i], "bulge " + FormatFixed(a.bulge, 4) +
+                                        " is an arc of more than half a circle; "
+                                        "it is run the shorter way"});
     CheckStations(points, lines, descending, i, &findings);
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);
     if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
-      findings.push_back({lines[i], "stations give this segment " + Metres(step) + ", its points " + Metres(length)});
+      findings.push_back(
+          {lines[i], "stations give this segment " + Metres(step) + ", its points " + Metres(length)});
   }
   return findings;
 }
 
 std::vector<Finding> CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   std::vector<Finding> findings;
-  if (points.size() == 1) findings.push_back({lines[0], "the profile has only this point; it needs two or more"});
+  if (points.size() == 1)
+    findings.push_back({lines[0], "the profile has only this point; it needs two or more"});
   for (size_t i = 0; i < points.size(); ++i) {
     if (points[i].y != points[i].sek)
       findings.push_back({lines[i], "profile station " + FormatFixed(points[i].y, 3) + " and " +

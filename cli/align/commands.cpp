@@ -45,9 +45,11 @@ Range ToRange(const std::string& text, double (*read)(const std::string&)) {
 
 // An option with one value, handed to `take`.
 template <class Take>
-CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar, const std::string& help,
-                      Take take) {
-  return verb->add_option_function<std::string>(name, std::move(take), help)->type_name(metavar)->type_size(1);
+CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar,
+                      const std::string& help, Take take) {
+  return verb->add_option_function<std::string>(name, std::move(take), help)
+      ->type_name(metavar)
+      ->type_size(1);
 }
 
 void AddLocate(CLI::App* align) {
@@ -61,9 +63,10 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->area = ToRange(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToRange(text, ToNumber); });
-  verb->add_option("--mode", options->mode,
-                   "Search: 0 everything (default), 1 only around the station guessed from the ends, 2 segments "
-                   "without vertices")
+  verb->add_option(
+          "--mode", options->mode,
+          "Search: 0 everything (default), 1 only around the station guessed from the ends, 2 segments "
+          "without vertices")
       ->check(CLI::Range(0, 2));
   AddOutputOptions(verb, &options->output);
   verb->callback([options] { AlignLocate(*options); });
@@ -73,7 +76,9 @@ void AddPlace(CLI::App* align) {
   auto options = std::make_shared<PlaceOptions>();
   CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points and levels");
   AddFile(verb, &options->file);
-  verb->add_option("--stations", options->stations, "CSV with id, station and offset")->required()->type_name("CSV");
+  verb->add_option("--stations", options->stations, "CSV with id, station and offset")
+      ->required()
+      ->type_name("CSV");
   AddOutputOptions(verb, &options->output);
   verb->callback([options] { AlignPlace(*options); });
 }
@@ -99,7 +104,8 @@ template <class Run>
 std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   auto options = std::make_shared<EditOptions>();
   AddFile(verb, &options->file);
-  verb->add_option("-o", options->to, "Write the alignment to OUT, which may be FILE; without it the points are shown")
+  verb->add_option("-o", options->to,
+                   "Write the alignment to OUT, which may be FILE; without it the points are shown")
       ->type_name("OUT");
   AddFormatOptions(verb, &options->output);
   verb->callback([options, run] { run(*options); });
@@ -107,11 +113,12 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
 }
 
 void AddEdits(CLI::App* align) {
-  CLI::App* stations = align->add_subcommand("stations", "Compute all stations anew from a start and the lengths");
+  CLI::App* stations =
+      align->add_subcommand("stations", "Compute all stations anew from a start and the lengths");
   auto recompute = AddEdit(stations, AlignStations);
-  AddValue(stations, "--start", "S", "Station of the first point",
-           [recompute](const std::string& text) { recompute->start = ToStation(text); })
-      ->required();
+  AddValue(stations, "--start", "S", "Station of the first point", [recompute](const std::string& text) {
+    recompute->start = ToStation(text);
+  })->required();
 
   CLI::App* shift = align->add_subcommand("shift", "Shift all stations so that one point gets a given one");
   auto move = AddEdit(shift, AlignShift);
@@ -122,13 +129,13 @@ void AddEdits(CLI::App* align) {
              move->y = at.high;
            })
       ->required();
-  AddValue(shift, "--station", "S", "The station it gets",
-           [move](const std::string& text) { move->station = ToStation(text); })
-      ->required();
+  AddValue(shift, "--station", "S", "The station it gets", [move](const std::string& text) {
+    move->station = ToStation(text);
+  })->required();
 
   CLI::App* extend = align->add_subcommand("extend", "Lengthen the alignment straight on at its ends");
   auto lengthen = AddEdit(extend, AlignExtend);
-  const auto metres = [](double EditOptions::* end, std::shared_ptr<EditOptions> options) {
+  const auto metres = [](double EditOptions::*end, std::shared_ptr<EditOptions> options) {
     return [end, options](const std::string& text) {
       (*options).*end = ToNumber(text);
       if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length is not negative");
@@ -159,7 +166,8 @@ void AddInfo(CLI::App* align) {
 }  // namespace
 
 void AddAlignCommands(CLI::App& app) {
-  CLI::App* align = app.add_subcommand("align", "Road alignments: information, station and offset, levels, drawing");
+  CLI::App* align =
+      app.add_subcommand("align", "Road alignments: information, station and offset, levels, drawing");
   align->require_subcommand(1);
   AddInfo(align);
   AddLocate(align);

@@ -44,8 +44,9 @@ void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
     return;
   }
   if (input->set.Uppdat(PathFromSystem(options.to)) < 0)
-    throw Refusal(At(options.to, "cannot be written (no such folder, write-protected, or the disk is full); nothing "
-                                 "was changed there"));
+    throw Refusal(At(options.to,
+                     "cannot be written (no such folder, write-protected, or the disk is full); nothing "
+                     "was changed there"));
   const PlanMeasures now = MeasurePlan([&] {
     std::vector<kovltype> points;
     CVaglinje& plan = input->set.plan;
@@ -70,7 +71,8 @@ void WarnAboutArcs(const std::vector<kovltype>& points, CVaglinje* plan) {
   }
   if (worst > kNoticed)
     Warn("stations differ by up to " + FormatFixed(worst, 3) +
-         " m from the lengths of the drawn arcs: the suite measures each segment by the bulge of its later point");
+         " m from the lengths of the drawn arcs: the suite measures each segment by the bulge of its later "
+         "point");
 }
 
 }  // namespace
@@ -81,8 +83,9 @@ void AlignStations(const EditOptions& options) {
   input.set.plan.SektBerak(options.start);
   WarnAboutArcs(input.plan, &input.set.plan);
   if (!input.profile.empty())
-    Warn(At(options.file, "the profile keeps its stations " + StationText(input.profile.front().y, options.output.km) +
-                              " to " + StationText(input.profile.back().y, options.output.km)));
+    Warn(At(options.file, "the profile keeps its stations " +
+                              StationText(input.profile.front().y, options.output.km) + " to " +
+                              StationText(input.profile.back().y, options.output.km)));
   WriteOrShow(options, &input);
 }
 
@@ -106,14 +109,17 @@ void AlignShift(const EditOptions& options) {
 }
 
 void AlignExtend(const EditOptions& options) {
-  if (options.before == 0 && options.after == 0) throw Refusal("nothing to extend: give --before M, --after M or both");
+  if (options.before == 0 && options.after == 0)
+    throw Refusal("nothing to extend: give --before M, --after M or both");
   AlignmentInput input;
   Open(options, &input);
   if (input.Descending())
-    throw Refusal(At(options.file, "its stations fall, and only an alignment with rising ones can be extended"));
+    throw Refusal(
+        At(options.file, "its stations fall, and only an alignment with rising ones can be extended"));
   if (input.set.plan.Extend(options.before, options.after) < 0)
-    throw Refusal(At(options.file, "an end cannot be placed: the alignment must run half a metre of station into "
-                                   "the line at that end, with points apart from each other"));
+    throw Refusal(At(options.file,
+                     "an end cannot be placed: the alignment must run half a metre of station into "
+                     "the line at that end, with points apart from each other"));
   WriteOrShow(options, &input);
 }
 

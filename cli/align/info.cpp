@@ -25,7 +25,8 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
   const bool has_profile = !input.profile.empty();
   const std::string type = has_plan && has_profile ? "plan and profile" : has_plan ? "plan" : "profile";
   std::vector<Fact> facts = {{"name", "Name", input.Name(), input.Name()}, {"type", "Type", type, type}};
-  const auto add = [&](const std::string& key, const std::string& label, Cell value, const std::string& text) {
+  const auto add = [&](const std::string& key, const std::string& label, Cell value,
+                       const std::string& text) {
     facts.push_back({key, label, std::move(value), text});
   };
   const auto add_count = [&](const std::string& key, const std::string& label, std::int64_t count) {
@@ -51,19 +52,22 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
     add_count("arcs", "", plan.arcs);
     add("smallest_radius", "", plan.smallest_radius ? Cell(Number{*plan.smallest_radius}) : Cell(), "");
     add("", "Arcs", {},
-        plan.arcs == 0 ? "none" : std::to_string(plan.arcs) + ", smallest radius " + Metres(*plan.smallest_radius));
+        plan.arcs == 0 ? "none"
+                       : std::to_string(plan.arcs) + ", smallest radius " + Metres(*plan.smallest_radius));
   }
   if (has_profile) {
-    const auto [low, high] = std::minmax_element(input.profile.begin(), input.profile.end(),
-                                                 [](const kovltype& a, const kovltype& b) { return a.x < b.x; });
+    const auto [low, high] =
+        std::minmax_element(input.profile.begin(), input.profile.end(),
+                            [](const kovltype& a, const kovltype& b) { return a.x < b.x; });
     add_count("profile_points", "Profile points", static_cast<std::int64_t>(input.profile.size()));
     add("profile_first_station", "", Number{input.profile.front().y}, "");
     add("profile_last_station", "", Number{input.profile.back().y}, "");
     add("min_level", "", Number{low->x}, "");
     add("max_level", "", Number{high->x}, "");
     add("", "Profile", {},
-        "stations " + StationText(input.profile.front().y, km) + " to " + StationText(input.profile.back().y, km) +
-            ", levels " + FormatFixed(low->x, 3) + " to " + Metres(high->x));
+        "stations " + StationText(input.profile.front().y, km) + " to " +
+            StationText(input.profile.back().y, km) + ", levels " + FormatFixed(low->x, 3) + " to " +
+            Metres(high->x));
   }
   return facts;
 }
@@ -72,18 +76,22 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
 std::vector<Finding> FindingsOf(const AlignmentInput& input) {
   std::vector<Finding> findings;
   for (const AlignmentInput::BadLine& bad : input.bad_lines)
-    findings.push_back({bad.number, bad.text.empty() ? "empty line, skipped"
-                                                     : "unreadable, skipped: " + Quoted(bad.text)});
-  for (auto& more : {CheckPlan(input.plan, input.plan_lines), CheckProfile(input.profile, input.profile_lines)})
+    findings.push_back(
+        {bad.number, bad.text.empty() ? "empty line, skipped" : "unreadable, skipped: " + Quoted(bad.text)});
+  for (auto& more :
+       {CheckPlan(input.plan, input.plan_lines), CheckProfile(input.profile, input.profile_lines)})
     findings.insert(findings.end(), more.begin(), more.end());
-  std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) { return a.line < b.line; });
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
   return findings;
 }
 
-void WriteTable(Sink& sink, const std::vector<Fact>& facts, const std::vector<Finding>& findings, std::int64_t more) {
+void WriteTable(Sink& sink, const std::vector<Fact>& facts, const std::vector<Finding>& findings,
+                std::int64_t more) {
   constexpr size_t kListed = 20;
   for (const Fact& fact : facts)
-    if (!fact.label.empty()) sink.Write(fact.label + std::string(16 - fact.label.size(), ' ') + fact.text + "\n");
+    if (!fact.label.empty())
+      sink.Write(fact.label + std::string(16 - fact.label.size(), ' ') + fact.text + "\n");
   if (findings.empty()) {
     sink.Write("Findings        none\n");
     return;
@@ -104,7 +112,8 @@ void WriteJson(Sink& sink, const std::vector<Fact>& facts, const std::vector<Fin
     if (!fact.key.empty()) text += "  " + JsonString(fact.key) + ": " + JsonCell(fact.value) + ",\n";
   text += "  \"findings\": [";
   for (size_t i = 0; i < findings.size(); ++i)
-    text += (i == 0 ? "\n" : ",\n") + ("    {\"line\": " + std::to_string(findings[i].line) + ", \"text\": ") +
+    text += (i == 0 ? "\n" : ",\n") +
+            ("    {\"line\": " + std::to_string(findings[i].line) + ", \"text\": ") +
             JsonString(findings[i].text) + "}";
   sink.Write(text + (findings.empty() ? "]\n}\n" : "\n  ]\n}\n"));
 }

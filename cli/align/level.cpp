@@ -25,9 +25,9 @@ void AlignLevel(const LevelOptions& options) {
   records.Finish();
   sink.Finish();
   if (all) return;
-  Warn(At(options.file, "the profile has levels from station " +
-                            StationText(input.profile.front().y, options.output.km) + " up to, not including, " +
-                            StationText(input.profile.back().y, options.output.km)));
+  Warn(At(options.file,
+          "the profile has levels from station " + StationText(input.profile.front().y, options.output.km) +
+              " up to, not including, " + StationText(input.profile.back().y, options.output.km)));
   throw ExitWith{1};
 }
 

@@ -43,7 +43,8 @@ class Tally {
         parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
     }
     if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
-    return std::to_string(rows) + (rows == 1 ? " point: " : " points: ") + (parts.empty() ? "" : parts.substr(2));
+    return std::to_string(rows) + (rows == 1 ? " point" : " points") +
+           (parts.empty() ? "" : ": " + parts.substr(2));
   }
 
  private:
@@ -123,7 +124,8 @@ void AlignLocate(const LocateOptions& options) {
   sink.Finish();
   if (axes.LooksSwapped())
     Warn(At(options.points, "northing and easting look exchanged: " + std::to_string(axes.NearSwapped()) +
-                                " points lie near the road with them swapped, " + std::to_string(axes.Near()) +
+                                " points lie near the road with them swapped, " +
+                                std::to_string(axes.Near()) +
                                 " as they stand; check the columns' titles or order"));
   if (tally.Unreadable() == 0) return;
   Warn(At(options.points, first_problem.line,

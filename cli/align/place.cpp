@@ -74,7 +74,8 @@ void AlignPlace(const PlaceOptions& options) {
     cells[9] = list.Line();
     const std::optional<double> station = StationOf(list);
     const bool no_offset = list.Text(kOffset).empty();
-    const std::optional<double> offset = no_offset ? 0.0 : ParseOffset(list.Text(kOffset), list.DecimalComma());
+    const std::optional<double> offset =
+        no_offset ? 0.0 : ParseOffset(list.Text(kOffset), list.DecimalComma());
     if (!station || !offset) {
       const std::string problem = list.Problem(!station ? kStation : kOffset);
       if (unreadable++ == 0) first_problem = At(options.stations, list.Line(), problem);
@@ -88,7 +89,8 @@ void AlignPlace(const PlaceOptions& options) {
     cells[4] = OffsetText(*offset);
     double x = 0;
     double y = 0;
-    const bool placed = input.set.plan.Vag2xy(*station, *offset, &x, &y) == 0 && std::isfinite(x) && std::isfinite(y);
+    const bool placed =
+        input.set.plan.Vag2xy(*station, *offset, &x, &y) == 0 && std::isfinite(x) && std::isfinite(y);
     if (placed) {
       cells[5] = Number{x};
       cells[6] = Number{y};

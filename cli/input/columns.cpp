@@ -56,8 +56,9 @@ void ListReader::TakeHeader() {
     }
   for (size_t i = 0; i < roles_.size(); ++i)
     if (roles_[i].required && !columns_[i])
-      throw Refusal(At(rows_.File(), rows_.Line(), "no column for " + roles_[i].name + "; name one of them " +
-                                                       Titles(roles_[i]) + ", or leave the header out"));
+      throw Refusal(At(rows_.File(), rows_.Line(),
+                       "no column for " + roles_[i].name + "; name one of them " + Titles(roles_[i]) +
+                           ", or leave the header out"));
 }
 
 bool ListReader::Next() {

@@ -76,7 +76,8 @@ bool RowReader::Next() {
     return true;
   }
   if (reader_.Failed())
-    throw Refusal(At(file_, line_ + 1, "cannot be read further: a read error, or a line far too long for a list"));
+    throw Refusal(
+        At(file_, line_ + 1, "cannot be read further: a read error, or a line far too long for a list"));
   return false;
 }
 

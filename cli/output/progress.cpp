@@ -16,7 +16,10 @@ constexpr size_t kBarWidth = 30;
 }  // namespace
 
 Progress::Progress(std::string what, std::uint64_t total)
-    : what_(std::move(what)), total_(total), wanted_(StandardErrorIsTerminal()), next_(Clock::now() + kPatience) {}
+    : what_(std::move(what)),
+      total_(total),
+      wanted_(StandardErrorIsTerminal()),
+      next_(Clock::now() + kPatience) {}
 
 Progress::~Progress() {
   if (shown_) std::fputs("\r\033[K", stderr);

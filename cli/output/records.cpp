@@ -11,8 +11,9 @@ namespace velmora::cli {
 namespace {
 
 bool EndsWith(const std::string& text, std::string_view end) {
-  return text.size() >= end.size() && std::equal(end.rbegin(), end.rend(), text.rbegin(),
-                                                 [](char a, char b) { return a == (b | 32) || (a | 32) == b; });
+  return text.size() >= end.size() && std::equal(end.rbegin(), end.rend(), text.rbegin(), [](char a, char b) {
+           return a == (b | 32) || (a | 32) == b;
+         });
 }
 
 std::string CellText(const Cell& cell) {
@@ -32,7 +33,8 @@ std::string TableText(const Cell& cell) {
 }
 
 std::string CsvText(const Cell& cell) {
-  if (const auto* number = std::get_if<Number>(&cell)) return FormatFixed(number->value, number->decimals + 1);
+  if (const auto* number = std::get_if<Number>(&cell))
+    return FormatFixed(number->value, number->decimals + 1);
   const std::string text = CellText(cell);
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
   std::string quoted = "\"";
@@ -131,8 +133,8 @@ Cell StationCell(double station, bool km) {
 }
 
 size_t DisplayWidth(std::string_view text) {
-  return static_cast<size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+  return static_cast<size_t>(std::count_if(
+      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 std::string JsonString(std::string_view text) {

@@ -64,8 +64,9 @@ void Sink::Finish() {
 
 void Sink::Fail() const {
   if (IsStandard(file_)) throw Refusal("standard output cannot be written; is the disk full?");
-  throw Refusal(At(file_, "cannot be written (no such folder, write-protected, or the disk is full); nothing "
-                          "was changed there"));
+  throw Refusal(At(file_,
+                   "cannot be written (no such folder, write-protected, or the disk is full); nothing "
+                   "was changed there"));
 }
 
 }  // namespace velmora::cli

@@ -28,7 +28,8 @@ void ShowPoints(const ShowOptions& options) {
   const OutputFormat format = options.output.Format();
   Sink sink(options.output.file, {options.file});
   if (format == OutputFormat::kTable) {
-    const double header[] = {points.huvud1, points.huvud2, points.huvud3, points.huvud4, points.huvud5, points.huvud6};
+    const double header[] = {points.huvud1, points.huvud2, points.huvud3,
+                             points.huvud4, points.huvud5, points.huvud6};
     std::string line = "Header ";
     for (const double value : header) line += " " + FormatShortest(value);
     sink.Write(line + "\n");

@@ -51,8 +51,9 @@ class AlignCommand : public ::testing::Test {
 
   // A right-angled road without arcs, 100 m east and then 100 m north, stations from 0.
   std::string Corner() {
-    return Put(L"corner.vl",
-               "0 0 0 0 1 $Corner\r\n0 100 0 100\r\n100 100 0 200\r\n*\r\nProfil\r\n*\r\n10 0 0\r\n20 200 0\r\n");
+    return Put(
+        L"corner.vl",
+        "0 0 0 0 1 $Corner\r\n0 100 0 100\r\n100 100 0 200\r\n*\r\nProfil\r\n*\r\n10 0 0\r\n20 200 0\r\n");
   }
 
   TemporaryFolder folder_;
@@ -76,13 +77,13 @@ TEST_F(AlignCommand, InfoTellsWhatTheExampleHolds) {
 
 TEST_F(AlignCommand, InfoNamesEveryFaultWithItsLine) {
   const std::string file = Put(L"bad.vl",
-                               "0 0 0 0 1 $Bad\n"     // 1
-                               "rubbish\n"            // 2
-                               "0 100 1.5 100\n"      // 3: more than half a circle
-                               "0 200 0 90\n"         // 4: turns back
-                               "0 200 0.5 190\n"      // 5: coincides, and its bulge meets
-                               "0 200 0 190\n"        // 6: another point here at the same station
-                               "\n");                 // 7
+                               "0 0 0 0 1 $Bad\n"  // 1
+                               "rubbish\n"         // 2
+                               "0 100 1.5 100\n"   // 3: more than half a circle
+                               "0 200 0 90\n"      // 4: turns back
+                               "0 200 0.5 190\n"   // 5: coincides, and its bulge meets
+                               "0 200 0 190\n"     // 6: another point here at the same station
+                               "\n");              // 7
   const json info = json::parse(RunVelmora({"align", "info", file, "--json"}).out);
   std::string all;
   for (const json& finding : info["findings"])
@@ -126,15 +127,15 @@ TEST_F(AlignCommand, LocateGivesStationOffsetSideLevelAndStatus) {
   EXPECT_EQ(rows[5]["status"], "unreadable row (line 7): northing \"1O\" is no number");
 
   // Without the vertices the wedge is no place on the road.
-  const json segments = json::parse(
-      RunVelmora({"align", "locate", Corner(), "--points", points, "--mode", "2", "--json"}).out);
+  const json segments =
+      json::parse(RunVelmora({"align", "locate", Corner(), "--points", points, "--mode", "2", "--json"}).out);
   EXPECT_EQ(segments[2]["status"], "nothing found");
 }
 
 TEST_F(AlignCommand, AreaAndOffsetsKeepPointsOutWithoutHidingThem) {
   const std::string points = Put(L"p.csv", "a,-5,50\nb,-5,90\nc,25,50\n");
-  const json rows = json::parse(RunVelmora({"align", "locate", Corner(), "--points", points, "--area", "0:0/060",
-                                            "--offsets", "-10:10", "--json"})
+  const json rows = json::parse(RunVelmora({"align", "locate", Corner(), "--points", points, "--area",
+                                            "0:0/060", "--offsets", "-10:10", "--json"})
                                     .out);
   EXPECT_EQ(rows[0]["status"], "on the alignment");
   EXPECT_EQ(rows[1]["status"], "outside the area");
@@ -217,7 +218,8 @@ TEST_F(AlignCommand, EditsWriteAWholeAlignment) {
             "20.0000 200.0000 0.0000\r\n");
 
   // A shift takes the profile along.
-  ASSERT_EQ(RunVelmora({"align", "shift", Corner(), "--at", "0,100", "--station", "500", "-o", out}).status, 0);
+  ASSERT_EQ(RunVelmora({"align", "shift", Corner(), "--at", "0,100", "--station", "500", "-o", out}).status,
+            0);
   EXPECT_EQ(ReadBytes(PathOf(L"out.vl")),
             "0.0000 0.0000 0.0000 400.0000 1 $Corner\r\n0.0000 100.0000 0.0000 500.0000\r\n"
             "100.0000 100.0000 0.0000 600.0000\r\n*\r\nProfil\r\n*\r\n10.0000 400.0000 0.0000\r\n"
@@ -262,23 +264,27 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
   ExpectRefused(RunVelmora({"align", "info", binary}), "noise.vl: is no alignment");
   ExpectRefused(RunVelmora({"align", "info", empty}), "empty.vl: is empty");
   ExpectRefused(RunVelmora({"align", "locate", one, "--points", points}), "one.vl:1: ");
-  ExpectRefused(RunVelmora({"align", "locate", profile, "--points", points}), "profile.vl: holds only a profile");
+  ExpectRefused(RunVelmora({"align", "locate", profile, "--points", points}),
+                "profile.vl: holds only a profile");
   ExpectRefused(RunVelmora({"align", "level", one, "--station", "1"}), "one.vl: has no profile");
-  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", wrong_header}), "h.csv:1: no column for northing");
-  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", AsArgument(PathOf(L"no.csv"))}), "no.csv");
+  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", wrong_header}),
+                "h.csv:1: no column for northing");
+  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", AsArgument(PathOf(L"no.csv"))}),
+                "no.csv");
   ExpectRefused(RunVelmora({"align", "shift", Corner(), "--at", "1,1", "--station", "0"}), "within 1 mm");
-  ExpectRefused(RunVelmora({"align", "extend", Example("road-falling.vl"), "--before", "5"}), "its stations fall");
+  ExpectRefused(RunVelmora({"align", "extend", Example("road-falling.vl"), "--before", "5"}),
+                "its stations fall");
 }
 
 TEST_F(AlignCommand, WrongUsageIsStatusTwo) {
-  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-           {},
-           {"align"},
-           {"align", "fly"},
-           {"align", "locate", "x.vl"},
-           {"align", "locate", "x.vl", "--points", "p", "--mode", "3"},
-           {"align", "level", "x.vl", "--station", "12x"},
-           {"align", "info", "x.vl", "--csv", "--json"}}) {
+  for (const std::vector<std::string>& arguments :
+       std::vector<std::vector<std::string>>{{},
+                                             {"align"},
+                                             {"align", "fly"},
+                                             {"align", "locate", "x.vl"},
+                                             {"align", "locate", "x.vl", "--points", "p", "--mode", "3"},
+                                             {"align", "level", "x.vl", "--station", "12x"},
+                                             {"align", "info", "x.vl", "--csv", "--json"}}) {
     const Ran ran = RunVelmora(arguments);
     EXPECT_EQ(ran.status, 2) << ran.err;
     EXPECT_EQ(CountOf(ran.err, "\n"), 1) << ran.err;
@@ -301,7 +307,8 @@ TEST_F(AlignCommand, TheDrawingHoldsTheRoadAndItsBorings) {
 }
 
 TEST_F(AlignCommand, KilometresAndTheTableForPeople) {
-  const Ran ran = RunVelmora({"align", "locate", Example("road.vl"), "--points", Example("borhal.csv"), "--km"});
+  const Ran ran =
+      RunVelmora({"align", "locate", Example("road.vl"), "--points", Example("borhal.csv"), "--km"});
   EXPECT_EQ(ran.status, 0) << ran.err;
   const std::vector<std::string> lines = Lines(ran.out);
   ASSERT_EQ(lines.size(), 14U) << ran.out;

@@ -21,8 +21,8 @@ Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& inp
   WriteBytes(in_folder(L"in"), input);
   std::string line = ShellQuoted(ShellPath(FromEnvironment("VELMORA_COMMAND")));
   for (const std::string& argument : arguments) line += " " + ShellQuoted(argument);
-  line += " < " + ShellQuoted(AsArgument(in_folder(L"in"))) + " > " + ShellQuoted(AsArgument(in_folder(L"out"))) +
-          " 2> " + ShellQuoted(AsArgument(in_folder(L"err")));
+  line += " < " + ShellQuoted(AsArgument(in_folder(L"in"))) + " > " +
+          ShellQuoted(AsArgument(in_folder(L"out"))) + " 2> " + ShellQuoted(AsArgument(in_folder(L"err")));
   Ran ran;
   ran.status = RunShell(line);
   ran.out = ReadBytes(in_folder(L"out"));

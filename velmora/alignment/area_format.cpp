@@ -13,7 +13,7 @@ bool AreaLines::Next(std::wstring_view line) {
   }
   if (stars_ != 2) return true;
   if (read_ == 0) {
-    area_->file = CString(line.substr(0, line.find(L'\n')));
+    area_->file = CString(line);
     ++read_;
     return true;
   }
@@ -26,8 +26,8 @@ bool AreaLines::Next(std::wstring_view line) {
 
 CString FormatArea(const WorkingArea& area) {
   CString lines;
-  lines.Format(L"%s\n%.3lf %.3lf\n%.3lf %.3lf\n", area.file, area.station_min, area.station_max, area.offset_min,
-               area.offset_max);
+  lines.Format(L"%s\n%.3lf %.3lf\n%.3lf %.3lf\n", area.file, area.station_min, area.station_max,
+               area.offset_min, area.offset_max);
   return lines;
 }
 

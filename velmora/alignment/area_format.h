@@ -23,7 +23,8 @@ class VELMORA_API AreaLines {
  public:
   explicit AreaLines(WorkingArea* area) : area_(area) {}
 
-  // False when no further line is wanted: all three are read, or one is no pair of numbers.
+  // A line without its line end. False when no further one is wanted: all three are read, or one is no pair
+  // of numbers.
   bool Next(std::wstring_view line);
   // Whether all three lines have been read.
   bool Complete() const { return read_ == 3; }
@@ -36,17 +37,6 @@ class VELMORA_API AreaLines {
 
 // The three lines of the area.
 VELMORA_API CString FormatArea(const WorkingArea& area);
-
-// A line, its line end included, in the pieces in which it is read through a buffer of `longest`
-// characters: each counts as a line of its own.
-template <class Take>
-bool InPieces(std::wstring_view line, size_t longest, Take take) {
-  do {
-    if (!take(line.substr(0, longest))) return false;
-    line.remove_prefix(line.size() < longest ? line.size() : longest);
-  } while (!line.empty());
-  return true;
-}
 
 }  // namespace velmora
 

@@ -33,7 +33,7 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   double huvud5 = 0;
   float huvud6 = 0;
   float gvy = 0;
-  CString filnamn;    // the name given to the constructor
+  CString filnamn;  // the name given to the constructor
   // Callers rely on the odd count: with n the position of the last "$" in the name without its last four
   // characters, these are the last n + 1 of what is left (test PointNameCountsFromTheRight).
   CString punktnamn;

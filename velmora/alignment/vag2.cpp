@@ -71,9 +71,11 @@ int CVag2::Read(TextReader& reader, const LineSink& sink) {
 }
 
 int CVag2::Uppdat(const wchar_t* file) {
-  const bool has_plan = plan.Where() > 0;
-  const bool has_profile = profil.Where() > 0;
-  if (!has_plan && has_profile) {
+  int plan_points = 0;
+  int profile_points = 0;
+  plan.Where(&plan_points);
+  profil.Where(&profile_points);
+  if (plan_points == 0 && profile_points > 0) {
     CopyToField(profil.namn, vlNamn);
     return profil.Uppdat(file);
   }
@@ -82,8 +84,9 @@ int CVag2::Uppdat(const wchar_t* file) {
   if (good) {
     bool first = true;
     for (int at = plan.Home(); at == 0; at = plan++ == nullptr ? -1 : 0, first = false)
-      writer.Write((first ? FormatFirstLine(*plan.pael, plan.typ, vlNamn) : FormatPoint(*plan.pael)).GetView());
-    if (has_profile) writer.Write(L"*\nProfil\n*\n");
+      writer.Write(
+          (first ? FormatFirstLine(*plan.pael, plan.typ, vlNamn) : FormatPoint(*plan.pael)).GetView());
+    if (profile_points > 0) writer.Write(L"*\nProfil\n*\n");
     for (int at = profil.Home(); at == 0; at = profil++ == nullptr ? -1 : 0)
       writer.Write(FormatProfilePoint(*profil.pael).GetView());
     good = writer.Commit();

@@ -6,8 +6,6 @@
 namespace velmora {
 namespace {
 
-constexpr size_t kReadPiece = 256;  // characters, the line end included
-constexpr size_t kCopyPiece = 141;
 constexpr wchar_t kTemporaryName[] = L"vl.tmp";
 
 // Copies the lines up to and including the second that begins with "*".
@@ -15,12 +13,8 @@ bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
   int stars = 0;
   CString line;
   while (stars < 2 && reader->ReadLine(&line)) {
-    line += L'\n';
-    InPieces(line.GetView(), kCopyPiece, [&](std::wstring_view piece) {
-      writer->Write(piece);
-      if (piece.front() == L'*') ++stars;
-      return stars < 2;
-    });
+    if (line.GetAt(0) == L'*') ++stars;
+    writer->Write((line += L'\n').GetView());
   }
   return !reader->Failed();
 }
@@ -33,9 +27,7 @@ int CVag2::ReadOmr(CProjPath* project) {
   WorkingArea area{vlFil, omrSekMin, omrSekMax, omrAvstMin, omrAvstMax};
   AreaLines lines(&area);
   CString line;
-  for (bool wanted = true; wanted && reader.ReadLine(&line);) {
-    line += L'\n';
-    wanted = InPieces(line.GetView(), kReadPiece, [&](std::wstring_view piece) { return lines.Next(piece); });
+  while (reader.ReadLine(&line) && lines.Next(line.GetView())) {
   }
   CopyToField(vlFil, area.file.GetView());
   omrSekMin = area.station_min;

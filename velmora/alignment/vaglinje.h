@@ -90,8 +90,9 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   int Bulge_r(kokotype* a, kokotype* b, double* radie, double* k1, double* k2, int riktning);
 
   // Lengthens the alignment straight on by `fore` metres at its start and `efter` at its end, where
-  // these are above 0. Callers rely on the new first point lying half a metre nearer than its station
-  // says. Returns 0; -1 when an end cannot be placed, as at any falling start.
+  // these are above 0. Callers rely on the new points lying half a metre nearer than their stations say
+  // (test ExtendStartsHalfAMetreIntoTheLine). Returns 0; -1 when an end cannot be placed, as at any
+  // alignment with falling stations.
   int Extend(double fore, double efter);
 
   // Vagstv, held to the working area (stations with 1 mm to spare). Returns 0 with the outputs that are
@@ -126,7 +127,8 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   // The point before the current one; null at the first.
   const kovltype* Previous() const;
   Node* NarrowSearch(double x, double y, Node** last);
-  bool SearchSegments(double x, double y, int lage, const Node* last, double* sek, double* avst, Search* search);
+  bool SearchSegments(double x, double y, int lage, const Node* last, double* sek, double* avst,
+                      Search* search);
   bool NearestVertex(double x, double y, Node* start, double best, double* sek, double* avst);
 };
 

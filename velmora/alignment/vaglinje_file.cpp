@@ -12,12 +12,14 @@ int CVaglinje::Init(const wchar_t* file) {
   while (antal > 0) Delete();
   if (file == nullptr) return 0;
 
+  const CString path = file;  // `file` may be our own `filnamn`
   TextReader reader;
-  if (!reader.Open(file)) {
-    ShowMessage(CannotOpenAlignment(file));
+  if (!reader.Open(path)) {
+    ShowMessage(CannotOpenAlignment(path));
     return -1;
   }
-  filnamn = NameOfPath(file);
+  filnamn = NameOfPath(path);
+  namn[0] = L'\0';
   CString line;
   for (bool first = true; reader.ReadLine(&line); first = false) {
     line = ConvertReadLine(line);
@@ -35,7 +37,7 @@ int CVaglinje::Init(const wchar_t* file) {
   // Half an alignment must not pass for a whole one: it could be written back.
   Home();
   while (antal > 0) Delete();
-  ShowMessage(CannotOpenAlignment(file));
+  ShowMessage(CannotOpenAlignment(path));
   return -1;
 }
 

@@ -144,8 +144,7 @@ bool CVaglinje::NearestVertex(double x, double y, Node* start, double best, doub
     nearest = aktuell;
     distance = d;
     const kovltype* previous = Previous();
-    const bool left = previous != nullptr &&
-                      FootOnStraight(InPlane(*previous), InPlane(*pael), p).offset < 0;
+    const bool left = previous != nullptr && FootOnStraight(InPlane(*previous), InPlane(*pael), p).offset < 0;
     offset = left ? -d : d;
   }
   pos = antal;  // the walk ended at the last point, wherever it was counted from

@@ -306,14 +306,13 @@ int list0<T>::Omsortera(int key) {
   while (examined != nullptr && examined->next != nullptr) {
     Node* follower = examined->next;
     if (ComesBefore(follower, examined, key)) {
-      Unlink(follower);
+      // Its place is looked for before it is taken out, so that nothing is lost when there is none.
       Node* before = forsta;
-      while (before != nullptr && !ComesBefore(follower, before, key)) before = before->next;
-      if (before == nullptr) {
-        Link(follower, examined->next);  // a comparison at odds with itself; nothing is lost
-        throw L"Internt sorteringsfel i Todbs::Sortera";
-      }
-      Link(follower, before);
+      while (before != nullptr && (before == follower || !ComesBefore(follower, before, key)))
+        before = before->next;
+      // A comparison at odds with itself: just now it put `follower` before `examined`.
+      if (before == nullptr) throw L"Internt sorteringsfel i Todbs::Sortera";
+      Link(Unlink(follower), before);
     } else {
       examined = follower;
     }
