@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/print_text.h"
 #include "velmora/common/messages.h"
 
 namespace velmora {
