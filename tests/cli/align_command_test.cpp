@@ -101,7 +101,7 @@ TEST_F(AlignCommand, LocateGivesStationOffsetSideLevelAndStatus) {
                                  "R,-5,50,12\n"        // right of the first leg
                                  "L,60,96,\n"          // left of the second
                                  "WEDGE,-3,104,15\n"   // outside the corner
-                                 "BEFORE,1,-7,1\n"     //
+                                 "BEFORE,-1,-7,1\n"    //
                                  "BEYOND,130,101,1\n"  //
                                  "BAD,1O,2,3\n");      // line 7
   const Ran ran = RunVelmora({"align", "locate", Corner(), "--points", points, "--json"});
@@ -228,7 +228,7 @@ TEST_F(AlignCommand, EditsWriteAWholeAlignment) {
   // In place; the new first point lies half a metre nearer than its station says.
   const std::string corner = Corner();
   ASSERT_EQ(RunVelmora({"align", "extend", corner, "--before", "10", "-o", corner}).status, 0);
-  EXPECT_EQ(ReadBytes(PathOf(L"corner.vl")).substr(0, 72),
+  EXPECT_EQ(ReadBytes(PathOf(L"corner.vl")).substr(0, 71),
             "0.0000 -9.5000 0.0000 -10.0000 1 $Corner\r\n0.0000 0.0000 0.0000 0.0000\r\n");
 
   const Ran shown = RunVelmora({"align", "stations", Corner(), "--start", "0", "--csv"});
