@@ -11,7 +11,9 @@
 #include "velmora/common/text_hooks.h"
 #include "velmora/core/list0.h"
 #include "velmora/platform/types.h"
+#include "velmora/project/dir_sort.h"
 #include "velmora/project/proj_path.h"
+#include "velmora/project/projekt_status.h"
 #include "velmora/text/string.h"
 
 #endif  // VELMORA_VELMORA_H_
