@@ -1,0 +1,76 @@
+// An installation for tests: folders and a registry of its own, and everything of the process that the
+// environment changes put back at the end.
+#ifndef VELMORA_TESTS_ENVIRONMENT_INSTALLED_H_
+#define VELMORA_TESTS_ENVIRONMENT_INSTALLED_H_
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/environment_variable.h"
+#include "tests/support/print_text.h"
+#include "tests/support/recorded_messages.h"
+#include "tests/support/test_files.h"
+#include "velmora/platform/types.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+inline constexpr wchar_t kShellFolders[] =
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+inline constexpr wchar_t kWindowsKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion";
+inline constexpr wchar_t kDist[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\DIST\\sv";
+inline constexpr wchar_t kReleaseKey[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\RELEASE\\sv";
+inline constexpr wchar_t kR20[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20\\sv";
+
+// A registry value for one test. The one that was there before, or its absence and that of the keys
+// above it, comes back.
+class RegistryValue {
+ public:
+  RegistryValue(HKEY root, const CString& key, const CString& name, const CString& value);
+  ~RegistryValue();
+  RegistryValue(const RegistryValue&) = delete;
+  RegistryValue& operator=(const RegistryValue&) = delete;
+
+ private:
+  HKEY root_;
+  CString key_;
+  CString name_;
+  CString previous_;
+  bool existed_;
+  std::vector<CString> made_;  // keys, the deepest first
+};
+
+// Begins with data folders for the user and for all users, registered, and nothing else.
+class Installed : public ::testing::Test {
+ protected:
+  Installed();
+  ~Installed() override;
+
+  void Register(HKEY root, const CString& key, const CString& name, const CString& value) {
+    registry_.push_back(std::make_unique<RegistryValue>(root, key, name, value));
+  }
+  // Relative to the test's folder; the folders on the way are made. Returns the full path.
+  CString MakeFolders(const CString& folder) const;
+  CString MakeFile(const CString& path, std::string_view bytes) const;
+  CString At(const CString& path) const { return folder_.File(path); }
+
+  TemporaryFolder folder_;
+  RecordedMessages messages_;
+
+ private:
+  std::vector<std::unique_ptr<EnvironmentVariable>> variables_;
+  std::vector<std::unique_ptr<RegistryValue>> registry_;
+  CString command_line_;
+  CString profile_;
+};
+
+// Counted from the beginning of 2020.
+void SetModified(const CString& path, std::chrono::seconds time);
+
+}  // namespace velmora
+
+#endif  // VELMORA_TESTS_ENVIRONMENT_INSTALLED_H_

@@ -1,0 +1,81 @@
+#include "velmora/environment/installation.h"
+
+#include "velmora/common/paths.h"
+#include "velmora/environment/registry.h"
+#include "velmora/platform/types.h"
+#include "velmora/text/letters.h"
+
+namespace velmora {
+namespace {
+
+constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr const wchar_t* kInstallations[] = {
+    L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\DIST",
+    L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\RELEASE",
+    L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20",
+};
+
+// The word that installers write where there is nothing, and that a missing value reads as.
+constexpr wchar_t kMissing[] = L"Saknas";
+
+bool IsMissing(const CString& value) { return EqualNoCase(value.GetView(), kMissing); }
+
+std::optional<CString> Known(const CString& value) {
+  return IsMissing(value) ? std::nullopt : std::optional<CString>(value);
+}
+
+std::optional<CString> ReadText(HKEY root, const CString& key, const wchar_t* name) {
+  CRegistry registry;
+  registry.SetRootKey(root);
+  if (registry.SetKey(key, 0, KEY_READ) == 0) return std::nullopt;
+  return Known(registry.ReadString(name, kMissing));
+}
+
+std::optional<CString> ReadInstallation(const wchar_t* installation, const CString& sub,
+                                        const wchar_t* name) {
+  return ReadText(HKEY_LOCAL_MACHINE, JoinPath(installation, sub), name);
+}
+
+CString WithoutBackslash(const CString& folder) {
+  return folder.Right(1) == L"\\" ? folder.Left(folder.GetLength() - 1) : folder;
+}
+
+}  // namespace
+
+std::optional<CString> FirstInstallationFolder(const CString& sub) {
+  for (const wchar_t* installation : kInstallations)
+    if (const auto folder = ReadInstallation(installation, sub, L"InstallPath")) return folder;
+  return std::nullopt;
+}
+
+std::optional<CString> PackageInstalledIn(const CString& folder, const CString& sub) {
+  for (const wchar_t* installation : kInstallations) {
+    const auto registered = ReadInstallation(installation, sub, L"InstallPath");
+    if (registered && EqualNoCase(WithoutBackslash(*registered).GetView(), folder.GetView()))
+      return ReadInstallation(installation, sub, L"Package").value_or(CString());
+  }
+  return std::nullopt;
+}
+
+CString RegisteredUserData() {
+  return ReadText(HKEY_CURRENT_USER, kShellFolders, L"Appdata").value_or(CString());
+}
+
+CString RegisteredCommonData() {
+  return ReadText(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata").value_or(CString());
+}
+
+CString RegisteredProgramFiles() {
+  return ReadText(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", L"ProgramFilesDir")
+      .value_or(CString());
+}
+
+CString PlatformFolder(const CString& version) {
+  CString key;
+  key.Format(L"SOFTWARE\\Quorval\\Zennik\\%s\\Kernel Services", version);
+  CRegistry registry;
+  registry.SetRootKey(HKEY_LOCAL_MACHINE);
+  return Known(registry.ReadStringKey3264(key, L"Root Directory", kMissing)).value_or(CString());
+}
+
+}  // namespace velmora

@@ -1,0 +1,26 @@
+#include "velmora/environment/listed_files.h"
+
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+#include "velmora/project/dir_sort.h"
+
+namespace velmora {
+
+bool IsFolder(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFolder;
+}
+
+std::vector<CString> FilesIn(const CString& folder) {
+  // A length that once ended the process: such a folder has no files for us.
+  if (folder.IsEmpty() || folder.GetLength() >= kLongestFolder) return {};
+  CDirSort listing;
+  listing.Init(JoinPath(folder, L"*.*"), 0, 1, 0, 0);
+  std::vector<CString> names;
+  if (listing.Home() != 0) return names;
+  do names.emplace_back(listing.pael->namn);
+  while (listing++ != nullptr);
+  return names;
+}
+
+}  // namespace velmora

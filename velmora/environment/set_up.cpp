@@ -1,0 +1,152 @@
+// CTundrilIni: the set-up of an installed suite.
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+#include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/environment/application_profile.h"
+#include "velmora/environment/installation.h"
+#include "velmora/environment/listed_files.h"
+#include "velmora/environment/program_folder.h"
+#include "velmora/environment/system_keys.h"
+#include "velmora/environment/tundril_ini.h"
+#include "velmora/environment/user_folders.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/process.h"
+#include "velmora/platform/shell_folders.h"
+#include "velmora/text/letters.h"
+
+namespace velmora {
+namespace {
+
+constexpr int kInstalledMode = 20;
+
+constexpr int kNoInstallation = -1;
+constexpr int kNoUserData = -2;
+constexpr int kNoUserFolder = -4;
+constexpr int kNoMakerFolder = -6;
+constexpr int kNoUserDataQuiet = -2020;
+
+// The user's ini file of the process. Callers rely on a set-up of a program that is not registered
+// finding the path that an earlier set-up, also one that failed, composed.
+CString& UserIniPath() {
+  static CString path;
+  return path;
+}
+
+CString UserDataFolder() {
+  const CString registered = RegisteredUserData().Trim();
+  return registered.IsEmpty() ? UserApplicationData() : registered;
+}
+
+bool IsFile(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind != FileKind::kFolder;
+}
+
+// Another program may be making the same folder at this moment.
+bool MakeFolderIfMissing(const CString& folder) {
+  return IsFolder(folder) || MakeFolder(folder) || IsFolder(folder);
+}
+
+void Show(const wchar_t* text, const CString& path) {
+  CString message;
+  message.Format(text, path);
+  ShowMessage(message);
+}
+
+// Makes what is missing of the user folder, one level at a time. 0, or the result of the set-up.
+int MakeUserFolder(const CString& data_folder, const CString& sub) {
+  CString folder = JoinPath(data_folder, L"Quorval");
+  if (!MakeFolderIfMissing(folder)) {
+    Show(L"Kunde inte skapa applikationens huvudkatalog:\n%s", folder);
+    return kNoMakerFolder;
+  }
+  bool made = false;
+  for (const CString& level : {CString(L"Zennik"), CString(L"Velmora"), CString(kRelease), sub}) {
+    folder = JoinPath(folder, level);
+    made = MakeFolderIfMissing(folder);
+  }
+  if (made) return 0;
+  Show(L"Kunde inte skapa lokala kataloger:\n%s", folder);
+  return kNoUserFolder;
+}
+
+void CopyOrShow(const CString& from_folder, const CString& to_folder, const CString& name) {
+  const CString from = JoinPath(from_folder, name);
+  const CString to = JoinPath(to_folder, name);
+  if (CopyWholeFile(from, to, /*keep_existing=*/false)) return;
+  CString message;
+  message.Format(L"Kunde inte kopiera filen:\n%s\ntill:\n%s", from, to);
+  ShowMessage(message);
+}
+
+// The ini file goes last: it is what tells the next set-up that all is in place, also when this one is
+// killed half-way.
+void CopyUserData(const CString& from_folder, const CString& to_folder) {
+  const auto is_ini = [](const CString& name) { return EqualNoCase(name.GetView(), kIniName); };
+  std::vector<CString> names = FilesIn(from_folder);
+  std::stable_partition(names.begin(), names.end(), std::not_fn(is_ini));
+  for (const CString& name : names) CopyOrShow(from_folder, to_folder, name);
+}
+
+// A user's data under the maker's former name, copied to `folder` when they are only there. 0, or the
+// result of the set-up.
+int TakeOverFormerData(const CString& ini_path, const CString& data_folder, const CString& sub) {
+  if (IsFile(ini_path)) return 0;
+  const CString former = FormerMakerPath(ini_path);
+  if (former.IsEmpty() || !IsFile(former)) return 0;
+  // An ini path of an earlier call may lie elsewhere; what is there is not for this user's folder.
+  const CString folder = UserFolder(data_folder, kRelease, sub);
+  if (!EqualNoCase(ini_path.GetView(), JoinPath(folder, kIniName).GetView())) return 0;
+  if (const int failed = MakeUserFolder(data_folder, sub)) return failed;
+  CString former_folder;
+  SplitPath(former, &former_folder, nullptr);
+  CopyUserData(former_folder, folder);
+  return 0;
+}
+
+}  // namespace
+
+int CTundrilIni::InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir) {
+  const CString sub_name = sub;  // the arguments may be fields of ours
+  const CString given_folder = dir;
+  m_useIniFile = mode >= 2 ? 1 : 0;
+  CopyToField(m_package, L"");
+  if (mode >= 2) {
+    const auto folder = mode == kInstalledMode ? FirstInstallationFolder(sub_name) : std::nullopt;
+    if (!folder) return kNoInstallation;
+    m_programDir = *folder;
+  } else {
+    m_programDir =
+        dir != nullptr ? given_folder : ProgramFolderFromCommandLine(CommandLine(), /*parent=*/mode == 1);
+    if (const auto package = PackageInstalledIn(m_programDir, sub_name)) {
+      CopyToField(m_package, package->GetView());
+      mode = kInstalledMode;  // to the end of this call; m_useIniFile stays
+    }
+  }
+
+  const CString data_folder = UserDataFolder();
+  CString& ini_path = UserIniPath();
+  if (mode == kInstalledMode) {
+    m_cfgDir = UserFolder(data_folder, kRelease, sub_name);
+    ini_path = JoinPath(m_cfgDir, kIniName);
+  }
+  if (const int failed = TakeOverFormerData(ini_path, data_folder, sub_name)) return failed;
+  if (!IsFile(ini_path)) {
+    if (mode < 1) return kNoUserDataQuiet;
+    ShowMessage(L"Fel! Hittar inte data för Velmora för aktuell användare. Starta upp via Lindqvar!");
+    return kNoUserData;
+  }
+
+  m_iniPath = ini_path;
+  if (mode < 1)
+    m_useIniFile = 1;
+  else
+    ReplaceApplicationProfile(ini_path);
+  ReadSystemKeys(SystemKeySet::kSetUp, this);
+  return 0;
+}
+
+}  // namespace velmora

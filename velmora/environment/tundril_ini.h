@@ -1,0 +1,100 @@
+// The installation environment: where the suite is installed, where its ini file and the user's folder
+// lie, and which outside programs it drives. The first object of a program; every settings class keeps
+// its address, so it outlives them.
+//
+//   CTundrilIni ini;
+//   if (ini.InitXPWay(0, L"sv", nullptr) < 0) ini.Init();
+//   CString viewer = ini.ReadKey(L"SYSTEM", L"DOCEXE");
+//
+// Velmora.ini is a private profile (platform/profile.h). What both ways of initialising read from its
+// section SYSTEM stands in system_keys.cpp. For one thread at a time.
+#ifndef VELMORA_ENVIRONMENT_TUNDRIL_INI_H_
+#define VELMORA_ENVIRONMENT_TUNDRIL_INI_H_
+
+#include "velmora/export.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+class VELMORA_API CTundrilIni {
+ public:
+  CTundrilIni();
+  virtual ~CTundrilIni() = default;
+  CTundrilIni(const CTundrilIni&) = default;
+  CTundrilIni& operator=(const CTundrilIni&) = default;
+
+  // Takes the program folder from the environment variable TUNDRIL (`mode` other than 0) or from the
+  // process's command line (0), and the keys from the Velmora.ini there, else from the one that the
+  // system finds by its bare name. Always 0: a missing file leaves the fields as they are.
+  //
+  // With 0 the program folder is written back over the command line, and the ini file becomes the
+  // profile of the application object; a process without one then reads no keys.
+  int Init(int mode);
+  int Init() { return Init(0); }
+
+  // Empty when the key is missing; at most 254 characters.
+  CString ReadKey(const CString& section, const CString& key) const;
+  // The same into `value`, which has room for 255 characters. 1, or 0 when the value is empty.
+  int ReadKey(const wchar_t* section, const wchar_t* key, wchar_t* value) const;
+  // An empty value deletes the key. 1, or 0 when it could not be written.
+  int WriteKey(const CString& section, const CString& key, const CString& value) const;
+
+  // The name of the installed package; empty when the program is not known to be installed.
+  wchar_t* InstallPackage() { return m_package; }
+
+  // The set-up of an installed suite. `sub` names the installation's sub-key and the user's sub-folder.
+  //   mode 20   the program folder is that of the first registered installation
+  //   mode 0    the program folder is `dir`, or without it (null) that of the command line
+  //   mode 1    as 0, but the parent of the command line's folder
+  // A program that mode 0 or 1 finds registered is set up as in mode 20, except that m_useIniFile stays
+  // 0. The ini file is that of the current user; in mode 0 and 1 without a registered program the one
+  // that an earlier call of the process composed. Data that a user has only under the maker's former
+  // name are copied to the present one first.
+  //
+  // 0 when the ini file was found and read. Otherwise
+  //   -1      another mode, or no installation is registered (mode 20)
+  //   -2      no ini file; shown to the user
+  //   -4, -6  the user's folders could not be made; shown
+  //   -2020   no ini file, in mode 0 for a program that is not registered
+  int InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir);
+
+  // Brings the user's copy of the shared files, and the binaries of the platform, up to date; what it
+  // does is planned by PlanUserFileCheck (user_data.h). Shows nothing. Always -1.
+  int AllUserFileCheck();
+
+  // Brings a user's older settings: copies the files *.PAR, *.KAL, *.CFG, *.DAT, *.XML and *.SDF of
+  // `folder` that the user folder has no file of that name for. An empty `folder` stands for the user's
+  // folder under the maker's former name; the one used is left in it. Never overwrites. Returns how many
+  // files were copied, -1 when one of the folders is missing.
+  int User2Cfg(CString& folder);
+
+  // The fields in the order that programs built against this class rely on.
+  int m_useIniFile = 0;  // 1: m_iniPath; 0: the application's profile
+  CString m_iniPath;     // full path of Velmora.ini
+  CString m_today;       // the date of construction, "2026-07-09"
+  CString m_programDir = L"C:\\Tundril";
+  CString m_cfgDir = L"C:\\Tundril";  // folder of TUNDRIL.CFG
+  CString m_msgPath;                  // message file of the programs
+  CString m_acadExe;
+  CString m_civilDrawingExe;
+  int m_civilDrawingVer = 24;
+  int m_reserved = 0;
+  CString m_acadLtExe;
+  CString m_acadOpt;
+  int m_acadVer = 24;
+  CString m_scriptPath;  // without a backslash at the end
+  CString m_mstationExe;
+  CString m_zipExe;
+  CString m_unzipExe;
+  CString m_docExe;
+  int m_autoGen = 0;  // flags
+  int m_postCadMstation = 0;
+  int m_bankCadMstation = 0;
+  wchar_t m_package[64] = {};
+  CString m_cadPlatform;  // these two by InitXPWay only
+  int m_quorvalDrawingVer = 24;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_ENVIRONMENT_TUNDRIL_INI_H_
