@@ -16,7 +16,8 @@ constexpr double kDegree = std::numbers::pi / 180;
 // Of the font size; DejaVu Sans is the widest of the fonts that the drawing asks for.
 double LetterWidth(char32_t c) {
   if (c >= U'0' && c <= U'9') return 0.64;
-  if (c < 0x80 && std::string_view(" .,:;|!'/()[]ijlIfrt-").find(static_cast<char>(c)) != std::string_view::npos) {
+  if (c < 0x80 &&
+      std::string_view(" .,:;|!'/()[]ijlIfrt-").find(static_cast<char>(c)) != std::string_view::npos) {
     return 0.40;
   }
   if (c == U'm' || c == U'w' || c == U'M' || c == U'W' || c == U'@' || c == U'%') return 1.0;
@@ -105,7 +106,8 @@ Box TextBox(SheetPoint centre, std::string_view utf8, double size, double angle)
 Box LineBox(SheetPoint a, SheetPoint b, double width) {
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
-  return {{(a.x + b.x) / 2, (a.y + b.y) / 2}, std::hypot(dx, dy) / 2, width / 2, std::atan2(dy, dx) / kDegree};
+  return {
+      {(a.x + b.x) / 2, (a.y + b.y) / 2}, std::hypot(dx, dy) / 2, width / 2, std::atan2(dy, dx) / kDegree};
 }
 
 SheetPoint NearestInBox(const Box& box, SheetPoint from) {
@@ -145,7 +147,8 @@ std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double ra
       const double s = std::sin(angle);
       // The box touches the circle of this distance with the side or corner that faces the symbol.
       const double reach = radius + distance;
-      const double to_side = std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
+      const double to_side =
+          std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
       const SheetPoint centre = {at.x + c * (reach + to_side), at.y + s * (reach + to_side)};
       const Box box = {centre, width / 2, height / 2};
       if (!room.IsFree(box)) continue;

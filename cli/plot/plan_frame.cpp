@@ -44,6 +44,33 @@ double ScaleFor(const Turned& turned, const Panel& panel) {
 
 }  // namespace
 
+std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points) {
+  const auto before = [](PlanePoint a, PlanePoint b) { return a.h < b.h || (a.h == b.h && a.v < b.v); };
+  const auto same = [](PlanePoint a, PlanePoint b) { return a.h == b.h && a.v == b.v; };
+  std::sort(points.begin(), points.end(), before);
+  points.erase(std::unique(points.begin(), points.end(), same), points.end());
+  if (points.size() < 3) return points;
+
+  // Once along the lower side from left to right and once back along the upper one; whatever leaves a
+  // right turn behind is inside.
+  std::vector<PlanePoint> hull;
+  for (const bool upper : {false, true}) {
+    const size_t start = hull.size();
+    for (const PlanePoint& p : points) {
+      while (hull.size() >= start + 2) {
+        const PlanePoint& a = hull[hull.size() - 2];
+        const PlanePoint& b = hull.back();
+        if ((b.h - a.h) * (p.v - a.v) - (b.v - a.v) * (p.h - a.h) > 0) break;
+        hull.pop_back();
+      }
+      hull.push_back(p);
+    }
+    hull.pop_back();
+    if (!upper) std::reverse(points.begin(), points.end());
+  }
+  return hull;
+}
+
 PlanFrame::PlanFrame(std::span<const PlanePoint> points, const Panel& panel)
     : sheet_middle_{panel.x + panel.width / 2, panel.y + panel.height / 2} {
   Turned best = ExtentsOf(points, 1, 0);

@@ -3,11 +3,15 @@
 #define VELMORA_CLI_PLOT_PLAN_FRAME_H_
 
 #include <span>
+#include <vector>
 
 #include "cli/plot/style.h"
 #include "velmora/alignment/geometry.h"
 
 namespace velmora::cli {
+
+// The corners of the points' convex hull: what decides how much room they need, however turned.
+std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points);
 
 class PlanFrame {
  public:

@@ -9,7 +9,7 @@
 namespace velmora::cli {
 namespace {
 
-constexpr double kShortest = 1e-4;     // m; what is shorter has no direction
+constexpr double kShortest = 1e-4;      // m; what is shorter has no direction
 constexpr double kLargestRadius = 1e8;  // m; what is flatter is drawn straight
 constexpr double kLargestBulge = 1e4;   // as good as a full circle
 
@@ -51,6 +51,15 @@ PathPlace PathSegment::AtStation(double station) const {
   return At(std::isfinite(part) ? std::clamp(part, 0.0, 1.0) : 0.0);
 }
 
+PlanePoint PathSegment::FootOf(PlanePoint p) const {
+  if (!arc_) return At(FootOnSegment(a_, b_, p).along / length_).point;
+  // Not by the foot's length: near an axis through the centre that is measured from a quarter turn away.
+  const double distance = Distance(arc_->centre, p);
+  if (!(distance > 0)) return InPlane(a_);
+  const double part = arc_->radius / distance;
+  return {arc_->centre.h + (p.h - arc_->centre.h) * part, arc_->centre.v + (p.v - arc_->centre.v) * part};
+}
+
 PlanPath::PlanPath(std::span<const kovltype> points) {
   for (const kovltype& point : points) {
     if (IsDrawable(point)) {
@@ -88,7 +97,7 @@ std::optional<PlanePoint> PlanPath::Nearest(PlanePoint p) const {
     const Foot foot = FootOnSegment(segment.A(), segment.B(), p);
     if (foot.place != FootPlace::kInside || !(std::fabs(foot.offset) < best)) continue;
     best = std::fabs(foot.offset);
-    nearest = segment.At(foot.along / segment.Length()).point;
+    nearest = segment.FootOf(p);
   }
   const auto consider = [&](const kovltype& point) {
     const double distance = Distance(InPlane(point), p);

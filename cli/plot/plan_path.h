@@ -17,8 +17,8 @@ struct PathPlace {
   PlanePoint direction;
 };
 
-// Two points of the line, apart from one another. An arc runs as its bulge says, also where it is more than a half circle: so do the
-// feet that the stations of borings come from.
+// Two points of the line, apart from one another. An arc runs as its bulge says, also where it is more than a
+// half circle: so do the feet that the stations of borings come from.
 class PathSegment {
  public:
   PathSegment(const kovltype& a, const kovltype& b);
@@ -35,6 +35,8 @@ class PathSegment {
   PathPlace At(double part) const;
   // By station, proportionally.
   PathPlace AtStation(double station) const;
+  // The nearest point to `p`, where its foot lies on the segment.
+  PlanePoint FootOf(PlanePoint p) const;
 
  private:
   kovltype a_;
@@ -56,8 +58,8 @@ class PlanPath {
   const std::vector<PathSegment>& Segments() const { return segments_; }
   double Length() const { return length_; }
 
-  // Points along the line, ends and corners among them, that enclose it: none further than `step` metres
-  // from the next on an arc, and no more than `most` of them besides the ends of segments.
+  // Points along the line: the ends of all segments and, of arcs and long straights, some between: none
+  // further than `step` metres from the next, unless that took more than `most`.
   std::vector<PlanePoint> Samples(double step, size_t most) const;
   // The nearest of the feet on the segments and the corners, of the ends where there is neither; nothing
   // on an empty line.

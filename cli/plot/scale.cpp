@@ -54,10 +54,22 @@ std::vector<double> Ticks(double low, double high, double step) {
   const double last = std::floor(high / step + 1e-6);
   const double count = last - first + 1;
   if (!(count >= 1) || count > static_cast<double>(kMostTicks)) return ticks;
-  for (double i = first; i <= last; ++i) ticks.push_back(i * step);
+  for (double i = first; i <= last; ++i) ticks.push_back(i * step + 0.0);  // no -0
   return ticks;
 }
 
-std::string ScaleText(double denominator) { return "1:" + FormatShortest(denominator); }
+std::string PlainNumber(double value) {
+  const double size = std::fabs(value);
+  int decimals = 3;
+  for (double small = size; small > 0 && small < 1 && decimals < 12; small *= 10) ++decimals;
+  std::string text = FormatFixed(value, size >= 1000 ? 0 : decimals);
+  if (text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+  }
+  return text;
+}
+
+std::string ScaleText(double denominator) { return "1:" + PlainNumber(denominator); }
 
 }  // namespace velmora::cli

@@ -24,6 +24,8 @@ inline constexpr size_t kMostTicks = 2000;
 // come back; none when that many would not do, or for a step that is none.
 std::vector<double> Ticks(double low, double high, double step);
 
+// A number without an exponent, as many decimals as it takes and at most three figures of them.
+std::string PlainNumber(double value);
 // "1:7500"
 std::string ScaleText(double denominator);
 

@@ -17,7 +17,8 @@ inline constexpr const char* kGridText = "fill=\"#78828b\"";
 inline constexpr const char* kText = "fill=\"#222\"";
 inline constexpr const char* kInk = "fill=\"#222\" stroke=\"#222\" stroke-width=\"0.18\"";
 inline constexpr const char* kRoad =
-    "fill=\"none\" stroke=\"#b32424\" stroke-width=\"0.8\" stroke-linejoin=\"round\" stroke-linecap=\"round\"";
+    "fill=\"none\" stroke=\"#b32424\" stroke-width=\"0.8\" stroke-linejoin=\"round\" "
+    "stroke-linecap=\"round\"";
 inline constexpr const char* kRoadThin = "fill=\"none\" stroke=\"#b32424\" stroke-width=\"0.18\"";
 inline constexpr const char* kRoadMark = "fill=\"#fff\" stroke=\"#b32424\" stroke-width=\"0.25\"";
 inline constexpr const char* kRoadText = "fill=\"#b32424\"";

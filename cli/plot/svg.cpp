@@ -8,12 +8,12 @@
 namespace velmora::cli {
 namespace {
 
-constexpr double kLargestNumber = 1e7;    // mm; viewers keep coordinates in single precision
+constexpr double kLargestNumber = 1e7;     // mm; viewers keep coordinates in single precision
 constexpr double kMiddleOfCapital = 0.36;  // of the font size, from the base line
 
 bool IsUnwanted(char32_t c) {
-  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) ||
-         (c & 0xFFFE) == 0xFFFE;
+  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E) ||
+         (c >= 0x2066 && c <= 0x2069) || (c & 0xFFFE) == 0xFFFE;
 }
 
 }  // namespace
@@ -34,12 +34,23 @@ std::string EscapeXml(std::string_view utf8) {
     utf8.remove_prefix(length == 0 ? 1 : length);
     if (length == 0 || IsUnwanted(c)) c = 0xFFFD;
     switch (c) {
-      case U'&': escaped += "&amp;"; break;
-      case U'<': escaped += "&lt;"; break;
-      case U'>': escaped += "&gt;"; break;
-      case U'"': escaped += "&quot;"; break;
-      case U'\'': escaped += "&#39;"; break;
-      default: AppendUtf8(c, &escaped);
+      case U'&':
+        escaped += "&amp;";
+        break;
+      case U'<':
+        escaped += "&lt;";
+        break;
+      case U'>':
+        escaped += "&gt;";
+        break;
+      case U'"':
+        escaped += "&quot;";
+        break;
+      case U'\'':
+        escaped += "&#39;";
+        break;
+      default:
+        AppendUtf8(c, &escaped);
     }
   }
   return escaped;
@@ -75,8 +86,8 @@ SvgPath& SvgPath::Close() {
 Svg::Svg(double width, double height) {
   const std::string w = SvgNumber(width);
   const std::string h = SvgNumber(height);
-  body_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w +
-          "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
+  body_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
+          w + "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
           "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n";
 }
 
@@ -146,7 +157,8 @@ void Svg::Text(SheetPoint at, std::string_view utf8, const TextStyle& style) {
   if (style.anchor == TextAnchor::kEnd) body_ += " text-anchor=\"end\"";
   if (style.bold) body_ += " font-weight=\"bold\"";
   if (style.angle != 0) {
-    body_ += " transform=\"rotate(" + SvgNumber(style.angle) + " " + SvgNumber(at.x) + " " + SvgNumber(at.y) + ")\"";
+    body_ += " transform=\"rotate(" + SvgNumber(style.angle) + " " + SvgNumber(at.x) + " " + SvgNumber(at.y) +
+             ")\"";
   }
   body_ += ">" + EscapeXml(utf8) + "</text>\n";
 }

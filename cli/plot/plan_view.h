@@ -1,0 +1,37 @@
+// The plan: the map of the road with its stations, and the borings beside it.
+#ifndef VELMORA_CLI_PLOT_PLAN_VIEW_H_
+#define VELMORA_CLI_PLOT_PLAN_VIEW_H_
+
+#include "cli/plot/drawing.h"
+#include "cli/plot/plan_frame.h"
+#include "cli/plot/plan_path.h"
+#include "cli/plot/style.h"
+#include "cli/plot/svg.h"
+
+namespace velmora::cli {
+
+struct PlanSummary {
+  double scale = 0;          // the N of 1:N
+  size_t off_sheet = 0;      // borings too far away to be on it, or without usable coordinates
+  size_t without_label = 0;  // labels that found no room
+  bool dots = false;         // so many borings that they are dots without labels
+};
+
+// The height from `least` to `most` beyond which the plan's scale on a panel of this width gains nothing.
+double PlanHeight(const PlotInput& input, const PlanPath& path, double width, double least, double most);
+
+PlanSummary DrawPlan(Svg& svg, const Panel& panel, const PlotInput& input, const PlanPath& path);
+
+// What the parts of the plan draw on.
+struct PlanSheet {
+  Svg& svg;
+  const Panel& panel;
+  const PlanFrame& frame;
+  const PlanPath& path;
+  LabelRoom& room;
+  bool km;
+};
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_PLOT_PLAN_VIEW_H_
