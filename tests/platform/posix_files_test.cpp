@@ -77,19 +77,29 @@ TEST_F(PosixFiles, PipeIsReadButNotReplaced) {
   EXPECT_FALSE(CopyWholeFile(folder_.File(L"pipe"), folder_.File(L"copy"), false));
   EXPECT_EQ(GetFileStatus(folder_.File(L"pipe"))->kind, FileKind::kOther);
 
-  const int both_ends = open(Native(L"pipe").c_str(), O_RDWR);  // so that the reader need not wait
-  TextReader reader;
-  ASSERT_EQ(write(both_ends, "a\nb", 3), 3);
-  ASSERT_TRUE(reader.Open(folder_.File(L"pipe")));
-  ASSERT_EQ(write(both_ends, "c\n", 2), 2);
-  close(both_ends);
-  CString line;
-  EXPECT_TRUE(reader.ReadLine(&line));
-  EXPECT_EQ(line, L"a");
-  EXPECT_TRUE(reader.ReadLine(&line));
-  EXPECT_EQ(line, L"bc");
-  EXPECT_FALSE(reader.ReadLine(&line));
-  EXPECT_FALSE(reader.Failed());
+  // What is written at once comes at once: lines and units end anywhere in it.
+  const struct {
+    std::string first, second;
+  } cases[] = {{"a\nb", "c\n"},
+               {{"\xFF\xFE"
+                 "a\0\n",
+                 5},
+                {"\0b\0c\0\n\0", 7}}};
+  for (const auto& each : cases) {
+    const int both_ends = open(Native(L"pipe").c_str(), O_RDWR);  // so that the reader need not wait
+    ASSERT_EQ(write(both_ends, each.first.data(), each.first.size()), std::ssize(each.first));
+    TextReader reader;
+    ASSERT_TRUE(reader.Open(folder_.File(L"pipe")));
+    ASSERT_EQ(write(both_ends, each.second.data(), each.second.size()), std::ssize(each.second));
+    close(both_ends);
+    CString line;
+    EXPECT_TRUE(reader.ReadLine(&line));
+    EXPECT_EQ(line, L"a");
+    EXPECT_TRUE(reader.ReadLine(&line));
+    EXPECT_EQ(line, L"bc");
+    EXPECT_FALSE(reader.ReadLine(&line));
+    EXPECT_FALSE(reader.Failed());
+  }
 }
 
 TEST_F(PosixFiles, ReadErrorIsNoEnd) {
@@ -107,6 +117,10 @@ TEST_F(PosixFiles, FullDiskLeavesTheOldFile) {
   const rlimit small = {100'000, old.rlim_max};
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
   const bool replaced = ReplaceFileContent(folder_.File(L"A"), std::string(300'000, 'n'));
+  FileReplacement late;  // only what Commit itself writes finds no room
+  const bool accepted = late.Begin(folder_.File(L"A")) && late.Write(std::string(60'000, 'n')) &&
+                        late.Write(std::string(60'000, 'n'));
+  const bool committed = late.Commit();
   TextWriter writer;
   const bool begun = writer.Begin(folder_.File(L"A"));
   for (int i = 0; i < 30'000; ++i) writer.Write(L"0123456789\n");
@@ -114,10 +128,24 @@ TEST_F(PosixFiles, FullDiskLeavesTheOldFile) {
   setrlimit(RLIMIT_FSIZE, &old);
   std::signal(SIGXFSZ, handler);
   EXPECT_FALSE(replaced);
+  EXPECT_TRUE(accepted);
+  EXPECT_FALSE(committed);
   EXPECT_TRUE(begun);
   EXPECT_FALSE(written);
   EXPECT_EQ(ReadBytes(folder_.File(L"A")), "old");
   EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);
+}
+
+TEST_F(PosixFiles, NewFileThatSomebodyExchangedTakesNoName) {
+  WriteBytes(folder_.File(L"A"), "old");
+  FileReplacement file;
+  ASSERT_TRUE(file.Begin(folder_.File(L"A"), folder_.File(L"A.tmp")));
+  ASSERT_TRUE(file.Write("new"));
+  ASSERT_TRUE(RemoveWholeFile(folder_.File(L"A.tmp")));
+  WriteBytes(folder_.File(L"A.tmp"), "somebody's");
+  EXPECT_FALSE(file.Commit());
+  EXPECT_EQ(ReadBytes(folder_.File(L"A")), "old");
+  EXPECT_EQ(ReadBytes(folder_.File(L"A.tmp")), "somebody's");
 }
 
 TEST_F(PosixFiles, LocalTimeIsThatOfTheFilesOwnDay) {

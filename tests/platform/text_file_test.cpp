@@ -69,6 +69,8 @@ TEST_F(TextFile, LineEnds) {
       {"\xEF\xBB\xBF\xC3\xA5\r\nb\n", {L"\u00E5", L"b"}, true},
       {Bytes("\xFF\xFEg\0\r\0\n\0\x0A\x0D", 10), {L"g", L"\u0D0A"}, false},  // units, not bytes
       {Bytes("\xFE\xFF\0g\0\r\0\n\x0A\x00\0h", 12), {L"g", L"\u0A00h"}, false},
+      {Bytes("\xFF\xFE\x67\x0A\0\x01", 6), {L"\u0A67\u0100"}, false},
+      {Bytes("\xFE\xFF\x67\0\x0A\x67", 6), {L"\u6700\u0A67"}, false},
       {Bytes("\xFF\xFEg\0\n\0x", 7), {L"g", L"x"}, false},  // half a unit at the end
       {Bytes("\xFF\xFE\n", 3), {L"\n"}, false},
       {"\xFF", {L"\u00FF"}, false},

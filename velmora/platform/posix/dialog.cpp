@@ -26,7 +26,7 @@ bool HasMainWindow() { return false; }
 int NativeMessageBox(const CString& text, unsigned style, const CString& caption) {
   const std::string line = ToUtf8(caption) + ": " + ToUtf8(text) + "\n";
   // In one call, so that lines of several threads do not mix.
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  (void)std::fwrite(line.data(), 1, line.size(), stderr);
   return DefaultButton(style);
 }
 

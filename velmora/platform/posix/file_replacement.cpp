@@ -133,8 +133,14 @@ bool NewFile::FindPlace(const std::string& path, bool follow_links, Place* place
     const ssize_t length = readlinkat(place->folder.Get(), place->name.c_str(), link.data(), link.size());
     if (length < 0) return errno == EINVAL || errno == ENOENT;  // no link, or nothing there
     if (static_cast<size_t>(length) == link.size()) return false;
-    const std::string target(link.data(), static_cast<size_t>(length));
-    at = target.starts_with('/') ? target : folder + "/" + target;
+    const std::string_view target(link.data(), static_cast<size_t>(length));
+    if (target.starts_with('/')) {
+      at = target;
+    } else {
+      at = folder;
+      at += '/';
+      at += target;
+    }
   }
   return false;
 }
@@ -241,8 +247,7 @@ bool NewFile::Write(std::string_view bytes) {
 bool NewFile::TakeTheName(Existing existing) {
   struct stat old {};
   const Target found = Examine(target_, &old);
-  if (found == Target::kRefused || (found == Target::kReplaceable && existing == Existing::kKeep))
-    return false;
+  if (found == Target::kRefused) return false;
   if (found == Target::kReplaceable)
     CopyPermissions(old, target_.folder.Get(), target_.name.c_str(), file_.Get());
   if (modified_) {

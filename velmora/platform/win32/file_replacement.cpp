@@ -18,6 +18,7 @@ constexpr size_t kLongestName = 255;
 constexpr DWORD kLongestTurnMs = 5000;
 constexpr DWORD kLongestRenameMs = 2000;
 constexpr DWORD kLongestExamineMs = 50;
+constexpr int kMostRefusals = 4;
 
 // What changes the disk goes through these.
 
@@ -176,11 +177,14 @@ bool NewFile::ChooseTemporary(const CString& temporary) {
   return !temporary_.empty();
 }
 
-// False for good; true when the next attempt may get through, at once or after a pause.
+// After a refused CreateNew. False for good; true when the next attempt may get through, at once or
+// after a pause.
 bool NewFile::ClearTheWay(bool* pause) {
   *pause = false;
   DWORD error = GetLastError();
-  if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS) {
+  const bool taken = error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS;
+  if (taken) {
+    refusals_left_ = kMostRefusals;
     if (RemoveName(temporary_.c_str())) return true;
     error = GetLastError();
     if (error == ERROR_FILE_NOT_FOUND) return true;
@@ -190,12 +194,12 @@ bool NewFile::ClearTheWay(bool* pause) {
   const DWORD attributes = GetFileAttributesW(temporary_.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES)
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
-  // Nothing is there: it has just gone, or we may make no file here.
-  return GetLastError() != ERROR_FILE_NOT_FOUND || --refusals_left_ > 0;
+  // Nothing is there now. If nothing was there before either, we may make no file here.
+  return taken || GetLastError() != ERROR_FILE_NOT_FOUND || --refusals_left_ > 0;
 }
 
 bool NewFile::CreateTemporary() {
-  refusals_left_ = 4;
+  refusals_left_ = kMostRefusals;
   const ULONGLONG start = GetTickCount64();
   do {
     file_ = FileHandle(CreateNew(temporary_.c_str()));
@@ -244,8 +248,7 @@ bool NewFile::Write(std::string_view bytes) {
 
 bool NewFile::TakeTheName(Existing existing) {
   const Target found = Examine(target_);
-  if (found == Target::kRefused || (found == Target::kReplaceable && existing == Existing::kKeep))
-    return false;
+  if (found == Target::kRefused) return false;
   if (found == Target::kReplaceable) CopyProperties(target_, file_.Get());
   if (modified_ && SetFileTime(file_.Get(), nullptr, nullptr, &*modified_) == 0) return false;
   if (!FlushToDisk(file_.Get())) return false;
