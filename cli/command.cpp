@@ -5,8 +5,10 @@
 #include <cstdio>
 
 #include "cli/align/commands.h"
+#include "cli/env/commands.h"
 #include "cli/error.h"
 #include "cli/points/show.h"
+#include "cli/project/commands.h"
 #include "cli/terminal.h"
 #include "velmora/common/messages.h"
 
@@ -60,6 +62,8 @@ int RunCommand(std::vector<std::string> arguments) {
   app.require_subcommand(1);
   app.get_formatter()->column_width(34);
   app.footer("Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads standard input.");
+  AddEnvCommands(app);
+  AddProjectCommands(app);
   AddAlignCommands(app);
   AddPointsCommands(app);
   try {

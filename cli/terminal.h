@@ -5,6 +5,7 @@
 namespace velmora::cli {
 
 bool StandardErrorIsTerminal();
+bool StandardInputIsTerminal();
 
 }  // namespace velmora::cli
 

@@ -3,21 +3,13 @@
 #include <filesystem>
 #include <system_error>
 
+#include "cli/absolute_path.h"
 #include "cli/error.h"
-#include "velmora/text/codepage.h"
 
 namespace velmora::cli {
 namespace {
 
 bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
-
-std::filesystem::path SystemPath(const std::string& file) {
-#if defined(__cpp_char8_t)
-  if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
-    return std::filesystem::path(WideFromUtf8(file));
-#endif
-  return std::filesystem::path(file);
-}
 
 }  // namespace
 

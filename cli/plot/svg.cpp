@@ -160,7 +160,9 @@ void Svg::Text(SheetPoint at, std::string_view utf8, const TextStyle& style) {
     body_ += " transform=\"rotate(" + SvgNumber(style.angle) + " " + SvgNumber(at.x) + " " + SvgNumber(at.y) +
              ")\"";
   }
-  body_ += ">" + EscapeXml(utf8) + "</text>\n";
+  body_ += '>';
+  body_ += EscapeXml(utf8);
+  body_ += "</text>\n";
 }
 
 std::string Svg::Finish() {

@@ -1,0 +1,84 @@
+#include "cli/env/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/options.h"
+
+namespace velmora::cli {
+namespace {
+
+using Options = std::shared_ptr<EnvOptions>;
+
+CLI::App* AddVerb(CLI::App* area, const char* name, const char* help, const Options& options,
+                  void (*run)(const EnvOptions&)) {
+  CLI::App* verb = area->add_subcommand(name, help);
+  verb->callback([options, run] { run(*options); });
+  return verb;
+}
+
+void AddSub(CLI::App* verb, const Options& options) {
+  verb->add_option("--sub", options->sub, "Sub-key and sub-folder of the installation (default sv)")
+      ->type_name("SV");
+}
+
+void AddRegistry(CLI::App* env) {
+  CLI::App* registry = env->add_subcommand("registry", "The registry, or what stands for it on this system");
+  registry->require_subcommand(1);
+  const auto options = std::make_shared<EnvOptions>();
+  constexpr char kKeyHelp[] = "Key, as HKLM\\SOFTWARE\\Name or HKCU\\Software\\Name";
+  CLI::App* get = AddVerb(registry, "get", "Print a value", options, RegistryGet);
+  get->add_option("KEY", options->key, kKeyHelp)->required();
+  get->add_option("NAME", options->section, "Name of the value")->required();
+  CLI::App* set =
+      AddVerb(registry, "set", "Store a text; the key is made when it is missing", options, RegistrySet);
+  set->add_option("KEY", options->key, kKeyHelp)->required();
+  set->add_option("NAME", options->section, "Name of the value")->required();
+  set->add_option("VALUE", options->value, "Text")->required();
+  CLI::App* list = AddVerb(registry, "list", "The sub-keys and values of a key", options, RegistryList);
+  list->add_option("KEY", options->key, kKeyHelp)->required();
+  AddOutputOptions(list, &options->output);
+}
+
+}  // namespace
+
+void AddEnvCommands(CLI::App& app) {
+  CLI::App* env = app.add_subcommand("env", "The installation: ini file, set-up, user data, registry");
+  env->require_subcommand(1);
+  const auto options = std::make_shared<EnvOptions>();
+
+  CLI::App* show =
+      AddVerb(env, "show", "Every setting of the installation and where it comes from", options, EnvShow);
+  AddSub(show, options);
+  AddOutputOptions(show, &options->output);
+
+  CLI::App* get = AddVerb(env, "get", "Print a key of Velmora.ini", options, EnvGet);
+  CLI::App* set =
+      AddVerb(env, "set", "Write a key of Velmora.ini; an empty value deletes it", options, EnvSet);
+  for (CLI::App* verb : {get, set}) {
+    verb->add_option("SECTION", options->section, "Section, as SYSTEM")->required();
+    verb->add_option("KEY", options->key, "Key")->required();
+    AddSub(verb, options);
+  }
+  set->add_option("VALUE", options->value, "Value")->required();
+
+  CLI::App* setup =
+      AddVerb(env, "setup", "Set up the current user, telling each thing decided", options, EnvSetup);
+  AddSub(setup, options);
+
+  CLI::App* sync =
+      AddVerb(env, "sync", "Bring the user's copies of the shared files up to date", options, EnvSync);
+  AddSub(sync, options);
+  sync->add_flag("--dry-run", options->dry_run, "Only tell what would be copied");
+  AddOutputOptions(sync, &options->output);
+
+  CLI::App* install = AddVerb(env, "install", "Make a working sample installation", options, EnvInstall);
+  install->add_option("--to", options->to, "Folder for it, made when it is missing")
+      ->required()
+      ->type_name("DIR");
+  AddSub(install, options);
+
+  AddRegistry(env);
+}
+
+}  // namespace velmora::cli

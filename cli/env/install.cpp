@@ -1,0 +1,122 @@
+#include "cli/absolute_path.h"
+#include "cli/env/commands.h"
+#include "cli/error.h"
+#include "velmora/common/paths.h"
+#include "velmora/environment/registry.h"
+#include "velmora/environment/user_folders.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/profile.h"
+#include "velmora/platform/registry_store.h"
+#include "velmora/project/folder_levels.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+
+struct SampleFile {
+  const wchar_t* name;
+  const char* text;
+};
+
+// Shared by all users; `velmora env sync` brings them to the current one.
+constexpr SampleFile kSharedFiles[] = {
+    {L"MAPPAR.TXT", "Rapport\r\nRapport\\Bilagor\r\nFoto\r\n"},
+    {L"TUNDRIL.CFG", "SPRAK=SVENSKA\r\nENHET=METER\r\n"},
+};
+
+void Require(bool good, const CString& path, const std::string& what) {
+  if (!good) throw Refusal(At(PathForDisplay(path), what + "; check the permissions and the space there"));
+}
+
+void MakeFolders(const CString& path) { Require(!MakeFolderLevels(path), path, "the folder cannot be made"); }
+
+// Files that are there already are the user's.
+void PutFile(const CString& path, std::string_view text) {
+  if (FileOrFolderExists(path)) return;
+  Require(ReplaceFileContent(path, text), path, "the file cannot be written");
+}
+
+void PutRegistry(HKEY root, const CString& path, const wchar_t* name, const CString& value) {
+  if (!SetRegistryText(root, path, name, value))
+    throw Refusal("the registry cannot be written; check the path in VELMORA_REGISTRY and its permissions");
+}
+
+// A folder that the shell has registered. A system without one gets the folder given.
+CString ShellFolder(HKEY root, const wchar_t* name, const CString& otherwise) {
+  CRegistry registry;
+  registry.SetRootKey(root);
+  const CString known =
+      registry.SetKey(kShellFolders, 0, KEY_READ) != 0 ? registry.ReadString(name, L"") : CString();
+  if (!known.IsEmpty()) return known;
+  PutRegistry(root, kShellFolders, name, otherwise);
+  return otherwise;
+}
+
+// The installation that is registered for this sub-key already; empty when there is none.
+CString RegisteredFolder(const CString& sub) {
+  CRegistry registry;
+  registry.SetRootKey(HKEY_LOCAL_MACHINE);
+  for (const wchar_t* branch : {L"DIST", L"RELEASE", L"R20"}) {
+    const CString path = CString(L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\") + branch + L"\\" + sub;
+    if (registry.SetKey(path, 0, KEY_READ) == 0) continue;
+    const CString folder = registry.ReadString(L"InstallPath", L"");
+    if (!folder.IsEmpty()) return folder;
+  }
+  return CString();
+}
+
+CString AbsoluteFolder(const std::string& given) {
+  if (given.empty()) throw Refusal("--to needs the name of a folder");
+  CString folder = PathFromSystem(AbsolutePath(given));
+  while (folder.GetLength() > 3 && folder.GetAt(folder.GetLength() - 1) == L'\\')
+    folder = folder.Left(folder.GetLength() - 1);
+  return folder;
+}
+
+}  // namespace
+
+void EnvInstall(const EnvOptions& options) {
+  const CString sub = FromUtf8(options.sub);
+  if (sub.GetLength() != 2 || !StaysInsideFolder(sub.GetView()))
+    throw Refusal("--sub is the two characters of a folder's name, as sv");
+  const CString to = AbsoluteFolder(options.to);
+  const CString program = JoinPath(to, L"Program");
+  const CString registered = RegisteredFolder(sub);
+  if (!registered.IsEmpty() && registered.CompareNoCase(program) != 0)
+    throw Refusal(At(PathForDisplay(registered), "is registered as the installation " + Quoted(options.sub) +
+                                                     " already; take that one, or give --sub another name"));
+
+  MakeFolders(program);
+  const CString user_data = ShellFolder(HKEY_CURRENT_USER, L"Appdata", JoinPath(to, L"AppData"));
+  const CString all_data = ShellFolder(HKEY_LOCAL_MACHINE, L"Common Appdata", JoinPath(to, L"CommonAppData"));
+  const CString user_folder = UserFolder(user_data, kRelease, sub);
+  const CString shared_folder = SharedFolder(all_data, sub);
+  MakeFolders(user_folder);
+  MakeFolders(shared_folder);
+  for (const SampleFile& file : kSharedFiles) PutFile(JoinPath(shared_folder, file.name), file.text);
+
+  const CString ini = JoinPath(user_folder, kIniName);
+  PutFile(ini,
+          "; The installation of the current "
+          "user\r\n[SYSTEM]\r\nACADVER=24\r\nCIVILDRAWINGVER=24\r\nAUTOGEN=NEJ\r\n"
+          "POSTCAD=AUTOCAD\r\nBANKCAD=AUTOCAD\r\n\r\n[ARKIV]\r\n");
+  if (ReadProfile(L"ARKIV", L"MAPPAR", ini).IsEmpty())
+    Require(WriteProfile(L"ARKIV", L"MAPPAR", JoinPath(user_folder, L"MAPPAR.TXT"), ini), ini,
+            "cannot be written");
+  // The same for programs that go by the environment variable TUNDRIL.
+  PutFile(JoinPath(program, kIniName), "[SYSTEM]\r\nACADVER=24\r\n");
+
+  const CString key = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20\\" + sub;
+  PutRegistry(HKEY_LOCAL_MACHINE, key, L"InstallPath", program);
+  PutRegistry(HKEY_LOCAL_MACHINE, key, L"Package", L"Sample");
+
+  Sink sink("");
+  sink.Write("Program folder   " + PathForDisplay(program) + "\n");
+  sink.Write("Ini file         " + PathForDisplay(ini) + "\n");
+  sink.Write("Shared data      " + PathForDisplay(shared_folder) + "\n");
+  sink.Write("Next: velmora env sync, velmora env show, velmora project new DIR --tundril\n");
+  sink.Finish();
+}
+
+}  // namespace velmora::cli

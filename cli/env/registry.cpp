@@ -1,0 +1,143 @@
+#include <cstdint>
+
+#include "cli/env/commands.h"
+#include "cli/error.h"
+#include "velmora/platform/registry_store.h"
+#include "velmora/text/letters.h"
+
+namespace velmora::cli {
+namespace {
+
+struct KeyPath {
+  HKEY root;
+  CString path;
+};
+
+// "HKLM\SOFTWARE\Name", the root long or short, slashes as good as backslashes.
+KeyPath ParseKeyPath(const std::string& text) {
+  const struct {
+    const wchar_t* name;
+    HKEY root;
+  } kRoots[] = {{L"HKLM", HKEY_LOCAL_MACHINE},
+                {L"HKCU", HKEY_CURRENT_USER},
+                {L"HKCR", HKEY_CLASSES_ROOT},
+                {L"HKU", HKEY_USERS},
+                {L"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
+                {L"HKEY_CURRENT_USER", HKEY_CURRENT_USER},
+                {L"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},
+                {L"HKEY_USERS", HKEY_USERS}};
+  std::wstring path(FromUtf8(text).GetView());
+  for (wchar_t& c : path) c = c == L'/' ? L'\\' : c;
+  const size_t cut = std::min(path.find(L'\\'), path.size());
+  for (const auto& root : kRoots)
+    if (EqualNoCase(path.substr(0, cut), root.name))
+      return {root.root, CString(std::wstring_view(path).substr(std::min(cut + 1, path.size())))};
+  throw Refusal(Quoted(text) + " names no root; begin with HKLM\\, HKCU\\, HKCR\\ or HKU\\");
+}
+
+std::string Trouble(int error) {
+  switch (error) {
+    case kRegistryNotFound:
+      return "no such key or value";
+    case kRegistryDenied:
+      return "access is denied";
+    case kRegistryDamaged:
+      return "the registry file is no database of ours, or a damaged one; name another with VELMORA_REGISTRY";
+    case kRegistryCannotOpen:
+    case kRegistryCannotRead:
+    case kRegistryCannotWrite:
+      return "the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions";
+    case kRegistryBusy:
+      return "other programs keep the registry busy; try again";
+    case kRegistryDiskFull:
+      return "the disk is full";
+    default:
+      return "error " + std::to_string(error);
+  }
+}
+
+std::string TypeName(unsigned type) {
+  switch (type) {
+    case REG_SZ:
+      return "text";
+    case REG_EXPAND_SZ:
+      return "expandable text";
+    case REG_BINARY:
+      return "binary";
+    case REG_DWORD:
+      return "dword";
+    default:
+      return "type " + std::to_string(type);
+  }
+}
+
+std::string ValueText(const RegistryValue& value) {
+  if (value.type == REG_SZ || value.type == REG_EXPAND_SZ) return ToUtf8(RegistryText(value.bytes));
+  if (value.type == REG_DWORD && value.bytes.size() == 4) {
+    std::uint32_t number = 0;
+    for (size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(value.bytes[i]);
+    return std::to_string(number);
+  }
+  std::string hex;
+  for (const char byte : value.bytes) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    const auto b = static_cast<unsigned char>(byte);
+    hex += hex.empty() ? "" : " ";
+    hex += kDigits[b >> 4];
+    hex += kDigits[b & 15];
+  }
+  return hex;
+}
+
+void Check(int error, const std::string& where) {
+  if (error != kRegistryDone) throw Refusal(At(where, Trouble(error)));
+}
+
+std::vector<RegistryValue> ValuesOf(const EnvOptions& options, std::vector<CString>* keys) {
+  const KeyPath at = ParseKeyPath(options.key);
+  RegistryKey key;
+  Check(key.Open(at.root, at.path, KEY_READ), options.key);
+  std::vector<RegistryValue> values;
+  Check(key.ListValues(&values), options.key);
+  if (keys != nullptr) Check(key.ListKeys(keys), options.key);
+  return values;
+}
+
+}  // namespace
+
+void RegistryGet(const EnvOptions& options) {
+  const CString name = FromUtf8(options.section);
+  for (const RegistryValue& value : ValuesOf(options, nullptr)) {
+    if (!EqualNoCase(value.name.GetView(), name.GetView())) continue;
+    Sink sink("");
+    sink.Write(ValueText(value) + "\n");
+    sink.Finish();
+    return;
+  }
+  throw Refusal(At(options.key, "has no value " + Quoted(options.section)));
+}
+
+void RegistrySet(const EnvOptions& options) {
+  const KeyPath at = ParseKeyPath(options.key);
+  if (!SetRegistryText(at.root, at.path, FromUtf8(options.section), FromUtf8(options.value))) {
+    RegistryKey key;
+    const int error = key.Open(at.root, at.path, KEY_WRITE);
+    throw Refusal(
+        At(options.key, "cannot be written: " + Trouble(error == kRegistryDone ? kRegistryDenied : error)));
+  }
+}
+
+void RegistryList(const EnvOptions& options) {
+  std::vector<CString> keys;
+  const std::vector<RegistryValue> values = ValuesOf(options, &keys);
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(),
+                       {{"name", "name"}, {"type", "type"}, {"value", "value"}});
+  for (const CString& key : keys) records.Row({ToUtf8(key), std::string("key"), {}});
+  for (const RegistryValue& value : values)
+    records.Row({ToUtf8(value.name), TypeName(value.type), ValueText(value)});
+  records.Finish();
+  sink.Finish();
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,116 @@
+#include "cli/env/commands.h"
+#include "cli/env/environment.h"
+#include "cli/error.h"
+#include "cli/questions.h"
+#include "velmora/environment/registry.h"
+#include "velmora/environment/user_data.h"
+#include "velmora/environment/user_folders.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr wchar_t kMissing[] = L"Saknas";
+
+std::string InstallPath(const wchar_t* branch, const std::string& sub) {
+  CRegistry registry;
+  registry.SetRootKey(HKEY_LOCAL_MACHINE);
+  CString path;
+  path.Format(L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\%s\\%s", branch, FromUtf8(sub));
+  if (registry.SetKey(path, 0, KEY_READ) == 0) return "";
+  const CString folder = registry.ReadString(L"InstallPath", kMissing);
+  return folder.CompareNoCase(kMissing) == 0 ? "" : PathForDisplay(folder);
+}
+
+std::string Outcome(int result) {
+  switch (result) {
+    case 0:
+      return "set up";
+    case -1:
+      return "no installation is registered; make one: velmora env install --to DIR";
+    case -4:
+    case -6:
+      return "the user's folders could not be made; check the permissions of the application-data folder";
+    default:
+      return "the current user has no Velmora.ini; make one: velmora env install --to DIR";
+  }
+}
+
+}  // namespace
+
+void EnvSetup(const EnvOptions& options) {
+  Sink sink("");
+  const auto say = [&](const std::string& what, const std::string& how) {
+    sink.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");
+  };
+  bool taken = false;
+  for (const wchar_t* branch : {L"DIST", L"RELEASE", L"R20"}) {
+    const std::string folder = InstallPath(branch, options.sub);
+    const std::string key = "Registry " + ToUtf8(branch) + "\\" + options.sub;
+    say(key, folder.empty() ? "not registered" : folder + (taken ? " (an earlier one counts)" : ""));
+    taken = taken || !folder.empty();
+  }
+  CTundrilIni ini;
+  const TerminalMessages messages;
+  const int result = ini.InitXPWay(20, FromUtf8(options.sub), nullptr);
+  if (result == 0) {
+    say("Program folder", PathForDisplay(ini.m_programDir));
+    say("User's ini file", PathForDisplay(ini.m_iniPath));
+    const CString former = FormerMakerPath(ini.m_iniPath);
+    if (!former.IsEmpty() && FileOrFolderExists(former))
+      say("Former ini file", PathForDisplay(former) + " (brought over when there was no newer one)");
+    say("Configuration folder", PathForDisplay(ini.m_cfgDir));
+  }
+  if (result == 0) say("Result", Outcome(result));
+  sink.Finish();
+  if (result != 0) throw Refusal("set-up " + std::to_string(result) + ": " + Outcome(result));
+}
+
+void EnvSync(const EnvOptions& options) {
+  Environment environment;
+  FindEnvironment(options.sub, &environment);
+  RequireIni(environment);
+  const UserFilePlan plan = PlanUserFileCheck(environment.ini);
+  if (!plan.user_folder_exists)
+    throw Refusal(
+        At(PathForDisplay(plan.user_folder), "no such folder, and without it nothing is brought up to date"));
+  UserFilePlan after;
+  if (!options.dry_run) {
+    environment.ini.AllUserFileCheck();
+    after = PlanUserFileCheck(environment.ini);
+  }
+  const auto wanted = [](const UserFile& file) {
+    return file.state == UserFileState::kMissing || file.state == UserFileState::kNewer;
+  };
+  const auto still_wanted = [&](const UserFile& file) {
+    for (const UserFile& later : after.files)
+      if (later.destination == file.destination) return wanted(later);
+    return true;
+  };
+  Sink sink(options.output.file);
+  RecordWriter records(
+      sink, options.output.Format(),
+      {{"file", "file"}, {"state", "state"}, {"done", "done"}, {"destination", "destination"}});
+  bool failed = false;
+  for (const UserFile& file : plan.files) {
+    const char* state = file.state == UserFileState::kMissing      ? "missing"
+                        : file.state == UserFileState::kNewer      ? "newer"
+                        : file.state == UserFileState::kOwnIniFile ? "the user's own"
+                        : file.state == UserFileState::kUnreadable ? "unreadable"
+                                                                   : "up to date";
+    std::string done = "left";
+    if (wanted(file)) {
+      const bool missed = !options.dry_run && still_wanted(file);
+      done = options.dry_run ? "would be copied" : missed ? "could not be copied" : "copied";
+      failed = failed || missed;
+    }
+    const CString name = file.source.Mid(file.source.ReverseFind(L'\\') + 1);
+    records.Row({PathForDisplay(name), std::string(state), done, PathForDisplay(file.destination)});
+  }
+  records.Finish();
+  sink.Finish();
+  if (failed)
+    throw Refusal("some files could not be copied; check the permissions and the space of their folders");
+}
+
+}  // namespace velmora::cli

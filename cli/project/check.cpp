@@ -1,0 +1,166 @@
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "cli/error.h"
+#include "cli/project/commands.h"
+#include "cli/project/project_folder.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/project/folder_levels.h"
+#include "velmora/text/letters.h"
+
+namespace velmora::cli {
+namespace {
+
+struct Finding {
+  std::string where;
+  std::int64_t line;  // 0: none
+  std::string text;
+};
+using Findings = std::vector<Finding>;
+
+std::string Shown(const CString& name) { return PathForDisplay(name); }
+
+// What belongs together: a program is in use when any of its names exists, and then needs all of them.
+struct Program {
+  const char* name;
+  std::vector<const wchar_t*> folders;
+  std::vector<const wchar_t*> databases;
+};
+
+std::vector<Program> Programs() {
+  return {
+      {"the main program", {CProjPath::TundrilDbfKat, CProjPath::TundrilRitKat}, {CProjPath::TundrilDbsNamn}},
+      {"post-processing", {CProjPath::PostDbfKat, CProjPath::PostRitKat, CProjPath::StabRitKat}, {}},
+      {"the rock and stone program",
+       {CProjPath::StenDbfKat, CProjPath::StenRitKat},
+       {CProjPath::StenDbsNamn}},
+      {"the constructions program",
+       {CProjPath::HarbelDbfKat, CProjPath::HarbelRitKat},
+       {CProjPath::HarbelDbsNamn}}};
+}
+
+bool IsKind(const CString& path, FileKind kind) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  return status && status->kind == kind;
+}
+
+void CheckPrograms(const CString& folder, Findings* findings) {
+  bool any = false;
+  for (const Program& program : Programs()) {
+    const auto there = [&](const wchar_t* name) { return FileOrFolderExists(JoinPath(folder, name)); };
+    const bool used = std::any_of(program.folders.begin(), program.folders.end(), there) ||
+                      std::any_of(program.databases.begin(), program.databases.end(), there);
+    any = any || used;
+    if (!used) continue;
+    const auto need = [&](const wchar_t* name, FileKind kind, const char* what) {
+      const CString path = JoinPath(folder, name);
+      if (!FileOrFolderExists(path))
+        findings->push_back({ToUtf8(name), 0, std::string(what) + " of " + program.name + " is missing"});
+      else if (!IsKind(path, kind))
+        findings->push_back(
+            {ToUtf8(name), 0, std::string("is not a ") + what + ", as " + program.name + " needs it"});
+    };
+    for (const wchar_t* name : program.folders) need(name, FileKind::kFolder, "folder");
+    for (const wchar_t* name : program.databases) need(name, FileKind::kFile, "database");
+  }
+  if (!any) findings->push_back({".", 0, "holds no program's folders or databases; is it a project?"});
+}
+
+void CheckNames(const CString& folder, Findings* findings) {
+  std::map<std::wstring, CString> seen;
+  for (const FoundFile& file : FindFiles(JoinPath(folder, L"*"))) {
+    std::wstring lower(file.name.GetView());
+    for (wchar_t& c : lower) c = LowerLetter(c);
+    const auto [first, is_new] = seen.emplace(lower, file.name);
+    if (!is_new)
+      findings->push_back({Shown(file.name), 0,
+                           "differs from " + Quoted(Shown(first->second)) +
+                               " only in letter case; the suite's programs see one of them"});
+  }
+}
+
+// A file of lines "key=value" with the room that its readers have.
+void CheckSettings(const CString& folder, const wchar_t* name, Findings* findings) {
+  constexpr size_t kLongestKey = 39;
+  constexpr size_t kLongestValue = 259;
+  const CString path = JoinPath(folder, name);
+  if (!FileOrFolderExists(path)) return;
+  TextReader reader;
+  if (!reader.Open(path)) {
+    findings->push_back({ToUtf8(name), 0, "cannot be opened for reading"});
+    return;
+  }
+  std::int64_t number = 0;
+  for (CString line; reader.ReadLine(&line);) {
+    ++number;
+    const std::wstring_view text = line.GetView();
+    const auto add = [&](const std::string& what) { findings->push_back({ToUtf8(name), number, what}); };
+    if (TrimBlanks(text).empty() || text.front() == L'*') continue;
+    const size_t equals = text.find(L'=');
+    if (equals == std::wstring_view::npos || equals == 0)
+      add("is no \"key=value\": " + Quoted(ToUtf8(line.Left(80))));
+    else if (equals > kLongestKey)
+      add("the key is longer than " + std::to_string(kLongestKey) + " characters");
+    else if (text.size() - equals - 1 > kLongestValue)
+      add("the value is longer than " + std::to_string(kLongestValue) + " characters");
+  }
+  if (reader.Failed()) findings->push_back({ToUtf8(name), number + 1, "cannot be read further"});
+}
+
+// The area file and the alignment that it names.
+void CheckArea(const CProjPath& project, Findings* findings) {
+  if (!FileOrFolderExists(project.m_VlPath)) return;
+  const std::string where = Shown(NameOfPath(project.m_DbfKat) + L"\\" + CProjPath::TundrilVlNamn);
+  TextReader reader;
+  int stars = 0;
+  std::int64_t number = 0;
+  CString line;
+  bool open = reader.Open(project.m_VlPath);
+  while (open && stars < 2 && reader.ReadLine(&line)) {
+    ++number;
+    if (line.GetAt(0) == L'*') ++stars;
+  }
+  if (!open || stars < 2 || !reader.ReadLine(&line) || line.IsEmpty()) {
+    findings->push_back({where, number + 1, "names no alignment behind its second \"*\" line"});
+    return;
+  }
+  if (!StaysInsideFolder(line.GetView()))
+    findings->push_back(
+        {where, number + 1, "the alignment " + Quoted(ToUtf8(line)) + " leads out of the project"});
+  else if (!FileOrFolderExists(JoinPath(project.m_DbfKat, line)))
+    findings->push_back({where, number + 1, "the alignment " + Quoted(ToUtf8(line)) + " is missing"});
+}
+
+}  // namespace
+
+void ProjectCheck(const ProjectOptions& options) {
+  const CString folder = ExistingProjectFolder(options.folder);
+  CProjPath project;
+  project.SetPath(folder);
+  Findings findings;
+  CheckPrograms(folder, &findings);
+  CheckNames(folder, &findings);
+  if (IsKind(project.m_DbfKat, FileKind::kFolder)) CheckNames(project.m_DbfKat, &findings);
+  for (const wchar_t* name : {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn})
+    CheckSettings(folder, name, &findings);
+  CheckArea(project, &findings);
+
+  Sink sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  if (format == OutputFormat::kTable && findings.empty()) {
+    sink.Write("Nothing missing, nothing odd.\n");
+    sink.Finish();
+    return;
+  }
+  RecordWriter records(sink, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
+  for (const Finding& finding : findings)
+    records.Row({finding.where, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
+  records.Finish();
+  sink.Finish();
+  if (!findings.empty()) throw ExitWith{1};
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,67 @@
+#include "cli/project/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/options.h"
+
+namespace velmora::cli {
+namespace {
+
+using Options = std::shared_ptr<ProjectOptions>;
+
+CLI::App* AddVerb(CLI::App* area, const char* name, const char* help, const Options& options,
+                  void (*run)(const ProjectOptions&)) {
+  CLI::App* verb = area->add_subcommand(name, help);
+  verb->callback([options, run] { run(*options); });
+  return verb;
+}
+
+void AddFolder(CLI::App* verb, const Options& options) {
+  verb->add_option("DIR", options->folder, "The project's folder")->required();
+}
+
+}  // namespace
+
+void AddProjectCommands(CLI::App& app) {
+  CLI::App* project = app.add_subcommand("project", "A project's folder: make, check, list");
+  project->require_subcommand(1);
+  const auto options = std::make_shared<ProjectOptions>();
+
+  CLI::App* make = AddVerb(project, "new", "Make a project's folder tree", options, ProjectNew);
+  AddFolder(make, options);
+  make->add_flag("--tundril", options->tundril, "Folders of the main program");
+  make->add_flag("--mirsen", options->mirsen, "Folders of post-processing and stability");
+  make->add_flag("--karsk", options->karsk, "Folders of the rock and stone program");
+  make->add_flag("--harbel", options->harbel, "Folders of the constructions program");
+  make->add_option("--folder-list", options->folder_list,
+                   "File with further folders, one a line (default: the installation's, [ARKIV] MAPPAR)")
+      ->type_name("FILE");
+
+  CLI::App* paths =
+      AddVerb(project, "paths", "The project's files and folders, and which exist", options, ProjectPaths);
+  AddFolder(paths, options);
+  AddOutputOptions(paths, &options->output);
+
+  CLI::App* status = AddVerb(project, "status", "The states a project can be in; one by number or text",
+                             options, ProjectStatus);
+  status->add_option("STATUS", options->status, "Number or text");
+  AddOutputOptions(status, &options->output);
+
+  CLI::App* list = AddVerb(project, "list", "The files that match a pattern", options, ProjectList);
+  list->add_option("PATTERN", options->folder, "Folder and wildcards, as DIR/*.DAT (quote it from the shell)")
+      ->required();
+  list->add_option("--sort", options->sort, "name (default), size or date")
+      ->check(CLI::IsMember({"name", "size", "date"}))
+      ->type_name("BY");
+  list->add_flag("--falling", options->falling, "Largest, latest or last name first");
+  list->add_flag("--folders", options->folders, "Folders too");
+  AddOutputOptions(list, &options->output);
+
+  CLI::App* check =
+      AddVerb(project, "check", "What is missing or odd in a project's folder", options, ProjectCheck);
+  AddFolder(check, options);
+  AddOutputOptions(check, &options->output);
+}
+
+}  // namespace velmora::cli

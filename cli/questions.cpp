@@ -1,0 +1,51 @@
+#include "cli/questions.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include "cli/error.h"
+#include "cli/terminal.h"
+
+namespace velmora::cli {
+namespace {
+
+int Ask(const std::string& text, unsigned style) {
+  const int usual = DefaultButton(style);
+  const std::string choice = usual == IDYES ? " [J/n] " : " [j/N] ";
+  if (!StandardInputIsTerminal()) {
+    Warn(text + (usual == IDYES ? " Ja" : " Nej") + " (no terminal to ask on: the default answers)");
+    return usual;
+  }
+  std::fputs(("velmora: " + text + choice).c_str(), stderr);
+  std::array<char, 64> answer{};
+  if (std::fgets(answer.data(), static_cast<int>(answer.size()), stdin) == nullptr) return usual;
+  switch (answer[0]) {
+    case 'j':
+    case 'J':
+    case 'y':
+    case 'Y':
+      return IDYES;
+    case 'n':
+    case 'N':
+      return IDNO;
+    default:
+      return usual;
+  }
+}
+
+int Show(const MessageBoxCall& call) {
+  std::string text = ToUtf8(call.text);
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  if ((call.style & 0xFU) == MB_YESNO) return Ask(text, call.style);
+  Warn(text);
+  return IDOK;
+}
+
+}  // namespace
+
+TerminalMessages::TerminalMessages() : before_(SetMessageBoxHandler(Show)) {}
+TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
+
+}  // namespace velmora::cli
