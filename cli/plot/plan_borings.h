@@ -3,7 +3,6 @@
 #define VELMORA_CLI_PLOT_PLAN_BORINGS_H_
 
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "cli/plot/plan_view.h"
