@@ -53,6 +53,24 @@ inline constexpr int IDNO = 7;
 
 inline constexpr unsigned WM_USER = 0x0400;
 
+// A font's description, of the same 92 bytes everywhere; the face name is UTF-16.
+struct LOGFONTW {
+  std::int32_t lfHeight;
+  std::int32_t lfWidth;
+  std::int32_t lfEscapement;
+  std::int32_t lfOrientation;
+  std::int32_t lfWeight;
+  std::uint8_t lfItalic;
+  std::uint8_t lfUnderline;
+  std::uint8_t lfStrikeOut;
+  std::uint8_t lfCharSet;
+  std::uint8_t lfOutPrecision;
+  std::uint8_t lfClipPrecision;
+  std::uint8_t lfQuality;
+  std::uint8_t lfPitchAndFamily;
+  char16_t lfFaceName[32];
+};
+
 }  // namespace velmora
 
 #endif

@@ -1,0 +1,40 @@
+#include "velmora/platform/profile.h"
+
+#include "velmora/platform/files.h"
+#include "velmora/platform/posix/folders.h"
+#include "velmora/platform/posix/native_path.h"
+#include "velmora/platform/profile_file.h"
+#include "velmora/platform/profile_text.h"
+
+namespace velmora {
+namespace {
+
+// Stands for the Windows folder. Empty when nobody's data folder is known.
+std::string FolderOfBareNames() {
+  const std::string data = UserDataFolder();
+  return data.empty() ? data : data + "/velmora";
+}
+
+// Empty when there is none.
+CString ProfilePath(const CString& file) {
+  if (file.IsEmpty() || !IsBareFileName(file)) return file;
+  const std::string folder = FolderOfBareNames();
+  return folder.empty() ? CString() : PathFromSystem(folder) + L"\\" + file;
+}
+
+}  // namespace
+
+CString ReadProfile(const CString& section, const CString& key, const CString& file) {
+  return ReadProfileFile(section, key, ProfilePath(file));
+}
+
+bool WriteProfile(const CString& section, const CString& key, const wchar_t* value, const CString& file) {
+  const std::optional<std::wstring_view> text =
+      value == nullptr ? std::nullopt : std::optional<std::wstring_view>(value);
+  const CString path = ProfilePath(file);
+  if (path.IsEmpty() || !ProfileCanHold(section.GetView(), key.GetView(), text)) return false;
+  if (IsBareFileName(file) && !MakeFolders(FolderOfBareNames())) return false;
+  return WriteProfileFile(section, key, value, path);
+}
+
+}  // namespace velmora

@@ -1,0 +1,24 @@
+#include "velmora/platform/shell_folders.h"
+
+#include <cstdlib>
+
+#include "velmora/platform/files.h"
+#include "velmora/platform/posix/folders.h"
+#include "velmora/platform/posix/native_path.h"
+
+namespace velmora {
+
+CString UserApplicationData() {
+  const std::string data = UserDataFolder();
+  const std::string folder = data + "/velmora/appdata";
+  return !data.empty() && MakeFolders(folder) ? PathFromSystem(folder) : CString();
+}
+
+bool ReadEnvironment(const wchar_t* name, CString* value) {
+  const char* found = std::getenv(ToUtf8(name).c_str());
+  if (found == nullptr) return false;
+  *value = PathFromSystem(found);
+  return true;
+}
+
+}  // namespace velmora
