@@ -11,6 +11,7 @@
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
+namespace plot {
 namespace {
 
 constexpr double kFrameMargin = 8;  // mm
@@ -57,8 +58,10 @@ std::vector<std::string> Borings(const std::vector<PlotBoring>& borings) {
 }
 
 }  // namespace
+}  // namespace plot
 
 std::string DrawAlignment(const PlotInput& input) {
+  using namespace plot;  // NOLINT(google-build-using-namespace): this is its door
   const PlanPath path(input.plan);
   const ProfileLine profile(input.profile);
   const bool has_profile = !profile.IsEmpty();

@@ -7,7 +7,7 @@
 
 #include "velmora/text/codepage.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
@@ -179,4 +179,4 @@ std::optional<size_t> PlaceFirst(LabelRoom& room, std::span<const Box> candidate
   return std::nullopt;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -10,7 +10,7 @@
 
 #include "cli/plot/svg.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 // How long text becomes, within a few per cent and rather too long than too short.
 double TextWidth(std::string_view utf8, double size);
@@ -70,6 +70,6 @@ std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double ra
 // The first of the boxes that is free, taken.
 std::optional<size_t> PlaceFirst(LabelRoom& room, std::span<const Box> candidates);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_LABELS_H_

@@ -5,10 +5,17 @@
 
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLineSpacing = 2.6;  // mm
+
+// To the centimetre: "H 12.40" to the right (höger), "V 3.20" to the left (vänster), "0.00" on the line.
+std::string OffsetLabel(double offset) {
+  const std::string text = FormatFixed(std::fabs(offset), 2);
+  if (text == "0.00") return text;
+  return (offset > 0 ? "H " : "V ") + text;
+}
 
 }  // namespace
 
@@ -18,12 +25,6 @@ BoringOnSheet PutOnSheet(const PlanSheet& sheet, const PlotBoring& boring, bool 
   if (!with_foot || !boring.placed) return on_sheet;
   if (const auto foot = sheet.path.Nearest(point)) on_sheet.foot = sheet.frame.ToSheet(*foot);
   return on_sheet;
-}
-
-std::string OffsetLabel(double offset) {
-  const std::string text = FormatFixed(std::fabs(offset), 2);
-  if (text == "0.00") return text;
-  return (offset > 0 ? "H " : "V ") + text;
 }
 
 void ReserveBorings(const PlanSheet& sheet, const std::vector<BoringOnSheet>& borings) {
@@ -100,4 +101,4 @@ void DrawDots(const PlanSheet& sheet, const std::vector<BoringOnSheet>& borings)
   }
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -7,7 +7,7 @@
 
 #include "cli/plot/plan_view.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct BoringOnSheet {
   const PlotBoring* boring;
@@ -28,9 +28,6 @@ size_t LabelBorings(const PlanSheet& sheet, const std::vector<BoringOnSheet>& bo
 void ReserveDots(const PlanSheet& sheet, const std::vector<BoringOnSheet>& borings);
 void DrawDots(const PlanSheet& sheet, const std::vector<BoringOnSheet>& borings);
 
-// "H 12.40" to the right (höger), "V 3.20" to the left (vänster); "0.00" on the line.
-std::string OffsetLabel(double offset);
-
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_BORINGS_H_

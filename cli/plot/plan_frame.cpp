@@ -7,7 +7,7 @@
 
 #include "cli/plot/scale.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kWorthTurning = 1.45;  // times the scale
@@ -110,4 +110,4 @@ PlanePoint PlanFrame::FromSheet(SheetPoint p) const {
   return {middle_.h + cos_ * across + sin_ * up, middle_.v - sin_ * across + cos_ * up};
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

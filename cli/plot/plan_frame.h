@@ -8,7 +8,7 @@
 #include "cli/plot/style.h"
 #include "velmora/alignment/geometry.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 // The corners of the points' convex hull: what decides how much room they need, however turned.
 std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points);
@@ -36,6 +36,6 @@ class PlanFrame {
   SheetPoint sheet_middle_;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_FRAME_H_

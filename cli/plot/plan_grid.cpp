@@ -7,7 +7,7 @@
 #include "cli/plot/scale.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLeastSpacing = 30;  // mm between crosses
@@ -129,4 +129,4 @@ void DrawNorthArrow(const PlanSheet& sheet) {
   sheet.svg.Text(at(0, 6.7), "N", {.size = 3.4, .bold = true});
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

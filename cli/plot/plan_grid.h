@@ -4,12 +4,12 @@
 
 #include "cli/plot/plan_view.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 void DrawGrid(const PlanSheet& sheet);
 // In the first corner that is free; above left when none is.
 void DrawNorthArrow(const PlanSheet& sheet);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_GRID_H_

@@ -8,7 +8,7 @@
 #include "cli/station_text.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLineRoom = 1.4;        // mm, the width that labels keep off
@@ -225,4 +225,4 @@ void LabelRadii(const PlanSheet& sheet) {
   }
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -4,7 +4,7 @@
 
 #include "cli/plot/plan_view.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 // Keeps labels off the line.
 void ReserveLine(const PlanSheet& sheet);
@@ -16,6 +16,6 @@ void DrawEnds(const PlanSheet& sheet);
 void DrawStations(const PlanSheet& sheet);
 void LabelRadii(const PlanSheet& sheet);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_LINE_H_

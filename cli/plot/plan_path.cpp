@@ -6,7 +6,7 @@
 
 #include "cli/plot/drawing.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kShortest = 1e-4;      // m; what is shorter has no direction
@@ -113,4 +113,4 @@ std::optional<PlanePoint> PlanPath::Nearest(PlanePoint p) const {
   return nearest;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

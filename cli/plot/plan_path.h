@@ -9,7 +9,7 @@
 #include "velmora/alignment/alignment_point.h"
 #include "velmora/alignment/geometry.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 // A place on the line and the direction of the point list there, a unit vector.
 struct PathPlace {
@@ -76,6 +76,6 @@ class PlanPath {
 bool IsDrawable(double value);
 bool IsDrawable(const kovltype& point);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_PATH_H_

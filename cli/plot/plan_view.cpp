@@ -8,7 +8,7 @@
 #include "cli/plot/plan_line.h"
 #include "cli/plot/scale.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kMargin = 17;      // mm for labels around the road
@@ -16,7 +16,7 @@ constexpr double kOutlineStep = 1;  // m
 constexpr size_t kOutlinePoints = 4000;
 
 bool IsDrawable(const PlotBoring& boring) {
-  return cli::IsDrawable(boring.northing) && cli::IsDrawable(boring.easting);
+  return plot::IsDrawable(boring.northing) && plot::IsDrawable(boring.easting);
 }
 
 // What the sheet is to hold: the road, and the borings that are not far from it. One boring with a digit
@@ -118,4 +118,4 @@ PlanSummary DrawPlan(Svg& svg, const Panel& panel, const PlotInput& input, const
   return summary;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

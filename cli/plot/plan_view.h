@@ -8,7 +8,7 @@
 #include "cli/plot/style.h"
 #include "cli/plot/svg.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct PlanSummary {
   double scale = 0;          // the N of 1:N
@@ -32,6 +32,6 @@ struct PlanSheet {
   bool km;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PLAN_VIEW_H_

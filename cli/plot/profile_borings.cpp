@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLongestName = 20;  // mm
@@ -108,4 +108,4 @@ void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>
   sheet.svg.Path(dots);
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

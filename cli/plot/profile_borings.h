@@ -6,7 +6,7 @@
 
 #include "cli/plot/profile_view.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct BoringInProfile {
   const PlotBoring* boring;
@@ -24,6 +24,6 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
 // Dots alone.
 void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PROFILE_BORINGS_H_

@@ -5,7 +5,7 @@
 
 #include "cli/plot/scale.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kFairUse = 0.62;  // of the width, for the plan's scale to be taken
@@ -42,4 +42,4 @@ SheetPoint ProfileFrame::ToSheet(ProfilePlace place) const {
           plot_.Bottom() - (place.level - base_level_) * 1000 / HeightScale()};
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

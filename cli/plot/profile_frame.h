@@ -5,7 +5,7 @@
 #include "cli/plot/profile_line.h"
 #include "cli/plot/style.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct Range {
   double low;
@@ -42,6 +42,6 @@ class ProfileFrame {
   double base_level_;  // at the plot's lower edge
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PROFILE_FRAME_H_

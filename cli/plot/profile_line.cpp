@@ -6,7 +6,7 @@
 #include "cli/plot/plan_path.h"
 #include "velmora/alignment/geometry.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kMostOnCurve = 200;  // samples
@@ -57,4 +57,4 @@ std::optional<double> ProfileLine::LevelAt(double station) const {
   return LevelBetween(*(b - 1), *b, station);
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

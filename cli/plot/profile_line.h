@@ -8,7 +8,7 @@
 
 #include "velmora/alignment/alignment_point.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct ProfilePlace {
   double station;
@@ -34,6 +34,6 @@ class ProfileLine {
   size_t left_out_ = 0;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PROFILE_LINE_H_

@@ -8,7 +8,7 @@
 #include "cli/station_text.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLeftMargin = 20;  // mm, for the levels
@@ -185,4 +185,4 @@ ProfileSummary DrawProfile(Svg& svg, const Panel& panel, const PlotInput& input,
   return summary;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -9,7 +9,7 @@
 #include "cli/plot/style.h"
 #include "cli/plot/svg.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct ProfileSummary {
   std::string scales;        // "lengths 1:5000, heights 1:500, 10 times exaggerated"
@@ -32,6 +32,6 @@ struct ProfileSheet {
   bool km;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_PROFILE_VIEW_H_

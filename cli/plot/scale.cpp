@@ -5,7 +5,7 @@
 
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLeastScale = 100;
@@ -72,4 +72,4 @@ std::string PlainNumber(double value) {
 
 std::string ScaleText(double denominator) { return "1:" + PlainNumber(denominator); }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

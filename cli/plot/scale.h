@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 // The smallest N of a usual scale 1:N that is not below `least`; never below 1:100.
 double NiceScale(double least);
@@ -29,6 +29,6 @@ std::string PlainNumber(double value);
 // "1:7500"
 std::string ScaleText(double denominator);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_SCALE_H_

@@ -4,7 +4,7 @@
 
 #include "cli/plot/labels.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 inline constexpr double kSheetWidth = 420;  // A3
 inline constexpr double kSheetHeight = 297;
@@ -56,6 +56,6 @@ struct Panel {
   bool Holds(SheetPoint p) const { return p.x >= x && p.x <= Right() && p.y >= y && p.y <= Bottom(); }
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_STYLE_H_

@@ -5,7 +5,7 @@
 #include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kLargestNumber = 1e7;     // mm; viewers keep coordinates in single precision
@@ -170,4 +170,4 @@ std::string Svg::Finish() {
   return std::move(body_);
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct SheetPoint {
   double x;
@@ -81,6 +81,6 @@ class Svg {
   std::string body_;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_SVG_H_

@@ -6,7 +6,7 @@
 #include "cli/plot/scale.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 constexpr double kNameSize = 5.0;
@@ -103,4 +103,4 @@ void DrawTitleBlock(Svg& svg, const Panel& panel, const TitleBlock& title) {
   }
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot

@@ -9,7 +9,7 @@
 #include "cli/plot/style.h"
 #include "cli/plot/svg.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 
 struct TitleBlock {
   std::string name;
@@ -22,6 +22,6 @@ struct TitleBlock {
 
 void DrawTitleBlock(Svg& svg, const Panel& panel, const TitleBlock& title);
 
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
 
 #endif  // VELMORA_CLI_PLOT_TITLE_BLOCK_H_

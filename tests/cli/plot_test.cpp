@@ -16,7 +16,7 @@
 #include "cli/plot/svg.h"
 #include "velmora/alignment/geometry.h"
 
-namespace velmora::cli {
+namespace velmora::cli::plot {
 namespace {
 
 // Two straights, an arc to either side, a corner; and a profile with one curve over it.
@@ -437,4 +437,4 @@ TEST(Scale, NumbersAreRound) {
 }
 
 }  // namespace
-}  // namespace velmora::cli
+}  // namespace velmora::cli::plot
