@@ -42,3 +42,8 @@ function(velmora_layer name)
   list(JOIN LAYER_DEPS "," deps)
   set_property(GLOBAL APPEND PROPERTY VELMORA_LAYERS "${name}=${deps}")
 endfunction()
+
+# velmora_sideways(FILE HEADER): this one file may include this one header of a layer that its own may not.
+function(velmora_sideways file header)
+  set_property(GLOBAL APPEND PROPERTY VELMORA_SIDEWAYS "velmora/${file}=velmora/${header}")
+endfunction()

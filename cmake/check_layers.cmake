@@ -1,10 +1,12 @@
 # Holds the sources of the library to its layers and to its one door to the system.
 #
-#   cmake -DROOT=<source tree> -DLAYERS="text=|platform=text|common=text,platform" -P check_layers.cmake
+#   cmake -DROOT=<source tree> -DLAYERS="text=|platform=text|common=text,platform"
+#         [-DSIDEWAYS="velmora/a/one.cpp=velmora/b/two.h|..."] -P check_layers.cmake
 #
-# LAYERS lists each layer with the layers that its files may include. Fails with a line for each
-# offence: an include of a layer that is not listed; outside platform/posix and platform/win32 a
-# header of the system or a condition on the system.
+# LAYERS lists each layer with the layers that its files may include, SIDEWAYS the single files that may
+# include one header more. Fails with a line for each offence: an include of a layer that is not listed;
+# a sideways look that nobody takes; outside platform/posix and platform/win32 a header of the system or a
+# condition on the system.
 cmake_minimum_required(VERSION 3.23)
 
 set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3)\\.h$|^(sys|linux|netinet|arpa|dbus)/")
@@ -26,6 +28,8 @@ if(NOT names)
   message(FATAL_ERROR "LAYERS names no layer")
 endif()
 
+string(REPLACE "|" ";" unused_sideways "${SIDEWAYS}")
+
 set(offences 0)
 macro(offence text)
   math(EXPR offences "${offences} + 1")
@@ -39,9 +43,13 @@ function(check_line file number line)
     set(layer "")
   endif()
   string(REGEX MATCH "^velmora/platform/(posix|win32)/" system_file "${file}")
-  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"velmora/([a-z_0-9]+)/")
-    set(other "${CMAKE_MATCH_1}")
-    if(layer AND NOT other STREQUAL layer AND NOT other IN_LIST deps_${layer})
+  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"(velmora/([a-z_0-9]+)/[^\"]+)")
+    set(look "${file}=${CMAKE_MATCH_1}")
+    set(other "${CMAKE_MATCH_2}")
+    if(look IN_LIST unused_sideways)
+      list(REMOVE_ITEM unused_sideways "${look}")
+      set(unused_sideways "${unused_sideways}" PARENT_SCOPE)
+    elseif(layer AND NOT other STREQUAL layer AND NOT other IN_LIST deps_${layer})
       offence("layer \"${layer}\" may not include \"${other}\" (the layers stand in velmora/CMakeLists.txt)")
     endif()
   elseif(line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)")
@@ -83,6 +91,13 @@ foreach(file IN LISTS files)
   endforeach()
 endforeach()
 
+foreach(look IN LISTS unused_sideways)
+  string(REPLACE "=" ";" look "${look}")
+  list(GET look 0 file)
+  list(GET look 1 header)
+  set(number 1)
+  offence("no longer includes ${header}: take it off the list in velmora/CMakeLists.txt")
+endforeach()
 if(offences GREATER 0)
   message(FATAL_ERROR "${offences} offence(s) against the layers")
 endif()

@@ -8,42 +8,44 @@
 
 namespace velmora {
 
+class CTundrilIni;
+
 class VELMORA_API CProjPath {
  public:
   // A client may point these at other names; each composition reads them when it runs.
   static const wchar_t* TundrilDbsNamn;  // "TUNDRIL.DBS": sounding database of the main program
   static const wchar_t* TundrilDbkNamn;  // "TUNDRIL.DBK": its companion
-  static const wchar_t* StenDbsNamn;  // "KARSK.DBS": database of the rock and stone program
-  static const wchar_t* StenDbkNamn;  // "KARSK.DBK": its companion
-  static const wchar_t* HarbelDbsNamn;  // "HARBEL.GDS": database of the constructions program
-  static const wchar_t* HarbelDbkNamn;  // "HARBEL.GDK": its companion
-  static const wchar_t* TerrDbsNamn;  // "MIRSEN.TDS": terrain database of the post-processing program
-  static const wchar_t* UtvDbsNamn;  // "TUNDRILUTV.DBS": evaluation database
-  static const wchar_t* UtvDbkNamn;  // "TUNDRILUTV.DBK": its companion
-  static const wchar_t* TundrilDbfKat;  // "TUNDRIL.DBF": folder
-  static const wchar_t* PostDbfKat;  // "MIRSEN.DBF": folder
-  static const wchar_t* StackKat;  // "STACK": folder
-  static const wchar_t* StabRitKat;  // "DUNVEL.RIT": drawing folder of the stability program
-  static const wchar_t* TundrilRitKat;  // "TUNDRIL.RIT": drawing folder
-  static const wchar_t* StenRitKat;  // "KARSK.RIT": drawing folder
-  static const wchar_t* StenDbfKat;  // "KARSK.DBF": folder
-  static const wchar_t* PostRitKat;  // "MIRSEN.RIT": drawing folder
-  static const wchar_t* HarbelRitKat;  // "HARBEL.RIT": drawing folder
-  static const wchar_t* HarbelDbfKat;  // "HARBEL.DBF": folder
-  static const wchar_t* Pictures;  // "Pictures": folder of pictures
+  static const wchar_t* StenDbsNamn;     // "KARSK.DBS": database of the rock and stone program
+  static const wchar_t* StenDbkNamn;     // "KARSK.DBK": its companion
+  static const wchar_t* HarbelDbsNamn;   // "HARBEL.GDS": database of the constructions program
+  static const wchar_t* HarbelDbkNamn;   // "HARBEL.GDK": its companion
+  static const wchar_t* TerrDbsNamn;     // "MIRSEN.TDS": terrain database of the post-processing program
+  static const wchar_t* UtvDbsNamn;      // "TUNDRILUTV.DBS": evaluation database
+  static const wchar_t* UtvDbkNamn;      // "TUNDRILUTV.DBK": its companion
+  static const wchar_t* TundrilDbfKat;   // "TUNDRIL.DBF": folder
+  static const wchar_t* PostDbfKat;      // "MIRSEN.DBF": folder
+  static const wchar_t* StackKat;        // "STACK": folder
+  static const wchar_t* StabRitKat;      // "DUNVEL.RIT": drawing folder of the stability program
+  static const wchar_t* TundrilRitKat;   // "TUNDRIL.RIT": drawing folder
+  static const wchar_t* StenRitKat;      // "KARSK.RIT": drawing folder
+  static const wchar_t* StenDbfKat;      // "KARSK.DBF": folder
+  static const wchar_t* PostRitKat;      // "MIRSEN.RIT": drawing folder
+  static const wchar_t* HarbelRitKat;    // "HARBEL.RIT": drawing folder
+  static const wchar_t* HarbelDbfKat;    // "HARBEL.DBF": folder
+  static const wchar_t* Pictures;        // "Pictures": folder of pictures
   static const wchar_t* TundrilZipNamn;  // "TUNDRIL.ZIP": project archive
   static const wchar_t* TundrilAvpNamn;  // "TUNDRIL.AVP": in the folder TundrilDbfKat
-  static const wchar_t* TundrilVlNamn;  // "TUNDRIL.VL": area file, in the folder TundrilDbfKat
+  static const wchar_t* TundrilVlNamn;   // "TUNDRIL.VL": area file, in the folder TundrilDbfKat
   static const wchar_t* TundrilParNamn;  // "TUNDRIL.PAR": parameters of the main program
-  static const wchar_t* Jb23ParNamn;  // "JB23.PAR": parameters of JB2 and JB3 soundings
-  static const wchar_t* Kodfil;  // "KODFIL.DAT": object codes
-  static const wchar_t* Miljkod;  // "MILJKOD.DAT": environmental codes
-  static const wchar_t* Linkod;  // "LINKOD.PAR": line codes
-  static const wchar_t* Gvrref;  // "Gvrref.dat": reference data
+  static const wchar_t* Jb23ParNamn;     // "JB23.PAR": parameters of JB2 and JB3 soundings
+  static const wchar_t* Kodfil;          // "KODFIL.DAT": object codes
+  static const wchar_t* Miljkod;         // "MILJKOD.DAT": environmental codes
+  static const wchar_t* Linkod;          // "LINKOD.PAR": line codes
+  static const wchar_t* Gvrref;          // "Gvrref.dat": reference data
   static const wchar_t* TundrilCfgNamn;  // "TUNDRIL.CFG": configuration of the main program
-  static const wchar_t* RamvalNamn;  // "RAMVAL.DAT": data
-  static const wchar_t* StenVlNamn;  // "KARSK.VL": area file of the rock and stone program
-  static const wchar_t* StenParNamn;  // "KARSK.PAR": parameters of the rock and stone program
+  static const wchar_t* RamvalNamn;      // "RAMVAL.DAT": data
+  static const wchar_t* StenVlNamn;      // "KARSK.VL": area file of the rock and stone program
+  static const wchar_t* StenParNamn;     // "KARSK.PAR": parameters of the rock and stone program
 
   CProjPath() = default;
   virtual ~CProjPath() = default;
@@ -56,8 +58,43 @@ class VELMORA_API CProjPath {
   int SetPath(const wchar_t* path);
   int SetPath(const CString& path) { return SetPath(path.GetString()); }
 
-  CString m_ProjKat;        // the project folder as it was given
-  CString m_ZipPath;        // files and folders directly in it
+  // Makes a project's folders. Returns 1; 0 when something could not be made, the user said no or a
+  // database refused it. What was made until then stays. Every flag is on when it is not 0.
+  //
+  //   createProject   make the project folder and all that is missing above it; process the folder list
+  //   showMessages    ask before an existing folder is used; show why a folder was not made or a
+  //                   database refuses (what fails above the programs' folders is always shown)
+  //   withTundril     TundrilDbfKat, TundrilRitKat, StackKat; with createProject a folder that has a
+  //                   TundrilDbsNamn is refused
+  //   withMirsen      PostDbfKat, StabRitKat, PostRitKat
+  //   withKarsk       StenDbfKat, StenRitKat, StackKat
+  //   withHarbel      HarbelDbfKat, HarbelRitKat, and in the first a new file "Harbel.krd" with "***"
+  //   withFolderList  process the folder list also without createProject
+  //
+  // The folder list is a text file, a folder in the project on each line, missing levels included. Its
+  // name is the key MAPPAR of the ini file's section ARKIV; without an ini file, a name or the file there
+  // is no list. A line that leads out of the project (it is absolute, goes up, has a drive or a device
+  // name) is told and passed over.
+  int CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject, int showMessages,
+                             int withTundril, int withMirsen, int withKarsk, int withHarbel,
+                             int withFolderList);
+  int CreateProjectStructure(const CString& path, CTundrilIni* ini, int createProject, int showMessages,
+                             int withTundril, int withMirsen, int withKarsk, int withHarbel,
+                             int withFolderList) {
+    return CreateProjectStructure(path.GetString(), ini, createProject, showMessages, withTundril, withMirsen,
+                                  withKarsk, withHarbel, withFolderList);
+  }
+  // The same with the current user's ini file, which is set up when it is needed.
+  int CreateProjectStructure(const wchar_t* path, int createProject, int showMessages, int withTundril,
+                             int withMirsen, int withKarsk, int withHarbel, int withFolderList);
+  int CreateProjectStructure(const CString& path, int createProject, int showMessages, int withTundril,
+                             int withMirsen, int withKarsk, int withHarbel, int withFolderList) {
+    return CreateProjectStructure(path.GetString(), createProject, showMessages, withTundril, withMirsen,
+                                  withKarsk, withHarbel, withFolderList);
+  }
+
+  CString m_ProjKat;  // the project folder as it was given
+  CString m_ZipPath;  // files and folders directly in it
   CString m_DbsPath;
   CString m_HarbelDbsPath;
   CString m_TerrDbsPath;
@@ -69,11 +106,14 @@ class VELMORA_API CProjPath {
   CString m_PostRitKat;
   CString m_StabRitKat;
   CString m_UtvDbsPath;
-  CString m_AvpPath;        // these two in m_DbfKat
+  CString m_AvpPath;  // these two in m_DbfKat
   CString m_VlPath;
   CString m_ParPath;
   CString m_StenParPath;
   CString m_PicturesKat;
+
+ private:
+  int CreateFolder(CString path, int showMessages);
 };
 
 }  // namespace velmora

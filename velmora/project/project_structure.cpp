@@ -1,0 +1,138 @@
+// Making a project's folders: the part of CProjPath that touches the disk.
+#include <vector>
+
+#include "velmora/common/format_buffer.h"
+#include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/common/string_table.h"
+#include "velmora/environment/tundril_ini.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/project/folder_levels.h"
+#include "velmora/project/proj_path.h"
+
+namespace velmora {
+namespace {
+
+constexpr unsigned kDatabaseExistsText = 6039;
+constexpr unsigned kFolderExistsText = 6040;
+constexpr int kShownOfRefusedLine = 255;
+
+void TellFolderNotMade(const CString& folder) {
+  ShowMessage(FormatForUser(L"Fel, kan EJ skapa katalog:\n%s", folder));
+}
+
+void TellFileNotMade(const CString& file) { ShowMessage(FormatForUser(L"Fel, kan EJ skapa fil:\n%s", file)); }
+
+void TellLineRefused(const CString& list, int line_number, const CString& line) {
+  ShowMessage(FormatForUser(L"Otillåten katalog i listan %s, rad %ld:\n%s", list, line_number,
+                            line.Left(kShownOfRefusedLine)));
+}
+
+void TellDatabaseExists(const CString& project, bool show) {
+  const CString text = LoadText(LibraryModule(), kDatabaseExistsText);
+  FormatForUser(text, project);
+  // Callers rely on the box showing the text as it is stored, with its "%s" (test
+  // ADatabaseRefusesWithTheUnformattedText).
+  if (show) ShowMessage(text);
+}
+
+bool FolderMayBeUsedAnyway(const CString& project) {
+  const CString question = FormatForUser(LoadText(LibraryModule(), kFolderExistsText), project);
+  return ShowMessage(question, MB_YESNO | MB_DEFBUTTON2 | MB_ICONEXCLAMATION) == IDYES;
+}
+
+bool MakeLevelsOrTell(const CString& path) {
+  const std::optional<CString> failed = MakeFolderLevels(path);
+  if (failed) TellFolderNotMade(*failed);
+  return !failed;
+}
+
+enum class Decision { kStop, kUseFolder, kMakeFolder };
+
+Decision DecideOnFolder(const CString& project, bool show_messages, bool with_database) {
+  const bool exists = FileOrFolderExists(project);
+  if (with_database && exists && FileOrFolderExists(JoinPath(project, CProjPath::TundrilDbsNamn))) {
+    TellDatabaseExists(project, show_messages);
+    return Decision::kStop;
+  }
+  if (!show_messages || !exists) return Decision::kMakeFolder;
+  return FolderMayBeUsedAnyway(project) ? Decision::kUseFolder : Decision::kStop;
+}
+
+bool MakeMarkerFile(const CString& folder) {
+  const CString marker = JoinPath(folder, L"Harbel.krd");
+  if (FileOrFolderExists(marker) || ReplaceFileContent(marker, "***")) return true;
+  TellFileNotMade(marker);
+  return false;
+}
+
+// The file that the ini file names; empty when it names none that is there.
+CString FolderListFile(CTundrilIni& ini) {
+  CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
+  const std::optional<FileStatus> status = GetFileStatus(file);
+  if (!status || status->kind != FileKind::kFile) return {};
+  return file.Trim();
+}
+
+// A line that leads out of the project is told and passed over.
+bool MakeListedFolders(const CString& project, const CString& list) {
+  TextReader reader;
+  if (list.IsEmpty() || !reader.Open(list)) return true;
+  CString line;
+  for (int number = 1; reader.ReadLine(&line); ++number) {
+    if (line.IsEmpty()) continue;
+    if (!StaysInsideFolder(line.GetView())) {
+      TellLineRefused(list, number, line);
+    } else if (!MakeLevelsOrTell(JoinPath(project, line))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int CProjPath::CreateFolder(CString path, int showMessages) {
+  if (HasOrMakesFolder(path)) return 1;
+  const CString text = FormatForUser(L"Fel, kan EJ skapa katalog:\n%s", path);
+  if (showMessages != 0) ShowMessage(text);
+  return 0;
+}
+
+int CProjPath::CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject,
+                                      int showMessages, int withTundril, int withMirsen, int withKarsk,
+                                      int withHarbel, int withFolderList) {
+  const CString project = path;
+  if (createProject != 0) {
+    const Decision decision = DecideOnFolder(project, showMessages != 0, withTundril != 0);
+    if (decision == Decision::kStop) return 0;
+    if (decision == Decision::kMakeFolder && !MakeLevelsOrTell(project)) return 0;
+  }
+
+  std::vector<const wchar_t*> folders;
+  if (withTundril != 0) folders.insert(folders.end(), {TundrilDbfKat, TundrilRitKat, StackKat});
+  if (withMirsen != 0) folders.insert(folders.end(), {PostDbfKat, StabRitKat, PostRitKat});
+  if (withKarsk != 0) folders.insert(folders.end(), {StenDbfKat, StenRitKat, StackKat});
+  if (withHarbel != 0) folders.insert(folders.end(), {HarbelDbfKat, HarbelRitKat});
+  for (const wchar_t* folder : folders)
+    if (CreateFolder(JoinPath(project, folder), showMessages) == 0) return 0;
+  if (withHarbel != 0 && !MakeMarkerFile(JoinPath(project, HarbelDbfKat))) return 0;
+
+  if ((createProject == 0 && withFolderList == 0) || ini == nullptr) return 1;
+  return MakeListedFolders(project, FolderListFile(*ini)) ? 1 : 0;
+}
+
+int CProjPath::CreateProjectStructure(const wchar_t* path, int createProject, int showMessages,
+                                      int withTundril, int withMirsen, int withKarsk, int withHarbel,
+                                      int withFolderList) {
+  if (createProject == 0 && withFolderList == 0)
+    return CreateProjectStructure(path, nullptr, createProject, showMessages, withTundril, withMirsen,
+                                  withKarsk, withHarbel, withFolderList);
+  CTundrilIni ini;
+  if (ini.InitXPWay(0, L"sv", nullptr) < 0) ini.Init();
+  return CreateProjectStructure(path, &ini, createProject, showMessages, withTundril, withMirsen, withKarsk,
+                                withHarbel, withFolderList);
+}
+
+}  // namespace velmora
