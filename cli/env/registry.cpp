@@ -71,7 +71,7 @@ std::string TypeName(unsigned type) {
   }
 }
 
-std::string ValueText(const RegistryValue& value) {
+std::string ValueText(const StoredValue& value) {
   if (value.type == REG_SZ || value.type == REG_EXPAND_SZ) return ToUtf8(RegistryText(value.bytes));
   if (value.type == REG_DWORD && value.bytes.size() == 4) {
     std::uint32_t number = 0;
@@ -93,11 +93,11 @@ void Check(int error, const std::string& where) {
   if (error != kRegistryDone) throw Refusal(At(where, Trouble(error)));
 }
 
-std::vector<RegistryValue> ValuesOf(const EnvOptions& options, std::vector<CString>* keys) {
+std::vector<StoredValue> ValuesOf(const EnvOptions& options, std::vector<CString>* keys) {
   const KeyPath at = ParseKeyPath(options.key);
   RegistryKey key;
   Check(key.Open(at.root, at.path, KEY_READ), options.key);
-  std::vector<RegistryValue> values;
+  std::vector<StoredValue> values;
   Check(key.ListValues(&values), options.key);
   if (keys != nullptr) Check(key.ListKeys(keys), options.key);
   return values;
@@ -107,7 +107,7 @@ std::vector<RegistryValue> ValuesOf(const EnvOptions& options, std::vector<CStri
 
 void RegistryGet(const EnvOptions& options) {
   const CString name = FromUtf8(options.section);
-  for (const RegistryValue& value : ValuesOf(options, nullptr)) {
+  for (const StoredValue& value : ValuesOf(options, nullptr)) {
     if (!EqualNoCase(value.name.GetView(), name.GetView())) continue;
     Sink sink("");
     sink.Write(ValueText(value) + "\n");
@@ -129,12 +129,12 @@ void RegistrySet(const EnvOptions& options) {
 
 void RegistryList(const EnvOptions& options) {
   std::vector<CString> keys;
-  const std::vector<RegistryValue> values = ValuesOf(options, &keys);
+  const std::vector<StoredValue> values = ValuesOf(options, &keys);
   Sink sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"name", "name"}, {"type", "type"}, {"value", "value"}});
   for (const CString& key : keys) records.Row({ToUtf8(key), std::string("key"), {}});
-  for (const RegistryValue& value : values)
+  for (const StoredValue& value : values)
     records.Row({ToUtf8(value.name), TypeName(value.type), ValueText(value)});
   records.Finish();
   sink.Finish();
