@@ -5,7 +5,8 @@
 // variable VELMORA_REGISTRY names, else velmora/registry.db in the user's data folder
 // ($XDG_DATA_HOME, else ~/.local/share). The first write makes it, with its folders; an empty file
 // counts as none. Any number of programs may use it at once, and one that is killed leaves it whole.
-// It needs a disk of this machine: programs share memory beside it.
+// It needs a disk of this machine: programs share memory beside it. Each root is a tree of its own in
+// it; Windows shows parts of some in others.
 //
 // Below HKEY_LOCAL_MACHINE\SOFTWARE there are two views, for 32-bit and for 64-bit programs:
 //
