@@ -56,14 +56,17 @@ Installed::Installed() : command_line_(CommandLine()), profile_(ApplicationProfi
   set(L"XDG_DATA_HOME", At(L"xdg"));
   set(L"TUNDRIL", std::nullopt);
   SetApplicationProfile(CString());
-  Register(HKEY_CURRENT_USER, kShellFolders, L"Appdata", MakeFolders(L"user"));
-  Register(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", MakeFolders(L"all"));
 }
 
 Installed::~Installed() {
   while (!registry_.empty()) registry_.pop_back();
   SetCommandLine(command_line_);
   SetApplicationProfile(profile_);
+}
+
+void Installed::RegisterDataFolders() {
+  Register(HKEY_CURRENT_USER, kShellFolders, L"Appdata", MakeFolders(L"user"));
+  Register(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", MakeFolders(L"all"));
 }
 
 CString Installed::MakeFolders(const CString& folder) const {

@@ -44,7 +44,7 @@ class RegistryValue {
   std::vector<CString> made_;  // keys, the deepest first
 };
 
-// Begins with data folders for the user and for all users, registered, and nothing else.
+// Begins with nothing installed.
 class Installed : public ::testing::Test {
  protected:
   Installed();
@@ -53,6 +53,8 @@ class Installed : public ::testing::Test {
   void Register(HKEY root, const CString& key, const CString& name, const CString& value) {
     registry_.push_back(std::make_unique<RegistryValue>(root, key, name, value));
   }
+  // For the user and for all users.
+  void RegisterDataFolders();
   // Relative to the test's folder; the folders on the way are made. Returns the full path.
   CString MakeFolders(const CString& folder) const;
   CString MakeFile(const CString& path, std::string_view bytes) const;

@@ -17,6 +17,7 @@ constexpr wchar_t kFormerUser[] = L"user\\Brovald\\Zennik\\Velmora\\R20\\sv\\";
 
 class SetUp : public Installed {
  protected:
+  SetUp() { RegisterDataFolders(); }
   void Install(const wchar_t* key, const CString& folder) {
     Register(HKEY_LOCAL_MACHINE, key, L"InstallPath", folder);
   }
@@ -184,31 +185,23 @@ TEST_F(SetUp, DataUnderTheFormerNameAreTakenOver) {
   EXPECT_EQ(ReadBytes(At(CString(kUser) + L"KODFIL.DAT")), "edited");
 }
 
+// The ini file goes last: its presence says that the move is done.
 TEST_F(SetUp, FailedCopyIsShownAndTheOthersGoOn) {
   Install(kDist, L"C:\\Prog");
-  const CString former = kFormerUser;
-  MakeFile(former + L"Velmora.ini", "[SYSTEM]\r\n");
-  MakeFile(former + L"A.DAT", "a");
-  MakeFile(former + L"Z.DAT", "z");
-  MakeFolders(CString(kUser) + L"A.DAT");
-  CTundrilIni ini;
-  EXPECT_EQ(RunInstalled(&ini), 0);
-  ASSERT_EQ(messages_.boxes.size(), 1U);
-  EXPECT_EQ(messages_.boxes[0].text, L"Kunde inte kopiera filen:\n" + At(former + L"A.DAT") + L"\ntill:\n" +
-                                         At(CString(kUser) + L"A.DAT"));
-  EXPECT_EQ(ReadBytes(At(CString(kUser) + L"Z.DAT")), "z");
-}
-
-TEST_F(SetUp, IniFileIsTakenOverLast) {
-  Install(kDist, L"C:\\Prog");
-  for (const wchar_t* name : {L"Velmora.ini", L"A.DAT", L"Z.DAT"}) {
+  for (const wchar_t* name : {L"Velmora.ini", L"A.DAT", L"Z.DAT"})
     MakeFile(CString(kFormerUser) + name, "[SYSTEM]\r\n");
-    MakeFolders(CString(kUser) + name);
-  }
+  const CString a = MakeFolders(CString(kUser) + L"A.DAT");
+  const CString ini_path = MakeFolders(CString(kUser) + L"Velmora.ini");
   CTundrilIni ini;
   EXPECT_EQ(RunInstalled(&ini), -2);
-  ASSERT_EQ(messages_.boxes.size(), 4U);
-  EXPECT_NE(messages_.boxes[2].text.Find(L"Velmora.ini"), -1);
+  ASSERT_EQ(messages_.boxes.size(), 3U);
+  EXPECT_EQ(messages_.boxes[0].text,
+            L"Kunde inte kopiera filen:\n" + At(CString(kFormerUser) + L"A.DAT") + L"\ntill:\n" + a);
+  EXPECT_EQ(messages_.boxes[1].text.Right(ini_path.GetLength()), ini_path);
+  EXPECT_EQ(ReadBytes(At(CString(kUser) + L"Z.DAT")), "[SYSTEM]\r\n");
+  RemoveEmptyFolder(ini_path);
+  EXPECT_EQ(RunInstalled(&ini), 0);
+  EXPECT_EQ(messages_.boxes.size(), 4U);
 }
 
 TEST_F(SetUp, FoldersThatCannotBeMadeAreNamed) {

@@ -36,28 +36,28 @@ TEST(DateText, YearCountUpTo79MeansTheNewCentury) {
 }
 
 TEST_F(TundrilIni, EveryKeyReachesItsField) {
+  const struct {
+    const char* key;
+    CString CTundrilIni::*field;
+  } kTexts[] = {
+      {"TUNDRIL.CFG", &CTundrilIni::m_cfgDir},      {"MSG", &CTundrilIni::m_msgPath},
+      {"ACADEXE", &CTundrilIni::m_acadExe},         {"CIILDRAWINGEXE", &CTundrilIni::m_civilDrawingExe},
+      {"SCRIPTPATH", &CTundrilIni::m_scriptPath},   {"ACADLTEXE", &CTundrilIni::m_acadLtExe},
+      {"ACADOPT", &CTundrilIni::m_acadOpt},         {"ZIPEXE", &CTundrilIni::m_zipExe},
+      {"MSTATIONEXE", &CTundrilIni::m_mstationExe}, {"UNZIPEXE", &CTundrilIni::m_unzipExe},
+      {"DOCEXE", &CTundrilIni::m_docExe},
+  };
+  std::string lines =
+      "ACADVER=2018\r\nCIVILDRAWINGVER=25\r\nPOSTCAD=mstation\r\nBANKCAD=Mstation\r\nCIVILDRAWINGEXE="
+      "wrong\r\n"
+      "CADPLATFORM=set-up only\r\nQUORVALDRAWINGVER=7\r\n";
+  for (const auto& a : kTexts) lines += std::string(a.key) + "=of " + a.key + "\r\n";
   CTundrilIni ini;
-  InitFrom(
-      &ini,
-      "TUNDRIL.CFG=C:\\Cfg\r\nMSG=a.msg\r\nACADEXE=acad\r\nCIILDRAWINGEXE=civil\r\nSCRIPTPATH=C:\\S\\\r\n"
-      "ACADLTEXE=lt\r\nACADOPT=/opt\r\nACADVER=2018\r\nCIVILDRAWINGVER=25\r\nMSTATIONEXE=ms\r\n"
-      "ZIPEXE=zip\r\nUNZIPEXE=unzip\r\nDOCEXE=doc\r\nAUTOGEN=ja\r\nPOSTCAD=mstation\r\n"
-      "BANKCAD=Mstation\r\nCIVILDRAWINGEXE=wrong\r\nCADPLATFORM=set-up only\r\nQUORVALDRAWINGVER=7\r\n");
+  InitFrom(&ini, lines);
   EXPECT_EQ(ini.m_programDir, At(L"progx"));
-  EXPECT_EQ(ini.m_cfgDir, L"C:\\Cfg");
-  EXPECT_EQ(ini.m_msgPath, L"a.msg");
-  EXPECT_EQ(ini.m_acadExe, L"acad");
-  EXPECT_EQ(ini.m_civilDrawingExe, L"civil");
-  EXPECT_EQ(ini.m_scriptPath, L"C:\\S");
-  EXPECT_EQ(ini.m_acadLtExe, L"lt");
-  EXPECT_EQ(ini.m_acadOpt, L"/opt");
+  for (const auto& a : kTexts) EXPECT_EQ(ini.*a.field, FromUtf8(std::string("of ") + a.key));
   EXPECT_EQ(ini.m_acadVer, 2018);
   EXPECT_EQ(ini.m_civilDrawingVer, 25);
-  EXPECT_EQ(ini.m_mstationExe, L"ms");
-  EXPECT_EQ(ini.m_zipExe, L"zip");
-  EXPECT_EQ(ini.m_unzipExe, L"unzip");
-  EXPECT_EQ(ini.m_docExe, L"doc");
-  EXPECT_EQ(ini.m_autoGen, 1);
   EXPECT_EQ(ini.m_postCadMstation, 1);
   EXPECT_EQ(ini.m_bankCadMstation, 1);
   EXPECT_EQ(ini.m_cadPlatform, L"");

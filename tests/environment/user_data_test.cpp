@@ -21,6 +21,7 @@ constexpr wchar_t kFormerUser[] = L"user\\Brovald\\Zennik\\Velmora\\R20\\sv";
 class UserData : public Installed {
  protected:
   UserData() {
+    RegisterDataFolders();
     ini_.m_useIniFile = 1;
     ini_.m_iniPath = At(CString(kUser) + L"\\Velmora.ini");
   }
@@ -101,9 +102,9 @@ TEST_F(UserData, MissingAndOlderFilesAreCopied) {
 
 TEST_F(UserData, CopyThatFailsDoesNotStopTheOthers) {
   MakeIni();
-  MakeAged(kShared, L"a.dat", "shared", seconds(0));
+  MakeAged(kShared, L"a.dat", "shared", std::chrono::years(50));
   MakeAged(kShared, L"b.dat", "shared", seconds(0));
-  SetModified(MakeFolders(CString(kUser) + L"\\a.dat"), seconds(-1));
+  MakeFolders(CString(kUser) + L"\\a.dat");
   ini_.AllUserFileCheck();
   EXPECT_EQ(UserBytes(L"b.dat"), "shared");
   EXPECT_EQ(Planned()[CString(kShared) + L"\\a.dat"], UserFileState::kNewer);

@@ -34,7 +34,11 @@ class VELMORA_TEMPLATE_API list0 {
  public:
   list0() = default;
   virtual ~list0() {
-    while (forsta != nullptr) FreeNode(Unlink(forsta));
+    for (Node* node = forsta; node != nullptr;) {
+      Node* next = node->next;
+      FreeNode(node);
+      node = next;
+    }
   }
 
   // Lists are not copied.

@@ -44,7 +44,7 @@ CString WithoutBackslash(const CString& folder) {
 
 std::optional<CString> FirstInstallationFolder(const CString& sub) {
   for (const wchar_t* installation : kInstallations)
-    if (const auto folder = ReadInstallation(installation, sub, L"InstallPath")) return folder;
+    if (auto folder = ReadInstallation(installation, sub, L"InstallPath")) return folder;
   return std::nullopt;
 }
 

@@ -42,7 +42,7 @@ CString UserDataFolder() {
 
 bool IsFile(const CString& path) {
   const auto status = GetFileStatus(path);
-  return status && status->kind != FileKind::kFolder;
+  return status && status->kind == FileKind::kFile;
 }
 
 // Another program may be making the same folder at this moment.
