@@ -59,7 +59,8 @@ VELMORA_API bool MakeFolder(const CString& path);
 
 // The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to
 // case. The pattern follows the Windows rules: "*" any run, "?" any one character or nothing at the
-// end, "*.*" every name, case ignored. Nothing found gives an empty list.
+// end, "*.*" every name, case ignored. Nothing found gives an empty list. An entry counts as
+// write-protected by its own bits only, whatever the folder or the disk says.
 VELMORA_API std::vector<FoundFile> FindFiles(const CString& pattern);
 VELMORA_API bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern);
 

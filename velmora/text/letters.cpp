@@ -48,6 +48,7 @@ std::wstring_view TrimBlanks(std::wstring_view text) {
 int CompareNoCase(std::wstring_view a, std::wstring_view b) {
   const size_t common = std::min(a.size(), b.size());
   for (size_t i = 0; i < common; ++i) {
+    if (a[i] == b[i]) continue;
     const wchar_t x = LowerLetter(a[i]);
     const wchar_t y = LowerLetter(b[i]);
     if (x != y) return x < y ? -1 : 1;
