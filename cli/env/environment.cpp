@@ -1,5 +1,6 @@
 #include "cli/env/environment.h"
 
+#include "cli/env/registry_trouble.h"
 #include "cli/error.h"
 #include "velmora/common/messages.h"
 #include "velmora/platform/files.h"
@@ -10,6 +11,7 @@ namespace velmora::cli {
 bool Environment::HasIni() const { return !ini.m_iniPath.IsEmpty() && FileOrFolderExists(ini.m_iniPath); }
 
 void FindEnvironment(const std::string& sub, Environment* environment) {
+  RequireReadableRegistry();
   // A registered installation whose user has no ini file yet says so in a box; here the caller does.
   const MessageBoxHandler before =
       SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });

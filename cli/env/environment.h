@@ -21,7 +21,8 @@ struct Environment {
 };
 
 // The first registered installation with the current user's ini file, else the folder that the
-// environment variable TUNDRIL names, else nothing but defaults.
+// environment variable TUNDRIL names, else nothing but defaults. Throws a Refusal when the registry cannot
+// be read.
 void FindEnvironment(const std::string& sub, Environment* environment);
 
 // Throws a Refusal without an ini file.

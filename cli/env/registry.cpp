@@ -1,6 +1,7 @@
 #include <cstdint>
 
 #include "cli/env/commands.h"
+#include "cli/env/registry_trouble.h"
 #include "cli/error.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/letters.h"
@@ -33,27 +34,6 @@ KeyPath ParseKeyPath(const std::string& text) {
     if (EqualNoCase(path.substr(0, cut), root.name))
       return {root.root, CString(std::wstring_view(path).substr(std::min(cut + 1, path.size())))};
   throw Refusal(Quoted(text) + " names no root; begin with HKLM\\, HKCU\\, HKCR\\ or HKU\\");
-}
-
-std::string Trouble(int error) {
-  switch (error) {
-    case kRegistryNotFound:
-      return "no such key or value";
-    case kRegistryDenied:
-      return "access is denied";
-    case kRegistryDamaged:
-      return "the registry file is no database of ours, or a damaged one; name another with VELMORA_REGISTRY";
-    case kRegistryCannotOpen:
-    case kRegistryCannotRead:
-    case kRegistryCannotWrite:
-      return "the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions";
-    case kRegistryBusy:
-      return "other programs keep the registry busy; try again";
-    case kRegistryDiskFull:
-      return "the disk is full";
-    default:
-      return "error " + std::to_string(error);
-  }
 }
 
 std::string TypeName(unsigned type) {
@@ -90,7 +70,7 @@ std::string ValueText(const StoredValue& value) {
 }
 
 void Check(int error, const std::string& where) {
-  if (error != kRegistryDone) throw Refusal(At(where, Trouble(error)));
+  if (error != kRegistryDone) throw Refusal(At(where, RegistryTrouble(error)));
 }
 
 std::vector<StoredValue> ValuesOf(const EnvOptions& options, std::vector<CString>* keys) {
@@ -122,8 +102,8 @@ void RegistrySet(const EnvOptions& options) {
   if (!SetRegistryText(at.root, at.path, FromUtf8(options.section), FromUtf8(options.value))) {
     RegistryKey key;
     const int error = key.Open(at.root, at.path, KEY_WRITE);
-    throw Refusal(
-        At(options.key, "cannot be written: " + Trouble(error == kRegistryDone ? kRegistryDenied : error)));
+    throw Refusal(At(options.key, "cannot be written: " +
+                                      RegistryTrouble(error == kRegistryDone ? kRegistryDenied : error)));
   }
 }
 

@@ -1,5 +1,6 @@
 #include "cli/env/commands.h"
 #include "cli/env/environment.h"
+#include "cli/env/registry_trouble.h"
 #include "cli/error.h"
 #include "cli/questions.h"
 #include "velmora/environment/registry.h"
@@ -39,6 +40,7 @@ std::string Outcome(int result) {
 }  // namespace
 
 void EnvSetup(const EnvOptions& options) {
+  RequireReadableRegistry();
   Sink sink("");
   const auto say = [&](const std::string& what, const std::string& how) {
     sink.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");

@@ -75,7 +75,8 @@ void EnvShow(const EnvOptions& options) {
       !environment.HasIni()                        ? "no such file"
       : environment.found_by == FoundBy::kRegistry ? "the user's application data"
                                                    : "program folder");
-  row("m_package", ToUtf8(ini.m_package), ini.m_package[0] == 0 ? "not known" : "registry, Package");
+  row("m_package", ToUtf8(ini.m_package),
+      ini.m_package[0] == 0 ? "known to programs in the program folder" : "registry, Package");
   row("m_today", ToUtf8(ini.m_today), "clock");
   for (const KeyField& field : kKeyFields) {
     const wchar_t* key = KeyReadBy(environment.found_by, field);

@@ -97,7 +97,7 @@ void RecordWriter::Finish() {
 }
 
 void RecordWriter::StartTable() {
-  constexpr size_t kWidest = 60;
+  constexpr size_t kWidest = 100;
   started_ = true;
   std::vector<std::string> titles;
   std::vector<std::string> rules;

@@ -41,7 +41,6 @@ TEST_F(EnvCommand, FromInstallToAProjectsListing) {
   const Ran show = RunVelmora({"env", "show", "--json"});
   EXPECT_EQ(RowOf(show.out, "field", "m_programDir")["value"], Argument(L"inst\\Program")) << show.out;
   EXPECT_EQ(RowOf(show.out, "field", "m_programDir")["from"], "registry, InstallPath");
-  EXPECT_EQ(RowOf(show.out, "field", "m_package")["value"], "Sample");
   EXPECT_EQ(RowOf(show.out, "field", "m_acadVer")["from"], "Velmora.ini, SYSTEM ACADVER");
   EXPECT_EQ(RowOf(show.out, "field", "m_zipExe")["from"], "default");
 
@@ -90,6 +89,16 @@ TEST_F(EnvCommand, RegistryKeepsTextsAndNamesWhatIsWrong) {
   ExpectRefused(RunVelmora({"env", "registry", "get", key, "other"}), "has no value \"other\"");
   ExpectRefused(RunVelmora({"env", "registry", "get", "HKXX\\A", "n"}), "names no root");
 }
+
+#if !defined(_WIN32)
+TEST_F(EnvCommand, ADamagedRegistryIsToldAndLeftAlone) {
+  const CString file = MakeFile(L"junk.db", "no database at all");
+  const EnvironmentVariable registry(L"VELMORA_REGISTRY", file);
+  ExpectRefused(RunVelmora({"env", "show"}), "VELMORA_REGISTRY");
+  ExpectRefused(RunVelmora({"env", "install", "--to", Argument(L"inst")}), "VELMORA_REGISTRY");
+  EXPECT_EQ(ReadBytes(file), "no database at all");
+}
+#endif
 
 TEST_F(EnvCommand, AnExistingProjectIsAskedAboutAndADatabaseRefuses) {
   MakeFolders(L"proj");

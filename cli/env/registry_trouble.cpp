@@ -1,0 +1,36 @@
+#include "cli/env/registry_trouble.h"
+
+#include "cli/error.h"
+#include "velmora/platform/registry_store.h"
+
+namespace velmora::cli {
+
+std::string RegistryTrouble(int error) {
+  switch (error) {
+    case kRegistryNotFound:
+      return "no such key or value";
+    case kRegistryDenied:
+      return "access is denied";
+    case kRegistryDamaged:
+      return "the registry file is no database of ours, or a damaged one; name another with VELMORA_REGISTRY";
+    case kRegistryCannotOpen:
+    case kRegistryCannotRead:
+    case kRegistryCannotWrite:
+      return "the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions";
+    case kRegistryBusy:
+      return "other programs keep the registry busy; try again";
+    case kRegistryDiskFull:
+      return "the disk is full";
+    default:
+      return "error " + std::to_string(error);
+  }
+}
+
+void RequireReadableRegistry() {
+  RegistryKey key;
+  const int error = key.Open(HKEY_LOCAL_MACHINE, L"SOFTWARE", KEY_READ);
+  if (error != kRegistryDone && error != kRegistryNotFound)
+    throw Refusal("the registry: " + RegistryTrouble(error));
+}
+
+}  // namespace velmora::cli
