@@ -55,8 +55,8 @@ TEST(ProgramFolder, IsCutFromTheCommandLine) {
 }
 
 TEST(FormerMakerPath, ReplacesTheMakersFolderOnly) {
-  EXPECT_EQ(FormerMakerPath(L"C:\\Quorval\\x\\Quorval\\Zennik\\Velmora\\a"),
-            L"C:\\Quorval\\x\\Brovald\\Zennik\\Velmora\\a");
+  EXPECT_EQ(FormerMakerPath(L"C:\\Quorval\\Zennik\\Quorval\\Zennik\\Velmora\\a"),
+            L"C:\\Quorval\\Zennik\\Brovald\\Zennik\\Velmora\\a");
   EXPECT_EQ(FormerMakerPath(L"C:\\Tundril\\Velmora.ini"), L"");
   EXPECT_EQ(FormerMakerPath(L""), L"");
 }
@@ -190,15 +190,15 @@ TEST_F(SetUp, FailedCopyIsShownAndTheOthersGoOn) {
   Install(kDist, L"C:\\Prog");
   for (const wchar_t* name : {L"Velmora.ini", L"A.DAT", L"Z.DAT"})
     MakeFile(CString(kFormerUser) + name, "[SYSTEM]\r\n");
-  const CString a = MakeFolders(CString(kUser) + L"A.DAT");
+  const CString z = MakeFolders(CString(kUser) + L"Z.DAT");
   const CString ini_path = MakeFolders(CString(kUser) + L"Velmora.ini");
   CTundrilIni ini;
   EXPECT_EQ(RunInstalled(&ini), -2);
   ASSERT_EQ(messages_.boxes.size(), 3U);
   EXPECT_EQ(messages_.boxes[0].text,
-            L"Kunde inte kopiera filen:\n" + At(CString(kFormerUser) + L"A.DAT") + L"\ntill:\n" + a);
+            L"Kunde inte kopiera filen:\n" + At(CString(kFormerUser) + L"Z.DAT") + L"\ntill:\n" + z);
   EXPECT_EQ(messages_.boxes[1].text.Right(ini_path.GetLength()), ini_path);
-  EXPECT_EQ(ReadBytes(At(CString(kUser) + L"Z.DAT")), "[SYSTEM]\r\n");
+  EXPECT_EQ(ReadBytes(At(CString(kUser) + L"A.DAT")), "[SYSTEM]\r\n");
   RemoveEmptyFolder(ini_path);
   EXPECT_EQ(RunInstalled(&ini), 0);
   EXPECT_EQ(messages_.boxes.size(), 4U);
