@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
+#include "tests/environment/installed.h"
 #include "tests/support/print_text.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/test_files.h"
 #include "velmora/common/format_buffer.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/process.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {
@@ -210,6 +213,23 @@ TEST_F(ProjectStructure, TheShortFormNeedsNoIniFileWithoutList) {
   EXPECT_EQ(CProjPath().CreateProjectStructure(project, 0, 1, 1, 0, 0, 1, 0), 1);
   EXPECT_EQ(NamesIn(project),
             (Names{L"HARBEL.DBF", L"HARBEL.RIT", L"STACK", L"TUNDRIL.DBF", L"TUNDRIL.RIT"}));
+}
+
+using ShortForm = Installed;
+
+// The program is not registered, so that its set-up does not succeed and its own ini file serves.
+TEST_F(ShortForm, TakesTheListThatTheProgramsIniFileNames) {
+  const CString list = MakeFile(L"mappar.txt", "Foto\r\n");
+  MakeFile(L"bin\\Velmora.ini", "[ARKIV]\r\nMAPPAR=" + ToUtf8(list) + "\r\n");
+  const CString project = At(L"P");
+  for (const int create : {1, 0}) {
+    SetCommandLine(At(L"bin\\a.exe"));
+    SetApplicationProfile(L"before.ini");
+    EXPECT_EQ(CProjPath().CreateProjectStructure(project, create, 1, 0, 0, 0, 0, 1 - create), 1);
+    EXPECT_EQ(NamesIn(project), Names{L"Foto"});
+    RemoveEmptyFolder(project + L"\\Foto");
+  }
+  EXPECT_TRUE(messages_.boxes.empty());
 }
 
 }  // namespace
