@@ -94,6 +94,8 @@ TEST_F(RegistryDatabaseFile, TheLogOfAFileThatIsGoneIsNotTakenOver) {
   WriteBytes(File() + L"-wal", log);
   ASSERT_TRUE(SetRegistryText(kUser, L"B", L"v", L"new"));
   EXPECT_EQ(RegistryKey().Open(kUser, L"A", KEY_READ), kRegistryNotFound);
+  EXPECT_EQ(TextOf(kUser, L"B", L"v"), L"new");
+  EXPECT_EQ(TextOf(kUser, L"B", L"w"), L"?");
   ExpectWhole();
 }
 

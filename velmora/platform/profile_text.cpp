@@ -173,7 +173,7 @@ ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
   const size_t mark = ByteOrderMark(encoding).size();
   const size_t at = place.section_found ? place.insert_at : std::max(profile.size(), mark);
   if (at > mark && place.last_end.empty()) added += end;
-  const auto add_line = [&](std::wstring text) {
+  const auto add_line = [&](std::wstring_view text) {
     const bool encoded = AppendEncoded(text, encoding, &added);
     added += end;
     return encoded;
