@@ -54,7 +54,9 @@ std::vector<kovltype> AnyAlignment(std::mt19937& random, bool descending) {
     if (whole && p.bulge != 0 && random() % 2 == 0) p.bulge = p.bulge < 0 ? -1 : 1;
     p.sek = station;
     const double step = whole ? static_cast<double>(1 + random() % 9) : Uniform(random, 0.2, 60);
-    station += descending ? -step : step;
+    // The first two stations tell the direction; now and then a later one disagrees.
+    const bool back = i > 0 && random() % 16 == 0;
+    station += descending != back ? -step : step;
   }
   return points;
 }

@@ -101,7 +101,6 @@ TEST_F(VaglinjeFile, WrittenFilesAreWindowsTextAndReadBack) {
   EXPECT_TRUE(p[0].x == 6580000.1235 && p[1].bulge == 0.4142 && p[1].sek == 123.4568);
   EXPECT_TRUE(messages_.status.empty());
 
-  const CVaglinje nothing;
   CVaglinje empty;
   ASSERT_EQ(empty.Uppdat(file_), 0);
   EXPECT_EQ(ReadBytes(file_), "");
