@@ -113,7 +113,7 @@ class VELMORA_API CProjPath {
   CString m_PicturesKat;
 
  private:
-  int CreateFolder(CString path, int showMessages);
+  int CreateFolder(const CString& path, int showMessages);
 };
 
 }  // namespace velmora

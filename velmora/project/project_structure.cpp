@@ -93,7 +93,7 @@ bool MakeListedFolders(const CString& project, const CString& list) {
 
 }  // namespace
 
-int CProjPath::CreateFolder(CString path, int showMessages) {
+int CProjPath::CreateFolder(const CString& path, int showMessages) {
   if (HasOrMakesFolder(path)) return 1;
   const CString text = FormatForUser(L"Fel, kan EJ skapa katalog:\n%s", path);
   if (showMessages != 0) ShowMessage(text);
