@@ -52,7 +52,7 @@ std::optional<kovltype> ParseProfilePoint(std::wstring_view line) {
   return kovltype{n[0], n[1], n[2], n[1]};
 }
 
-CString FormatFirstLine(const kovltype& point, int type, const wchar_t* name) {
+CString FormatFirstLine(const kovltype& point, int type, std::wstring_view name) {
   CString line;
   line.Format(L"%.4lf %.4lf %.4lf %.4lf %d $%s\n", point.x, point.y, point.bulge, point.sek, type, name);
   return line;

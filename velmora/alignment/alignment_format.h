@@ -34,7 +34,7 @@ VELMORA_API std::optional<kovltype> ParsePoint(std::wstring_view line);
 // Level, station and bulge; `sek` is the station.
 VELMORA_API std::optional<kovltype> ParseProfilePoint(std::wstring_view line);
 
-VELMORA_API CString FormatFirstLine(const kovltype& point, int type, const wchar_t* name);
+VELMORA_API CString FormatFirstLine(const kovltype& point, int type, std::wstring_view name);
 VELMORA_API CString FormatPoint(const kovltype& point);
 VELMORA_API CString FormatProfilePoint(const kovltype& point);
 

@@ -40,8 +40,8 @@ void ScanSixValues(stdpkttype* point) {
 
 CString FormatSupportPoint(const stdpkttype& p) {
   CString lines;
-  lines.Format(L"%s\n%9.4f\n%6.2f %6.2f %6.2f %6.2f %6.2f %6.2f\n", p.namn, p.z, p.varden[0], p.varden[1],
-               p.varden[2], p.varden[3], p.varden[4], p.varden[5]);
+  lines.Format(L"%s\n%9.4f\n%6.2f %6.2f %6.2f %6.2f %6.2f %6.2f\n", FieldText(p.namn), p.z, p.varden[0],
+               p.varden[1], p.varden[2], p.varden[3], p.varden[4], p.varden[5]);
   return lines;
 }
 

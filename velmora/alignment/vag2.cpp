@@ -76,7 +76,7 @@ int CVag2::Uppdat(const wchar_t* file) {
   plan.Where(&plan_points);
   profil.Where(&profile_points);
   if (plan_points == 0 && profile_points > 0) {
-    CopyToField(profil.namn, vlNamn);
+    CopyToField(profil.namn, FieldText(vlNamn));
     return profil.Uppdat(file);
   }
   TextWriter writer;
@@ -85,7 +85,8 @@ int CVag2::Uppdat(const wchar_t* file) {
     bool first = true;
     for (int at = plan.Home(); at == 0; at = plan++ == nullptr ? -1 : 0, first = false)
       writer.Write(
-          (first ? FormatFirstLine(*plan.pael, plan.typ, vlNamn) : FormatPoint(*plan.pael)).GetView());
+          (first ? FormatFirstLine(*plan.pael, plan.typ, FieldText(vlNamn)) : FormatPoint(*plan.pael))
+              .GetView());
     if (profile_points > 0) writer.Write(L"*\nProfil\n*\n");
     for (int at = profil.Home(); at == 0; at = profil++ == nullptr ? -1 : 0)
       writer.Write(FormatProfilePoint(*profil.pael).GetView());

@@ -24,7 +24,7 @@ bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
 int CVag2::ReadOmr(CProjPath* project) {
   TextReader reader;
   if (!reader.Open(project->m_VlPath)) return -1;
-  WorkingArea area{vlFil, omrSekMin, omrSekMax, omrAvstMin, omrAvstMax};
+  WorkingArea area{FieldText(vlFil), omrSekMin, omrSekMax, omrAvstMin, omrAvstMax};
   AreaLines lines(&area);
   CString line;
   while (reader.ReadLine(&line) && lines.Next(line.GetView())) {
@@ -35,7 +35,7 @@ int CVag2::ReadOmr(CProjPath* project) {
   omrAvstMin = area.offset_min;
   omrAvstMax = area.offset_max;
   if (reader.Failed() || !lines.Complete() || vlFil[0] == L'\0') return -1;
-  return Init(JoinPath(project->m_DbfKat, vlFil)) < 0 ? -1 : 0;
+  return Init(JoinPath(project->m_DbfKat, FieldText(vlFil))) < 0 ? -1 : 0;
 }
 
 int CVag2::SaveOmr(CProjPath* project) {
@@ -50,7 +50,7 @@ int CVag2::SaveOmr(CProjPath* project) {
     writer.Write(L"*\n*\n");
   else if (!CopyForeignPart(&reader, &writer))
     return -1;
-  writer.Write(FormatArea({vlFil, omrSekMin, omrSekMax, omrAvstMin, omrAvstMax}).GetView());
+  writer.Write(FormatArea({FieldText(vlFil), omrSekMin, omrSekMax, omrAvstMin, omrAvstMax}).GetView());
   reader = TextReader();  // the file it reads is about to be replaced
   return writer.Commit() ? 0 : -1;
 }

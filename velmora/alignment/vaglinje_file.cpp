@@ -46,7 +46,7 @@ int CVaglinje::Uppdat(const wchar_t* file) {
   bool good = writer.Begin(file);
   if (good) {
     for (int at = Home(); at == 0; at = (*this)++ == nullptr ? -1 : 0)
-      writer.Write((pos == 1 ? FormatFirstLine(*pael, typ, namn) : FormatPoint(*pael)).GetView());
+      writer.Write((pos == 1 ? FormatFirstLine(*pael, typ, FieldText(namn)) : FormatPoint(*pael)).GetView());
     good = writer.Commit();
   }
   if (good) return 0;

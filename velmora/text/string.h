@@ -71,6 +71,12 @@ class CStringA : public TextBase<CStringA, char> {
 VELMORA_API CString FromUtf8(std::string_view utf8);
 VELMORA_API std::string ToUtf8(const CString& text);
 
+// The text of a record's fixed field, also of one that a client filled to its last character.
+template <size_t kSize>
+std::wstring_view FieldText(const wchar_t (&field)[kSize]) {
+  return {field, static_cast<size_t>(std::find(field, field + kSize, L'\0') - field)};
+}
+
 // Copies text into a record's fixed field, cut to fit and always terminated.
 template <size_t kSize>
 void CopyToField(wchar_t (&field)[kSize], std::wstring_view text) {
