@@ -1,51 +1,30 @@
 #include "tests/environment/installed.h"
 
-#include <filesystem>
-
-#include "velmora/environment/registry.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"
 #include "velmora/platform/registry_store.h"
 
 namespace velmora {
-namespace {
-
-CRegistry Registry(HKEY root) {
-  CRegistry registry;
-  registry.SetRootKey(root);
-  return registry;
-}
-
-// `key` and what is above it, as far as it does not exist; the deepest first.
-std::vector<CString> MissingKeys(HKEY root, CString key) {
-  std::vector<CString> missing;
-  while (!key.IsEmpty() && Registry(root).KeyExists(key) == 0) {
-    missing.push_back(key);
-    key = key.Left(key.ReverseFind(L'\\'));
-  }
-  return missing;
-}
-
-}  // namespace
 
 RegistryValue::RegistryValue(HKEY root, const CString& key, const CString& name, const CString& value)
-    : root_(root), key_(key), name_(name), made_(MissingKeys(root, key)) {
-  CRegistry registry = Registry(root);
-  registry.SetKey(key, 0, KEY_READ);
-  existed_ = made_.empty() && registry.ValueExists(name) != 0;
-  previous_ = registry.ReadString(name, CString());
+    : key_(key), name_(name) {
+  registry_.SetRootKey(root);
+  for (CString missing = key; !missing.IsEmpty() && registry_.KeyExists(missing) == 0;) {
+    made_.push_back(missing);
+    missing = missing.Left(missing.ReverseFind(L'\\'));
+  }
+  registry_.SetKey(key, 0, KEY_READ);
+  if (made_.empty() && registry_.ValueExists(name) != 0) previous_ = registry_.ReadString(name, CString());
   EXPECT_TRUE(SetRegistryText(root, key, name, value));
 }
 
 RegistryValue::~RegistryValue() {
-  CRegistry registry = Registry(root_);
-  if (existed_) {
-    SetRegistryText(root_, key_, name_, previous_);
-  } else {
-    registry.SetKey(key_, 0, KEY_READ);
-    registry.DeleteValue(name_);
-  }
-  for (const CString& key : made_) registry.DeleteKey(key);
+  registry_.SetKey(key_, 0, KEY_READ);
+  if (previous_)
+    SetRegistryText(registry_.GetRootKey(), key_, name_, *previous_);
+  else
+    registry_.DeleteValue(name_);
+  for (const CString& key : made_) registry_.DeleteKey(key);
 }
 
 Installed::Installed() : command_line_(CommandLine()), profile_(ApplicationProfile()) {
@@ -70,10 +49,9 @@ void Installed::RegisterDataFolders() {
 }
 
 CString Installed::MakeFolders(const CString& folder) const {
-  for (int end = 0; end >= 0;) {
-    end = folder.Find(L'\\', end + 1);
-    MakeFolder(At(end < 0 ? folder : folder.Left(end)));
-  }
+  for (int end = folder.Find(L'\\'); end >= 0; end = folder.Find(L'\\', end + 1))
+    MakeFolder(At(folder.Left(end)));
+  MakeFolder(At(folder));
   return At(folder);
 }
 
@@ -82,14 +60,6 @@ CString Installed::MakeFile(const CString& path, std::string_view bytes) const {
   if (cut >= 0) MakeFolders(path.Left(cut));
   WriteBytes(At(path), bytes);
   return At(path);
-}
-
-void SetModified(const CString& path, std::chrono::seconds time) {
-  namespace fs = std::filesystem;
-  const std::string name = PathForDisplay(path);
-  const fs::path file(std::u8string(name.begin(), name.end()));
-  const std::chrono::sys_days start = std::chrono::year(2020) / 1 / 1;
-  fs::last_write_time(file, fs::file_time_type(std::chrono::file_clock::from_sys(start + time)));
 }
 
 }  // namespace velmora

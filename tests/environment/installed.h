@@ -5,26 +5,26 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
-#include <string_view>
+#include <optional>
 #include <vector>
 
 #include "tests/support/environment_variable.h"
 #include "tests/support/print_text.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/test_files.h"
-#include "velmora/platform/types.h"
-#include "velmora/text/string.h"
+#include "velmora/environment/registry.h"
 
 namespace velmora {
 
 inline constexpr wchar_t kShellFolders[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-inline constexpr wchar_t kWindowsKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion";
 inline constexpr wchar_t kDist[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\DIST\\sv";
 inline constexpr wchar_t kReleaseKey[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\RELEASE\\sv";
 inline constexpr wchar_t kR20[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20\\sv";
+// Below the test's folder.
+inline constexpr wchar_t kUser[] = L"user\\Quorval\\Zennik\\Velmora\\R20\\sv";
+inline constexpr wchar_t kFormerUser[] = L"user\\Brovald\\Zennik\\Velmora\\R20\\sv";
 
 // A registry value for one test. The one that was there before, or its absence and that of the keys
 // above it, comes back.
@@ -36,11 +36,10 @@ class RegistryValue {
   RegistryValue& operator=(const RegistryValue&) = delete;
 
  private:
-  HKEY root_;
+  CRegistry registry_;
   CString key_;
   CString name_;
-  CString previous_;
-  bool existed_;
+  std::optional<CString> previous_;
   std::vector<CString> made_;  // keys, the deepest first
 };
 
@@ -58,7 +57,12 @@ class Installed : public ::testing::Test {
   // Relative to the test's folder; the folders on the way are made. Returns the full path.
   CString MakeFolders(const CString& folder) const;
   CString MakeFile(const CString& path, std::string_view bytes) const;
+  // A Velmora.ini with this section SYSTEM.
+  CString MakeIni(const CString& folder, const std::string& lines = "") const {
+    return MakeFile(folder + L"\\Velmora.ini", "[SYSTEM]\r\n" + lines);
+  }
   CString At(const CString& path) const { return folder_.File(path); }
+  std::string UserBytes(const CString& name) const { return ReadBytes(At(kUser) + L"\\" + name); }
 
   TemporaryFolder folder_;
   RecordedMessages messages_;
@@ -69,9 +73,6 @@ class Installed : public ::testing::Test {
   CString command_line_;
   CString profile_;
 };
-
-// Counted from the beginning of 2020.
-void SetModified(const CString& path, std::chrono::seconds time);
 
 }  // namespace velmora
 

@@ -1,8 +1,8 @@
 #include "velmora/environment/user_data.h"
 
 #include <chrono>
+#include <filesystem>
 #include <map>
-#include <string>
 
 #include "tests/environment/installed.h"
 #include "velmora/environment/listed_files.h"
@@ -12,11 +12,7 @@
 namespace velmora {
 namespace {
 
-using std::chrono::seconds;
-
-constexpr wchar_t kUser[] = L"user\\Quorval\\Zennik\\Velmora\\R20\\sv";
 constexpr wchar_t kShared[] = L"all\\Quorval\\Zennik\\Velmora\\sv";
-constexpr wchar_t kFormerUser[] = L"user\\Brovald\\Zennik\\Velmora\\R20\\sv";
 
 class UserData : public Installed {
  protected:
@@ -25,142 +21,98 @@ class UserData : public Installed {
     ini_.m_useIniFile = 1;
     ini_.m_iniPath = At(CString(kUser) + L"\\Velmora.ini");
   }
-  CString MakeIni(std::string_view lines = "") const {
-    return MakeFile(CString(kUser) + L"\\Velmora.ini", "[SYSTEM]\r\n" + std::string(lines));
+  // The bytes tell the folder; `seconds` count from the beginning of the test.
+  void MakeAged(const CString& folder, const CString& name, int seconds) const {
+    const std::string path =
+        PathForDisplay(MakeFile(folder + L"\\" + name, folder == kUser ? "user" : "shared"));
+    std::filesystem::last_write_time(std::u8string(path.begin(), path.end()),
+                                     start_ + std::chrono::seconds(seconds));
   }
-  CString MakeAged(const wchar_t* folder, const wchar_t* name, const char* bytes, seconds time) const {
-    const CString path = MakeFile(CString(folder) + L"\\" + name, bytes);
-    SetModified(path, time);
-    return path;
-  }
-  std::string UserBytes(const wchar_t* name) const { return ReadBytes(At(CString(kUser) + L"\\" + name)); }
-  // What is planned for each source file, by its path below the test's folder.
+  // The names in the shared folder and what is planned for them.
   std::map<CString, UserFileState> Planned() const {
     std::map<CString, UserFileState> states;
     for (const UserFile& file : PlanUserFileCheck(ini_).files)
-      states[file.source.Mid(folder_.Path().GetLength() + 1)] = file.state;
+      states[file.source.Mid(At(kShared).GetLength() + 1)] = file.state;
     return states;
   }
 
   CTundrilIni ini_;
+  const std::filesystem::file_time_type start_ = std::filesystem::file_time_type::clock::now();
 };
 
 TEST(SplitIniPath, TakesTheLastTwoFolders) {
-  const struct {
-    const wchar_t* path;
-    const wchar_t* sub;
-    const wchar_t* release;
-  } kCases[] = {
+  const wchar_t* const kCases[][3] = {
       {L"D:\\Quorval\\Zennik\\Velmora\\R20\\sv\\Velmora.ini", L"sv", L"R20"},
-      {L"R20\\sv\\Velmora.ini", L"sv", L"R20"},
       {L"D:\\Data\\R20\\long\\Velmora.ini", L"ng", L"0\\l"},
       {L"sv\\Velmora.ini", L"sv", L""},
       {L"Velmora.ini", L"", L""},
-      {L"", L"", L""},
   };
-  for (const auto& a : kCases) {
-    EXPECT_EQ(SplitIniPath(a.path).sub, a.sub) << ToUtf8(a.path);
-    EXPECT_EQ(SplitIniPath(a.path).release, a.release) << ToUtf8(a.path);
+  for (const auto& [path, sub, release] : kCases) {
+    EXPECT_EQ(SplitIniPath(path).sub, sub) << ToUtf8(path);
+    EXPECT_EQ(SplitIniPath(path).release, release) << ToUtf8(path);
   }
 }
 
 TEST_F(UserData, MissingAndOlderFilesAreCopied) {
-  MakeIni();
-  SetModified(MakeIni(), seconds(-100));
-  MakeAged(kShared, L"new.dat", "shared", seconds(0));
-  MakeAged(kShared, L"newer.dat", "shared", seconds(1));
-  MakeAged(kUser, L"newer.dat", "user", seconds(0));
-  MakeAged(kShared, L"same.dat", "shared", seconds(7));
-  MakeAged(kUser, L"same.dat", "user", seconds(7));
-  MakeAged(kShared, L"older.dat", "shared", seconds(7));
-  MakeAged(kUser, L"older.dat", "user", seconds(8));
-  MakeAged(kShared, L"vELMORA.INI", "[SHARED]", seconds(1000));
-  MakeAged(kUser, L"own.dat", "user", seconds(0));
+  using enum UserFileState;
+  const struct {
+    CString name;
+    int shared, user;  // seconds
+    UserFileState state;
+  } kBoth[] = {{L"newer.dat", 1, 0, kNewer}, {L"same.dat", 7, 7, kUpToDate}, {L"older.dat", 7, 8, kUpToDate}};
+  std::map<CString, UserFileState> planned = {
+      {L"blocked.dat", kNewer}, {L"vELMORA.INI", kOwnIniFile}, {L"missing.dat", kMissing}};
+  MakeIni(kUser);
+  MakeFolders(CString(kUser) + L"\\blocked.dat");  // does not stop the others
   MakeFile(CString(kShared) + L"\\folder\\x.dat", "shared");
-
-  const CString shared = CString(kShared) + L"\\";
-  EXPECT_EQ(Planned(), (std::map<CString, UserFileState>{
-                           {shared + L"new.dat", UserFileState::kMissing},
-                           {shared + L"newer.dat", UserFileState::kNewer},
-                           {shared + L"same.dat", UserFileState::kUpToDate},
-                           {shared + L"older.dat", UserFileState::kUpToDate},
-                           {shared + L"vELMORA.INI", UserFileState::kOwnIniFile},
-                       }));
+  for (const auto& [name, state] : planned) MakeAged(kShared, name, 10'000);
+  for (const auto& file : kBoth) {
+    MakeAged(kShared, file.name, file.shared);
+    MakeAged(kUser, file.name, file.user);
+    planned[file.name] = file.state;
+  }
+  EXPECT_EQ(Planned(), planned);
   EXPECT_EQ(UserBytes(L"newer.dat"), "user");  // the plan changes nothing
 
   EXPECT_EQ(ini_.AllUserFileCheck(), -1);
-  EXPECT_EQ(UserBytes(L"new.dat"), "shared");
-  EXPECT_EQ(UserBytes(L"newer.dat"), "shared");
-  EXPECT_EQ(UserBytes(L"same.dat"), "user");
-  EXPECT_EQ(UserBytes(L"older.dat"), "user");
-  EXPECT_EQ(UserBytes(L"own.dat"), "user");
+  EXPECT_EQ(UserBytes(L"missing.dat"), "shared");
   EXPECT_EQ(UserBytes(L"Velmora.ini"), "[SYSTEM]\r\n");
+  for (const auto& file : kBoth)
+    EXPECT_EQ(UserBytes(file.name), file.state == kNewer ? "shared" : "user") << ToUtf8(file.name);
   // Copies keep the time of their source, so nothing is left to do.
-  for (const auto& [source, state] : Planned())
-    EXPECT_TRUE(state == UserFileState::kUpToDate || state == UserFileState::kOwnIniFile) << ToUtf8(source);
-}
-
-TEST_F(UserData, CopyThatFailsDoesNotStopTheOthers) {
-  MakeIni();
-  MakeAged(kShared, L"a.dat", "shared", std::chrono::years(50));
-  MakeAged(kShared, L"b.dat", "shared", seconds(0));
-  MakeFolders(CString(kUser) + L"\\a.dat");
-  ini_.AllUserFileCheck();
-  EXPECT_EQ(UserBytes(L"b.dat"), "shared");
-  EXPECT_EQ(Planned()[CString(kShared) + L"\\a.dat"], UserFileState::kNewer);
+  planned[L"missing.dat"] = planned[L"newer.dat"] = kUpToDate;
+  EXPECT_EQ(Planned(), planned);
   EXPECT_TRUE(messages_.boxes.empty());
 }
 
-class Binaries : public UserData {
- protected:
-  Binaries() {
-    RegisterPlatform(L"26.15", MakeFolders(L"platform"));
-    RegisterPlatform(L"30.1", MakeFolders(L"platform30"));
-    Register(HKEY_LOCAL_MACHINE, kWindowsKey, L"ProgramFilesDir", At(L"programs"));
-    MakeFolders(L"platform\\Binaries");
-    MakeFolders(L"platform30\\Binaries");
-    MakeFile(L"programs\\Quorval\\Binaries\\core.dll", "binary");
-    MakeFile(L"programs\\Quorval\\Binaries\\Velmora.ini", "also");
-  }
-  void RegisterPlatform(const CString& version, const CString& folder) {
+TEST_F(UserData, BinariesGoToTheRegisteredPlatform) {
+  const auto register_platform = [&](const CString& version, const CString& folder) {
     Register(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Quorval\\Zennik\\" + version + L"\\Kernel Services",
              L"Root Directory", folder);
+  };
+  register_platform(L"30.1", At(L"other"));
+  MakeIni(kUser);
+  MakeIni(L"programs\\Quorval\\Binaries");  // no name is left out here
+  const struct {
+    const wchar_t* version;
+    CString programs, platform;  // that of version 26.15
+    CString destination;
+  } kCases[] = {
+      {L"", L"Saknas", At(L"usual"), L""},
+      {L"", At(L"programs"), L"saknas", L""},
+      {L"", At(L"programs"), At(L"usual"), MakeFolders(L"usual\\Binaries")},
+      {L"30.1", At(L"programs"), At(L"usual"), MakeFolders(L"other\\Binaries")},
+  };
+  for (const auto& a : kCases) {
+    ini_.WriteKey(L"SYSTEM", L"ZENNIKVER", a.version);
+    Register(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", L"ProgramFilesDir",
+             a.programs);
+    register_platform(L"26.15", a.platform);
+    EXPECT_EQ(PlanUserFileCheck(ini_).binaries_destination, a.destination);
+    ini_.AllUserFileCheck();
   }
-};
-
-TEST_F(Binaries, GoToThePlatformOfTheDefaultVersion) {
-  MakeIni();
-  const UserFilePlan plan = PlanUserFileCheck(ini_);
-  EXPECT_EQ(plan.binaries_source, At(L"programs\\Quorval\\Binaries"));
-  EXPECT_EQ(plan.binaries_destination, At(L"platform\\Binaries"));
-  ini_.AllUserFileCheck();
-  EXPECT_EQ(ReadBytes(At(L"platform\\Binaries\\core.dll")), "binary");
-  EXPECT_EQ(ReadBytes(At(L"platform\\Binaries\\Velmora.ini")), "also");  // no name is left out here
-  EXPECT_EQ(ReadBytes(At(L"platform30\\Binaries\\core.dll")), "");
-}
-
-TEST_F(Binaries, GoToThePlatformThatTheIniFileNames) {
-  MakeIni("ZENNIKVER=30.1\r\n");
-  ini_.AllUserFileCheck();
-  EXPECT_EQ(ReadBytes(At(L"platform\\Binaries\\core.dll")), "");
-  EXPECT_EQ(ReadBytes(At(L"platform30\\Binaries\\core.dll")), "binary");
-}
-
-TEST_F(Binaries, StayWhenTheUserFolderOrARegisteredFolderIsMissing) {
-  ini_.AllUserFileCheck();  // no user folder
-  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
-  EXPECT_EQ(PlanUserFileCheck(ini_).user_folder, At(kUser));
-  MakeIni();
-  Register(HKEY_LOCAL_MACHINE, kWindowsKey, L"ProgramFilesDir", L"Saknas");
-  ini_.AllUserFileCheck();
-  Register(HKEY_LOCAL_MACHINE, kWindowsKey, L"ProgramFilesDir", At(L"programs"));
-  RegisterPlatform(L"26.15", L"saknas");
-  ini_.AllUserFileCheck();
-  EXPECT_EQ(ReadBytes(At(L"platform\\Binaries\\core.dll")), "");
-  RegisterPlatform(L"26.15", At(L"platform"));
-  ini_.m_iniPath = L"Velmora.ini";  // tells no user folder
-  ini_.AllUserFileCheck();
-  EXPECT_EQ(ReadBytes(At(L"platform\\Binaries\\core.dll")), "");
+  for (const wchar_t* copy : {L"usual\\Binaries\\Velmora.ini", L"other\\Binaries\\Velmora.ini"})
+    EXPECT_EQ(ReadBytes(At(copy)), "[SYSTEM]\r\n");
 }
 
 TEST_F(UserData, FolderOfTooLongANameHasNoFiles) {
@@ -168,43 +120,32 @@ TEST_F(UserData, FolderOfTooLongANameHasNoFiles) {
   while (At(folder).GetLength() < kLongestFolder - 11) folder += L"\\123456789";
   folder += L"\\" + CString(L'x', kLongestFolder - At(folder).GetLength() - 2);
   ASSERT_EQ(At(folder).GetLength(), kLongestFolder - 1);
-  MakeFolders(folder);
-  MakeFolders(folder + L"y");
+  for (const CString& name : {folder, folder + L"y"}) MakeFile(name + L"\\f", "x");
   if (!IsFolder(At(folder + L"y"))) GTEST_SKIP() << "the system has no such long paths";
-  MakeFile(folder + L"\\f", "x");
-  MakeFile(folder + L"y\\f", "x");
   EXPECT_EQ(FilesIn(At(folder)).size(), 1U);
   EXPECT_EQ(FilesIn(At(folder + L"y")).size(), 0U);
 }
 
 TEST_F(UserData, OlderSettingsAreBroughtWhereTheUserHasNone) {
-  MakeIni();
-  for (const wchar_t* name : {L"a.par", L"B.KAL", L"c.Cfg", L"D.DAT", L"e.xml", L"f.sdf", L"own.DAT",
-                              L"g.ini", L"PAR", L"h.par.bak", L"i.datx"})
-    MakeFile(CString(kFormerUser) + L"\\" + name, "older");
-  MakeFile(CString(kUser) + L"\\OWN.dat", "own");
-  CString folder;
-  EXPECT_EQ(ini_.User2Cfg(folder), 6);
-  EXPECT_EQ(folder, At(kFormerUser));
-  EXPECT_EQ(UserBytes(L"e.xml"), "older");
-  EXPECT_EQ(UserBytes(L"OWN.dat"), "own");
-  EXPECT_EQ(NamesIn(At(kUser)).size(), 8U);
-  EXPECT_EQ(ini_.User2Cfg(folder), 0);
-}
-
-TEST_F(UserData, OlderSettingsComeFromTheFolderGiven) {
   CString folder = At(L"backup");
   MakeFile(L"backup\\Tundril.par", "older");
+  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
   EXPECT_EQ(ini_.User2Cfg(folder), -1);  // the user has no folder yet
-  MakeIni();
+  MakeFile(CString(kUser) + L"\\OWN.dat", "own");
   EXPECT_EQ(ini_.User2Cfg(folder), 1);
-  EXPECT_EQ(folder, At(L"backup"));
   EXPECT_EQ(UserBytes(L"Tundril.par"), "older");
   CString former;
   EXPECT_EQ(ini_.User2Cfg(former), -1);  // nor a former one
   EXPECT_EQ(former, At(kFormerUser));
-  ini_.m_iniPath.Empty();
+  for (const wchar_t* name : {L"a.par", L"B.KAL", L"c.Cfg", L"D.DAT", L"e.xml", L"f.sdf", L"own.DAT",
+                              L"g.ini", L"PAR", L"h.par.bak", L"i.datx"})
+    MakeFile(CString(kFormerUser) + L"\\" + name, "older");
+  EXPECT_EQ(ini_.User2Cfg(former), 6);
+  EXPECT_EQ(UserBytes(L"OWN.dat"), "own");
+  EXPECT_EQ(NamesIn(At(kUser)).size(), 8U);
+  ini_.m_iniPath = L"Velmora.ini";  // tells no user folder
   EXPECT_EQ(ini_.User2Cfg(folder), -1);
+  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
 }
 
 }  // namespace
