@@ -73,6 +73,24 @@ TEST(ProjektStatus, WithoutAModuleTheTextsAreEmpty) {
   EXPECT_EQ(status.TxLoadString(5013), CString());
 }
 
+// The list's position is not kept by Set_aktel; steps back from there lead it below the first place.
+TEST(ProjektStatus, AListWithRecordsIsNotTakenForEmpty) {
+  CProjektStatus status;
+  LoadStandard(&status);
+  projektstatustype* const last = status.pael;
+  status.Home();
+  status.Set_aktel(last);
+  status--;
+  status--;
+  status.Load();
+  EXPECT_EQ(RecordsOf(status).size(), std::size(kStandard));
+  status.Home();
+  status.Set_aktel(last);
+  status--;
+  status--;
+  EXPECT_EQ(status.SetStatus(2), 0);
+}
+
 TEST(ProjektStatus, NumberAndPlaceAgreeInTheStandardList) {
   CProjektStatus status;
   LoadStandard(&status);

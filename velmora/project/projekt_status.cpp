@@ -37,7 +37,7 @@ std::wstring_view TextOf(const projektstatustype& record) {
 CString CProjektStatus::TxLoadString(unsigned id) { return LoadText(m_hInst, id).Left(kLongestText); }
 
 void CProjektStatus::Load() {
-  if (Where() >= 0) return;
+  if (forsta != nullptr) return;
   for (const State& state : kStandardStates) {
     projektstatustype record{};
     record.nummer = state.number;
@@ -61,7 +61,7 @@ bool CProjektStatus::Seek(Matches matches) {
 
 int CProjektStatus::SetStatus(int number) {
   m_nStatus = number;
-  if (Where() < 0) return -1;
+  if (forsta == nullptr) return -1;
   if (!Seek([number](const projektstatustype& record) { return record.nummer == number; }))
     m_nStatus = kUnknown;
   return 0;
