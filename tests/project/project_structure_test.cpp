@@ -159,7 +159,7 @@ TEST_F(ProjectStructure, FoldersAreNamedAsTheClassNamesThemNow) {
 }
 
 TEST_F(ProjectStructure, TheListsFoldersAreMade) {
-  ListFolders("Foto\r\n\r\nRapporter\\2024\\Bilagor\n Inm\xe4tt \xe5r");
+  ListFolders("\\Foto\r\n\r\n\\\r\nRapporter\\2024\\Bilagor\n Inm\xe4tt \xe5r");
   EXPECT_EQ(Create(project, {}, &ini), 1);
   EXPECT_EQ(NamesIn(project + L"\\Rapporter\\2024"), Names{L"Bilagor"});
   EXPECT_TRUE(FileOrFolderExists(project + L"\\Foto"));
@@ -177,14 +177,14 @@ TEST_F(ProjectStructure, TheListIsForNewProjectsAndOnDemand) {
 }
 
 TEST_F(ProjectStructure, LinesThatLeadOutOfTheProjectAreRefusedAndTheRestGoesOn) {
-  const CString list = ListFolders("..\\ute\r\n\r\nC:\\ute\r\nFoto\r\n\\ute\r\nnul\r\nKarta\r\n");
+  const CString list = ListFolders("..\\ute\r\n\r\nC:\\ute\r\nFoto\r\n\\..\\ute\r\nnul\r\nKarta\r\n");
   EXPECT_EQ(Create(project, {.show = 0}, &ini), 1);
   EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Karta"}));
   EXPECT_EQ(NamesIn(folder.Path()).size(), 3U) << "the project, the list and the ini file";
   Names told;
   for (const MessageBoxCall& box : messages.boxes) told.push_back(box.text);
   const CString start = L"Otillåten katalog i listan " + list + L", rad ";
-  EXPECT_EQ(told, (Names{start + L"1:\n..\\ute", start + L"3:\nC:\\ute", start + L"5:\n\\ute",
+  EXPECT_EQ(told, (Names{start + L"1:\n..\\ute", start + L"3:\nC:\\ute", start + L"5:\n\\..\\ute",
                          start + L"6:\nnul"}));
 }
 

@@ -73,8 +73,8 @@ class VELMORA_API CProjPath {
   //
   // The folder list is a text file, a folder in the project on each line, missing levels included. Its
   // name is the key MAPPAR of the ini file's section ARKIV; without an ini file, a name or the file there
-  // is no list. A line that leads out of the project (it is absolute, goes up, has a drive or a device
-  // name) is told and passed over.
+  // is no list. A line that leads out of the project (it goes up, has a drive or a device name) is told
+  // and passed over.
   int CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject, int showMessages,
                              int withTundril, int withMirsen, int withKarsk, int withHarbel,
                              int withFolderList);

@@ -1,4 +1,6 @@
 // Making a project's folders: the part of CProjPath that touches the disk.
+#include <algorithm>
+#include <string_view>
 #include <vector>
 
 #include "velmora/common/format_buffer.h"
@@ -75,6 +77,12 @@ CString FolderListFile(CTundrilIni& ini) {
   return file.Trim();
 }
 
+// The line is put behind the project's path, so that separators it begins with do not lead out of it.
+bool StaysInProject(std::wstring_view line) {
+  line.remove_prefix(std::min(line.find_first_not_of(L"\\/"), line.size()));
+  return line.empty() || StaysInsideFolder(line);
+}
+
 // A line that leads out of the project is told and passed over.
 bool MakeListedFolders(const CString& project, const CString& list) {
   TextReader reader;
@@ -82,7 +90,7 @@ bool MakeListedFolders(const CString& project, const CString& list) {
   CString line;
   for (int number = 1; reader.ReadLine(&line); ++number) {
     if (line.IsEmpty()) continue;
-    if (!StaysInsideFolder(line.GetView())) {
+    if (!StaysInProject(line.GetView())) {
       TellLineRefused(list, number, line);
     } else if (!MakeLevelsOrTell(JoinPath(project, line))) {
       return false;
