@@ -35,7 +35,10 @@ UserFileState CompareFiles(const CString& source, const CString& destination) {
   if (!ours) return UserFileState::kUnreadable;
   const auto theirs = GetFileStatus(destination);
   if (!theirs) return UserFileState::kMissing;
-  return ours->modified > theirs->modified ? UserFileState::kNewer : UserFileState::kUpToDate;
+  // In whole seconds: a disk that keeps no fractions must not make every file newer again and again.
+  constexpr std::int64_t kTicksPerSecond = 10'000'000;
+  return ours->modified / kTicksPerSecond > theirs->modified / kTicksPerSecond ? UserFileState::kNewer
+                                                                               : UserFileState::kUpToDate;
 }
 
 void PlanFolder(const CString& source_folder, const CString& destination_folder, bool copies_ini_file,

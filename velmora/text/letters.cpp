@@ -11,6 +11,19 @@ bool IsEvenCapitalRun(unsigned c) {
 }
 bool IsOddCapitalRun(unsigned c) { return (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E); }
 
+template <class Case>
+int CompareIn(Case in_case, std::wstring_view a, std::wstring_view b) {
+  const size_t common = std::min(a.size(), b.size());
+  for (size_t i = 0; i < common; ++i) {
+    if (a[i] == b[i]) continue;
+    const wchar_t x = in_case(a[i]);
+    const wchar_t y = in_case(b[i]);
+    if (x != y) return x < y ? -1 : 1;
+  }
+  if (a.size() == b.size()) return 0;
+  return a.size() < b.size() ? -1 : 1;
+}
+
 }  // namespace
 
 wchar_t LowerLetter(wchar_t letter) {
@@ -45,16 +58,7 @@ std::wstring_view TrimBlanks(std::wstring_view text) {
   return text;
 }
 
-int CompareNoCase(std::wstring_view a, std::wstring_view b) {
-  const size_t common = std::min(a.size(), b.size());
-  for (size_t i = 0; i < common; ++i) {
-    if (a[i] == b[i]) continue;
-    const wchar_t x = LowerLetter(a[i]);
-    const wchar_t y = LowerLetter(b[i]);
-    if (x != y) return x < y ? -1 : 1;
-  }
-  if (a.size() == b.size()) return 0;
-  return a.size() < b.size() ? -1 : 1;
-}
+int CompareNoCase(std::wstring_view a, std::wstring_view b) { return CompareIn(LowerLetter, a, b); }
+int CompareInCapitals(std::wstring_view a, std::wstring_view b) { return CompareIn(UpperLetter, a, b); }
 
 }  // namespace velmora

@@ -23,6 +23,8 @@ VELMORA_API std::wstring_view TrimBlanks(std::wstring_view text);
 
 // Below, equal to or above 0 as `a` stands before, with or after `b`, letters compared in lower case.
 VELMORA_API int CompareNoCase(std::wstring_view a, std::wstring_view b);
+// The same with letters in upper case, as disks order their names: "_" comes behind the letters.
+VELMORA_API int CompareInCapitals(std::wstring_view a, std::wstring_view b);
 inline bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
   return a.size() == b.size() && CompareNoCase(a, b) == 0;
 }

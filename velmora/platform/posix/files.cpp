@@ -72,7 +72,7 @@ std::optional<FileStatus> StatusOfEntry(int folder, const char* name) {
 bool IsDotEntry(const FoundFile& file) { return file.name == L"." || file.name == L".."; }
 
 bool ListsBefore(const FoundFile& a, const FoundFile& b) {
-  const int order = CompareNoCase(a.name.GetView(), b.name.GetView());
+  const int order = CompareInCapitals(a.name.GetView(), b.name.GetView());
   return order != 0 ? order < 0 : a.name < b.name;
 }
 

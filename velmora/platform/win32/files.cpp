@@ -58,7 +58,7 @@ bool IsDotName(const CString& name) { return name == L"." || name == L".."; }
 
 bool ListsBefore(const FoundFile& a, const FoundFile& b) {
   if (IsDotName(a.name) != IsDotName(b.name)) return IsDotName(a.name);
-  const int order = CompareNoCase(a.name.GetView(), b.name.GetView());
+  const int order = CompareInCapitals(a.name.GetView(), b.name.GetView());
   return order != 0 ? order < 0 : a.name < b.name;
 }
 
