@@ -1,12 +1,16 @@
 #include "cli/points/show.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "cli/error.h"
+#include "cli/input/rows.h"
 #include "cli/options.h"
 #include "cli/output/records.h"
 #include "velmora/alignment/stod_punkt.h"
+#include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -17,11 +21,80 @@ struct ShowOptions {
   OutputOptions output;
 };
 
+// What the library passes over in silence: whether this is a support-point file at all, and which of its
+// levels are none.
+class LevelCheck {
+ public:
+  explicit LevelCheck(const std::string& file) : file_(file) {
+    if (!reader_.Open(PathFromSystem(file))) RefuseUnopened(file);
+    CheckHeader();
+    while (Next() && !AtStar()) {
+      if (line_.CompareNoCase(L"gvy") == 0) {
+        (void)(Next() && Next());
+        continue;
+      }
+      good_.push_back(Next() && HasNumber());
+      if (!good_.back() && trouble_++ == 0)
+        first_ = At(file_, number_, "no level of a support point: " + Quoted(ToUtf8(line_.Left(80))));
+      (void)Next();
+    }
+    if (reader_.Failed()) throw Refusal(At(file_, number_ + 1, "cannot be read further"));
+  }
+
+  bool HasLevel(size_t point) const { return point < good_.size() && good_[point]; }
+  // Empty when every point has one.
+  std::string Trouble() const {
+    if (trouble_ == 0) return "";
+    return first_ + "; " + std::to_string(trouble_) + (trouble_ == 1 ? " point has" : " points have") +
+           " none, correct the file";
+  }
+
+ private:
+  bool Next() {
+    line_.Empty();
+    if (!reader_.ReadLine(&line_)) return false;
+    ++number_;
+    return true;
+  }
+  bool AtStar() const { return line_.GetAt(0) == L'*'; }
+  // Whether the line is a number and nothing else: of "1O.5" the library takes the 1.
+  bool HasNumber() const {
+    double value = 0;
+    NumberScanner scanner(line_.GetView());
+    return scanner.Next(&value) && TrimBlanks(scanner.Rest()).empty();
+  }
+
+  void CheckHeader() {
+    constexpr int kValues = 6;
+    for (int i = 1; i <= kValues; ++i) {
+      if (!Next())
+        throw Refusal(
+            At(file_, number_ + 1, "ends within its header of six numbers; is it a support-point file?"));
+      if (i == kValues && AtStar()) return;
+      if (!HasNumber())
+        throw Refusal(
+            At(file_, number_,
+               "is not one number, as the first six lines of a support-point file are; is it one?"));
+    }
+    while (Next() && !line_.IsEmpty() && !AtStar()) {
+    }
+  }
+
+  std::string file_;
+  TextReader reader_;
+  CString line_;
+  std::int64_t number_ = 0;
+  std::vector<bool> good_;  // by point
+  std::int64_t trouble_ = 0;
+  std::string first_;
+};
+
 void ShowPoints(const ShowOptions& options) {
-  if (options.file == "-") throw Refusal("support points are read from a file, not from standard input");
   const CString path = PathFromSystem(options.file);
-  TextReader reader;
-  if (!reader.Open(path)) throw Refusal(At(options.file, "cannot be opened for reading; check the name"));
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (options.file == "-" || (status && status->kind == FileKind::kOther))
+    throw Refusal("support points are read from a file on disk; write them to one first");
+  const LevelCheck check(options.file);
   CStodPunkt points(path);
   int count = 0;
   points.Where(&count);
@@ -37,10 +110,15 @@ void ShowPoints(const ShowOptions& options) {
     sink.Write("\n");
   }
   RecordWriter records(sink, format, {{"name", "name"}, {"level", "level", true}});
+  size_t point = 0;
   for (int at = points.Home(); at == 0; at = points++ == nullptr ? -1 : 0)
-    records.Row({ToUtf8(points.pael->namn), Number{points.pael->z, 4}});
+    records.Row(
+        {ToUtf8(points.pael->namn), check.HasLevel(point++) ? Cell(Number{points.pael->z, 4}) : Cell()});
   records.Finish();
   sink.Finish();
+  if (check.Trouble().empty()) return;
+  Warn(check.Trouble());
+  throw ExitWith{1};
 }
 
 }  // namespace
