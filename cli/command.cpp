@@ -24,9 +24,41 @@ void PrintLine(std::FILE* to, const std::string& line) {
   if (line.empty() || line.back() != '\n') std::fputc('\n', to);
 }
 
-std::string OneLine(std::string text) {
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
+// The command as far as its area and verb were understood, and how it was called.
+struct Understood {
+  const CLI::App* app;
+  std::string called_as;  // without "velmora"
+};
+
+Understood Deepest(const CLI::App& app) {
+  Understood deepest{&app, ""};
+  while (!deepest.app->get_subcommands().empty()) {
+    deepest.app = deepest.app->get_subcommands().front();
+    deepest.called_as += (deepest.called_as.empty() ? "" : " ") + deepest.app->get_name();
+  }
+  return deepest;
+}
+
+std::string Joined(const std::vector<std::string>& words, const char* between) {
+  std::string all;
+  for (const std::string& word : words) all += (all.empty() ? "" : between) + word;
+  return all;
+}
+
+// Says more than the parser does where a word is not known.
+std::string UsageTrouble(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  std::vector<std::string> verbs;
+  for (const CLI::App* verb : at.app->get_subcommands([](const CLI::App*) { return true; }))
+    verbs.push_back(verb->get_name());
+  if (!verbs.empty()) {
+    const std::string known = "\"velmora" + (at.called_as.empty() ? "" : " " + at.called_as) +
+                              "\" is followed by one of " + Joined(verbs, ", ");
+    return unknown.empty() ? known : Quoted(unknown.front()) + " is not known here: " + known;
+  }
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
+    return "not expected: " + Joined(unknown, " ");
+  return error.what();
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments) {
@@ -35,17 +67,16 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     app.parse(std::move(arguments));
     return kDone;
   } catch (const CLI::CallForHelp&) {
-    const CLI::App* asked = &app;
-    std::string called_as;
-    for (; !asked->get_subcommands().empty(); asked = asked->get_subcommands().front())
-      called_as += (called_as.empty() ? "" : " ") + asked->get_name();
-    PrintLine(stdout, asked->help(called_as));
+    const Understood asked = Deepest(app);
+    PrintLine(stdout, asked.app->help(asked.called_as));
     return kDone;
   } catch (const CLI::CallForVersion&) {
     PrintLine(stdout, app.version());
     return kDone;
   } catch (const CLI::ParseError& error) {
-    PrintLine(stderr, "velmora: " + OneLine(error.what()) + " (velmora --help tells what there is)");
+    const Understood at = Deepest(app);
+    Warn(UsageTrouble(app, at, error) + " (velmora " + at.called_as + (at.called_as.empty() ? "" : " ") +
+         "--help tells more)");
     return kWrongUsage;
   }
 }
@@ -69,15 +100,15 @@ int RunCommand(std::vector<std::string> arguments) {
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {
-    PrintLine(stderr, "velmora: " + OneLine(refusal.what()));
+    Warn(refusal.what());
     return kRefused;
   } catch (const ExitWith& exit) {
     return exit.status;
   } catch (const wchar_t*) {  // the library's lists, when memory runs out
-    PrintLine(stderr, "velmora: out of memory; try a smaller file");
+    Warn("out of memory; try a smaller file");
     return kRefused;
   } catch (const std::bad_alloc&) {
-    PrintLine(stderr, "velmora: out of memory; try a smaller file");
+    Warn("out of memory; try a smaller file");
     return kRefused;
   }
 }

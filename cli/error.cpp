@@ -18,8 +18,25 @@ std::string At(const std::string& file, std::int64_t line, const std::string& wh
   return Name(file) + ":" + std::to_string(line) + ": " + what;
 }
 
+std::string Printable(std::string_view text) {
+  std::string line;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+    const bool two_byte_control = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+    if (two_byte_control) ++i;
+    if (byte == '\n')
+      line += ' ';
+    else if (byte < 0x20 || byte == 0x7F || two_byte_control)
+      line += '?';
+    else
+      line += text[i];
+  }
+  return line;
+}
+
 void Warn(const std::string& text) {
-  const std::string line = "velmora: " + text + "\n";
+  const std::string line = "velmora: " + Printable(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

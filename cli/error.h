@@ -26,7 +26,11 @@ std::string At(const std::string& file, std::int64_t line, const std::string& wh
 // A line on standard error beside the result. Notes never change the exit status.
 void Warn(const std::string& text);
 
-// For quoting a user's text in an error line: control characters out, cut to a readable length.
+// Text as one line that a terminal takes no orders from: a line end becomes a blank, any other control
+// character "?".
+std::string Printable(std::string_view text);
+
+// For quoting a user's text in an error line: printable, cut to a readable length.
 std::string Quoted(std::string_view text);
 
 // The button that a box answers with where nobody can press one.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "cli/error.h"
 #include "cli/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -24,17 +25,9 @@ std::string CellText(const Cell& cell) {
   return {};
 }
 
-// Control characters from a file must not reach a terminal.
-std::string TableText(const Cell& cell) {
-  std::string text = CellText(cell);
-  for (char& c : text)
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
-  return text;
-}
-
 std::string CsvText(const Cell& cell) {
   if (const auto* number = std::get_if<Number>(&cell))
-    return FormatFixed(number->value, number->decimals + 1);
+    return std::isfinite(number->value) ? FormatFixed(number->value, number->decimals + 1) : std::string();
   const std::string text = CellText(cell);
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
   std::string quoted = "\"";
@@ -82,7 +75,7 @@ void RecordWriter::Row(const std::vector<Cell>& cells) {
       break;
   }
   std::vector<std::string> texts;
-  for (const size_t i : shown_) texts.push_back(TableText(cells[i]));
+  for (const size_t i : shown_) texts.push_back(Printable(CellText(cells[i])));
   if (started_) {
     TableRow(texts);
     return;
