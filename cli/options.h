@@ -10,10 +10,12 @@ class App;
 
 namespace velmora::cli {
 
-// --csv, --json, --km
+// --csv, --json
 void AddFormatOptions(CLI::App* verb, OutputOptions* options);
 // The same and -o.
 void AddOutputOptions(CLI::App* verb, OutputOptions* options);
+// --km, where stations are written.
+void AddStationOptions(CLI::App* verb, OutputOptions* options);
 
 }  // namespace velmora::cli
 

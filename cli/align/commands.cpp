@@ -69,6 +69,7 @@ void AddLocate(CLI::App* align) {
           "without vertices")
       ->check(CLI::Range(0, 2));
   AddOutputOptions(verb, &options->output);
+  AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignLocate(*options); });
 }
 
@@ -80,6 +81,7 @@ void AddPlace(CLI::App* align) {
       ->required()
       ->type_name("CSV");
   AddOutputOptions(verb, &options->output);
+  AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignPlace(*options); });
 }
 
@@ -96,6 +98,7 @@ void AddLevel(CLI::App* align) {
       ->required()
       ->type_name("S...");
   AddOutputOptions(verb, &options->output);
+  AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignLevel(*options); });
 }
 
@@ -104,10 +107,13 @@ template <class Run>
 std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   auto options = std::make_shared<EditOptions>();
   AddFile(verb, &options->file);
-  verb->add_option("-o", options->to,
-                   "Write the alignment to OUT, which may be FILE; without it the points are shown")
-      ->type_name("OUT");
+  CLI::Option* to =
+      verb->add_option("-o", options->to,
+                       "Write the alignment to OUT, which may be FILE; without it the points are shown")
+          ->type_name("OUT");
   AddFormatOptions(verb, &options->output);
+  for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
+  AddStationOptions(verb, &options->output);
   verb->callback([options, run] { run(*options); });
   return options;
 }
@@ -160,6 +166,7 @@ void AddInfo(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("info", "What the file holds, and what is wrong with it");
   AddFile(verb, &options->file);
   AddOutputOptions(verb, &options->output);
+  AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignInfo(*options); });
 }
 

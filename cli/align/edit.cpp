@@ -11,6 +11,8 @@ namespace velmora::cli {
 namespace {
 
 void Open(const EditOptions& options, AlignmentInput* input) {
+  if (options.to == "-")
+    throw Refusal("an alignment is written to a file: give -o its name, or leave -o out to see the points");
   ReadAlignment(options.file, input);
   RequirePlan(*input);
   const bool in_place = options.to == options.file || SameFile(options.to, options.file);
@@ -18,6 +20,10 @@ void Open(const EditOptions& options, AlignmentInput* input) {
     throw Refusal(At(options.file, input->bad_lines[0].number,
                      "this line is no point and would be lost (" + std::to_string(input->bad_count) +
                          " such in all); give -o another name, or take it out first"));
+  if (!options.to.empty() && input->bad_count > 0)
+    Warn(At(options.file, input->bad_lines[0].number,
+            "this line is no point and is left out (" + std::to_string(input->bad_count) +
+                " such in all; velmora align info lists them)"));
 }
 
 void ShowPoints(const EditOptions& options, CVaglinje* plan) {
@@ -39,7 +45,7 @@ void ShowPoints(const EditOptions& options, CVaglinje* plan) {
 }
 
 void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
-  if (options.to.empty() || options.to == "-") {
+  if (options.to.empty()) {
     ShowPoints(options, &input->set.plan);
     return;
   }
@@ -120,6 +126,9 @@ void AlignExtend(const EditOptions& options) {
     throw Refusal(At(options.file,
                      "an end cannot be placed: the alignment must run half a metre of station into "
                      "the line at that end, with points apart from each other"));
+  Warn(
+      "each new end lies half a metre nearer than its station says: the suite measures it from half a metre "
+      "inside the line");
   WriteOrShow(options, &input);
 }
 
