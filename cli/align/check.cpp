@@ -38,7 +38,9 @@ void GrowBoxByArc(const kovltype& a, const kovltype& b, Box* box) {
   }
 }
 
-std::string Metres(double value) { return FormatFixed(value, 3) + " m"; }
+std::string Metres(double value) {
+  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "beyond measure";
+}
 
 void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& lines, bool descending,
                    size_t i, std::vector<Finding>* findings) {

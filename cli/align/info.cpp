@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "cli/align/alignment_input.h"
 #include "cli/align/check.h"
@@ -18,7 +19,9 @@ struct Fact {
   std::string text;
 };
 
-std::string Metres(double value) { return FormatFixed(value, 3) + " m"; }
+std::string Metres(double value) {
+  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "beyond measure";
+}
 
 std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
   const bool has_plan = !input.plan.empty();
@@ -39,8 +42,8 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
     const double first = input.plan.front().sek;
     const double last = input.plan.back().sek;
     const std::string direction = input.Descending() ? "falling" : "rising";
-    add("first_station", "", Number{first}, "");
-    add("last_station", "", Number{last}, "");
+    add("first_station", "", StationCell(first, km), "");
+    add("last_station", "", StationCell(last, km), "");
     add("direction", "", direction, "");
     add("", "Stations", {}, StationText(first, km) + " to " + StationText(last, km) + ", " + direction);
     add("min_northing", "", Number{plan.box.min_x}, "");
@@ -60,8 +63,8 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
         std::minmax_element(input.profile.begin(), input.profile.end(),
                             [](const kovltype& a, const kovltype& b) { return a.x < b.x; });
     add_count("profile_points", "Profile points", static_cast<std::int64_t>(input.profile.size()));
-    add("profile_first_station", "", Number{input.profile.front().y}, "");
-    add("profile_last_station", "", Number{input.profile.back().y}, "");
+    add("profile_first_station", "", StationCell(input.profile.front().y, km), "");
+    add("profile_last_station", "", StationCell(input.profile.back().y, km), "");
     add("min_level", "", Number{low->x}, "");
     add("max_level", "", Number{high->x}, "");
     add("", "Profile", {},

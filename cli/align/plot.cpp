@@ -2,6 +2,7 @@
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
 #include "cli/error.h"
+#include "cli/output/progress.h"
 #include "cli/output/sink.h"
 #include "cli/plot/drawing.h"
 #include "velmora/common/paths.h"
@@ -9,12 +10,16 @@
 namespace velmora::cli {
 namespace {
 
-std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input) {
+// `trouble` tells of rows that are no points, and stays empty without any.
+std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input, std::string* trouble) {
   std::vector<PlotBoring> borings;
   PointList points(options.points);
+  Progress progress("Placing borings", points.Rows().Size());
+  std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
   std::string first_problem;
   for (ListedPoint point; points.Next(&point);) {
+    progress.Update(points.Rows().Consumed(), ++rows);
     if (!point.problem.empty()) {
       if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
       continue;
@@ -29,8 +34,8 @@ std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* 
     borings.push_back(std::move(boring));
   }
   if (unreadable > 0)
-    Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
-         " not in the drawing");
+    *trouble = first_problem + "; " + std::to_string(unreadable) +
+               (unreadable == 1 ? " row is" : " rows are") + " not in the drawing, correct and run again";
   return borings;
 }
 
@@ -43,16 +48,21 @@ void AlignPlot(const PlotOptions& options) {
   ReadAlignment(options.file, &input);
   PlotInput drawing;
   drawing.name = input.Name();
-  drawing.file = options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
+  drawing.file =
+      options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
   drawing.plan = input.plan;
   drawing.profile = input.profile;
   drawing.km_stations = options.km;
-  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input);
+  std::string trouble;
+  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input, &trouble);
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) inputs.push_back(options.points);
   Sink sink(options.to, inputs);
   sink.Write(DrawAlignment(drawing));
   sink.Finish();
+  if (trouble.empty()) return;
+  Warn(trouble);
+  throw ExitWith{1};
 }
 
 }  // namespace velmora::cli
