@@ -1,6 +1,7 @@
 #include "cli/align/alignment_input.h"
 
 #include "cli/error.h"
+#include "cli/input/rows.h"
 
 namespace velmora::cli {
 namespace {
@@ -21,13 +22,7 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
   const CString path = PathFromSystem(file);
   TextReader reader;
   const bool open = file == "-" ? reader.OpenStandardInput() : reader.Open(path);
-  if (!open) {
-    const std::optional<FileStatus> status = GetFileStatus(path);
-    if (!status) throw Refusal(At(file, "no such file; check the name"));
-    if (status->kind == FileKind::kFolder)
-      throw Refusal(At(file, "is a folder; name an alignment file in it"));
-    throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
-  }
+  if (!open) RefuseUnopened(file);
   int lines = 0;
   const int result = input->set.Read(reader, [&](int number, LineKind kind, const CString& line) {
     lines = number;

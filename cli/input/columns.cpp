@@ -46,6 +46,10 @@ bool ListReader::LooksLikeData() const {
 // Finds the columns in the row at hand.
 void ListReader::TakeHeader() {
   const std::vector<std::wstring>& fields = rows_.Fields();
+  if (fields.size() == 1)
+    throw Refusal(At(rows_.File(), rows_.Line(),
+                     "has no columns; a list has a comma, semicolon or tab between them, and is UTF-8 or "
+                     "Windows-1252 text"));
   for (size_t i = 0; i < roles_.size(); ++i)
     for (const std::wstring& title : roles_[i].titles) {
       const auto found = std::find_if(fields.begin(), fields.end(), [&](const std::wstring& field) {

@@ -8,6 +8,13 @@
 
 namespace velmora::cli {
 
+void RefuseUnopened(const std::string& file) {
+  const std::optional<FileStatus> status = GetFileStatus(PathFromSystem(file));
+  if (!status) throw Refusal(At(file, "no such file; check the name"));
+  if (status->kind == FileKind::kFolder) throw Refusal(At(file, "is a folder; name a file in it"));
+  throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
+}
+
 wchar_t DetectSeparator(std::wstring_view row) {
   bool quoted = false;
   bool semicolon = false;
@@ -56,12 +63,14 @@ std::optional<double> FieldNumber(std::wstring_view field, bool decimal_comma) {
 RowReader::RowReader(std::string file) : file_(std::move(file)) {
   const bool good = file_ == "-" ? reader_.OpenStandardInput(TextReader::Guess::kUtf8First)
                                  : reader_.Open(PathFromSystem(file_), TextReader::Guess::kUtf8First);
-  if (!good) throw Refusal(At(file_, "cannot be opened for reading; check the name and that it is a file"));
+  if (!good) RefuseUnopened(file_);
 }
 
 bool RowReader::Next() {
   while (reader_.ReadLine(&text_)) {
     ++line_;
+    if (static_cast<size_t>(text_.GetLength()) > kLongestRow)
+      throw Refusal(At(file_, line_, "this line is far too long for a row; is it a list of points at all?"));
     if (TrimBlanks(text_.GetView()).empty()) continue;
     if (separator_ == 0) {
       // Some spreadsheets say it on a line of its own.

@@ -13,6 +13,9 @@
 
 namespace velmora::cli {
 
+// Throws a Refusal that tells why a file could not be opened.
+[[noreturn]] void RefuseUnopened(const std::string& file);
+
 // The separator of a list, from its first row: a tab if it has one, else a semicolon, else a comma.
 wchar_t DetectSeparator(std::wstring_view row);
 
@@ -29,12 +32,16 @@ class RowReader {
   // "-" is standard input. Throws a Refusal when the file cannot be opened.
   explicit RowReader(std::string file);
 
-  // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on.
+  // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on, or
+  // has a row of more than kLongestRow.
   bool Next();
   const std::vector<std::wstring>& Fields() const { return fields_; }
   std::int64_t Line() const { return line_; }
   // Where the separator is no comma, a comma is a decimal point.
   bool DecimalComma() const { return separator_ != L','; }
+
+  // In characters. Every field of a row takes memory of its own.
+  static constexpr size_t kLongestRow = size_t{1} << 20;
 
   const std::string& File() const { return file_; }
   std::uint64_t Size() const { return reader_.Size(); }
