@@ -1,12 +1,13 @@
 #include "cli/questions.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "cli/error.h"
 #include "cli/terminal.h"
+#include "velmora/platform/files.h"
 
 namespace velmora::cli {
 namespace {
@@ -35,9 +36,14 @@ int Ask(const std::string& text, unsigned style) {
   }
 }
 
-int Show(const MessageBoxCall& call) {
+int Show(const MessageBoxCall& call, const std::vector<CString>& paths) {
   std::string text = ToUtf8(call.text);
-  std::replace(text.begin(), text.end(), '\n', ' ');
+  for (const CString& path : paths) {
+    const std::string spelled = ToUtf8(path);
+    const size_t at = spelled.empty() ? std::string::npos : text.find(spelled);
+    if (at != std::string::npos) text.replace(at, spelled.size(), PathForDisplay(path));
+  }
+  text = Printable(text);
   if ((call.style & 0xFU) == MB_YESNO) return Ask(text, call.style);
   Warn(text);
   return IDOK;
@@ -45,7 +51,9 @@ int Show(const MessageBoxCall& call) {
 
 }  // namespace
 
-TerminalMessages::TerminalMessages() : before_(SetMessageBoxHandler(Show)) {}
+TerminalMessages::TerminalMessages(std::vector<CString> paths)
+    : before_(SetMessageBoxHandler(
+          [paths = std::move(paths)](const MessageBoxCall& call) { return Show(call, paths); })) {}
 TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
 
 }  // namespace velmora::cli

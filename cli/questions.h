@@ -2,7 +2,10 @@
 #ifndef VELMORA_CLI_QUESTIONS_H_
 #define VELMORA_CLI_QUESTIONS_H_
 
+#include <vector>
+
 #include "velmora/common/messages.h"
+#include "velmora/text/string.h"
 
 namespace velmora::cli {
 
@@ -10,7 +13,8 @@ namespace velmora::cli {
 // terminal the default button answers, and the line says so.
 class TerminalMessages {
  public:
-  TerminalMessages();
+  // The texts name paths as the library spells them; those in `paths` are shown as the system does.
+  explicit TerminalMessages(std::vector<CString> paths = {});
   ~TerminalMessages();
   TerminalMessages(const TerminalMessages&) = delete;
   TerminalMessages& operator=(const TerminalMessages&) = delete;

@@ -49,7 +49,9 @@ void AddProjectCommands(CLI::App& app) {
   AddOutputOptions(status, &options->output);
 
   CLI::App* list = AddVerb(project, "list", "The files that match a pattern", options, ProjectList);
-  list->add_option("PATTERN", options->folder, "Folder and wildcards, as DIR/*.DAT (quote it from the shell)")
+  list->add_option(
+          "PATTERN", options->folder,
+          "A folder for all in it, or with wildcards as DIR/*.DAT (quoted, so that the shell leaves them)")
       ->required();
   list->add_option("--sort", options->sort, "name (default), size or date")
       ->check(CLI::IsMember({"name", "size", "date"}))
