@@ -175,6 +175,16 @@ TEST_F(AlignCommand, SwedishLettersComeThroughFromBothEncodings) {
   }
 }
 
+TEST_F(AlignCommand, ControlsAndEndlessNumbersStayOutOfResults) {
+  const Ran table = RunVelmora({"align", "locate", Corner(), "--points", "-"},
+                               "\x1B[2J\xC2\x9B"
+                               "2J,-5,50\n");
+  EXPECT_NE(table.out.find("?[2J?2J"), std::string::npos) << table.out;
+  const std::string arc = Put(L"arc.vl", "0 0 1e308 0 1 $Arc\n0 100 0 100\n");
+  const Ran info = RunVelmora({"align", "info", arc, "--csv"});
+  EXPECT_NE(info.out.find("\nlength,,\n"), std::string::npos) << info.out;
+}
+
 TEST_F(AlignCommand, ExchangedAxesAreNoticed) {
   const std::string road = Put(L"r.vl", "6652000 653000 0 0 1 $R\n6652000 654000 0 1000\n");
   const Ran wrong = RunVelmora({"align", "locate", road, "--points", "-"}, "id,n,e\na,653500,6652010\n");
@@ -244,6 +254,13 @@ TEST_F(AlignCommand, NothingIsWrittenOverByMistake) {
   ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", points, "-o", points}), "p.csv");
   EXPECT_EQ(ReadBytes(PathOf(L"p.csv")), "a,-5,50\n");
 
+  // What an alignment has no room for is told when it is left out of a copy.
+  const std::string copy = AsArgument(PathOf(L"copy.vl"));
+  const Ran copied = RunVelmora({"align", "stations", with_note, "--start", "5", "-o", copy});
+  EXPECT_EQ(copied.status, 0);
+  EXPECT_NE(copied.err.find("note.vl:2: "), std::string::npos) << copied.err;
+  ExpectRefused(RunVelmora({"align", "stations", with_note, "--start", "5", "-o", "-"}), "-o");
+
   // A result is complete or absent.
   const std::string result = AsArgument(PathOf(L"no such folder\\out.csv"));
   ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", points, "-o", result}), "out.csv");
@@ -267,6 +284,10 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
   ExpectRefused(RunVelmora({"align", "locate", profile, "--points", points}),
                 "profile.vl: holds only a profile");
   ExpectRefused(RunVelmora({"align", "level", one, "--station", "1"}), "one.vl: has no profile");
+  const std::string endless = Put(L"endless.csv", std::string(3000000, ','));
+  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", endless}), "endless.csv:1: ");
+  const std::string blanks = Put(L"blanks.csv", "a -5 50\n");
+  ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", blanks}), "comma, semicolon or tab");
   ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", wrong_header}),
                 "h.csv:1: no column for northing");
   ExpectRefused(RunVelmora({"align", "locate", Corner(), "--points", AsArgument(PathOf(L"no.csv"))}),
@@ -277,19 +298,24 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
 }
 
 TEST_F(AlignCommand, WrongUsageIsStatusTwo) {
-  for (const std::vector<std::string>& arguments :
-       std::vector<std::vector<std::string>>{{},
-                                             {"align"},
-                                             {"align", "fly"},
-                                             {"align", "locate", "x.vl"},
-                                             {"align", "locate", "x.vl", "--points", "p", "--mode", "3"},
-                                             {"align", "level", "x.vl", "--station", "12x"},
-                                             {"align", "info", "x.vl", "--csv", "--json"}}) {
+  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+           {},
+           {"align"},
+           {"align", "fly"},
+           {"align", "locate", "x.vl"},
+           {"align", "locate", "x.vl", "--points", "p", "--mode", "3"},
+           {"align", "level", "x.vl", "--station", "12x"},
+           {"align", "info", "x.vl", "--csv", "--json"},
+           {"align", "shift", "x", "--at", "0,0", "--station", "0", "-o", "y.csv", "--csv"},
+           {"env", "show", "--km"}}) {
     const Ran ran = RunVelmora(arguments);
     EXPECT_EQ(ran.status, 2) << ran.err;
     EXPECT_EQ(CountOf(ran.err, "\n"), 1) << ran.err;
     EXPECT_EQ(ran.out, "");
   }
+  const Ran unknown = RunVelmora({"align", "inof", "x.vl"});
+  EXPECT_NE(unknown.err.find("\"inof\""), std::string::npos) << unknown.err;
+  EXPECT_NE(unknown.err.find("info, locate"), std::string::npos) << unknown.err;
   const Ran help = RunVelmora({"align", "locate", "--help"});
   EXPECT_EQ(help.status, 0);
   EXPECT_NE(help.out.find("--points"), std::string::npos);
@@ -300,7 +326,9 @@ TEST_F(AlignCommand, TheDrawingHoldsTheRoadAndItsBorings) {
   const std::string picture = AsArgument(PathOf(L"plan.svg"));
   const Ran ran =
       RunVelmora({"align", "plot", Example("road.vl"), "--points", Example("borings.csv"), "-o", picture});
-  EXPECT_EQ(ran.status, 0) << ran.err;
+  // One of the example's rows is no point.
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_NE(ran.err.find("borings.csv:18: "), std::string::npos) << ran.err;
   const std::string svg = ReadBytes(PathOf(L"plan.svg"));
   for (const char* expected : {"<svg", "Väg 943 Norrsjö", "24V012", "</svg>"})
     EXPECT_NE(svg.find(expected), std::string::npos) << expected;
@@ -322,6 +350,15 @@ TEST_F(AlignCommand, SupportPointsAreShown) {
   ASSERT_EQ(ran.status, 0) << ran.err;
   EXPECT_EQ(json::parse(ran.out).size(), 4U);
   ExpectRefused(RunVelmora({"points", "show", AsArgument(PathOf(L"none.stp"))}), "none.stp");
+  ExpectRefused(RunVelmora({"points", "show", Example("road.vl")}), "road.vl:1: ");
+
+  // A level that is none is not 0.
+  const Ran damaged = RunVelmora(
+      {"points", "show", Put(L"d.stp", "1\n2\n3\n4\n5\n6\n*\nA\n1O.5\n0\nB\n2.5\n0\n*\n"), "--json"});
+  EXPECT_EQ(damaged.status, 1);
+  EXPECT_NE(damaged.err.find("d.stp:9: "), std::string::npos) << damaged.err;
+  EXPECT_TRUE(json::parse(damaged.out)[0]["level"].is_null()) << damaged.out;
+  EXPECT_EQ(json::parse(damaged.out)[1]["level"], 2.5);
 }
 
 }  // namespace

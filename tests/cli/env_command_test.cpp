@@ -104,7 +104,9 @@ TEST_F(EnvCommand, AnExistingProjectIsAskedAboutAndADatabaseRefuses) {
   MakeFolders(L"proj");
   const Ran asked = RunVelmora({"project", "new", Argument(L"proj"), "--karsk"});
   EXPECT_EQ(asked.status, 1);
-  EXPECT_NE(asked.err.find("Ska denna användas ändå? Nej (no terminal"), std::string::npos) << asked.err;
+  EXPECT_NE(asked.err.find(Argument(L"proj") + " finns redan! Ska denna användas ändå? Nej (no terminal"),
+            std::string::npos)
+      << asked.err;
   EXPECT_FALSE(FileOrFolderExists(At(L"proj\\KARSK.DBF")));
 
   MakeFile(L"proj\\TUNDRIL.DBS", "data");
@@ -154,6 +156,12 @@ TEST_F(EnvCommand, ListSortsBothWaysAndStatusFindsBothWays) {
   EXPECT_EQ(names({}), "9.DAT 10.DAT A.DAT b.DAT ");
   EXPECT_EQ(names({"--falling"}), "b.DAT A.DAT 10.DAT 9.DAT ");
   ExpectRefused(RunVelmora({"project", "list", Argument(L"f\\*.TXT")}), "nothing matches");
+  // A folder alone: all in it, folders too, with the files' own sizes.
+  MakeFile(L"f\\sub\\inner.dat", "");
+  MakeFile(L"f\\three.txt", "abc");
+  const std::string all = RunVelmora({"project", "list", Argument(L"f"), "--json"}).out;
+  EXPECT_EQ(json::parse(all).size(), 6U) << all;
+  EXPECT_EQ(RowOf(all, "name", "three.txt")["size"], 3);
 
   EXPECT_EQ(RunVelmora({"project", "status", "vilande", "--csv"}).out, "number,text\n4,Vilande\n");
   EXPECT_EQ(RunVelmora({"project", "status", "5", "--csv"}).out, "number,text\n5,Ska arkiveras\n");
