@@ -62,8 +62,12 @@ void ProjectList(const ProjectOptions& options) {
   while (at == 0) {
     const dirsorttype& entry = *list.pael;
     const auto size = sizes.find(entry.namn);
-    const Cell bytes = size == sizes.end() ? Cell() : Cell(static_cast<std::int64_t>(size->second));
-    if (!IsDots(entry)) records.Row({ToUtf8(entry.namn), bytes, ToUtf8(entry.datum), ToUtf8(entry.tid)});
+    std::vector<Cell> cells(4);
+    cells[0] = ToUtf8(entry.namn);
+    if (size != sizes.end()) cells[1] = static_cast<std::int64_t>(size->second);
+    cells[2] = ToUtf8(entry.datum);
+    cells[3] = ToUtf8(entry.tid);
+    if (!IsDots(entry)) records.Row(cells);
     at = (options.falling ? list-- : list++) == nullptr ? -1 : 0;
   }
   records.Finish();
