@@ -3,10 +3,29 @@
 #include "cli/env/registry_trouble.h"
 #include "cli/error.h"
 #include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/environment/registry.h"
+#include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/shell_folders.h"
 
 namespace velmora::cli {
+namespace {
+
+constexpr int kNoUserIni = -2;  // of InitXPWay
+
+CString UserIniPath(const CString& sub) {
+  CRegistry registry;
+  registry.SetRootKey(HKEY_CURRENT_USER);
+  CString data;
+  if (registry.SetKey(L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", 0,
+                      KEY_READ) != 0)
+    data = registry.ReadString(L"Appdata", L"");
+  if (data.IsEmpty()) data = UserApplicationData();
+  return JoinPath(UserFolder(data, kRelease, sub), kIniName);
+}
+
+}  // namespace
 
 bool Environment::HasIni() const { return !ini.m_iniPath.IsEmpty() && FileOrFolderExists(ini.m_iniPath); }
 
@@ -22,6 +41,7 @@ void FindEnvironment(const std::string& sub, Environment* environment) {
     return;
   }
   environment->ini = CTundrilIni();
+  if (result == kNoUserIni) environment->missing_ini = UserIniPath(FromUtf8(sub));
   CString folder;
   environment->ini.Init(1);
   environment->found_by = ReadEnvironment(L"TUNDRIL", &folder) ? FoundBy::kVariable : FoundBy::kNothing;
@@ -33,6 +53,14 @@ void RequireIni(const Environment& environment) {
     throw Refusal(At(
         PathForDisplay(environment.ini.m_programDir),
         "has no Velmora.ini; point TUNDRIL at an installation, or make one: velmora env install --to DIR"));
+  if (!environment.missing_ini.IsEmpty()) {
+    const std::string path = PathForDisplay(environment.missing_ini);
+    if (FileOrFolderExists(environment.missing_ini))
+      throw Refusal(At(path, "is no file that can be read; put the user's ini file in its place"));
+    throw Refusal(At(path,
+                     "the current user has no such file; make it: velmora env install --to DIR, where "
+                     "the installation is"));
+  }
   throw Refusal("no installation found; make one: velmora env install --to DIR");
 }
 

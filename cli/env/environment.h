@@ -15,6 +15,9 @@ enum class FoundBy { kRegistry, kVariable, kNothing };
 struct Environment {
   CTundrilIni ini;
   FoundBy found_by = FoundBy::kNothing;
+  // Where an installation is registered that could not be used: the user's ini file that it lacks. Empty
+  // when none is registered.
+  CString missing_ini;
 
   // Whether there is an ini file to read and write.
   bool HasIni() const;

@@ -33,7 +33,10 @@ void MakeFolders(const CString& path) { Require(!MakeFolderLevels(path), path, "
 
 // Files that are there already are the user's.
 void PutFile(const CString& path, std::string_view text) {
-  if (FileOrFolderExists(path)) return;
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (status && status->kind == FileKind::kFolder)
+    throw Refusal(At(PathForDisplay(path), "is a folder, and a file belongs there; move it away"));
+  if (status) return;
   Require(ReplaceFileContent(path, text), path, "the file cannot be written");
 }
 

@@ -101,7 +101,9 @@ void RegistrySet(const EnvOptions& options) {
   const KeyPath at = ParseKeyPath(options.key);
   if (!SetRegistryText(at.root, at.path, FromUtf8(options.section), FromUtf8(options.value))) {
     RegistryKey key;
-    const int error = key.Open(at.root, at.path, KEY_WRITE);
+    int error = key.Open(at.root, at.path, KEY_WRITE);
+    // A key that is not there could not be made either.
+    if (error == kRegistryNotFound) error = kRegistryCannotWrite;
     throw Refusal(At(options.key, "cannot be written: " +
                                       RegistryTrouble(error == kRegistryDone ? kRegistryDenied : error)));
   }

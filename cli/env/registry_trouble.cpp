@@ -17,6 +17,10 @@ std::string RegistryTrouble(int error) {
     case kRegistryCannotRead:
     case kRegistryCannotWrite:
       return "the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions";
+    case kRegistryBadArgument:
+      return "a name or a text too long for the registry";
+    case kRegistryBadPath:
+      return "the key begins with two separators; write HKLM\\SOFTWARE\\Name";
     case kRegistryBusy:
       return "other programs keep the registry busy; try again";
     case kRegistryDiskFull:

@@ -92,7 +92,11 @@ void EnvShow(const EnvOptions& options) {
   }
   records.Finish();
   sink.Finish();
-  if (environment.found_by == FoundBy::kNothing)
+  if (environment.found_by != FoundBy::kNothing) return;
+  if (!environment.missing_ini.IsEmpty())
+    Warn(At(PathForDisplay(environment.missing_ini),
+            "the current user's ini file is missing or no file, these are the defaults"));
+  else
     Warn("no installation found, these are the defaults; make one: velmora env install --to DIR");
 }
 

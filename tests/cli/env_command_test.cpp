@@ -90,6 +90,16 @@ TEST_F(EnvCommand, RegistryKeepsTextsAndNamesWhatIsWrong) {
   ExpectRefused(RunVelmora({"env", "registry", "get", "HKXX\\A", "n"}), "names no root");
 }
 
+TEST_F(EnvCommand, AnIniFileThatIsAFolderIsNamed) {
+  Register(HKEY_LOCAL_MACHINE, kDist, L"InstallPath", At(L"prog"));
+  const CString ini = At(L"user\\Quorval\\Zennik\\Velmora\\R20\\sv\\Velmora.ini");
+  ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ACADVER"}),
+                AsArgument(ini) + ": the current user has no");
+  MakeFolders(L"user\\Quorval\\Zennik\\Velmora\\R20\\sv\\Velmora.ini");
+  ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ACADVER"}), AsArgument(ini) + ": is no file");
+  ExpectRefused(RunVelmora({"env", "set", "SYSTEM", "ACADVER", "25"}), AsArgument(ini) + ": is no file");
+}
+
 #if !defined(_WIN32)
 TEST_F(EnvCommand, ADamagedRegistryIsToldAndLeftAlone) {
   const CString file = MakeFile(L"junk.db", "no database at all");
