@@ -122,6 +122,12 @@ void AlignExtend(const EditOptions& options) {
   if (input.Descending())
     throw Refusal(
         At(options.file, "its stations fall, and only an alignment with rising ones can be extended"));
+  for (size_t i = 1; i < input.plan.size(); ++i)
+    if (!(input.plan[i].sek > input.plan[i - 1].sek))
+      throw Refusal(At(options.file, input.plan_lines[i],
+                       "station " + StationText(input.plan[i].sek, options.output.km) +
+                           " does not rise, and an end is found by stations; recompute them first: velmora "
+                           "align stations"));
   if (input.set.plan.Extend(options.before, options.after) < 0)
     throw Refusal(At(options.file,
                      "an end cannot be placed: the alignment must run half a metre of station into "

@@ -208,6 +208,13 @@ TEST_F(AlignCommand, PlaceTakesStationsBackToTheMap) {
   expect(2, 0, 100, 15);
   EXPECT_EQ(rows[3]["status"], "before its start");
   EXPECT_EQ(rows[4]["status"], "beyond its end");
+  EXPECT_EQ(ran.err, "");
+
+  // Found offsets lie on the other side here when stations fall, and nobody should learn that on site.
+  const Ran falling =
+      RunVelmora({"align", "place", Example("road-falling.vl"), "--stations", "-"}, "id,station\na,3000\n");
+  EXPECT_EQ(falling.status, 0);
+  EXPECT_NE(falling.err.find("its stations fall"), std::string::npos) << falling.err;
 }
 
 TEST_F(AlignCommand, LevelAnswersWithinTheProfileOnly) {
@@ -295,6 +302,8 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
   ExpectRefused(RunVelmora({"align", "shift", Corner(), "--at", "1,1", "--station", "0"}), "within 1 mm");
   ExpectRefused(RunVelmora({"align", "extend", Example("road-falling.vl"), "--before", "5"}),
                 "its stations fall");
+  const std::string turning = Put(L"turning.vl", "0 0 0 0 1 $T\n0 100 0 200\n0 200 0 100\n");
+  ExpectRefused(RunVelmora({"align", "extend", turning, "--after", "5"}), "turning.vl:3: ");
 }
 
 TEST_F(AlignCommand, WrongUsageIsStatusTwo) {
