@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
@@ -11,149 +12,96 @@
 namespace velmora {
 namespace {
 
+// What the folder holds besides the file while that is being replaced.
+CString NameOfNewFile(const TemporaryFolder& folder, const CString& name) {
+  FileReplacement file;
+  EXPECT_TRUE(file.Begin(folder.File(name)));
+  const std::vector<CString> names = NamesIn(folder.Path());
+  const auto found = std::find_if(names.begin(), names.end(), [&](const CString& n) { return n != name; });
+  return found == names.end() ? CString() : *found;
+}
+
 class Replacement : public ::testing::Test {
  protected:
-  // What the folder holds besides the target while it is being replaced.
-  CString NameOfNewFile(const CString& target) {
-    FileReplacement file;
-    EXPECT_TRUE(file.Begin(target));
-    for (const CString& name : NamesIn(folder_.Path()))
-      if (folder_.File(name) != target) return name;
-    return {};
+  Replacement() { WriteBytes(path_, "old"); }
+  void ExpectOnly(const std::string& bytes) {
+    EXPECT_EQ(NamesIn(folder_.Path()), std::vector<CString>{L"A.TXT"});
+    EXPECT_TRUE(ReadBytes(path_) == bytes);
   }
-  void ExpectOnly(const CString& name) { EXPECT_EQ(NamesIn(folder_.Path()), std::vector<CString>{name}); }
 
   TemporaryFolder folder_;
   CString path_ = folder_.File(L"A.TXT");
 };
 
 TEST_F(Replacement, OldContentStaysUntilCommit) {
-  WriteBytes(path_, "old");
   FileReplacement file;
   ASSERT_TRUE(file.Begin(path_));
-  ASSERT_TRUE(file.Write(std::string(1'000'000, 'n')));
-  EXPECT_EQ(ReadBytes(path_), "old");
-  ASSERT_TRUE(file.Commit());
-  EXPECT_EQ(ReadBytes(path_), std::string(1'000'000, 'n'));
-  ExpectOnly(L"A.TXT");
-  EXPECT_FALSE(file.Write("more"));
-  EXPECT_FALSE(file.Commit());
-}
-
-TEST_F(Replacement, PiecesOfAnySizeComeInOrder) {
   std::string all;
-  FileReplacement file;
-  ASSERT_TRUE(file.Begin(path_));
   for (size_t size : {1U, 65'535U, 1U, 65'536U, 0U, 65'537U, 7U, 300'000U, 40'000U, 40'000U}) {
     const std::string piece(size, static_cast<char>('a' + all.size() % 26));
     all += piece;
     ASSERT_TRUE(file.Write(piece));
   }
+  EXPECT_EQ(ReadBytes(path_), "old");
   ASSERT_TRUE(file.Commit());
-  EXPECT_TRUE(ReadBytes(path_) == all);
-}
-
-TEST_F(Replacement, AbandonedLeavesNoTrace) {
-  for (const bool exists : {false, true}) {
-    if (exists) WriteBytes(path_, "old");
-    const std::vector<CString> before = NamesIn(folder_.Path());
-    {
-      FileReplacement file;
-      ASSERT_TRUE(file.Begin(path_));
-      ASSERT_TRUE(file.Write(std::string(100'000, 'n')));
-    }
-    FileReplacement file;
-    ASSERT_TRUE(file.Begin(path_));
-    file.Abandon();
-    EXPECT_FALSE(file.Commit());
-    EXPECT_EQ(NamesIn(folder_.Path()), before);
-    EXPECT_EQ(ReadBytes(path_), exists ? "old" : "");
+  ExpectOnly(all);
+  EXPECT_FALSE(file.Write("more"));
+  EXPECT_FALSE(file.Commit());
+  {
+    FileReplacement abandoned;
+    ASSERT_TRUE(abandoned.Begin(path_));
+    ASSERT_TRUE(abandoned.Write(std::string(100'000, 'n')));
   }
+  ExpectOnly(all);
 }
 
 TEST_F(Replacement, RefusesWhatCannotBeWritten) {
-  const CString guarded = folder_.File(L"GUARDED.TXT");
-  WriteBytes(guarded, "old");
-  SetWriteProtected(guarded, true);
+  FileReplacement begun_before;
+  ASSERT_TRUE(begun_before.Begin(path_));
+  ASSERT_TRUE(begun_before.Write("new"));
+  SetWriteProtected(path_, true);
+  EXPECT_FALSE(begun_before.Commit());
   ASSERT_TRUE(MakeFolder(folder_.File(L"FOLDER")));
-  const std::vector<CString> before = NamesIn(folder_.Path());
-  const CString targets[] = {guarded,
-                             folder_.Path(),
-                             folder_.File(L"FOLDER"),
-                             folder_.File(L"FOLDER\\"),
-                             folder_.File(L"missing\\A.TXT"),
-                             folder_.File(CString(L"A\0B", 3)),
-                             L""};
-  for (const CString& target : targets) {
+  for (const CString& target : {path_, folder_.File(L"FOLDER"), folder_.File(L"FOLDER\\"), CString(),
+                                folder_.File(L"missing\\A.TXT"), folder_.File(CString(L"A\0B", 3))}) {
     FileReplacement file;
     EXPECT_FALSE(file.Begin(target)) << ToUtf8(target);
     EXPECT_FALSE(file.Write("x"));
     EXPECT_FALSE(file.Commit());
   }
-  EXPECT_EQ(NamesIn(folder_.Path()), before);
-  EXPECT_EQ(ReadBytes(guarded), "old");
-}
-
-TEST_F(Replacement, TargetThatBecomesProtectedStays) {
-  WriteBytes(path_, "old");
-  FileReplacement file;
-  ASSERT_TRUE(file.Begin(path_));
-  ASSERT_TRUE(file.Write("new"));
-  SetWriteProtected(path_, true);
-  EXPECT_FALSE(file.Commit());
+  EXPECT_EQ(NamesIn(folder_.Path()), (std::vector<CString>{L"A.TXT", L"FOLDER"}));
   EXPECT_EQ(ReadBytes(path_), "old");
-  ExpectOnly(L"A.TXT");
 }
 
-TEST_F(Replacement, LeftoverIsOverwritten) {
+TEST(LeftoverOfAReplacement, IsOverwrittenUnlessItIsNoFile) {
   // The long name leaves no room for a suffix.
   for (const CString& name : {CString(L"A.TXT"), CString(L'n', 250)}) {
-    const CString target = folder_.File(name);
-    const CString leftover = folder_.File(NameOfNewFile(target));
+    const TemporaryFolder folder;
+    const CString target = folder.File(name);
+    ASSERT_TRUE(ReplaceFileContent(target, "old"));
+    const CString leftover = folder.File(NameOfNewFile(folder, name));
     WriteBytes(leftover, "left by a program that was killed, and longer");
     ASSERT_TRUE(ReplaceFileContent(target, "new"));
     EXPECT_EQ(ReadBytes(target), "new");
-    ExpectOnly(name);
-    ASSERT_TRUE(RemoveWholeFile(target));
+    EXPECT_EQ(NamesIn(folder.Path()), std::vector<CString>{name});
   }
-}
-
-TEST_F(Replacement, LeftoverThatIsNoFileBlocks) {
-  WriteBytes(path_, "old");
-  ASSERT_TRUE(MakeFolder(folder_.File(NameOfNewFile(path_))));
-  EXPECT_FALSE(ReplaceFileContent(path_, "new"));
-  EXPECT_EQ(ReadBytes(path_), "old");
+  const TemporaryFolder folder;
+  ASSERT_TRUE(MakeFolder(folder.File(NameOfNewFile(folder, L"A"))));
+  EXPECT_FALSE(ReplaceFileContent(folder.File(L"A"), "new"));
 }
 
 TEST_F(Replacement, TemporaryOfTheCallersChoice) {
-  WriteBytes(path_, "old");
-  const CString temporary = folder_.File(L"A.tmp");
-  WriteBytes(temporary, "of another program");
+  WriteBytes(folder_.File(L"A.tmp"), "of another program");
   FileReplacement file;
-  ASSERT_TRUE(file.Begin(path_, temporary));
+  ASSERT_TRUE(file.Begin(path_, folder_.File(L"A.tmp")));
   EXPECT_EQ(NamesIn(folder_.Path()), (std::vector<CString>{L"A.TXT", L"A.tmp"}));
   ASSERT_TRUE(file.Write("new"));
   ASSERT_TRUE(file.Commit());
-  EXPECT_EQ(ReadBytes(path_), "new");
-  ExpectOnly(L"A.TXT");
-}
-
-TEST_F(Replacement, TemporaryThatIsTheTargetDoesNotEndIt) {
-  WriteBytes(path_, "old");
-  FileReplacement file;
+  ExpectOnly("new");
+  // The target's own name does not end it.
   ASSERT_TRUE(file.Begin(path_, folder_.File(L"a.txt")));
-  EXPECT_EQ(ReadBytes(path_), "old");
   file.Abandon();
-  EXPECT_EQ(ReadBytes(path_), "old");
-}
-
-TEST_F(Replacement, PassesOnWithTheObject) {
-  FileReplacement first;
-  ASSERT_TRUE(first.Begin(path_));
-  FileReplacement second(std::move(first));
-  ASSERT_TRUE(second.Write("new"));
-  EXPECT_TRUE(second.Commit());
-  EXPECT_EQ(ReadBytes(path_), "new");
+  ExpectOnly("new");
 }
 
 // Each turn adds one to the number in the file; a turn that overlapped another would lose one. Whoever
@@ -182,22 +130,20 @@ TEST_F(Replacement, WritersTakeTurnsAndReadersSeeWholeFiles) {
       ASSERT_TRUE(bytes == content(std::stoi(bytes)));
     }
   });
+  const auto take_turns = [&] {
+    for (int turn = 0; turn < kTurns; ++turn) {
+      FileReplacement file;
+      ASSERT_TRUE(file.Begin(path_));
+      ASSERT_TRUE(file.Write(content(std::stoi(read()) + 1)));
+      ASSERT_TRUE(file.Commit());
+    }
+  };
   std::vector<std::thread> writers;
-  for (int i = 0; i < kWriters; ++i) {
-    writers.emplace_back([&] {
-      for (int turn = 0; turn < kTurns; ++turn) {
-        FileReplacement file;
-        ASSERT_TRUE(file.Begin(path_));
-        ASSERT_TRUE(file.Write(content(std::stoi(read()) + 1)));
-        ASSERT_TRUE(file.Commit());
-      }
-    });
-  }
+  for (int i = 0; i < kWriters; ++i) writers.emplace_back(take_turns);
   for (std::thread& writer : writers) writer.join();
   done = true;
   reader.join();
-  EXPECT_EQ(std::stoi(read()), kWriters * kTurns);
-  ExpectOnly(L"A.TXT");
+  ExpectOnly(content(kWriters * kTurns));
 }
 
 }  // namespace

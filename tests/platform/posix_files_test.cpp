@@ -4,20 +4,27 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
-#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
+#include "tests/platform/posix_main.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/test_files.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/profile.h"
 #include "velmora/platform/text_file.h"
 
 namespace velmora {
 namespace {
+
+using namespace std::string_literals;
 
 class PosixFiles : public ::testing::Test {
  protected:
@@ -29,75 +36,63 @@ class PosixFiles : public ::testing::Test {
   }
 
   TemporaryFolder folder_;
+  CString path_ = folder_.File(L"A");
 };
 
 TEST_F(PosixFiles, LinkKeepsBeingOne) {
+  WriteBytes(path_, "old");
   ASSERT_TRUE(MakeFolder(folder_.File(L"sub")));
-  WriteBytes(folder_.File(L"sub\\target"), "old");
-  ASSERT_EQ(symlink("sub/target", Native(L"one").c_str()), 0);
-  ASSERT_EQ(symlink("one", Native(L"two").c_str()), 0);
-  ASSERT_EQ(symlink("sub/made", Native(L"dangling").c_str()), 0);
-  ASSERT_EQ(symlink("round", Native(L"round").c_str()), 0);
+  const char* const links[][2] = {{"../A", "sub/one"}, {"sub/one", "two"}, {"sub/made", "new"}, {"x", "x"}};
+  for (const auto& [target, name] : links) ASSERT_EQ(symlink(target, Native(FromUtf8(name)).c_str()), 0);
   EXPECT_TRUE(ReplaceFileContent(folder_.File(L"two"), "new"));
-  EXPECT_EQ(ReadBytes(folder_.File(L"sub\\target")), "new");
-  EXPECT_TRUE(ReplaceFileContent(folder_.File(L"dangling"), "made"));
+  EXPECT_EQ(ReadBytes(path_), "new");
+  EXPECT_TRUE(ReplaceFileContent(folder_.File(L"new"), "made"));
   EXPECT_EQ(ReadBytes(folder_.File(L"sub\\made")), "made");
-  EXPECT_FALSE(ReplaceFileContent(folder_.File(L"round"), "x"));
-  for (const wchar_t* link : {L"one", L"two", L"dangling"}) {
-    struct stat status {};
-    ASSERT_EQ(lstat(Native(link).c_str(), &status), 0);
-    EXPECT_TRUE(S_ISLNK(status.st_mode));
-  }
+  EXPECT_FALSE(ReplaceFileContent(folder_.File(L"x"), "x"));
+  for (const auto& [target, name] : links) EXPECT_TRUE(std::filesystem::is_symlink(Native(FromUtf8(name))));
 }
 
 TEST_F(PosixFiles, PermissionsStay) {
   const mode_t mask = umask(022);
-  for (const mode_t mode : {0600U, 0666U, 0640U, 0755U}) {
-    WriteBytes(folder_.File(L"A"), "old");
+  for (const mode_t mode : {0600U, 0666U, 0755U}) {
+    WriteBytes(path_, "old");
     ASSERT_EQ(chmod(Native(L"A").c_str(), mode), 0);
-    EXPECT_TRUE(ReplaceFileContent(folder_.File(L"A"), "new"));
+    EXPECT_TRUE(ReplaceFileContent(path_, "new"));
     EXPECT_EQ(ModeOf(L"A"), mode);
     // Nor can others read the new file before it takes the name.
     FileReplacement file;
-    ASSERT_TRUE(file.Begin(folder_.File(L"A"), folder_.File(L"A.tmp")));
+    ASSERT_TRUE(file.Begin(path_, folder_.File(L"A.tmp")));
     EXPECT_EQ(ModeOf(L"A.tmp"), mode);
   }
   EXPECT_TRUE(ReplaceFileContent(folder_.File(L"new"), "new"));
   EXPECT_EQ(ModeOf(L"new"), 0644U);
-  EXPECT_TRUE(CopyWholeFile(folder_.File(L"A"), folder_.File(L"program"), true));
+  EXPECT_TRUE(CopyWholeFile(path_, folder_.File(L"program"), true));
   EXPECT_EQ(ModeOf(L"program"), 0755U);
   umask(mask);
 }
 
 TEST_F(PosixFiles, PipeIsReadButNotReplaced) {
+  const CString pipe = folder_.File(L"pipe");
   ASSERT_EQ(mkfifo(Native(L"pipe").c_str(), 0600), 0);
-  EXPECT_FALSE(ReplaceFileContent(folder_.File(L"pipe"), "x"));
-  TextWriter writer;
-  EXPECT_FALSE(writer.Begin(folder_.File(L"pipe")));
-  EXPECT_FALSE(CopyWholeFile(folder_.File(L"pipe"), folder_.File(L"copy"), false));
-  EXPECT_EQ(GetFileStatus(folder_.File(L"pipe"))->kind, FileKind::kOther);
+  EXPECT_FALSE(ReplaceFileContent(pipe, "x"));
+  EXPECT_FALSE(CopyWholeFile(pipe, folder_.File(L"copy"), false));
+  EXPECT_EQ(GetFileStatus(pipe)->kind, FileKind::kOther);
+  EXPECT_TRUE(ReadProfile(L"S", L"k", pipe).IsEmpty());
+  EXPECT_FALSE(WriteProfile(L"S", L"k", L"v", pipe));
 
   // What is written at once comes at once: lines and units end anywhere in it.
-  const struct {
-    std::string first, second;
-  } cases[] = {{"a\nb", "c\n"},
-               {{"\xFF\xFE"
-                 "a\0\n",
-                 5},
-                {"\0b\0c\0\n\0", 7}}};
-  for (const auto& each : cases) {
+  const std::string parts[][2] = {{"a\nb", "c\n"}, {"\xFF\xFE\x61\0\n"s, "\0b\0c\0\n\0"s}};
+  for (const auto& [first, second] : parts) {
     const int both_ends = open(Native(L"pipe").c_str(), O_RDWR);  // so that the reader need not wait
-    ASSERT_EQ(write(both_ends, each.first.data(), each.first.size()), std::ssize(each.first));
+    ASSERT_EQ(write(both_ends, first.data(), first.size()), std::ssize(first));
     TextReader reader;
-    ASSERT_TRUE(reader.Open(folder_.File(L"pipe")));
-    ASSERT_EQ(write(both_ends, each.second.data(), each.second.size()), std::ssize(each.second));
+    ASSERT_TRUE(reader.Open(pipe));
+    ASSERT_EQ(write(both_ends, second.data(), second.size()), std::ssize(second));
     close(both_ends);
     CString line;
-    EXPECT_TRUE(reader.ReadLine(&line));
-    EXPECT_EQ(line, L"a");
-    EXPECT_TRUE(reader.ReadLine(&line));
-    EXPECT_EQ(line, L"bc");
-    EXPECT_FALSE(reader.ReadLine(&line));
+    CString lines;
+    while (reader.ReadLine(&line)) lines += line + L"\n";
+    EXPECT_EQ(lines, L"a\nbc\n");
     EXPECT_FALSE(reader.Failed());
   }
 }
@@ -112,46 +107,38 @@ TEST_F(PosixFiles, ReadErrorIsNoEnd) {
 TEST_F(PosixFiles, FullDiskLeavesTheOldFile) {
   rlimit old{};
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-  WriteBytes(folder_.File(L"A"), "old");
+  WriteBytes(path_, "old");
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small = {100'000, old.rlim_max};
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const bool replaced = ReplaceFileContent(folder_.File(L"A"), std::string(300'000, 'n'));
+  const bool replaced = ReplaceFileContent(path_, std::string(300'000, 'n'));
   FileReplacement late;  // only what Commit itself writes finds no room
-  const bool accepted = late.Begin(folder_.File(L"A")) && late.Write(std::string(60'000, 'n')) &&
-                        late.Write(std::string(60'000, 'n'));
+  const bool accepted =
+      late.Begin(path_) && late.Write(std::string(60'000, 'n')) && late.Write(std::string(60'000, 'n'));
   const bool committed = late.Commit();
-  TextWriter writer;
-  const bool begun = writer.Begin(folder_.File(L"A"));
-  for (int i = 0; i < 30'000; ++i) writer.Write(L"0123456789\n");
-  const bool written = writer.Commit();
   setrlimit(RLIMIT_FSIZE, &old);
   std::signal(SIGXFSZ, handler);
-  EXPECT_FALSE(replaced);
   EXPECT_TRUE(accepted);
-  EXPECT_FALSE(committed);
-  EXPECT_TRUE(begun);
-  EXPECT_FALSE(written);
-  EXPECT_EQ(ReadBytes(folder_.File(L"A")), "old");
+  EXPECT_FALSE(replaced || committed);
+  EXPECT_EQ(ReadBytes(path_), "old");
   EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);
 }
 
 TEST_F(PosixFiles, NewFileThatSomebodyExchangedTakesNoName) {
-  WriteBytes(folder_.File(L"A"), "old");
+  WriteBytes(path_, "old");
   FileReplacement file;
-  ASSERT_TRUE(file.Begin(folder_.File(L"A"), folder_.File(L"A.tmp")));
-  ASSERT_TRUE(file.Write("new"));
+  ASSERT_TRUE(file.Begin(path_, folder_.File(L"A.tmp")));
   ASSERT_TRUE(RemoveWholeFile(folder_.File(L"A.tmp")));
   WriteBytes(folder_.File(L"A.tmp"), "somebody's");
   EXPECT_FALSE(file.Commit());
-  EXPECT_EQ(ReadBytes(folder_.File(L"A")), "old");
+  EXPECT_EQ(ReadBytes(path_), "old");
   EXPECT_EQ(ReadBytes(folder_.File(L"A.tmp")), "somebody's");
 }
 
 TEST_F(PosixFiles, LocalTimeIsThatOfTheFilesOwnDay) {
-  setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
+  const EnvironmentVariable zone(L"TZ", L"CET-1CEST,M3.5.0,M10.5.0");
   tzset();
-  WriteBytes(folder_.File(L"A"), "");
+  WriteBytes(path_, "");
   const struct {
     std::time_t seconds;
     int month, day, hour;
@@ -159,46 +146,28 @@ TEST_F(PosixFiles, LocalTimeIsThatOfTheFilesOwnDay) {
   for (const auto& each : cases) {
     const timespec times[2] = {{each.seconds, 0}, {each.seconds, 123'456'789}};
     ASSERT_EQ(utimensat(AT_FDCWD, Native(L"A").c_str(), times, 0), 0);
-    const FileStatus status = *GetFileStatus(folder_.File(L"A"));
-    EXPECT_EQ(status.modified_local.month, each.month);
-    EXPECT_EQ(status.modified_local.day, each.day);
-    EXPECT_EQ(status.modified_local.hour, each.hour);
-    EXPECT_EQ(status.modified_local.second, 59);
+    const FileStatus status = *GetFileStatus(path_);
+    const FileTime& local = status.modified_local;
+    EXPECT_EQ((std::array{local.month, local.day, local.hour, local.second}),
+              (std::array{each.month, each.day, each.hour, 59}));
     EXPECT_EQ(status.modified, (each.seconds + 11'644'473'600) * 10'000'000 + 1'234'567);
   }
-  unsetenv("TZ");
-  tzset();
-}
-
-// Starts a process that replaces the file again and again, each time with one letter in all its length.
-pid_t StartWriter(const CString& path, char letter) {
-  const pid_t process = fork();
-  if (process == 0) {
-    for (;;)
-      if (!ReplaceFileContent(path, std::string(300'000, letter))) _exit(1);
-  }
-  return process;
 }
 
 TEST_F(PosixFiles, KilledWritersLeaveAWholeFile) {
-  const CString path = folder_.File(L"A");
-  WriteBytes(path, std::string(300'000, 'a'));
-  unsigned seed = 1;
+  std::minstd_rand random(1);
   for (int round = 0; round < 20; ++round) {
-    const pid_t writers[] = {StartWriter(path, 'b'), StartWriter(path, 'c'), StartWriter(path, 'd')};
-    seed = seed * 1'103'515'245U + 12'345U;
-    usleep(1000 + seed / 65'536 % 20'000);
-    for (const pid_t writer : writers) {
-      kill(writer, SIGKILL);
-      int status = 0;
-      waitpid(writer, &status, 0);
-      EXPECT_TRUE(WIFSIGNALED(status));  // none failed before
-      const std::string bytes = ReadBytes(path);
-      ASSERT_EQ(bytes.size(), 300'000U);
-      EXPECT_EQ(bytes.find_first_not_of(bytes[0]), std::string::npos);
-    }
-    EXPECT_TRUE(ReplaceFileContent(path, std::string(300'000, 'a')));
+    EXPECT_TRUE(ReplaceFileContent(path_, std::string(300'000, 'a')));
     EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);
+    std::vector<pid_t> writers;
+    for (const char c : {'b', 'c', 'd'})
+      writers.push_back(StartTurns([&] { return ReplaceFileContent(path_, std::string(300'000, c)); }));
+    usleep(static_cast<useconds_t>(1000 + random() % 20'000));
+    for (const pid_t writer : writers) {
+      Kill(writer);
+      const std::string bytes = ReadBytes(path_);
+      ASSERT_TRUE(bytes == std::string(300'000, bytes[0]));
+    }
   }
 }
 

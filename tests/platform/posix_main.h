@@ -1,21 +1,22 @@
-// The tests of this folder run themselves again as other programs.
+// Processes of their own for tests: many that write at once, and some that are killed.
 #ifndef VELMORA_TESTS_PLATFORM_POSIX_MAIN_H_
 #define VELMORA_TESTS_PLATFORM_POSIX_MAIN_H_
 
 #include <sys/types.h>
 
-#include <string>
+#include <functional>
+
+#include "velmora/text/string.h"
 
 namespace velmora {
 
-inline constexpr wchar_t kRegistryWritersKey[] = L"Software\\Writers";
-inline constexpr int kRegistryWrites = 5;
+// Runs `write` in `count` processes at once, the names "0", "1" and so on. All must succeed.
+void RunTogether(int count, const std::function<bool(const CString& name)>& write);
 
-// Starts a program that writes `kRegistryWrites` values named after it to the key above, one that all
-// writers share, and a sub-key of its name; its exit status is 0 when all went well.
-pid_t StartRegistryWriter(const std::string& name);
-// Starts a program that writes keys of its name to a profile.
-pid_t StartProfileWriter(const std::string& name, const std::string& file);
+// A process that takes turns until one fails or it is killed.
+pid_t StartTurns(const std::function<bool()>& turn);
+// Kills it; no turn may have failed before.
+void Kill(pid_t process);
 
 }  // namespace velmora
 
