@@ -17,41 +17,25 @@ void Circle(double ah, double av, double bh, double bv, double bulge, double* ra
   *vc = (av + bv) * 0.5 + s * (*radius - t) * (bh - ah) / c;
 }
 
+// The two legs of a direction: along the axis at the quadrant's beginning and along the one at its end.
 void Quadrant(double dh, double dv, double* q, double* theta) {
-  double k = 0;
+  int n = 3;
+  double begin = -dv, end = dh;
   if (dh >= 0 && dv >= 0) {
-    *q = *theta = 0;
-    if (dh > 1e-5) {
-      k = dv / dh;
-      if (k == 0) return;  // due east
-      *q = (std::sqrt(k * k + 1) - 1) / k;
-      *theta = 2 * std::atan(*q);
-    }
+    n = 0, begin = dh, end = dv;
   } else if (dh < 0 && dv >= 0) {
-    *q = 1;
-    *theta = 1.570796326795;
-    if (dv > 1e-5) {
-      k = -dh / dv;
-      *q = (std::sqrt(k * k + 1) - 1) / k + 1;
-      *theta = 2 * std::atan(*q - 1) + 1.570796326795;
-    }
+    n = 1, begin = dv, end = -dh;
   } else if (dh <= 0 && dv < 0) {
-    *q = 2;
-    *theta = 3.14159265359;
-    if (dh < -1e-5) {
-      k = dv / dh;
-      *q = (std::sqrt(k * k + 1) - 1) / k + 2;
-      *theta = 2 * std::atan(*q - 2) + 3.14159265359;
-    }
-  } else {
-    *q = 3;
-    *theta = 3.14159265359 + 1.570796326795;
-    if (dv < -1e-5) {
-      k = -dh / dv;
-      *q = (std::sqrt(k * k + 1) - 1) / k + 3;
-      *theta = 2 * std::atan(*q - 3) + 3.14159265359 + 1.570796326795;
-    }
+    n = 2, begin = -dh, end = -dv;
   }
+  const double turn = n == 0 ? 0 : n == 1 ? 1.570796326795 : 3.14159265359;
+  const double more = n == 3 ? 1.570796326795 : 0;
+  *q = n;
+  *theta = turn + more;
+  if (!(begin > 1e-5) || (n == 0 && end == 0)) return;
+  const double k = end / begin;
+  *q = (std::sqrt(k * k + 1) - 1) / k + n;
+  *theta = 2 * std::atan(*q - n) + turn + more;
 }
 
 }  // namespace
@@ -76,11 +60,8 @@ int PlainAlignment::Padist(const kovltype& a, const kovltype& b, double x, doubl
   Quadrant(y - hc, x - vc, &qp, &tp);
   Quadrant(a.y - hc, a.x - vc, &qa, &ta);
   Quadrant(b.y - hc, b.x - vc, &qb, &tb);
-  bool inside;
-  if (a.bulge > 0)
-    inside = qa > qb ? qp >= qa || qp <= qb : qa <= qp && qp <= qb;
-  else
-    inside = qb > qa ? qp >= qb || qp <= qa : qb <= qp && qp <= qa;
+  const double first = a.bulge > 0 ? qa : qb, last = a.bulge > 0 ? qb : qa;
+  const bool inside = first > last ? qp >= first || qp <= last : first <= qp && qp <= last;
   if (!inside) return 2;
   *avst = (Length(y - hc, x - vc) - radius) * (a.bulge > 0 ? 1 : -1);
   if (a.bulge > 0 && ta > tp) ta -= 6.28318530718;
@@ -94,13 +75,11 @@ int PlainAlignment::Vag2xy(double sek, double avst, double* x, double* y) {
   if (p.empty()) return -1;
   const bool descending = Descending();
   current = mark = 0;
-  if (!descending && sek < p[0].sek - 0.0001) return -1;
-  if (descending && sek > p[0].sek + 0.0001) return -1;
+  if (descending ? sek > p[0].sek + 0.0001 : sek < p[0].sek - 0.0001) return -1;
   for (;;) {
     if (current == Last()) return -1;
     ++current;
-    if (!descending && At(current).sek + 0.0001 > sek) break;
-    if (descending && sek > At(current).sek - 0.0001) break;
+    if (descending ? sek > At(current).sek - 0.0001 : At(current).sek + 0.0001 > sek) break;
     mark = current;
   }
   const kovltype &a = At(mark), &b = At(current);
@@ -117,17 +96,10 @@ int PlainAlignment::Vag2xy(double sek, double avst, double* x, double* y) {
   double a0 = std::atan2(a.x - vc, a.y - hc), a1 = std::atan2(b.x - vc, b.y - hc);
   if (a0 < 0) a0 += 6.28318530718;
   if (a1 < 0) a1 += 6.28318530718;
-  double start = a0, end = a1, r;
-  if (std::fabs(a1 - a0) < 3.14159265359) {
-    r = a0 > a1 ? radius - avst : radius + avst;
-  } else if (a0 > a1) {
-    start = a0 - 6.28318530718;
-    r = radius + avst;
-  } else {
-    end = a1 - 6.28318530718;
-    r = radius - avst;
-  }
-  const double theta = start + (sek - a.sek) * (end - start) / (b.sek - a.sek);
+  const bool falls = a0 > a1, direct = std::fabs(a1 - a0) < 3.14159265359;
+  if (!direct) (falls ? a0 : a1) -= 6.28318530718;
+  const double r = falls == direct ? radius - avst : radius + avst;
+  const double theta = a0 + (sek - a.sek) * (a1 - a0) / (b.sek - a.sek);
   *y = hc + std::cos(theta) * r;
   *x = vc + std::sin(theta) * r;
   return 0;
@@ -155,8 +127,8 @@ int PlainAlignment::Vagstv(double x, double y, double* sek, double* avst, int la
     while (At(current).sek <= limit && current > 0) --current;
   }
 
-  bool to_vertices = false, ended = false, last_one = false;
-  while (!ended && current < Last()) {
+  bool last_one = false;
+  while (current < Last()) {
     ++current;
     const kovltype &a = At(mark), &b = At(current);
     double along = 0, offset = 0;
@@ -167,80 +139,32 @@ int PlainAlignment::Vagstv(double x, double y, double* sek, double* avst, int la
       *sek = descending ? a.sek - along : a.sek + along;
       *avst = descending ? -offset : offset;
     }
-    if (lage == 1) {
-      if (last_one || current == Last()) {
-        ended = true;
-        to_vertices = *sek > 9999999.0;
-        if (!to_vertices) return best > 1e9 ? -1 : 0;
-      }
-      if (*sek < 9999999.0) last_one = true;
-    }
-    if (!ended) mark = current;
+    if (lage == 1 && (last_one || current == Last())) break;
+    last_one = *sek < 9999999.0;
+    mark = current;
   }
-  if (!ended) to_vertices = lage == 0 || (lage == 1 && *sek > 9999999.0);
+  const bool to_vertices = lage == 0 || (lage == 1 && *sek > 9999999.0);
   if (!to_vertices) return best > 1e9 ? -1 : 0;
 
   int nearest = -1;
-  double distance = 0, with_sign = 0;
-  for (current = from;; ++current) {
+  double distance = 0, side = 0, unused;
+  for (current = from; current <= Last(); ++current) {
     const double d = Length(y - At(current).y, x - At(current).x);
-    if (nearest < 0 || d < distance) {
-      nearest = current;
-      distance = with_sign = d;
-      double side = 0, unused;
-      if (current > 0) {
-        const kovltype &a = At(current - 1), &b = At(current);
-        if (Pldist(a.y, a.x, b.y, b.x, y, x, &side, &unused) != 0 && side < 0) with_sign = -d;
-      }
-    }
-    if (current == Last()) break;
+    if (nearest >= 0 && !(d < distance)) continue;
+    nearest = current;
+    distance = d;
+    side = 0;
+    if (current == 0) continue;
+    const kovltype &a = At(current - 1), &b = At(current);
+    Pldist(a.y, a.x, b.y, b.x, y, x, &side, &unused);
   }
+  current = Last();
   if (best > distance && nearest != 0 && nearest != Last()) {
-    *avst = with_sign;
+    *avst = side < 0 ? -distance : distance;
     *sek = At(nearest).sek;
     return 0;
   }
   return best > 1e9 ? -1 : 0;
-}
-
-int PlainAlignment::Vagprofz(double sek, double* z) {
-  *z = 999999.9;
-  if (p.empty()) return -1;
-  current = mark = 0;
-  if (p[0].y > sek) return -1;
-  for (;;) {
-    if (current == Last()) return -1;
-    ++current;
-    if (At(current).y > sek) break;
-    mark = current;
-  }
-  const kovltype &a = At(mark), &b = At(current);
-  if (std::fabs(a.bulge) <= 1e-6) {
-    *z = a.x + (sek - a.sek) * (b.x - a.x) / (b.sek - a.sek);
-    return 0;
-  }
-  double radius, sc, zc;
-  Circle(a.y, a.x, b.y, b.x, a.bulge, &radius, &sc, &zc);
-  const double fa = std::atan2(a.x - zc, a.y - sc), fb = std::atan2(b.x - zc, b.y - sc);
-  *z = zc + radius * std::sin(fa + (fb - fa) * (sek - a.sek) / (b.sek - a.sek));
-  return 0;
-}
-
-int PlainAlignment::SektBerak(double start) {
-  if (p.empty()) return 0;
-  p[0].sek = start;
-  double station = start;
-  for (current = 1; current <= Last(); ++current) {
-    const kovltype &before = At(current - 1), &point = At(current);
-    double along = 0, unused;
-    if (std::fabs(point.bulge) <= 1e-6)
-      along = Length(before.y - point.y, before.x - point.x);
-    else
-      Padist(point, before, before.x, before.y, &along, &unused);
-    station += along;
-    p[static_cast<size_t>(current)].sek = station;
-  }
-  return 0;
 }
 
 }  // namespace velmora

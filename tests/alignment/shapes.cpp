@@ -1,25 +1,8 @@
 #include "tests/alignment/shapes.h"
 
-#include <sstream>
+#include <cmath>
 
 namespace velmora {
-
-std::vector<kovltype> Points(const std::string& text) {
-  std::vector<kovltype> points;
-  std::istringstream all(text);
-  for (std::string one; std::getline(all, one, ';');) {
-    std::istringstream numbers(one);
-    kovltype point{};
-    if (numbers >> point.x >> point.y >> point.bulge >> point.sek) points.push_back(point);
-  }
-  return points;
-}
-
-std::vector<kovltype> PointsOf(CVaglinje& line) {
-  std::vector<kovltype> points;
-  for (int at = line.Home(); at == 0; at = line++ == nullptr ? -1 : 0) points.push_back(*line.pael);
-  return points;
-}
 
 void AddPoints(CVaglinje* line, const std::vector<kovltype>& points) {
   for (const kovltype& point : points) line->Ny(1, &point);
@@ -30,6 +13,17 @@ int OpenLine::IndexOf(const Node* wanted) const {
   for (const Node* node = forsta; node != nullptr; node = node->next, ++index)
     if (node == wanted) return index;
   return -1;
+}
+
+double Uniform(std::mt19937& random, double low, double high) {
+  return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
+}
+
+testing::AssertionResult Near(const std::vector<double>& actual, const std::vector<double>& expected) {
+  for (size_t i = 0; i < expected.size(); ++i)
+    if (!(std::fabs(actual[i] - expected[i]) <= 1e-9))
+      return testing::AssertionFailure() << "number " << i << " is " << actual[i] << ", not " << expected[i];
+  return testing::AssertionSuccess();
 }
 
 }  // namespace velmora

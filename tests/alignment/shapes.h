@@ -1,35 +1,56 @@
-// Alignments from short text and at random, for the tests of this folder.
+// What the tests of this folder share: alignments whose cursors can be seen, random numbers, files.
 #ifndef VELMORA_TESTS_ALIGNMENT_SHAPES_H_
 #define VELMORA_TESTS_ALIGNMENT_SHAPES_H_
 
+#include <gtest/gtest.h>
+
 #include <random>
-#include <string>
+#include <type_traits>
 #include <vector>
 
+#include "tests/support/recorded_messages.h"
+#include "tests/support/test_files.h"
 #include "velmora/alignment/vaglinje.h"
 
 namespace velmora {
 
-// "x y bulge sek; x y bulge sek; ..."
-std::vector<kovltype> Points(const std::string& text);
-std::vector<kovltype> PointsOf(CVaglinje& line);
+// The records of a list, from the first.
+template <class List>
+auto PointsOf(List& list) {
+  std::vector<std::decay_t<decltype(*list.pael)>> points;
+  for (int at = list.Home(); at == 0; at = list++ == nullptr ? -1 : 0) points.push_back(*list.pael);
+  return points;
+}
+// Points are x, y, bulge, station.
 void AddPoints(CVaglinje* line, const std::vector<kovltype>& points);
-inline void AddPoints(CVaglinje* line, const std::string& text) { AddPoints(line, Points(text)); }
 
-// An alignment whose current point and mark can be seen, as indices; -1 for none.
+// An alignment that shows where it stands: current point and mark as indices, -1 for none, and position.
 class OpenLine : public CVaglinje {
  public:
-  explicit OpenLine(const std::vector<kovltype>& points = {}) { AddPoints(this, points); }
-  int CurrentIndex() const { return IndexOf(aktuell); }
-  int MarkIndex() const { return IndexOf(mark); }
+  explicit OpenLine(const std::vector<kovltype>& points) { AddPoints(this, points); }
+  std::vector<int> Cursors() const { return {IndexOf(aktuell), IndexOf(mark), pos}; }
 
  private:
   int IndexOf(const Node* wanted) const;
 };
 
-inline double Uniform(std::mt19937& random, double low, double high) {
-  return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
-}
+double Uniform(std::mt19937& random, double low, double high);
+
+// Whether the numbers agree to a nanometre.
+testing::AssertionResult Near(const std::vector<double>& actual, const std::vector<double>& expected);
+
+class AlignmentFiles : public testing::Test {
+ protected:
+  template <class Alignment>
+  int Load(Alignment* alignment, std::string_view bytes) {
+    WriteBytes(file_, bytes);
+    return alignment->Init(file_);
+  }
+
+  TemporaryFolder folder_;
+  CString file_ = folder_.File(L"A$P1.VL");
+  RecordedMessages messages_;
+};
 
 }  // namespace velmora
 
