@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/posix_main.h"
+#include "tests/platform/posix_processes.h"
 #include "tests/support/environment_variable.h"
 #include "tests/support/test_files.h"
 #include "velmora/platform/files.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/posix_main.h"
+#include "tests/platform/posix_processes.h"
 #include "tests/support/print_text.h"
 #include "tests/support/test_registry.h"
 #include "velmora/platform/files.h"

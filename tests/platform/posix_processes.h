@@ -1,6 +1,6 @@
 // Processes of their own for tests: many that write at once, and some that are killed.
-#ifndef VELMORA_TESTS_PLATFORM_POSIX_MAIN_H_
-#define VELMORA_TESTS_PLATFORM_POSIX_MAIN_H_
+#ifndef VELMORA_TESTS_PLATFORM_POSIX_PROCESSES_H_
+#define VELMORA_TESTS_PLATFORM_POSIX_PROCESSES_H_
 
 #include <sys/types.h>
 
@@ -20,4 +20,4 @@ void Kill(pid_t process);
 
 }  // namespace velmora
 
-#endif  // VELMORA_TESTS_PLATFORM_POSIX_MAIN_H_
+#endif  // VELMORA_TESTS_PLATFORM_POSIX_PROCESSES_H_

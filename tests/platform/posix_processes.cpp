@@ -1,4 +1,4 @@
-#include "tests/platform/posix_main.h"
+#include "tests/platform/posix_processes.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
