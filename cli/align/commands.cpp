@@ -141,7 +141,7 @@ void AddEdits(CLI::App* align) {
 
   CLI::App* extend = align->add_subcommand("extend", "Lengthen the alignment straight on at its ends");
   auto lengthen = AddEdit(extend, AlignExtend);
-  const auto metres = [](double EditOptions::*end, std::shared_ptr<EditOptions> options) {
+  const auto metres = [](double EditOptions::*end, const std::shared_ptr<EditOptions>& options) {
     return [end, options](const std::string& text) {
       (*options).*end = ToNumber(text);
       if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length is not negative");
