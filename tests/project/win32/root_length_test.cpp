@@ -3,45 +3,24 @@
 #include <shlwapi.h>
 
 #include <cwchar>
+#include <string>
 
 #include "velmora/project/folder_levels.h"
 
 namespace velmora {
 namespace {
 
-size_t SystemsRootLength(const wchar_t* path) {
-  wchar_t copy[MAX_PATH] = {};
-  std::wcsncpy(copy, path, MAX_PATH - 1);
-  return PathStripToRootW(copy) ? std::wcslen(copy) : 3;
+size_t SystemsRootLength(std::wstring path) {
+  path.resize(MAX_PATH);
+  return PathStripToRootW(path.data()) ? std::wcslen(path.c_str()) : 3;
 }
 
 TEST(RootLength, IsWhatTheSystemLeaves) {
-  for (const wchar_t* path : {L"",
-                              L"P",
-                              L"P\\sub\\x",
-                              L"C:",
-                              L"C:\\",
-                              L"C:\\P",
-                              L"C:\\P\\sub",
-                              L"C:\\\\P",
-                              L"C:P",
-                              L"C:P\\sub",
-                              L"C:/P/sub",
-                              L"1:\\P",
-                              L"\\",
-                              L"\\P",
-                              L"\\P\\sub\\x",
-                              L"\\\\",
-                              L"\\\\srv",
-                              L"\\\\srv\\",
-                              L"\\\\srv\\P",
-                              L"\\\\srv\\P\\",
-                              L"\\\\srv\\P\\sub\\x",
-                              L"\\\\srv\\\\P\\sub",
-                              L"\\\\\\P\\sub",
-                              L"/P/sub",
-                              L"ab:\\P\\sub"})
-    EXPECT_EQ(RootLength(path), SystemsRootLength(path)) << ToUtf8(path);
+  for (const wchar_t* start : {L"", L"C:", L"C:\\", L"C:/", L"1:\\", L"ab:\\", L"\\", L"\\\\", L"\\\\srv\\"})
+    for (const wchar_t* rest : {L"", L"P", L"P\\", L"\\P", L"P\\sub\\x"}) {
+      const CString path = CString(start) + rest;
+      EXPECT_EQ(RootLength(path.GetView()), SystemsRootLength(path.GetString())) << ToUtf8(path);
+    }
 }
 
 }  // namespace
