@@ -46,7 +46,7 @@ std::vector<kovltype> AnyAlignment(std::mt19937& random, bool descending) {
   return points;
 }
 
-// A place to look up: now and then on whole metres, at a point or close by, and near an axis through the
+// A place to look up: now and then on whole metres, at a point or close by, and beside an axis through the
 // centre of the first segment's arc.
 PlanePoint AnyPlace(std::mt19937& random, const std::vector<kovltype>& points) {
   PlanePoint p{Uniform(random, -60, 60), Uniform(random, -60, 60)};
@@ -55,11 +55,11 @@ PlanePoint AnyPlace(std::mt19937& random, const std::vector<kovltype>& points) {
   if (random() % 8 == 0) p.h += Uniform(random, -0.015, 0.015);
   if (random() % 4 == 0 && points.size() > 1 && points[0].bulge != 0) {
     const PlanePoint centre = ArcFromBulge(InPlane(points[0]), InPlane(points[1]), points[0].bulge).centre;
-    const double near = Uniform(random, -2e-5, 2e-5);
+    const double beside = Uniform(random, -2e-5, 2e-5);
     if (random() % 2 == 0)
-      p.h = centre.h + near;
+      p.h = centre.h + beside;
     else
-      p.v = centre.v + near;
+      p.v = centre.v + beside;
   }
   return p;
 }
@@ -116,7 +116,7 @@ TEST(SideBySide, LookUpsAgreeToTheLastBit) {
 constexpr double kDegree = 3.14159265358979323846 / 180;
 
 // Straights and arcs below half circles, tangent or with a corner, within 80 degrees to either side of one
-// direction so that no part comes near another; stations are true lengths.
+// direction so that no part comes beside another; stations are true lengths.
 std::vector<kovltype> Road(std::mt19937& random, size_t segments) {
   const auto turned = [&](double heading, double most) {
     return std::clamp(heading + Uniform(random, -most, most), -80 * kDegree, 80 * kDegree);
@@ -156,7 +156,7 @@ void ExpectRoundTrips(double sign) {
     const size_t i = random() % (points.size() - 1);
     if (points[i + 1].sek - points[i].sek < 45) continue;
     const double sek = sign * Uniform(random, points[i].sek + 20, points[i + 1].sek - 20);
-    const double widest = points.size() == 2 ? 70 : 8;  // to near an arc's centre where nothing else lies
+    const double widest = points.size() == 2 ? 70 : 8;  // to beside an arc's centre where nothing else lies
     const double avst = Uniform(random, -widest, widest);
     for (kovltype& p : points) p.sek *= sign;
 
