@@ -92,7 +92,9 @@ int RunCommand(std::vector<std::string> arguments) {
   app.set_version_flag("--version", "velmora " VELMORA_VERSION);
   app.require_subcommand(1);
   app.get_formatter()->column_width(34);
-  app.footer("Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads standard input.");
+  app.footer(
+      "Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads an alignment or a list from "
+      "standard input.");
   AddEnvCommands(app);
   AddProjectCommands(app);
   AddAlignCommands(app);

@@ -108,6 +108,20 @@ int ReadText(const RegistryKey& key, const CString& name, CString* text) {
   return result;
 }
 
+struct Counts {
+  int keys;
+  int values;
+};
+// Nothing for a key that cannot be opened for everything.
+std::optional<Counts> CountsOf(HKEY root, const CString& path) {
+  RegistryKey key;
+  unsigned keys = 0;
+  unsigned values = 0;
+  if (key.Open(root, path, KEY_ALL_ACCESS) != kRegistryDone || key.Count(&keys, &values) != kRegistryDone)
+    return std::nullopt;
+  return Counts{static_cast<int>(keys), static_cast<int>(values)};
+}
+
 }  // namespace
 
 CRegistry::CRegistry() : m_nLastError(0), m_hRootKey(HKEY_CURRENT_USER), m_bLazyWrite(1) {}
@@ -195,23 +209,13 @@ unsigned long CRegistry::GetDataType(const CString& name) {
 }
 
 int CRegistry::GetSubKeyCount() {
-  RegistryKey key;
-  unsigned keys = 0;
-  unsigned values = 0;
-  if (key.Open(m_hRootKey, m_strCurrentPath, KEY_ALL_ACCESS) != kRegistryDone ||
-      key.Count(&keys, &values) != kRegistryDone)
-    return -1;
-  return static_cast<int>(keys);
+  const auto counts = CountsOf(m_hRootKey, m_strCurrentPath);
+  return counts ? counts->keys : -1;
 }
 
 int CRegistry::GetValueCount() {
-  RegistryKey key;
-  unsigned keys = 0;
-  unsigned values = 0;
-  if (key.Open(m_hRootKey, m_strCurrentPath, KEY_ALL_ACCESS) != kRegistryDone ||
-      key.Count(&keys, &values) != kRegistryDone)
-    return -1;
-  return static_cast<int>(values);
+  const auto counts = CountsOf(m_hRootKey, m_strCurrentPath);
+  return counts ? counts->values : -1;
 }
 
 int CRegistry::RenameValue(const CString& /*from*/, const CString& /*to*/) { return 0; }
