@@ -9,7 +9,7 @@
 # condition on the system.
 cmake_minimum_required(VERSION 3.23)
 
-set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3)\\.h$|^(sys|linux|netinet|arpa|dbus)/")
+set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
 set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__")
 # The two files that may ask which system they are on.
 set(may_ask velmora/export.h velmora/platform/types.h)

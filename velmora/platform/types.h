@@ -21,6 +21,7 @@ namespace velmora {
 
 using HKEY = struct HKEY__*;
 using HINSTANCE = struct HINSTANCE__*;
+using HWND = struct HWND__*;
 
 inline const HKEY HKEY_CLASSES_ROOT = reinterpret_cast<HKEY>(std::uintptr_t{0x80000000U});
 inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(std::uintptr_t{0x80000001U});

@@ -1,0 +1,134 @@
+#include "velmora/platform/dde_channel.h"
+
+#include <windows.h>
+// After it.
+#include <ddeml.h>
+
+#include <array>
+#include <set>
+#include <string>
+
+#include "velmora/platform/types.h"
+
+namespace velmora {
+namespace {
+
+constexpr size_t kLongestString = 255;  // the system's own limit
+constexpr int kMostMessages = 100;      // in one call of Handle
+
+DWORD g_instance = 0;
+DdeChannel::Received g_received = nullptr;
+std::set<DWORD> g_untaken;  // pokes without an answer yet
+bool g_refused = false;
+
+HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ, HDDEDATA data, ULONG_PTR id,
+                                ULONG_PTR) {
+  if (type == XTYP_XACT_COMPLETE && g_untaken.erase(static_cast<DWORD>(id)) != 0 && data == nullptr)
+    g_refused = true;
+  if (type != XTYP_ADVDATA) return nullptr;
+  std::array<char, 512> text = {};
+  const DWORD size = DdeGetData(data, reinterpret_cast<BYTE*>(text.data()), text.size() - 1, 0);
+  g_received(conversation, std::string_view(text.data(), size));
+  return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
+}
+
+// Asynchronous throughout: a call that waited would dispatch the thread's messages meanwhile. The number
+// of the transaction, 0 when it could not be sent.
+DWORD Send(DdeConversation conversation, DdeString item, UINT type, std::string_view text = {}) {
+  if (conversation == nullptr || item == nullptr) return 0;
+  std::string bytes(text);
+  const bool poke = type == XTYP_POKE;
+  DWORD id = 0;
+  const HDDEDATA sent = DdeClientTransaction(poke ? reinterpret_cast<BYTE*>(bytes.data()) : nullptr,
+                                             poke ? static_cast<DWORD>(bytes.size() + 1) : 0, conversation,
+                                             item, CF_TEXT, type, TIMEOUT_ASYNC, &id);
+  return sent == nullptr ? 0 : id;
+}
+
+bool HandleMessages() {
+  MSG message;
+  int handled = 0;
+  while (handled < kMostMessages && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    ++handled;
+    if (message.message == WM_QUIT) {  // the client's own loop is to see it
+      PostQuitMessage(static_cast<int>(message.wParam));
+      break;
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return handled > 0;
+}
+
+}  // namespace
+
+bool DdeChannel::Start(Received received) {
+  g_received = received;
+  if (g_instance != 0) return true;
+  return DdeInitializeA(&g_instance, OnTransaction, APPCMD_CLIENTONLY, 0) == DMLERR_NO_ERROR;
+}
+
+DdeString DdeChannel::MakeString(std::string_view text) {
+  if (text.empty() || text.size() > kLongestString) return nullptr;
+  return DdeCreateStringHandleA(g_instance, std::string(text).c_str(), CP_WINANSI);
+}
+
+void DdeChannel::FreeString(DdeString text) {
+  if (text != nullptr) DdeFreeStringHandle(g_instance, text);
+}
+
+DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
+  g_untaken.clear();
+  g_refused = false;
+  return DdeConnect(g_instance, service, topic, nullptr);
+}
+
+bool DdeChannel::StartAdvise(DdeConversation conversation, DdeString item, bool acknowledge) {
+  return Send(conversation, item, XTYP_ADVSTART | (acknowledge ? XTYPF_ACKREQ : 0)) != 0;
+}
+
+bool DdeChannel::StopAdvise(DdeConversation conversation, DdeString item) {
+  return Send(conversation, item, XTYP_ADVSTOP) != 0;
+}
+
+bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_view text) {
+  const DWORD id = Send(conversation, item, XTYP_POKE, text);
+  if (id == 0) g_refused = true;
+  if (id != 0) g_untaken.insert(id);
+  return id != 0;
+}
+
+bool DdeChannel::IsOpen(DdeConversation conversation) {
+  CONVINFO info = {};
+  info.cb = sizeof info;
+  return conversation != nullptr && DdeQueryConvInfo(conversation, QID_SYNC, &info) != 0 &&
+         (info.wStatus & ST_CONNECTED) != 0;
+}
+
+bool DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
+  while (!g_untaken.empty() && IsOpen(conversation)) {
+    const ULONGLONG now = GetTickCount64();
+    if (now >= end) break;
+    Handle(static_cast<int>(end - now));
+  }
+  const bool taken = g_untaken.empty() && !g_refused;
+  g_refused = false;
+  return taken;
+}
+
+void DdeChannel::Close(DdeConversation conversation) {
+  g_untaken.clear();
+  if (conversation != nullptr) DdeDisconnect(conversation);
+}
+
+bool DdeChannel::Handle(int wait_ms) {
+  if (HandleMessages()) return true;
+  if (wait_ms <= 0) return false;
+  MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(wait_ms), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  return HandleMessages();
+}
+
+int DdeChannel::Descriptor() { return -1; }
+
+}  // namespace velmora
