@@ -24,6 +24,11 @@
 #include "velmora/project/dir_sort.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/project/projekt_status.h"
+#include "velmora/settings/jb23_par.h"
+#include "velmora/settings/linkod_lista.h"
+#include "velmora/settings/tundril_cfg.h"
+#include "velmora/settings/tundril_inst.h"
+#include "velmora/settings/tundril_par.h"
 #include "velmora/text/string.h"
 
 #endif  // VELMORA_VELMORA_H_

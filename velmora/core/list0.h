@@ -17,6 +17,7 @@
 #define VELMORA_CORE_LIST0_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -82,6 +83,7 @@ class VELMORA_TEMPLATE_API list0 {
   int Goto_mark();
   // Takes `pael` anew from the current element.
   int Set_pael() {
+    ++changes_;
     pael = aktuell == nullptr ? nullptr : &aktuell->record;
     return pael == nullptr ? -1 : 0;
   }
@@ -121,6 +123,17 @@ class VELMORA_TEMPLATE_API list0 {
   }
   // Above 0 when the record at `pmark` is to come before the one at `pael`.
   virtual int Sortval(int /*key*/) { return 0; }
+
+  // Another number after every operation that moves the cursor or changes the chain, so that what a
+  // derived class keeps beside the list can tell whether it still holds.
+  std::uint64_t Changes() const { return changes_; }
+  // Makes the element at a known position current.
+  int Reposition(Node* to, int position) {
+    if (to == nullptr) return -1;
+    aktuell = to;
+    pos = position;
+    return Set_pael();
+  }
 
  public:
   T* pael = nullptr;   // the current record
@@ -169,13 +182,6 @@ class VELMORA_TEMPLATE_API list0 {
     Set_pael();
     return this;
   }
-  int Reposition(Node* to, int position) {
-    if (to == nullptr) return -1;
-    aktuell = to;
-    pos = position;
-    return Set_pael();
-  }
-
   // Links `node` before `next`, at the end when that is null.
   void Link(Node* node, Node* next) {
     node->next = next;
@@ -189,6 +195,8 @@ class VELMORA_TEMPLATE_API list0 {
     node->previous = node->next = nullptr;
     return node;
   }
+
+  std::uint64_t changes_ = 0;
 };
 
 template <class T>

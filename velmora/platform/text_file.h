@@ -66,6 +66,8 @@ class VELMORA_API TextWriter {
   // Appends text as it stands; each "\n" becomes CR LF. A character that the encoding lacks makes
   // this and Commit fail.
   void Write(std::wstring_view text);
+  // Whether Commit is bound to fail.
+  bool Failed() const { return failed_; }
   // False when anything since Begin failed; the old file is then as it was.
   [[nodiscard]] bool Commit();
 

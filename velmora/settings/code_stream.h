@@ -1,0 +1,58 @@
+// The one open file of the code operations: it is read, or it is being rewritten.
+#ifndef VELMORA_SETTINGS_CODE_STREAM_H_
+#define VELMORA_SETTINGS_CODE_STREAM_H_
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "velmora/export.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/settings/settings_reader.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+// One sequence at a time: beginning another, closing it and the object's end give up a rewrite that is
+// not finished, and the file stays as it was.
+class VELMORA_API CodeStream {
+ public:
+  [[nodiscard]] bool OpenForReading(const CString& path);
+  // `on_failure` is called once, when a later write or Finish fails.
+  [[nodiscard]] bool BeginRewrite(const CString& path, std::function<void()> on_failure,
+                                  const CString& temporary = CString());
+  bool IsOpen() const { return state_ != State::kClosed; }
+
+  // The next line; false at the end and when nothing is being read.
+  [[nodiscard]] bool ReadLine(CString* line);
+  // Whether reading ended before the end of the file.
+  bool ReadFailed() const { return reader_.Failed(); }
+
+  // Text as it stands. False, with the stream closed, when it cannot be written; a stream that is read
+  // takes none and stays open.
+  bool Write(std::wstring_view text);
+  // Puts the new content in place. False when it could not be; closed either way.
+  bool Finish();
+  // Gives the rewrite up as failed. Always false.
+  bool Fail();
+  void Close();
+
+ private:
+  enum class State { kClosed, kReading, kRewriting };
+
+  State state_ = State::kClosed;
+  SettingsReader reader_;
+  TextWriter writer_;
+  std::function<void()> on_failure_;
+};
+
+// What the code operations begin with. Null, after a message box with this caption, when the file cannot
+// be opened.
+std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption);
+// `paths` is what the message names; it is also shown when the rewrite fails later.
+std::shared_ptr<CodeStream> RewriteCodeFile(const CString& path, const CString& paths, const wchar_t* caption,
+                                            const CString& temporary = CString());
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_CODE_STREAM_H_

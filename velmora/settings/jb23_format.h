@@ -1,0 +1,53 @@
+// JB23.PAR: a line for each quantity of a sounding rig, with its scale and its step. No files, no state.
+#ifndef VELMORA_SETTINGS_JB23_FORMAT_H_
+#define VELMORA_SETTINGS_JB23_FORMAT_H_
+
+#include <array>
+#include <string_view>
+
+#include "velmora/export.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+struct Jb23Keys {
+  const wchar_t* scale;
+  const wchar_t* step;
+};
+
+// The keys of the first eleven lines.
+inline constexpr std::array<Jb23Keys, 11> kJb23Lines = {{{L"SJUNKSKALA", L"SJUNKSTEG"},
+                                                         {L"HASTSKALA", L"HASTSTEG"},
+                                                         {L"KRAFTSKALA", L"KRAFTSTEG"},
+                                                         {L"RPMSKALA", L"RPMSTEG"},
+                                                         {L"SPOLSKALA", L"SPOLSTEG"},
+                                                         {L"FLODESKALA", L"FLODESTEG"},
+                                                         {L"HAMMARSKALA", L"HAMMARSTEG"},
+                                                         {L"TRYCKSKALA", L"TRYCKSTEG"},
+                                                         {L"QTSKALA", L"QTSTEG"},
+                                                         {L"FTSKALA", L"FTSTEG"},
+                                                         {L"USKALA", L"USTEG"}}};
+
+// The keys of a line, counted from 1; UNKNOWN1 and UNKNOWN2 from the twelfth on.
+VELMORA_API Jb23Keys Jb23KeysOfLine(int line);
+
+struct Jb23Place {
+  int line = 1;  // from 1
+  bool step = false;
+};
+// Where a key's value stands. Letter case counts, and callers rely on every unknown key meaning line 1
+// (test KeysAndPlaces).
+VELMORA_API Jb23Place PlaceOfJb23Key(std::wstring_view key);
+
+struct Jb23Line {
+  CString scale;
+  CString step;
+};
+// The first two words; what is missing is empty.
+VELMORA_API Jb23Line ParseJb23Line(std::wstring_view line);
+// With its line end.
+VELMORA_API CString FormatJb23Line(const Jb23Line& line);
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_JB23_FORMAT_H_

@@ -1,0 +1,40 @@
+#include "velmora/settings/jb23_par.h"
+
+#include "velmora/common/format_buffer.h"
+#include "velmora/common/messages.h"
+#include "velmora/project/proj_path.h"
+#include "velmora/settings/jb23_format.h"
+#include "velmora/settings/settings_file.h"
+
+namespace velmora {
+namespace {
+
+constexpr int kMostLines = 100'000;
+constexpr size_t kLongestToken = 255;
+
+}  // namespace
+
+CJb23Par::CJb23Par(CTundrilIni* ini, CProjPath* proj) {
+  const CString path = FirstExisting(SettingsFilePaths(ini, proj, CProjPath::Jb23ParNamn));
+  if (!path.IsEmpty() && !Load(path)) {
+    Clear();
+    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path),
+                MB_OK | MB_ICONEXCLAMATION, L"Läsning av Tundril - jb2/3 inställningar");
+  }
+}
+
+bool CJb23Par::Load(const CString& path) {
+  SettingsReader reader;
+  if (!reader.Open(path)) return false;
+  int number = 0;
+  for (CString line; reader.ReadLine(&line);) {
+    if (++number > kMostLines) return false;
+    const Jb23Keys keys = Jb23KeysOfLine(number);
+    const Jb23Line values = ParseJb23Line(line.GetView());
+    Append(keys.scale, values.scale.GetView().substr(0, kLongestToken));
+    Append(keys.step, values.step.GetView().substr(0, kLongestToken));
+  }
+  return !reader.Failed();
+}
+
+}  // namespace velmora

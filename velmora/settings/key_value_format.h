@@ -1,0 +1,35 @@
+// Lines "key=value". No files, no state.
+#ifndef VELMORA_SETTINGS_KEY_VALUE_FORMAT_H_
+#define VELMORA_SETTINGS_KEY_VALUE_FORMAT_H_
+
+#include <string_view>
+
+#include "velmora/export.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+inline constexpr int kKeyRoom = 40;     // characters of a record's key, the end mark included
+inline constexpr int kValueRoom = 260;  // of its value
+
+struct KeyValueLine {
+  enum class Kind {
+    kNone,    // no "=", or nothing before it
+    kBlank,   // key or value too long: it takes a place in the list, with neither
+    kRecord,  //
+  };
+  Kind kind = Kind::kNone;
+  std::wstring_view key;  // into the line; set for kBlank too
+  std::wstring_view value;
+};
+
+// The key ends at the first "="; nothing is trimmed. Callers rely on the odd limit of a read value, one
+// character below what fits and what can be written (test LimitsOfKeysAndValues).
+VELMORA_API KeyValueLine ParseKeyValueLine(std::wstring_view line);
+
+// With its line end.
+VELMORA_API CString FormatKeyValueLine(std::wstring_view key, std::wstring_view value);
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_KEY_VALUE_FORMAT_H_

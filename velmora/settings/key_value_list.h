@@ -1,0 +1,150 @@
+// What the configuration and parameter files share: a list of keys with their values, the look-up in it
+// and the file of lines "key=value" that it is read from and written to.
+#ifndef VELMORA_SETTINGS_KEY_VALUE_LIST_H_
+#define VELMORA_SETTINGS_KEY_VALUE_LIST_H_
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+#include "velmora/core/list0.h"
+#include "velmora/export.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/settings/key_index.h"
+#include "velmora/settings/key_value_format.h"
+#include "velmora/settings/settings_reader.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+// `Record` has the fields `nyckel` (key) and `varde` (value). Records stay in the order they were added
+// in; of several with the same key the first is meant. Letters of keys compare without regard to case.
+//
+// An index beside the list answers look-ups in constant time. It is built anew by the first look-up
+// after the list was walked, changed, or the current or marked record got another key; between look-ups
+// that is all a client can do.
+template <class Record>
+class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
+ public:
+  // Makes the first record with this key the current one. 0, or -1 when there is none: the last record
+  // is then the current one. The empty key is never found.
+  int FindKey(const CString& key) { return Seek(key.GetView()) ? 0 : -1; }
+  int FindKey(const wchar_t* key) { return FindKey(CString(key)); }
+
+  // Empty when there is no such key.
+  CString ReadKey(const CString& key) {
+    return Seek(key.GetView()) ? CString(FieldText(this->pael->varde)) : CString();
+  }
+  CString ReadKey(const wchar_t* key) { return ReadKey(CString(key)); }
+
+ protected:
+  // More records than any suite ever wrote: a file with more is none of ours.
+  static constexpr int kMostRecords = 1 << 20;
+
+  enum class Put { kStored, kUnchanged, kRefused };
+
+  // Stores the value in memory, under a new key at the end of the list. Refused are a new key without
+  // characters or with too many, and a value that does not fit; a new key then stays, with no value.
+  Put PutKey(const CString& key, const CString& value) {
+    if (!Seek(key.GetView())) {
+      if (key.IsEmpty() || key.GetLength() >= kKeyRoom || !Append(key.GetView(), {})) return Put::kRefused;
+    } else if (FieldText(this->pael->varde) == value.GetView()) {
+      return Put::kUnchanged;
+    }
+    if (value.GetLength() >= kValueRoom) return Put::kRefused;
+    CopyToField(this->pael->varde, value.GetView());
+    return Put::kStored;
+  }
+
+  // Appends a record; the index follows when it is in step. False when the list is full.
+  bool Append(std::wstring_view key, std::wstring_view value) {
+    if (this->antal >= kMostRecords) return false;
+    const bool in_step = InStep();
+    this->Ny(1);
+    CopyToField(this->pael->nyckel, key);
+    CopyToField(this->pael->varde, value);
+    if (in_step) {
+      index_.Add(FieldText(this->pael->nyckel), {this->aktuell, this->antal});
+      KeepStep();
+    }
+    return true;
+  }
+
+  // Fills the empty list from a file. False, with the list empty, when it cannot be opened or not be
+  // read to its end: to be written back, a list holds the whole file or nothing.
+  bool ReadFrom(const CString& path) {
+    SettingsReader reader;
+    if (!reader.Open(path)) return false;
+    bool good = true;
+    for (CString line; good && reader.ReadLine(&line);) {
+      const KeyValueLine parsed = ParseKeyValueLine(line.GetView());
+      if (parsed.kind == KeyValueLine::Kind::kRecord)
+        good = Append(parsed.key, parsed.value);
+      else if (parsed.kind == KeyValueLine::Kind::kBlank)
+        good = Append({}, {});
+    }
+    if (good && !reader.Failed()) return true;
+    Clear();
+    return false;
+  }
+
+  // Writes every record that has a value.
+  bool WriteTo(const CString& path) {
+    TextWriter writer;
+    if (!writer.Begin(path)) return false;
+    for (auto* node = this->forsta; node != nullptr; node = node->next) {
+      const auto value = FieldText(node->record.varde);
+      if (!value.empty()) writer.Write(FormatKeyValueLine(FieldText(node->record.nyckel), value).GetView());
+    }
+    return writer.Commit();
+  }
+
+  void Clear() {
+    this->Home();
+    while (this->antal > 0) this->Delete();
+  }
+
+ private:
+  bool Seek(std::wstring_view key) {
+    if (!InStep()) Build();
+    const KeyIndex::Place* place = key.empty() ? nullptr : index_.Find(key);
+    if (place == nullptr)
+      this->End();
+    else
+      this->Reposition(static_cast<typename list0<Record>::Node*>(place->node), place->position);
+    KeepStep();
+    return place != nullptr;
+  }
+
+  void Build() {
+    index_.Clear();
+    int position = 0;
+    for (auto* node = this->forsta; node != nullptr; node = node->next)
+      index_.Add(FieldText(node->record.nyckel), {node, ++position});
+  }
+
+  bool InStep() const {
+    return built_ && this->Changes() == seen_changes_ && KeyAt(this->aktuell) == current_key_ &&
+           KeyAt(this->mark) == marked_key_;
+  }
+  void KeepStep() {
+    built_ = true;
+    seen_changes_ = this->Changes();
+    current_key_ = KeyAt(this->aktuell);
+    marked_key_ = KeyAt(this->mark);
+  }
+  template <class Node>
+  static std::wstring_view KeyAt(const Node* node) {
+    return node == nullptr ? std::wstring_view() : FieldText(node->record.nyckel);
+  }
+
+  KeyIndex index_;
+  bool built_ = false;
+  std::uint64_t seen_changes_ = 0;
+  std::wstring current_key_;  // of the current record and of the marked one, when last looked at
+  std::wstring marked_key_;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_KEY_VALUE_LIST_H_

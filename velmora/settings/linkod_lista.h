@@ -1,0 +1,25 @@
+// A list of line codes in memory.
+#ifndef VELMORA_SETTINGS_LINKOD_LISTA_H_
+#define VELMORA_SETTINGS_LINKOD_LISTA_H_
+
+#include "velmora/core/list0.h"
+#include "velmora/export.h"
+
+namespace velmora {
+
+struct linkodpartype {
+  wchar_t kod[40];    // code
+  wchar_t ord[40];    // second word
+  wchar_t text[260];  // description
+  double tal;         // number
+  int varde;          // integer
+};
+
+class VELMORA_API CLinkodLista : public list0<linkodpartype> {
+ public:
+  ~CLinkodLista() override = default;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_LINKOD_LISTA_H_

@@ -1,0 +1,24 @@
+// The settings files that a project can have copies of.
+#ifndef VELMORA_SETTINGS_LOCAL_FILES_H_
+#define VELMORA_SETTINGS_LOCAL_FILES_H_
+
+#include <vector>
+
+#include "velmora/export.h"
+
+namespace velmora {
+
+struct LocalFile {
+  const wchar_t* name;
+  const wchar_t* otherwise;  // the content where the installation has no such file; null: none is made
+  bool replaceable;          // by the installation's, when that is asked for
+};
+
+// In the order in which they are made. CProjPath's names are read anew by every call.
+VELMORA_API std::vector<LocalFile> LocalFiles();
+// The rock and stone program's parameters.
+VELMORA_API LocalFile LocalStoneFile();
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_LOCAL_FILES_H_

@@ -1,0 +1,23 @@
+#include "velmora/settings/settings_reader.h"
+
+#include <optional>
+
+#include "velmora/platform/files.h"
+
+namespace velmora {
+
+bool SettingsReader::Open(const CString& path) {
+  too_large_ = false;
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFile && reader_.Open(path);
+}
+
+bool SettingsReader::ReadLine(CString* line) {
+  too_large_ = too_large_ || reader_.Consumed() > kLargestFile;
+  if (too_large_ || !reader_.ReadLine(line)) return false;
+  const int zero = line->Find(L'\0');
+  if (zero >= 0) *line = line->Left(zero);
+  return true;
+}
+
+}  // namespace velmora

@@ -1,0 +1,31 @@
+// A settings or code file being read, line by line.
+#ifndef VELMORA_SETTINGS_SETTINGS_READER_H_
+#define VELMORA_SETTINGS_SETTINGS_READER_H_
+
+#include "velmora/export.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+// Settings are small. What is none of them (a folder, a pipe, a file that grows while it is read) ends
+// the reading instead of the program.
+class VELMORA_API SettingsReader {
+ public:
+  // False when there is no such file, and when it is a folder or anything else that is no file.
+  [[nodiscard]] bool Open(const CString& path);
+  // The next line without its line end; what follows a zero byte in it is left out. False at the end.
+  [[nodiscard]] bool ReadLine(CString* line);
+  // Whether the end came before the file's own.
+  bool Failed() const { return reader_.Failed() || too_large_; }
+
+  static constexpr std::uint64_t kLargestFile = std::uint64_t{64} << 20;  // bytes
+
+ private:
+  TextReader reader_;
+  bool too_large_ = false;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_SETTINGS_SETTINGS_READER_H_

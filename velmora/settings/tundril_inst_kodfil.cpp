@@ -1,0 +1,73 @@
+// KODFIL.DAT, an entry a call.
+#include "velmora/project/proj_path.h"
+#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_stream.h"
+#include "velmora/settings/settings_file.h"
+#include "velmora/settings/tundril_inst.h"
+#include "velmora/settings/words.h"
+
+namespace velmora {
+namespace {
+
+// Copies the lines through the first that begins with "*". False when the file cannot be read so far.
+bool CopyHeader(const CString& from, CodeStream* to) {
+  SettingsReader old;
+  if (!old.Open(from)) return false;
+  bool star = false;
+  for (CString line; !star && old.ReadLine(&line);) {
+    star = IsStarLine(line.GetView());
+    if (!to->Write((line + L'\n').GetView())) return true;  // it has been told
+  }
+  return !old.Failed();
+}
+
+std::shared_ptr<CodeStream> BeginKodfil(const CString& path) {
+  const CString temporary = TemporaryPathFor(path);
+  const std::shared_ptr<CodeStream> stream = RewriteCodeFile(
+      path, path + L"\n" + temporary, L"Skrivning av Tundril - kodfil.dat inställningar", temporary);
+  if (stream != nullptr && !CopyHeader(path, stream.get())) stream->Fail();
+  return stream;
+}
+
+}  // namespace
+
+int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int textSize) {
+  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
+    if (path.IsEmpty()) return -1;
+    m_pCodeFile = OpenCodeFile(path, L"Läsning av Velmora - kodfil.dat inställningar");
+    if (m_pCodeFile == nullptr) return -1;
+    for (CString line; m_pCodeFile->ReadLine(&line) && !IsStarLine(line.GetView());) {
+    }
+  }
+  for (CString line; m_pCodeFile->ReadLine(&line);) {
+    const std::optional<ObjectCode> entry = ParseObjectCode(line.GetView());
+    if (!entry) continue;
+    CopyToBuffer(code, codeSize, entry->code.GetView());
+    CopyToBuffer(text, textSize, entry->text.GetView());
+    return 0;
+  }
+  m_pCodeFile->Close();
+  m_pCodeFile = nullptr;
+  return -1;
+}
+
+int CTundrilInst::KodfilDatWrite(int mode, const wchar_t* code, const wchar_t* text) {
+  if (mode == 1 || mode == 3) {
+    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
+    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
+    m_pCodeFile = path.IsEmpty() ? nullptr : BeginKodfil(path);
+  }
+  if (m_pCodeFile == nullptr) return 0;
+  const CString entry = code;
+  if (!entry.IsEmpty())
+    m_pCodeFile->Write(FormatObjectCode(entry.GetView(), CString(text).GetView()).GetView());
+  if (mode >= 2) {
+    m_pCodeFile->Write(L"*\n");
+    m_pCodeFile->Finish();
+    m_pCodeFile = nullptr;
+  }
+  return 0;
+}
+
+}  // namespace velmora

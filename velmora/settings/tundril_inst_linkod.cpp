@@ -1,0 +1,75 @@
+// LINKOD.PAR, a line a call.
+#include "velmora/project/proj_path.h"
+#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_stream.h"
+#include "velmora/settings/settings_file.h"
+#include "velmora/settings/tundril_inst.h"
+#include "velmora/settings/words.h"
+
+namespace velmora {
+
+int CTundrilInst::LinkodRead(wchar_t* code, int codeSize, wchar_t* word, int wordSize, wchar_t* text,
+                             int textSize, double* number, int* value) {
+  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
+    if (path.IsEmpty()) return 0;
+    m_pCodeFile = OpenCodeFile(path, L"Läsning av Tundril - Linkod.dat inställningar");
+    if (m_pCodeFile == nullptr) return -1;
+  }
+  CString line;
+  if (!m_pCodeFile->ReadLine(&line) || IsStarLine(line.GetView())) {
+    m_pCodeFile->Close();
+    m_pCodeFile = nullptr;
+    return 0;
+  }
+  const std::optional<LineCode> entry = ParseLineCode(line.GetView());
+  if (!entry) return -2;
+  CopyToBuffer(code, codeSize, entry->code.GetView());
+  CopyToBuffer(word, wordSize, entry->word.GetView());
+  CopyToBuffer(text, textSize, entry->text.GetView());
+  if (number != nullptr) *number = entry->number;
+  if (value != nullptr) *value = entry->value;
+  switch (entry->group) {
+    case LineCode::Group::kPvTo99:
+      return 2;
+    case LineCode::Group::kPvFrom100:
+      return 3;
+    case LineCode::Group::kOrdinary:
+      break;
+  }
+  return 1;
+}
+
+int CTundrilInst::LinkodWrite(int mode, const wchar_t* code, const wchar_t* word, const wchar_t* number,
+                              const wchar_t* text, const wchar_t* value) {
+  if (mode == 1) {
+    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
+    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
+    m_pCodeFile = path.IsEmpty()
+                      ? nullptr
+                      : RewriteCodeFile(path, path, L"Skrivning av Tundril - Linkod.par inställningar");
+    return 0;
+  }
+  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) return -1;
+  CString fields;
+  switch (mode) {
+    case 2:
+      fields.Format(L"%s %s %s", CString(code), CString(word), CString(number));
+      m_pCodeFile->Write(FormatLineCode(fields.GetView(), CString(text).GetView()).GetView());
+      break;
+    case 4:
+      fields.Format(L"PV%s %s %s %s", CString(code), CString(word), CString(number), CString(value));
+      m_pCodeFile->Write(FormatLineCode(fields.GetView(), CString(text).GetView()).GetView());
+      break;
+    case 5:
+      m_pCodeFile->Write(L"*\n");
+      m_pCodeFile->Finish();
+      m_pCodeFile = nullptr;
+      break;
+    default:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace velmora

@@ -1,0 +1,43 @@
+#include "velmora/settings/tundril_par.h"
+
+#include "velmora/common/format_buffer.h"
+#include "velmora/common/messages.h"
+#include "velmora/project/proj_path.h"
+#include "velmora/settings/settings_file.h"
+
+namespace velmora {
+
+CTundrilPAR::CTundrilPAR(CTundrilIni* ini, CProjPath* proj) {
+  Load(ini, proj == nullptr ? CString() : proj->m_ParPath, CProjPath::TundrilParNamn,
+       L"Läsning av Tundril - inställningar");
+}
+
+CTundrilPAR::CTundrilPAR(CTundrilIni* ini, CProjPath* proj, int which) {
+  if (which == 0) CTundrilPAR(ini, proj);
+  if (which != 1) return;
+  Load(ini, proj == nullptr ? CString() : proj->m_StenParPath, CProjPath::StenParNamn,
+       L"Läsning av Karsk - inställningar");
+}
+
+void CTundrilPAR::Load(CTundrilIni* ini, const CString& project_copy, const CString& name,
+                       const wchar_t* caption) {
+  std::vector<CString> paths = SettingsFilePaths(ini, nullptr, name);
+  if (!project_copy.IsEmpty()) paths.insert(paths.begin(), project_copy);
+  path_ = FirstExisting(paths);
+  unreadable_ = !path_.IsEmpty() && !ReadFrom(path_);
+  if (unreadable_)
+    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path_),
+                MB_OK | MB_ICONEXCLAMATION, caption);
+}
+
+int CTundrilPAR::WriteKey(const CString& key, const CString& value) {
+  const Put put = PutKey(key, value);
+  if (put == Put::kRefused) return -1;
+  if (put == Put::kUnchanged || path_.IsEmpty()) return 0;
+  if (!unreadable_ && WriteTo(path_)) return 0;
+  ShowMessage(FormatForUser(L"Could not open file for write\n%s", path_), MB_OK | MB_ICONEXCLAMATION,
+              L"Update Velmora Settings");
+  return -1;
+}
+
+}  // namespace velmora
