@@ -5,10 +5,6 @@
 namespace velmora {
 namespace {
 
-constexpr double kShortestSquared = 0.0001;  // m²: a straight of 1 cm
-constexpr double kFootBefore = -0.0001;      // of the length
-constexpr double kFootBeyond = 1.0001;
-
 double FullTurn(double angle) { return angle < 0 ? angle + kTwoPi : angle; }
 
 // tan(φ/2) of an angle φ in [0, π/2) with tan φ = k. On the axis itself it is 0.
@@ -39,12 +35,6 @@ PlanePoint PointOnArc(const kovltype& a, const kovltype& b, double station, doub
 
 }  // namespace
 
-double Distance(PlanePoint a, PlanePoint b) {
-  const double dh = b.h - a.h;
-  const double dv = b.v - a.v;
-  return std::sqrt(dh * dh + dv * dv);
-}
-
 Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge) {
   const double c = Distance(a, b);
   const double s = bulge < 0 ? -1.0 : 1.0;
@@ -61,19 +51,6 @@ std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius)
   if (!(q >= 0 && c > 0)) return std::nullopt;
   const double root = std::sqrt(q);
   return 2 * (radius > 0 ? radius - root : radius + root) * -1 / c;
-}
-
-Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p) {
-  const double dx = b.h - a.h;
-  const double dy = b.v - a.v;
-  const double squared = dx * dx + dy * dy;
-  if (squared < kShortestSquared) return {FootPlace::kDegenerate, 0, 0};
-  const double u = ((p.v - a.v) * dy + (p.h - a.h) * dx) / squared;
-  const double cross = dy * (p.h - a.h) - dx * (p.v - a.v);
-  const double length = std::sqrt(squared);
-  const double distance = std::fabs(cross) / length;
-  return {u < kFootBefore || u > kFootBeyond ? FootPlace::kOutside : FootPlace::kInside, length * u,
-          cross < 0 ? -distance : distance};
 }
 
 // Callers rely on the quarter-turn jump: within 1e-5 m of the axis at a quadrant's far end a direction
@@ -99,31 +76,26 @@ Direction DirectionFromCentre(double dh, double dv) {
   return {q, 2 * std::atan(q - 3) + kPi + kHalfPi};
 }
 
-Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p) {
-  const Arc arc = ArcFromBulge(a, b, bulge);
-  const auto direction = [&](PlanePoint point) {
-    return DirectionFromCentre(point.h - arc.centre.h, point.v - arc.centre.v);
-  };
-  Direction to_p = direction(p);
-  Direction to_a = direction(a);
-  const Direction to_b = direction(b);
-
-  const bool counter_clockwise = bulge > 0;
-  const double first = counter_clockwise ? to_a.rank : to_b.rank;
-  const double last = counter_clockwise ? to_b.rank : to_a.rank;
-  const bool inside = first > last ? to_p.rank >= first || to_p.rank <= last  // over the +h axis
-                                   : first <= to_p.rank && to_p.rank <= last;
-  if (!inside) return {FootPlace::kOutside, 0, 0};
-
-  if (counter_clockwise && to_a.angle > to_p.angle) to_a.angle -= kTwoPi;
-  if (bulge < 0 && to_p.angle > to_a.angle) to_p.angle -= kTwoPi;
-  return {FootPlace::kInside, std::fabs((to_p.angle - to_a.angle) * arc.radius),
-          (Distance(p, arc.centre) - arc.radius) * (counter_clockwise ? 1 : -1)};
+ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b) {
+  const Arc circle = ArcFromBulge(a, b, bulge);
+  const PlanePoint c = circle.centre;
+  return {circle, DirectionFromCentre(a.h - c.h, a.v - c.v), DirectionFromCentre(b.h - c.h, b.v - c.v),
+          bulge};
 }
 
-Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p) {
-  return IsStraight(a.bulge) ? FootOnStraight(InPlane(a), InPlane(b), p)
-                             : FootOnArc(InPlane(a), a.bulge, InPlane(b), p);
+Foot FootOnArc(const ArcFrame& arc, PlanePoint p) {
+  const PlanePoint centre = arc.circle.centre;
+  const double radius = arc.circle.radius;
+  const Direction to_p = DirectionFromCentre(p.h - centre.h, p.v - centre.v);
+  if (!arc.Holds(to_p.rank)) return {FootPlace::kOutside, 0, 0};
+
+  const bool counter_clockwise = arc.bulge > 0;
+  double angle_a = arc.to_a.angle;
+  double angle_p = to_p.angle;
+  if (counter_clockwise && angle_a > angle_p) angle_a -= kTwoPi;
+  if (arc.bulge < 0 && angle_p > angle_a) angle_p -= kTwoPi;
+  return {FootPlace::kInside, std::fabs((angle_p - angle_a) * radius),
+          (Distance(p, centre) - radius) * (counter_clockwise ? 1 : -1)};
 }
 
 PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset) {

@@ -33,7 +33,11 @@ struct PlanePoint {
 inline PlanePoint InPlane(const kovltype& point) { return {point.y, point.x}; }
 inline bool IsStraight(double bulge) { return std::fabs(bulge) <= kStraightBulge; }
 
-VELMORA_API double Distance(PlanePoint a, PlanePoint b);
+inline double Distance(PlanePoint a, PlanePoint b) {
+  const double dh = b.h - a.h;
+  const double dv = b.v - a.v;
+  return std::sqrt(dh * dh + dv * dv);
+}
 
 struct Arc {
   double radius;
@@ -61,14 +65,21 @@ struct Foot {
 // The foot of `p` on the straight a→b. Outside is beyond either end by more than a ten-thousandth of
 // the length; along and offset then hold for the straight prolonged. A segment shorter than 1 cm is
 // degenerate, without along and offset.
-VELMORA_API Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p);
-
-// The foot of `p` on the arc from `a` (with its bulge) to `b`: inside or outside the arc's angle.
-// Outside leaves along and offset 0.
-VELMORA_API Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p);
-
-// The foot on the segment that starts at `a`, straight or arc as its bulge says.
-VELMORA_API Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p);
+inline constexpr double kShortestSquared = 0.0001;  // m²: a straight of 1 cm
+inline constexpr double kFootBefore = -0.0001;      // of the length
+inline constexpr double kFootBeyond = 1.0001;
+inline Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p) {
+  const double dx = b.h - a.h;
+  const double dy = b.v - a.v;
+  const double squared = dx * dx + dy * dy;
+  if (squared < kShortestSquared) return {FootPlace::kDegenerate, 0, 0};
+  const double u = ((p.v - a.v) * dy + (p.h - a.h) * dx) / squared;
+  const double cross = dy * (p.h - a.h) - dx * (p.v - a.v);
+  const double length = std::sqrt(squared);
+  const double distance = std::fabs(cross) / length;
+  return {u < kFootBefore || u > kFootBeyond ? FootPlace::kOutside : FootPlace::kInside, length * u,
+          cross < 0 ? -distance : distance};
+}
 
 // A direction from an arc's centre in quadrant form: `rank` orders directions counter-clockwise from
 // east (quadrant number 0 to 3, plus the tangent of half the angle within it), `angle` is in radians.
@@ -77,6 +88,36 @@ struct Direction {
   double angle;
 };
 VELMORA_API Direction DirectionFromCentre(double dh, double dv);
+
+// What of an arc does not depend on the point whose foot is looked for.
+struct ArcFrame {
+  Arc circle;
+  Direction to_a;
+  Direction to_b;
+  double bulge;
+
+  // Whether directions of this rank lie within the arc's angle.
+  bool Holds(double rank) const {
+    const double first = bulge > 0 ? to_a.rank : to_b.rank;
+    const double last = bulge > 0 ? to_b.rank : to_a.rank;
+    return first > last ? rank >= first || rank <= last  // over the +h axis
+                        : first <= rank && rank <= last;
+  }
+};
+VELMORA_API ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b);
+
+// The foot of `p` on the arc from `a` (with its bulge) to `b`: inside or outside the arc's angle.
+// Outside leaves along and offset 0.
+VELMORA_API Foot FootOnArc(const ArcFrame& arc, PlanePoint p);
+inline Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p) {
+  return FootOnArc(FrameOfArc(a, bulge, b), p);
+}
+
+// The foot on the segment that starts at `a`, straight or arc as its bulge says.
+inline Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p) {
+  return IsStraight(a.bulge) ? FootOnStraight(InPlane(a), InPlane(b), p)
+                             : FootOnArc(InPlane(a), a.bulge, InPlane(b), p);
+}
 
 // The point at station `station` and offset `offset` of the segment a→b. On a straight, position is
 // proportional to station, not to measured length. An arc runs the shorter way between its ends.

@@ -22,6 +22,13 @@ int CVaglinje::Reset() {
   return 0;
 }
 
+std::vector<kovltype> CVaglinje::Points() const {
+  std::vector<kovltype> points;
+  points.reserve(static_cast<size_t>(antal));
+  for (const Node* node = forsta; node != nullptr; node = node->next) points.push_back(node->record);
+  return points;
+}
+
 int CVaglinje::Vagnu(double* x, double* y, double* sek) {
   if (typ == 10 || Set_pael() < 0) return -1;
   *x = pael->x;

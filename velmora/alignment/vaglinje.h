@@ -12,12 +12,16 @@
 #ifndef VELMORA_ALIGNMENT_VAGLINJE_H_
 #define VELMORA_ALIGNMENT_VAGLINJE_H_
 
+#include <vector>
+
 #include "velmora/alignment/alignment_point.h"
 #include "velmora/core/list0.h"
 #include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
+
+struct StationSearch;
 
 // Operations on a plan return -1 and touch nothing when `typ` is 10, a profile; Vagprofz returns -1
 // when it is 1, a plan. Any other type lets both run.
@@ -99,6 +103,9 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   // not null; -1 outside or when nothing is found.
   int PktIomr(double x, double y, double* sek, double* avst, int lage);
 
+  // The points in order. Moves neither the current point nor the mark.
+  std::vector<kovltype> Points() const;
+
   // The current point, as the last operation left it. -1 when there is none.
   int Vagnu(double* x, double* y, double* sek);
 
@@ -117,18 +124,11 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   int SektKorr(double x, double y, double sek);
 
  private:
-  // What a search over the segments has found so far.
-  struct Search {
-    double best;
-    bool descending;
-  };
-
   bool IsDescending() const;
   // The point before the current one; null at the first.
   const kovltype* Previous() const;
   Node* NarrowSearch(double x, double y, Node** last);
-  bool SearchSegments(double x, double y, int lage, const Node* last, double* sek, double* avst,
-                      Search* search);
+  bool SearchSegments(double x, double y, int lage, const Node* last, StationSearch* search);
   bool NearestVertex(double x, double y, Node* start, double best, double* sek, double* avst);
 };
 

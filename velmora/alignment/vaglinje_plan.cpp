@@ -2,6 +2,7 @@
 
 #include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/geometry.h"
+#include "velmora/alignment/station_search.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/common/format_buffer.h"
 #include "velmora/common/messages.h"
@@ -9,8 +10,6 @@
 namespace velmora {
 namespace {
 
-constexpr double kNothingBest = 1.1e9;  // m; a best above kFoundBelow means that nothing was found
-constexpr double kFoundBelow = 1e9;
 constexpr double kAreaTolerance = 0.001;  // m of station
 constexpr double kIntoTheLine = 0.5;      // m, to where Extend takes an end's direction
 
@@ -77,15 +76,17 @@ int CVaglinje::Vagstv(double x, double y, double* sek, double* avst, int lage) {
   if (typ == kProfileType) return -1;
   *avst = 0;
   *sek = Seknoll;
-  Search search{kNothingBest, IsDescending()};
+  StationSearch search{IsDescending(), Seknoll};
   if (Home() < 0) return -1;
   Set_mark();
   Node* start = forsta;
   Node* last = nullptr;
   if (lage == 1) start = NarrowSearch(x, y, &last);
-  const bool look_at_vertices = SearchSegments(x, y, lage, last, sek, avst, &search);
+  const bool look_at_vertices = SearchSegments(x, y, lage, last, &search);
+  *sek = search.station;
+  *avst = search.offset;
   if (look_at_vertices && NearestVertex(x, y, start, search.best, sek, avst)) return 0;
-  return search.best > kFoundBelow ? -1 : 0;
+  return search.Result();
 }
 
 // Guesses from the distances to both ends where a search need not look. Returns where a vertex search
@@ -113,23 +114,17 @@ CVaglinje::Node* CVaglinje::NarrowSearch(double x, double y, Node** last) {
 }
 
 // Runs through the segments (mark, current). Returns whether the vertices are to be looked at too.
-bool CVaglinje::SearchSegments(double x, double y, int lage, const Node* last, double* sek, double* avst,
-                               Search* search) {
+bool CVaglinje::SearchSegments(double x, double y, int lage, const Node* last, StationSearch* search) {
   bool one_more = false;
-  while ((*this)++ != nullptr) {
-    const Foot foot = FootOnSegment(*pmark, *pael, {y, x});
-    if (foot.place == FootPlace::kInside && std::fabs(foot.offset) < search->best) {
-      search->best = std::fabs(foot.offset);
-      *sek = search->descending ? pmark->sek - foot.along : pmark->sek + foot.along;
-      *avst = search->descending ? -foot.offset : foot.offset;
-    }
+  for (size_t segment = 0; (*this)++ != nullptr; ++segment) {
+    search->See(segment, *pmark, FootOnSegment(*pmark, *pael, {y, x}));
     if (lage == 1) {
-      if (one_more || aktuell == last) return *sek > Sekkoll;
-      one_more = *sek < Sekkoll;
+      if (one_more || aktuell == last) return search->station > Sekkoll;
+      one_more = search->station < Sekkoll;
     }
     Set_mark();
   }
-  return lage == 0 || (lage == 1 && *sek > Sekkoll);
+  return lage == 0 || (lage == 1 && search->station > Sekkoll);
 }
 
 // Takes the vertex nearest to the point when it is nearer than `best` and no end of the alignment.
@@ -143,9 +138,7 @@ bool CVaglinje::NearestVertex(double x, double y, Node* start, double best, doub
     if (nearest != nullptr && !(d < distance)) continue;
     nearest = aktuell;
     distance = d;
-    const kovltype* previous = Previous();
-    const bool left = previous != nullptr && FootOnStraight(InPlane(*previous), InPlane(*pael), p).offset < 0;
-    offset = left ? -d : d;
+    offset = OffsetFromVertex(Previous(), *pael, p, d);
   }
   pos = antal;  // the walk ended at the last point, wherever it was counted from
   if (nearest == nullptr || !(best > distance) || nearest == forsta || nearest == sista) return false;
