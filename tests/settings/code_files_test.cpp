@@ -42,7 +42,7 @@ class CodeFiles : public SettingsFolders {
     }
   }
 
-  wchar_t code_[40], word_[40], text_[260];
+  wchar_t code_[40] = {}, word_[40] = {}, text_[260] = {};
 };
 
 TEST_F(CodeFiles, ObjectCodes) {
