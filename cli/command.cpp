@@ -7,6 +7,8 @@
 #include "cli/align/commands.h"
 #include "cli/env/commands.h"
 #include "cli/error.h"
+#include "cli/formats/commands.h"
+#include "cli/link/commands.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
 #include "cli/terminal.h"
@@ -99,6 +101,8 @@ int RunCommand(std::vector<std::string> arguments) {
   AddProjectCommands(app);
   AddAlignCommands(app);
   AddPointsCommands(app);
+  AddFormatsCommand(app);
+  AddLinkCommands(app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {

@@ -58,6 +58,10 @@ RecordWriter::RecordWriter(Sink& sink, OutputFormat format, std::vector<Column> 
   sink_.Write(header + "\n");
 }
 
+void RecordWriter::Begin() {
+  if (format_ == OutputFormat::kTable && !started_) StartTable();
+}
+
 void RecordWriter::Row(const std::vector<Cell>& cells) {
   std::string line;
   switch (format_) {
@@ -86,7 +90,7 @@ void RecordWriter::Row(const std::vector<Cell>& cells) {
 
 void RecordWriter::Finish() {
   if (format_ == OutputFormat::kJson) sink_.Write(any_ ? "\n]\n" : "[]\n");
-  if (format_ == OutputFormat::kTable && !started_) StartTable();
+  Begin();
 }
 
 void RecordWriter::StartTable() {

@@ -52,6 +52,8 @@ struct Column {
 class RecordWriter {
  public:
   RecordWriter(Sink& sink, OutputFormat format, std::vector<Column> columns);
+  // For rows that are to be seen as they come: the table's columns are as wide as their titles.
+  void Begin();
   void Row(const std::vector<Cell>& cells);
   // Writes what is still held back; the sink is not finished.
   void Finish();

@@ -64,9 +64,10 @@ class VELMORA_API CDdeCom {
   static int Descriptor();
   // Whether the server has not gone since Connect. The conversation is open until Close all the same.
   static bool IsServerThere();
-  // Waits until the server has taken every text sent, at most `wait_ms`. False when it has not, or has
-  // refused one since the last call.
-  static bool Settle(int wait_ms);
+  // Waits until the server has answered to the texts sent, at most `wait_ms`. 0 when it has taken them, 1
+  // when it has not answered yet (they are on their way), -1 when it has refused one since the last call,
+  // or was not there.
+  static int Settle(int wait_ms);
 
   static DdeString m_Service;      // "Tundril"
   static DdeString m_Topic;        // "WIN"

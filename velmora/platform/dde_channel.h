@@ -45,9 +45,10 @@ class DdeChannel {
 
   // Whether the other side is still there, as far as Handle has seen.
   static bool IsOpen(DdeConversation conversation);
-  // Waits until the other side has taken what was poked, at most `wait_ms`. False when it has not, or has
-  // refused some of it since the last call.
-  static bool Settle(DdeConversation conversation, int wait_ms);
+  // Waits until the other side has answered to what was poked, at most `wait_ms`. 0 when it has taken it,
+  // 1 when there is no answer yet (under Wine none is told), -1 when it has refused some of it since the
+  // last call, or there was no other side.
+  static int Settle(DdeConversation conversation, int wait_ms);
   // Ends the conversation. Waits a second at most for a full connection to take what was sent.
   static void Close(DdeConversation conversation);
 

@@ -228,15 +228,14 @@ bool DdeChannel::IsOpen(DdeConversation conversation) {
   return conversation != nullptr && conversation->open;
 }
 
-bool DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
-  if (conversation == nullptr) return false;
+int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
   const std::shared_ptr<HCONV__> kept = g_open;
+  if (conversation == nullptr || kept.get() != conversation) return -1;
   const Clock::time_point end = Clock::now() + milliseconds(wait_ms);
-  while (conversation->untaken > 0 && conversation->open && kept == g_open && Clock::now() < end)
+  while (kept->untaken > 0 && kept->open && kept == g_open && Clock::now() < end)
     Handle(static_cast<int>(Until(end).count()));
-  const bool taken = conversation->untaken == 0 && !conversation->refused;
-  conversation->refused = false;
-  return taken;
+  if (std::exchange(kept->refused, false)) return -1;
+  return kept->untaken > 0 ? 1 : 0;
 }
 
 void DdeChannel::Close(DdeConversation) { std::exchange(g_open, nullptr).reset(); }

@@ -7,6 +7,7 @@
 #include <array>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "velmora/platform/types.h"
 
@@ -101,20 +102,20 @@ bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_
 bool DdeChannel::IsOpen(DdeConversation conversation) {
   CONVINFO info = {};
   info.cb = sizeof info;
-  return conversation != nullptr && DdeQueryConvInfo(conversation, QID_SYNC, &info) != 0 &&
-         (info.wStatus & ST_CONNECTED) != 0;
+  if (conversation == nullptr || DdeQueryConvInfo(conversation, QID_SYNC, &info) == 0) return false;
+  // A program that was killed says no goodbye, but its window goes.
+  return (info.wStatus & ST_CONNECTED) != 0 && IsWindow(info.hwndPartner) != FALSE;
 }
 
-bool DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
+int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
   while (!g_untaken.empty() && IsOpen(conversation)) {
     const ULONGLONG now = GetTickCount64();
     if (now >= end) break;
     Handle(static_cast<int>(end - now));
   }
-  const bool taken = g_untaken.empty() && !g_refused;
-  g_refused = false;
-  return taken;
+  if (std::exchange(g_refused, false)) return -1;
+  return g_untaken.empty() ? 0 : 1;
 }
 
 void DdeChannel::Close(DdeConversation conversation) {

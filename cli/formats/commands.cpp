@@ -1,0 +1,78 @@
+#include "cli/formats/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/error.h"
+#include "cli/formats/drawing.h"
+#include "cli/options.h"
+#include "cli/output/records.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+struct FormatsOptions {
+  std::string name;
+  std::string svg;
+  OutputOptions output;
+};
+
+std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::string& name) {
+  std::vector<ritformattype> all(table.formater, table.formater + table.antal);
+  if (name.empty()) return all;
+  const int index = table.Format2Index(FromUtf8(name));
+  if (index >= 0) return {table.formater[index]};
+  std::string known;
+  for (const ritformattype& format : all) known += (known.empty() ? "" : ", ") + ToUtf8(format.namn);
+  throw Refusal(Quoted(name) + " is no sheet format; there are " + known);
+}
+
+void Formats(const FormatsOptions& options) {
+  const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
+  if (!options.svg.empty()) {
+    Sink sink(options.svg);
+    sink.Write(DrawFormats(chosen));
+    sink.Finish();
+    return;
+  }
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(),
+                       {{"name", "name"},
+                        {"", "area, mm", true},
+                        {"area_width", ""},
+                        {"area_height", ""},
+                        {"", "frame", true},
+                        {"frame_width", ""},
+                        {"frame_height", ""},
+                        {"", "sheet", true},
+                        {"sheet_width", ""},
+                        {"sheet_height", ""}});
+  for (const ritformattype& format : chosen) {
+    std::vector<Cell> row = {ToUtf8(format.namn)};
+    for (const auto& [width, height] : {std::pair(format.ytaBredd, format.ytaHojd),
+                                        {format.ramBredd, format.ramHojd},
+                                        {format.arkBredd, format.arkHojd}}) {
+      row.emplace_back(FormatShortest(width) + " × " + FormatShortest(height));
+      row.emplace_back(Number{width, 0});
+      row.emplace_back(Number{height, 0});
+    }
+    records.Row(row);
+  }
+  records.Finish();
+  sink.Finish();
+}
+
+}  // namespace
+
+void AddFormatsCommand(CLI::App& app) {
+  CLI::App* formats =
+      app.add_subcommand("formats", "The drawing sheets: innermost area, frame and sheet in millimetres");
+  const auto options = std::make_shared<FormatsOptions>();
+  formats->add_option("NAME", options->name, "One format, as A3 (default: all)");
+  formats->add_option("--svg", options->svg, "Draw them to scale instead")->type_name("FILE");
+  AddOutputOptions(formats, &options->output);
+  formats->callback([options] { Formats(*options); });
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,55 @@
+#include "cli/error.h"
+#include "cli/interrupt.h"
+#include "cli/link/commands.h"
+#include "cli/link/link_text.h"
+#include "velmora/link/dde_com.h"
+
+namespace velmora::cli {
+namespace {
+
+// Keeps what comes until it is printed, outside the conversation, where printing may fail.
+struct Kept : NotifyWindow {
+  struct Notification {
+    std::int64_t message, wParam, lParam;
+  };
+
+  void Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override {
+    notifications.push_back({message, static_cast<std::int64_t>(wParam), lParam});
+  }
+
+  std::vector<Notification> notifications;
+};
+
+}  // namespace
+
+void LinkListen(const LinkOptions& options) {
+  const Interrupt interrupt;
+  CDdeCom com;
+  Kept kept;
+  com.m_pNotifyWnd = &kept;
+  ConnectToProgram();
+  Sink sink("");
+  RecordWriter records(
+      sink, options.output.Format(),
+      {{"message", "message", true}, {"wparam", "wParam", true}, {"lparam", "lParam", true}});
+  records.Begin();
+  sink.Finish();
+  std::int64_t count = 0;
+  const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Asked(); };
+  for (bool there = true; there && !done();) {
+    there = CDdeCom::HandlePending(kTurn) || CDdeCom::IsServerThere();
+    for (const Kept::Notification& kept_one : kept.notifications) {
+      if (done()) break;
+      ++count;
+      records.Row({kept_one.message, kept_one.wParam, kept_one.lParam});
+      sink.Finish();  // at once
+    }
+    kept.notifications.clear();
+  }
+  CDdeCom::Close();
+  records.Finish();
+  sink.Finish();
+  if (!done()) throw Refusal("the field-data program has gone");
+}
+
+}  // namespace velmora::cli

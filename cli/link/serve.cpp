@@ -1,0 +1,104 @@
+#include <cstdlib>
+#include <map>
+
+#include "cli/error.h"
+#include "cli/interrupt.h"
+#include "cli/link/commands.h"
+#include "cli/link/dde_server.h"
+#include "cli/link/script.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr int kSoon = 10;  // ms, while a script is playing
+
+const char* NameOf(DdeEvent::Kind kind) {
+  switch (kind) {
+    case DdeEvent::Kind::kConnect:
+      return "connect";
+    case DdeEvent::Kind::kAdvise:
+      return "advise";
+    case DdeEvent::Kind::kUnadvise:
+      return "unadvise";
+    case DdeEvent::Kind::kPoke:
+      return "poke";
+    case DdeEvent::Kind::kDisconnect:
+      break;
+  }
+  return "disconnect";
+}
+
+class StandIn {
+ public:
+  StandIn(const std::vector<ScriptStep>& steps, OutputFormat format)
+      : steps_(steps),
+        records_(sink_, format,
+                 {{"client", "client", true},
+                  {"event", "event     "},
+                  {"item", "item        "},
+                  {"text", "text"}}) {
+    records_.Begin();
+    sink_.Finish();
+  }
+
+  // Plays what is due and takes what has come. False when the script says to end.
+  bool Turn() {
+    bool playing = false;
+    for (auto& [client, player] : players_) {
+      while (const ScriptStep* step = player.Next(std::chrono::steady_clock::now())) {
+        if (step->kind == ScriptStep::Kind::kEnd) return false;
+        server_.Send(client, player.Item(), step->text);
+        Record(client, "send", player.Item(), step->text);
+      }
+      playing = true;
+    }
+    for (const DdeEvent& event : server_.Handle(playing ? kSoon : kTurn)) Take(event);
+    return true;
+  }
+
+  bool AClientHasGone() const { return gone_; }
+  void Finish() {
+    records_.Finish();
+    sink_.Finish();
+  }
+
+ private:
+  void Take(const DdeEvent& event) {
+    Record(event.client, NameOf(event.kind), event.item, event.text);
+    ScriptPlayer& player = players_.try_emplace(event.client, steps_).first->second;
+    if (event.kind == DdeEvent::Kind::kAdvise) player.Listens(event.item);
+    if (event.kind == DdeEvent::Kind::kUnadvise) player.ListensNoMore(event.item);
+    if (event.kind != DdeEvent::Kind::kDisconnect) return;
+    players_.erase(event.client);
+    gone_ = true;
+  }
+
+  void Record(int client, const char* event, const std::string& item, const std::string& text) {
+    const auto cell = [](const std::string& value) { return value.empty() ? Cell() : Cell(value); };
+    records_.Row({static_cast<std::int64_t>(client), std::string(event), cell(item), cell(text)});
+    sink_.Finish();  // at once
+  }
+
+  const std::vector<ScriptStep>& steps_;
+  DdeServer server_;
+  Sink sink_{""};
+  RecordWriter records_;
+  std::map<int, ScriptPlayer> players_;  // by client
+  bool gone_ = false;
+};
+
+}  // namespace
+
+void LinkServe(const LinkOptions& options) {
+  const std::vector<ScriptStep> steps = ReadScript(options.script);
+  const Interrupt interrupt;
+  StandIn stand_in(steps, options.output.Format());
+  bool goes_on = true;
+  while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasGone()))
+    goes_on = stand_in.Turn();
+  stand_in.Finish();
+  // Without goodbye to the clients.
+  if (!goes_on) std::_Exit(0);
+}
+
+}  // namespace velmora::cli
