@@ -42,9 +42,10 @@ class VELMORA_API CDdeCom {
   CDdeCom& operator=(const CDdeCom&) = delete;
 
   // Finds the server and listens to its item "-1". Returns 0, at once when connected already; -1 when
-  // nobody answered in three trials. Between them it sleeps 390 ms in all; a trial itself takes up to a
-  // second on D-Bus (two with a bus that says nothing), and on Windows as long as the windows of the
-  // desktop take to answer the system's broadcast. Shows nothing.
+  // nobody answered in three trials. Shows nothing. After the trials it sleeps 30, 130 and 230 ms. A trial
+  // takes no time on D-Bus, with a bus that is out of order a second for each question that is still
+  // answered and for one that is not, five at most; on Windows as long as the windows of the desktop take
+  // to answer the system's broadcast.
   static int Connect();
   // Sends the text, cut to 511 characters, on the current item. Does not wait and always returns 0:
   // whether it was taken, Settle tells.

@@ -33,9 +33,9 @@ class DdeChannel {
   static DdeString MakeString(std::string_view text);
   static void FreeString(DdeString text);
 
-  // One conversation at a time. Null when nobody answers to the service and topic. On D-Bus within a
-  // second (a bus that takes the connection and says nothing: two); on Windows as long as the windows
-  // of the desktop take to answer the system's broadcast.
+  // One conversation at a time. Null when nobody answers to the service and topic. On D-Bus it asks the bus
+  // five questions and waits for each a second at most; one without an answer ends it. On Windows it takes
+  // as long as the windows of the desktop take to answer the system's broadcast.
   static DdeConversation Open(DdeString service, DdeString topic);
 
   // With `acknowledge` each piece of data waits for our acknowledgement of the one before; D-Bus has none.

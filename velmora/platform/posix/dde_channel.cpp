@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+#include "velmora/platform/posix/session_bus.h"
 #include "velmora/text/codepage.h"
 
 // What the handles of this system point at.
@@ -183,10 +184,12 @@ void DdeChannel::FreeString(DdeString text) { delete text; }
 
 DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
   if (service == nullptr || topic == nullptr) return nullptr;
+  const std::string bus = AnsweringSessionBus(kCallLimit);
+  if (bus.empty()) return nullptr;
   try {
     auto made = std::make_shared<HCONV__>();
     HCONV__& conversation = *made;
-    conversation.bus = sdbus::createSessionBusConnection();
+    conversation.bus = sdbus::createSessionBusConnectionWithAddress(bus);
     conversation.bus->setMethodCallTimeout(kCallLimit);
     const std::string owner = OwnerOf(*conversation.bus, "velmora." + service->utf8);
     conversation.server = sdbus::createProxy(*conversation.bus, owner, "/velmora/" + topic->utf8);
