@@ -2,6 +2,8 @@
 #ifndef VELMORA_VELMORA_H_
 #define VELMORA_VELMORA_H_
 
+#include "velmora/alignment/instruction_set.h"
+#include "velmora/alignment/locator.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/vag2.h"
 #include "velmora/alignment/vaglinje.h"

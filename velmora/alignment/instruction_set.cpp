@@ -1,0 +1,25 @@
+#include "velmora/alignment/instruction_set.h"
+
+#include "velmora/alignment/near_kernel.h"
+
+namespace velmora {
+
+std::vector<InstructionSet> AvailableInstructionSets() {
+  std::vector<InstructionSet> sets = {InstructionSet::kSse2};
+  if (__builtin_cpu_supports("avx2") != 0) sets.push_back(InstructionSet::kAvx2);
+  if (__builtin_cpu_supports("avx512f") != 0) sets.push_back(InstructionSet::kAvx512);
+  return sets;
+}
+
+NearKernel NearKernelFor(InstructionSet set) {
+  switch (set) {
+    case InstructionSet::kAvx512:
+      return FindNearAvx512;
+    case InstructionSet::kAvx2:
+      return FindNearAvx2;
+    default:
+      return FindNearSse2;
+  }
+}
+
+}  // namespace velmora

@@ -1,0 +1,51 @@
+// The search near the line, for many points at once: one routine for each instruction set, all with the
+// same results.
+#ifndef VELMORA_ALIGNMENT_NEAR_KERNEL_H_
+#define VELMORA_ALIGNMENT_NEAR_KERNEL_H_
+
+#include <cstddef>
+#include <cstdint>
+
+#include "velmora/alignment/alignment_point.h"
+#include "velmora/alignment/instruction_set.h"
+#include "velmora/alignment/near_table.h"
+#include "velmora/alignment/plan_snapshot.h"
+
+namespace velmora {
+
+// What the routines read.
+struct NearView {
+  NearGrid grid;
+  const std::uint64_t* slots;
+  const std::uint64_t* squares;
+  const double* h;
+  const double* v;
+  const double* inverse;
+  const double* pads;  // may be null
+  const kovltype* points;
+  const PlanSnapshot* plan;
+  size_t last;  // vertex
+  bool descending;
+};
+
+inline constexpr size_t kNearBlock = 64;  // points at a time, at most
+inline constexpr int kNearUnsolved = 1;   // a result that is left to be worked out
+
+// Answers those of up to kNearBlock points whose square is known and that plainly have their foot on one
+// segment; the result of the others is kNearUnsolved, with their outputs untouched.
+using NearKernel = void (*)(const NearView& view, const double* x, const double* y, size_t count,
+                            double* station, double* offset, int* result);
+
+NearKernel NearKernelFor(InstructionSet set);
+
+// One source each.
+void FindNearSse2(const NearView& view, const double* x, const double* y, size_t count, double* station,
+                  double* offset, int* result);
+void FindNearAvx2(const NearView& view, const double* x, const double* y, size_t count, double* station,
+                  double* offset, int* result);
+void FindNearAvx512(const NearView& view, const double* x, const double* y, size_t count, double* station,
+                    double* offset, int* result);
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_NEAR_KERNEL_H_
