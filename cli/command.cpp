@@ -11,6 +11,7 @@
 #include "cli/link/commands.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
+#include "cli/settings/commands.h"
 #include "cli/terminal.h"
 #include "velmora/common/messages.h"
 
@@ -103,6 +104,7 @@ int RunCommand(std::vector<std::string> arguments) {
   AddPointsCommands(app);
   AddFormatsCommand(app);
   AddLinkCommands(app);
+  AddSettingsCommands(app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {

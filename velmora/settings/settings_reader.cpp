@@ -16,7 +16,8 @@ bool SettingsReader::ReadLine(CString* line) {
   too_large_ = too_large_ || reader_.Consumed() > kLargestFile;
   if (too_large_ || !reader_.ReadLine(line)) return false;
   const int zero = line->Find(L'\0');
-  if (zero >= 0) *line = line->Left(zero);
+  cut_ = zero >= 0;
+  if (cut_) *line = line->Left(zero);
   return true;
 }
 

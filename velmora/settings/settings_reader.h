@@ -18,12 +18,15 @@ class VELMORA_API SettingsReader {
   [[nodiscard]] bool ReadLine(CString* line);
   // Whether the end came before the file's own.
   bool Failed() const { return reader_.Failed() || too_large_; }
+  // Whether the last line had a zero byte.
+  bool LineWasCut() const { return cut_; }
 
   static constexpr std::uint64_t kLargestFile = std::uint64_t{64} << 20;  // bytes
 
  private:
   TextReader reader_;
   bool too_large_ = false;
+  bool cut_ = false;
 };
 
 }  // namespace velmora

@@ -1,0 +1,25 @@
+#include "cli/codes/line_finding.h"
+
+#include "cli/error.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+
+void RefuseLosses(const CString& path, const LineFindings& findings, bool force) {
+  if (force) return;
+  size_t lost = 0;
+  const LineFinding* first = nullptr;
+  for (const LineFinding& finding : findings) {
+    if (!finding.lost) continue;
+    if (first == nullptr) first = &finding;
+    ++lost;
+  }
+  if (first == nullptr) return;
+  const std::string more = lost == 1 ? "" : " and " + std::to_string(lost - 1) + " more";
+  const std::string what = first->what + "; rewriting the file would lose this" + more +
+                           ", so nothing was written; mend it, or --force writes all the same";
+  throw Refusal(first->line > 0 ? At(PathForDisplay(path), first->line, what)
+                                : At(PathForDisplay(path), what));
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,57 @@
+#include "cli/input/text_lines.h"
+
+#include <optional>
+
+#include "cli/error.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/settings/settings_reader.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr size_t kMostLines = 1'000'000;
+constexpr char kTooLarge[] = "is too large for a settings or code file; is it one?";
+
+}  // namespace
+
+std::string ReadTextLines(const CString& path, TextLines* lines) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (!status) return "no such file";
+  if (status->kind == FileKind::kFolder) return "is a folder, and a file belongs there; move it away";
+  if (status->kind == FileKind::kOther) return "is no ordinary file";
+  if (status->size > SettingsReader::kLargestFile) return kTooLarge;
+  SettingsReader reader;
+  if (!reader.Open(path)) return "cannot be opened for reading; check its permissions";
+  TextLine line;
+  while (reader.ReadLine(&line.text)) {
+    ++line.number;
+    line.cut = reader.LineWasCut();
+    if (lines->size() == kMostLines) return kTooLarge;
+    lines->push_back(line);
+  }
+  return reader.Failed() ? "cannot be read to its end; is it a text file?" : "";
+}
+
+TextLines TextLinesOf(const CString& path) {
+  TextLines lines;
+  const std::string trouble = ReadTextLines(path, &lines);
+  if (!trouble.empty()) throw Refusal(At(PathForDisplay(path), trouble));
+  return lines;
+}
+
+void RequireCharacters(const CString& path, const CString& text) {
+  TextReader reader;
+  const TextEncoding encoding = reader.Open(path) ? reader.Encoding() : TextEncoding::kWindows1252;
+  std::string bytes;
+  if (AppendEncoded(text.GetView(), encoding, &bytes)) return;
+  throw Refusal(At(PathForDisplay(path), "the file's encoding has no such letter as in " +
+                                             Quoted(ToUtf8(text)) + "; nothing was written"));
+}
+
+void RefuseUnwritten(const CString& path) {
+  throw Refusal(
+      At(PathForDisplay(path), "cannot be written (write-protected, or the disk is full); it is as it was"));
+}
+
+}  // namespace velmora::cli

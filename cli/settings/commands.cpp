@@ -1,0 +1,83 @@
+#include "cli/settings/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/options.h"
+#include "cli/verb.h"
+
+namespace velmora::cli {
+namespace {
+
+using Options = std::shared_ptr<SettingsOptions>;
+
+// The options of the verbs share one object, so an empty name stands for the usual file.
+void AddFile(CLI::App* verb, const Options& options, const std::vector<std::string>& names,
+             const std::string& help) {
+  verb->add_option("--file", options->file, help)
+      ->type_name("FILE")
+      ->check(CLI::IsMember(names, CLI::ignore_case));
+}
+
+void AddProject(CLI::App* verb, const Options& options) {
+  verb->add_option("--project", options->project,
+                   "A project, whose own copy counts before the installation's")
+      ->type_name("DIR");
+}
+
+void AddValues(CLI::App* settings) {
+  const std::vector<std::string> kFiles = {"TUNDRIL.PAR", "KARSK.PAR", "JB23.PAR", "TUNDRIL.CFG"};
+  const std::string kHelp = "TUNDRIL.PAR (default), KARSK.PAR, JB23.PAR or TUNDRIL.CFG";
+  const auto options = std::make_shared<SettingsOptions>();
+  CLI::App* list =
+      AddVerb(settings, "list", "Every key: value, default and where it comes from", options, SettingsList);
+  list->add_flag("--changed", options->changed, "Only keys that differ from their default or have none");
+  AddOutputOptions(list, &options->output);
+
+  CLI::App* get = AddVerb(settings, "get", "Print a key's value", options, SettingsGet);
+  get->add_option("KEY", options->key, "Key, letters in any case")->required();
+  AddFormatOptions(get, &options->output);
+
+  CLI::App* set =
+      AddVerb(settings, "set", "Write a key where its file was found; an empty value takes it out", options,
+              SettingsSet);
+  set->add_option("KEY", options->key, "Key, letters in any case")->required();
+  set->add_option("VALUE", options->value, "Value")->required();
+  set->add_flag("--force", options->force, "Also when lines that are no settings would be lost");
+  for (CLI::App* verb : {list, get, set}) {
+    AddFile(verb, options, kFiles, kHelp);
+    AddProject(verb, options);
+  }
+}
+
+void AddComparisons(CLI::App* settings) {
+  const auto where = std::make_shared<SettingsOptions>();
+  CLI::App* verb = AddVerb(settings, "where", "Which of a file's three places is in use, and what it hides",
+                           where, SettingsWhere);
+  AddFile(verb, where,
+          {"TUNDRIL.CFG", "TUNDRIL.PAR", "KARSK.PAR", "JB23.PAR", "KODFIL.DAT", "MILJKOD.DAT", "LINKOD.PAR"},
+          "A settings or code file (default: all)");
+  AddProject(verb, where);
+  AddOutputOptions(verb, &where->output);
+
+  const auto diff = std::make_shared<SettingsOptions>();
+  verb = AddVerb(settings, "diff", "The keys whose values differ in two projects or two files", diff,
+                 SettingsDiff);
+  verb->add_option("A", diff->a, "A project's folder, or a file")->required();
+  verb->add_option("B", diff->b, "Another one")->required();
+  AddFile(verb, diff, {"TUNDRIL.PAR", "KARSK.PAR", "JB23.PAR", "TUNDRIL.CFG"},
+          "Which of the projects' files, or what the two files are (default: TUNDRIL.PAR, or by name)");
+  AddOutputOptions(verb, &diff->output);
+}
+
+}  // namespace
+
+void AddSettingsCommands(CLI::App& app) {
+  CLI::App* settings =
+      app.add_subcommand("settings", "Parameters: values, defaults, where they are, a project's own");
+  settings->require_subcommand(1);
+  AddValues(settings);
+  AddComparisons(settings);
+}
+
+}  // namespace velmora::cli

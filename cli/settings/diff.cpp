@@ -1,0 +1,82 @@
+#include "cli/error.h"
+#include "cli/project/project_folder.h"
+#include "cli/settings/commands.h"
+#include "cli/settings/parameters.h"
+#include "cli/settings/workplace.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+namespace {
+
+bool IsFolder(const std::string& name) {
+  const std::optional<FileStatus> status = GetFileStatus(ProjectFolder(name));
+  return status && status->kind == FileKind::kFolder;
+}
+
+// The file that both sides are read as: the one asked for, else what a file given is called.
+ParameterFile FileOf(const SettingsOptions& options) {
+  if (!options.file.empty()) return ParameterFileNamed(FromUtf8(options.file));
+  for (const std::string* side : {&options.a, &options.b})
+    if (!IsFolder(*side)) return ParameterFileNamed(NameOfPath(ProjectFolder(*side)));
+  return ParameterFileNamed(CProjPath::TundrilParNamn);
+}
+
+// The file that a side means: what a project's programs find, or a file alone. Empty when there is none.
+CString PathOf(const std::string& side, const ParameterFile& file) {
+  if (!IsFolder(side)) return ProjectFolder(side);
+  const std::vector<Place> places = Workplace(side).PlacesOf(file.name);
+  const Place* place = PlaceInUse(places);
+  return place == nullptr ? CString() : place->path;
+}
+
+Cell ValueCell(const Setting* setting) { return setting == nullptr ? Cell() : Cell(ToUtf8(setting->value)); }
+
+std::string SourceOf(const Setting* setting) {
+  if (setting == nullptr) return "-";
+  return setting->stored ? "file" : setting->built_in ? "built in" : "-";
+}
+
+std::string ShownPath(const CString& path) { return path.IsEmpty() ? "no file" : PathForDisplay(path); }
+
+}  // namespace
+
+void SettingsDiff(const SettingsOptions& options) {
+  const ParameterFile file = FileOf(options);
+  const CString path_a = PathOf(options.a, file);
+  const CString path_b = PathOf(options.b, file);
+  const Settings a(file, path_a);
+  const Settings b(file, path_b);
+  std::vector<CString> keys;
+  for (const Setting& setting : a.All()) keys.push_back(setting.key);
+  for (const Setting& setting : b.All())
+    if (a.Find(setting.key) == nullptr) keys.push_back(setting.key);
+
+  Sink sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  const bool table = format == OutputFormat::kTable;
+  if (table) sink.Write("A: " + ShownPath(path_a) + "\nB: " + ShownPath(path_b) + "\n\n");
+  RecordWriter records(sink, format,
+                       {{"key", "key"},
+                        {"a", "A"},
+                        {"a_from", "from"},
+                        {"b", "B"},
+                        {"b_from", "from"},
+                        {"default", "default"}});
+  std::int64_t different = 0;
+  for (const CString& key : keys) {
+    const Setting* in_a = a.Find(key);
+    const Setting* in_b = b.Find(key);
+    if (in_a != nullptr && in_b != nullptr && in_a->value == in_b->value) continue;
+    ++different;
+    const std::optional<CString>& built_in = (in_a != nullptr ? in_a : in_b)->built_in;
+    records.Row({ToUtf8(key), ValueCell(in_a), SourceOf(in_a), ValueCell(in_b), SourceOf(in_b),
+                 built_in ? Cell(ToUtf8(*built_in)) : Cell()});
+  }
+  if (!table || different > 0) records.Finish();
+  if (table && different == 0)
+    sink.Write("All " + std::to_string(keys.size()) + " keys have the same values.\n");
+  sink.Finish();
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,136 @@
+#include "cli/error.h"
+#include "cli/settings/commands.h"
+#include "cli/settings/parameters.h"
+#include "cli/settings/workplace.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+namespace {
+
+// What a parameter file says, and where it is.
+struct Listing {
+  ParameterFile file;
+  std::vector<Place> places;
+  const Place* in_use;
+  Settings settings;
+
+  const char* SourceOf(const Setting& setting) const { return setting.stored ? in_use->name : "built in"; }
+};
+
+Listing Find(const SettingsOptions& options) {
+  const Workplace workplace(options.project);
+  const ParameterFile file = ParameterFileNamed(FromUtf8(options.file.empty() ? kUsualFile : options.file));
+  std::vector<Place> places = workplace.PlacesOf(file.name);
+  const Place* in_use = PlaceInUse(places);
+  const Settings settings(file, in_use == nullptr ? CString() : in_use->path);
+  return {file, std::move(places), in_use, settings};
+}
+
+bool Differs(const Setting& setting) { return setting.built_in && setting.value != *setting.built_in; }
+
+std::string Note(const Setting& setting) {
+  if (!setting.built_in) return "no default";
+  return Differs(setting) ? "differs" : "";
+}
+
+std::string Heading(const Listing& listing) {
+  const std::string name = ToUtf8(listing.file.name);
+  if (listing.in_use == nullptr) {
+    const std::string none = name + ": there is no such file";
+    return none + (listing.file.defaults.empty() ? "" : ", so all is built in");
+  }
+  std::string text = name + ": " + PathForDisplay(listing.in_use->path) + " (" + listing.in_use->name + ")";
+  for (const Place& place : listing.places)
+    if (place.exists && &place != listing.in_use) text += "\n  hides " + PathForDisplay(place.path);
+  return text;
+}
+
+std::string Summary(const Listing& listing) {
+  size_t stored = 0;
+  size_t differing = 0;
+  for (const Setting& setting : listing.settings.All()) {
+    stored += setting.stored ? 1 : 0;
+    differing += Differs(setting) ? 1 : 0;
+  }
+  std::string text = std::to_string(listing.settings.All().size()) + " keys: " + std::to_string(stored) +
+                     " from the file, " + std::to_string(listing.settings.All().size() - stored) +
+                     " built in";
+  if (!listing.file.defaults.empty())
+    text += "; " + std::to_string(differing) + (differing == 1 ? " differs from its" : " differ from their") +
+            " default";
+  return text;
+}
+
+void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, Sink* sink,
+               OutputFormat format) {
+  RecordWriter records(*sink, format,
+                       {{"key", "key"},
+                        {"value", "value"},
+                        {"default", listing.file.defaults.empty() ? "" : "default"},
+                        {"note", listing.file.defaults.empty() ? "" : "note"},
+                        {"from", "from"}});
+  for (const Setting* setting : chosen)
+    records.Row({ToUtf8(setting->key), ToUtf8(setting->value),
+                 setting->built_in ? Cell(ToUtf8(*setting->built_in)) : Cell(), Note(*setting),
+                 std::string(listing.SourceOf(*setting))});
+  records.Finish();
+}
+
+}  // namespace
+
+void SettingsList(const SettingsOptions& options) {
+  const Listing listing = Find(options);
+  std::vector<const Setting*> chosen;
+  for (const Setting& setting : listing.settings.All())
+    if (!options.changed || Differs(setting) || !setting.built_in) chosen.push_back(&setting);
+  Sink sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  const bool table = format == OutputFormat::kTable;
+  if (table) sink.Write(Heading(listing) + "\n\n");
+  if (!table || !chosen.empty()) WriteRows(listing, chosen, &sink, format);
+  if (table) sink.Write((chosen.empty() ? "" : "\n") + Summary(listing) + "\n");
+  sink.Finish();
+}
+
+void SettingsGet(const SettingsOptions& options) {
+  const Listing listing = Find(options);
+  const Setting* setting = listing.settings.Find(FromUtf8(options.key));
+  if (setting == nullptr || (!setting->stored && !setting->built_in)) {
+    const std::string trouble = "no key " + Quoted(options.key) + ", and there is no default for it";
+    throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + trouble
+                                            : At(PathForDisplay(listing.in_use->path), "has " + trouble));
+  }
+  Sink sink("");
+  if (options.output.Format() == OutputFormat::kTable)
+    sink.Write(Printable(ToUtf8(setting->value)) + "\n");
+  else
+    WriteRows(listing, {setting}, &sink, options.output.Format());
+  sink.Finish();
+}
+
+void SettingsWhere(const SettingsOptions& options) {
+  std::vector<const wchar_t*> names = {
+      CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
+      CProjPath::Kodfil,         CProjPath::Miljkod,        CProjPath::Linkod};
+  const Workplace workplace(options.project);
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(),
+                       {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
+  for (const wchar_t* name : names) {
+    if (!options.file.empty() && FromUtf8(options.file).CompareNoCase(name) != 0) continue;
+    const std::vector<Place> places = workplace.PlacesOf(name);
+    const Place* in_use = PlaceInUse(places);
+    for (const Place& place : places)
+      records.Row({ToUtf8(name),
+                   std::string(&place == in_use ? "in use"
+                               : place.exists   ? "hidden"
+                                                : "-"),
+                   std::string(place.name), PathForDisplay(place.path)});
+  }
+  records.Finish();
+  sink.Finish();
+  if (!workplace.HasInstallation())
+    Warn("no installation found, so these are the usual folders; make one: velmora env install --to DIR");
+}
+
+}  // namespace velmora::cli

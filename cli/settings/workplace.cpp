@@ -1,0 +1,69 @@
+#include "cli/settings/workplace.h"
+
+#include <algorithm>
+
+#include "cli/error.h"
+#include "cli/project/project_folder.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+
+Workplace::Workplace(const std::string& project) : has_project_(!project.empty()) {
+  if (has_project_) project_.SetPath(ExistingProjectFolder(project));
+  FindEnvironment(kUsualSub, &environment_);
+}
+
+CTundrilInst Workplace::Facade() {
+  CTundrilInst settings;
+  settings.Init(Ini(), Project());
+  return settings;
+}
+
+std::vector<Place> Workplace::PlacesOf(const CString& file) const {
+  std::vector<Place> places;
+  const auto add = [&](const char* name, const CString& folder) {
+    if (folder.IsEmpty()) return;
+    const CString path = JoinPath(folder, file);
+    const bool again = std::any_of(places.begin(), places.end(),
+                                   [&](const Place& place) { return place.path.CompareNoCase(path) == 0; });
+    if (!again) places.push_back({name, path, FileOrFolderExists(path)});
+  };
+  const CTundrilIni& ini = environment_.ini;
+  if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) {
+    CString folder;
+    SplitPath(ini.m_iniPath, &folder, nullptr);
+    add("beside Velmora.ini", folder);
+    return places;
+  }
+  if (has_project_) add("project copy", project_.m_ProjKat);
+  add("configuration folder", ini.m_cfgDir);
+  add("program folder", ini.m_programDir);
+  return places;
+}
+
+Place Workplace::RequirePlace(const CString& file) const {
+  const std::vector<Place> places = PlacesOf(file);
+  if (const Place* place = PlaceInUse(places)) return *place;
+  const std::string name = ToUtf8(file);
+  const std::string copy = "velmora settings local create --project DIR";
+  if (!HasInstallation())
+    throw Refusal("no " + name + " and no installation found; make one: velmora env install --to DIR");
+  const std::string installed = PathForDisplay(places.empty() ? file : places.back().path);
+  if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
+    throw Refusal(At(installed, "no such file; bring the installation's: velmora env sync"));
+  const std::string own = file.CompareNoCase(CProjPath::StenParNamn) == 0 ? copy + " --stones" : copy;
+  throw Refusal(At(PathForDisplay(places.front().path),
+                   "there is no " + name + (has_project_ ? " in the project or" : " in") +
+                       " the installation; bring the installation's: velmora env sync, or make a project "
+                       "its own: " +
+                       own));
+}
+
+const Place* PlaceInUse(const std::vector<Place>& places) {
+  const auto found =
+      std::find_if(places.begin(), places.end(), [](const Place& place) { return place.exists; });
+  return found == places.end() ? nullptr : &*found;
+}
+
+}  // namespace velmora::cli
