@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
 #include "tests/alignment/shapes.h"
+#include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/vag2.h"
 
@@ -63,6 +65,40 @@ TEST_F(VaglinjeFile, PointsAreReadAndWrittenAsWindowsText) {
   EXPECT_EQ(NamesIn(folder_.Path()), std::vector<CString>{L"A$P1.VL"});
   ASSERT_EQ(OpenLine({}).Uppdat(file_), 0);
   EXPECT_EQ(ReadBytes(file_), "");
+}
+
+TEST_F(VaglinjeFile, ALargeFileIsReadAsItsLinesOneByOne) {
+  std::mt19937 random(4);
+  const std::string odd[] = {"1 2 0 3", "1e1  2\t0 3 svans", "skr\xE4p",        "",
+                             "*",       "1.0 2.0 3.0",       "1.0 2.0 0.0 3.0 "};
+  std::string bytes = "0.0 0.0 0.0 0.0 1 $Stor\r\n";
+  std::vector<kovltype> points = {{0, 0, 0, 0}};
+  size_t unreadable = 0;
+  for (int i = 0; i < 20000; ++i) {
+    CString line;
+    line.Format(L"%.4f %.*f %.2f %.3f", i * 1.7, static_cast<int>(random() % 6), i * -0.3, 0.5, i * 1.0);
+    std::string text = random() % 50 == 0 ? odd[random() % std::size(odd)] : ToUtf8(line);
+    bytes += text + (random() % 2 == 0 ? "\n" : "\r\n");
+    if (const auto point = ParsePoint(std::wstring(text.begin(), text.end())))
+      points.push_back(*point);
+    else
+      ++unreadable;
+  }
+  CVaglinje line;
+  ASSERT_EQ(Load(&line, bytes), 0);
+  const std::vector<kovltype> read = PointsOf(line);
+  ASSERT_EQ(read.size(), points.size());
+  EXPECT_EQ(std::memcmp(read.data(), points.data(), read.size() * sizeof(kovltype)), 0);
+  EXPECT_EQ(messages_.status.size(), unreadable);
+  // Written, it is what the lines' own formats give.
+  line.pael->sek = 1e300;
+  ASSERT_EQ(line.Uppdat(file_), 0);
+  std::string written = ToUtf8(FormatFirstLine(points[0], 1, L"Stor"));
+  points.back().sek = 1e300;
+  for (size_t i = 1; i < points.size(); ++i) written += ToUtf8(FormatPoint(points[i]));
+  size_t at = 0;
+  while ((at = written.find('\n', at)) != std::string::npos) written.replace(at, 1, "\r\n"), at += 2;
+  EXPECT_TRUE(ReadBytes(file_) == written);
 }
 
 TEST_F(VaglinjeFile, WhatCannotBeOpenedIsReported) {

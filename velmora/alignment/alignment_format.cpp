@@ -101,7 +101,7 @@ LineKind CombinedLines::Next(std::wstring_view line, kovltype* point) {
   const std::optional<kovltype> read = in_profile_ ? ParseProfilePoint(line) : ParsePoint(line);
   if (!read) return LineKind::kUnreadable;
   *point = *read;
-  return !in_profile_ && type_ == kPlanType ? LineKind::kPlanPoint : LineKind::kProfilePoint;
+  return PointKind();
 }
 
 }  // namespace velmora

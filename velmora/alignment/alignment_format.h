@@ -61,6 +61,13 @@ class VELMORA_API CombinedLines {
   // *point is filled for a point.
   LineKind Next(std::wstring_view line, kovltype* point);
 
+  // What a line is that has only numbers, and how many of them: 4 in the first part, 3 in the profile's
+  // section, 0 where the next line is no point whatever it holds.
+  LineKind PointKind() const {
+    return !in_profile_ && type_ == kPlanType ? LineKind::kPlanPoint : LineKind::kProfilePoint;
+  }
+  int NumbersALine() const { return to_skip_ > 0 ? 0 : in_profile_ ? 3 : 4; }
+
   // The name on the first line.
   const CString& Name() const { return name_; }
 

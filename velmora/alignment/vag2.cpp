@@ -1,5 +1,6 @@
 #include "velmora/alignment/vag2.h"
 
+#include "velmora/alignment/point_lines.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/common/text_hooks.h"
@@ -7,11 +8,7 @@
 namespace velmora {
 namespace {
 
-void Clear(CVaglinje* alignment) {
-  if (alignment->Home() < 0) return;
-  while (alignment->Delete() == 0) {
-  }
-}
+void Clear(CVaglinje* alignment) { alignment->Init(nullptr); }
 
 }  // namespace
 
@@ -51,15 +48,36 @@ int CVag2::Read(TextReader& reader, const LineSink& sink) {
   CopyToField(vlNamn, format.Name().GetView());
 
   int number = 0;
+  const auto put = [this](LineKind kind, const kovltype& point) {
+    if (kind == LineKind::kPlanPoint) plan.Ny(1, &point);
+    if (kind == LineKind::kProfilePoint) profil.Ny(1, &point);
+  };
   const auto take = [&](const CString& line) {
     kovltype point{};
     const LineKind kind = format.Next(line.GetView(), &point);
-    if (kind == LineKind::kPlanPoint) plan.Ny(1, &point);
-    if (kind == LineKind::kProfilePoint) profil.Ny(1, &point);
+    put(kind, point);
     sink(++number, kind, line);
   };
   for (int i = 0; i < known; ++i) take(lines[i]);
-  for (CString line; known == 2 && reader.ReadLine(&line);) take(ConvertReadLine(line));
+  NumberLines four(4);
+  NumberLines three(3);
+  const CString no_text;
+  CString line;
+  for (;;) {
+    const LineKind kind = format.PointKind();
+    if (format.NumbersALine() == 4)
+      TakePlainLines(&reader, &four, [&](const std::array<double, 4>& n) {
+        put(kind, {n[0], n[1], n[2], n[3]});
+        sink(++number, kind, no_text);
+      });
+    else if (format.NumbersALine() == 3)
+      TakePlainLines(&reader, &three, [&](const std::array<double, 4>& n) {
+        put(kind, {n[0], n[1], n[2], n[1]});
+        sink(++number, kind, no_text);
+      });
+    if (!reader.ReadLine(&line)) break;
+    take(ConvertReadLine(line));
+  }
 
   if (reader.Failed()) {  // half an alignment must not pass for a whole one
     Clear(&plan);
@@ -82,14 +100,14 @@ int CVag2::Uppdat(const wchar_t* file) {
   TextWriter writer;
   bool good = writer.Begin(file);
   if (good) {
-    bool first = true;
-    for (int at = plan.Home(); at == 0; at = plan++ == nullptr ? -1 : 0, first = false)
-      writer.Write(
-          (first ? FormatFirstLine(*plan.pael, plan.typ, FieldText(vlNamn)) : FormatPoint(*plan.pael))
-              .GetView());
+    PointLineWriter lines(&writer);
+    if (plan.Home() == 0) writer.Write(FormatFirstLine(*plan.pael, plan.typ, FieldText(vlNamn)).GetView());
+    if (plan_points > 0)
+      while (plan++ != nullptr) lines.PlanPoint(*plan.pael);
+    lines.Flush();
     if (profile_points > 0) writer.Write(L"*\nProfil\n*\n");
-    for (int at = profil.Home(); at == 0; at = profil++ == nullptr ? -1 : 0)
-      writer.Write(FormatProfilePoint(*profil.pael).GetView());
+    for (int at = profil.Home(); at == 0; at = profil++ == nullptr ? -1 : 0) lines.ProfilePoint(*profil.pael);
+    lines.Flush();
     good = writer.Commit();
   }
   if (good) return 0;

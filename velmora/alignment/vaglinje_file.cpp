@@ -1,4 +1,5 @@
 #include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/point_lines.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
@@ -8,8 +9,7 @@
 namespace velmora {
 
 int CVaglinje::Init(const wchar_t* file) {
-  Home();
-  while (antal > 0) Delete();
+  DeleteAll();
   if (file == nullptr) return 0;
 
   const CString path = file;  // `file` may be our own `filnamn`
@@ -21,6 +21,7 @@ int CVaglinje::Init(const wchar_t* file) {
   filnamn = NameOfPath(path);
   namn[0] = L'\0';
   CString line;
+  NumberLines plain(4);
   for (bool first = true; reader.ReadLine(&line); first = false) {
     line = ConvertReadLine(line);
     if (first) {
@@ -32,11 +33,14 @@ int CVaglinje::Init(const wchar_t* file) {
       Ny(1, &*point);
     else
       ShowStatus(UnreadableLine(line));
+    TakePlainLines(&reader, &plain, [this](const std::array<double, 4>& n) {
+      const kovltype point{n[0], n[1], n[2], n[3]};
+      Ny(1, &point);
+    });
   }
   if (!reader.Failed()) return 0;
   // Half an alignment must not pass for a whole one: it could be written back.
-  Home();
-  while (antal > 0) Delete();
+  DeleteAll();
   ShowMessage(CannotOpenAlignment(path));
   return -1;
 }
@@ -45,8 +49,10 @@ int CVaglinje::Uppdat(const wchar_t* file) {
   TextWriter writer;
   bool good = writer.Begin(file);
   if (good) {
-    for (int at = Home(); at == 0; at = (*this)++ == nullptr ? -1 : 0)
-      writer.Write((pos == 1 ? FormatFirstLine(*pael, typ, FieldText(namn)) : FormatPoint(*pael)).GetView());
+    PointLineWriter lines(&writer);
+    if (Home() == 0) writer.Write(FormatFirstLine(*pael, typ, FieldText(namn)).GetView());
+    while ((*this)++ != nullptr) lines.PlanPoint(*pael);
+    lines.Flush();
     good = writer.Commit();
   }
   if (good) return 0;

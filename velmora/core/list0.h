@@ -22,6 +22,7 @@
 #include <new>
 #include <type_traits>
 
+#include "velmora/core/node_pool.h"
 #include "velmora/core/tournament.h"
 #include "velmora/export.h"
 #include "velmora/text/string.h"
@@ -34,13 +35,7 @@ class VELMORA_TEMPLATE_API list0 {
 
  public:
   list0() = default;
-  virtual ~list0() {
-    for (Node* node = forsta; node != nullptr;) {
-      Node* next = node->next;
-      FreeNode(node);
-      node = next;
-    }
-  }
+  virtual ~list0() = default;
 
   // Lists are not copied.
   list0(const list0&) { throw L"Internt fel (Initiering list0)"; }
@@ -127,6 +122,15 @@ class VELMORA_TEMPLATE_API list0 {
   // Another number after every operation that moves the cursor or changes the chain, so that what a
   // derived class keeps beside the list can tell whether it still holds.
   std::uint64_t Changes() const { return changes_; }
+  // Removes every element at once, as Delete from the first to the last does.
+  void DeleteAll() {
+    if (forsta == nullptr) return;
+    nodes_.FreeAll();
+    forsta = sista = aktuell = mark = nullptr;
+    antal = pos = 0;
+    Set_pael();
+    Sort_mark();
+  }
   // Makes the element at a known position current.
   int Reposition(Node* to, int position) {
     if (to == nullptr) return -1;
@@ -156,12 +160,11 @@ class VELMORA_TEMPLATE_API list0 {
     Node* mark_;
   };
 
-  static Node* NewNode(const wchar_t* out_of_memory) {
-    void* memory = ::operator new(sizeof(Node), std::nothrow);
+  Node* NewNode(const wchar_t* out_of_memory) {
+    void* memory = nodes_.Take();
     if (memory == nullptr) throw out_of_memory;
     return new (memory) Node;
   }
-  static void FreeNode(Node* node) { ::operator delete(node); }
 
   void PutCursors(Node* current, Node* marked) {
     aktuell = current;
@@ -196,6 +199,7 @@ class VELMORA_TEMPLATE_API list0 {
     return node;
   }
 
+  NodePool nodes_{sizeof(Node)};
   std::uint64_t changes_ = 0;
 };
 
@@ -247,7 +251,7 @@ int list0<T>::Delete() {
     aktuell = gone->previous;
     --pos;
   }
-  FreeNode(Unlink(gone));
+  nodes_.Give(Unlink(gone));
   --antal;
   return Set_pael();
 }

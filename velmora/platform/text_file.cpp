@@ -1,6 +1,7 @@
 #include "velmora/platform/text_file.h"
 
 #include <algorithm>
+#include <cstring>
 #include <span>
 #include <utility>
 
@@ -53,9 +54,9 @@ bool TextReader::OpenStandardInput(Guess guess) {
 bool TextReader::Start(Guess guess) {
   guess_ = guess;
   size_ = file_.Size();
-  while (buffer_.size() < kLongestMark && Fill()) {
+  while (end_ < kLongestMark && Fill()) {
   }
-  encoding_ = EncodingFromMark(buffer_);
+  encoding_ = EncodingFromMark(Pending());
   start_ = ByteOrderMark(encoding_).size();
   return !failed_;
 }
@@ -63,18 +64,18 @@ bool TextReader::Start(Guess guess) {
 // Appends what the file has next; what has been returned makes room for it.
 bool TextReader::Fill() {
   if (at_end_ || failed_) return false;
-  buffer_.erase(0, start_);
+  std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
+  end_ -= start_;
   start_ = 0;
-  const size_t kept = buffer_.size();
-  buffer_.resize(kept + kChunk);
-  const std::int64_t count = file_.Read(std::span(buffer_).subspan(kept));
-  buffer_.resize(kept + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
+  if (buffer_.size() < end_ + kChunk) buffer_.resize(end_ + kChunk);
+  const std::int64_t count = file_.Read(std::span(buffer_).subspan(end_, kChunk));
   failed_ = count < 0;
   at_end_ = count == 0;
   if (count <= 0) {
     file_.Close();
     return false;
   }
+  end_ += static_cast<size_t>(count);
   consumed_ += static_cast<std::uint64_t>(count);
   return true;
 }
@@ -84,7 +85,7 @@ bool TextReader::TakeLine(std::string_view* bytes) {
   const size_t unit = UnitSize(encoding_);
   size_t searched = 0;
   for (;;) {
-    const std::string_view rest = std::string_view(buffer_).substr(start_);
+    const std::string_view rest = Pending();
     const size_t end = FindLineFeed(rest, searched, encoding_);
     if (std::min(end, rest.size()) > kLongestLine) {
       failed_ = true;
@@ -98,9 +99,9 @@ bool TextReader::TakeLine(std::string_view* bytes) {
     }
     searched = rest.size() / unit * unit;
     if (Fill()) continue;
-    if (failed_ || start_ == buffer_.size()) return false;
-    *bytes = std::string_view(buffer_).substr(start_);
-    start_ = buffer_.size();
+    if (failed_ || rest.empty()) return false;
+    *bytes = Pending();
+    start_ = end_;
     ended_ = false;
     return true;
   }
@@ -115,6 +116,10 @@ bool TextReader::ReadLine(CString* line) {
   AppendDecoded(bytes, is_utf8 ? TextEncoding::kUtf8 : encoding_, &text_);
   *line = CString(std::wstring_view(text_));
   return true;
+}
+
+std::string_view TextReader::Buffered() const {
+  return failed_ || IsUtf16(encoding_) ? std::string_view() : Pending();
 }
 
 bool TextWriter::Begin(const CString& target, const CString& temporary) {
@@ -149,6 +154,16 @@ void TextWriter::Write(std::wstring_view text) {
     }
     if (bytes_.size() >= kChunk) Flush();
   }
+}
+
+void TextWriter::WriteAscii(std::string_view lines) {
+  if (failed_) return;
+  if (IsUtf16(encoding_)) {
+    failed_ = !AppendEncoded(std::wstring(lines.begin(), lines.end()), encoding_, &bytes_);
+  } else {
+    bytes_.append(lines);
+  }
+  if (bytes_.size() >= kChunk) Flush();
 }
 
 void TextWriter::Flush() {

@@ -30,6 +30,12 @@ class VELMORA_API TextReader {
   [[nodiscard]] bool ReadLine(CString* line);
   static constexpr size_t kLongestLine = size_t{64} << 20;  // bytes
 
+  // For readers of plain ASCII that do without a line's text: the bytes that have been read from the file
+  // and not been returned, and how many of them, whole lines, are not to be. Empty in an encoding in which
+  // ASCII is not one byte a character.
+  std::string_view Buffered() const;
+  void Skip(size_t count) { start_ += count; }
+
   // Whether reading ended before the end of the file.
   bool Failed() const { return failed_; }
   // Whether the last line read had a line end.
@@ -47,9 +53,12 @@ class VELMORA_API TextReader {
   InputFile file_;
   Guess guess_ = Guess::kWindows1252;
   TextEncoding encoding_ = TextEncoding::kWindows1252;
-  std::string buffer_;
-  std::wstring text_;  // of the line at hand
-  size_t start_ = 0;   // of what has not been returned, in buffer_
+  std::string_view Pending() const { return std::string_view(buffer_).substr(start_, end_ - start_); }
+
+  std::string buffer_;  // grows when a line needs it
+  std::wstring text_;   // of the line at hand
+  size_t start_ = 0;    // of what has not been returned, in buffer_
+  size_t end_ = 0;      // of what has been read
   std::uint64_t size_ = 0;
   std::uint64_t consumed_ = 0;
   bool at_end_ = false;
@@ -66,6 +75,8 @@ class VELMORA_API TextWriter {
   // Appends text as it stands; each "\n" becomes CR LF. A character that the encoding lacks makes
   // this and Commit fail.
   void Write(std::wstring_view text);
+  // The same for ASCII with its line ends as they are on disk.
+  void WriteAscii(std::string_view lines);
   // Whether Commit is bound to fail.
   bool Failed() const { return failed_; }
   // False when anything since Begin failed; the old file is then as it was.

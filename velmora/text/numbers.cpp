@@ -6,6 +6,7 @@
 #include <cmath>
 #include <type_traits>
 
+#include "velmora/text/fixed_digits.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -111,6 +112,8 @@ std::optional<double> ParseWholeNumber(std::wstring_view text) {
 }
 
 std::string FormatFixed(double value, int decimals) {
+  std::array<char, kLongestPlain> plain;
+  if (const size_t length = WritePlainFixed(value, decimals, plain.data())) return {plain.data(), length};
   if (std::isnan(value)) return "nan";
   std::array<char, 512> buffer;  // the largest double has 309 digits before its point
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,

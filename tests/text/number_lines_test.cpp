@@ -1,0 +1,97 @@
+// The quick ways of reading and writing numbers, held against the general ones.
+#include "velmora/text/number_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "velmora/text/fixed_digits.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora {
+namespace {
+
+TEST(FixedDigits, AreThoseOfPrintf) {
+  std::mt19937_64 random(1);
+  size_t plain = 0;
+  for (int i = 0; i < 400'000; ++i) {
+    double value = 0;
+    switch (i % 4) {
+      case 0:  // any bits
+        value = std::bit_cast<double>(random());
+        break;
+      case 1:  // a number of a survey, and its neighbours
+        value = static_cast<double>(static_cast<std::int64_t>(random() % 2'000'000'000'000)) / 1e4;
+        value = std::nextafter(value, random() % 2 == 0 ? 0 : 1e300);
+        break;
+      case 2:  // halfway between two
+        value = std::ldexp(static_cast<double>(random() % 4'000'000 + 1), -static_cast<int>(random() % 24));
+        break;
+      default:  // close to nothing and to the limits
+        value = std::ldexp(1.0 - static_cast<double>(random() % 3) * 0x1p-53,
+                           static_cast<int>(random() % 120) - 60);
+    }
+    if (random() % 2 == 0) value = -value;
+    for (const int decimals : {0, 3, 4, 8}) {
+      char text[kLongestPlain];
+      const size_t length = WritePlainFixed(value, decimals, text);
+      if (length == 0) continue;
+      ++plain;
+      char expected[400];
+      const int wanted = std::snprintf(expected, sizeof expected, "%.*f", decimals, value);
+      ASSERT_EQ(std::string(text, length), std::string(expected, static_cast<size_t>(wanted)));
+    }
+  }
+  EXPECT_GT(plain, 1'000'000u);
+  char text[kLongestPlain];
+  EXPECT_EQ(WritePlainFixed(1e300, 4, text) + WritePlainFixed(std::nan(""), 4, text) +
+                WritePlainFixed(INFINITY, 4, text) + WritePlainFixed(1, 9, text),
+            0u);
+}
+
+TEST(NumberLines, GiveTheSameDoublesOrNone) {
+  std::mt19937 random(2);
+  const std::string odd[] = {"1e3", "-",   "",     ".5", "5.",    "12345678.25", "+1.5", "0.12345678",
+                             "x",   "1,5", "-0.0", "7",  "--1.0", "1.\xE5",      "1.5-"};
+  const auto number = [&] {
+    std::string text = random() % 3 == 0 ? "-" : "";
+    text += std::to_string(random() % (random() % 2 == 0 ? 10 : 9'999'999)) + ".";
+    for (size_t digits = random() % 10 == 0 ? 1 + random() % 7 : 4; digits > 0; --digits)
+      text += static_cast<char>('0' + random() % 10);
+    return text;
+  };
+  size_t plain = 0;
+  for (const int count : {3, 4}) {
+    NumberLines lines(count);
+    for (int round = 0; round < 200'000; ++round) {
+      std::string line;
+      for (int i = 0; i < count; ++i)
+        line += (i > 0 ? " " : "") + (random() % 40 == 0 ? odd[random() % std::size(odd)] : number());
+      if (random() % 40 == 0) line += odd[random() % std::size(odd)];
+      const std::string end = random() % 2 == 0 ? "\r\n" : "\n";
+      const std::string padded = line + end + std::string(NumberLines::kSlack, random() % 2 == 0 ? '9' : ' ');
+      std::array<double, 4> read{};
+      const size_t length = lines.Read(padded, &read);
+      EXPECT_EQ(lines.Read(std::string_view(padded).substr(0, NumberLines::kSlack - 1), &read), 0u);
+      if (length == 0) continue;
+      ++plain;
+      ASSERT_EQ(length, line.size() + end.size()) << line;
+      std::array<double, 4> expected{};
+      ASSERT_EQ(ScanNumbers(std::wstring(line.begin(), line.end()),
+                            std::span(expected).first(static_cast<size_t>(count))),
+                static_cast<size_t>(count))
+          << line;
+      (void)lines.Read(padded, &read);
+      ASSERT_EQ(std::memcmp(read.data(), expected.data(), sizeof(double) * static_cast<size_t>(count)), 0)
+          << line;
+    }
+  }
+  EXPECT_GT(plain, 200'000u);
+}
+
+}  // namespace
+}  // namespace velmora

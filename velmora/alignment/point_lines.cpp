@@ -1,0 +1,46 @@
+#include "velmora/alignment/point_lines.h"
+
+#include "velmora/text/fixed_digits.h"
+
+namespace velmora {
+namespace {
+
+constexpr int kDecimals = 4;
+constexpr size_t kLongestLine = 4 * (kLongestPlain + 1) + 2;
+
+}  // namespace
+
+// False, with nothing written, when one of the numbers is not plain.
+bool PointLineWriter::WritePlain(std::span<const double> numbers) {
+  if (used_ + kLongestLine > block_.size()) Flush();
+  char* at = block_.data() + used_;
+  for (const double number : numbers) {
+    const size_t length = WritePlainFixed(number, kDecimals, at);
+    if (length == 0) return false;
+    at += length;
+    *at++ = ' ';
+  }
+  at[-1] = '\r';
+  *at++ = '\n';
+  used_ = static_cast<size_t>(at - block_.data());
+  return true;
+}
+
+void PointLineWriter::PlanPoint(const kovltype& point) {
+  if (WritePlain(std::array<double, 4>{point.x, point.y, point.bulge, point.sek})) return;
+  Flush();
+  writer_->Write(FormatPoint(point).GetView());
+}
+
+void PointLineWriter::ProfilePoint(const kovltype& point) {
+  if (WritePlain(std::array<double, 3>{point.x, point.y, point.bulge})) return;
+  Flush();
+  writer_->Write(FormatProfilePoint(point).GetView());
+}
+
+void PointLineWriter::Flush() {
+  writer_->WriteAscii({block_.data(), used_});
+  used_ = 0;
+}
+
+}  // namespace velmora

@@ -1,0 +1,48 @@
+// Alignment files by the block: the lines that every survey program writes, numbers with one blank between
+// them, between a file's bytes and points without a line's text being made.
+#ifndef VELMORA_ALIGNMENT_POINT_LINES_H_
+#define VELMORA_ALIGNMENT_POINT_LINES_H_
+
+#include <array>
+#include <span>
+
+#include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/alignment_point.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/text/number_lines.h"
+
+namespace velmora {
+
+// Passes the numbers of all plain lines that `reader` holds next to `take`. The line that follows is for the
+// general way.
+template <class Take>
+void TakePlainLines(TextReader* reader, NumberLines* lines, Take take) {
+  const std::string_view text = reader->Buffered();
+  std::array<double, 4> numbers;
+  size_t done = 0;
+  while (const size_t length = lines->Read(text.substr(done), &numbers)) {
+    take(numbers);
+    done += length;
+  }
+  reader->Skip(done);
+}
+
+// Writes the lines of FormatPoint and FormatProfilePoint. The last ones wait for Flush.
+class PointLineWriter {
+ public:
+  explicit PointLineWriter(TextWriter* writer) : writer_(writer) {}
+  void PlanPoint(const kovltype& point);
+  void ProfilePoint(const kovltype& point);
+  void Flush();
+
+ private:
+  bool WritePlain(std::span<const double> numbers);
+
+  TextWriter* writer_;
+  std::array<char, size_t{16} << 10> block_;
+  size_t used_ = 0;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_POINT_LINES_H_

@@ -1,0 +1,84 @@
+// Memory for the nodes of one list: few pieces that grow with the list, so that a list of a million
+// records costs a handful of allocations and is given back at once.
+#ifndef VELMORA_CORE_NODE_POOL_H_
+#define VELMORA_CORE_NODE_POOL_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+
+namespace velmora {
+
+// Hands out pieces of `size` bytes, aligned as operator new aligns.
+class NodePool {
+ public:
+  explicit NodePool(size_t size) : size_(Aligned(std::max(size, sizeof(Free)))) {}
+  ~NodePool() { FreeAll(); }
+  NodePool(const NodePool&) = delete;
+  NodePool& operator=(const NodePool&) = delete;
+
+  // Null when memory runs out.
+  void* Take() {
+    if (free_ != nullptr) {
+      Free* piece = free_;
+      free_ = piece->next;
+      return piece;
+    }
+    if (next_ == end_ && !Grow()) return nullptr;
+    void* piece = next_;
+    next_ += size_;
+    return piece;
+  }
+  void Give(void* piece) { free_ = new (piece) Free{free_}; }
+
+  // Takes back everything that was handed out.
+  void FreeAll() {
+    while (chunks_ != nullptr) {
+      Chunk* chunk = chunks_;
+      chunks_ = chunk->next;
+      ::operator delete(chunk);
+    }
+    free_ = nullptr;
+    next_ = end_ = nullptr;
+    nodes_ = 0;
+  }
+
+ private:
+  struct Free {
+    Free* next;
+  };
+  struct Chunk {
+    Chunk* next;
+  };
+  static constexpr size_t kLargestChunk = size_t{1} << 20;  // bytes
+
+  static constexpr size_t Aligned(size_t size) {
+    constexpr size_t kAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+    return (size + kAlignment - 1) / kAlignment * kAlignment;
+  }
+
+  // A quarter of what there is already: a short list has a node an allocation, and none wastes more than
+  // that quarter.
+  bool Grow() {
+    const size_t count = std::clamp(nodes_ / 4, size_t{1}, std::max(kLargestChunk / size_, size_t{1}));
+    const size_t head = Aligned(sizeof(Chunk));
+    void* memory = ::operator new(head + count * size_, std::nothrow);
+    if (memory == nullptr) return false;
+    chunks_ = new (memory) Chunk{chunks_};
+    next_ = static_cast<char*>(memory) + head;
+    end_ = next_ + count * size_;
+    nodes_ += count;
+    return true;
+  }
+
+  size_t size_;
+  size_t nodes_ = 0;  // in all chunks
+  Chunk* chunks_ = nullptr;
+  Free* free_ = nullptr;  // given back, to be handed out again first
+  char* next_ = nullptr;  // what the newest chunk still has
+  char* end_ = nullptr;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_CORE_NODE_POOL_H_

@@ -1,0 +1,125 @@
+// Numbers written with a fixed number of decimals, exactly as printf rounds them, in a few nanoseconds.
+#ifndef VELMORA_TEXT_FIXED_DIGITS_H_
+#define VELMORA_TEXT_FIXED_DIGITS_H_
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace velmora {
+namespace fixed_digits {
+
+__extension__ using Wide = unsigned __int128;
+
+inline constexpr int kMostPlainDecimals = 8;
+inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfTen = {
+    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfFive = {
+    1, 5, 25, 125, 625, 3'125, 15'625, 78'125, 390'625};
+
+// `product` / 2^shift as the nearest integer, halves to the even one. `shift` is from 1 to one less than
+// the type's bits.
+template <class Unsigned>
+constexpr Unsigned ShiftRounded(Unsigned product, int shift) {
+  const Unsigned whole = product >> shift;
+  const Unsigned rest = product - (whole << shift);
+  const Unsigned half = Unsigned{1} << (shift - 1);
+  return whole + ((rest > half) | ((rest == half) & (whole & 1)));
+}
+
+// |value| times 10^decimals as the nearest integer, halves to the even one, from the double's own bits: its
+// 53 digits times a power of five are exact, and so is the shift. False when it is too large.
+inline bool ScaledExactly(double value, int decimals, std::uint64_t* scaled) {
+  constexpr int kFitsInto64 = 4;  // decimals: 53 bits and the 10 of 5^4
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const int exponent = static_cast<int>(bits >> 52) & 0x7FF;
+  const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
+  const std::uint64_t mantissa = exponent == 0 ? fraction : fraction | std::uint64_t{1} << 52;
+  // The value is mantissa / 2^(1075 - exponent).
+  const int shift = 1075 - std::max(exponent, 1) - decimals;
+  const std::uint64_t power = kPowersOfFive[static_cast<size_t>(decimals)];
+  if (decimals <= kFitsInto64 && shift > 0 && shift < 64) {
+    *scaled = ShiftRounded(mantissa * power, shift);
+    return true;
+  }
+  if (shift <= 0) return false;
+  // Beyond that the number is less than half of its last decimal.
+  const Wide rounded = shift < 100 ? ShiftRounded(static_cast<Wide>(mantissa) * power, shift) : 0;
+  *scaled = static_cast<std::uint64_t>(rounded);
+  return rounded >> 64 == 0;
+}
+
+// The digits of a number below 10^4 and 10^8 as bytes 0 to 9, the first one lowest.
+inline std::uint32_t FourDigits(std::uint32_t number) {
+  const std::uint32_t hundreds = number / 100;
+  const std::uint32_t twos = hundreds | (number - 100 * hundreds) << 16;
+  const std::uint32_t tens = ((twos * 103) >> 10) & 0x000F000FU;
+  return tens | (twos - 10 * tens) << 8;
+}
+inline std::uint64_t EightDigits(std::uint32_t number) {
+  const std::uint64_t fours = number / 10'000 | static_cast<std::uint64_t>(number % 10'000) << 32;
+  const std::uint64_t hundreds = ((fours * 10'486) >> 20) & 0x0000007F0000007FU;
+  const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16;
+  const std::uint64_t tens = ((twos * 103) >> 10) & 0x000F000F000F000FU;
+  return tens | (twos - 10 * tens) << 8;
+}
+
+// Writes the eight bytes as characters.
+inline void Store(std::uint64_t digits, char* out) {
+  digits |= 0x3030303030303030U;
+  if constexpr (std::endian::native == std::endian::big) digits = __builtin_bswap64(digits);
+  std::memcpy(out, &digits, sizeof digits);
+}
+
+// Without leading zeros; writes up to seven characters more than it says.
+inline size_t WriteBelowEightDigits(std::uint32_t number, char* out) {
+  const std::uint64_t digits = EightDigits(number);
+  const int zeros = std::countr_zero(digits | std::uint64_t{1} << 56) / 8;
+  Store(digits >> (8 * zeros), out);
+  return static_cast<size_t>(8 - zeros);
+}
+
+inline size_t WriteInteger(std::uint64_t number, char* out) {
+  constexpr std::uint64_t kEight = 100'000'000;
+  if (number < kEight) return WriteBelowEightDigits(static_cast<std::uint32_t>(number), out);
+  const size_t before = WriteInteger(number / kEight, out);
+  Store(EightDigits(static_cast<std::uint32_t>(number % kEight)), out + before);
+  return before + 8;
+}
+
+}  // namespace fixed_digits
+
+inline constexpr size_t kLongestPlain = 40;
+
+// Writes "%.{decimals}f" to `out`, which has room for kLongestPlain characters, and returns its length. 0,
+// with `out` undefined, for what takes the general way (FormatFixed): more than eight decimals, 2^45 and
+// above, what is no number.
+inline size_t WritePlainFixed(double value, int decimals, char* out) {
+  std::uint64_t scaled = 0;
+  if (decimals < 0 || decimals > fixed_digits::kMostPlainDecimals ||
+      !fixed_digits::ScaledExactly(value, decimals, &scaled))
+    return 0;
+  char* at = out;
+  *at = '-';
+  at += std::signbit(value) ? 1 : 0;
+  // The usual number of decimals without a division.
+  const std::uint64_t power = fixed_digits::kPowersOfTen[static_cast<size_t>(decimals)];
+  const std::uint64_t whole = decimals == 4 ? scaled / 10'000 : scaled / power;
+  const auto rest = static_cast<std::uint32_t>(scaled - whole * power);
+  at += whole < 100'000'000 ? fixed_digits::WriteBelowEightDigits(static_cast<std::uint32_t>(whole), at)
+                            : fixed_digits::WriteInteger(whole, at);
+  if (decimals == 0) return static_cast<size_t>(at - out);
+  *at++ = '.';
+  fixed_digits::Store(decimals == 4 ? fixed_digits::FourDigits(rest)
+                                    : fixed_digits::EightDigits(rest) >> (8 * (8 - decimals)),
+                      at);
+  return static_cast<size_t>(at - out + decimals);
+}
+
+}  // namespace velmora
+
+#endif  // VELMORA_TEXT_FIXED_DIGITS_H_

@@ -1,0 +1,45 @@
+// Lines of plain numbers straight from a file's bytes, many millions a second.
+//
+// A plain number is an optional "-", digits and, as a rule, a point with further digits; of a line it takes
+// its shape: how many digits stand before and behind the point in each column. The next line mostly has
+// the same, so it is read as if it had, without looking for where its numbers end, and what came out is
+// then checked. Every other line is left to the general reader, which gives the same doubles.
+#ifndef VELMORA_TEXT_NUMBER_LINES_H_
+#define VELMORA_TEXT_NUMBER_LINES_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "velmora/export.h"
+
+namespace velmora {
+
+// How many digits a column's numbers have, with what follows from it.
+struct NumberShape {
+  int digits = 0;    // before the point, 1 to 7; 0: not known
+  int decimals = 0;  // behind it, 1 to 7
+};
+
+// Reads lines of three or four numbers with one blank between them.
+class VELMORA_API NumberLines {
+ public:
+  // `count` is 3 or 4.
+  explicit NumberLines(int count) : count_(count) {}
+
+  // Reads the line at the start of `text` and returns its length with its line end, CR LF or LF. 0 when the
+  // line is not plain or `text` does not hold it with kSlack bytes to spare; `numbers` are then undefined.
+  size_t Read(std::string_view text, std::array<double, 4>* numbers);
+
+  // The longest plain line, so that nothing is read outside `text`.
+  static constexpr size_t kSlack = 4 * 17 + 2;
+
+ private:
+  int count_;
+  std::array<NumberShape, 4> shapes_;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_TEXT_NUMBER_LINES_H_
