@@ -19,7 +19,7 @@ Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& inp
   const TemporaryFolder folder;
   const auto in_folder = [&](const wchar_t* name) { return folder.Path() + L"\\" + name; };
   WriteBytes(in_folder(L"in"), input);
-  std::string line = ShellQuoted(ShellPath(FromEnvironment("VELMORA_COMMAND")));
+  std::string line = ShellQuoted(VelmoraCommand());
   for (const std::string& argument : arguments) line += " " + ShellQuoted(argument);
   line += " < " + ShellQuoted(AsArgument(in_folder(L"in"))) + " > " +
           ShellQuoted(AsArgument(in_folder(L"out"))) + " 2> " + ShellQuoted(AsArgument(in_folder(L"err")));
@@ -29,6 +29,8 @@ Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& inp
   ran.err = ReadBytes(in_folder(L"err"));
   return ran;
 }
+
+std::string VelmoraCommand() { return ShellPath(FromEnvironment("VELMORA_COMMAND")); }
 
 std::string Example(const std::string& name) {
   return ShellPath(FromEnvironment("VELMORA_EXAMPLES") + "/" + name);

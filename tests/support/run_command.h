@@ -18,6 +18,8 @@ struct Ran {
 // Arguments and input in UTF-8. The program is the one that the environment's VELMORA_COMMAND names.
 Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& input = "");
 
+// That program, as this system spells it.
+std::string VelmoraCommand();
 // A file of the example data, as an argument.
 std::string Example(const std::string& name);
 // A path of ours as an argument for this system.

@@ -33,10 +33,19 @@ HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ, H
   return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
 }
 
+// Whether the other side is there. A program that was killed says no goodbye, but its window goes.
+bool IsThere(DdeConversation conversation) {
+  CONVINFO info = {};
+  info.cb = sizeof info;
+  return conversation != nullptr && DdeQueryConvInfo(conversation, QID_SYNC, &info) != 0 &&
+         (info.wStatus & ST_CONNECTED) != 0 && IsWindow(info.hwndPartner) != FALSE;
+}
+
 // Asynchronous throughout: a call that waited would dispatch the thread's messages meanwhile. The number
 // of the transaction, 0 when it could not be sent.
 DWORD Send(DdeConversation conversation, DdeString item, UINT type, std::string_view text = {}) {
-  if (conversation == nullptr || item == nullptr) return 0;
+  // Once Wine has found nobody to send to, it keeps the conversation for ever and begins no other like it.
+  if (item == nullptr || !IsThere(conversation)) return 0;
   std::string bytes(text);
   const bool poke = type == XTYP_POKE;
   DWORD id = 0;
@@ -99,13 +108,7 @@ bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_
   return id != 0;
 }
 
-bool DdeChannel::IsOpen(DdeConversation conversation) {
-  CONVINFO info = {};
-  info.cb = sizeof info;
-  if (conversation == nullptr || DdeQueryConvInfo(conversation, QID_SYNC, &info) == 0) return false;
-  // A program that was killed says no goodbye, but its window goes.
-  return (info.wStatus & ST_CONNECTED) != 0 && IsWindow(info.hwndPartner) != FALSE;
-}
+bool DdeChannel::IsOpen(DdeConversation conversation) { return IsThere(conversation); }
 
 int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
