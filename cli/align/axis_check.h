@@ -13,6 +13,11 @@ class AxisCheck {
   // "Near" is within the alignment's box, widened by its own size and at least a kilometre.
   explicit AxisCheck(const Box& box);
   void Add(double northing, double easting);
+  // What another check of the same alignment counted.
+  void Add(const AxisCheck& other) {
+    near_ += other.near_;
+    near_swapped_ += other.near_swapped_;
+  }
   // Whether far more points would lie near the road with their axes exchanged.
   bool LooksSwapped() const;
   std::int64_t Near() const { return near_; }

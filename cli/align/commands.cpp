@@ -5,6 +5,7 @@
 
 #include "cli/input/rows.h"
 #include "cli/options.h"
+#include "cli/parallel/ordered_workers.h"
 #include "cli/station_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
@@ -68,6 +69,10 @@ void AddLocate(CLI::App* align) {
           "Search: 0 everything (default), 1 only around the station guessed from the ends, 2 segments "
           "without vertices")
       ->check(CLI::Range(0, 2));
+  options->threads = AllCores();
+  verb->add_option("--threads", options->threads, "Threads to work with (default: all cores)")
+      ->check(CLI::Range(1, 256))
+      ->type_name("N");
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignLocate(*options); });

@@ -27,6 +27,7 @@ struct LocateOptions {
   std::optional<Range> area;     // stations
   std::optional<Range> offsets;  // left limit, right limit
   int mode = 0;
+  int threads = 1;
   OutputOptions output;
 };
 

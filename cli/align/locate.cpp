@@ -3,35 +3,23 @@
 
 #include "cli/align/axis_check.h"
 #include "cli/align/commands.h"
-#include "cli/align/offset_text.h"
-#include "cli/align/placing.h"
-#include "cli/align/point_list.h"
+#include "cli/align/locate_rows.h"
 #include "cli/error.h"
 #include "cli/output/progress.h"
+#include "cli/parallel/ordered_workers.h"
 
 namespace velmora::cli {
 namespace {
-
-std::vector<Column> LocateColumns() {
-  return {{"id", "id"},
-          {"northing", "northing", true},
-          {"easting", "easting", true},
-          {"station", "station", true},
-          {"offset", ""},
-          {"side", ""},
-          {"", "offset", true},
-          {"profile_level", "profile", true},
-          {"level", "level", true},
-          {"difference", "diff", true},
-          {"status", "status"},
-          {"line", ""}};
-}
 
 // How the rows turned out, for the line at the end.
 class Tally {
  public:
   void Add(PlaceStatus status) { ++placed_[static_cast<size_t>(status)]; }
   void AddUnreadable() { ++unreadable_; }
+  void Add(const Tally& other) {
+    for (size_t i = 0; i < placed_.size(); ++i) placed_[i] += other.placed_[i];
+    unreadable_ += other.unreadable_;
+  }
   std::int64_t Unreadable() const { return unreadable_; }
 
   std::string Text() const {
@@ -52,23 +40,112 @@ class Tally {
   std::int64_t unreadable_ = 0;
 };
 
-void SetArea(const LocateOptions& options, CVaglinje* plan) {
+std::optional<StationArea> AreaOf(const LocateOptions& options) {
+  if (!options.area && !options.offsets) return std::nullopt;
   constexpr double kNoLimit = std::numeric_limits<double>::infinity();
   const Range stations = options.area.value_or(Range{-kNoLimit, kNoLimit});
   const Range offsets = options.offsets.value_or(Range{-kNoLimit, kNoLimit});
-  plan->omrSekMin = stations.low;
-  plan->omrSekMax = stations.high;
-  plan->omrAvstMin = offsets.low;
-  plan->omrAvstMax = offsets.high;
+  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
 }
 
-std::vector<Cell> UnreadableRow(const ListedPoint& point) {
-  std::vector<Cell> cells(LocateColumns().size());
-  cells[0] = point.id;
-  cells[10] = "unreadable row (line " + std::to_string(point.line) + "): " + point.problem;
-  cells[11] = point.line;
-  return cells;
+// Some thousand rows on their way through.
+struct Block {
+  explicit Block(const Box& box) : axes(box) {}
+
+  RowBlock rows;
+  std::uint64_t consumed = 0;  // bytes of the list, through this block
+  std::vector<ListedPoint> points;
+  std::vector<Placing> placings;  // of each point, also of rows that are none
+  std::string csv;                // the rows' text, when CSV is wanted
+  AxisCheck axes;
+  Tally tally;
+};
+
+// Everything of a block that needs no other block.
+void WorkOut(const Placer& placer, const RowLayout& layout, bool csv, bool km, Block* block) {
+  PointsOfBlock(block->rows, layout, &block->points);
+  block->rows = {};
+  const size_t count = block->points.size();
+  std::vector<double> northing(count);
+  std::vector<double> easting(count);
+  for (size_t i = 0; i < count; ++i) {
+    northing[i] = block->points[i].northing;
+    easting[i] = block->points[i].easting;
+  }
+  block->placings.resize(count);
+  placer.Place(northing.data(), easting.data(), count, block->placings.data());
+  for (size_t i = 0; i < count; ++i) {
+    const ListedPoint& point = block->points[i];
+    if (point.problem.empty()) {
+      block->axes.Add(point.northing, point.easting);
+      block->tally.Add(block->placings[i].status);
+    } else {
+      block->tally.AddUnreadable();
+    }
+    if (csv) AppendLocateCsv(point, block->placings[i], km, &block->csv);
+  }
 }
+
+// Writes finished blocks and keeps what is said at the end.
+class Results {
+ public:
+  Results(const LocateOptions& options, const Box& box, std::uint64_t size)
+      : options_(options),
+        format_(options.output.Format()),
+        sink_(options.output.file, {options.file, options.points}),
+        records_(sink_, format_, LocateColumns()),
+        axes_(box),
+        progress_("Placing points", size) {}
+
+  bool IsCsv() const { return format_ == OutputFormat::kCsv; }
+
+  void Write(const Block& block) {
+    rows_ += block.points.size();
+    progress_.Update(block.consumed, rows_);
+    axes_.Add(block.axes);
+    if (tally_.Unreadable() == 0 && block.tally.Unreadable() > 0)
+      for (const ListedPoint& point : block.points)
+        if (!point.problem.empty()) {
+          first_problem_ = point;
+          break;
+        }
+    tally_.Add(block.tally);
+    if (IsCsv()) {
+      sink_.Write(block.csv);
+      return;
+    }
+    for (size_t i = 0; i < block.points.size(); ++i)
+      records_.Row(LocateCells(block.points[i], block.placings[i], options_.output.km));
+  }
+
+  void Finish() {
+    records_.Finish();
+    if (format_ == OutputFormat::kTable) sink_.Write("\n" + tally_.Text() + "\n");
+    sink_.Finish();
+    if (axes_.LooksSwapped())
+      Warn(At(options_.points, "northing and easting look exchanged: " + std::to_string(axes_.NearSwapped()) +
+                                   " points lie near the road with them swapped, " +
+                                   std::to_string(axes_.Near()) +
+                                   " as they stand; check the columns' titles or order"));
+    if (tally_.Unreadable() == 0) return;
+    Warn(At(options_.points, first_problem_.line,
+            first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
+                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
+                " not placed, correct and run again"));
+    throw ExitWith{1};
+  }
+
+ private:
+  const LocateOptions& options_;
+  OutputFormat format_;
+  Sink sink_;
+  RecordWriter records_;
+  AxisCheck axes_;
+  Tally tally_;
+  ListedPoint first_problem_;
+  Progress progress_;
+  std::uint64_t rows_ = 0;
+};
 
 }  // namespace
 
@@ -79,59 +156,32 @@ void AlignLocate(const LocateOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   PointList points(options.points);
-  SetArea(options, &input.set.plan);
-  const bool in_area = options.area || options.offsets;
+  const Box box = MeasurePlan(input.plan).box;
+  Results results(options, box, points.Rows().Size());
+  const Placer placer(&input, options.mode, AreaOf(options));
+  const RowLayout layout = points.Layout();
+  OrderedWorkers<Block> workers(placer.IsThreadSafe() ? options.threads : 1, [&](Block* block) {
+    WorkOut(placer, layout, results.IsCsv(), options.output.km, block);
+  });
+  const auto put = [&](std::unique_ptr<Block> block) {
+    block->consumed = points.Rows().Consumed();
+    if (workers.Full()) results.Write(*workers.Take());
+    workers.Put(std::move(block));
+  };
 
-  const OutputFormat format = options.output.Format();
-  Sink sink(options.output.file, {options.file, options.points});
-  RecordWriter records(sink, format, LocateColumns());
-  AxisCheck axes(MeasurePlan(input.plan).box);
-  Tally tally;
-  ListedPoint first_problem;
-  Progress progress("Placing points", points.Rows().Size());
-  std::uint64_t rows = 0;
-  for (ListedPoint point; points.Next(&point);) {
-    progress.Update(points.Rows().Consumed(), ++rows);
-    if (!point.problem.empty()) {
-      if (tally.Unreadable() == 0) first_problem = point;
-      tally.AddUnreadable();
-      records.Row(UnreadableRow(point));
-      continue;
-    }
-    axes.Add(point.northing, point.easting);
-    const Placing placing = LocatePoint(input, point.northing, point.easting, options.mode, in_area);
-    tally.Add(placing.status);
-    const bool found = placing.status == PlaceStatus::kOn || placing.status == PlaceStatus::kOutsideArea;
-    std::vector<Cell> cells(LocateColumns().size());
-    cells[0] = point.id;
-    cells[1] = Number{point.northing};
-    cells[2] = Number{point.easting};
-    if (found) {
-      cells[3] = StationCell(placing.station, options.output.km);
-      cells[4] = Number{placing.offset};
-      cells[5] = OffsetSide(placing.offset);
-      cells[6] = OffsetText(placing.offset);
-    }
-    if (placing.profile_level) cells[7] = Number{*placing.profile_level};
-    if (point.level) cells[8] = Number{*point.level};
-    if (placing.profile_level && point.level) cells[9] = Number{*point.level - *placing.profile_level};
-    cells[10] = StatusText(placing.status);
-    cells[11] = point.line;
-    records.Row(cells);
+  auto block = std::make_unique<Block>(box);
+  // The row that told the columns apart may be a point itself.
+  if (ListedPoint first; points.TakeFirst(&first)) {
+    block->points.push_back(std::move(first));
+    put(std::move(block));
+    block = std::make_unique<Block>(box);
   }
-  records.Finish();
-  if (format == OutputFormat::kTable) sink.Write("\n" + tally.Text() + "\n");
-  sink.Finish();
-  if (axes.LooksSwapped())
-    Warn(At(options.points, "northing and easting look exchanged: " + std::to_string(axes.NearSwapped()) +
-                                " points lie near the road with them swapped, " +
-                                std::to_string(axes.Near()) +
-                                " as they stand; check the columns' titles or order"));
-  if (tally.Unreadable() == 0) return;
-  Warn(At(options.points, first_problem.line,
-          first_problem.problem + "; " + std::to_string(tally.Unreadable()) +
-              (tally.Unreadable() == 1 ? " row was" : " rows were") + " not placed, correct and run again"));
-  throw ExitWith{1};
+  while (points.NextBlock(&block->rows)) {
+    put(std::move(block));
+    block = std::make_unique<Block>(box);
+  }
+  while (!workers.Empty()) results.Write(*workers.Take());
+  results.Finish();
 }
 
 }  // namespace velmora::cli

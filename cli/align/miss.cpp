@@ -19,6 +19,16 @@ bool Ahead(PlanePoint from, PlanePoint direction, PlanePoint p) {
   return (p.h - from.h) * direction.h + (p.v - from.v) * direction.v > 0;
 }
 
+Miss BehindEnd(const std::vector<kovltype>& plan, size_t end, PlanePoint p) {
+  const size_t last = plan.size() - 1;
+  if (end == 0) {
+    const PlanePoint leaving = Tangent(plan[0], plan[1], true);
+    return Ahead(InPlane(plan[0]), {-leaving.h, -leaving.v}, p) ? Miss::kBeforeStart : Miss::kNothing;
+  }
+  const bool ahead = Ahead(InPlane(plan[last]), Tangent(plan[last - 1], plan[last], false), p);
+  return ahead ? Miss::kBeyondEnd : Miss::kNothing;
+}
+
 }  // namespace
 
 Miss WhyMissed(const std::vector<kovltype>& plan, PlanePoint p) {
@@ -26,14 +36,13 @@ Miss WhyMissed(const std::vector<kovltype>& plan, PlanePoint p) {
   size_t nearest = 0;
   for (size_t i = 1; i < plan.size(); ++i)
     if (Distance(p, InPlane(plan[i])) < Distance(p, InPlane(plan[nearest]))) nearest = i;
-  const size_t last = plan.size() - 1;
-  if (nearest == 0) {
-    const PlanePoint leaving = Tangent(plan[0], plan[1], true);
-    return Ahead(InPlane(plan[0]), {-leaving.h, -leaving.v}, p) ? Miss::kBeforeStart : Miss::kNothing;
-  }
-  if (nearest == last && Ahead(InPlane(plan[last]), Tangent(plan[last - 1], plan[last], false), p))
-    return Miss::kBeyondEnd;
-  return Miss::kNothing;
+  return nearest == 0 || nearest == plan.size() - 1 ? BehindEnd(plan, nearest, p) : Miss::kNothing;
+}
+
+Miss WhyMissedAtEnd(const std::vector<kovltype>& plan, PlanePoint p) {
+  if (plan.size() < 2) return Miss::kNothing;
+  const bool first = Distance(p, InPlane(plan.front())) <= Distance(p, InPlane(plan.back()));
+  return BehindEnd(plan, first ? 0 : plan.size() - 1, p);
 }
 
 }  // namespace velmora::cli

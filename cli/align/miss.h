@@ -13,6 +13,8 @@ enum class Miss { kBeforeStart, kBeyondEnd, kNothing };
 // For a point that no segment and no vertex matched: the nearest vertex is an end, and the point lies
 // behind it as the alignment runs there.
 Miss WhyMissed(const std::vector<kovltype>& plan, PlanePoint p);
+// The same, at once, for a point whose nearest vertex is known to be an end.
+Miss WhyMissedAtEnd(const std::vector<kovltype>& plan, PlanePoint p);
 
 }  // namespace velmora::cli
 

@@ -6,7 +6,7 @@
 
 namespace velmora::cli {
 
-std::string StatusText(PlaceStatus status) {
+const char* StatusText(PlaceStatus status) {
   switch (status) {
     case PlaceStatus::kOn:
       return "on the alignment";
@@ -22,22 +22,49 @@ std::string StatusText(PlaceStatus status) {
   return "nothing found";
 }
 
-Placing LocatePoint(AlignmentInput& input, double northing, double easting, int mode, bool in_area) {
-  Placing placing;
-  CVaglinje& plan = input.set.plan;
-  const bool found = plan.Vagstv(northing, easting, &placing.station, &placing.offset, mode) == 0 &&
-                     std::isfinite(placing.station) && placing.station < CVaglinje::Sekkoll;
-  if (!found) {
-    const Miss miss = WhyMissed(input.plan, {easting, northing});
-    placing.status = miss == Miss::kBeforeStart ? PlaceStatus::kBeforeStart
-                     : miss == Miss::kBeyondEnd ? PlaceStatus::kBeyondEnd
-                                                : PlaceStatus::kNothing;
-    return placing;
+Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area)
+    : input_(input), mode_(mode), area_(area) {
+  if (mode == 0) plan_.emplace(input->set.plan);
+  if (input->profile.size() >= 2) profile_.emplace(input->set.profil);
+}
+
+void Placer::Search(const double* northing, const double* easting, size_t count, double* station,
+                    double* offset, int* result) const {
+  if (plan_) {
+    plan_->Vagstv(northing, easting, count, station, offset, result);
+    return;
   }
-  const bool outside = in_area && plan.PktIomr(northing, easting, nullptr, nullptr, mode) < 0;
-  placing.status = outside ? PlaceStatus::kOutsideArea : PlaceStatus::kOn;
-  placing.profile_level = LevelAt(input, placing.station);
-  return placing;
+  for (size_t i = 0; i < count; ++i)
+    result[i] = input_->set.plan.Vagstv(northing[i], easting[i], &station[i], &offset[i], mode_);
+}
+
+void Placer::Place(const double* northing, const double* easting, size_t count, Placing* placings) const {
+  std::vector<double> station(count);
+  std::vector<double> offset(count);
+  std::vector<double> level(count);
+  std::vector<int> found(count);
+  std::vector<int> has_level(count, -1);
+  Search(northing, easting, count, station.data(), offset.data(), found.data());
+  if (profile_) profile_->Vagprofz(station.data(), count, level.data(), has_level.data());
+  for (size_t i = 0; i < count; ++i) {
+    Placing& placing = placings[i];
+    placing = {};
+    const bool is_station = std::isfinite(station[i]) && station[i] < CVaglinje::Sekkoll;
+    if (found[i] < 0 || !is_station) {
+      const PlanePoint p{easting[i], northing[i]};
+      // Where everything was searched, a vertex that is no end would have been taken.
+      const Miss miss = plan_ && found[i] < 0 ? WhyMissedAtEnd(input_->plan, p) : WhyMissed(input_->plan, p);
+      placing.status = miss == Miss::kBeforeStart ? PlaceStatus::kBeforeStart
+                       : miss == Miss::kBeyondEnd ? PlaceStatus::kBeyondEnd
+                                                  : PlaceStatus::kNothing;
+      continue;
+    }
+    const bool outside = area_ && !area_->Holds(station[i], offset[i]);
+    placing.status = outside ? PlaceStatus::kOutsideArea : PlaceStatus::kOn;
+    placing.station = station[i];
+    placing.offset = offset[i];
+    if (has_level[i] == 0 && std::isfinite(level[i])) placing.profile_level = level[i];
+  }
 }
 
 std::optional<double> LevelAt(AlignmentInput& input, double station) {

@@ -6,11 +6,13 @@
 #include <string>
 
 #include "cli/align/alignment_input.h"
+#include "velmora/alignment/locator.h"
+#include "velmora/alignment/station_area.h"
 
 namespace velmora::cli {
 
 enum class PlaceStatus { kOn, kOutsideArea, kBeforeStart, kBeyondEnd, kNothing };
-std::string StatusText(PlaceStatus status);
+const char* StatusText(PlaceStatus status);
 
 struct Placing {
   PlaceStatus status = PlaceStatus::kNothing;
@@ -19,8 +21,27 @@ struct Placing {
   std::optional<double> profile_level;  // where there is a profile at the station
 };
 
-// Station and offset of a map point, held to the plan's working area when `in_area` is set.
-Placing LocatePoint(AlignmentInput& input, double northing, double easting, int mode, bool in_area);
+// Finds points' stations and offsets, many at a time.
+class Placer {
+ public:
+  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and told apart. `input` outlives this.
+  Placer(AlignmentInput* input, int mode, std::optional<StationArea> area);
+
+  // Whether Place may run in several threads at once.
+  bool IsThreadSafe() const { return mode_ == 0; }
+  // A placing for each point of arrays of `count`.
+  void Place(const double* northing, const double* easting, size_t count, Placing* placings) const;
+
+ private:
+  void Search(const double* northing, const double* easting, size_t count, double* station, double* offset,
+              int* result) const;
+
+  AlignmentInput* input_;
+  int mode_;
+  std::optional<StationArea> area_;
+  std::optional<Locator> plan_;  // for mode 0
+  std::optional<Locator> profile_;
+};
 
 // The level of the profile at a station; nothing without one.
 std::optional<double> LevelAt(AlignmentInput& input, double station);

@@ -14,6 +14,7 @@ namespace {
 std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input, std::string* trouble) {
   std::vector<PlotBoring> borings;
   PointList points(options.points);
+  const Placer placer(input, 0, std::nullopt);
   Progress progress("Placing borings", points.Rows().Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
@@ -26,7 +27,8 @@ std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* 
     }
     PlotBoring boring{point.id, point.northing, point.easting, point.level};
     if (input->plan.size() >= 2) {
-      const Placing placing = LocatePoint(*input, point.northing, point.easting, 0, false);
+      Placing placing;
+      placer.Place(&point.northing, &point.easting, 1, &placing);
       boring.placed = placing.status == PlaceStatus::kOn;
       boring.station = placing.station;
       boring.offset = placing.offset;

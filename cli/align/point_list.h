@@ -1,10 +1,11 @@
-// Points to be placed, from a list, one row at a time.
+// Points to be placed, from a list: one row at a time, or many.
 #ifndef VELMORA_CLI_ALIGN_POINT_LIST_H_
 #define VELMORA_CLI_ALIGN_POINT_LIST_H_
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/input/columns.h"
 
@@ -27,9 +28,18 @@ class PointList {
   bool Next(ListedPoint* point);
   const RowReader& Rows() const { return list_.Rows(); }
 
+  // For many rows at once: the first row, where it is a point and no header, then the others by the block.
+  // What a block holds is for PointsOfBlock, from any thread.
+  bool TakeFirst(ListedPoint* point) { return list_.FirstIsData() && Next(point); }
+  bool NextBlock(RowBlock* block) { return list_.NextBlock(block); }
+  RowLayout Layout() const { return list_.Layout(); }
+
  private:
   ListReader list_;
 };
+
+// Appends the points of a block's rows.
+void PointsOfBlock(const RowBlock& block, const RowLayout& layout, std::vector<ListedPoint>* points);
 
 }  // namespace velmora::cli
 

@@ -78,14 +78,17 @@ std::wstring ListReader::Text(size_t role) const {
   return column && *column < rows_.Fields().size() ? rows_.Fields()[*column] : std::wstring();
 }
 
+std::string ListReader::Utf8(size_t role) const { return Utf8FromWide(Text(role)); }
+
 std::optional<double> ListReader::Value(size_t role) const {
   return FieldNumber(Text(role), rows_.DecimalComma());
 }
 
-std::string ListReader::Problem(size_t role) const {
-  const std::wstring text = Text(role);
-  if (text.empty()) return "no " + roles_[role].name;
-  return roles_[role].name + " " + Quoted(Utf8FromWide(text)) + " is no number";
+std::string ListReader::Problem(size_t role) const { return NoNumber(roles_[role], Utf8(role)); }
+
+std::string NoNumber(const Role& role, const std::string& field) {
+  if (field.empty()) return "no " + role.name;
+  return role.name + " " + Quoted(field) + " is no number";
 }
 
 }  // namespace velmora::cli

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/input/row_blocks.h"
 #include "cli/input/rows.h"
 
 namespace velmora::cli {
@@ -18,6 +19,9 @@ struct Role {
   bool required = false;             // a number that every row needs
 };
 
+// Why a field is not the number it should be, for the status of a row: `northing "66x" is no number`.
+std::string NoNumber(const Role& role, const std::string& field);
+
 // Rows of a list by role.
 class ListReader {
  public:
@@ -27,18 +31,25 @@ class ListReader {
 
   // The next row of data. False at the end.
   bool Next();
+  // Whether Next gives the first row, because it is no header.
+  bool FirstIsData() const { return first_is_data_; }
 
   std::int64_t Line() const { return rows_.Line(); }
   bool DecimalComma() const { return rows_.DecimalComma(); }
   // Empty when the row has no such field.
   std::wstring Text(size_t role) const;
+  std::string Utf8(size_t role) const;
+  bool IsEmpty(size_t role) const { return Text(role).empty(); }
   // Nothing when the field is empty or no number.
   std::optional<double> Value(size_t role) const;
-  // Why a role's field is not the number it should be, for the status of a row: `northing "66x" is no
-  // number`.
+  // As NoNumber, for a role's field.
   std::string Problem(size_t role) const;
 
   const RowReader& Rows() const { return rows_; }
+
+  // Rows behind the last Next, many at once; RowFields takes them apart.
+  bool NextBlock(RowBlock* block) { return rows_.NextBlock(block); }
+  RowLayout Layout() const { return {rows_.File(), rows_.Separator(), columns_}; }
 
  private:
   bool LooksLikeData() const;

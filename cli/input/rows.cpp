@@ -15,6 +15,10 @@ void RefuseUnopened(const std::string& file) {
   throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
 }
 
+void RefuseLongRow(const std::string& file, std::int64_t line) {
+  throw Refusal(At(file, line, "this line is far too long for a row; is it a list of points at all?"));
+}
+
 wchar_t DetectSeparator(std::wstring_view row) {
   bool quoted = false;
   bool semicolon = false;
@@ -69,8 +73,7 @@ RowReader::RowReader(std::string file) : file_(std::move(file)) {
 bool RowReader::Next() {
   while (reader_.ReadLine(&text_)) {
     ++line_;
-    if (static_cast<size_t>(text_.GetLength()) > kLongestRow)
-      throw Refusal(At(file_, line_, "this line is far too long for a row; is it a list of points at all?"));
+    if (static_cast<size_t>(text_.GetLength()) > kLongestRow) RefuseLongRow(file_, line_);
     if (TrimBlanks(text_.GetView()).empty()) continue;
     if (separator_ == 0) {
       // Some spreadsheets say it on a line of its own.
@@ -84,10 +87,33 @@ bool RowReader::Next() {
     fields_ = SplitRow(text_.GetView(), separator_);
     return true;
   }
-  if (reader_.Failed())
-    throw Refusal(
-        At(file_, line_ + 1, "cannot be read further: a read error, or a line far too long for a list"));
+  if (reader_.Failed()) RefuseUnread();
   return false;
+}
+
+bool RowReader::NextBlock(RowBlock* block) {
+  constexpr size_t kBlockSize = size_t{512} << 10;
+  block->first_line = line_ + 1;
+  block->encoding = reader_.Encoding();
+  block->bytes.clear();
+  if (IsUtf16(block->encoding)) {
+    block->encoding = TextEncoding::kUtf8;
+    while (block->bytes.size() < kBlockSize && reader_.ReadLine(&text_)) {
+      block->bytes += ToUtf8(text_) + "\n";
+      ++line_;
+    }
+  } else if (reader_.ReadBlock(kBlockSize, &block->bytes)) {
+    line_ += std::count(block->bytes.begin(), block->bytes.end(), '\n');
+    if (block->bytes.back() != '\n') ++line_;
+  }
+  if (!block->bytes.empty()) return true;
+  if (reader_.Failed()) RefuseUnread();
+  return false;
+}
+
+void RowReader::RefuseUnread() const {
+  throw Refusal(
+      At(file_, line_ + 1, "cannot be read further: a read error, or a line far too long for a list"));
 }
 
 }  // namespace velmora::cli

@@ -16,6 +16,16 @@ namespace velmora::cli {
 // Throws a Refusal that tells why a file could not be opened.
 [[noreturn]] void RefuseUnopened(const std::string& file);
 
+// Throws a Refusal for a row of more than RowReader::kLongestRow.
+[[noreturn]] void RefuseLongRow(const std::string& file, std::int64_t line);
+
+// Whole lines of a list as the file has them.
+struct RowBlock {
+  std::string bytes;
+  TextEncoding encoding = TextEncoding::kWindows1252;  // that one: lines that are valid UTF-8 are UTF-8
+  std::int64_t first_line = 1;
+};
+
 // The separator of a list, from its first row: a tab if it has one, else a semicolon, else a comma.
 wchar_t DetectSeparator(std::wstring_view row);
 
@@ -35,8 +45,11 @@ class RowReader {
   // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on, or
   // has a row of more than kLongestRow.
   bool Next();
+  // Many rows at once, those behind the last Next: whole lines, blank ones too. False and throws likewise.
+  bool NextBlock(RowBlock* block);
   const std::vector<std::wstring>& Fields() const { return fields_; }
   std::int64_t Line() const { return line_; }
+  wchar_t Separator() const { return separator_; }
   // Where the separator is no comma, a comma is a decimal point.
   bool DecimalComma() const { return separator_ != L','; }
 
@@ -50,6 +63,8 @@ class RowReader {
  private:
   std::string file_;
   TextReader reader_;
+  [[noreturn]] void RefuseUnread() const;
+
   CString text_;
   std::vector<std::wstring> fields_;
   std::int64_t line_ = 0;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr auto kPatience = std::chrono::seconds(1);
 constexpr auto kRefresh = std::chrono::milliseconds(200);
-constexpr unsigned kCallsBetweenLooks = 256;
+constexpr std::uint64_t kRowsBetweenLooks = 256;
 constexpr size_t kBarWidth = 30;
 
 }  // namespace
@@ -26,7 +26,8 @@ Progress::~Progress() {
 }
 
 void Progress::Update(std::uint64_t done, std::uint64_t rows) {
-  if (!wanted_ || ++calls_ % kCallsBetweenLooks != 0) return;
+  if (!wanted_ || rows < next_rows_) return;
+  next_rows_ = rows + kRowsBetweenLooks;
   const Clock::time_point now = Clock::now();
   if (now < next_) return;
   next_ = now + kRefresh;

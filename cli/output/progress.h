@@ -16,7 +16,7 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  // Cheap: looks at the clock every few hundred calls.
+  // Cheap: looks at the clock every few hundred rows.
   void Update(std::uint64_t done, std::uint64_t rows);
 
  private:
@@ -27,7 +27,7 @@ class Progress {
   std::uint64_t total_;
   bool shown_ = false;
   bool wanted_;
-  unsigned calls_ = 0;
+  std::uint64_t next_rows_ = 0;
   Clock::time_point next_;
 };
 

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/error.h"
+#include "cli/output/csv_text.h"
 #include "cli/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -25,17 +26,11 @@ std::string CellText(const Cell& cell) {
   return {};
 }
 
-std::string CsvText(const Cell& cell) {
+void AppendCsvCell(const Cell& cell, std::string* row) {
   if (const auto* number = std::get_if<Number>(&cell))
-    return std::isfinite(number->value) ? FormatFixed(number->value, number->decimals + 1) : std::string();
-  const std::string text = CellText(cell);
-  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"') quoted += '"';
-    quoted += c;
-  }
-  return quoted + '"';
+    AppendCsvNumber(number->value, number->decimals, row);
+  else
+    AppendCsvText(CellText(cell), row);
 }
 
 }  // namespace
@@ -66,7 +61,10 @@ void RecordWriter::Row(const std::vector<Cell>& cells) {
   std::string line;
   switch (format_) {
     case OutputFormat::kCsv:
-      for (const size_t i : shown_) line += (i == shown_.front() ? "" : ",") + CsvText(cells[i]);
+      for (const size_t i : shown_) {
+        if (i != shown_.front()) line += ',';
+        AppendCsvCell(cells[i], &line);
+      }
       sink_.Write(line + "\n");
       return;
     case OutputFormat::kJson:

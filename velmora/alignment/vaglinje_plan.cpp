@@ -2,6 +2,7 @@
 
 #include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/geometry.h"
+#include "velmora/alignment/station_area.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/common/format_buffer.h"
@@ -10,8 +11,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kAreaTolerance = 0.001;  // m of station
-constexpr double kIntoTheLine = 0.5;      // m, to where Extend takes an end's direction
+constexpr double kIntoTheLine = 0.5;  // m, to where Extend takes an end's direction
 
 PlanePoint InPlane(const kokotype& point) { return {point.ko1, point.ko2}; }
 
@@ -184,8 +184,7 @@ int CVaglinje::PktIomr(double x, double y, double* sek, double* avst, int lage) 
   double station = 0;
   double offset = 0;
   if (Vagstv(x, y, &station, &offset, lage) < 0) return -1;
-  if (station < omrSekMin - kAreaTolerance || station > omrSekMax + kAreaTolerance) return -1;
-  if (offset < omrAvstMin || offset > omrAvstMax) return -1;
+  if (!StationArea{omrSekMin, omrSekMax, omrAvstMin, omrAvstMax}.Holds(station, offset)) return -1;
   if (sek != nullptr) *sek = station;
   if (avst != nullptr) *avst = offset;
   return 0;

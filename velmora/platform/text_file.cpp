@@ -12,10 +12,6 @@ constexpr size_t kChunk = size_t{64} << 10;
 constexpr size_t kLongestMark = 3;
 constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
 
-bool IsUtf16(TextEncoding encoding) {
-  return encoding == TextEncoding::kUtf16Le || encoding == TextEncoding::kUtf16Be;
-}
-
 size_t UnitSize(TextEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
 
 // Whether the unit at `at` is the ASCII character `c`.
@@ -116,6 +112,23 @@ bool TextReader::ReadLine(CString* line) {
   AppendDecoded(bytes, is_utf8 ? TextEncoding::kUtf8 : encoding_, &text_);
   *line = CString(std::wstring_view(text_));
   return true;
+}
+
+bool TextReader::ReadBlock(size_t size, std::string* lines) {
+  if (failed_) return false;
+  size_t end = 0;  // behind the last line end, in Pending()
+  size_t searched = 0;
+  do {
+    const std::string_view unseen = Pending().substr(searched);
+    const size_t last = unseen.rfind('\n');
+    if (last != kNotFound) end = searched + last + 1;
+    searched += unseen.size();
+    if (end == 0 && searched > kLongestLine) failed_ = true;
+  } while ((end == 0 || searched < size) && !failed_ && Fill());
+  if (at_end_) end = Pending().size();
+  lines->assign(Pending().substr(0, end));
+  start_ += end;
+  return end > 0;
 }
 
 std::string_view TextReader::Buffered() const {

@@ -36,6 +36,10 @@ class VELMORA_API TextReader {
   std::string_view Buffered() const;
   void Skip(size_t count) { start_ += count; }
 
+  // For many lines at once: replaces *lines by the next whole lines, at least one and about `size` bytes of
+  // them, as the file has them. False as ReadLine. Not for UTF-16.
+  [[nodiscard]] bool ReadBlock(size_t size, std::string* lines);
+
   // Whether reading ended before the end of the file.
   bool Failed() const { return failed_; }
   // Whether the last line read had a line end.

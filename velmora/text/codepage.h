@@ -15,6 +15,11 @@ namespace velmora {
 
 enum class TextEncoding { kWindows1252, kUtf8, kUtf16Le, kUtf16Be };
 
+// Whether a character takes two bytes or four, and ASCII is not one byte.
+constexpr bool IsUtf16(TextEncoding encoding) {
+  return encoding == TextEncoding::kUtf16Le || encoding == TextEncoding::kUtf16Be;
+}
+
 // The byte-order mark of an encoding; Windows-1252 has none.
 VELMORA_API std::string_view ByteOrderMark(TextEncoding encoding);
 // The encoding whose mark `start` begins with; Windows-1252 without one.

@@ -1,0 +1,42 @@
+// Fields of CSV rows (RFC 4180), appended to a row's text.
+#ifndef VELMORA_CLI_OUTPUT_CSV_TEXT_H_
+#define VELMORA_CLI_OUTPUT_CSV_TEXT_H_
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "velmora/text/fixed_digits.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+
+// Quoted where it has to be.
+inline void AppendCsvText(std::string_view text, std::string* row) {
+  const auto is_special = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+  if (std::none_of(text.begin(), text.end(), is_special)) {
+    row->append(text);
+    return;
+  }
+  *row += '"';
+  for (const char c : text) {
+    if (c == '"') *row += '"';
+    *row += c;
+  }
+  *row += '"';
+}
+
+// With one decimal more than tables show; empty for what is no number.
+inline void AppendCsvNumber(double value, int decimals, std::string* row) {
+  char plain[kLongestPlain];
+  if (const size_t length = WritePlainFixed(value, decimals + 1, plain))
+    row->append(plain, length);
+  else if (std::isfinite(value))
+    *row += FormatFixed(value, decimals + 1);
+}
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_OUTPUT_CSV_TEXT_H_
