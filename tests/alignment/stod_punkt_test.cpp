@@ -16,6 +16,13 @@ class StodPunkt : public AlignmentFiles {
   }
 };
 
+// "%9.4f"
+std::string FormatFixedWide(double value) {
+  CString text;
+  text.Format(L"%9.4f", value);
+  return ToUtf8(text);
+}
+
 constexpr char kFile[] =
     "1.5\r\n2\r\n-3\r\n4e2\r\n5\r\n6.25\r\n*\r\ngvy\r\n  12.5000\r\n\r\n"
     "BH\xC5 1\r\n  10.2500\r\n  1.00   2.00   3.00   4.00   5.00   6.00\r\n"
@@ -80,6 +87,34 @@ TEST_F(StodPunkt, TheHeaderEndsAtAStar) {
         << c.bytes;
     EXPECT_EQ(PointsOf(points).size(), c.points) << c.bytes;
   }
+}
+
+TEST_F(StodPunkt, ALargeListIsReadAndWrittenAsItsLinesOneByOne) {
+  const std::string header = "1\n2\n3\n4\n5\n6\n*\n";
+  std::string plain = header;
+  std::string blanks = header;  // the same points, with what only the general way reads
+  for (int i = 0; i < 9000; ++i) {
+    CString name, level;
+    name.Format(i % 100 == 7 ? L"GvY" : i % 50 == 1 ? L"R%d\u00D6" : L"ettlangtnamn%d", i);
+    level.Format(L"%9.*f", i % 9, (i - 4000) * 1.2345678);
+    for (std::string* bytes : {&plain, &blanks})
+      *bytes += ToUtf8(name) + "\n" + ToUtf8(level) + (bytes == &blanks ? " \r\n" : "\r\n") + "1 2 3 4 5 6\n";
+  }
+  CStodPunkt quick = Loaded(plain + "*\n");
+  CStodPunkt slow = Loaded(blanks + "*\n");
+  const std::vector<stdpkttype> a = PointsOf(quick), b = PointsOf(slow);
+  ASSERT_EQ(a.size(), 8910u);
+  ASSERT_EQ(a.size(), b.size());
+  for (size_t i = 0; i < a.size(); ++i)
+    EXPECT_TRUE(FieldText(a[i].namn) == FieldText(b[i].namn) && a[i].z == b[i].z) << i;
+  ASSERT_EQ(quick.Uppdat(nullptr), 0);
+  std::string written = "1.000000\r\n2.000000\r\n3.000000\r\n4.000000\r\n5.000000\r\n6.000000\r\n*\r\n";
+  if (quick.gvy != 0) written += "gvy\r\n" + FormatFixedWide(quick.gvy) + "\r\n\r\n";
+  for (const stdpkttype& point : a) {
+    for (const wchar_t c : FieldText(point.namn)) written += static_cast<char>(c);
+    written += "\r\n" + FormatFixedWide(point.z) + "\r\n  0.00   0.00   0.00   0.00   0.00   0.00\r\n";
+  }
+  EXPECT_TRUE(ReadBytes(file_) == written + "*\r\n");
 }
 
 TEST_F(StodPunkt, PointNameCountsFromTheRight) {

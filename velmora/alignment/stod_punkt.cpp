@@ -1,5 +1,6 @@
 #include "velmora/alignment/stod_punkt.h"
 
+#include "velmora/alignment/support_lines.h"
 #include "velmora/common/format_buffer.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/text_hooks.h"
@@ -62,8 +63,7 @@ CStodPunkt::CStodPunkt(const wchar_t* file) {
 }
 
 void CStodPunkt::Clear() {
-  Home();
-  while (antal > 0) Delete();
+  DeleteAll();
   huvud1 = huvud2 = huvud3 = huvud4 = huvud5 = 0;
   huvud6 = gvy = 0;
 }
@@ -79,12 +79,27 @@ bool CStodPunkt::ReadHeader(TextReader& reader) {
   return false;
 }
 
+// The points that stand next in what has been read of the file; a line that is not plain is left.
+void CStodPunkt::ReadPlainPoints(TextReader* reader) {
+  const std::string_view text = reader->Buffered();
+  size_t done = 0;
+  stdpkttype point{};
+  while (const size_t length = ReadPlainSupportPoint(text.substr(done), &point)) {
+    Ny(1, &point);
+    ScanSixValues(pael);
+    done += length;
+  }
+  reader->Skip(done);
+}
+
 void CStodPunkt::Read(TextReader& reader) {
   CString line;
   if (!ReadHeader(reader))
     while (reader.ReadLine(&line) && !line.IsEmpty() && !BeginsWithStar(line)) {
     }
-  while (reader.ReadLine(&line) && !BeginsWithStar(line)) {
+  for (;;) {
+    ReadPlainPoints(&reader);
+    if (!reader.ReadLine(&line) || BeginsWithStar(line)) return;
     line = ConvertReadLine(line);
     CString next;
     if (line.CompareNoCase(kLevelRecord) == 0) {
@@ -113,10 +128,20 @@ int CStodPunkt::Uppdat(const wchar_t* file) {
       text.Format(L"%s\n%9.4f\n\n", kLevelRecord, gvy);
       writer.Write(text.GetView());
     }
+    constexpr size_t kBlock = size_t{16} << 10;
+    std::string plain;
+    const auto flush = [&] {
+      writer.WriteAscii(plain);
+      plain.clear();
+    };
     for (int at = Home(); at == 0; at = (*this)++ == nullptr ? -1 : 0) {
+      if (plain.size() >= kBlock) flush();
+      if (AppendPlainSupportPoint(*pael, &plain)) continue;
+      flush();
       const CString lines = FormatSupportPoint(*pael);
       writer.Write((konvertera != 0 ? ConvertWrittenLine(lines) : lines).GetView());
     }
+    flush();
     writer.Write(L"*\n");
     good = writer.Commit();
   }

@@ -55,6 +55,7 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
 
  private:
   void Read(TextReader& reader);
+  void ReadPlainPoints(TextReader* reader);
   bool ReadHeader(TextReader& reader);
   void Clear();
 };

@@ -1,0 +1,104 @@
+#include "velmora/alignment/support_lines.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "velmora/text/fixed_digits.h"
+
+namespace velmora {
+namespace {
+
+// Takes the first line off the front of `text`; nothing when its end is not there.
+std::optional<std::string_view> TakeLine(std::string_view* text) {
+  const size_t end = text->find('\n');
+  if (end == std::string_view::npos) return std::nullopt;
+  std::string_view line = text->substr(0, end);
+  text->remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+bool IsPlainName(std::string_view line) {
+  constexpr std::string_view kLevelRecord = "gvy";
+  const auto same = [](char a, char b) { return (a | 32) == b; };
+  if (line.empty() || line.front() == '*') return false;
+  if (std::equal(line.begin(), line.end(), kLevelRecord.begin(), kLevelRecord.end(), same)) return false;
+  return std::all_of(line.begin(), line.end(), [](char c) { return c > ' ' && c <= '~'; });
+}
+
+// A number of at most seven digits: they and their power of ten are exact in a float, so is the rounding of
+// the quotient. Blanks before it are passed over.
+bool ReadPlainFloat(std::string_view line, float* number) {
+  constexpr int kMostDigits = 7;
+  constexpr std::array<float, kMostDigits + 1> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F};
+  while (line.starts_with(' ')) line.remove_prefix(1);
+  const bool negative = line.starts_with('-');
+  if (negative) line.remove_prefix(1);
+  int value = 0;
+  int digits = 0;
+  int decimals = -1;
+  for (const char c : line) {
+    if (c >= '0' && c <= '9') {
+      value = value * 10 + (c - '0');
+      if (++digits > kMostDigits) return false;
+      if (decimals >= 0) ++decimals;
+    } else if (c == '.' && decimals < 0) {
+      decimals = 0;
+    } else {
+      return false;
+    }
+  }
+  if (digits == 0) return false;
+  const float quotient = static_cast<float>(value) / kPowers[static_cast<size_t>(std::max(decimals, 0))];
+  *number = negative ? -quotient : quotient;
+  return true;
+}
+
+// Writes "%{width}.{decimals}f" and moves behind it. False for a number that is not plain.
+bool WritePadded(double value, size_t width, int decimals, char** at) {
+  std::array<char, kLongestPlain> digits;
+  const size_t length = WritePlainFixed(value, decimals, digits.data());
+  if (length == 0) return false;
+  const size_t pad = width > length ? width - length : 0;
+  *at = std::fill_n(*at, pad, ' ');
+  *at = std::copy_n(digits.data(), length, *at);
+  return true;
+}
+
+}  // namespace
+
+size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point) {
+  const size_t size = text.size();
+  const auto name = TakeLine(&text);
+  if (!name || !IsPlainName(*name)) return 0;
+  const auto level = TakeLine(&text);
+  if (!level || !ReadPlainFloat(*level, &point->z)) return 0;
+  const auto values = TakeLine(&text);
+  if (!values || values->empty()) return 0;
+  const size_t length = std::min(name->size(), std::size(point->namn) - 1);
+  std::fill(std::copy_n(name->begin(), length, point->namn), std::end(point->namn), L'\0');
+  return size - text.size();
+}
+
+bool AppendPlainSupportPoint(const stdpkttype& point, std::string* text) {
+  std::array<char, 16 + 7 * (kLongestPlain + 2)> lines;
+  char* at = lines.data();
+  for (const wchar_t c : FieldText(point.namn)) {
+    if (c <= L' ' || c > L'~') return false;
+    *at++ = static_cast<char>(c);
+  }
+  const auto end_line = [&at] { at = std::copy_n("\r\n", 2, at); };
+  end_line();
+  if (!WritePadded(point.z, 9, 4, &at)) return false;
+  end_line();
+  for (const float& value : point.varden) {
+    if (&value != point.varden) *at++ = ' ';
+    if (!WritePadded(value, 6, 2, &at)) return false;
+  }
+  end_line();
+  text->append(lines.data(), at);
+  return true;
+}
+
+}  // namespace velmora
