@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "cli/align/commands.h"
+#include "cli/codes/commands.h"
 #include "cli/env/commands.h"
 #include "cli/error.h"
 #include "cli/formats/commands.h"
@@ -71,7 +72,10 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     return kDone;
   } catch (const CLI::CallForHelp&) {
     const Understood asked = Deepest(app);
-    PrintLine(stdout, asked.app->help(asked.called_as));
+    // The parser puts the name itself behind what it is given.
+    const std::string called_as = "velmora " + asked.called_as;
+    PrintLine(stdout,
+              asked.app->help(asked.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' '))));
     return kDone;
   } catch (const CLI::CallForVersion&) {
     PrintLine(stdout, app.version());
@@ -105,6 +109,7 @@ int RunCommand(std::vector<std::string> arguments) {
   AddFormatsCommand(app);
   AddLinkCommands(app);
   AddSettingsCommands(app);
+  AddCodesCommands(app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {

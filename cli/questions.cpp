@@ -56,4 +56,11 @@ TerminalMessages::TerminalMessages(std::vector<CString> paths)
           [paths = std::move(paths)](const MessageBoxCall& call) { return Show(call, paths); })) {}
 TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
 
+void Confirm(const std::string& question, bool yes) {
+  if (yes) return;
+  if (!StandardInputIsTerminal())
+    throw Refusal(question + " There is no terminal to ask on: --yes says yes; nothing was changed");
+  if (Ask(Printable(question), MB_YESNO | MB_DEFBUTTON2) != IDYES) throw Refusal("nothing was changed");
+}
+
 }  // namespace velmora::cli

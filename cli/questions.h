@@ -2,6 +2,7 @@
 #ifndef VELMORA_CLI_QUESTIONS_H_
 #define VELMORA_CLI_QUESTIONS_H_
 
+#include <string>
 #include <vector>
 
 #include "velmora/common/messages.h"
@@ -22,6 +23,10 @@ class TerminalMessages {
  private:
   MessageBoxHandler before_;
 };
+
+// A question of the command's own. Returns when it may go on: the user says so on the terminal, or `yes`
+// did before. Throws a Refusal otherwise.
+void Confirm(const std::string& question, bool yes);
 
 }  // namespace velmora::cli
 

@@ -7,12 +7,17 @@
 
 namespace velmora::cli {
 
-enum class FileKindOfLines { kObjects, kEnvironment, kLines, kStamp, kSettings, kRig };
+enum class TextFileKind { kObjects, kEnvironment, kLines, kStamp, kSettings, kRig };
 
 // By the file's own name, else by what it ends in: .PAR and .CFG hold settings, all others a stamp.
-FileKindOfLines KindByName(const CString& name);
+TextFileKind KindByName(const CString& name);
 
-LineFindings CheckTextLines(FileKindOfLines kind, const TextLines& lines);
+// The kinds by the names that the command has for them, in their order.
+inline constexpr const char* kKindNames[] = {"objects", "environment", "lines", "stamp", "settings", "rig"};
+inline const char* NameOfKind(TextFileKind kind) { return kKindNames[static_cast<size_t>(kind)]; }
+TextFileKind KindCalled(const std::string& name);
+
+LineFindings CheckTextLines(TextFileKind kind, const TextLines& lines);
 
 }  // namespace velmora::cli
 

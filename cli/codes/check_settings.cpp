@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "cli/error.h"
 #include "velmora/settings/code_format.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_index.h"
@@ -14,14 +13,13 @@
 namespace velmora::cli {
 namespace {
 
-std::string Shown(std::wstring_view text) { return Quoted(ToUtf8(CString(text))); }
-
 std::optional<LineFinding> CheckKeyValue(const TextLine& line, KeyIndex* seen) {
   const std::wstring_view text = line.text.GetView();
   const KeyValueLine parsed = ParseKeyValueLine(text);
   if (parsed.kind == KeyValueLine::Kind::kNone) {
     if (TrimBlanks(text).empty() || TrimBlanks(text) == L"*") return std::nullopt;
-    return LineFinding{line.number, "is no \"key=value\" and so skipped: " + Shown(text), !IsStarLine(text)};
+    return LineFinding{line.number, "is no \"key=value\" and so skipped: " + QuotedPart(text),
+                       !IsStarLine(text)};
   }
   if (parsed.kind == KeyValueLine::Kind::kBlank) {
     if (parsed.key.size() >= kKeyRoom)
@@ -31,12 +29,12 @@ std::optional<LineFinding> CheckKeyValue(const TextLine& line, KeyIndex* seen) {
                                         std::to_string(kValueRoom - 2) + " characters"};
   }
   if (TrimBlanks(parsed.key).size() != parsed.key.size())
-    return LineFinding{line.number, "the blanks beside the key belong to it: " + Shown(parsed.key), true,
+    return LineFinding{line.number, "the blanks beside the key belong to it: " + QuotedPart(parsed.key), true,
                        false};
   const KeyIndex::Place* first = seen->Find(parsed.key);
   if (first != nullptr)
     return LineFinding{line.number,
-                       "is skipped, the key " + Shown(parsed.key) + " standing in line " +
+                       "is skipped, the key " + QuotedPart(parsed.key) + " standing in line " +
                            std::to_string(first->position) + " already",
                        true, false};
   seen->Add(parsed.key, {nullptr, static_cast<int>(line.number)});
@@ -56,10 +54,10 @@ std::optional<LineFinding> CheckRigLine(const TextLine& line) {
     const std::wstring_view word = TakeWord(&rest);
     const std::string name = ToUtf8(CString(key));
     if (word.empty()) return finding("has no " + name + ", so the built-in value is taken");
-    if (!ParseWholeNumber(word)) return finding(name + " is no number: " + Shown(word));
+    if (!ParseWholeNumber(word)) return finding(name + " is no number: " + QuotedPart(word));
   }
   if (!TrimBlanks(rest).empty())
-    return finding("only two words are read: " + Shown(TrimBlanks(rest)) + " is not", true);
+    return finding("only two words are read: " + QuotedPart(TrimBlanks(rest)) + " is not", true);
   return std::nullopt;
 }
 

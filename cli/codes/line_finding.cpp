@@ -5,6 +5,8 @@
 
 namespace velmora::cli {
 
+std::string QuotedPart(std::wstring_view text) { return Quoted(ToUtf8(CString(text))); }
+
 void RefuseLosses(const CString& path, const LineFindings& findings, bool force) {
   if (force) return;
   size_t lost = 0;

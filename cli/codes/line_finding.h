@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "velmora/text/string.h"
@@ -17,6 +18,9 @@ struct LineFinding {
   bool lost = true;     // a rewrite of the file leaves it out, or a part of it
 };
 using LineFindings = std::vector<LineFinding>;
+
+// A part of a line, quoted.
+std::string QuotedPart(std::wstring_view text);
 
 // Throws a Refusal, unless forced, when a rewrite of the file would lose something.
 void RefuseLosses(const CString& path, const LineFindings& findings, bool force);

@@ -1,5 +1,6 @@
 #include "cli/absolute_path.h"
 #include "cli/env/commands.h"
+#include "cli/env/sample_files.h"
 #include "cli/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/registry.h"
@@ -13,17 +14,6 @@ namespace velmora::cli {
 namespace {
 
 constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-
-struct SampleFile {
-  const wchar_t* name;
-  const char* text;
-};
-
-// Shared by all users; `velmora env sync` brings them to the current one.
-constexpr SampleFile kSharedFiles[] = {
-    {L"MAPPAR.TXT", "Rapport\r\nRapport\\Bilagor\r\nFoto\r\n"},
-    {L"TUNDRIL.CFG", "SPRAK=SVENSKA\r\nENHET=METER\r\n"},
-};
 
 void Require(bool good, const CString& path, const std::string& what) {
   if (!good) throw Refusal(At(PathForDisplay(path), what + "; check the permissions and the space there"));
@@ -97,7 +87,8 @@ void EnvInstall(const EnvOptions& options) {
   const CString shared_folder = SharedFolder(all_data, sub);
   MakeFolders(user_folder);
   MakeFolders(shared_folder);
-  for (const SampleFile& file : kSharedFiles) PutFile(JoinPath(shared_folder, file.name), file.text);
+  // Shared by all users; `velmora env sync` brings them to the current one.
+  for (const SampleFile& file : SampleFiles()) PutFile(JoinPath(shared_folder, file.name), file.bytes);
 
   const CString ini = JoinPath(user_folder, kIniName);
   PutFile(ini,

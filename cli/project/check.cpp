@@ -2,6 +2,7 @@
 #include <map>
 #include <vector>
 
+#include "cli/codes/check.h"
 #include "cli/error.h"
 #include "cli/project/commands.h"
 #include "cli/project/project_folder.h"
@@ -82,32 +83,15 @@ void CheckNames(const CString& folder, Findings* findings) {
   }
 }
 
-// A file of lines "key=value" with the room that its readers have.
+// A settings or code file, where the project has one.
 void CheckSettings(const CString& folder, const wchar_t* name, Findings* findings) {
-  constexpr size_t kLongestKey = 39;
-  constexpr size_t kLongestValue = 259;
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
-  TextReader reader;
-  if (!reader.Open(path)) {
-    findings->push_back({ToUtf8(name), 0, "cannot be opened for reading"});
-    return;
-  }
-  std::int64_t number = 0;
-  for (CString line; reader.ReadLine(&line);) {
-    ++number;
-    const std::wstring_view text = line.GetView();
-    const auto add = [&](const std::string& what) { findings->push_back({ToUtf8(name), number, what}); };
-    if (TrimBlanks(text).empty() || text.front() == L'*') continue;
-    const size_t equals = text.find(L'=');
-    if (equals == std::wstring_view::npos || equals == 0)
-      add("is no \"key=value\": " + Quoted(ToUtf8(line.Left(80))));
-    else if (equals > kLongestKey)
-      add("the key is longer than " + std::to_string(kLongestKey) + " characters");
-    else if (text.size() - equals - 1 > kLongestValue)
-      add("the value is longer than " + std::to_string(kLongestValue) + " characters");
-  }
-  if (reader.Failed()) findings->push_back({ToUtf8(name), number + 1, "cannot be read further"});
+  TextLines lines;
+  const std::string trouble = ReadTextLines(path, &lines);
+  if (!trouble.empty()) findings->push_back({ToUtf8(name), 0, trouble});
+  for (const LineFinding& finding : CheckTextLines(KindByName(name), lines))
+    if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.what});
 }
 
 // The area file and the alignment that it names.
@@ -144,7 +128,9 @@ void ProjectCheck(const ProjectOptions& options) {
   CheckPrograms(folder, &findings);
   CheckNames(folder, &findings);
   if (IsKind(project.m_DbfKat, FileKind::kFolder)) CheckNames(project.m_DbfKat, &findings);
-  for (const wchar_t* name : {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn})
+  for (const wchar_t* name :
+       {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
+        CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
     CheckSettings(folder, name, &findings);
   CheckArea(project, &findings);
 

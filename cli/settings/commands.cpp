@@ -70,6 +70,31 @@ void AddComparisons(CLI::App* settings) {
   AddOutputOptions(verb, &diff->output);
 }
 
+void AddLocal(CLI::App* settings) {
+  CLI::App* local =
+      settings->add_subcommand("local", "A project's own copies of the settings and code files");
+  local->require_subcommand(1);
+  const auto options = std::make_shared<SettingsOptions>();
+  CLI::App* create = AddVerb(local, "create",
+                             "Copy the installation's files into the project; missing ones are "
+                             "made empty",
+                             options, LocalCreate);
+  create->add_flag("--overwrite", options->overwrite,
+                   "Also in place of LINKOD.PAR, KODFIL.DAT, JB23.PAR and MILJKOD.DAT that are there");
+  CLI::App* remove =
+      AddVerb(local, "remove", "Delete them, so that the installation's count again", options, LocalRemove);
+  CLI::App* status =
+      AddVerb(local, "status", "For each file: project copy, central or none", options, LocalStatus);
+  for (CLI::App* verb : {create, remove})
+    verb->add_flag("--yes", options->yes, "Do not ask before something is replaced or deleted");
+  for (CLI::App* verb : {create, remove, status}) {
+    verb->add_option("--project", options->project, "The project's folder")->required()->type_name("DIR");
+    verb->add_flag("--stones", options->stones,
+                   "KARSK.PAR of the rock and stone program instead of the main program's files");
+    AddOutputOptions(verb, &options->output);
+  }
+}
+
 }  // namespace
 
 void AddSettingsCommands(CLI::App& app) {
@@ -78,6 +103,7 @@ void AddSettingsCommands(CLI::App& app) {
   settings->require_subcommand(1);
   AddValues(settings);
   AddComparisons(settings);
+  AddLocal(settings);
 }
 
 }  // namespace velmora::cli

@@ -1,0 +1,32 @@
+#include <algorithm>
+
+#include "cli/absolute_path.h"
+#include "cli/codes/commands.h"
+#include "cli/error.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+
+void CodesCheck(const CodesOptions& options) {
+  const CString path = PathFromSystem(AbsolutePath(options.file));
+  const TextFileKind kind =
+      options.kind_name.empty() ? KindByName(NameOfPath(path)) : KindCalled(options.kind_name);
+  LineFindings findings = CheckTextLines(kind, TextLinesOf(path));
+  std::erase_if(findings, [](const LineFinding& finding) { return !finding.misread; });
+  Sink sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  if (format == OutputFormat::kTable && findings.empty()) {
+    sink.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");
+    sink.Finish();
+    return;
+  }
+  RecordWriter records(sink, format, {{"line", "line", true}, {"finding", "finding"}});
+  for (const LineFinding& finding : findings)
+    records.Row({finding.line > 0 ? Cell(finding.line) : Cell(), finding.what});
+  records.Finish();
+  sink.Finish();
+  if (!findings.empty()) throw ExitWith{1};
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,142 @@
+#include "cli/codes/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/options.h"
+#include "cli/verb.h"
+
+namespace velmora::cli {
+namespace {
+
+using Options = std::shared_ptr<CodesOptions>;
+
+// The value of an entry's field.
+CLI::Option* AddField(CLI::App* verb, const Options& options, const std::string& option,
+                      const std::string& field, const std::string& metavar, const std::string& help) {
+  CLI::Option* added = verb->add_option_function<std::string>(
+      option, [options, field](const std::string& text) { options->fields[field] = text; }, help);
+  return added->type_name(metavar)->type_size(1);
+}
+
+void AddForce(CLI::App* verb, const Options& options) {
+  verb->add_flag("--force", options->force, "Also when the rewritten file would lose lines or parts of them");
+}
+
+struct Area {
+  CLI::App* list;
+  CLI::App* set;
+  CLI::App* add;
+  CLI::App* remove;
+  Options options;
+};
+
+// An area with the four verbs that every code file has.
+Area AddArea(CLI::App* codes, TextFileKind kind, const std::string& help) {
+  const auto options = std::make_shared<CodesOptions>();
+  options->kind = kind;
+  CLI::App* area = codes->add_subcommand(NameOfKind(kind), help);
+  area->require_subcommand(1);
+  const Area added = {AddVerb(area, "list", "Every entry of the file", options, CodesList),
+                      AddVerb(area, "set", "Change an entry", options, CodesSet),
+                      AddVerb(area, "add", "Add an entry", options, CodesAdd),
+                      AddVerb(area, "remove", "Take an entry out", options, CodesRemove), options};
+  AddOutputOptions(added.list, &options->output);
+  for (CLI::App* verb : {added.list, added.set, added.add, added.remove})
+    verb->add_option("--project", options->project,
+                     "A project, whose own copy counts before the installation's")
+        ->type_name("DIR");
+  for (CLI::App* verb : {added.set, added.add, added.remove}) {
+    verb->add_option("CODE", options->code, "The code; letter case counts")->required();
+    AddForce(verb, options);
+  }
+  return added;
+}
+
+void AddObjects(CLI::App* codes) {
+  const Area area = AddArea(codes, TextFileKind::kObjects, "Object codes, KODFIL.DAT");
+  for (CLI::App* verb : {area.set, area.add})
+    AddField(verb, area.options, "TEXT", "text", "TEXT", "Its text, of which programs read the first word")
+        ->required();
+}
+
+void AddEnvironment(CLI::App* codes) {
+  const Area area =
+      AddArea(codes, TextFileKind::kEnvironment,
+              "Environmental codes, MILJKOD.DAT: methods, interpretations, classes of contamination");
+  for (CLI::App* verb : {area.set, area.add, area.remove}) {
+    CLI::Option* section =
+        verb->add_option("--section", area.options->section, "methods, interpretations or classes")
+            ->check(CLI::IsMember({kSections[0], kSections[1], kSections[2]}))
+            ->type_name("SECTION");
+    if (verb == area.add) section->required();
+    if (verb == area.remove) continue;
+    AddField(verb, area.options, "TEXT", "text", "TEXT", "Its text")->required(verb == area.add);
+    AddField(verb, area.options, "--max", "max", "N", "Largest value of a class (default 100)");
+    AddField(verb, area.options, "--step", "step", "N", "Step of a class (default 20)");
+  }
+  CLI::App* update = AddVerb(area.list->get_parent(), "update", "Add the codes that every program relies on",
+                             area.options, CodesUpdate);
+  update->add_option("--project", area.options->project, "A project")->type_name("DIR");
+  AddForce(update, area.options);
+  AddOutputOptions(update, &area.options->output);
+}
+
+void AddLines(CLI::App* codes) {
+  const Area area = AddArea(codes, TextFileKind::kLines, "Line codes, LINKOD.PAR");
+  for (CLI::App* verb : {area.set, area.add}) {
+    const bool needed = verb == area.add;
+    AddField(verb, area.options, "--word", "word", "WORD", "The word behind the code")->required(needed);
+    AddField(verb, area.options, "--number", "number", "N", "The number behind the word")->required(needed);
+    AddField(verb, area.options, "--value", "value", "N", "The whole number behind that (default 0)");
+    AddField(verb, area.options, "--text", "text", "TEXT", "The description");
+  }
+}
+
+void AddStamp(CLI::App* codes) {
+  const auto options = std::make_shared<CodesOptions>();
+  options->kind = TextFileKind::kStamp;
+  CLI::App* stamp = codes->add_subcommand("stamp", "The fields of a title-block file");
+  stamp->require_subcommand(1);
+  stamp->add_option("FILE", options->file, "Title-block file")->required();
+  AddOutputOptions(AddVerb(stamp, "list", "Every field", options, CodesList), &options->output);
+  CLI::App* set = AddVerb(stamp, "set", "Change a field, or add it; the file is made when it is missing",
+                          options, CodesSet);
+  set->add_option("NAME", options->code, "Name of the field, as DATUM or RITARE")->required();
+  AddField(set, options, "WORD", "word", "WORD", "What is written: a key or a text without blanks")
+      ->required();
+  AddField(set, options, "FIRST", "first", "N", "First number")->required();
+  AddField(set, options, "SECOND", "second", "N", "Second number")->required();
+  AddField(set, options, "THIRD", "third", "N", "Third number (default 3)");
+  AddForce(set, options);
+}
+
+void AddCheck(CLI::App* codes) {
+  const auto options = std::make_shared<CodesOptions>();
+  CLI::App* check =
+      AddVerb(codes, "check", "The lines that reading skips or cuts, and why; status 1 with any", options,
+              CodesCheck);
+  check->add_option("FILE", options->file, "A settings, code or title-block file")->required();
+  check
+      ->add_option(
+          "--kind", options->kind_name,
+          "What the file is: objects, environment, lines, stamp, settings or rig (default: by its name)")
+      ->check(CLI::IsMember(std::vector<std::string>(std::begin(kKindNames), std::end(kKindNames))))
+      ->type_name("KIND");
+  AddOutputOptions(check, &options->output);
+}
+
+}  // namespace
+
+void AddCodesCommands(CLI::App& app) {
+  CLI::App* codes =
+      app.add_subcommand("codes", "Code files: objects, environment, lines, title blocks, and checks");
+  codes->require_subcommand(1);
+  AddObjects(codes);
+  AddEnvironment(codes);
+  AddLines(codes);
+  AddStamp(codes);
+  AddCheck(codes);
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,73 @@
+#include <algorithm>
+
+#include "cli/codes/commands.h"
+#include "cli/codes/opened.h"
+#include "cli/error.h"
+#include "velmora/platform/files.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+// A number is one in JSON; elsewhere it stands as the file has it.
+Cell FieldCell(const CodeField& field, const CString& text) {
+  if (text.IsEmpty() && field.number) return {};
+  const std::optional<double> number = field.number ? ParseNumber(text.GetView()) : std::nullopt;
+  if (number) return Shown{*number, ToUtf8(text)};
+  return ToUtf8(text);
+}
+
+std::string SectionName(int section) { return kSections[static_cast<size_t>(section) - 1]; }
+
+// What reading makes of the line, where that is not what it says.
+std::string NoteOf(const LineFindings& findings, std::int64_t line) {
+  const auto at =
+      std::lower_bound(findings.begin(), findings.end(), line,
+                       [](const LineFinding& finding, std::int64_t l) { return finding.line < l; });
+  return at != findings.end() && at->line == line && at->misread ? at->what : "";
+}
+
+}  // namespace
+
+void CodesList(const CodesOptions& options) {
+  const OpenedCodes codes(options, false);
+  const CodeFile& file = codes.File();
+  const bool sections = file.kind == TextFileKind::kEnvironment;
+  std::vector<Column> columns = {{"line", "line", true}};
+  if (sections) columns.push_back({"section", "section"});
+  columns.push_back(file.name.IsEmpty() ? Column{"field", "field"} : Column{"code", "code"});
+  for (const CodeField& field : file.fields) columns.push_back({field.name, field.name, field.number});
+  const bool notes = std::any_of(codes.Entries().begin(), codes.Entries().end(), [&](const CodeEntry& entry) {
+    return !NoteOf(codes.Findings(), entry.line).empty();
+  });
+  columns.push_back({"note", notes ? "note" : ""});
+
+  Sink sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  if (format == OutputFormat::kTable) sink.Write(codes.Where() + "\n\n");
+  RecordWriter records(sink, format, columns);
+  for (const CodeEntry& entry : codes.Entries()) {
+    std::vector<Cell> cells = {entry.line};
+    if (sections) cells.emplace_back(SectionName(entry.section));
+    cells.emplace_back(ToUtf8(entry.code));
+    for (size_t i = 0; i < file.fields.size(); ++i)
+      cells.push_back(FieldCell(file.fields[i], entry.fields[i]));
+    cells.emplace_back(NoteOf(codes.Findings(), entry.line));
+    records.Row(cells);
+  }
+  records.Finish();
+  sink.Finish();
+  const auto is_entry = [&](std::int64_t line) {
+    return std::any_of(codes.Entries().begin(), codes.Entries().end(),
+                       [&](const CodeEntry& entry) { return entry.line == line; });
+  };
+  for (const LineFinding& finding : codes.Findings()) {
+    if (!finding.misread || is_entry(finding.line)) continue;
+    Warn(At(PathForDisplay(codes.Path()),
+            "has lines that are not read; they are told by: velmora codes check " +
+                PathForDisplay(codes.Path())));
+    break;
+  }
+}
+
+}  // namespace velmora::cli

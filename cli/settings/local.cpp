@@ -1,0 +1,167 @@
+// A project's own copies of the settings and code files.
+#include <algorithm>
+#include <cstdlib>
+
+#include "cli/error.h"
+#include "cli/questions.h"
+#include "cli/settings/commands.h"
+#include "cli/settings/workplace.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
+#include "velmora/settings/local_files.h"
+#include "velmora/settings/settings_file.h"
+
+namespace velmora::cli {
+namespace {
+
+std::vector<LocalFile> FilesMeant(const SettingsOptions& options) {
+  return options.stones ? std::vector<LocalFile>{LocalStoneFile()} : LocalFiles();
+}
+
+std::string ShownFolder(Workplace& workplace) { return PathForDisplay(workplace.Project()->m_ProjKat); }
+
+// Where the installation's files are a project's, there is nothing to copy and all to lose.
+void RequireOwnFolder(Workplace& workplace) {
+  const std::string folder = ShownFolder(workplace);
+  for (const CString* installed : {&workplace.Ini()->m_cfgDir, &workplace.Ini()->m_programDir})
+    if (!installed->IsEmpty() && SameFile(folder, PathForDisplay(*installed)))
+      throw Refusal(
+          At(folder, "holds the installation's own settings and is no project; give --project another"));
+}
+
+// A file before something is done to it.
+struct Planned {
+  LocalFile file;
+  CString path;
+  CString source;  // the installation's; empty when it has none
+  std::optional<FileStatus> before;
+  bool replaced = false;
+};
+
+std::vector<Planned> Plan(const SettingsOptions& options, Workplace& workplace) {
+  std::vector<Planned> plan;
+  for (const LocalFile& file : FilesMeant(options)) {
+    Planned planned{file, JoinPath(workplace.Project()->m_ProjKat, file.name), {}, {}};
+    planned.source = FirstExisting(SettingsFilePaths(workplace.Ini(), nullptr, file.name));
+    planned.before = GetFileStatus(planned.path);
+    planned.replaced = planned.before && options.overwrite && file.replaceable;
+    plan.push_back(planned);
+  }
+  return plan;
+}
+
+std::string Replaced(const std::vector<Planned>& plan) {
+  std::string names;
+  for (const Planned& planned : plan) {
+    if (!planned.replaced) continue;
+    names += (names.empty() ? "" : ", ") + ToUtf8(planned.file.name);
+    if (planned.source.IsEmpty()) names += " (by an empty one, the installation having none)";
+  }
+  return names;
+}
+
+bool Failed(const std::string& done) { return done.find("could not") != std::string::npos; }
+
+// A copy keeps the time of what was copied, as exactly as the disk can.
+bool IsCopy(const FileStatus& file, const FileStatus& source) {
+  constexpr std::int64_t kCoarsest = 20'000'000;  // two seconds
+  return file.size == source.size && std::abs(file.modified - source.modified) <= kCoarsest;
+}
+
+// What has become of the file, from what it is now.
+std::string Done(const Planned& planned) {
+  if (planned.before && !planned.replaced) return "kept";
+  const std::optional<FileStatus> after = GetFileStatus(planned.path);
+  if (planned.source.IsEmpty() && planned.file.otherwise == nullptr)
+    return after ? "kept" : "not made, the installation has none";
+  const std::optional<FileStatus> source = GetFileStatus(planned.source);
+  const bool good = planned.source.IsEmpty() ? after && after->kind == FileKind::kFile
+                                             : after && source && IsCopy(*after, *source);
+  if (!good) return planned.replaced ? "could not be replaced" : "could not be made";
+  return planned.source.IsEmpty() ? "made empty" : planned.replaced ? "replaced" : "copied";
+}
+
+}  // namespace
+
+void LocalCreate(const SettingsOptions& options) {
+  Workplace workplace(options.project);
+  RequireOwnFolder(workplace);
+  const std::vector<Planned> plan = Plan(options, workplace);
+  const std::string replaced = Replaced(plan);
+  if (!replaced.empty()) Confirm(At(ShownFolder(workplace), "replace " + replaced + "?"), options.yes);
+
+  CTundrilInst facade = workplace.Facade();
+  if (options.stones)
+    facade.CreateLokalStenFil(options.overwrite ? 1 : 0);
+  else
+    facade.CreateLokalaFiler(options.overwrite ? 1 : 0, 1);
+
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(),
+                       {{"file", "file"}, {"done", "done"}, {"source", "from"}});
+  bool failed = false;
+  for (const Planned& planned : plan) {
+    const std::string done = Done(planned);
+    const bool copied = done == "copied" || done == "replaced";
+    failed = failed || Failed(done);
+    records.Row({ToUtf8(planned.file.name), done, copied ? PathForDisplay(planned.source) : std::string()});
+  }
+  records.Finish();
+  sink.Finish();
+  if (failed)
+    throw Refusal(At(ShownFolder(workplace),
+                     "some files could not be written; check the permissions and the space there"));
+}
+
+void LocalRemove(const SettingsOptions& options) {
+  Workplace workplace(options.project);
+  RequireOwnFolder(workplace);
+  std::vector<Planned> plan = Plan(options, workplace);
+  std::erase_if(plan, [](const Planned& planned) { return !planned.before; });
+  std::string names;
+  for (const Planned& planned : plan) names += (names.empty() ? "" : ", ") + ToUtf8(planned.file.name);
+  if (plan.empty()) throw Refusal(At(ShownFolder(workplace), "has none of these files of its own"));
+  Confirm(At(ShownFolder(workplace), "delete " + names + "?"), options.yes);
+
+  CTundrilInst facade = workplace.Facade();
+  if (options.stones)
+    facade.RemoveLokalStenFil();
+  else
+    facade.RemoveLokalaFiler();
+
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(), {{"file", "file"}, {"done", "done"}});
+  bool failed = false;
+  for (const Planned& planned : plan) {
+    const bool gone = !FileOrFolderExists(planned.path);
+    failed = failed || !gone;
+    records.Row({ToUtf8(planned.file.name), std::string(gone ? "deleted" : "could not be deleted")});
+  }
+  records.Finish();
+  sink.Finish();
+  if (failed)
+    throw Refusal(At(ShownFolder(workplace), "some files could not be deleted; check their permissions"));
+}
+
+void LocalStatus(const SettingsOptions& options) {
+  Workplace workplace(options.project);
+  std::vector<LocalFile> files = FilesMeant(options);
+  if (!options.stones) files.push_back(LocalStoneFile());
+  Sink sink(options.output.file);
+  RecordWriter records(sink, options.output.Format(),
+                       {{"file", "file"}, {"state", "state"}, {"path", "path"}});
+  for (const LocalFile& file : files) {
+    const std::vector<Place> places = workplace.PlacesOf(file.name);
+    const Place* place = PlaceInUse(places);
+    const bool own = place == &places.front();
+    records.Row({ToUtf8(file.name),
+                 std::string(place == nullptr ? "none"
+                             : own            ? "project copy"
+                                              : "central"),
+                 place == nullptr ? Cell() : Cell(PathForDisplay(place->path))});
+  }
+  records.Finish();
+  sink.Finish();
+}
+
+}  // namespace velmora::cli
