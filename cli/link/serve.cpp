@@ -91,8 +91,8 @@ class StandIn {
 
 void LinkServe(const LinkOptions& options) {
   const std::vector<ScriptStep> steps = ReadScript(options.script);
-  const Interrupt interrupt;
   StandIn stand_in(steps, options.output.Format());
+  const Interrupt interrupt;
   bool goes_on = true;
   while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasGone()))
     goes_on = stand_in.Turn();

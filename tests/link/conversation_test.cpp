@@ -168,19 +168,5 @@ TEST_F(Conversation, AServerThatDies) {
   }
 }
 
-TEST_F(Conversation, ABusThatHangs) {
-  Serve("greet 1 -1\n");
-  CDdeCom com;
-  ASSERT_EQ(CDdeCom::Connect(), 0);
-  ASSERT_TRUE(Greeted());
-  if (!bus_.Stop()) GTEST_SKIP() << "nothing here that can be stopped";
-  const auto start = Clock::now();
-  for (int i = 0; i < 5000; ++i) CDdeCom::DdeMessage(CStringA('x', 511));
-  EXPECT_NE(CDdeCom::Settle(100), 0);
-  CDdeCom::Close();
-  EXPECT_EQ(CDdeCom::Connect(), -1);
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(8));
-}
-
 }  // namespace
 }  // namespace velmora::testing

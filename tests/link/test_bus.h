@@ -13,8 +13,8 @@ class TestBus {
   TestBus(const TestBus&) = delete;
   TestBus& operator=(const TestBus&) = delete;
 
-  // Takes no call and gives no answer from now on, as one that hangs. False where there is none to stop.
-  bool Stop();
+  // A bus stands still from now on, as one that hangs.
+  void Stop();
   // Whether data on another item than "-1" reach the client. Not under Wine.
   static bool CarriesEveryItem();
   // Whether what was poked is acknowledged to the client. Not under Wine.

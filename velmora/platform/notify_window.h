@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-struct NotifyWindow {
+struct VELMORA_API NotifyWindow {
   virtual ~NotifyWindow() = default;
   virtual void Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) = 0;
 };

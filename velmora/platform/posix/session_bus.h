@@ -1,5 +1,6 @@
 // Where the session's D-Bus is, and whether it answers. The D-Bus library waits a minute and a half for a
-// bus that takes the connection and says nothing; this finds out in a time of our own.
+// bus that takes the connection and says nothing; this finds out in a time of our own. (One that stops in the
+// moment after is still waited for so long.)
 #ifndef VELMORA_PLATFORM_POSIX_SESSION_BUS_H_
 #define VELMORA_PLATFORM_POSIX_SESSION_BUS_H_
 

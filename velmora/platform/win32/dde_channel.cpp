@@ -59,11 +59,11 @@ bool HandleMessages() {
   MSG message;
   int handled = 0;
   while (handled < kMostMessages && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-    ++handled;
     if (message.message == WM_QUIT) {  // the client's own loop is to see it
       PostQuitMessage(static_cast<int>(message.wParam));
       break;
     }
+    ++handled;
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
