@@ -99,7 +99,7 @@ void Shrink(std::vector<kovltype>* points, PlanePoint* p, InstructionSet set) {
           }
         }
     for (const PlanePoint q : {PlanePoint{std::round(p->h), p->v}, PlanePoint{p->h, std::round(p->v)}})
-      if ((q.h != p->h || q.v != p->v) && take(*points, q)) smaller = true;
+      if (Distance(q, *p) > 0 && take(*points, q)) smaller = true;
   }
 }
 

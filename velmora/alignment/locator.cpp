@@ -40,15 +40,24 @@ struct Locator::State {
         kernel(NearKernelFor(set)) {}
 
   NearView View() const {
-    return {near.Grid(),      near.Slots(), near.Squares(),       plan.H(), plan.V(),
-            plan.Inverse(),   plan.Pads(),  plan.Points().data(), &plan,    plan.Points().size() - 1,
+    return {near.Grid(),
+            near.Slots(),
+            near.Squares(),
+            plan.H(),
+            plan.V(),
+            plan.Inverse(),
+            plan.Pads(),
+            plan.Stations(),
+            &plan,
+            &near,
+            plan.Points().size() - 1,
             plan.Descending()};
   }
 
   // Among the candidates of the point's square where that holds, else by the trees.
   StationOffset Find(PlanePoint p) const {
     const NearSquare square = near.Slots() == nullptr ? 0 : near.Square(p);
-    const double reach = NearTable::Reach(square);
+    const double reach = NearReach(square);
     if (reach > 0) {
       PointSearch search = plan.NewSearch();
       SegmentRun single{};

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "velmora/alignment/alignment_point.h"
 #include "velmora/alignment/instruction_set.h"
 #include "velmora/alignment/near_table.h"
 #include "velmora/alignment/plan_snapshot.h"
@@ -22,8 +21,9 @@ struct NearView {
   const double* v;
   const double* inverse;
   const double* pads;  // may be null
-  const kovltype* points;
+  const double* stations;
   const PlanSnapshot* plan;
+  const NearTable* table;
   size_t last;  // vertex
   bool descending;
 };

@@ -33,6 +33,9 @@ inline double LeastLane(Vec a) {
   const __m128d half = _mm_min_pd(_mm256_castpd256_pd128(a), _mm256_extractf128_pd(a, 1));
   return _mm_cvtsd_f64(_mm_min_sd(half, _mm_unpackhi_pd(half, half)));
 }
+inline void StoreWhole(std::int32_t* to, Vec a) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_cvttpd_epi32(a));
+}
 
 #include "velmora/alignment/near_kernel_body.inc"
 

@@ -32,6 +32,9 @@ inline Mask And(Mask a, Mask b) { return static_cast<Mask>(a & b); }
 inline unsigned Bits(Mask m) { return m; }
 inline Vec Choose(Mask m, Vec a, Vec b) { return _mm512_mask_blend_pd(m, b, a); }
 inline double LeastLane(Vec a) { return _mm512_reduce_min_pd(a); }
+inline void StoreWhole(std::int32_t* to, Vec a) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), _mm512_cvttpd_epi32(a));
+}
 
 #include "velmora/alignment/near_kernel_body.inc"
 

@@ -27,6 +27,9 @@ inline Mask And(Mask a, Mask b) { return _mm_and_pd(a, b); }
 inline unsigned Bits(Mask m) { return static_cast<unsigned>(_mm_movemask_pd(m)); }
 inline Vec Choose(Mask m, Vec a, Vec b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
 inline double LeastLane(Vec a) { return _mm_cvtsd_f64(_mm_min_sd(a, _mm_unpackhi_pd(a, a))); }
+inline void StoreWhole(std::int32_t* to, Vec a) {
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_cvttpd_epi32(a));
+}
 
 #include "velmora/alignment/near_kernel_body.inc"
 

@@ -27,11 +27,13 @@ PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station)
   const size_t count = points_.size();
   h_.resize(count + kSpare);
   v_.resize(count + kSpare);
+  stations_.resize(count + kSpare);
   inverse_.resize(count + kSpare);
   for (size_t i = 0; i < count + kSpare; ++i) {
-    const PlanePoint p = InPlane(points_[std::min(i, count - 1)]);
-    h_[i] = p.h;
-    v_[i] = p.v;
+    const kovltype& point = points_[std::min(i, count - 1)];
+    h_[i] = point.y;
+    v_[i] = point.x;
+    stations_[i] = point.sek;
   }
   for (size_t i = 0; i < Segments(); ++i) {
     const double dh = h_[i + 1] - h_[i];

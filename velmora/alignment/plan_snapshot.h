@@ -54,6 +54,7 @@ class PlanSnapshot {
   // when all are 0.
   const double* H() const { return h_.data(); }
   const double* V() const { return v_.data(); }
+  const double* Stations() const { return stations_.data(); }
   const double* Inverse() const { return inverse_.data(); }
   const double* Pads() const { return pads_.empty() ? nullptr : pads_.data(); }
   double Pad(size_t segment) const { return pads_.empty() ? 0.0 : pads_[segment]; }
@@ -87,7 +88,7 @@ class PlanSnapshot {
   double no_station_;
   bool descending_;
   bool vertices_count_;  // false when the first is nowhere: no other is then nearer
-  std::vector<double> h_, v_, inverse_, pads_;
+  std::vector<double> h_, v_, stations_, inverse_, pads_;
   std::vector<ArcFrame> arcs_;
   std::vector<std::uint32_t> arc_of_;
   std::vector<std::uint32_t> wild_;
