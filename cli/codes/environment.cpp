@@ -110,7 +110,7 @@ void Require(const CodeEntry& entry) {
   CString line = FormatMiljkodClass(entry.code.GetView(), entry.fields[kText].GetView(), LimitsOf(entry));
   LineFindings findings;
   const CodeEntry back = ClassEntry({}, ParseMiljkodLine(line.GetView()), &findings);
-  if (!back.SameContent(entry))
+  if (!back.SameContent(entry) || !findings.empty())
     RefuseEntry("the class would not be read back like this; a maximum is 0 to 100000, a step 1 to 100000");
 }
 

@@ -24,4 +24,10 @@ void RefuseLosses(const CString& path, const LineFindings& findings, bool force)
                                 : At(PathForDisplay(path), what));
 }
 
+void WarnUnread(const CString& path) {
+  const std::string name = PathForDisplay(path);
+  Warn(At(name, "has lines that are not read, or not as they stand; they are told by: velmora codes check " +
+                    name));
+}
+
 }  // namespace velmora::cli

@@ -25,6 +25,9 @@ std::string QuotedPart(std::wstring_view text);
 // Throws a Refusal, unless forced, when a rewrite of the file would lose something.
 void RefuseLosses(const CString& path, const LineFindings& findings, bool force);
 
+// A line beside a listing of the file, which says less than the file does.
+void WarnUnread(const CString& path);
+
 }  // namespace velmora::cli
 
 #endif  // VELMORA_CLI_CODES_LINE_FINDING_H_

@@ -2,8 +2,6 @@
 
 #include "cli/codes/commands.h"
 #include "cli/codes/opened.h"
-#include "cli/error.h"
-#include "velmora/platform/files.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -58,16 +56,14 @@ void CodesList(const CodesOptions& options) {
   records.Finish();
   sink.Finish();
   const auto is_entry = [&](std::int64_t line) {
-    return std::any_of(codes.Entries().begin(), codes.Entries().end(),
-                       [&](const CodeEntry& entry) { return entry.line == line; });
+    const auto at = std::lower_bound(codes.Entries().begin(), codes.Entries().end(), line,
+                                     [](const CodeEntry& entry, std::int64_t l) { return entry.line < l; });
+    return at != codes.Entries().end() && at->line == line;
   };
-  for (const LineFinding& finding : codes.Findings()) {
-    if (!finding.misread || is_entry(finding.line)) continue;
-    Warn(At(PathForDisplay(codes.Path()),
-            "has lines that are not read; they are told by: velmora codes check " +
-                PathForDisplay(codes.Path())));
-    break;
-  }
+  const bool unread =
+      std::any_of(codes.Findings().begin(), codes.Findings().end(),
+                  [&](const LineFinding& finding) { return finding.misread && !is_entry(finding.line); });
+  if (unread) WarnUnread(codes.Path());
 }
 
 }  // namespace velmora::cli

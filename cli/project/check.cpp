@@ -89,7 +89,10 @@ void CheckSettings(const CString& folder, const wchar_t* name, Findings* finding
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
   const std::string trouble = ReadTextLines(path, &lines);
-  if (!trouble.empty()) findings->push_back({ToUtf8(name), 0, trouble});
+  if (!trouble.empty()) {
+    findings->push_back({ToUtf8(name), 0, trouble});
+    return;
+  }
   for (const LineFinding& finding : CheckTextLines(KindByName(name), lines))
     if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.what});
 }

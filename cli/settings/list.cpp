@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "cli/codes/check.h"
 #include "cli/error.h"
 #include "cli/settings/commands.h"
 #include "cli/settings/parameters.h"
@@ -61,6 +64,13 @@ std::string Summary(const Listing& listing) {
   return text;
 }
 
+bool IsMisread(const Listing& listing) {
+  const LineFindings findings =
+      CheckTextLines(KindByName(listing.file.name), TextLinesOf(listing.in_use->path));
+  return std::any_of(findings.begin(), findings.end(),
+                     [](const LineFinding& finding) { return finding.misread; });
+}
+
 void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, Sink* sink,
                OutputFormat format) {
   RecordWriter records(*sink, format,
@@ -90,6 +100,7 @@ void SettingsList(const SettingsOptions& options) {
   if (!table || !chosen.empty()) WriteRows(listing, chosen, &sink, format);
   if (table) sink.Write((chosen.empty() ? "" : "\n") + Summary(listing) + "\n");
   sink.Finish();
+  if (listing.in_use != nullptr && IsMisread(listing)) WarnUnread(listing.in_use->path);
 }
 
 void SettingsGet(const SettingsOptions& options) {

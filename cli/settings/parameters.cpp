@@ -36,6 +36,7 @@ ParameterFile ParameterFileNamed(const CString& name) {
     return {CProjPath::TundrilParNamn, TundrilDefaults()};
   if (name.CompareNoCase(CProjPath::StenParNamn) == 0) return {CProjPath::StenParNamn, KarskDefaults()};
   if (name.CompareNoCase(CProjPath::Jb23ParNamn) == 0) return {CProjPath::Jb23ParNamn, Jb23Defaults(), true};
+  if (name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) return {CProjPath::TundrilCfgNamn, {}};
   return {name, {}};
 }
 

@@ -96,9 +96,10 @@ void SettingsSet(const SettingsOptions& options) {
   if (file.rig) filled = FillRigLines(&workplace, place.path, key);
   Write(&workplace, file, key, value);
   if (StoredValue(file, place.path, key) != value) RefuseUnwritten(place.path);
-  sink.Write(Printable(ToUtf8(key)) +
-             (value.IsEmpty() ? " taken out of " : "=" + Printable(ToUtf8(value)) + " written to ") + path +
-             ", the " + place.name + " (" + Printable(Before(before, file)) + ")\n" + filled);
+  const std::string name = Printable(ToUtf8(key));
+  sink.Write(
+      (value.IsEmpty() ? name + " taken out of " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
+      path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + filled);
   sink.Finish();
 }
 

@@ -1,34 +1,13 @@
 // The env and project commands, run for real: on Linux with a registry and folders of the test's own.
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
-#include "tests/environment/installed.h"
-#include "tests/support/run_command.h"
+#include "tests/cli/installed_command.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::testing {
 namespace {
 
-using nlohmann::json;
-
-class EnvCommand : public Installed {
- protected:
-  EnvCommand() { RegisterDataFolders(); }
-  std::string Argument(const CString& name) const { return AsArgument(At(name)); }
-
-  static void ExpectRefused(const Ran& ran, const std::string& what) {
-    EXPECT_EQ(ran.status, 1) << ran.out << ran.err;
-    EXPECT_NE(ran.err.find(what), std::string::npos) << ran.err;
-    EXPECT_EQ(ran.err.find('\n') + 1, ran.err.size()) << ran.err;
-  }
-  // The row of a JSON array whose `key` is `value`.
-  static json RowOf(const std::string& rows, const char* key, const std::string& value) {
-    for (const json& row : json::parse(rows))
-      if (row[key] == value) return row;
-    return {};
-  }
-};
+using EnvCommand = InstalledCommand;
 
 // What a newcomer does, in this order, with nothing set up before.
 TEST_F(EnvCommand, FromInstallToAProjectsListing) {
