@@ -10,6 +10,7 @@
 
 #include "cli/error.h"
 #include "cli/link/link_text.h"
+#include "velmora/link/conversation.h"
 #include "velmora/link/dde_com.h"
 #include "velmora/text/codepage.h"
 
@@ -117,8 +118,8 @@ DdeServer::DdeServer() : system_(std::make_unique<System>()) {
   System::running = system_.get();
   if (DdeInitializeA(&system_->instance, System::OnTransaction, APPCLASS_STANDARD, 0) != DMLERR_NO_ERROR)
     throw Refusal("the system's DDE cannot be started");
-  system_->service = DdeCreateStringHandleA(system_->instance, "Tundril", CP_WINANSI);
-  system_->topic = DdeCreateStringHandleA(system_->instance, "WIN", CP_WINANSI);
+  system_->service = DdeCreateStringHandleA(system_->instance, conversation::kService, CP_WINANSI);
+  system_->topic = DdeCreateStringHandleA(system_->instance, conversation::kTopic, CP_WINANSI);
   DdeNameService(system_->instance, system_->service, nullptr, DNS_REGISTER);
 }
 

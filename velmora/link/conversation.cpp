@@ -1,5 +1,7 @@
 #include "velmora/link/conversation.h"
 
+#include <algorithm>
+
 #include "velmora/platform/types.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
