@@ -50,8 +50,21 @@ void RequireOneLine(const std::string& what, const CString& text) {
 CString TakeReal(std::wstring_view* rest) { return Take<double>(rest); }
 CString TakeInteger(std::wstring_view* rest) { return Take<int>(rest); }
 
-LineFinding BehindTheEnd(const TextLine& line) {
-  return {line.number, "stands behind the line \"*\" and is never read: " + QuotedPart(line.text.GetView())};
+TextLines LinesBeforeEnd(const TextLines& lines, LineFindings* findings) {
+  TextLines before;
+  bool ended = false;
+  for (const TextLine& line : lines) {
+    const std::wstring_view text = line.text.GetView();
+    if (TrimBlanks(text).empty()) continue;
+    if (ended)
+      findings->push_back(
+          {line.number, "stands behind the line \"*\" and is never read: " + QuotedPart(text)});
+    else if (IsStarLine(text))
+      ended = true;
+    else
+      before.push_back(line);
+  }
+  return before;
 }
 
 }  // namespace velmora::cli

@@ -56,8 +56,8 @@ void RequireOneLine(const std::string& what, const CString& text);
 CString TakeReal(std::wstring_view* rest);
 CString TakeInteger(std::wstring_view* rest);
 
-// What stands behind the line "*" that ends a file.
-LineFinding BehindTheEnd(const TextLine& line);
+// The lines before the line "*" that ends a file, without empty ones. Those behind it are findings.
+TextLines LinesBeforeEnd(const TextLines& lines, LineFindings* findings);
 
 }  // namespace velmora::cli
 

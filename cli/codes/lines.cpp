@@ -56,26 +56,18 @@ void CheckColumns(const TextLine& line, const Words& words, LineFindings* findin
 
 CodeEntries Parse(const TextLines& lines, LineFindings* findings) {
   CodeEntries entries;
-  bool ended = false;
-  for (const TextLine& line : lines) {
+  for (const TextLine& line : LinesBeforeEnd(lines, findings)) {
     const std::wstring_view text = line.text.GetView();
-    if (TrimBlanks(text).empty()) continue;
-    if (ended) {
-      findings->push_back(BehindTheEnd(line));
-    } else if (IsStarLine(text)) {
-      ended = true;
-    } else if (const std::optional<LineCode> code = ParseLineCode(text)) {
-      const Words words = SplitLine(text);
-      CheckColumns(line, words, findings);
-      entries.push_back(
-          {line.number,
-           0,
-           words.code,
-           {words.word, words.number, words.value.IsEmpty() ? CString(L"0") : words.value, code->text}});
-    } else {
+    const std::optional<LineCode> code = ParseLineCode(text);
+    if (!code) {
       findings->push_back(
           {line.number, "is skipped, being no code, word and number: " + QuotedPart(TrimBlanks(text))});
+      continue;
     }
+    const Words words = SplitLine(text);
+    CheckColumns(line, words, findings);
+    const CString value = words.value.IsEmpty() ? CString(L"0") : words.value;
+    entries.push_back({line.number, 0, words.code, {words.word, words.number, value, code->text}});
   }
   return entries;
 }

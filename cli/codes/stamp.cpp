@@ -2,7 +2,6 @@
 #include <optional>
 
 #include "cli/codes/code_file.h"
-#include "velmora/settings/code_format.h"
 #include "velmora/settings/words.h"
 #include "velmora/text/letters.h"
 
@@ -30,17 +29,8 @@ std::optional<CodeEntry> ParseField(const TextLine& line, LineFindings* findings
 
 CodeEntries Parse(const TextLines& lines, LineFindings* findings) {
   CodeEntries entries;
-  bool ended = false;
-  for (const TextLine& line : lines) {
-    const std::wstring_view text = line.text.GetView();
-    if (TrimBlanks(text).empty()) continue;
-    if (ended)
-      findings->push_back(BehindTheEnd(line));
-    else if (IsStarLine(text))
-      ended = true;
-    else if (auto entry = ParseField(line, findings))
-      entries.push_back(*std::move(entry));
-  }
+  for (const TextLine& line : LinesBeforeEnd(lines, findings))
+    if (auto entry = ParseField(line, findings)) entries.push_back(*std::move(entry));
   return entries;
 }
 

@@ -4,18 +4,12 @@
 #include <memory>
 
 #include "cli/options.h"
+#include "cli/verb.h"
 
 namespace velmora::cli {
 namespace {
 
 using Options = std::shared_ptr<EnvOptions>;
-
-CLI::App* AddVerb(CLI::App* area, const char* name, const char* help, const Options& options,
-                  void (*run)(const EnvOptions&)) {
-  CLI::App* verb = area->add_subcommand(name, help);
-  verb->callback([options, run] { run(*options); });
-  return verb;
-}
 
 void AddSub(CLI::App* verb, const Options& options) {
   verb->add_option("--sub", options->sub, "Sub-key and sub-folder of the installation (default sv)")

@@ -4,18 +4,12 @@
 #include <memory>
 
 #include "cli/options.h"
+#include "cli/verb.h"
 
 namespace velmora::cli {
 namespace {
 
 using Options = std::shared_ptr<ProjectOptions>;
-
-CLI::App* AddVerb(CLI::App* area, const char* name, const char* help, const Options& options,
-                  void (*run)(const ProjectOptions&)) {
-  CLI::App* verb = area->add_subcommand(name, help);
-  verb->callback([options, run] { run(*options); });
-  return verb;
-}
 
 void AddFolder(CLI::App* verb, const Options& options) {
   verb->add_option("DIR", options->folder, "The project's folder")->required();
