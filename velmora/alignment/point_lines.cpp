@@ -11,7 +11,8 @@ constexpr size_t kLongestLine = 4 * (kLongestPlain + 1) + 2;
 }  // namespace
 
 // False, with nothing written, when one of the numbers is not plain.
-bool PointLineWriter::WritePlain(std::span<const double> numbers) {
+template <size_t kNumbers>
+bool PointLineWriter::WritePlain(const std::array<double, kNumbers>& numbers) {
   if (used_ + kLongestLine > block_.size()) Flush();
   char* at = block_.data() + used_;
   for (const double number : numbers) {

@@ -36,10 +36,11 @@ class PointLineWriter {
   void Flush();
 
  private:
-  bool WritePlain(std::span<const double> numbers);
+  template <size_t kNumbers>
+  bool WritePlain(const std::array<double, kNumbers>& numbers);
 
   TextWriter* writer_;
-  std::array<char, size_t{16} << 10> block_;
+  std::array<char, size_t{68} << 10> block_;  // large enough to be written as it is
   size_t used_ = 0;
 };
 

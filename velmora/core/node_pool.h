@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <new>
 
+#include "velmora/platform/large_memory.h"
+
 namespace velmora {
 
 // Hands out pieces of `size` bytes, aligned as operator new aligns.
@@ -36,7 +38,7 @@ class NodePool {
     while (chunks_ != nullptr) {
       Chunk* chunk = chunks_;
       chunks_ = chunk->next;
-      ::operator delete(chunk);
+      GiveMemoryBack(chunk, chunk->size);
     }
     free_ = nullptr;
     next_ = end_ = nullptr;
@@ -49,8 +51,8 @@ class NodePool {
   };
   struct Chunk {
     Chunk* next;
+    size_t size;  // bytes, this head included
   };
-  static constexpr size_t kLargestChunk = size_t{1} << 20;  // bytes
 
   static constexpr size_t Aligned(size_t size) {
     constexpr size_t kAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
@@ -60,11 +62,13 @@ class NodePool {
   // A quarter of what there is already: a short list has a node an allocation, and none wastes more than
   // that quarter.
   bool Grow() {
-    const size_t count = std::clamp(nodes_ / 4, size_t{1}, std::max(kLargestChunk / size_, size_t{1}));
     const size_t head = Aligned(sizeof(Chunk));
-    void* memory = ::operator new(head + count * size_, std::nothrow);
+    size_t size = head + std::max(nodes_ / 4, size_t{1}) * size_;
+    if (size > kLargePiece) size = size / kLargePiece * kLargePiece;
+    const size_t count = (size - head) / size_;
+    void* memory = TakeMemory(size);
     if (memory == nullptr) return false;
-    chunks_ = new (memory) Chunk{chunks_};
+    chunks_ = new (memory) Chunk{chunks_, size};
     next_ = static_cast<char*>(memory) + head;
     end_ = next_ + count * size_;
     nodes_ += count;

@@ -8,7 +8,9 @@
 namespace velmora {
 namespace {
 
-constexpr size_t kChunk = size_t{64} << 10;
+constexpr size_t kLeastRead = size_t{4} << 10;
+constexpr size_t kMostRead = size_t{256} << 10;  // at once
+constexpr size_t kWrite = size_t{64} << 10;
 constexpr size_t kLongestMark = 3;
 constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
 
@@ -63,8 +65,10 @@ bool TextReader::Fill() {
   std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
   end_ -= start_;
   start_ = 0;
-  if (buffer_.size() < end_ + kChunk) buffer_.resize(end_ + kChunk);
-  const std::int64_t count = file_.Read(std::span(buffer_).subspan(end_, kChunk));
+  // A small file is there with the first read, and its end with the second.
+  const size_t room = size_ == 0 ? kMostRead / 4 : std::clamp<size_t>(size_, kLeastRead, kMostRead);
+  if (buffer_.size() < end_ + room) buffer_.resize(end_ + room);
+  const std::int64_t count = file_.Read(std::span(buffer_).subspan(end_, room));
   failed_ = count < 0;
   at_end_ = count == 0;
   if (count <= 0) {
@@ -165,7 +169,7 @@ void TextWriter::Write(std::wstring_view text) {
       failed_ = failed_ || !AppendEncoded(L"\r\n", encoding_, &bytes_);
       text.remove_prefix(end + 1);
     }
-    if (bytes_.size() >= kChunk) Flush();
+    if (bytes_.size() >= kWrite) Flush();
   }
 }
 
@@ -173,10 +177,13 @@ void TextWriter::WriteAscii(std::string_view lines) {
   if (failed_) return;
   if (IsUtf16(encoding_)) {
     failed_ = !AppendEncoded(std::wstring(lines.begin(), lines.end()), encoding_, &bytes_);
-  } else {
+  } else if (lines.size() < kWrite) {
     bytes_.append(lines);
+  } else {
+    Flush();
+    failed_ = failed_ || !file_.Write(lines);
   }
-  if (bytes_.size() >= kChunk) Flush();
+  if (bytes_.size() >= kWrite) Flush();
 }
 
 void TextWriter::Flush() {

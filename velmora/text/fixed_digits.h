@@ -22,13 +22,11 @@ inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfFive
     1, 5, 25, 125, 625, 3'125, 15'625, 78'125, 390'625};
 
 // `product` / 2^shift as the nearest integer, halves to the even one. `shift` is from 1 to one less than
-// the type's bits.
+// the type's bits, and the product leaves its highest bit free.
 template <class Unsigned>
 constexpr Unsigned ShiftRounded(Unsigned product, int shift) {
-  const Unsigned whole = product >> shift;
-  const Unsigned rest = product - (whole << shift);
-  const Unsigned half = Unsigned{1} << (shift - 1);
-  return whole + ((rest > half) | ((rest == half) & (whole & 1)));
+  const Unsigned below_half = (Unsigned{1} << (shift - 1)) - 1;
+  return (product + below_half + ((product >> shift) & 1)) >> shift;
 }
 
 // |value| times 10^decimals as the nearest integer, halves to the even one, from the double's own bits: its
@@ -53,25 +51,22 @@ inline bool ScaledExactly(double value, int decimals, std::uint64_t* scaled) {
   return rounded >> 64 == 0;
 }
 
-// The digits of a number below 10^4 and 10^8 as bytes 0 to 9, the first one lowest.
-inline std::uint32_t FourDigits(std::uint32_t number) {
-  const std::uint32_t hundreds = number / 100;
-  const std::uint32_t twos = hundreds | (number - 100 * hundreds) << 16;
-  const std::uint32_t tens = ((twos * 103) >> 10) & 0x000F000FU;
-  return tens | (twos - 10 * tens) << 8;
-}
+// The digits of every number below 10^4 as bytes 0 to 9, the first one lowest.
+inline constexpr std::array<std::uint32_t, 10'000> kFourDigits = [] {
+  std::array<std::uint32_t, 10'000> digits{};
+  for (std::uint32_t n = 0; n < digits.size(); ++n)
+    digits[n] = n / 1000 | n / 100 % 10 << 8 | n / 10 % 10 << 16 | n % 10 << 24;
+  return digits;
+}();
+// Of a number below 10^8.
 inline std::uint64_t EightDigits(std::uint32_t number) {
-  const std::uint64_t fours = number / 10'000 | static_cast<std::uint64_t>(number % 10'000) << 32;
-  const std::uint64_t hundreds = ((fours * 10'486) >> 20) & 0x0000007F0000007FU;
-  const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16;
-  const std::uint64_t tens = ((twos * 103) >> 10) & 0x000F000F000F000FU;
-  return tens | (twos - 10 * tens) << 8;
+  const std::uint32_t high = number / 10'000;
+  return kFourDigits[high] | static_cast<std::uint64_t>(kFourDigits[number - high * 10'000]) << 32;
 }
 
 // Writes the eight bytes as characters.
 inline void Store(std::uint64_t digits, char* out) {
   digits |= 0x3030303030303030U;
-  if constexpr (std::endian::native == std::endian::big) digits = __builtin_bswap64(digits);
   std::memcpy(out, &digits, sizeof digits);
 }
 
@@ -114,7 +109,7 @@ inline size_t WritePlainFixed(double value, int decimals, char* out) {
                             : fixed_digits::WriteInteger(whole, at);
   if (decimals == 0) return static_cast<size_t>(at - out);
   *at++ = '.';
-  fixed_digits::Store(decimals == 4 ? fixed_digits::FourDigits(rest)
+  fixed_digits::Store(decimals == 4 ? fixed_digits::kFourDigits[rest]
                                     : fixed_digits::EightDigits(rest) >> (8 * (8 - decimals)),
                       at);
   return static_cast<size_t>(at - out + decimals);
