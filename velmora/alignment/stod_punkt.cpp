@@ -84,9 +84,9 @@ void CStodPunkt::ReadPlainPoints(TextReader* reader) {
   const std::string_view text = reader->Buffered();
   size_t done = 0;
   stdpkttype point{};
+  ScanSixValues(&point);
   while (const size_t length = ReadPlainSupportPoint(text.substr(done), &point)) {
     Ny(1, &point);
-    ScanSixValues(pael);
     done += length;
   }
   reader->Skip(done);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <optional>
 
 #include "velmora/text/fixed_digits.h"
@@ -55,14 +56,16 @@ bool ReadPlainFloat(std::string_view line, float* number) {
   return true;
 }
 
-// Writes "%{width}.{decimals}f" and moves behind it. False for a number that is not plain.
+// Writes "%{width}.{decimals}f", of a width up to nine, and moves behind it; what it writes beyond is written
+// over. False for a number that is not plain.
 bool WritePadded(double value, size_t width, int decimals, char** at) {
   std::array<char, kLongestPlain> digits;
   const size_t length = WritePlainFixed(value, decimals, digits.data());
   if (length == 0) return false;
-  const size_t pad = width > length ? width - length : 0;
-  *at = std::fill_n(*at, pad, ' ');
-  *at = std::copy_n(digits.data(), length, *at);
+  std::memcpy(*at, "         ", 9);
+  *at += width > length ? width - length : 0;
+  std::memcpy(*at, digits.data(), digits.size());
+  *at += length;
   return true;
 }
 
@@ -82,19 +85,28 @@ size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point) {
 }
 
 bool AppendPlainSupportPoint(const stdpkttype& point, std::string* text) {
-  std::array<char, 16 + 7 * (kLongestPlain + 2)> lines;
+  std::array<char, 16 + 9 * (kLongestPlain + 2)> lines;
   char* at = lines.data();
   for (const wchar_t c : FieldText(point.namn)) {
     if (c <= L' ' || c > L'~') return false;
     *at++ = static_cast<char>(c);
   }
-  const auto end_line = [&at] { at = std::copy_n("\r\n", 2, at); };
+  const auto end_line = [&at] {
+    std::memcpy(at, "\r\n", 2);
+    at += 2;
+  };
   end_line();
   if (!WritePadded(point.z, 9, 4, &at)) return false;
   end_line();
-  for (const float& value : point.varden) {
-    if (&value != point.varden) *at++ = ' ';
-    if (!WritePadded(value, 6, 2, &at)) return false;
+  static constexpr decltype(point.varden) kNoValues = {};
+  if (std::memcmp(point.varden, kNoValues, sizeof kNoValues) == 0) {
+    constexpr std::string_view kZeros = "  0.00   0.00   0.00   0.00   0.00   0.00";
+    at = std::copy(kZeros.begin(), kZeros.end(), at);
+  } else {
+    for (const float& value : point.varden) {
+      if (&value != point.varden) *at++ = ' ';
+      if (!WritePadded(value, 6, 2, &at)) return false;
+    }
   }
   end_line();
   text->append(lines.data(), at);

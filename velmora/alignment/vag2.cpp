@@ -17,24 +17,9 @@ CVag2::CVag2() {
   profil.typ = kProfileType;
 }
 
-int CVag2::Init(const wchar_t* file) {
-  Clear(&plan);
-  Clear(&profil);
-  if (file == nullptr) return 0;
-  TextReader reader;
-  bool good = reader.Open(file);
-  if (good) {
-    CopyToField(vlFil, NameOfPath(file).GetView());
-    good = Read(reader, [](int, LineKind kind, const CString& line) {
-             if (kind == LineKind::kUnreadable) ShowStatus(UnreadableLine(line));
-           }) == 0;
-  }
-  if (good) return 0;
-  ShowMessage(CannotOpenAlignment(file));
-  return -1;
-}
-
-int CVag2::Read(TextReader& reader, const LineSink& sink) {
+// `sink` as a LineSink; what does nothing with points costs nothing.
+template <class Sink>
+int CVag2::ReadLines(TextReader& reader, Sink sink) {
   Clear(&plan);
   Clear(&profil);
   // The second line can decide what the first one is.
@@ -87,6 +72,25 @@ int CVag2::Read(TextReader& reader, const LineSink& sink) {
   profil.Reset();
   return reader.Failed() ? -1 : 0;
 }
+
+int CVag2::Init(const wchar_t* file) {
+  Clear(&plan);
+  Clear(&profil);
+  if (file == nullptr) return 0;
+  TextReader reader;
+  bool good = reader.Open(file);
+  if (good) {
+    CopyToField(vlFil, NameOfPath(file).GetView());
+    good = ReadLines(reader, [](int, LineKind kind, const CString& line) {
+             if (kind == LineKind::kUnreadable) ShowStatus(UnreadableLine(line));
+           }) == 0;
+  }
+  if (good) return 0;
+  ShowMessage(CannotOpenAlignment(file));
+  return -1;
+}
+
+int CVag2::Read(TextReader& reader, const LineSink& sink) { return ReadLines(reader, sink); }
 
 int CVag2::Uppdat(const wchar_t* file) {
   int plan_points = 0;

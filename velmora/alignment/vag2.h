@@ -57,6 +57,10 @@ class VELMORA_API CVag2 {
   // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
   // not. Returns 0; -1 with the old file as it was.
   int SaveOmr(CProjPath* project);
+
+ private:
+  template <class Sink>
+  int ReadLines(TextReader& reader, Sink sink);
 };
 
 }  // namespace velmora
