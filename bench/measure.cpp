@@ -1,0 +1,68 @@
+#include "bench/measure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+namespace velmora::bench {
+
+double Seconds(const std::function<void()>& action) {
+  const auto start = std::chrono::steady_clock::now();
+  action();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+std::string Machine() {
+  std::string processor = "unknown processor";
+  std::ifstream in("/proc/cpuinfo");
+  for (std::string line; std::getline(in, line);)
+    if (line.starts_with("model name")) processor = line.substr(line.find(':') + 2);
+  return processor + ", " + std::to_string(std::thread::hardware_concurrency()) +
+         " processors; GCC " __VERSION__ ", " VELMORA_BENCH_FLAGS;
+}
+
+Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs) {
+  std::vector<double> a;
+  std::vector<double> b;
+  for (int round = 0; round < rounds; ++round) {
+    b.push_back(Seconds(theirs));
+    a.push_back(Seconds(ours));
+  }
+  return {Median(a), Median(b)};
+}
+
+void Figures::Head(const std::string& what) const {
+  std::printf("%s\n%s\n\n%-40s %10s %10s %-5s %7s  %s\n", what.c_str(), Machine().c_str(), "", "ours", "peer",
+              "", "ratio", "peer");
+}
+
+void Figures::Add(Figure figure) {
+  std::printf("%-40s %10.1f %10.1f %-5s %7.2f  %s\n", figure.name.c_str(), figure.ours, figure.theirs,
+              figure.unit.c_str(), figure.ratio, figure.peer.c_str());
+  std::fflush(stdout);
+  figures_.push_back(std::move(figure));
+}
+
+bool Figures::WriteJson(const std::string& file) const {
+  std::ofstream out(file);
+  out << "{\"machine\": \"" << Machine() << "\",\n \"figures\": [";
+  const char* between = "\n";
+  for (const Figure& f : figures_) {
+    out << between << "  {\"name\": \"" << f.name << "\", \"ours\": " << f.ours << ", \"peer\": " << f.theirs
+        << ", \"unit\": \"" << f.unit << "\", \"ratio\": " << f.ratio << ", \"beside\": \"" << f.peer
+        << "\"}";
+    between = ",\n";
+  }
+  out << "\n]}\n";
+  return static_cast<bool>(out.flush());
+}
+
+}  // namespace velmora::bench

@@ -1,0 +1,46 @@
+// What the benchmarks that stand beside peers share: rounds, medians, a table of ratios and its JSON.
+#ifndef VELMORA_BENCH_MEASURE_H_
+#define VELMORA_BENCH_MEASURE_H_
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace velmora::bench {
+
+double Seconds(const std::function<void()>& action);
+double Median(std::vector<double> values);
+
+// Processor, compiler and flags, in one line.
+std::string Machine();
+
+struct Figure {
+  std::string name;
+  double ours;  // in `unit`
+  double theirs;
+  std::string unit;
+  std::string peer;
+  double ratio;  // how many times the peer, above 1 is better
+};
+
+// The median seconds of two actions that take turns.
+struct Pair {
+  double ours;
+  double theirs;
+};
+Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs);
+
+// Printed as they come, written at the end.
+class Figures {
+ public:
+  void Head(const std::string& what) const;
+  void Add(Figure figure);
+  bool WriteJson(const std::string& file) const;
+
+ private:
+  std::vector<Figure> figures_;
+};
+
+}  // namespace velmora::bench
+
+#endif  // VELMORA_BENCH_MEASURE_H_
