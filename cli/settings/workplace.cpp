@@ -46,18 +46,21 @@ Place Workplace::RequirePlace(const CString& file) const {
   const std::vector<Place> places = PlacesOf(file);
   if (const Place* place = PlaceInUse(places)) return *place;
   const std::string name = ToUtf8(file);
-  const std::string copy = "velmora settings local create --project DIR";
-  if (!HasInstallation())
-    throw Refusal("no " + name + " and no installation found; make one: velmora env install --to DIR");
-  const std::string installed = PathForDisplay(places.empty() ? file : places.back().path);
+  const std::string install = "make one: velmora env install --to DIR";
   if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
-    throw Refusal(At(installed, "no such file; bring the installation's: velmora env sync"));
-  const std::string own = file.CompareNoCase(CProjPath::StenParNamn) == 0 ? copy + " --stones" : copy;
-  throw Refusal(At(PathForDisplay(places.front().path),
-                   "there is no " + name + (has_project_ ? " in the project or" : " in") +
-                       " the installation; bring the installation's: velmora env sync, or make a project "
-                       "its own: " +
-                       own));
+    throw Refusal("no " + name +
+                  (HasInstallation() ? " in the installation; bring it: velmora env sync"
+                                     : ", as no installation was found; " + install));
+  const bool stones = file.CompareNoCase(CProjPath::StenParNamn) == 0;
+  const std::string own =
+      std::string(", or make a project its own: velmora settings local create --project DIR") +
+      (stones ? " --stones" : "");
+  if (!HasInstallation())
+    throw Refusal("no " + name + (has_project_ ? " in the project, and" : ", as") +
+                  " no installation was found; " + install + own);
+  throw Refusal("no " + name +
+                (has_project_ ? " in the project or the installation" : " in the installation") +
+                "; bring it: velmora env sync" + own);
 }
 
 const Place* PlaceInUse(const std::vector<Place>& places) {
