@@ -11,14 +11,14 @@ std::vector<InstructionSet> AvailableInstructionSets() {
   return sets;
 }
 
-NearKernel NearKernelFor(InstructionSet set) {
+NearRoutines NearRoutinesFor(InstructionSet set) {
   switch (set) {
     case InstructionSet::kAvx512:
-      return FindNearAvx512;
+      return NearRoutinesAvx512();
     case InstructionSet::kAvx2:
-      return FindNearAvx2;
+      return NearRoutinesAvx2();
     default:
-      return FindNearSse2;
+      return NearRoutinesSse2();
   }
 }
 

@@ -34,10 +34,10 @@ struct Locator::State {
   State(std::vector<kovltype> points, int type, InstructionSet set)
       : typ(type),
         plan(std::move(points), CVaglinje::Seknoll),
-        near(plan),
+        near(plan, NearRoutinesFor(set).distances),
         plan_stations(PlanEnds(plan.Points(), plan.Descending())),
         profile_stations(ProfileEnds(plan.Points())),
-        kernel(NearKernelFor(set)) {}
+        kernel(NearRoutinesFor(set).find) {}
 
   NearView View() const {
     return {near.Grid(),
@@ -52,6 +52,20 @@ struct Locator::State {
             &near,
             plan.Points().size() - 1,
             plan.Descending()};
+  }
+
+  // What the table tells plainly; where it had too little to tell, once more after it was added to.
+  void FindNear(const NearView& view, const double* x, const double* y, size_t count, double* sek,
+                double* avst, int* result) const {
+    std::fill_n(result, count, kNearUnsolved);
+    if (near.Slots() == nullptr) return;
+    kernel(view, x, y, count, sek, avst, result);
+    const auto unsolved = static_cast<size_t>(std::count(result, result + count, kNearUnsolved));
+    if (unsolved < 3 || unsolved < count / 8) return;
+    const size_t known = near.Tiles();
+    for (size_t i = 0; i < count; ++i)
+      if (result[i] == kNearUnsolved) near.Square({y[i], x[i]});
+    if (near.Tiles() != known) kernel(view, x, y, count, sek, avst, result);
   }
 
   // Among the candidates of the point's square where that holds, else by the trees.
@@ -105,14 +119,10 @@ void Locator::Vagstv(const double* x, const double* y, size_t count, double* sek
     std::fill_n(result, count, -1);
     return;
   }
-  const bool has_table = state_->near.Slots() != nullptr;
   const NearView view = state_->View();
   for (size_t done = 0; done < count; done += kNearBlock) {
     const size_t block = std::min(kNearBlock, count - done);
-    if (has_table)
-      state_->kernel(view, x + done, y + done, block, sek + done, avst + done, result + done);
-    else
-      std::fill_n(result + done, block, kNearUnsolved);
+    state_->FindNear(view, x + done, y + done, block, sek + done, avst + done, result + done);
     for (size_t i = done; i < done + block; ++i) {
       if (result[i] != kNearUnsolved) continue;
       const StationOffset found = state_->Find({y[i], x[i]});

@@ -4,7 +4,8 @@
 //   locator.Vagstv(x, y, count, sek, avst, result);          // arrays, from any number of threads
 //
 // Every answer is, to the last bit, the one that the alignment itself gives: results, stations, offsets,
-// and what outputs hold where there is no answer. Each operation takes one point, or arrays of `count`.
+// and what outputs hold where there is no answer. Each operation takes one point, or arrays of `count`
+// that do not overlap.
 #ifndef VELMORA_ALIGNMENT_LOCATOR_H_
 #define VELMORA_ALIGNMENT_LOCATOR_H_
 

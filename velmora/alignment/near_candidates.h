@@ -2,8 +2,9 @@
 #ifndef VELMORA_ALIGNMENT_NEAR_CANDIDATES_H_
 #define VELMORA_ALIGNMENT_NEAR_CANDIDATES_H_
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/plan_snapshot.h"
@@ -15,28 +16,47 @@ struct SegmentRun {
   std::uint32_t count;
 };
 
+// Distances of a point from `count` chords, the first at `first`, each prolonged by kChordReach at both
+// ends. Writes up to kChordsAtOnce - 1 elements more than asked for.
+inline constexpr size_t kChordsAtOnce = 8;
+using ChordDistances = void (*)(const PlanSnapshot& plan, PlanePoint p, size_t first, size_t count,
+                                double* distances);
+
 // The candidates for a tile of squares, looked up once; from them those of each square.
 class TileCandidates {
  public:
   // For all points within `radius` of `middle`.
-  TileCandidates(const PlanSnapshot& plan, PlanePoint middle, double radius);
+  TileCandidates(const PlanSnapshot& plan, ChordDistances distances, PlanePoint middle, double radius);
 
+  static constexpr size_t kMostRuns = 16;
   struct Candidates {
-    std::vector<SegmentRun> runs;  // in order
     // Whatever is not among them is farther than this from each of the points. 0 when there are too many to
     // be worth a list.
     double reach = 0;
     // Whether a candidate's foot is never nearer than its chord less its pad: false beside an axis place.
     bool chords_tell = true;
+    size_t runs = 0;
+    std::array<SegmentRun, kMostRuns> run;  // in order
+
+    bool Add(std::uint32_t segment, std::uint32_t* total);
   };
   // For points within `radius` of `middle`, a circle inside the tile's.
-  Candidates ForCircle(PlanePoint middle, double radius) const;
+  void ForCircle(PlanePoint middle, double radius, Candidates* found) const;
 
  private:
+  static constexpr size_t kMostSegments = 256;
+  static constexpr size_t kMostPlaces = 64;
+
+  void Collect(PlanePoint middle, double radius);
+  void CollectAxisPlaces(PlanePoint middle, double reach);
+
   const PlanSnapshot* plan_;
+  ChordDistances distances_;
   bool too_many_ = false;
-  std::vector<std::uint32_t> segments_;  // in order
-  std::vector<const PlanSnapshot::AxisPlace*> axis_places_;
+  size_t runs_ = 0;
+  std::array<SegmentRun, kMostRuns> run_;  // NOLINT: filled as far as it is read
+  size_t places_ = 0;
+  std::array<const PlanSnapshot::AxisPlace*, kMostPlaces> place_;  // NOLINT: likewise
 };
 
 }  // namespace velmora

@@ -36,15 +36,18 @@ inline constexpr int kNearUnsolved = 1;   // a result that is left to be worked 
 using NearKernel = void (*)(const NearView& view, const double* x, const double* y, size_t count,
                             double* station, double* offset, int* result);
 
-NearKernel NearKernelFor(InstructionSet set);
+// The routines for one instruction set.
+struct NearRoutines {
+  NearKernel find;
+  ChordDistances distances;
+};
 
 // One source each.
-void FindNearSse2(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                  double* offset, int* result);
-void FindNearAvx2(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                  double* offset, int* result);
-void FindNearAvx512(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                    double* offset, int* result);
+NearRoutines NearRoutinesSse2();
+NearRoutines NearRoutinesAvx2();
+NearRoutines NearRoutinesAvx512();
+
+NearRoutines NearRoutinesFor(InstructionSet set);
 
 }  // namespace velmora
 

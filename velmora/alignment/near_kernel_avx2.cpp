@@ -41,10 +41,7 @@ inline void StoreWhole(std::int32_t* to, Vec a) {
 
 }  // namespace
 
-void FindNearAvx2(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                  double* offset, int* result) {
-  FindNear(view, x, y, count, station, offset, result);
-}
+NearRoutines NearRoutinesAvx2() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora
 

@@ -40,10 +40,7 @@ inline void StoreWhole(std::int32_t* to, Vec a) {
 
 }  // namespace
 
-void FindNearAvx512(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                    double* offset, int* result) {
-  FindNear(view, x, y, count, station, offset, result);
-}
+NearRoutines NearRoutinesAvx512() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora
 

@@ -35,9 +35,6 @@ inline void StoreWhole(std::int32_t* to, Vec a) {
 
 }  // namespace
 
-void FindNearSse2(const NearView& view, const double* x, const double* y, size_t count, double* station,
-                  double* offset, int* result) {
-  FindNear(view, x, y, count, station, offset, result);
-}
+NearRoutines NearRoutinesSse2() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora

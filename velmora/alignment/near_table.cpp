@@ -29,7 +29,8 @@ std::uint64_t Load(const std::uint64_t& from) { return __atomic_load_n(&from, __
 
 }  // namespace
 
-NearTable::NearTable(const PlanSnapshot& plan) : plan_(&plan) {
+NearTable::NearTable(const PlanSnapshot& plan, ChordDistances distances)
+    : plan_(&plan), distances_(distances) {
   constexpr double kSidesPerSegment = 2;
   constexpr double kMargin = 100;  // m around the plan
   if (plan.Segments() == 0 || plan.Segments() >= kMostSegments || plan.HasWild()) return;
@@ -84,12 +85,15 @@ NearSquare NearTable::Fill(std::int32_t column, std::int32_t row, size_t slot) c
   const auto middle_of = [&](double c, double r, double squares) {
     return PlanePoint{grid_.low.h + (c + squares / 2) * side_, grid_.low.v + (r + squares / 2) * side_};
   };
-  const TileCandidates tile(*plan_, middle_of(first_column, first_row, kTileSide),
+  const TileCandidates tile(*plan_, distances_, middle_of(first_column, first_row, kTileSide),
                             kTileSide * side_ * kSquareRadius);
   std::uint64_t* const squares = &squares_[page * NearGrid::kTileSquares];
+  TileCandidates::Candidates candidates;
   for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)
-    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r)
-      squares[NearPlaceInTile(c, r)] = Encode(tile.ForCircle(middle_of(c, r, 1), side_ * kSquareRadius));
+    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r) {
+      tile.ForCircle(middle_of(c, r, 1), side_ * kSquareRadius, &candidates);
+      squares[NearPlaceInTile(c, r)] = Encode(candidates);
+    }
 
   const std::uint64_t key = NearTileKey(column, row);
   const std::uint64_t mine = key << kNearPageBits | (page + 1);
@@ -105,13 +109,14 @@ NearSquare NearTable::Fill(std::int32_t column, std::int32_t row, size_t slot) c
 NearSquare NearTable::Encode(const TileCandidates::Candidates& candidates) const {
   if (candidates.reach <= 0) return 0;
   const auto reach = std::uint64_t{std::bit_cast<std::uint32_t>(static_cast<float>(candidates.reach))} << 32;
-  const std::vector<SegmentRun>& runs = candidates.runs;
-  if (runs.size() == 1 && runs[0].count <= kLongestRun && candidates.chords_tell)
-    return reach | std::uint64_t{runs[0].first} << 4 | runs[0].count;
-  const size_t place = runs_used_.fetch_add(runs.size() + 1, std::memory_order_relaxed);
-  if (place + runs.size() + 1 > run_limit_ || place >= kMostSegments) return 0;
-  runs_[place] = {candidates.chords_tell ? kChordsTell : 0, static_cast<std::uint32_t>(runs.size())};
-  std::copy(runs.begin(), runs.end(), &runs_[place + 1]);
+  const SegmentRun& only = candidates.run[0];
+  if (candidates.runs == 1 && only.count <= kLongestRun && candidates.chords_tell)
+    return reach | std::uint64_t{only.first} << 4 | only.count;
+  const size_t needed = candidates.runs + 1;
+  const size_t place = runs_used_.fetch_add(needed, std::memory_order_relaxed);
+  if (place + needed > run_limit_ || place >= kMostSegments) return 0;
+  runs_[place] = {candidates.chords_tell ? kChordsTell : 0, static_cast<std::uint32_t>(candidates.runs)};
+  std::copy_n(candidates.run.begin(), candidates.runs, &runs_[place + 1]);
   return reach | std::uint64_t{place} << 4;
 }
 

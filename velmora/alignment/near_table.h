@@ -70,7 +70,7 @@ inline size_t NearPageOf(std::uint64_t slot) { return (slot & ((1u << kNearPageB
 
 class NearTable {
  public:
-  explicit NearTable(const PlanSnapshot& plan);
+  NearTable(const PlanSnapshot& plan, ChordDistances distances);
 
   const NearGrid& Grid() const { return grid_; }
   // A slot holds a tile's key in its upper 40 bits and its page, counted from 1, in the lower 24; the squares
@@ -81,6 +81,8 @@ class NearTable {
   // The square of a point, worked out where it was not known; a reach of 0 outside the grid and when the
   // table is full.
   NearSquare Square(PlanePoint p) const;
+  // How many tiles are worked out.
+  size_t Tiles() const { return pages_used_.load(std::memory_order_relaxed); }
   // The candidates of a square with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(NearSquare square, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(NearRunFirst(square)),
@@ -114,6 +116,7 @@ class NearTable {
   NearSquare Encode(const TileCandidates::Candidates& candidates) const;
 
   const PlanSnapshot* plan_;
+  ChordDistances distances_;
   NearGrid grid_;
   double side_ = 0;
   size_t page_limit_ = 0;
