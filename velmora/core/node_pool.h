@@ -38,7 +38,10 @@ class NodePool {
     while (chunks_ != nullptr) {
       Chunk* chunk = chunks_;
       chunks_ = chunk->next;
-      GiveMemoryBack(chunk, chunk->size);
+      if (chunk->is_large)
+        GiveLargeMemoryBack(chunk);
+      else
+        ::operator delete(chunk);
     }
     free_ = nullptr;
     next_ = end_ = nullptr;
@@ -51,7 +54,7 @@ class NodePool {
   };
   struct Chunk {
     Chunk* next;
-    size_t size;  // bytes, this head included
+    bool is_large;
   };
 
   static constexpr size_t Aligned(size_t size) {
@@ -64,11 +67,12 @@ class NodePool {
   bool Grow() {
     const size_t head = Aligned(sizeof(Chunk));
     size_t size = head + std::max(nodes_ / 4, size_t{1}) * size_;
-    if (size > kLargePiece) size = size / kLargePiece * kLargePiece;
+    if (size > kLargePiece) size = (size + kLargePiece - 1) / kLargePiece * kLargePiece;
     const size_t count = (size - head) / size_;
-    void* memory = TakeMemory(size);
+    const bool is_large = size >= kLargePiece;
+    void* memory = is_large ? TakeLargeMemory(size) : ::operator new(size, std::nothrow);
     if (memory == nullptr) return false;
-    chunks_ = new (memory) Chunk{chunks_, size};
+    chunks_ = new (memory) Chunk{chunks_, is_large};
     next_ = static_cast<char*>(memory) + head;
     end_ = next_ + count * size_;
     nodes_ += count;

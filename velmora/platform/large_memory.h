@@ -8,14 +8,13 @@
 
 namespace velmora {
 
-// From here on a piece lies in pages of its own, large ones where the system has them: memory that is filled
-// for the first time is handed over page by page, and with the usual small ones that takes longer than the
-// filling.
+// Pieces are multiples of this.
 inline constexpr size_t kLargePiece = size_t{2} << 20;
 
-// Null when memory runs out. A multiple of kLargePiece is used to the last byte.
-VELMORA_API void* TakeMemory(size_t size);
-VELMORA_API void GiveMemoryBack(void* memory, size_t size);
+// Memory in large pages where the system has them: what is filled for the first time is handed over page by
+// page, and with the usual small ones that takes longer than the filling. Null when memory runs out.
+VELMORA_API void* TakeLargeMemory(size_t size);
+VELMORA_API void GiveLargeMemoryBack(void* memory);
 
 }  // namespace velmora
 

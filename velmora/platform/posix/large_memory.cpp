@@ -5,19 +5,18 @@
 #include <new>
 
 namespace velmora {
+namespace {
 
-void* TakeMemory(size_t size) {
-  if (size < kLargePiece) return ::operator new(size, std::nothrow);
-  void* memory = ::operator new(size, std::align_val_t(kLargePiece), std::nothrow);
-  if (memory != nullptr) (void)madvise(memory, size / kLargePiece * kLargePiece, MADV_HUGEPAGE);
+constexpr std::align_val_t kAlignment{kLargePiece};
+
+}  // namespace
+
+void* TakeLargeMemory(size_t size) {
+  void* memory = ::operator new(size, kAlignment, std::nothrow);
+  if (memory != nullptr) (void)madvise(memory, size, MADV_HUGEPAGE);
   return memory;
 }
 
-void GiveMemoryBack(void* memory, size_t size) {
-  if (size < kLargePiece)
-    ::operator delete(memory);
-  else
-    ::operator delete(memory, std::align_val_t(kLargePiece));
-}
+void GiveLargeMemoryBack(void* memory) { ::operator delete(memory, kAlignment); }
 
 }  // namespace velmora

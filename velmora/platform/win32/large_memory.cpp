@@ -5,8 +5,8 @@
 namespace velmora {
 
 // Large pages need a privilege here that users do not have.
-void* TakeMemory(size_t size) { return ::operator new(size, std::nothrow); }
+void* TakeLargeMemory(size_t size) { return ::operator new(size, std::nothrow); }
 
-void GiveMemoryBack(void* memory, size_t /*size*/) { ::operator delete(memory); }
+void GiveLargeMemoryBack(void* memory) { ::operator delete(memory); }
 
 }  // namespace velmora
