@@ -61,8 +61,12 @@ struct Block {
   Tally tally;
 };
 
+constexpr size_t kUsualResult = 128;  // bytes of a row
+
 // Everything of a block that needs no other block.
 void WorkOut(const Placer& placer, const RowLayout& layout, bool csv, bool km, Block* block) {
+  constexpr size_t kShortRow = 24;
+  block->points.reserve(block->rows.bytes.size() / kShortRow);
   PointsOfBlock(block->rows, layout, &block->points);
   block->rows = {};
   const size_t count = block->points.size();
@@ -73,6 +77,7 @@ void WorkOut(const Placer& placer, const RowLayout& layout, bool csv, bool km, B
     easting[i] = block->points[i].easting;
   }
   block->placings.resize(count);
+  if (csv) block->csv.reserve(count * kUsualResult);
   placer.Place(northing.data(), easting.data(), count, block->placings.data());
   for (size_t i = 0; i < count; ++i) {
     const ListedPoint& point = block->points[i];

@@ -1,5 +1,6 @@
 #include "cli/align/locate_rows.h"
 
+#include <array>
 #include <charconv>
 
 #include "cli/align/offset_text.h"
@@ -58,34 +59,44 @@ std::vector<Cell> LocateCells(const ListedPoint& point, const Placing& placing, 
 }
 
 void AppendLocateCsv(const ListedPoint& point, const Placing& placing, bool km, std::string* text) {
-  const bool is_point = point.problem.empty();
-  const auto number = [text](bool given, double value) {
-    if (given) AppendCsvNumber(value, kDecimals, text);
-    *text += ',';
+  constexpr size_t kNumbers = 7;
+  std::array<char, kNumbers*(kLongestCsvNumber + 1) + 64> row;
+  char* at = row.data();
+  const auto number = [&at](bool given, double value) {
+    if (given) at = PutCsvNumber(value, kDecimals, at);
+    *at++ = ',';
   };
+  const bool is_point = point.problem.empty();
+  const bool found = is_point && IsFound(placing);
   AppendCsvText(point.id, text);
-  *text += ',';
+  *at++ = ',';
   number(is_point, point.northing);
   number(is_point, point.easting);
-  const bool found = is_point && IsFound(placing);
-  if (found && km) AppendCsvText(StationText(placing.station, true), text);
+  if (found && km) {
+    text->append(row.data(), at);
+    at = row.data();
+    AppendCsvText(StationText(placing.station, true), text);
+  }
   number(found && !km, placing.station);
   number(found, placing.offset);
-  if (found) *text += OffsetSide(placing.offset);
-  *text += ',';
+  if (found)
+    for (const char side : OffsetSide(placing.offset)) *at++ = side;
+  *at++ = ',';
   const bool on_profile = is_point && placing.profile_level;
   const bool has_level = is_point && point.level;
   number(on_profile, placing.profile_level.value_or(0));
   number(has_level, point.level.value_or(0));
   number(on_profile && has_level, point.level.value_or(0) - placing.profile_level.value_or(0));
+  text->append(row.data(), at);
   if (is_point)
     *text += StatusText(placing.status);
   else
     AppendCsvText(StatusOf(point, placing), text);
-  char line[24];
-  *text += ',';
-  text->append(line, std::to_chars(line, line + sizeof line, point.line).ptr);
-  *text += '\n';
+  at = row.data();
+  *at++ = ',';
+  at = std::to_chars(at, at + 24, point.line).ptr;
+  *at++ = '\n';
+  text->append(row.data(), at);
 }
 
 }  // namespace velmora::cli

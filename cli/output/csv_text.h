@@ -28,13 +28,14 @@ inline void AppendCsvText(std::string_view text, std::string* row) {
   *row += '"';
 }
 
-// With one decimal more than tables show; empty for what is no number.
-inline void AppendCsvNumber(double value, int decimals, std::string* row) {
-  char plain[kLongestPlain];
-  if (const size_t length = WritePlainFixed(value, decimals + 1, plain))
-    row->append(plain, length);
-  else if (std::isfinite(value))
-    *row += FormatFixed(value, decimals + 1);
+// Writes a number with one decimal more than tables show, nothing for what is no number, and moves behind it.
+// Needs room for kLongestCsvNumber characters.
+inline constexpr size_t kLongestCsvNumber = 340;
+inline char* PutCsvNumber(double value, int decimals, char* at) {
+  if (const size_t length = WritePlainFixed(value, decimals + 1, at)) return at + length;
+  if (!std::isfinite(value)) return at;
+  const std::string text = FormatFixed(value, decimals + 1);
+  return std::copy(text.begin(), text.end(), at);
 }
 
 }  // namespace velmora::cli

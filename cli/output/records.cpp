@@ -1,6 +1,7 @@
 #include "cli/output/records.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -27,10 +28,12 @@ std::string CellText(const Cell& cell) {
 }
 
 void AppendCsvCell(const Cell& cell, std::string* row) {
-  if (const auto* number = std::get_if<Number>(&cell))
-    AppendCsvNumber(number->value, number->decimals, row);
-  else
+  if (const auto* number = std::get_if<Number>(&cell)) {
+    std::array<char, kLongestCsvNumber> text;
+    row->append(text.data(), PutCsvNumber(number->value, number->decimals, text.data()));
+  } else {
     AppendCsvText(CellText(cell), row);
+  }
 }
 
 }  // namespace
