@@ -79,8 +79,7 @@ std::string Described(const CodeEntry& entry) {
 // Puts the changed entries into the file and says what was done.
 void Finish(const CodesOptions& options, OpenedCodes* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
-  codes->RequireRewritable(options.force);
-  codes->Rewrite(entries);
+  codes->Rewrite(entries, options.force);
   Sink sink("");
   sink.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
   sink.Finish();

@@ -42,11 +42,41 @@ void CheckLimits(const TextLine& line, const CString& text, MiljkodLimits limits
   }
 }
 
-CodeEntry ClassEntry(const TextLine& line, const MiljkodLine& parsed, LineFindings* findings) {
+std::optional<int> WholeInteger(const CString& text) {
+  std::wstring_view rest = text.GetView();
+  int number = 0;
+  if (!NumberScanner(rest).Next(&number) || TakeInteger(&rest).GetView() != text.GetView())
+    return std::nullopt;
+  return number;
+}
+
+MiljkodLimits LimitsOf(const CodeEntry& entry) {
+  return {WholeInteger(entry.fields[kMax]).value_or(kUsualMax),
+          WholeInteger(entry.fields[kStep]).value_or(kUsualStep)};
+}
+
+CodeEntry ReadClass(const TextLine& line, const MiljkodLine& parsed, LineFindings* findings) {
   CString text = parsed.text;
   const MiljkodLimits limits = TakeMiljkodLimits(&text);
   CheckLimits(line, parsed.text, limits, findings);
   return {line.number, kClassSection, parsed.name, {text, Text(limits.max), Text(limits.step)}};
+}
+
+// Whether a class comes through being written and read.
+bool ReadsBack(const CodeEntry& entry) {
+  const CString line =
+      FormatMiljkodClass(entry.code.GetView(), entry.fields[kText].GetView(), LimitsOf(entry));
+  LineFindings findings;
+  return ReadClass({}, ParseMiljkodLine(line.GetView()), &findings).SameContent(entry) && findings.empty();
+}
+
+CodeEntry ClassEntry(const TextLine& line, const MiljkodLine& parsed, LineFindings* findings) {
+  CodeEntry entry = ReadClass(line, parsed, findings);
+  if (!ReadsBack(entry))
+    findings->push_back({line.number,
+                         "would be read otherwise once written again: " + QuotedPart(line.text.GetView()),
+                         false});
+  return entry;
 }
 
 // A rewrite keeps sections 1 to 3 and nothing else.
@@ -84,19 +114,6 @@ CodeEntries Parse(const TextLines& lines, LineFindings* findings) {
   return entries;
 }
 
-std::optional<int> WholeInteger(const CString& text) {
-  std::wstring_view rest = text.GetView();
-  int number = 0;
-  if (!NumberScanner(rest).Next(&number) || TakeInteger(&rest).GetView() != text.GetView())
-    return std::nullopt;
-  return number;
-}
-
-MiljkodLimits LimitsOf(const CodeEntry& entry) {
-  return {WholeInteger(entry.fields[kMax]).value_or(kUsualMax),
-          WholeInteger(entry.fields[kStep]).value_or(kUsualStep)};
-}
-
 void Require(const CodeEntry& entry) {
   RequireWord("the code", entry.code);
   if (entry.code.GetLength() > kLongestMiljkodName)
@@ -107,10 +124,7 @@ void Require(const CodeEntry& entry) {
       RefuseEntry("only classes have a maximum and a step");
     return;
   }
-  CString line = FormatMiljkodClass(entry.code.GetView(), entry.fields[kText].GetView(), LimitsOf(entry));
-  LineFindings findings;
-  const CodeEntry back = ClassEntry({}, ParseMiljkodLine(line.GetView()), &findings);
-  if (!back.SameContent(entry) || !findings.empty())
+  if (!ReadsBack(entry))
     RefuseEntry("the class would not be read back like this; a maximum is 0 to 100000, a step 1 to 100000");
 }
 

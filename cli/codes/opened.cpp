@@ -32,7 +32,8 @@ std::string OpenedCodes::Where() const {
   return PathForDisplay(path_) + (place_.empty() ? "" : " (" + place_ + ")");
 }
 
-void OpenedCodes::Rewrite(const CodeEntries& entries) {
+void OpenedCodes::Rewrite(const CodeEntries& entries, bool force) {
+  RequireRewritable(force);
   CTundrilInst facade = Facade();
   file_.write(&facade, path_, entries);
   LineFindings findings;
@@ -43,8 +44,9 @@ void OpenedCodes::Rewrite(const CodeEntries& entries) {
   };
   if (same(now, entries)) return;
   if (same(now, entries_)) RefuseUnwritten(path_);
-  throw Refusal(At(PathForDisplay(path_),
-                   "was written, and other entries are read from it than were meant; look at them"));
+  if (!force)
+    throw Refusal(At(PathForDisplay(path_),
+                     "was written, and other entries are read from it than were meant; look at them"));
 }
 
 }  // namespace velmora::cli

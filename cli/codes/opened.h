@@ -27,8 +27,9 @@ class OpenedCodes {
 
   // Throws a Refusal when the file would lose something by being written again, and is not forced.
   void RequireRewritable(bool force) const { RefuseLosses(path_, findings_, force); }
-  // Writes the entries and reads them back. Throws a Refusal when they are not what the file then holds.
-  void Rewrite(const CodeEntries& entries);
+  // The same, then writes the entries and reads them back. Throws a Refusal when they were not written,
+  // and, unless forced, when others are read.
+  void Rewrite(const CodeEntries& entries, bool force);
 
  private:
   CodeEntries Read(LineFindings* findings) const;
