@@ -11,9 +11,9 @@
 #include <cstdlib>
 #include <iomanip>
 #include <limits>
-#include <optional>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 #include "tests/alignment/shapes.h"
 #include "velmora/alignment/geometry.h"
@@ -252,6 +252,86 @@ TEST(Locator, AnswersAsTheWalkDoes) {
     }
   }
   EXPECT_GT(found, cases / 2);
+}
+
+// A plan larger than the caches, asked in no order by two threads at once, which both work out the ground;
+// and stations looked for among those that turn back.
+TEST(Locator, LargeScatteredBatchesAnswerAsSinglePoints) {
+  std::mt19937 random(3);
+  std::vector<kovltype> points;
+  for (int i = 0; i < 70000; ++i)
+    points.push_back({1000.0 * (i / 1000) + Uniform(random, 0, 40), 30.0 * (i % 1000), i % 5 == 0 ? 0.1 : 0.0,
+                      30.0 * i + Uniform(random, -20, 20)});
+  const Locator together(points, 7);
+  const Locator single(points, 7);
+  constexpr size_t kCount = 20000;
+  const auto look = [&](unsigned seed) {
+    std::mt19937 places(seed);
+    std::vector<double> x(kCount), y(kCount), a(kCount), b(kCount);
+    std::vector<int> result(kCount);
+    for (size_t i = 0; i < kCount; ++i) {
+      const PlanePoint p = AnyPlace(places, points);
+      x[i] = p.v;
+      y[i] = p.h;
+    }
+    together.Vagstv(x.data(), y.data(), kCount, a.data(), b.data(), result.data());
+    size_t different = 0;
+    for (size_t i = 0; i < kCount; ++i) {
+      Answer alone{};
+      alone.result = single.Vagstv(x[i], y[i], &alone.a, &alone.b);
+      different += alone == Answer{result[i], a[i], b[i]} ? 0 : 1;
+    }
+    return different;
+  };
+  size_t of_other = 1;
+  std::thread other([&] { of_other = look(1); });
+  EXPECT_EQ(look(2), 0u);
+  other.join();
+  EXPECT_EQ(of_other, 0u);
+
+  points.resize(2000);
+  for (const double sign : {1.0, -1.0}) {
+    for (kovltype& p : points) p.sek *= sign;
+    std::vector<kovltype> profile = points;
+    for (kovltype& p : profile) p.y = p.sek;
+    OpenLine plan(points), level(profile);
+    const Locator in_plan(plan), in_profile(level);
+    for (int i = 0; i < 2000; ++i) {
+      double sek = points[random() % points.size()].sek + Uniform(random, -1, 1) * (i % 2 == 0 ? 1.5e-4 : 30);
+      if (i % 100 == 0) sek = i % 200 == 0 ? kNan : kInf * sign;
+      Answer walked{}, found{};
+      walked.result = plan.Vag2xy(sek, 3, &walked.a, &walked.b);
+      found.result = in_plan.Vag2xy(sek, 3, &found.a, &found.b);
+      EXPECT_EQ(walked, found) << sek;
+      walked.result = level.Vagprofz(sek, &walked.a);
+      found.result = in_profile.Vagprofz(sek, &found.a);
+      EXPECT_EQ(walked, found) << sek;
+    }
+  }
+}
+
+TEST(Locator, TypesNumbersAndCursorsAreThoseOfTheLine) {
+  OpenLine line({{0, 0, 0, 0}, {0, 100, 0, 100}, {-100, 100, 0, 200}});
+  line.Home();
+  line.Set_mark();
+  line++;
+  const std::vector<int> before = line.Cursors();
+  const double no_station = std::exchange(CVaglinje::Seknoll, 5.0);
+  for (const int typ : {0, 1, 10}) {
+    line.typ = typ;
+    const Locator locator(line);
+    double a = kUntouched, b = kUntouched, z = kUntouched;
+    EXPECT_EQ(locator.Vagstv(-5, 50, &a, &b), typ == 10 ? -1 : 0);
+    EXPECT_EQ(locator.Vag2xy(1e6, 0, &a, &b), -1);
+    EXPECT_TRUE(typ == 10 ? a == kUntouched && b == kUntouched : a == 999999.9 && b == 999999.9);
+    EXPECT_EQ(locator.Vagprofz(50, &z), typ == 1 ? -1 : 0);
+    EXPECT_TRUE(typ == 10 || (locator.Vagstv(50, -500, &a, &b) == -1 && a == 5.0 && b == 0));
+  }
+  CVaglinje::Seknoll = no_station;
+  EXPECT_EQ(line.Cursors(), before);
+  double a = 1, b = 2;
+  EXPECT_TRUE(Locator({}, 1).Vagstv(0, 0, &a, &b) == -1 && a == CVaglinje::Seknoll && b == 0);
+  EXPECT_EQ(Locator({}, 1).Vag2xy(0, 0, &a, &b), -1);
 }
 
 }  // namespace

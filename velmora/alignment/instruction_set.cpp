@@ -6,8 +6,8 @@ namespace velmora {
 
 std::vector<InstructionSet> AvailableInstructionSets() {
   std::vector<InstructionSet> sets = {InstructionSet::kSse2};
-  if (__builtin_cpu_supports("avx2") != 0) sets.push_back(InstructionSet::kAvx2);
   if (__builtin_cpu_supports("avx512f") != 0) sets.push_back(InstructionSet::kAvx512);
+  if (__builtin_cpu_supports("avx2") != 0) sets.push_back(InstructionSet::kAvx2);
   return sets;
 }
 

@@ -1,0 +1,46 @@
+// Points in no order, put into one in which those close together on the ground follow each other: where the
+// plan is larger than the processor's caches, jumping about in it costs more than the sorting.
+#ifndef VELMORA_ALIGNMENT_GROUND_ORDER_H_
+#define VELMORA_ALIGNMENT_GROUND_ORDER_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "velmora/alignment/segment_bounds.h"
+
+namespace velmora {
+
+class GroundOrder {
+ public:
+  // Room for up to `most` points over a plan's extent; about `cells` patches of ground.
+  GroundOrder(const Box& extent, size_t cells, size_t most);
+
+  // Whether there was memory for it.
+  bool IsUsable() const { return points_ != nullptr && cells_ != nullptr && starts_ != nullptr; }
+
+  struct Point {
+    double x;
+    double y;
+    std::uint32_t from;  // its position in the caller's order
+  };
+  // Takes up to `most` points. Points that are nowhere come somewhere.
+  void Sort(const double* x, const double* y, size_t count);
+  const Point* Points() const { return points_.get(); }
+
+ private:
+  PlanePoint low_;
+  double per_metre_;
+  int columns_ = 1;
+  int rows_ = 1;
+  std::unique_ptr<Point[]> points_;
+  std::unique_ptr<std::uint32_t[]> cells_;  // of the caller's points
+  std::unique_ptr<std::uint32_t[]> starts_;
+};
+
+// Whether most points lie farther than `close` from the one before.
+bool AreScattered(const double* x, const double* y, size_t count, double close);
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_GROUND_ORDER_H_
