@@ -1,6 +1,7 @@
 #include "velmora/settings/tundril_inst.h"
 
 #include "velmora/project/proj_path.h"
+#include "velmora/settings/code_format.h"
 #include "velmora/settings/code_stream.h"
 #include "velmora/settings/default_settings.h"
 #include "velmora/settings/jb23_par.h"
@@ -39,6 +40,25 @@ int CTundrilInst::Init(CTundrilIni* ini, CProjPath* proj) {
   parameters_ = nullptr;
   jb23_parameters_ = nullptr;
   return 0;
+}
+
+bool CTundrilInst::IsCodeFileOpen() const { return m_pCodeFile != nullptr && m_pCodeFile->IsOpen(); }
+
+bool CTundrilInst::NextCodeLine(CString* line) {
+  if (m_pCodeFile->ReadLine(line) && !IsStarLine(line->GetView())) return true;
+  EndCodeFile();
+  return false;
+}
+
+void CTundrilInst::EndCodeFile() {
+  if (m_pCodeFile != nullptr) m_pCodeFile->Close();
+  m_pCodeFile = nullptr;
+}
+
+void CTundrilInst::FinishCodeFile(const wchar_t* last) {
+  m_pCodeFile->Write(last);
+  m_pCodeFile->Finish();
+  m_pCodeFile = nullptr;
 }
 
 CTundrilPAR& CTundrilInst::Parameters() {

@@ -160,6 +160,13 @@ class VELMORA_API CTundrilInst {
                     const wchar_t* first, const wchar_t* second, const wchar_t* third);
 
  private:
+  bool IsCodeFileOpen() const;
+  // The next line of the sequence; false, with the sequence ended, at the end or a line that begins with "*".
+  bool NextCodeLine(CString* line);
+  // Ends the sequence, after `last` for a rewrite that takes effect now.
+  void EndCodeFile();
+  void FinishCodeFile(const wchar_t* last);
+
   CTundrilPAR& Parameters();
   CJb23Par& Jb23Parameters();
 

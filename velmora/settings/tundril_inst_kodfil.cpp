@@ -32,7 +32,7 @@ std::shared_ptr<CodeStream> BeginKodfil(const CString& path) {
 }  // namespace
 
 int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int textSize) {
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+  if (!IsCodeFileOpen()) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
     if (path.IsEmpty()) return -1;
     m_pCodeFile = OpenCodeFile(path, L"Läsning av Velmora - kodfil.dat inställningar");
@@ -47,25 +47,22 @@ int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int 
     CopyToBuffer(text, textSize, entry->text.GetView());
     return 0;
   }
-  m_pCodeFile->Close();
-  m_pCodeFile = nullptr;
+  EndCodeFile();
   return -1;
 }
 
 int CTundrilInst::KodfilDatWrite(int mode, const wchar_t* code, const wchar_t* text) {
   if (mode == 1 || mode == 3) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
-    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
-    m_pCodeFile = path.IsEmpty() ? nullptr : BeginKodfil(path);
+    EndCodeFile();
+    if (!path.IsEmpty()) m_pCodeFile = BeginKodfil(path);
   }
   if (m_pCodeFile == nullptr) return 0;
   const CString entry = code;
   if (!entry.IsEmpty())
     m_pCodeFile->Write(FormatObjectCode(entry.GetView(), CString(text).GetView()).GetView());
   if (mode >= 2) {
-    m_pCodeFile->Write(L"*\n");
-    m_pCodeFile->Finish();
-    m_pCodeFile = nullptr;
+    FinishCodeFile(L"*\n");
   }
   return 0;
 }

@@ -10,18 +10,14 @@ namespace velmora {
 
 int CTundrilInst::LinkodRead(wchar_t* code, int codeSize, wchar_t* word, int wordSize, wchar_t* text,
                              int textSize, double* number, int* value) {
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+  if (!IsCodeFileOpen()) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
     if (path.IsEmpty()) return 0;
     m_pCodeFile = OpenCodeFile(path, L"Läsning av Tundril - Linkod.dat inställningar");
     if (m_pCodeFile == nullptr) return -1;
   }
   CString line;
-  if (!m_pCodeFile->ReadLine(&line) || IsStarLine(line.GetView())) {
-    m_pCodeFile->Close();
-    m_pCodeFile = nullptr;
-    return 0;
-  }
+  if (!NextCodeLine(&line)) return 0;
   const std::optional<LineCode> entry = ParseLineCode(line.GetView());
   if (!entry) return -2;
   CopyToBuffer(code, codeSize, entry->code.GetView());
@@ -44,13 +40,12 @@ int CTundrilInst::LinkodWrite(int mode, const wchar_t* code, const wchar_t* word
                               const wchar_t* text, const wchar_t* value) {
   if (mode == 1) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
-    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
-    m_pCodeFile = path.IsEmpty()
-                      ? nullptr
-                      : RewriteCodeFile(path, path, L"Skrivning av Tundril - Linkod.par inställningar");
+    EndCodeFile();
+    if (!path.IsEmpty())
+      m_pCodeFile = RewriteCodeFile(path, path, L"Skrivning av Tundril - Linkod.par inställningar");
     return 0;
   }
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) return -1;
+  if (!IsCodeFileOpen()) return -1;
   CString fields;
   switch (mode) {
     case 2:
@@ -62,9 +57,7 @@ int CTundrilInst::LinkodWrite(int mode, const wchar_t* code, const wchar_t* word
       m_pCodeFile->Write(FormatLineCode(fields.GetView(), CString(text).GetView()).GetView());
       break;
     case 5:
-      m_pCodeFile->Write(L"*\n");
-      m_pCodeFile->Finish();
-      m_pCodeFile = nullptr;
+      FinishCodeFile(L"*\n");
       break;
     default:
       break;

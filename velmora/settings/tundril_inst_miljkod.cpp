@@ -68,7 +68,7 @@ bool AddRequired(const RequiredMiljkod& code, Section* section) {
 
 int CTundrilInst::MiljkodRead(int section, wchar_t* name, int nameSize, wchar_t* text, int textSize, int* max,
                               int* steg) {
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+  if (!IsCodeFileOpen()) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Miljkod));
     if (path.IsEmpty()) return -1;
     m_pCodeFile = OpenSection(path, section);
@@ -77,8 +77,7 @@ int CTundrilInst::MiljkodRead(int section, wchar_t* name, int nameSize, wchar_t*
   Entry entry;
   const bool with_limits = max != nullptr && steg != nullptr;
   if (!NextEntry(m_pCodeFile.get(), &entry, with_limits)) {
-    m_pCodeFile->Close();
-    m_pCodeFile = nullptr;
+    EndCodeFile();
     return -1;
   }
   CopyToBuffer(name, nameSize, entry.name.GetView());
@@ -93,12 +92,12 @@ int CTundrilInst::MiljkodRead(int section, wchar_t* name, int nameSize, wchar_t*
 int CTundrilInst::MiljKodWrite(int mode, const wchar_t* name, const wchar_t* text, int max, int steg) {
   if (mode == 1) {
     const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Miljkod));
-    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
-    m_pCodeFile = path.IsEmpty() ? nullptr : RewriteCodeFile(path, path, kWriting);
+    EndCodeFile();
+    if (!path.IsEmpty()) m_pCodeFile = RewriteCodeFile(path, path, kWriting);
     if (m_pCodeFile != nullptr) m_pCodeFile->Write(L"*\n*\n");
     return 0;
   }
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) return -1;
+  if (!IsCodeFileOpen()) return -1;
   const CString entry_name = name;
   const CString entry_text = text;
   switch (mode) {
@@ -115,9 +114,7 @@ int CTundrilInst::MiljKodWrite(int mode, const wchar_t* name, const wchar_t* tex
           FormatMiljkodClass(entry_name.GetView(), entry_text.GetView(), {max, steg}).GetView());
       break;
     case 7:
-      m_pCodeFile->Write(L"*\n");
-      m_pCodeFile->Finish();
-      m_pCodeFile = nullptr;
+      FinishCodeFile(L"*\n");
       break;
     default:
       break;
@@ -128,8 +125,7 @@ int CTundrilInst::MiljKodWrite(int mode, const wchar_t* name, const wchar_t* tex
 int CTundrilInst::MiljkodUppdatX() {
   const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Miljkod));
   if (path.IsEmpty()) return 0;
-  if (m_pCodeFile != nullptr) m_pCodeFile->Close();
-  m_pCodeFile = nullptr;
+  EndCodeFile();
 
   std::array<Section, kRequiredMiljkods.size()> sections;
   bool readable = true;

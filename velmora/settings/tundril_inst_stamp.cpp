@@ -8,18 +8,14 @@ namespace velmora {
 
 int CTundrilInst::StampParRead(const wchar_t* path, wchar_t* name, int nameSize, wchar_t* word, int wordSize,
                                double* first, double* second, double* third) {
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) {
+  if (!IsCodeFileOpen()) {
     const CString file = path;
     if (file.IsEmpty()) return 0;
     m_pCodeFile = OpenCodeFile(file, L"Läsning av Tundril - Stämpel inställningar");
     if (m_pCodeFile == nullptr) return -1;
   }
   CString line;
-  if (!m_pCodeFile->ReadLine(&line) || IsStarLine(line.GetView())) {
-    m_pCodeFile->Close();
-    m_pCodeFile = nullptr;
-    return 0;
-  }
+  if (!NextCodeLine(&line)) return 0;
   const std::optional<StampField> field = ParseStampField(line.GetView());
   if (!field) return -2;
   CopyToBuffer(name, nameSize, field->name.GetView());
@@ -35,19 +31,18 @@ int CTundrilInst::StampParWrite(const wchar_t* path, int mode, const wchar_t* na
   if (mode == 1) {
     const CString file = path;
     if (file.IsEmpty()) return 0;
-    if (m_pCodeFile != nullptr) m_pCodeFile->Close();
+    EndCodeFile();
     m_pCodeFile = RewriteCodeFile(file, file, L"Skrivning av Tundril - Stämpel inställningar");
     return 0;
   }
-  if (m_pCodeFile == nullptr || !m_pCodeFile->IsOpen()) return -1;
+  if (!IsCodeFileOpen()) return -1;
   if (mode == 2) {
     CString line;
     line.Format(L"%s %s %s %s %s\n", CString(name), CString(word), CString(first), CString(second),
                 CString(third));
     m_pCodeFile->Write(line.GetView());
   } else if (mode == 3) {
-    m_pCodeFile->Finish();
-    m_pCodeFile = nullptr;
+    FinishCodeFile(L"");
   }
   return 0;
 }
