@@ -67,8 +67,9 @@ bool Differs(const std::vector<kovltype>& points, PlanePoint p, InstructionSet s
 
 // Leaves out what is not needed for a difference, and rounds what can be rounded.
 void Shrink(std::vector<kovltype>* points, PlanePoint* p, InstructionSet set) {
+  int tries = 4000;
   const auto take = [&](const std::vector<kovltype>& fewer, PlanePoint q) {
-    if (!Differs(fewer, q, set)) return false;
+    if (--tries < 0 || !Differs(fewer, q, set)) return false;
     *points = fewer;
     *p = q;
     return true;

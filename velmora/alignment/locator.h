@@ -21,8 +21,8 @@
 namespace velmora {
 
 // Unchangeable to its callers and safe to use from many threads at once. Look-ups remember what they worked
-// out about the ground near the line, within a limit that grows with the number of points: the first one
-// at a place costs about ten of the later ones.
+// out about the ground near the line, within a limit that grows with the number of vertices: the first one
+// at a place takes some microseconds, the later ones some nanoseconds (docs/performance.md).
 class VELMORA_API Locator {
  public:
   // Takes the points, `typ` and Seknoll as they are now; the current point and the mark stay.

@@ -7,8 +7,8 @@
 
 #include "velmora/alignment/near_kernel.h"
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+#pragma GCC push_options    // NOLINT: for GCC
+#pragma GCC target("avx2")  // NOLINT: for GCC
 
 namespace velmora {
 namespace {
@@ -45,4 +45,4 @@ NearRoutines NearRoutinesAvx2() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora
 
-#pragma GCC pop_options
+#pragma GCC pop_options  // NOLINT: for GCC

@@ -8,9 +8,9 @@
 #include "velmora/alignment/near_kernel.h"
 
 // GCC 12 takes the operands that its own header leaves open for mistakes.
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-#pragma GCC push_options
-#pragma GCC target("avx512f")
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"  // NOLINT: for GCC
+#pragma GCC push_options                                // NOLINT: for GCC
+#pragma GCC target("avx512f")                           // NOLINT: for GCC
 
 namespace velmora {
 namespace {
@@ -44,4 +44,4 @@ NearRoutines NearRoutinesAvx512() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora
 
-#pragma GCC pop_options
+#pragma GCC pop_options  // NOLINT: for GCC
