@@ -8,8 +8,11 @@ namespace velmora {
 
 GroundOrder::GroundOrder(const Box& extent, size_t cells, size_t most)
     : low_(extent.low),
+      most_(most),
       points_(new (std::nothrow) Point[most]),
-      cells_(new (std::nothrow) std::uint32_t[most]) {
+      cells_(new (std::nothrow) std::uint32_t[most]),
+      answers_(new (std::nothrow) Answer[most]),
+      next_((most >> kPlacesBits) + 1) {
   const double width = std::max(extent.high.h - extent.low.h, 1.0);
   const double height = std::max(extent.high.v - extent.low.v, 1.0);
   const auto wanted = static_cast<double>(cells);
@@ -22,6 +25,7 @@ GroundOrder::GroundOrder(const Box& extent, size_t cells, size_t most)
 }
 
 void GroundOrder::Sort(const double* x, const double* y, size_t count) {
+  for (size_t i = 0; i < next_.size(); ++i) next_[i] = static_cast<std::uint32_t>(i << kPlacesBits);
   // Also what is no number comes to lie within the limits.
   const double last_column = columns_ - 1;
   const double last_row = rows_ - 1;
@@ -37,6 +41,15 @@ void GroundOrder::Sort(const double* x, const double* y, size_t count) {
   for (size_t i = 0; i < count; ++i) ++starts[cell[i] + 1];
   for (size_t i = 0; i < cells; ++i) starts[i + 1] += starts[i];
   for (size_t i = 0; i < count; ++i) points_[starts[cell[i]]++] = {x[i], y[i], static_cast<std::uint32_t>(i)};
+}
+
+void GroundOrder::HandBack(size_t count, double* station, double* offset, int* result) const {
+  for (size_t i = 0; i < count; ++i) {
+    const Answer& answer = answers_[i];
+    station[answer.from] = answer.station;
+    offset[answer.from] = answer.offset;
+    result[answer.from] = answer.result;
+  }
 }
 
 bool AreScattered(const double* x, const double* y, size_t count, double close) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "velmora/alignment/segment_bounds.h"
 
@@ -17,7 +18,11 @@ class GroundOrder {
   GroundOrder(const Box& extent, size_t cells, size_t most);
 
   // Whether there was memory for it.
-  bool IsUsable() const { return points_ != nullptr && cells_ != nullptr && starts_ != nullptr; }
+  bool IsUsable() const {
+    return points_ != nullptr && cells_ != nullptr && starts_ != nullptr && answers_ != nullptr;
+  }
+
+  size_t Most() const { return most_; }
 
   struct Point {
     double x;
@@ -28,14 +33,30 @@ class GroundOrder {
   void Sort(const double* x, const double* y, size_t count);
   const Point* Points() const { return points_.get(); }
 
+  struct Answer {
+    double station;
+    double offset;
+    std::uint32_t from;
+    int result;
+  };
+  // Takes the answer to each point of a batch once, in any order, and then puts them where they belong: first
+  // with those whose places are close by, so that nothing is written all over a large array.
+  void Keep(const Answer& answer) { answers_[next_[answer.from >> kPlacesBits]++] = answer; }
+  void HandBack(size_t count, double* station, double* offset, int* result) const;
+
  private:
+  static constexpr unsigned kPlacesBits = 13;
+
   PlanePoint low_;
   double per_metre_;
   int columns_ = 1;
   int rows_ = 1;
+  size_t most_;
   std::unique_ptr<Point[]> points_;
   std::unique_ptr<std::uint32_t[]> cells_;  // of the caller's points
   std::unique_ptr<std::uint32_t[]> starts_;
+  std::unique_ptr<Answer[]> answers_;  // those with places from i << kPlacesBits on at that position
+  std::vector<std::uint32_t> next_;
 };
 
 // Whether most points lie farther than `close` from the one before.

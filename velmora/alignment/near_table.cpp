@@ -31,13 +31,16 @@ std::uint64_t Load(const std::uint64_t& from) { return __atomic_load_n(&from, __
 
 NearTable::NearTable(const PlanSnapshot& plan, ChordDistances distances)
     : plan_(&plan), distances_(distances) {
-  constexpr double kSidesPerSegment = 2;
+  // Smaller squares have fewer candidates; beside a large plan the memory they take costs more than that.
+  constexpr size_t kLargePlan = size_t{1} << 16;
+  const double sides_per_segment = plan.Segments() < kLargePlan ? 2 : 1.4;
   constexpr double kMargin = 100;  // m around the plan
   if (plan.Segments() == 0 || plan.Segments() >= kMostSegments || plan.HasWild()) return;
   Box extent = plan.Extent();
   extent.Grow(kMargin);
   const PlanePoint size{extent.high.h - extent.low.h, extent.high.v - extent.low.v};
-  side_ = std::max({UsualLength(plan) / kSidesPerSegment, 1.0, size.h / kMostSquares, size.v / kMostSquares});
+  side_ =
+      std::max({UsualLength(plan) / sides_per_segment, 1.0, size.h / kMostSquares, size.v / kMostSquares});
 
   const size_t tiles = std::clamp<size_t>(plan.Segments() * 4, 64, size_t{1} << 23);
   const size_t slots = std::bit_ceil(tiles * 2);

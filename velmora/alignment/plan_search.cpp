@@ -1,6 +1,8 @@
 #include "velmora/alignment/plan_search.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace velmora {
@@ -42,22 +44,29 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
     FindInOrder(x, y, count, station, offset, result);
     return;
   }
-  GroundOrder order(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostCells), part);
+  // The memory stays for the next batch; of several threads' the last one's.
+  std::unique_ptr<GroundOrder> order(spare_.exchange(nullptr));
+  if (order == nullptr || order->Most() < part)
+    order.reset(new (std::nothrow)
+                    GroundOrder(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostCells), part));
+  if (order == nullptr || !order->IsUsable()) {
+    FindInOrder(x, y, count, station, offset, result);
+    return;
+  }
   for (size_t done = 0; done < count; done += part) {
     const size_t now = std::min(part, count - done);
-    if (!order.IsUsable()) {
-      FindInOrder(x + done, y + done, now, station + done, offset + done, result + done);
-      continue;
-    }
-    order.Sort(x + done, y + done, now);
+    order->Sort(x + done, y + done, now);
     for (size_t at = 0; at < now; at += kNearBlock)
-      FindPoints(order.Points() + at, std::min(kNearBlock, now - at), station + done, offset + done,
-                 result + done);
+      FindPoints(at, std::min(kNearBlock, now - at), order.get());
+    order->HandBack(now, station + done, offset + done, result + done);
   }
+  order.reset(spare_.exchange(order.release()));
 }
 
-void PlanSearch::FindPoints(const GroundOrder::Point* points, size_t count, double* station, double* offset,
-                            int* result) const {
+PlanSearch::~PlanSearch() { delete spare_.load(); }
+
+void PlanSearch::FindPoints(size_t first, size_t count, GroundOrder* order) const {
+  const GroundOrder::Point* const points = order->Points() + first;
   struct Block {
     double x[kNearBlock];
     double y[kNearBlock];
@@ -70,12 +79,8 @@ void PlanSearch::FindPoints(const GroundOrder::Point* points, size_t count, doub
     block.y[k] = points[std::min(k, count - 1)].y;
   }
   FindBlock(block.x, block.y, count, block.station, block.offset, block.result);
-  for (size_t k = 0; k < count; ++k) {
-    const size_t to = points[k].from;
-    station[to] = block.station[k];
-    offset[to] = block.offset[k];
-    result[to] = block.result[k];
-  }
+  for (size_t k = 0; k < count; ++k)
+    order->Keep({block.station[k], block.offset[k], points[k].from, block.result[k]});
 }
 
 void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,

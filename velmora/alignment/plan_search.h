@@ -3,6 +3,7 @@
 #ifndef VELMORA_ALIGNMENT_PLAN_SEARCH_H_
 #define VELMORA_ALIGNMENT_PLAN_SEARCH_H_
 
+#include <atomic>
 #include <cstddef>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace velmora {
 class PlanSearch {
  public:
   PlanSearch(std::vector<kovltype> points, double no_station, InstructionSet set);
+  ~PlanSearch();
   PlanSearch(const PlanSearch&) = delete;
   PlanSearch& operator=(const PlanSearch&) = delete;
 
@@ -29,9 +31,8 @@ class PlanSearch {
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
                    int* result) const;
-  // Each at most kNearBlock points; the answers to these go where the points are from.
-  void FindPoints(const GroundOrder::Point* points, size_t count, double* station, double* offset,
-                  int* result) const;
+  // Each at most kNearBlock points.
+  void FindPoints(size_t first, size_t count, GroundOrder* order) const;
   void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
                  int* result) const;
   void FindNear(const double* x, const double* y, size_t count, double* station, double* offset,
@@ -42,6 +43,7 @@ class PlanSearch {
   NearRoutines routines_;
   NearTable near_;
   NearView view_;
+  mutable std::atomic<GroundOrder*> spare_ = nullptr;
 };
 
 }  // namespace velmora
