@@ -17,6 +17,7 @@ constexpr char kTooLarge[] = "is too large for a settings or code file; is it on
 
 std::string ReadTextLines(const CString& path, TextLines* lines) {
   const std::optional<FileStatus> status = GetFileStatus(path);
+  if (path.IsEmpty()) return "the name of a file is missing";
   if (!status) return "no such file";
   if (status->kind == FileKind::kFolder) return "is a folder, and a file belongs there; move it away";
   if (status->kind == FileKind::kOther) return "is no ordinary file";
@@ -50,8 +51,9 @@ void RequireCharacters(const CString& path, const CString& text) {
 }
 
 void RefuseUnwritten(const CString& path) {
-  throw Refusal(
-      At(PathForDisplay(path), "cannot be written (write-protected, or the disk is full); it is as it was"));
+  throw Refusal(At(PathForDisplay(path),
+                   "cannot be written (no such folder, write-protected, or the disk is full); it is as "
+                   "it was"));
 }
 
 }  // namespace velmora::cli

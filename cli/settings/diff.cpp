@@ -17,9 +17,17 @@ bool IsFolder(const std::string& name) {
 // The file that both sides are read as: the one asked for, else what a file given is called.
 ParameterFile FileOf(const SettingsOptions& options) {
   if (!options.file.empty()) return ParameterFileNamed(FromUtf8(options.file));
-  for (const std::string* side : {&options.a, &options.b})
-    if (!IsFolder(*side)) return ParameterFileNamed(NameOfPath(ProjectFolder(*side)));
-  return ParameterFileNamed(CProjPath::TundrilParNamn);
+  std::optional<ParameterFile> file;
+  for (const std::string* side : {&options.a, &options.b}) {
+    if (IsFolder(*side)) continue;
+    const ParameterFile named = ParameterFileNamed(NameOfPath(ProjectFolder(*side)));
+    const bool both_known = file && !file->defaults.empty() && !named.defaults.empty();
+    if (both_known && file->name != named.name)
+      throw Refusal(Quoted(options.a) + " and " + Quoted(options.b) +
+                    " are files of two kinds; --file says as which one to read both");
+    if (!file || file->defaults.empty()) file = named;
+  }
+  return file ? *file : ParameterFileNamed(CProjPath::TundrilParNamn);
 }
 
 // The file that a side means: what a project's programs find, or a file alone. Empty when there is none.

@@ -17,7 +17,9 @@ struct Listing {
   const Place* in_use;
   Settings settings;
 
-  const char* SourceOf(const Setting& setting) const { return setting.stored ? in_use->name : "built in"; }
+  const char* SourceOf(const Setting& setting) const {
+    return setting.stored ? in_use->name : setting.built_in ? "built in" : "-";
+  }
 };
 
 Listing Find(const SettingsOptions& options) {
@@ -50,14 +52,15 @@ std::string Heading(const Listing& listing) {
 
 std::string Summary(const Listing& listing) {
   size_t stored = 0;
+  size_t built_in = 0;
   size_t differing = 0;
   for (const Setting& setting : listing.settings.All()) {
     stored += setting.stored ? 1 : 0;
+    built_in += !setting.stored && setting.built_in ? 1 : 0;
     differing += Differs(setting) ? 1 : 0;
   }
   std::string text = std::to_string(listing.settings.All().size()) + " keys: " + std::to_string(stored) +
-                     " from the file, " + std::to_string(listing.settings.All().size() - stored) +
-                     " built in";
+                     " from the file, " + std::to_string(built_in) + " built in";
   if (!listing.file.defaults.empty())
     text += "; " + std::to_string(differing) + (differing == 1 ? " differs from its" : " differ from their") +
             " default";

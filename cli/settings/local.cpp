@@ -140,7 +140,8 @@ void LocalRemove(const SettingsOptions& options) {
   records.Finish();
   sink.Finish();
   if (failed)
-    throw Refusal(At(ShownFolder(workplace), "some files could not be deleted; check their permissions"));
+    throw Refusal(At(ShownFolder(workplace),
+                     "some files could not be deleted: a folder of that name, or no permission there"));
 }
 
 void LocalStatus(const SettingsOptions& options) {

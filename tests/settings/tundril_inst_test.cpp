@@ -152,6 +152,8 @@ TEST(LocaleCheckAndFix, APointAfterAnyLocale) {
   const std::string before = std::setlocale(LC_NUMERIC, nullptr);
   const std::string text = std::setlocale(LC_CTYPE, nullptr);
   for (const char* name : {"Swedish", "sv_SE.UTF-8", "de_DE.UTF-8"}) std::setlocale(LC_NUMERIC, name);
+  if (std::string(std::localeconv()->decimal_point) == ".")
+    GTEST_SKIP() << "no locale here has a decimal comma";
   EXPECT_EQ(CTundrilInst::LocaleCheckAndFix(), 0);
   EXPECT_STREQ(std::localeconv()->decimal_point, ".");
   EXPECT_EQ(std::setlocale(LC_CTYPE, nullptr), text);

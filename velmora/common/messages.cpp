@@ -20,6 +20,12 @@ StatusBarHandler& BarHandler() {
   return handler;
 }
 
+int Show(const MessageBoxCall& call, bool owned) {
+  // A copy, so that a handler may replace itself while it runs.
+  if (const MessageBoxHandler handler = BoxHandler()) return handler(call);
+  return NativeMessageBox(call.text, call.style, call.caption, owned);
+}
+
 }  // namespace
 
 MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
@@ -27,12 +33,13 @@ MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
 }
 
 int ShowMessage(const CString& text, unsigned style, const CString& caption) {
-  MessageBoxCall call{text, style, caption};
-  if (call.caption.IsEmpty()) call.caption = LoadText(LibraryModule(), kApplicationTitle);
-  if (HasMainWindow()) call.style |= MB_SETFOREGROUND;
-  // A copy, so that a handler may replace itself while it runs.
-  if (const MessageBoxHandler handler = BoxHandler()) return handler(call);
-  return NativeMessageBox(call.text, call.style, call.caption);
+  const bool owned = HasMainWindow();
+  const CString title = caption.IsEmpty() ? LoadText(LibraryModule(), kApplicationTitle) : caption;
+  return Show({text, owned ? style | MB_SETFOREGROUND : style, title}, owned);
+}
+
+int ShowOwnerlessMessage(const CString& text, unsigned style, const CString& caption) {
+  return Show({text, style, caption}, false);
 }
 
 StatusBarHandler SetStatusBarHandler(StatusBarHandler handler) {

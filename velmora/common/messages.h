@@ -27,6 +27,8 @@ VELMORA_API MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
 // own has the application's title.
 VELMORA_API int ShowMessage(const CString& text, unsigned style = MB_OK | MB_ICONEXCLAMATION,
                             const CString& caption = CString());
+// The same without an owner, whatever windows there are: the boxes of the settings files.
+VELMORA_API int ShowOwnerlessMessage(const CString& text, unsigned style, const CString& caption);
 
 // Shows a text in the first pane; false when the bar's window no longer exists.
 using StatusBarHandler = std::function<bool(const CString&)>;

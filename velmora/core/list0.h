@@ -69,6 +69,7 @@ class VELMORA_TEMPLATE_API list0 {
 
   // Marks the current element. Always 0.
   int Set_mark() {
+    ++changes_;
     mark = aktuell;
     Sort_mark();
     return 0;
@@ -78,8 +79,9 @@ class VELMORA_TEMPLATE_API list0 {
   int Goto_mark();
   // Takes `pael` anew from the current element.
   int Set_pael() {
-    ++changes_;
-    pael = aktuell == nullptr ? nullptr : &aktuell->record;
+    T* const record = aktuell == nullptr ? nullptr : &aktuell->record;
+    if (record != pael) ++changes_;
+    pael = record;
     return pael == nullptr ? -1 : 0;
   }
 
@@ -119,12 +121,13 @@ class VELMORA_TEMPLATE_API list0 {
   // Above 0 when the record at `pmark` is to come before the one at `pael`.
   virtual int Sortval(int /*key*/) { return 0; }
 
-  // Another number after every operation that moves the cursor or changes the chain, so that what a
-  // derived class keeps beside the list can tell whether it still holds.
+  // Another number after every operation that makes another record current or marked or changes the chain,
+  // so that what a derived class keeps beside the list can tell whether it still holds.
   std::uint64_t Changes() const { return changes_; }
   // Removes every element at once, as Delete from the first to the last does.
   void DeleteAll() {
     if (forsta == nullptr) return;
+    ++changes_;
     nodes_.FreeAll();
     forsta = sista = aktuell = mark = nullptr;
     antal = pos = 0;
@@ -187,12 +190,14 @@ class VELMORA_TEMPLATE_API list0 {
   }
   // Links `node` before `next`, at the end when that is null.
   void Link(Node* node, Node* next) {
+    ++changes_;
     node->next = next;
     node->previous = next == nullptr ? sista : next->previous;
     (node->previous == nullptr ? forsta : node->previous->next) = node;
     (next == nullptr ? sista : next->previous) = node;
   }
   Node* Unlink(Node* node) {
+    ++changes_;
     (node->previous == nullptr ? forsta : node->previous->next) = node->next;
     (node->next == nullptr ? sista : node->next->previous) = node->previous;
     node->previous = node->next = nullptr;
@@ -310,6 +315,7 @@ int list0<T>::Sortera(int key) {
     previous = node;
   }
   sista = previous;
+  ++changes_;
   return 0;
 }
 

@@ -62,8 +62,7 @@ class NodePool {
     return (size + kAlignment - 1) / kAlignment * kAlignment;
   }
 
-  // A quarter of what there is already: a short list has a node an allocation, and none wastes more than
-  // that quarter.
+  // A quarter of what there is already, in large pieces from there on: a short list has a node an allocation.
   bool Grow() {
     const size_t head = Aligned(sizeof(Chunk));
     size_t size = head + std::max(nodes_ / 4, size_t{1}) * size_;

@@ -9,10 +9,10 @@ namespace velmora {
 // Whether the calling thread has a main window that can own a box. Never where there are no windows.
 bool HasMainWindow();
 
-// Shows the box, owned by the thread's main window when it has one, and returns the button pressed.
+// Shows the box, `owned` by the thread's main window when it has one, and returns the button pressed.
 // Without windows the caption and the text go to standard error and the style's default button
 // answers.
-int NativeMessageBox(const CString& text, unsigned style, const CString& caption);
+int NativeMessageBox(const CString& text, unsigned style, const CString& caption, bool owned);
 
 }  // namespace velmora
 

@@ -33,7 +33,7 @@ std::optional<ObjectCode> ParseObjectCode(std::wstring_view line) {
   return entry;
 }
 
-CString FormatObjectCode(std::wstring_view code, std::wstring_view text) {
+CString FormatCode(std::wstring_view code, std::wstring_view text) {
   CString line;
   line.Format(L"%s %s\n", code, text);
   return line;

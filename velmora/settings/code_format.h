@@ -21,7 +21,8 @@ struct ObjectCode {
 // Nothing for a line of fewer than two words. Callers rely on getting the text's first word only, however
 // much was written (test ObjectCodes).
 VELMORA_API std::optional<ObjectCode> ParseObjectCode(std::wstring_view line);
-VELMORA_API CString FormatObjectCode(std::wstring_view code, std::wstring_view text);
+// A code with its text, with the line end. An entry of MILJKOD.DAT is the same.
+VELMORA_API CString FormatCode(std::wstring_view code, std::wstring_view text);
 
 // LINKOD.PAR: code, second word, number and integer, then from column 50 on a description. "PV" with a
 // number behind it makes two further groups of codes.

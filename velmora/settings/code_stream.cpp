@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
+#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 
@@ -54,17 +53,13 @@ void CodeStream::Close() {
 std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption) {
   auto stream = std::make_shared<CodeStream>();
   if (stream->OpenForReading(path)) return stream;
-  ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path),
-              MB_OK | MB_ICONEXCLAMATION, caption);
+  TellUnreadable(path, caption);
   return nullptr;
 }
 
 std::shared_ptr<CodeStream> RewriteCodeFile(const CString& path, const CString& paths, const wchar_t* caption,
                                             const CString& temporary) {
-  const auto tell = [paths, caption] {
-    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter!", paths), MB_OK | MB_ICONEXCLAMATION,
-                caption);
-  };
+  const auto tell = [paths, caption] { TellUnwritable(paths, caption); };
   auto stream = std::make_shared<CodeStream>();
   if (stream->BeginRewrite(path, tell, temporary)) return stream;
   tell();

@@ -1,15 +1,14 @@
 #include "velmora/settings/jb23_par.h"
 
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/settings_file.h"
+#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 namespace {
 
-constexpr int kMostLines = 100'000;
+constexpr int kMostLines = 4096;  // eleven are known
 constexpr size_t kLongestToken = 255;
 
 }  // namespace
@@ -17,9 +16,8 @@ constexpr size_t kLongestToken = 255;
 CJb23Par::CJb23Par(CTundrilIni* ini, CProjPath* proj) {
   const CString path = FirstExisting(SettingsFilePaths(ini, proj, CProjPath::Jb23ParNamn));
   if (!path.IsEmpty() && !Load(path)) {
-    Clear();
-    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path),
-                MB_OK | MB_ICONEXCLAMATION, L"Läsning av Tundril - jb2/3 inställningar");
+    DeleteAll();
+    TellUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
   }
 }
 

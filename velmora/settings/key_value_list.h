@@ -5,7 +5,7 @@
 
 #include <cstdint>
 #include <string>
-#include <type_traits>
+#include <string_view>
 
 #include "velmora/core/list0.h"
 #include "velmora/export.h"
@@ -13,6 +13,7 @@
 #include "velmora/settings/key_index.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/settings/settings_reader.h"
+#include "velmora/text/letters.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -20,9 +21,10 @@ namespace velmora {
 // `Record` has the fields `nyckel` (key) and `varde` (value). Records stay in the order they were added
 // in; of several with the same key the first is meant. Letters of keys compare without regard to case.
 //
-// An index beside the list answers look-ups in constant time. It is built anew by the first look-up
-// after the list was walked, changed, or the current or marked record got another key; between look-ups
-// that is all a client can do.
+// An index beside the list answers look-ups in constant time. The first look-up after the list was walked or
+// changed builds it anew, and so does one that finds another key in the record where it led, in the current
+// record or in the marked one. A record is renamed while it is one of these; through a pointer kept from
+// before, the new name is found after the next such look-up only.
 template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:
@@ -39,7 +41,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
 
  protected:
   // More records than any suite ever wrote: a file with more is none of ours.
-  static constexpr int kMostRecords = 1 << 20;
+  static constexpr int kMostRecords = 1 << 17;
 
   enum class Put { kStored, kUnchanged, kRefused };
 
@@ -84,7 +86,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
         good = Append({}, {});
     }
     if (good && !reader.Failed()) return true;
-    Clear();
+    this->DeleteAll();
     return false;
   }
 
@@ -99,19 +101,20 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     return writer.Commit();
   }
 
-  void Clear() {
-    this->Home();
-    while (this->antal > 0) this->Delete();
-  }
-
  private:
+  using Node = typename list0<Record>::Node;
+
   bool Seek(std::wstring_view key) {
     if (!InStep()) Build();
     const KeyIndex::Place* place = key.empty() ? nullptr : index_.Find(key);
+    if (place != nullptr && !EqualNoCase(KeyAt(static_cast<Node*>(place->node)), key)) {
+      Build();
+      place = index_.Find(key);
+    }
     if (place == nullptr)
       this->End();
     else
-      this->Reposition(static_cast<typename list0<Record>::Node*>(place->node), place->position);
+      this->Reposition(static_cast<Node*>(place->node), place->position);
     KeepStep();
     return place != nullptr;
   }
@@ -133,7 +136,6 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     current_key_ = KeyAt(this->aktuell);
     marked_key_ = KeyAt(this->mark);
   }
-  template <class Node>
   static std::wstring_view KeyAt(const Node* node) {
     return node == nullptr ? std::wstring_view() : FieldText(node->record.nyckel);
   }

@@ -44,12 +44,6 @@ MiljkodLimits TakeMiljkodLimits(CString* text) {
   return limits;
 }
 
-CString FormatMiljkod(std::wstring_view name, std::wstring_view text) {
-  CString line;
-  line.Format(L"%s %s\n", name, text);
-  return line;
-}
-
 CString FormatMiljkodClass(std::wstring_view name, std::wstring_view text, MiljkodLimits limits) {
   CString line;
   line.Format(L"%s %s max=%d steg=%d\n", name, text, limits.max, limits.step);

@@ -40,7 +40,6 @@ struct MiljkodLimits {
 // on the maximum being found only before the step, and on 0 being a maximum but no step (test Limits).
 VELMORA_API MiljkodLimits TakeMiljkodLimits(CString* text);
 
-VELMORA_API CString FormatMiljkod(std::wstring_view name, std::wstring_view text);
 VELMORA_API CString FormatMiljkodClass(std::wstring_view name, std::wstring_view text, MiljkodLimits limits);
 
 // The codes that every program relies on.

@@ -7,10 +7,12 @@
 
 namespace velmora {
 
+bool HasFolder(const CProjPath* project) { return project != nullptr && !project->m_ProjKat.IsEmpty(); }
+
 std::vector<CString> SettingsFilePaths(const CTundrilIni* ini, const CProjPath* project,
                                        const CString& name) {
   std::vector<CString> paths;
-  if (project != nullptr) paths.push_back(JoinPath(project->m_ProjKat, name));
+  if (HasFolder(project)) paths.push_back(JoinPath(project->m_ProjKat, name));
   if (ini == nullptr) return paths;
   for (const CString* folder : {&ini->m_cfgDir, &ini->m_programDir})
     if (!folder->IsEmpty()) paths.push_back(JoinPath(*folder, name));

@@ -12,6 +12,9 @@ namespace velmora {
 class CProjPath;
 class CTundrilIni;
 
+// Whether a project is open. One without a folder would have its files at the root of the disk.
+VELMORA_API bool HasFolder(const CProjPath* project);
+
 // The paths that `name` is looked for at, first come first taken: the project folder, the folder of
 // TUNDRIL.CFG, the program folder. Without a project or an installation, and for a folder of the
 // installation that is not known, there is no such path.

@@ -12,11 +12,11 @@ bool SettingsReader::Open(const CString& path) {
   return status && status->kind == FileKind::kFile && reader_.Open(path);
 }
 
-bool SettingsReader::ReadLine(CString* line) {
+bool SettingsReader::ReadLine(CString* line, Zeros zeros) {
   too_large_ = too_large_ || reader_.Consumed() > kLargestFile;
   if (too_large_ || !reader_.ReadLine(line)) return false;
   const int zero = line->Find(L'\0');
-  cut_ = zero >= 0;
+  cut_ = zero >= 0 && zeros == Zeros::kCut;
   if (cut_) *line = line->Left(zero);
   return true;
 }

@@ -2,6 +2,8 @@
 #ifndef VELMORA_SETTINGS_SETTINGS_READER_H_
 #define VELMORA_SETTINGS_SETTINGS_READER_H_
 
+#include <cstdint>
+
 #include "velmora/export.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/text/string.h"
@@ -14,8 +16,10 @@ class VELMORA_API SettingsReader {
  public:
   // False when there is no such file, and when it is a folder or anything else that is no file.
   [[nodiscard]] bool Open(const CString& path);
-  // The next line without its line end; what follows a zero byte in it is left out. False at the end.
-  [[nodiscard]] bool ReadLine(CString* line);
+  // The next line without its line end, and without what follows a zero byte in it unless the line is to be
+  // copied. False at the end.
+  enum class Zeros { kCut, kKeep };
+  [[nodiscard]] bool ReadLine(CString* line, Zeros zeros = Zeros::kCut);
   // Whether the end came before the file's own.
   bool Failed() const { return reader_.Failed() || too_large_; }
   // Whether the last line had a zero byte.

@@ -1,11 +1,10 @@
 #include "velmora/settings/tundril_cfg.h"
 
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/proj_path.h"
+#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 
@@ -24,8 +23,7 @@ int CTundrilCFG::Init(const wchar_t* program, const wchar_t* path) {
   if (unreadable_) {
     CString caption;
     caption.Format(L"Läsning av %s - konfigurering", CString(program));
-    ShowMessage(FormatForUser(L"Kan inte öppna CFG-filen\n%s\nAvbryter läsning!", path_),
-                MB_OK | MB_ICONEXCLAMATION, caption);
+    TellOfFile(L"Kan inte öppna CFG-filen\n%s\nAvbryter läsning!", path_, caption);
   }
   return 0;
 }

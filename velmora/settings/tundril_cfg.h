@@ -38,8 +38,10 @@ class VELMORA_API CTundrilCFG : public KeyValueList<cfgtype> {
   // when
   //   the key is empty or has 40 characters or more: nothing changes
   //   the value has 260 characters or more: a new key stays in memory, without value
-  //   the file cannot be written, or was there and could not be read: the change stays in memory
-  // The file on disk is then as it was.
+  //   the file cannot be written, or was there and could not be read: the change stays in memory, also a
+  //   letter that the file's encoding lacks, and no later write succeeds before it is replaced
+  // The file on disk is then as it was. A line end or, in the key, a "=" is written as it stands and is read
+  // back as something else.
   int WriteKey(const CString& key, const CString& value);
 
  protected:

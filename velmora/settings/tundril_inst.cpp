@@ -6,7 +6,6 @@
 #include "velmora/settings/default_settings.h"
 #include "velmora/settings/jb23_par.h"
 #include "velmora/settings/tundril_par.h"
-#include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora {

@@ -46,8 +46,8 @@ class VELMORA_API CTundrilInst {
 
   CTundrilIni* TiniPtr() const { return ini_; }
   void GetTiniProjPath(CTundrilIni** ini, CProjPath** proj) const {
-    *ini = ini_;
-    *proj = project_;
+    if (ini != nullptr) *ini = ini_;
+    if (proj != nullptr) *proj = project_;
   }
 
   // Parameters. `file` is TUNDRIL.PAR, KARSK.PAR or JB23.PAR, letters without regard to case. TUNDRIL.PAR

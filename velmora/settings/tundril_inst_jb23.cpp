@@ -1,6 +1,4 @@
 // JB23.PAR, a value at a time on disk.
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
@@ -8,6 +6,7 @@
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/settings_file.h"
+#include "velmora/settings/settings_messages.h"
 #include "velmora/settings/settings_reader.h"
 #include "velmora/settings/tundril_inst.h"
 
@@ -24,7 +23,7 @@ Jb23Line With(Jb23Line line, const Jb23Place& place, const CString& value) {
 // Copies the file with the value at its place. False when it cannot be read to its end.
 bool CopyWithValue(SettingsReader* reader, TextWriter* writer, const Jb23Place& place, const CString& value) {
   int number = 0;
-  for (CString line; reader->ReadLine(&line);) {
+  for (CString line; reader->ReadLine(&line, SettingsReader::Zeros::kKeep);) {
     const bool here = ++number == place.line;
     writer->Write(
         (here ? FormatJb23Line(With(ParseJb23Line(line.GetView()), place, value)) : line + L'\n').GetView());
@@ -41,8 +40,7 @@ CString CTundrilInst::Jb23ReadKey(const CString& key) {
   if (path.IsEmpty()) return {};
   SettingsReader reader;
   if (!reader.Open(path)) {
-    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path),
-                MB_OK | MB_ICONEXCLAMATION, L"Läsning av Tundril - jb2/3 inställningar");
+    TellUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
     return {};
   }
   CString line;

@@ -14,7 +14,7 @@ bool CopyHeader(const CString& from, CodeStream* to) {
   SettingsReader old;
   if (!old.Open(from)) return false;
   bool star = false;
-  for (CString line; !star && old.ReadLine(&line);) {
+  for (CString line; !star && old.ReadLine(&line, SettingsReader::Zeros::kKeep);) {
     star = IsStarLine(line.GetView());
     if (!to->Write((line + L'\n').GetView())) return true;  // it has been told
   }
@@ -59,8 +59,7 @@ int CTundrilInst::KodfilDatWrite(int mode, const wchar_t* code, const wchar_t* t
   }
   if (m_pCodeFile == nullptr) return 0;
   const CString entry = code;
-  if (!entry.IsEmpty())
-    m_pCodeFile->Write(FormatObjectCode(entry.GetView(), CString(text).GetView()).GetView());
+  if (!entry.IsEmpty()) m_pCodeFile->Write(FormatCode(entry.GetView(), CString(text).GetView()).GetView());
   if (mode >= 2) {
     FinishCodeFile(L"*\n");
   }

@@ -50,7 +50,7 @@ std::vector<LocalFile> LocalFiles() {
 LocalFile LocalStoneFile() { return {CProjPath::StenParNamn, L"*\n", false}; }
 
 int CTundrilInst::CreateLokalaFiler(int overwrite, int withPar) {
-  if (project_ == nullptr) return 0;
+  if (!HasFolder(project_)) return 0;
   for (const LocalFile& file : LocalFiles())
     if (withPar != 0 || file.name != CProjPath::TundrilParNamn)
       CreateLocalFile(ini_, *project_, file, overwrite != 0);
@@ -58,30 +58,30 @@ int CTundrilInst::CreateLokalaFiler(int overwrite, int withPar) {
 }
 
 int CTundrilInst::CreateLokalStenFil(int overwrite) {
-  if (project_ != nullptr) CreateLocalFile(ini_, *project_, LocalStoneFile(), overwrite != 0);
+  if (HasFolder(project_)) CreateLocalFile(ini_, *project_, LocalStoneFile(), overwrite != 0);
   return 0;
 }
 
 int CTundrilInst::RemoveLokalaFiler() {
-  if (project_ == nullptr) return 0;
+  if (!HasFolder(project_)) return 0;
   for (const LocalFile& file : LocalFiles()) RemoveWholeFile(JoinPath(project_->m_ProjKat, file.name));
   return 0;
 }
 
 int CTundrilInst::RemoveLokalStenFil() {
-  if (project_ != nullptr) RemoveWholeFile(JoinPath(project_->m_ProjKat, CProjPath::StenParNamn));
+  if (HasFolder(project_)) RemoveWholeFile(JoinPath(project_->m_ProjKat, CProjPath::StenParNamn));
   return 0;
 }
 
 int CTundrilInst::ProjInst() {
-  if (project_ == nullptr || !FileOrFolderExists(JoinPath(project_->m_ProjKat, CProjPath::TundrilParNamn)))
+  if (!HasFolder(project_) || !FileOrFolderExists(JoinPath(project_->m_ProjKat, CProjPath::TundrilParNamn)))
     return 0;
   CreateLokalaFiler(0, 0);
   return 1;
 }
 
 int CTundrilInst::ProjStenInst() {
-  return project_ != nullptr && FileOrFolderExists(JoinPath(project_->m_ProjKat, CProjPath::StenParNamn)) ? 1
+  return HasFolder(project_) && FileOrFolderExists(JoinPath(project_->m_ProjKat, CProjPath::StenParNamn)) ? 1
                                                                                                           : 0;
 }
 

@@ -2,13 +2,12 @@
 #include <array>
 #include <vector>
 
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_format.h"
 #include "velmora/settings/code_stream.h"
 #include "velmora/settings/miljkod_format.h"
 #include "velmora/settings/settings_file.h"
+#include "velmora/settings/settings_messages.h"
 #include "velmora/settings/tundril_inst.h"
 #include "velmora/settings/words.h"
 
@@ -29,7 +28,7 @@ std::shared_ptr<CodeStream> OpenSection(const CString& path, int section) {
   std::shared_ptr<CodeStream> stream = OpenCodeFile(path, kReading);
   if (stream == nullptr) return nullptr;
   int stars = 0;
-  for (CString line; stars < section + 1 && stream->ReadLine(&line);)
+  for (CString line; stars <= section && stream->ReadLine(&line);)
     if (IsStarLine(line.GetView())) ++stars;
   return stream;
 }
@@ -103,7 +102,7 @@ int CTundrilInst::MiljKodWrite(int mode, const wchar_t* name, const wchar_t* tex
   switch (mode) {
     case 2:
     case 4:
-      m_pCodeFile->Write(FormatMiljkod(entry_name.GetView(), entry_text.GetView()).GetView());
+      m_pCodeFile->Write(FormatCode(entry_name.GetView(), entry_text.GetView()).GetView());
       break;
     case 3:
     case 5:
@@ -137,8 +136,7 @@ int CTundrilInst::MiljkodUppdatX() {
   if (complete) return 0;
   // What could not be read would be lost.
   if (!readable) {
-    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter!", path), MB_OK | MB_ICONEXCLAMATION,
-                kWriting);
+    TellUnwritable(path, kWriting);
     return 0;
   }
   constexpr std::array<int, 3> kEntry = {2, 4, 6};  // modes of MiljKodWrite

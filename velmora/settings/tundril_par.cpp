@@ -1,9 +1,8 @@
 #include "velmora/settings/tundril_par.h"
 
-#include "velmora/common/format_buffer.h"
-#include "velmora/common/messages.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/settings_file.h"
+#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 
@@ -25,9 +24,7 @@ void CTundrilPAR::Load(CTundrilIni* ini, const CString& project_copy, const CStr
   if (!project_copy.IsEmpty()) paths.insert(paths.begin(), project_copy);
   path_ = FirstExisting(paths);
   unreadable_ = !path_.IsEmpty() && !ReadFrom(path_);
-  if (unreadable_)
-    ShowMessage(FormatForUser(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path_),
-                MB_OK | MB_ICONEXCLAMATION, caption);
+  if (unreadable_) TellUnreadable(path_, caption);
 }
 
 int CTundrilPAR::WriteKey(const CString& key, const CString& value) {
@@ -35,8 +32,7 @@ int CTundrilPAR::WriteKey(const CString& key, const CString& value) {
   if (put == Put::kRefused) return -1;
   if (put == Put::kUnchanged || path_.IsEmpty()) return 0;
   if (!unreadable_ && WriteTo(path_)) return 0;
-  ShowMessage(FormatForUser(L"Could not open file for write\n%s", path_), MB_OK | MB_ICONEXCLAMATION,
-              L"Update Velmora Settings");
+  TellOfFile(L"Could not open file for write\n%s", path_, L"Update Velmora Settings");
   return -1;
 }
 

@@ -23,7 +23,7 @@ int DefaultButton(unsigned style) {
 
 bool HasMainWindow() { return false; }
 
-int NativeMessageBox(const CString& text, unsigned style, const CString& caption) {
+int NativeMessageBox(const CString& text, unsigned style, const CString& caption, bool /*owned*/) {
   const std::string line = ToUtf8(caption) + ": " + ToUtf8(text) + "\n";
   // In one call, so that lines of several threads do not mix.
   (void)std::fwrite(line.data(), 1, line.size(), stderr);

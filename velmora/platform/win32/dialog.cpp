@@ -22,8 +22,8 @@ HWND MainWindow() {
 
 bool HasMainWindow() { return MainWindow() != nullptr; }
 
-int NativeMessageBox(const CString& text, unsigned style, const CString& caption) {
-  return MessageBoxW(MainWindow(), text, caption, style);
+int NativeMessageBox(const CString& text, unsigned style, const CString& caption, bool owned) {
+  return MessageBoxW(owned ? MainWindow() : nullptr, text, caption, style);
 }
 
 }  // namespace velmora
