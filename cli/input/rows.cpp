@@ -93,6 +93,7 @@ bool RowReader::Next() {
 
 bool RowReader::NextBlock(RowBlock* block) {
   constexpr size_t kBlockSize = size_t{512} << 10;
+  constexpr size_t kLongestBytes = 4 * kLongestRow;
   block->first_line = line_ + 1;
   block->encoding = reader_.Encoding();
   block->bytes.clear();
@@ -102,7 +103,7 @@ bool RowReader::NextBlock(RowBlock* block) {
       block->bytes += ToUtf8(text_) + "\n";
       ++line_;
     }
-  } else if (reader_.ReadBlock(kBlockSize, &block->bytes)) {
+  } else if (reader_.ReadBlock(kBlockSize, &block->bytes, kLongestBytes)) {
     line_ += std::count(block->bytes.begin(), block->bytes.end(), '\n');
     if (block->bytes.back() != '\n') ++line_;
   }

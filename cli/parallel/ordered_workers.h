@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -30,7 +31,12 @@ template <class Block>
 class OrderedWorkers {
  public:
   OrderedWorkers(int threads, std::function<void(Block*)> work) : work_(std::move(work)), threads_(threads) {
-    for (int i = 0; threads > 1 && i < threads; ++i) running_.emplace_back([this] { Run(); });
+    // The threads that the system gives are enough; with none, the caller's does the work.
+    try {
+      for (int i = 0; threads > 1 && i < threads; ++i) running_.emplace_back([this] { Run(); });
+    } catch (const std::system_error&) {
+      threads_ = std::max(1, static_cast<int>(running_.size()));
+    }
   }
   ~OrderedWorkers() {
     {

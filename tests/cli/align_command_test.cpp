@@ -168,6 +168,30 @@ TEST_F(AlignCommand, ListsAreReadInEveryDialect) {
   }
 }
 
+// More than a block for each thread, with rows that are no points and rows that the quick way leaves.
+TEST_F(AlignCommand, RowsComeInOrderFromAnyNumberOfThreads) {
+  std::string list = "id,n,e,z\n";
+  for (int i = 0; i < 40'000; ++i) {
+    list += i % 1000 == 7 ? "\"B, " + std::to_string(i) + "\"" : "Punkt-nummer-" + std::to_string(i);
+    list += i % 5000 == 9 ? ",x,1\n"
+                          : "," + std::to_string(i % 90) + ".25," + std::to_string(i % 97) + ".5,1.75\r\n";
+    if (i % 3000 == 1) list += "\n";
+  }
+  const Ran one = RunVelmora({"align", "locate", Corner(), "--points", "-", "--csv", "--threads", "1"}, list);
+  const Ran three =
+      RunVelmora({"align", "locate", Corner(), "--points", "-", "--csv", "--threads", "3"}, list);
+  EXPECT_TRUE(one.out == three.out && one.err == three.err && one.status == 1 && three.status == 1);
+  const std::vector<std::string> lines = Lines(one.out);
+  ASSERT_EQ(lines.size(), 40'001U);
+  int before = 1;
+  for (size_t i = 1; i < lines.size(); ++i) {
+    const int number = std::stoi(lines[i].substr(lines[i].rfind(',') + 1));
+    ASSERT_LT(before, number) << lines[i];
+    before = number;
+  }
+  EXPECT_EQ(before, CountOf(list, "\n"));
+}
+
 TEST_F(AlignCommand, SwedishLettersComeThroughFromBothEncodings) {
   for (const char* id : {"Bro \xC3\xA5\xC3\xA4\xC3\xB6", "Bro \xE5\xE4\xF6"}) {
     const Ran ran = RunVelmora({"align", "locate", Corner(), "--points", "-"}, std::string(id) + ";-5;50\n");

@@ -118,7 +118,7 @@ bool TextReader::ReadLine(CString* line) {
   return true;
 }
 
-bool TextReader::ReadBlock(size_t size, std::string* lines) {
+bool TextReader::ReadBlock(size_t size, std::string* lines, size_t longest) {
   if (failed_) return false;
   size_t end = 0;  // behind the last line end, in Pending()
   size_t searched = 0;
@@ -127,7 +127,7 @@ bool TextReader::ReadBlock(size_t size, std::string* lines) {
     const size_t last = unseen.rfind('\n');
     if (last != kNotFound) end = searched + last + 1;
     searched += unseen.size();
-    if (end == 0 && searched > kLongestLine) failed_ = true;
+    if (end == 0 && searched > longest) failed_ = true;
   } while ((end == 0 || searched < size) && !failed_ && Fill());
   if (at_end_) end = Pending().size();
   lines->assign(Pending().substr(0, end));

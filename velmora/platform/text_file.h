@@ -37,8 +37,8 @@ class VELMORA_API TextReader {
   void Skip(size_t count) { start_ += count; }
 
   // For many lines at once: replaces *lines by the next whole lines, at least one and about `size` bytes of
-  // them, as the file has them. False as ReadLine. Not for UTF-16.
-  [[nodiscard]] bool ReadBlock(size_t size, std::string* lines);
+  // them, as the file has them. False as ReadLine, for a line of more than `longest` bytes. Not for UTF-16.
+  [[nodiscard]] bool ReadBlock(size_t size, std::string* lines, size_t longest = kLongestLine);
 
   // Whether reading ended before the end of the file.
   bool Failed() const { return failed_; }

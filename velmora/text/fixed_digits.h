@@ -91,8 +91,8 @@ inline size_t WriteInteger(std::uint64_t number, char* out) {
 inline constexpr size_t kLongestPlain = 40;
 
 // Writes "%.{decimals}f" to `out`, which has room for kLongestPlain characters, and returns its length. 0,
-// with `out` undefined, for what takes the general way (FormatFixed): more than eight decimals, 2^45 and
-// above, what is no number.
+// with `out` undefined, for what takes the general way (FormatFixed): more than eight decimals, more
+// digits than 64 bits hold, what is no number.
 inline size_t WritePlainFixed(double value, int decimals, char* out) {
   std::uint64_t scaled = 0;
   if (decimals < 0 || decimals > fixed_digits::kMostPlainDecimals ||

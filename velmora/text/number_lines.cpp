@@ -44,11 +44,13 @@ NumberShape ShapeOf(const char* p) {
   const auto count = [](const char* from) { return std::countr_zero(NotDigits(Load(from)) & kTopBits) / 8; };
   NumberShape shape;
   const int digits = count(p);
-  if (digits == 0 || digits > kMostDigits || p[digits] != '.') return shape;
-  const int decimals = count(p + digits + 1);
-  if (decimals == 0 || decimals > kMostDigits) return shape;
+  if (digits == 0 || digits > kMostDigits) return shape;
+  const bool has_point = p[digits] == '.';
+  const int decimals = has_point ? count(p + digits + 1) : 0;
+  if (has_point && (decimals == 0 || decimals > kMostDigits)) return shape;
   shape.digits = digits;
   shape.decimals = decimals;
+  shape.length = digits + (has_point ? 1 + decimals : 0);
   shape.divisor = static_cast<double>(kPowers[static_cast<size_t>(decimals)]);
   constexpr std::uint8_t kNothing = 0x80;
   shape.places.fill(kNothing);
@@ -64,10 +66,11 @@ NumberShape ShapeOf(const char* p) {
 struct AnyProcessor {
   static bool Digits(const char* p, const NumberShape& shape, double* digits) {
     const std::uint64_t whole = Load(p);
+    if ((NotDigits(whole) & TopBits(shape.digits)) != 0) return false;
+    *digits = static_cast<double>(Value(whole, shape.digits));
+    if (shape.decimals == 0) return true;
     const std::uint64_t fraction = Load(p + shape.digits + 1);
-    if ((NotDigits(whole) & TopBits(shape.digits)) != 0 || p[shape.digits] != '.' ||
-        (NotDigits(fraction) & TopBits(shape.decimals)) != 0)
-      return false;
+    if (p[shape.digits] != '.' || (NotDigits(fraction) & TopBits(shape.decimals)) != 0) return false;
     *digits = static_cast<double>(Value(whole, shape.digits) * kPowers[static_cast<size_t>(shape.decimals)] +
                                   Value(fraction, shape.decimals));
     return true;
@@ -81,7 +84,8 @@ struct Sse41 {
     bytes = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
     bytes = _mm_shuffle_epi8(bytes, _mm_load_si128(reinterpret_cast<const __m128i*>(shape.places.data())));
     const __m128i above_nine = _mm_subs_epu8(bytes, _mm_set1_epi8(9));
-    if (_mm_testz_si128(above_nine, above_nine) == 0 || p[shape.digits] != '.') return false;
+    if (_mm_testz_si128(above_nine, above_nine) == 0 || (shape.decimals != 0 && p[shape.digits] != '.'))
+      return false;
     // Pairs of neighbours become one number: of two digits, four, eight.
     const __m128i twos = _mm_maddubs_epi16(bytes, _mm_set1_epi16(1 << 8 | 10));
     const __m128i fours = _mm_madd_epi16(twos, _mm_set1_epi32(1 << 16 | 100));
@@ -100,7 +104,7 @@ __attribute__((always_inline)) inline bool ReadShaped(const char** at, const Num
   p += negative ? 1 : 0;
   double digits = 0;
   if (!Way::Digits(p, shape, &digits)) return false;
-  *at = p + shape.digits + 1 + shape.decimals;
+  *at = p + shape.length;
   // Digits and power of ten are exact: so is the rounding of their quotient.
   const auto bits = std::bit_cast<std::uint64_t>(digits / shape.divisor);
   *number = std::bit_cast<double>(bits | static_cast<std::uint64_t>(negative) << 63);
@@ -114,11 +118,15 @@ __attribute__((always_inline)) inline bool ReadNumbers(const char** at, std::arr
   static_assert(NumberLines::kSlack >= kNumbers * kFarthest);
   for (size_t i = 0; i < kNumbers; ++i) {
     NumberShape& shape = (*shapes)[i];
-    if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i])) {
-      shape = ShapeOf(*at);
-      if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i])) return false;
+    const char* const from = *at;
+    // A longer number begins as one of this shape does.
+    const auto ends = [&] { return i + 1 < kNumbers ? **at == ' ' : **at == '\r' || **at == '\n'; };
+    if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i]) || !ends()) {
+      *at = from;
+      shape = ShapeOf(from);
+      if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i]) || !ends()) return false;
     }
-    if (i + 1 < kNumbers && *(*at)++ != ' ') return false;
+    if (i + 1 < kNumbers) ++*at;
   }
   return true;
 }
