@@ -70,8 +70,10 @@ void AddFormatsCommand(CLI::App& app) {
       app.add_subcommand("formats", "The drawing sheets: innermost area, frame and sheet in millimetres");
   const auto options = std::make_shared<FormatsOptions>();
   formats->add_option("NAME", options->name, "One format, as A3 (default: all)");
-  formats->add_option("--svg", options->svg, "Draw them to scale instead")->type_name("FILE");
+  CLI::Option* svg =
+      formats->add_option("--svg", options->svg, "Draw them to scale instead")->type_name("FILE");
   AddOutputOptions(formats, &options->output);
+  for (const char* other : {"--csv", "--json", "-o"}) svg->excludes(formats->get_option(other));
   formats->callback([options] { Formats(*options); });
 }
 

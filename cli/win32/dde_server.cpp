@@ -88,6 +88,8 @@ struct DdeServer::System {
         return yes;
       case XTYP_ADVSTOP:
         Add(DdeEvent::Kind::kUnadvise, client, second);
+        // What nobody asks for any more must not hold up what stands behind it.
+        std::erase_if(unsent[client], [&](const Advised& each) { return each.item == TextOf(second); });
         return nullptr;
       case XTYP_ADVREQ:
         return NextData(client, second);

@@ -44,8 +44,9 @@ class VELMORA_API CDdeCom {
   // Finds the server and listens to its item "-1". Returns 0, at once when connected already; -1 when
   // nobody answered in three trials. Shows nothing. After the trials it sleeps 30, 130 and 230 ms. A trial
   // takes no time on D-Bus, with a bus that is out of order a second for each question that is still
-  // answered and for one that is not, five at most; on Windows as long as the windows of the desktop take
-  // to answer the system's broadcast.
+  // answered and for one that is not, five at most (a bus that stops right after it has answered is waited
+  // for a minute and a half by the D-Bus library); on Windows as long as the windows of the desktop take to
+  // answer the system's broadcast.
   static int Connect();
   // Sends the text, cut to 511 characters, on the current item. Does not wait and always returns 0:
   // whether it was taken, Settle tells.

@@ -237,7 +237,8 @@ int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
   const Clock::time_point end = Clock::now() + milliseconds(wait_ms);
   while (kept->untaken > 0 && kept->open && kept == g_open && Clock::now() < end)
     Handle(static_cast<int>(Until(end).count()));
-  if (std::exchange(kept->refused, false)) return -1;
+  const bool gone = kept->untaken > 0 && !kept->open;
+  if (std::exchange(kept->refused, false) || gone) return -1;
   return kept->untaken > 0 ? 1 : 0;
 }
 

@@ -117,7 +117,8 @@ int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
     if (now >= end) break;
     Handle(static_cast<int>(end - now));
   }
-  if (std::exchange(g_refused, false)) return -1;
+  const bool gone = !g_untaken.empty() && !IsOpen(conversation);
+  if (std::exchange(g_refused, false) || gone) return -1;
   return g_untaken.empty() ? 0 : 1;
 }
 
