@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <memory>
 
 #include "cli/plot/scale.h"
 #include "cli/plot/svg.h"
@@ -52,8 +53,8 @@ std::string DrawChart(const std::string& title, const std::string& x_name, const
     const Svg::Group ground(svg, "fill=\"#ffffff\" stroke=\"none\"");
     svg.Rectangle(0, 0, kWidth, kHeight);
   }
-  const Svg::Group all(svg,
-                       "fill=\"none\" stroke=\"#999999\" stroke-width=\"0.2\" font-family=\"DejaVu Sans\"");
+  auto all = std::make_unique<Svg::Group>(
+      svg, "fill=\"none\" stroke=\"#999999\" stroke-width=\"0.2\" font-family=\"DejaVu Sans\"");
   const auto text = [&](SheetPoint at, const std::string& words, TextAnchor anchor, double angle = 0) {
     const Svg::Group group(svg, "fill=\"#222222\" stroke=\"none\"");
     svg.Text(at, words, {2.8, anchor, angle});
@@ -88,6 +89,7 @@ std::string DrawChart(const std::string& title, const std::string& x_name, const
     svg.Line({kRight + 4, y}, {kRight + 12, y});
     text({kRight + 14, y}, lines[i].name, TextAnchor::kStart);
   }
+  all.reset();
   return svg.Finish();
 }
 
