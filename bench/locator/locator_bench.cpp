@@ -21,47 +21,18 @@
 #include "bench/locator/chart.h"
 #include "bench/locator/peers.h"
 #include "bench/locator/roads.h"
+#include "bench/measure.h"
 #include "velmora/alignment/locator.h"
 
 namespace velmora {
 namespace {
 
-double Seconds(const std::function<void()>& action) {
-  const auto start = std::chrono::steady_clock::now();
-  action();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
-std::string Line(const char* file, const char* key) {
-  std::ifstream in(file);
-  for (std::string line; std::getline(in, line);)
-    if (line.starts_with(key)) return line.substr(line.find(':') + 2);
-  return "?";
-}
-
-std::string Machine() {
-  return Line("/proc/cpuinfo", "model name") + ", " + std::to_string(std::thread::hardware_concurrency()) +
-         " processors; GCC " __VERSION__ ", " VELMORA_BENCH_FLAGS;
-}
+using bench::Median;
+using bench::Seconds;
 
 const char* SetName(InstructionSet set) {
   return set == InstructionSet::kAvx512 ? "AVX-512" : set == InstructionSet::kAvx2 ? "AVX2" : "SSE2";
 }
-
-struct Figure {
-  std::string name;
-  double ours;  // in `unit`
-  double theirs;
-  double ratio;
-  std::string unit;
-  std::string peer;
-};
 
 class Bench {
  public:
@@ -81,7 +52,8 @@ class Bench {
   size_t Points(size_t vertices) const {
     return std::max<size_t>(small_ ? 200000 : 1000000, small_ ? 0 : vertices * 2);
   }
-  void Add(Figure figure);
+  void Add(const std::string& name, double ours, double theirs, double ratio, const std::string& unit,
+           const std::string& peer);
   void AgainstBoost(size_t vertices, bool arcs, Order order);
   void AgainstGeos(size_t vertices);
   void Building(size_t vertices);
@@ -97,7 +69,7 @@ class Bench {
 
   bool small_;
   int rounds_;
-  std::vector<Figure> figures_;
+  bench::Figures figures_;
   std::vector<ChartLine> by_vertices_ = {{"along the road", {}, {}},
                                          {"in random order", {}, {}},
                                          {"Boost, along", {}, {}},
@@ -108,11 +80,9 @@ class Bench {
                                        {"Boost, later", {}, {}}};
 };
 
-void Bench::Add(Figure figure) {
-  std::printf("%-44s %10.1f %10.1f %-3s %7.2f  %s\n", figure.name.c_str(), figure.ours, figure.theirs,
-              figure.unit.c_str(), figure.ratio, figure.peer.c_str());
-  std::fflush(stdout);
-  figures_.push_back(std::move(figure));
+void Bench::Add(const std::string& name, double ours, double theirs, double ratio, const std::string& unit,
+                const std::string& peer) {
+  figures_.Add({name, ours, theirs, unit, peer, ratio});
 }
 
 std::string Case(size_t vertices, bool arcs, Order order) {
@@ -157,7 +127,7 @@ void Bench::AgainstBoost(size_t vertices, bool arcs, Order order) {
   const double per_point = 1e9 / static_cast<double>(count);
   const double us = Median(our_times) * per_point;
   const double them = Median(their_times) * per_point;
-  Add({Case(vertices, arcs, order), us, them, Median(ratios), "ns", peer->Name()});
+  Add(Case(vertices, arcs, order), us, them, Median(ratios), "ns", peer->Name());
   if (arcs) return;
   const size_t line = order == Order::kAlong ? 0 : 1;
   for (const auto& [at, value] : {std::pair{line, us}, std::pair{line + 2, them}}) {
@@ -186,7 +156,7 @@ void Bench::AgainstGeos(size_t vertices) {
                    static_cast<double>(for_geos) * 1e9);
     ratios.push_back(them.back() / us.back());
   }
-  Add({Case(vertices, false, Order::kRandom), Median(us), Median(them), Median(ratios), "ns", peer->Name()});
+  Add(Case(vertices, false, Order::kRandom), Median(us), Median(them), Median(ratios), "ns", peer->Name());
 }
 
 void Bench::Building(size_t vertices) {
@@ -204,8 +174,8 @@ void Bench::Building(size_t vertices) {
                    }));
     ratios.push_back(them.back() / us.back());
   }
-  Add({std::to_string(vertices) + " vertices, building", Median(us), Median(them), Median(ratios), "us",
-       "Boost R-tree, 4 a node"});
+  Add(std::to_string(vertices) + " vertices, building", Median(us), Median(them), Median(ratios), "us",
+      "Boost R-tree, 4 a node");
 }
 
 // Ratios to SSE2.
@@ -224,8 +194,8 @@ void Bench::Sets(size_t vertices) {
       if (round >= 0) times[k].push_back(seconds / static_cast<double>(count) * 1e9);
     }
   for (size_t k = 1; k < sets.size(); ++k)
-    Add({Case(vertices, false, Order::kAlong) + ", " + SetName(sets[k]), Median(times[k]), Median(times[0]),
-         Median(times[0]) / Median(times[k]), "ns", "SSE2"});
+    Add(Case(vertices, false, Order::kAlong) + ", " + SetName(sets[k]), Median(times[k]), Median(times[0]),
+        Median(times[0]) / Median(times[k]), "ns", "SSE2");
 }
 
 void Bench::Threads(size_t vertices) {
@@ -248,8 +218,8 @@ void Bench::Threads(size_t vertices) {
                   }));
     ratios.push_back(one.back() / two.back());
   }
-  Add({Case(vertices, false, Order::kAlong) + ", two threads", Median(two), Median(one), Median(ratios), "ns",
-       "one thread"});
+  Add(Case(vertices, false, Order::kAlong) + ", two threads", Median(two), Median(one), Median(ratios), "ns",
+      "one thread");
 }
 
 // Station and offset to map point, and a profile's level, beside the walk over the list.
@@ -289,8 +259,8 @@ void Bench::Walks(size_t vertices) {
                      }));
       ratios.push_back(them.back() / us.back());
     }
-    Add({std::to_string(vertices) + (plan ? " vertices, station to point" : " vertices, station to level"),
-         Median(us), Median(them), Median(ratios), "ns", "the walk"});
+    Add(std::to_string(vertices) + (plan ? " vertices, station to point" : " vertices, station to level"),
+        Median(us), Median(them), Median(ratios), "ns", "the walk");
   }
 }
 
@@ -319,13 +289,13 @@ void Bench::GrowthWithPoints() {
       by_points_[i].x.push_back(static_cast<double>(count));
       by_points_[i++].y.push_back(seconds * 1000);
     }
-    Add({std::to_string(vertices) + " vertices, " + std::to_string(count) + " points, first", first * 1e3,
-         boost * 1e3, boost / first, "ms", "Boost R-tree, built and asked"});
+    Add(std::to_string(vertices) + " vertices, " + std::to_string(count) + " points, first", first * 1e3,
+        boost * 1e3, boost / first, "ms", "Boost R-tree, built and asked");
   }
 }
 
 void Bench::Run() {
-  std::printf("%s\n%-44s %10s %10s %-3s %7s\n", Machine().c_str(), "", "ours", "theirs", "", "ratio");
+  figures_.Head("Station and offset of many points");
   const std::vector<size_t> sizes = small_ ? std::vector<size_t>{100, 10000, 1000000}
                                            : std::vector<size_t>{100, 1000, 10000, 100000, 1000000};
   for (const size_t vertices : sizes)
@@ -344,20 +314,7 @@ void Bench::Run() {
 }
 
 bool Bench::Write(const std::string& json, const std::string& plots) const {
-  bool written = true;
-  if (!json.empty()) {
-    std::ofstream out(json);
-    out << "{\"machine\": \"" << Machine() << "\", \"rounds\": " << rounds_ << ", \"figures\": [";
-    const char* between = "\n";
-    for (const Figure& f : figures_) {
-      out << between << "  {\"name\": \"" << f.name << "\", \"peer\": \"" << f.peer << "\", \"unit\": \""
-          << f.unit << "\", \"ours\": " << std::setprecision(5) << f.ours << ", \"theirs\": " << f.theirs
-          << ", \"ratio\": " << f.ratio << "}";
-      between = ",\n";
-    }
-    out << "\n]}\n";
-    written = static_cast<bool>(out.flush());
-  }
+  const bool written = json.empty() || figures_.WriteJson(json);
   if (plots.empty()) return written;
   std::ofstream vertices(plots + "/locator-vertices.svg");
   vertices << DrawChart("Station and offset: time a point", "vertices", "ns a point", by_vertices_);
