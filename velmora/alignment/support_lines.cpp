@@ -1,23 +1,54 @@
 #include "velmora/alignment/support_lines.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <cstring>
-#include <optional>
 
 #include "velmora/text/fixed_digits.h"
 
 namespace velmora {
 namespace {
 
-// Takes the first line off the front of `text`; nothing when its end is not there.
-std::optional<std::string_view> TakeLine(std::string_view* text) {
-  const size_t end = text->find('\n');
-  if (end == std::string_view::npos) return std::nullopt;
-  std::string_view line = text->substr(0, end);
-  text->remove_prefix(end + 1);
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
+// Most points are shorter than that.
+constexpr size_t kAtOnce = 64;
+
+// A bit for each line feed among the first kAtOnce bytes.
+std::uint64_t LineFeeds(const char* text) {
+  const __m128i feed = _mm_set1_epi8('\n');
+  std::uint64_t feeds = 0;
+  for (int i = 0; i < 4; ++i) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text) + i);
+    feeds |= static_cast<std::uint64_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feed))) << (16 * i);
+  }
+  return feeds;
+}
+
+// The three lines of a point, without their ends.
+struct PointText {
+  std::array<std::string_view, 3> lines;
+  size_t length = 0;  // with the ends; 0 when they are not all there
+};
+
+PointText PointTextOf(std::string_view text) {
+  PointText point;
+  if (text.size() < kAtOnce) return point;
+  std::uint64_t feeds = LineFeeds(text.data());
+  size_t start = 0;
+  for (std::string_view& line : point.lines) {
+    const size_t end =
+        feeds != 0 ? static_cast<size_t>(std::countr_zero(feeds)) : text.find('\n', std::max(start, kAtOnce));
+    if (end == std::string_view::npos) return point;
+    feeds &= feeds - 1;
+    line = text.substr(start, end - start);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    start = end + 1;
+  }
+  point.length = start;
+  return point;
 }
 
 bool IsPlainName(std::string_view line) {
@@ -72,16 +103,13 @@ bool WritePadded(double value, size_t width, int decimals, char** at) {
 }  // namespace
 
 size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point) {
-  const size_t size = text.size();
-  const auto name = TakeLine(&text);
-  if (!name || !IsPlainName(*name)) return 0;
-  const auto level = TakeLine(&text);
-  if (!level || !ReadPlainFloat(*level, &point->z)) return 0;
-  const auto values = TakeLine(&text);
-  if (!values || values->empty()) return 0;
-  const size_t length = std::min(name->size(), std::size(point->namn) - 1);
-  std::fill(std::copy_n(name->begin(), length, point->namn), std::end(point->namn), L'\0');
-  return size - text.size();
+  const PointText lines = PointTextOf(text);
+  const auto [name, level, values] = lines.lines;
+  if (lines.length == 0 || !IsPlainName(name) || !ReadPlainFloat(level, &point->z) || values.empty())
+    return 0;
+  const size_t length = std::min(name.size(), std::size(point->namn) - 1);
+  for (size_t i = 0; i < std::size(point->namn); ++i) point->namn[i] = i < length ? name[i] : L'\0';
+  return lines.length;
 }
 
 bool AppendPlainSupportPoint(const stdpkttype& point, std::string* text) {
