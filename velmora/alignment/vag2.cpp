@@ -33,14 +33,11 @@ int CVag2::ReadLines(TextReader& reader, Sink sink) {
   CopyToField(vlNamn, format.Name().GetView());
 
   int number = 0;
-  const auto put = [this](LineKind kind, const kovltype& point) {
-    if (kind == LineKind::kPlanPoint) plan.Ny(1, &point);
-    if (kind == LineKind::kProfilePoint) profil.Ny(1, &point);
-  };
+  const auto list_for = [this](LineKind kind) { return kind == LineKind::kPlanPoint ? &plan : &profil; };
   const auto take = [&](const CString& line) {
     kovltype point{};
     const LineKind kind = format.Next(line.GetView(), &point);
-    put(kind, point);
+    if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) list_for(kind)->Ny(1, &point);
     sink(++number, kind, line);
   };
   for (int i = 0; i < known; ++i) take(lines[i]);
@@ -50,14 +47,17 @@ int CVag2::ReadLines(TextReader& reader, Sink sink) {
   CString line;
   for (;;) {
     const LineKind kind = format.PointKind();
+    CVaglinje* const list = list_for(kind);
     if (format.NumbersALine() == 4)
       TakePlainLines(&reader, &four, [&](const std::array<double, 4>& n) {
-        put(kind, {n[0], n[1], n[2], n[3]});
+        const kovltype point{n[0], n[1], n[2], n[3]};
+        list->Ny(1, &point);
         sink(++number, kind, no_text);
       });
     else if (format.NumbersALine() == 3)
       TakePlainLines(&reader, &three, [&](const std::array<double, 4>& n) {
-        put(kind, {n[0], n[1], n[2], n[1]});
+        const kovltype point{n[0], n[1], n[2], n[1]};
+        list->Ny(1, &point);
         sink(++number, kind, no_text);
       });
     if (!reader.ReadLine(&line)) break;
