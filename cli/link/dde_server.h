@@ -20,7 +20,8 @@ struct DdeEvent {
 
 class DdeServer {
  public:
-  // Throws a Refusal when there is no bus, or another server on it.
+  // Throws a Refusal when the server cannot be set up: on D-Bus when there is no bus, or another server on
+  // it.
   DdeServer();
   ~DdeServer();
   DdeServer(const DdeServer&) = delete;

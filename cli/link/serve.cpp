@@ -10,7 +10,7 @@
 namespace velmora::cli {
 namespace {
 
-constexpr int kSoon = 10;  // ms, while a script is playing
+constexpr int kSoon = 10;  // ms, while a client may have a step of the script coming
 
 const char* NameOf(DdeEvent::Kind kind) {
   switch (kind) {
@@ -43,16 +43,14 @@ class StandIn {
 
   // Plays what is due and takes what has come. False when the script says to end.
   bool Turn() {
-    bool playing = false;
     for (auto& [client, player] : players_) {
       while (const ScriptStep* step = player.Next(std::chrono::steady_clock::now())) {
         if (step->kind == ScriptStep::Kind::kEnd) return false;
         server_.Send(client, player.Item(), step->text);
         Record(client, "send", player.Item(), step->text);
       }
-      playing = true;
     }
-    for (const DdeEvent& event : server_.Handle(playing ? kSoon : kTurn)) Take(event);
+    for (const DdeEvent& event : server_.Handle(players_.empty() ? kTurn : kSoon)) Take(event);
     return true;
   }
 
