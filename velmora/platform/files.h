@@ -20,6 +20,8 @@
 
 namespace velmora {
 
+class NewFile;
+
 enum class FileKind {
   kFile,    // an ordinary file
   kFolder,  //
@@ -117,8 +119,7 @@ class VELMORA_API FileReplacement {
   void Abandon();
 
  private:
-  struct System;
-  std::unique_ptr<System> system_;
+  std::unique_ptr<NewFile> file_;
 };
 
 // A whole replacement in one call.

@@ -6,19 +6,17 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <ctime>
 
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/file_descriptor.h"
-#include "velmora/platform/posix/file_replacement.h"
 #include "velmora/platform/posix/native_path.h"
+#include "velmora/platform/posix/new_file.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
-
-constexpr size_t kCopyBuffer = size_t{64} << 10;
 
 // A disk may hold any number here; these years can be written and counted in ticks.
 std::time_t Bounded(std::time_t seconds) {
@@ -76,13 +74,6 @@ bool ListsBefore(const FoundFile& a, const FoundFile& b) {
   return order != 0 ? order < 0 : a.name < b.name;
 }
 
-std::int64_t ReadSome(int fd, std::span<char> buffer) {
-  for (;;) {
-    const ssize_t count = read(fd, buffer.data(), buffer.size());
-    if (count >= 0 || errno != EINTR) return count;
-  }
-}
-
 // False for a folder, which opens but does not read.
 bool Examine(int fd, std::uint64_t* size) {
   struct stat status {};
@@ -103,26 +94,24 @@ bool FileOrFolderExists(const CString& path) {
 }
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
-  const FileDescriptor source(open(NativePath(from).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const std::string path = NativePath(from);
+  const FileDescriptor source(OpenToRead(path, O_NONBLOCK));
   struct stat status {};
   if (!source || fstat(source.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   if (keep_existing && FileOrFolderExists(to)) return false;
-  NewFile copy;
+  PosixNewFile copy;
   // A program stays one.
   if (!copy.Begin(NativePath(to), std::string(), 0666 | (status.st_mode & 0111))) return false;
-  std::vector<char> buffer(kCopyBuffer);
-  std::int64_t count = 0;
-  while ((count = ReadSome(source.Get(), buffer)) > 0)
-    if (!copy.Write(std::string_view(buffer.data(), static_cast<size_t>(count)))) return false;
   copy.SetModified(status.st_mtim);
-  return count == 0 && copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
+  return copy.WriteAllFrom([&](std::span<char> buffer) { return ReadSome(source.Get(), path, buffer); }) &&
+         copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
 }
 
-bool RemoveWholeFile(const CString& path) { return unlink(NativePath(path).c_str()) == 0; }
+bool RemoveWholeFile(const CString& path) { return RemoveFile(NativePath(path)) == 0; }
 
-bool RemoveEmptyFolder(const CString& path) { return rmdir(NativePath(path).c_str()) == 0; }
+bool RemoveEmptyFolder(const CString& path) { return RemoveFolder(NativePath(path)) == 0; }
 
-bool MakeFolder(const CString& path) { return mkdir(NativePath(path).c_str(), 0777) == 0; }
+bool MakeFolder(const CString& path) { return MakeOneFolder(NativePath(path), 0777) == 0; }
 
 std::vector<FoundFile> FindFiles(const CString& pattern) {
   const size_t separator = pattern.GetView().find_last_of(L"\\/");
@@ -151,6 +140,7 @@ std::vector<FoundFile> FindFiles(const CString& pattern) {
 
 struct InputFile::System {
   FileDescriptor owned;
+  std::string path;
   int fd = -1;
   std::uint64_t size = 0;
 };
@@ -163,9 +153,8 @@ InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 bool InputFile::Open(const CString& path) {
   Close();
   auto opened = std::make_unique<System>();
-  do {
-    opened->owned = FileDescriptor(open(NativePath(path).c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
-  } while (!opened->owned && errno == EINTR);
+  opened->path = NativePath(path);
+  opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
   opened->fd = opened->owned.Get();
   if (!opened->owned || !Examine(opened->fd, &opened->size)) return false;
   system_ = std::move(opened);
@@ -181,7 +170,9 @@ bool InputFile::OpenStandardInput() {
   return true;
 }
 
-std::int64_t InputFile::Read(std::span<char> buffer) { return system_ ? ReadSome(system_->fd, buffer) : -1; }
+std::int64_t InputFile::Read(std::span<char> buffer) {
+  return system_ ? ReadSome(system_->fd, system_->path, buffer) : -1;
+}
 
 std::uint64_t InputFile::Size() const { return system_ ? system_->size : 0; }
 

@@ -9,9 +9,10 @@
 #include <mutex>
 #include <optional>
 
-#include "velmora/platform/posix/file_replacement.h"
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/folders.h"
 #include "velmora/platform/posix/native_path.h"
+#include "velmora/platform/posix/new_file.h"
 #include "velmora/platform/registry_store.h"
 
 namespace velmora {
@@ -142,13 +143,13 @@ int MakeFile(const std::string& path) {
   int found = Examine(path, &status);
   if (found != kRegistryNotFound) return found;
   if (!MakeFolders(FolderOf(path))) return kRegistryCannotWrite;
-  NewFile file;
+  PosixNewFile file;
   if (file.Begin(path, std::string(), 0666)) {
     // It was somebody else's turn before.
     found = Examine(path, &status);
     if (found != kRegistryNotFound) return found;
     // The log of a file that is gone belongs to no other.
-    for (const char* suffix : {"-wal", "-shm", "-journal"}) unlink((path + suffix).c_str());
+    for (const char* suffix : {"-wal", "-shm", "-journal"}) (void)RemoveFile(path + suffix);
     const std::optional<std::string> image = EmptyDatabase();
     if (!image) return kRegistryNoMemory;
     const NewFile::Existing existing = Exists(path) ? NewFile::Existing::kReplace : NewFile::Existing::kKeep;

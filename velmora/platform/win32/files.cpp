@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "velmora/platform/win32/file_replacement.h"
+#include "velmora/platform/win32/disk_calls.h"
+#include "velmora/platform/win32/new_file.h"
 #include "velmora/platform/win32/system_file.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
@@ -11,7 +12,6 @@
 namespace velmora {
 namespace {
 
-constexpr size_t kCopyBuffer = size_t{64} << 10;
 constexpr DWORD kLongestWaitMs = 2000;
 constexpr DWORD kLongestDenialMs = 50;
 
@@ -75,24 +75,14 @@ bool IsFolder(const wchar_t* path) {
 }
 
 // Waits for a program that is just replacing the file.
-FileHandle OpenToRead(const wchar_t* path) {
+FileHandle OpenFileToRead(const wchar_t* path) {
   FileHandle file;
   if (IsFolder(path)) return file;
   Persist(kLongestWaitMs, kLongestDenialMs, [&] {
-    file = FileHandle(CreateFileW(path, GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    file = OpenToRead(path);
     return static_cast<bool>(file);
   });
   return file;
-}
-
-std::int64_t ReadSome(HANDLE file, std::span<char> buffer) {
-  constexpr size_t kMostRead = size_t{1} << 24;
-  DWORD count = 0;
-  if (ReadFile(file, buffer.data(), static_cast<DWORD>(std::min(buffer.size(), kMostRead)), &count, nullptr))
-    return count;
-  // The writer of a pipe is done.
-  return GetLastError() == ERROR_BROKEN_PIPE || GetLastError() == ERROR_HANDLE_EOF ? 0 : -1;
 }
 
 std::uint64_t SizeOf(HANDLE file) {
@@ -116,29 +106,27 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
 bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
-  const FileHandle source = OpenToRead(SystemPath(from));
+  const std::wstring path = SystemPath(from);
+  const FileHandle source = OpenFileToRead(path.c_str());
   FILETIME modified{};
   if (!source || GetFileType(source.Get()) != FILE_TYPE_DISK ||
       GetFileTime(source.Get(), nullptr, nullptr, &modified) == 0)
     return false;
   if (keep_existing && FileOrFolderExists(to)) return false;
-  NewFile copy;
+  Win32NewFile copy;
   if (!copy.Begin(to, CString())) return false;
-  std::vector<char> buffer(kCopyBuffer);
-  std::int64_t count = 0;
-  while ((count = ReadSome(source.Get(), buffer)) > 0)
-    if (!copy.Write(std::string_view(buffer.data(), static_cast<size_t>(count)))) return false;
   copy.SetModified(modified);
-  return count == 0 && copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
+  return copy.WriteAllFrom([&](std::span<char> buffer) { return ReadSome(source.Get(), path, buffer); }) &&
+         copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
 }
 
 bool RemoveWholeFile(const CString& path) {
-  return Persist(kLongestWaitMs, kLongestDenialMs, [&] { return DeleteFileW(SystemPath(path)) != 0; });
+  return Persist(kLongestWaitMs, kLongestDenialMs, [&] { return RemoveFile(SystemPath(path)); });
 }
 
-bool RemoveEmptyFolder(const CString& path) { return RemoveDirectoryW(SystemPath(path)) != 0; }
+bool RemoveEmptyFolder(const CString& path) { return RemoveFolder(SystemPath(path)); }
 
-bool MakeFolder(const CString& path) { return CreateDirectoryW(SystemPath(path), nullptr) != 0; }
+bool MakeFolder(const CString& path) { return MakeOneFolder(SystemPath(path)); }
 
 std::vector<FoundFile> FindFiles(const CString& pattern) {
   const size_t separator = pattern.GetView().find_last_of(L"\\/:");
@@ -158,6 +146,7 @@ std::vector<FoundFile> FindFiles(const CString& pattern) {
 
 struct InputFile::System {
   FileHandle owned;
+  std::wstring path;
   HANDLE handle = INVALID_HANDLE_VALUE;
 };
 
@@ -169,7 +158,8 @@ InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 bool InputFile::Open(const CString& path) {
   Close();
   auto opened = std::make_unique<System>();
-  opened->owned = OpenToRead(SystemPath(path));
+  opened->path = SystemPath(path);
+  opened->owned = OpenFileToRead(opened->path.c_str());
   opened->handle = opened->owned.Get();
   if (!opened->owned) return false;
   system_ = std::move(opened);
@@ -186,7 +176,7 @@ bool InputFile::OpenStandardInput() {
 }
 
 std::int64_t InputFile::Read(std::span<char> buffer) {
-  return system_ ? ReadSome(system_->handle, buffer) : -1;
+  return system_ ? ReadSome(system_->handle, system_->path, buffer) : -1;
 }
 
 std::uint64_t InputFile::Size() const { return system_ ? SizeOf(system_->handle) : 0; }

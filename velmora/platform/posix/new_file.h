@@ -1,9 +1,9 @@
-// The new file of a replacement, by the system's own paths. FileReplacement and CopyWholeFile share it.
+// The new file of a replacement, by the system's own paths.
 //
 // The new file is locked from the moment it is made until its descriptor closes. Whoever finds one
 // without a lock knows that its writer is gone and removes it; whoever finds it locked waits.
-#ifndef VELMORA_PLATFORM_POSIX_FILE_REPLACEMENT_H_
-#define VELMORA_PLATFORM_POSIX_FILE_REPLACEMENT_H_
+#ifndef VELMORA_PLATFORM_POSIX_NEW_FILE_H_
+#define VELMORA_PLATFORM_POSIX_NEW_FILE_H_
 
 #include <sys/stat.h>
 
@@ -11,33 +11,27 @@
 #include <string>
 #include <string_view>
 
+#include "velmora/platform/new_file.h"
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/file_descriptor.h"
 
 namespace velmora {
 
-class NewFile {
+class PosixNewFile final : public NewFile {
  public:
-  enum class Existing { kReplace, kKeep };
-
-  NewFile() = default;
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-  ~NewFile() { Abandon(); }
+  ~PosixNewFile() override;
 
   // An empty `temporary` means a name of our own. `mode` is for a target that does not exist yet; the
-  // user's mask applies.
+  // user's mask applies. Once.
   bool Begin(const std::string& target, const std::string& temporary, mode_t mode);
-  bool Write(std::string_view bytes);
+  // Else it is the time of writing.
   void SetModified(const timespec& modified) { modified_ = modified; }
-  bool Commit(Existing existing);
-  void Abandon();
+
+ protected:
+  size_t WriteSome(std::string_view bytes) override;
+  bool TakeTheName(Existing existing) override;
 
  private:
-  // A name in an open folder.
-  struct Place {
-    FileDescriptor folder;
-    std::string name;
-  };
   enum class Target { kAbsent, kReplaceable, kRefused };
 
   static bool FindPlace(const std::string& path, bool follow_links, Place* place);
@@ -46,18 +40,13 @@ class NewFile {
   bool IsTarget(const Place& place) const;
   bool CreateTemporary(mode_t mode);
   bool IsStillOurs() const;
-  bool WriteAll(std::string_view bytes);
-  bool FlushBuffer();
-  bool TakeTheName(Existing existing);
 
   Place target_;
   Place temporary_;
   FileDescriptor file_;
-  std::string buffer_;
   std::optional<timespec> modified_;
-  bool failed_ = false;
 };
 
 }  // namespace velmora
 
-#endif  // VELMORA_PLATFORM_POSIX_FILE_REPLACEMENT_H_
+#endif  // VELMORA_PLATFORM_POSIX_NEW_FILE_H_

@@ -1,4 +1,4 @@
-#include "velmora/platform/posix/file_replacement.h"
+#include "velmora/platform/posix/new_file.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -11,48 +11,15 @@
 #include <cstdio>
 #include <thread>
 
-#include "velmora/platform/files.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/temporary_name.h"
 
 namespace velmora {
 namespace {
 
-constexpr size_t kBufferSize = size_t{64} << 10;
 constexpr int kMostLinks = 40;
 constexpr std::chrono::seconds kLongestWait{5};
 constexpr std::chrono::milliseconds kPause{5};
-
-// What changes the disk goes through these.
-
-int CreateNew(int folder, const char* name, mode_t mode) {
-  return openat(folder, name, O_CREAT | O_EXCL | O_RDWR | O_NOFOLLOW | O_CLOEXEC, mode);
-}
-
-ssize_t WriteSome(int fd, std::string_view bytes) { return write(fd, bytes.data(), bytes.size()); }
-
-bool FlushToDisk(int fd) {
-  while (fsync(fd) != 0) {
-    if (errno == EINTR) continue;
-    return errno == EINVAL;  // a disk that cannot be told to
-  }
-  return true;
-}
-
-bool RenameOver(int from_folder, const char* from, int to_folder, const char* to) {
-  return renameat(from_folder, from, to_folder, to) == 0;
-}
-
-bool RenameToFreeName(int from_folder, const char* from, int to_folder, const char* to) {
-  if (renameat2(from_folder, from, to_folder, to, RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // Disks without that step: a second name, which cannot replace one either, then away with the first.
-  if (linkat(from_folder, from, to_folder, to, 0) != 0) return false;
-  unlinkat(from_folder, from, 0);
-  return true;
-}
-
-bool RemoveName(int folder, const char* name) { return unlinkat(folder, name, 0) == 0; }
 
 // False when another open file holds the lock. A disk without locks grants every one.
 bool TryLock(int fd) {
@@ -78,7 +45,9 @@ bool NameIs(int folder, const char* name, int fd) {
 enum class Way { kClear, kTaken, kBlocked };
 
 // Makes room for a new file of this name: removes one whose writer is gone.
-Way ClearTheWay(int folder, const char* name) {
+Way ClearTheWay(const Place& place) {
+  const int folder = place.folder.Get();
+  const char* const name = place.name.c_str();
   const FileDescriptor left(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   // One that may not be read belongs to somebody who may be writing it.
   if (!left) return errno == ENOENT ? Way::kClear : errno == EACCES ? Way::kTaken : Way::kBlocked;
@@ -87,7 +56,7 @@ Way ClearTheWay(int folder, const char* name) {
   if ((status.st_mode & 0222) == 0) return Way::kBlocked;
   if (!TryLock(left.Get())) return Way::kTaken;
   if (!NameIs(folder, name, left.Get())) return Way::kClear;
-  return RemoveName(folder, name) ? Way::kClear : Way::kBlocked;
+  return RemoveName(place) == 0 ? Way::kClear : Way::kBlocked;
 }
 
 void CopyAccessList(int from, int to) {
@@ -119,13 +88,14 @@ void CopyPermissions(const struct stat& old, int folder, const char* old_name, i
 }  // namespace
 
 // `follow_links`: the place of what the path stands for in the end, which need not exist.
-bool NewFile::FindPlace(const std::string& path, bool follow_links, Place* place) {
+bool PosixNewFile::FindPlace(const std::string& path, bool follow_links, Place* place) {
   std::string at = path;
   for (int links = 0; links <= kMostLinks; ++links) {
     const size_t slash = at.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : at.substr(0, slash + 1);
     place->name = slash == std::string::npos ? at : at.substr(slash + 1);
     if (place->name.empty() || place->name == "." || place->name == "..") return false;
+    place->folder_path = folder;
     place->folder = FileDescriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!place->folder) return false;
     if (!follow_links) return true;
@@ -145,7 +115,7 @@ bool NewFile::FindPlace(const std::string& path, bool follow_links, Place* place
   return false;
 }
 
-NewFile::Target NewFile::Examine(const Place& place, struct stat* status) {
+PosixNewFile::Target PosixNewFile::Examine(const Place& place, struct stat* status) {
   if (fstatat(place.folder.Get(), place.name.c_str(), status, AT_SYMLINK_NOFOLLOW) != 0)
     return errno == ENOENT ? Target::kAbsent : Target::kRefused;
   if (!S_ISREG(status->st_mode)) return Target::kRefused;
@@ -155,7 +125,7 @@ NewFile::Target NewFile::Examine(const Place& place, struct stat* status) {
                                                                          : Target::kRefused;
 }
 
-bool NewFile::IsTarget(const Place& place) const {
+bool PosixNewFile::IsTarget(const Place& place) const {
   struct stat a {};
   struct stat b {};
   if (fstat(place.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
@@ -167,46 +137,41 @@ bool NewFile::IsTarget(const Place& place) const {
 }
 
 // A temporary that is the target itself would be the end of the old file: then we take our own name.
-bool NewFile::ChooseTemporary(const std::string& temporary) {
+bool PosixNewFile::ChooseTemporary(const std::string& temporary) {
   if (!temporary.empty()) {
     if (!FindPlace(temporary, /*follow_links=*/false, &temporary_)) return false;
     if (!IsTarget(temporary_)) return true;
   }
+  temporary_.folder_path = target_.folder_path;
   temporary_.folder = FileDescriptor(fcntl(target_.folder.Get(), F_DUPFD_CLOEXEC, 0));
   const long longest = fpathconf(temporary_.folder.Get(), _PC_NAME_MAX);
   temporary_.name = TemporaryName<char>(target_.name, longest > 0 ? static_cast<size_t>(longest) : NAME_MAX);
   return static_cast<bool>(temporary_.folder);
 }
 
-bool NewFile::CreateTemporary(mode_t mode) {
-  const int folder = temporary_.folder.Get();
-  const char* name = temporary_.name.c_str();
+bool PosixNewFile::CreateTemporary(mode_t mode) {
   const auto give_up = std::chrono::steady_clock::now() + kLongestWait;
   do {
-    file_ = FileDescriptor(CreateNew(folder, name, mode));
+    file_ = FileDescriptor(CreateNew(temporary_, mode));
     if (file_) {
       // Between the two steps somebody may have taken it for a leftover.
       if (TryLock(file_.Get()) && IsStillOurs()) return true;
       file_.Close();
-    } else if (errno != EEXIST && errno != EINTR) {
+    } else if (errno != EEXIST) {
       return false;
     }
-    const Way way = ClearTheWay(folder, name);
+    const Way way = ClearTheWay(temporary_);
     if (way == Way::kBlocked) return false;
     if (way == Way::kTaken) std::this_thread::sleep_for(kPause);
   } while (std::chrono::steady_clock::now() < give_up);
   return false;
 }
 
-bool NewFile::IsStillOurs() const {
+bool PosixNewFile::IsStillOurs() const {
   return NameIs(temporary_.folder.Get(), temporary_.name.c_str(), file_.Get());
 }
 
-bool NewFile::Begin(const std::string& target, const std::string& temporary, mode_t mode) {
-  Abandon();
-  buffer_.clear();
-  modified_.reset();
-  failed_ = false;
+bool PosixNewFile::Begin(const std::string& target, const std::string& temporary, mode_t mode) {
   struct stat old {};
   if (!FindPlace(target, /*follow_links=*/true, &target_)) return false;
   const Target found = Examine(target_, &old);
@@ -218,33 +183,12 @@ bool NewFile::Begin(const std::string& target, const std::string& temporary, mod
   return true;
 }
 
-bool NewFile::WriteAll(std::string_view bytes) {
-  while (!bytes.empty() && !failed_) {
-    const ssize_t written = WriteSome(file_.Get(), bytes);
-    if (written > 0) {
-      bytes.remove_prefix(static_cast<size_t>(written));
-    } else if (written == 0 || errno != EINTR) {
-      failed_ = true;
-    }
-  }
-  return !failed_;
+size_t PosixNewFile::WriteSome(std::string_view bytes) {
+  const ssize_t written = velmora::WriteSome(file_.Get(), temporary_, bytes);
+  return written > 0 ? static_cast<size_t>(written) : 0;
 }
 
-bool NewFile::FlushBuffer() {
-  const bool written = WriteAll(buffer_);
-  buffer_.clear();
-  return written;
-}
-
-bool NewFile::Write(std::string_view bytes) {
-  if (!file_ || failed_) return false;
-  if (buffer_.size() + bytes.size() > kBufferSize && !FlushBuffer()) return false;
-  if (bytes.size() >= kBufferSize) return WriteAll(bytes);
-  buffer_.append(bytes);
-  return true;
-}
-
-bool NewFile::TakeTheName(Existing existing) {
+bool PosixNewFile::TakeTheName(Existing existing) {
   struct stat old {};
   const Target found = Examine(target_, &old);
   if (found == Target::kRefused) return false;
@@ -254,61 +198,26 @@ bool NewFile::TakeTheName(Existing existing) {
     const std::array<timespec, 2> times = {timespec{0, UTIME_OMIT}, *modified_};
     if (futimens(file_.Get(), times.data()) != 0) return false;
   }
-  if (!FlushToDisk(file_.Get()) || !IsStillOurs()) return false;
+  if (FlushToDisk(file_.Get(), temporary_) != 0 || !IsStillOurs()) return false;
   const auto rename = existing == Existing::kKeep ? RenameToFreeName : RenameOver;
-  if (!rename(temporary_.folder.Get(), temporary_.name.c_str(), target_.folder.Get(), target_.name.c_str()))
-    return false;
+  if (rename(temporary_, target_) != 0) return false;
   // The file has its name now; a folder that cannot be flushed changes nothing about that.
-  const FileDescriptor folder(openat(target_.folder.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder) FlushToDisk(folder.Get());
+  (void)FlushFolder(target_);
+  file_.Close();
   return true;
 }
 
-bool NewFile::Commit(Existing existing) {
-  if (!file_) return false;
-  const bool done = !failed_ && FlushBuffer() && TakeTheName(existing);
-  if (done) file_.Close();
-  Abandon();
-  return done;
-}
-
 // The name goes while the lock still holds, so that nobody's new file is removed in its place.
-void NewFile::Abandon() {
-  if (file_ && IsStillOurs()) RemoveName(temporary_.folder.Get(), temporary_.name.c_str());
-  file_.Close();
-  temporary_.folder.Close();
-  target_.folder.Close();
-  buffer_.clear();
+PosixNewFile::~PosixNewFile() {
+  if (file_ && IsStillOurs()) (void)RemoveName(temporary_);
 }
 
-struct FileReplacement::System {
-  NewFile file;
-};
-
-FileReplacement::FileReplacement() = default;
-FileReplacement::~FileReplacement() = default;
-FileReplacement::FileReplacement(FileReplacement&&) noexcept = default;
-FileReplacement& FileReplacement::operator=(FileReplacement&&) noexcept = default;
-
-bool FileReplacement::Begin(const CString& target, const CString& temporary) {
-  Abandon();
-  system_ = std::make_unique<System>();
+std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary) {
   const std::string own_temporary = NativePath(temporary);
-  if (own_temporary.empty() && !temporary.IsEmpty()) return false;
-  return system_->file.Begin(NativePath(target), own_temporary, 0666);
-}
-
-bool FileReplacement::Write(std::string_view bytes) { return system_ && system_->file.Write(bytes); }
-
-bool FileReplacement::Commit() { return system_ && system_->file.Commit(NewFile::Existing::kReplace); }
-
-void FileReplacement::Abandon() {
-  if (system_) system_->file.Abandon();
-}
-
-bool ReplaceFileContent(const CString& target, std::string_view bytes) {
-  FileReplacement file;
-  return file.Begin(target) && file.Write(bytes) && file.Commit();
+  if (own_temporary.empty() && !temporary.IsEmpty()) return nullptr;
+  auto file = std::make_unique<PosixNewFile>();
+  if (!file->Begin(NativePath(target), own_temporary, 0666)) return nullptr;
+  return file;
 }
 
 }  // namespace velmora

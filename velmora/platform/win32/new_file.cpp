@@ -1,70 +1,20 @@
-#include "velmora/platform/win32/file_replacement.h"
+#include "velmora/platform/win32/new_file.h"
 
-#include <algorithm>
-#include <cstring>
-#include <new>
+#include <cstddef>
 #include <vector>
 
-#include "velmora/platform/files.h"
 #include "velmora/platform/temporary_name.h"
+#include "velmora/platform/win32/disk_calls.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
 
-constexpr size_t kBufferSize = size_t{64} << 10;
-constexpr size_t kMostWritten = size_t{1} << 24;
 constexpr size_t kLongestName = 255;
 constexpr DWORD kLongestTurnMs = 5000;
 constexpr DWORD kLongestRenameMs = 2000;
 constexpr DWORD kLongestExamineMs = 50;
 constexpr int kMostRefusals = 4;
-
-// What changes the disk goes through these.
-
-HANDLE CreateNew(const wchar_t* path) {
-  // WRITE_DAC for the permissions of the old file; where it is not granted we do without.
-  constexpr DWORD kAccess = GENERIC_READ | GENERIC_WRITE | DELETE;
-  const HANDLE file =
-      CreateFileW(path, kAccess | WRITE_DAC, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_ACCESS_DENIED) return file;
-  return CreateFileW(path, kAccess, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
-bool WriteSome(HANDLE file, std::string_view bytes, DWORD* written) {
-  const auto count = static_cast<DWORD>(std::min(bytes.size(), kMostWritten));
-  return WriteFile(file, bytes.data(), count, written, nullptr) != 0;
-}
-
-bool FlushToDisk(HANDLE file) { return FlushFileBuffers(file) != 0; }
-
-bool RenameOpenFile(HANDLE file, const std::wstring& name, bool replace) {
-  // The information class and the flags of newer systems: also a file that somebody reads can give up
-  // its name. The older form is for systems and disks without it.
-  constexpr auto kRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
-  constexpr DWORD kReplaceIfExists = 1;
-  constexpr DWORD kPosixSemantics = 2;
-  const size_t name_bytes = name.size() * sizeof(wchar_t);
-  std::vector<std::byte> storage(sizeof(FILE_RENAME_INFO) + name_bytes);
-  auto* info = new (storage.data()) FILE_RENAME_INFO{};
-  info->FileNameLength = static_cast<DWORD>(name_bytes);
-  std::memcpy(storage.data() + offsetof(FILE_RENAME_INFO, FileName), name.data(), name_bytes);
-  const auto size = static_cast<DWORD>(storage.size());
-  const DWORD flags = kPosixSemantics | (replace ? kReplaceIfExists : 0);
-  std::memcpy(storage.data(), &flags, sizeof flags);
-  if (SetFileInformationByHandle(file, kRenameInfoEx, info, size) != 0) return true;
-  const DWORD plain = replace ? 1 : 0;
-  std::memcpy(storage.data(), &plain, sizeof plain);
-  return SetFileInformationByHandle(file, FileRenameInfo, info, size) != 0;
-}
-
-bool RemoveOpenFile(HANDLE file) {
-  FILE_DISPOSITION_INFO info{};
-  info.DeleteFile = TRUE;
-  return SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info) != 0;
-}
-
-bool RemoveName(const wchar_t* path) { return DeleteFileW(path) != 0; }
 
 // The path from the root, in the form without a limit to its length when it needs that.
 std::wstring FullPath(const wchar_t* path) {
@@ -161,7 +111,7 @@ void CopyProperties(const std::wstring& old_name, HANDLE to) {
 
 }  // namespace
 
-bool NewFile::ChooseTemporary(const CString& temporary) {
+bool Win32NewFile::ChooseTemporary(const CString& temporary) {
   if (!temporary.IsEmpty()) {
     temporary_ = FullPath(SystemPath(temporary));
     if (temporary_.empty()) return false;
@@ -179,13 +129,13 @@ bool NewFile::ChooseTemporary(const CString& temporary) {
 
 // After a refused CreateNew. False for good; true when the next attempt may get through, at once or
 // after a pause.
-bool NewFile::ClearTheWay(bool* pause) {
+bool Win32NewFile::ClearTheWay(bool* pause) {
   *pause = false;
   DWORD error = GetLastError();
   const bool taken = error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS;
   if (taken) {
     refusals_left_ = kMostRefusals;
-    if (RemoveName(temporary_.c_str())) return true;
+    if (RemoveFile(temporary_.c_str())) return true;
     error = GetLastError();
     if (error == ERROR_FILE_NOT_FOUND) return true;
   }
@@ -198,11 +148,11 @@ bool NewFile::ClearTheWay(bool* pause) {
   return taken || GetLastError() != ERROR_FILE_NOT_FOUND || --refusals_left_ > 0;
 }
 
-bool NewFile::CreateTemporary() {
+bool Win32NewFile::CreateTemporary() {
   refusals_left_ = kMostRefusals;
   const ULONGLONG start = GetTickCount64();
   do {
-    file_ = FileHandle(CreateNew(temporary_.c_str()));
+    file_ = CreateNew(temporary_);
     if (file_) return true;
     bool pause = false;
     if (!ClearTheWay(&pause)) return false;
@@ -211,10 +161,7 @@ bool NewFile::CreateTemporary() {
   return false;
 }
 
-bool NewFile::Begin(const CString& target, const CString& temporary) {
-  Abandon();
-  modified_.reset();
-  failed_ = false;
+bool Win32NewFile::Begin(const CString& target, const CString& temporary) {
   target_ = FollowLinks(FullPath(SystemPath(target)));
   if (target_.empty()) return false;
   const Target found = Examine(target_);
@@ -223,80 +170,32 @@ bool NewFile::Begin(const CString& target, const CString& temporary) {
   return true;
 }
 
-bool NewFile::WriteAll(std::string_view bytes) {
-  while (!bytes.empty() && !failed_) {
-    DWORD written = 0;
-    failed_ = !WriteSome(file_.Get(), bytes, &written) || written == 0;
-    bytes.remove_prefix(written);
-  }
-  return !failed_;
+size_t Win32NewFile::WriteSome(std::string_view bytes) {
+  return velmora::WriteSome(file_.Get(), temporary_, bytes);
 }
 
-bool NewFile::FlushBuffer() {
-  const bool written = WriteAll(buffer_);
-  buffer_.clear();
-  return written;
-}
-
-bool NewFile::Write(std::string_view bytes) {
-  if (!file_ || failed_) return false;
-  if (buffer_.size() + bytes.size() > kBufferSize && !FlushBuffer()) return false;
-  if (bytes.size() >= kBufferSize) return WriteAll(bytes);
-  buffer_.append(bytes);
-  return true;
-}
-
-bool NewFile::TakeTheName(Existing existing) {
+bool Win32NewFile::TakeTheName(Existing existing) {
   const Target found = Examine(target_);
   if (found == Target::kRefused) return false;
   if (found == Target::kReplaceable) CopyProperties(target_, file_.Get());
   if (modified_ && SetFileTime(file_.Get(), nullptr, nullptr, &*modified_) == 0) return false;
-  if (!FlushToDisk(file_.Get())) return false;
+  if (!FlushToDisk(file_.Get(), temporary_)) return false;
   // Somebody who reads the old file, a virus scanner say, is soon done.
-  return Persist(kLongestRenameMs, kLongestRenameMs,
-                 [&] { return RenameOpenFile(file_.Get(), target_, existing == Existing::kReplace); });
+  const bool renamed = Persist(kLongestRenameMs, kLongestRenameMs, [&] {
+    return RenameOpenFile(file_.Get(), temporary_, target_, existing == Existing::kReplace);
+  });
+  if (renamed) file_.Close();
+  return renamed;
 }
 
-bool NewFile::Commit(Existing existing) {
-  if (!file_) return false;
-  const bool done = !failed_ && FlushBuffer() && TakeTheName(existing);
-  if (done) file_.Close();
-  Abandon();
-  return done;
+Win32NewFile::~Win32NewFile() {
+  if (file_) (void)RemoveOpenFile(file_.Get(), temporary_);
 }
 
-void NewFile::Abandon() {
-  if (file_) RemoveOpenFile(file_.Get());
-  file_.Close();
-  buffer_.clear();
-}
-
-struct FileReplacement::System {
-  NewFile file;
-};
-
-FileReplacement::FileReplacement() = default;
-FileReplacement::~FileReplacement() = default;
-FileReplacement::FileReplacement(FileReplacement&&) noexcept = default;
-FileReplacement& FileReplacement::operator=(FileReplacement&&) noexcept = default;
-
-bool FileReplacement::Begin(const CString& target, const CString& temporary) {
-  Abandon();
-  system_ = std::make_unique<System>();
-  return system_->file.Begin(target, temporary);
-}
-
-bool FileReplacement::Write(std::string_view bytes) { return system_ && system_->file.Write(bytes); }
-
-bool FileReplacement::Commit() { return system_ && system_->file.Commit(NewFile::Existing::kReplace); }
-
-void FileReplacement::Abandon() {
-  if (system_) system_->file.Abandon();
-}
-
-bool ReplaceFileContent(const CString& target, std::string_view bytes) {
-  FileReplacement file;
-  return file.Begin(target) && file.Write(bytes) && file.Commit();
+std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary) {
+  auto file = std::make_unique<Win32NewFile>();
+  if (!file->Begin(target, temporary)) return nullptr;
+  return file;
 }
 
 }  // namespace velmora
