@@ -31,13 +31,13 @@ std::optional<std::string> ReadStart(const CString& path, size_t limit) {
   return bytes;
 }
 
+}  // namespace
+
 std::optional<std::string> ReadProfileBytes(const CString& path) {
   auto bytes = ReadStart(path, kLargestProfile);
   if (bytes && bytes->size() >= kLargestProfile) return std::nullopt;
   return bytes;
 }
-
-}  // namespace
 
 TextEncoding ProfileEncoding(const CString& path) {
   return EncodingFromMark(ReadStart(path, kLongestMark).value_or(std::string()));

@@ -4,6 +4,9 @@
 #ifndef VELMORA_PLATFORM_PROFILE_FILE_H_
 #define VELMORA_PLATFORM_PROFILE_FILE_H_
 
+#include <optional>
+#include <string>
+
 #include "velmora/text/codepage.h"
 #include "velmora/text/string.h"
 
@@ -13,6 +16,9 @@ inline constexpr size_t kLongestProfileValue = 254;  // characters, as it is rea
 
 // By the mark of the file; Windows-1252 for a missing one.
 TextEncoding ProfileEncoding(const CString& path);
+
+// Nothing when the file cannot be read, or is larger than any profile is.
+std::optional<std::string> ReadProfileBytes(const CString& path);
 
 CString ReadProfileFile(const CString& section, const CString& key, const CString& path);
 bool WriteProfileFile(const CString& section, const CString& key, const wchar_t* value, const CString& path);

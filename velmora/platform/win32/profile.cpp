@@ -28,6 +28,24 @@ bool SystemKnows(TextEncoding encoding) {
   return encoding == TextEncoding::kUtf16Le || (encoding == TextEncoding::kWindows1252 && GetACP() == 1252);
 }
 
+// The system writes into the file itself, where a crash can tear it. So it gets a copy, always of the same
+// name, and the copy's content replaces the file in one step.
+bool WriteThroughCopy(const CString& section, const CString& key, const wchar_t* value, const CString& path) {
+  // From here on it is our turn with the file and with the copy.
+  FileReplacement file;
+  if (!file.Begin(path)) return false;
+  const CString copy = path + L".velmora-ini";
+  const bool there = FileOrFolderExists(path) ? CopyWholeFile(path, copy, /*keep_existing=*/false)
+                                              : !FileOrFolderExists(copy) || RemoveWholeFile(copy);
+  bool done = there && WritePrivateProfileStringW(section, key, value, copy) != FALSE;
+  if (done && FileOrFolderExists(copy)) {
+    const std::optional<std::string> changed = ReadProfileBytes(copy);
+    done = changed && file.Write(*changed) && file.Commit();
+  }
+  (void)RemoveWholeFile(copy);
+  return done;
+}
+
 bool CanEncode(const CString& text, TextEncoding encoding) {
   std::string ignored;
   return AppendEncoded(text.GetView(), encoding, &ignored);
@@ -59,7 +77,10 @@ bool WriteProfile(const CString& section, const CString& key, const wchar_t* val
   // The system would write a question mark.
   if (!CanEncode(section, encoding) || !CanEncode(key, encoding) || !CanEncode(CString(value), encoding))
     return false;
-  return WritePrivateProfileStringW(Trimmed(section), Trimmed(key), value, file) != FALSE;
+  // The system may keep a file without a folder in the registry.
+  if (IsBareFileName(file))
+    return WritePrivateProfileStringW(Trimmed(section), Trimmed(key), value, file) != FALSE;
+  return WriteThroughCopy(Trimmed(section), Trimmed(key), value, file);
 }
 
 }  // namespace velmora
