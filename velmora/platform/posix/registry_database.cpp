@@ -282,8 +282,13 @@ int RegistryDatabase::OpenOrMake(const std::string& path) {
   return result == kRegistryDone ? Open(path) : result;
 }
 
+// What was committed is in the log, or was flushed when it was taken over from there. A checkpoint would
+// wait for others who read.
 int RegistryDatabase::Flush() {
-  const int code = sqlite3_wal_checkpoint_v2(database_, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+  sqlite3_file* log = nullptr;
+  int code = sqlite3_file_control(database_, "main", SQLITE_FCNTL_JOURNAL_POINTER, static_cast<void*>(&log));
+  if (code == SQLITE_OK && log != nullptr && log->pMethods != nullptr)
+    code = log->pMethods->xSync(log, SQLITE_SYNC_NORMAL);
   return ResultOf(code);
 }
 
