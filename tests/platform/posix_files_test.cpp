@@ -10,11 +10,9 @@
 #include <csignal>
 #include <ctime>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <vector>
 
-#include "tests/platform/posix_processes.h"
 #include "tests/support/environment_variable.h"
 #include "tests/support/test_files.h"
 #include "velmora/platform/files.h"
@@ -151,23 +149,6 @@ TEST_F(PosixFiles, LocalTimeIsThatOfTheFilesOwnDay) {
     EXPECT_EQ((std::array{local.month, local.day, local.hour, local.second}),
               (std::array{each.month, each.day, each.hour, 59}));
     EXPECT_EQ(status.modified, (each.seconds + 11'644'473'600) * 10'000'000 + 1'234'567);
-  }
-}
-
-TEST_F(PosixFiles, KilledWritersLeaveAWholeFile) {
-  std::minstd_rand random(1);
-  for (int round = 0; round < 20; ++round) {
-    EXPECT_TRUE(ReplaceFileContent(path_, std::string(300'000, 'a')));
-    EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);
-    std::vector<pid_t> writers;
-    for (const char c : {'b', 'c', 'd'})
-      writers.push_back(StartTurns([&] { return ReplaceFileContent(path_, std::string(300'000, c)); }));
-    usleep(static_cast<useconds_t>(1000 + random() % 20'000));
-    for (const pid_t writer : writers) {
-      Kill(writer);
-      const std::string bytes = ReadBytes(path_);
-      ASSERT_TRUE(bytes == std::string(300'000, bytes[0]));
-    }
   }
 }
 
