@@ -118,6 +118,39 @@ TEST_F(StodPunkt, ALargeListIsReadAndWrittenAsItsLinesOneByOne) {
   EXPECT_TRUE(ReadBytes(file_) == written + "*\r\n");
 }
 
+TEST_F(StodPunkt, NamesAndLevelsOfAnyKindAreWrittenOrRefused) {
+  const struct {
+    wchar_t name[13];  // the field takes the first twelve
+    float level;
+    const char* bytes;  // null: refused, the file stays
+  } kCases[] = {
+      {L"", 0.0F, "\r\n   0.0000"},
+      {L"TwelveFillUp", -0.0F, "TwelveFillUp\r\n  -0.0000"},
+      {L"P 1", 9.99995F, "P 1\r\n  10.0000"},
+      {L"P\x7F", 0.03125F, "P\x7F\r\n   0.0312"},
+      {L"\u00C5", 9998.9999F, "\xC5\r\n9999.0000"},
+      {L"P1", 9999.5F, "P1\r\n9999.5000"},
+      {L"P2", 123456.0F, "P2\r\n123456.0000"},
+      {L"P3", -1234.5F, "P3\r\n-1234.5000"},
+      {L"P4", 1e30F, "P4\r\n1000000015047466219876688855040.0000"},
+      {L"P\u0150", 1, nullptr},
+      {{L'P', static_cast<wchar_t>(0xFFFF'FFB1)}, 1, nullptr},
+  };
+  for (const auto& c : kCases) {
+    CStodPunkt points = Loaded("");
+    points.Ny(1);
+    std::copy_n(c.name, std::size(points.pael->namn), points.pael->namn);
+    points.pael->z = c.level;
+    EXPECT_EQ(points.Uppdat(nullptr), c.bytes == nullptr ? -1 : 0) << c.level;
+    const std::string written = ReadBytes(file_);
+    if (c.bytes == nullptr)
+      EXPECT_EQ(written, "");
+    else
+      EXPECT_EQ(written.substr(std::min<size_t>(written.size(), 6 * 10 + 3)),
+                std::string(c.bytes) + "\r\n  0.00   0.00   0.00   0.00   0.00   0.00\r\n*\r\n");
+  }
+}
+
 TEST_F(StodPunkt, PointNameCountsFromTheRight) {
   const std::pair<const wchar_t*, const wchar_t*> kCases[] = {
       {L"A$P1.STP", L"P1"},       // "$" at 1: the last two of A$P1

@@ -5,22 +5,16 @@
 namespace velmora {
 namespace {
 
-constexpr int kDecimals = 4;
 constexpr size_t kLongestLine = 4 * (kLongestPlain + 1) + 2;
 
 }  // namespace
 
 // False, with nothing written, when one of the numbers is not plain.
 template <size_t kNumbers>
-bool PointLineWriter::WritePlain(const std::array<double, kNumbers>& numbers) {
+bool PointLineWriter::WritePlain(const std::array<double, 4>& numbers) {
   if (used_ + kLongestLine > block_.size()) Flush();
-  char* at = block_.data() + used_;
-  for (const double number : numbers) {
-    const size_t length = WritePlainFixed(number, kDecimals, at);
-    if (length == 0) return false;
-    at += length;
-    *at++ = ' ';
-  }
+  char* at = WriteFourDecimals<kNumbers>(numbers, block_.data() + used_);
+  if (at == nullptr) return false;
   at[-1] = '\r';
   *at++ = '\n';
   used_ = static_cast<size_t>(at - block_.data());
@@ -28,13 +22,13 @@ bool PointLineWriter::WritePlain(const std::array<double, kNumbers>& numbers) {
 }
 
 void PointLineWriter::PlanPoint(const kovltype& point) {
-  if (WritePlain(std::array<double, 4>{point.x, point.y, point.bulge, point.sek})) return;
+  if (WritePlain<4>({point.x, point.y, point.bulge, point.sek})) return;
   Flush();
   writer_->Write(FormatPoint(point).GetView());
 }
 
 void PointLineWriter::ProfilePoint(const kovltype& point) {
-  if (WritePlain(std::array<double, 3>{point.x, point.y, point.bulge})) return;
+  if (WritePlain<3>({point.x, point.y, point.bulge, 0})) return;
   Flush();
   writer_->Write(FormatProfilePoint(point).GetView());
 }

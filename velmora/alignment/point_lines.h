@@ -37,7 +37,7 @@ class PointLineWriter {
 
  private:
   template <size_t kNumbers>
-  bool WritePlain(const std::array<double, kNumbers>& numbers);
+  bool WritePlain(const std::array<double, 4>& numbers);
 
   TextWriter* writer_;
   std::array<char, size_t{68} << 10> block_;  // large enough to be written as it is

@@ -128,20 +128,14 @@ int CStodPunkt::Uppdat(const wchar_t* file) {
       text.Format(L"%s\n%9.4f\n\n", kLevelRecord, gvy);
       writer.Write(text.GetView());
     }
-    constexpr size_t kBlock = size_t{16} << 10;
-    std::string plain;
-    const auto flush = [&] {
-      writer.WriteAscii(plain);
-      plain.clear();
-    };
+    SupportLineWriter plain(&writer);
     for (int at = Home(); at == 0; at = (*this)++ == nullptr ? -1 : 0) {
-      if (plain.size() >= kBlock) flush();
-      if (AppendPlainSupportPoint(*pael, &plain)) continue;
-      flush();
+      if (plain.Point(*pael)) continue;
+      plain.Flush();
       const CString lines = FormatSupportPoint(*pael);
       writer.Write((konvertera != 0 ? ConvertWrittenLine(lines) : lines).GetView());
     }
-    flush();
+    plain.Flush();
     writer.Write(L"*\n");
     good = writer.Commit();
   }

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
+#include "velmora/text/digit_bytes.h"
 #include "velmora/text/fixed_digits.h"
 
 namespace velmora {
@@ -15,6 +17,20 @@ namespace {
 
 // Most points are shorter than that.
 constexpr size_t kAtOnce = 64;
+constexpr size_t kNameSize = std::size(decltype(stdpkttype::namn){});
+// What is looked at of a name: more than a record holds.
+constexpr size_t kNameBytes = sizeof(__m128i);
+static_assert(kNameSize <= kNameBytes);
+
+unsigned Bits(__m128i mask) { return static_cast<unsigned>(_mm_movemask_epi8(mask)); }
+// A bit for each of the lowest `count`.
+constexpr unsigned Lowest(size_t count) { return (1U << count) - 1; }
+
+// A bit for each byte that a plain name may have: ASCII without blanks.
+unsigned NameBytes(__m128i bytes) {
+  return Bits(_mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(' ')),
+                            _mm_cmpgt_epi8(_mm_set1_epi8('~' + 1), bytes)));
+}
 
 // A bit for each line feed among the first kAtOnce bytes.
 std::uint64_t LineFeeds(const char* text) {
@@ -22,7 +38,7 @@ std::uint64_t LineFeeds(const char* text) {
   std::uint64_t feeds = 0;
   for (int i = 0; i < 4; ++i) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text) + i);
-    feeds |= static_cast<std::uint64_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feed))) << (16 * i);
+    feeds |= std::uint64_t{Bits(_mm_cmpeq_epi8(bytes, feed))} << (16 * i);
   }
   return feeds;
 }
@@ -51,38 +67,46 @@ PointText PointTextOf(std::string_view text) {
   return point;
 }
 
-bool IsPlainName(std::string_view line) {
+// Takes the name of at most kNameBytes, as many as are read. False, with the field undefined, when it is not
+// plain.
+bool ReadPlainName(std::string_view line, wchar_t (&field)[kNameSize]) {
   constexpr std::string_view kLevelRecord = "gvy";
   const auto same = [](char a, char b) { return (a | 32) == b; };
   if (line.empty() || line.front() == '*') return false;
   if (std::equal(line.begin(), line.end(), kLevelRecord.begin(), kLevelRecord.end(), same)) return false;
-  return std::all_of(line.begin(), line.end(), [](char c) { return c > ' ' && c <= '~'; });
+  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(line.data()));
+  if ((~NameBytes(bytes) & Lowest(line.size())) != 0) return false;
+  const size_t length = std::min(line.size(), kNameSize - 1);
+  for (size_t i = 0; i < kNameSize; ++i) field[i] = i < length ? line[i] : L'\0';
+  return true;
 }
 
 // A number of at most seven digits: they and their power of ten are exact in a float, so is the rounding of
-// the quotient. Blanks before it are passed over.
+// the quotient. Blanks before it are passed over. Eight bytes may be read from any of its own.
 bool ReadPlainFloat(std::string_view line, float* number) {
   constexpr int kMostDigits = 7;
   constexpr std::array<float, kMostDigits + 1> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F};
   while (line.starts_with(' ')) line.remove_prefix(1);
   const bool negative = line.starts_with('-');
   if (negative) line.remove_prefix(1);
-  int value = 0;
-  int digits = 0;
-  int decimals = -1;
-  for (const char c : line) {
-    if (c >= '0' && c <= '9') {
-      value = value * 10 + (c - '0');
-      if (++digits > kMostDigits) return false;
-      if (decimals >= 0) ++decimals;
-    } else if (c == '.' && decimals < 0) {
-      decimals = 0;
-    } else {
-      return false;
-    }
+  if (line.empty() || line.size() > kMostDigits + 1) return false;
+  const int length = static_cast<int>(line.size());
+  const std::uint64_t bytes = digit_bytes::Load(line.data());
+  const std::uint64_t others = digit_bytes::NotDigits(bytes) & digit_bytes::TopBits(length);
+  std::uint64_t digits = bytes;
+  int count = length;
+  int decimals = 0;
+  if (others != 0) {
+    const int point = std::countr_zero(others) / 8;
+    if (line[static_cast<size_t>(point)] != '.' || (others & (others - 1)) != 0) return false;
+    count = length - 1;
+    decimals = count - point;
+    const std::uint64_t before = (std::uint64_t{1} << (8 * point)) - 1;
+    digits = (bytes & before) | ((bytes >> 8) & ~before);  // closed up over the point
   }
-  if (digits == 0) return false;
-  const float quotient = static_cast<float>(value) / kPowers[static_cast<size_t>(std::max(decimals, 0))];
+  if (count == 0 || count > kMostDigits) return false;
+  const float quotient =
+      static_cast<float>(digit_bytes::Value(digits, count)) / kPowers[static_cast<size_t>(decimals)];
   *number = negative ? -quotient : quotient;
   return true;
 }
@@ -100,45 +124,93 @@ bool WritePadded(double value, size_t width, int decimals, char** at) {
   return true;
 }
 
+// Writes "%9.4f". A float times 10^4 is exact as a double, so that levels below 10^4 are filled in by place.
+bool WriteLevel(float level, char** at) {
+  if (std::signbit(level) || !(level < 9999)) return WritePadded(level, 9, 4, at);
+  const auto scaled = static_cast<std::uint32_t>(_mm_cvtsd_si32(_mm_set_sd(double{level} * 1e4)));
+  const std::uint32_t whole = fixed_digits::kFourDigits[scaled / 10'000];
+  const int zeros = std::countr_zero(whole | 1U << 24) & ~7;
+  const std::uint32_t blanks = 0x10101010U & ((1U << zeros) - 1);  // '0' less ' ' before the first digit
+  const std::uint32_t before = whole + 0x30303030U - blanks;
+  const std::uint32_t behind = fixed_digits::kFourDigits[scaled % 10'000] + 0x30303030U;
+  std::memcpy(*at, &before, sizeof before);
+  (*at)[4] = '.';
+  std::memcpy(*at + 5, &behind, sizeof behind);
+  *at += 9;
+  return true;
+}
+
+// The name's characters as bytes: what is beyond ASCII, or negative, stays none that a plain name has.
+__m128i BytesOfName(const wchar_t (&name)[kNameSize]) {
+  const auto* const at = reinterpret_cast<const __m128i*>(name);
+  if constexpr (sizeof(wchar_t) == 4)
+    return _mm_packs_epi16(_mm_packs_epi32(_mm_loadu_si128(at), _mm_loadu_si128(at + 1)),
+                           _mm_packs_epi32(_mm_loadu_si128(at + 2), _mm_setzero_si128()));
+  else
+    return _mm_packs_epi16(_mm_loadu_si128(at), _mm_loadl_epi64(at + 1));
+}
+
+// Writes the name to room for kNameBytes and moves behind it.
+bool WriteName(const wchar_t (&name)[kNameSize], char** at) {
+  static_assert(kNameSize == 12, "BytesOfName loads as many");
+  const __m128i bytes = BytesOfName(name);
+  const unsigned ends = Bits(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()));
+  const auto length = static_cast<size_t>(std::countr_zero(ends));  // the bytes behind a full field are zeros
+  if ((~NameBytes(bytes) & Lowest(length)) != 0) return false;
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(*at), bytes);
+  *at += length;
+  return true;
+}
+
+bool WriteValues(const float (&values)[6], char** at) {
+  static constexpr float kNoValues[6] = {};
+  if (std::memcmp(values, kNoValues, sizeof kNoValues) == 0) {
+    constexpr std::string_view kZeros = "  0.00   0.00   0.00   0.00   0.00   0.00";
+    *at = std::copy(kZeros.begin(), kZeros.end(), *at);
+    return true;
+  }
+  for (const float& value : values) {
+    if (&value != values) *(*at)++ = ' ';
+    if (!WritePadded(value, 6, 2, at)) return false;
+  }
+  return true;
+}
+
+void EndLine(char** at) {
+  std::memcpy(*at, "\r\n", 2);
+  *at += 2;
+}
+
 }  // namespace
 
 size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point) {
   const PointText lines = PointTextOf(text);
   const auto [name, level, values] = lines.lines;
-  if (lines.length == 0 || !IsPlainName(name) || !ReadPlainFloat(level, &point->z) || values.empty())
+  // With lines of such lengths, whatever is read at once lies within the first kAtOnce bytes.
+  constexpr size_t kLongestLevel = 32;
+  static_assert(kNameBytes + 2 + kLongestLevel + sizeof(std::uint64_t) <= kAtOnce);
+  if (lines.length == 0 || name.size() > kNameBytes || level.size() > kLongestLevel || values.empty() ||
+      !ReadPlainName(name, point->namn) || !ReadPlainFloat(level, &point->z))
     return 0;
-  const size_t length = std::min(name.size(), std::size(point->namn) - 1);
-  for (size_t i = 0; i < std::size(point->namn); ++i) point->namn[i] = i < length ? name[i] : L'\0';
   return lines.length;
 }
 
-bool AppendPlainSupportPoint(const stdpkttype& point, std::string* text) {
-  std::array<char, 16 + 9 * (kLongestPlain + 2)> lines;
-  char* at = lines.data();
-  for (const wchar_t c : FieldText(point.namn)) {
-    if (c <= L' ' || c > L'~') return false;
-    *at++ = static_cast<char>(c);
-  }
-  const auto end_line = [&at] {
-    std::memcpy(at, "\r\n", 2);
-    at += 2;
-  };
-  end_line();
-  if (!WritePadded(point.z, 9, 4, &at)) return false;
-  end_line();
-  static constexpr decltype(point.varden) kNoValues = {};
-  if (std::memcmp(point.varden, kNoValues, sizeof kNoValues) == 0) {
-    constexpr std::string_view kZeros = "  0.00   0.00   0.00   0.00   0.00   0.00";
-    at = std::copy(kZeros.begin(), kZeros.end(), at);
-  } else {
-    for (const float& value : point.varden) {
-      if (&value != point.varden) *at++ = ' ';
-      if (!WritePadded(value, 6, 2, &at)) return false;
-    }
-  }
-  end_line();
-  text->append(lines.data(), at);
+bool SupportLineWriter::Point(const stdpkttype& point) {
+  if (used_ + kLongestPoint > block_.size()) Flush();
+  char* at = block_.data() + used_;
+  if (!WriteName(point.namn, &at)) return false;
+  EndLine(&at);
+  if (!WriteLevel(point.z, &at)) return false;
+  EndLine(&at);
+  if (!WriteValues(point.varden, &at)) return false;
+  EndLine(&at);
+  used_ = static_cast<size_t>(at - block_.data());
   return true;
+}
+
+void SupportLineWriter::Flush() {
+  writer_->WriteAscii({block_.data(), used_});
+  used_ = 0;
 }
 
 }  // namespace velmora

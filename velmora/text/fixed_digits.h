@@ -2,6 +2,8 @@
 #ifndef VELMORA_TEXT_FIXED_DIGITS_H_
 #define VELMORA_TEXT_FIXED_DIGITS_H_
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -66,7 +68,7 @@ inline std::uint64_t EightDigits(std::uint32_t number) {
 
 // Writes the eight bytes as characters.
 inline void Store(std::uint64_t digits, char* out) {
-  digits |= 0x3030303030303030U;
+  digits ^= 0x3030303030303030U;
   std::memcpy(out, &digits, sizeof digits);
 }
 
@@ -113,6 +115,56 @@ inline size_t WritePlainFixed(double value, int decimals, char* out) {
                                     : fixed_digits::EightDigits(rest) >> (8 * (8 - decimals)),
                       at);
   return static_cast<size_t>(at - out + decimals);
+}
+
+namespace fixed_digits {
+
+// Both magnitudes times 10^4 as the nearest integers. A product that is not halfway between two of them lies
+// on the side where the exact one does, for halves are doubles themselves; from 10^8 on and at a half it is
+// false. Doing two numbers at once without a shift by each one's exponent takes a fifth off the time of a
+// line.
+inline bool TenThousandths(double first, double second, std::uint64_t* scaled) {
+  const __m128d sign = _mm_set1_pd(-0.0);
+  const __m128d whole = _mm_set1_pd(0x1p52);  // added to a product, the sum's lowest bit is a one
+  const __m128d magnitude = _mm_andnot_pd(sign, _mm_set_pd(second, first));
+  const __m128d product = _mm_mul_pd(magnitude, _mm_set1_pd(1e4));
+  const __m128d sum = _mm_add_pd(product, whole);
+  const __m128d away = _mm_andnot_pd(sign, _mm_sub_pd(product, _mm_sub_pd(sum, whole)));
+  const __m128d plain =
+      _mm_and_pd(_mm_cmplt_pd(magnitude, _mm_set1_pd(99'999'999)), _mm_cmplt_pd(away, _mm_set1_pd(0.5)));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(scaled),
+                   _mm_xor_si128(_mm_castpd_si128(sum), _mm_castpd_si128(whole)));
+  return _mm_movemask_pd(plain) == 3;
+}
+
+}  // namespace fixed_digits
+
+// Writes the first kNumbers of four as "%.4f" with a blank behind each, to room for kLongestPlain + 1
+// characters a number, and returns its end. Null, with the room undefined, for what takes the general way.
+template <size_t kNumbers>
+inline char* WriteFourDecimals(const std::array<double, 4>& numbers, char* out) {
+  std::array<std::uint64_t, 4> scaled;
+  if (!fixed_digits::TenThousandths(numbers[0], numbers[1], &scaled[0]) ||
+      !fixed_digits::TenThousandths(numbers[2], numbers[3], &scaled[2])) {
+    for (size_t i = 0; i < kNumbers; ++i) {
+      const size_t length = WritePlainFixed(numbers[i], 4, out);
+      if (length == 0) return nullptr;
+      out += length;
+      *out++ = ' ';
+    }
+    return out;
+  }
+#pragma GCC unroll 4
+  for (size_t i = 0; i < kNumbers; ++i) {
+    *out = '-';
+    out += std::signbit(numbers[i]) ? 1 : 0;
+    const std::uint64_t whole = scaled[i] / 10'000;
+    const std::uint64_t rest = fixed_digits::kFourDigits[scaled[i] - whole * 10'000];
+    out += fixed_digits::WriteBelowEightDigits(static_cast<std::uint32_t>(whole), out);
+    fixed_digits::Store(rest << 8 | ('.' ^ '0') | std::uint64_t{' ' ^ '0'} << 40, out);
+    out += 6;
+  }
+  return out;
 }
 
 }  // namespace velmora

@@ -3,10 +3,17 @@
 #include <smmintrin.h>
 
 #include <bit>
-#include <cstring>
+
+#include "velmora/text/digit_bytes.h"
 
 namespace velmora {
 namespace {
+
+using digit_bytes::kTopBits;
+using digit_bytes::Load;
+using digit_bytes::NotDigits;
+using digit_bytes::TopBits;
+using digit_bytes::Value;
 
 constexpr int kMostDigits = 7;
 // A number's sign and the bytes that are looked at from its first digit on, of which fifteen can be its own.
@@ -14,29 +21,6 @@ constexpr size_t kFarthest = 1 + 16;
 
 constexpr std::array<std::int64_t, kMostDigits + 1> kPowers = {1,      10,      100,       1'000,
                                                                10'000, 100'000, 1'000'000, 10'000'000};
-
-// Eight bytes, the first one lowest; '0' to '9' become 0 to 9.
-std::uint64_t Load(const char* at) {
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, at, sizeof bytes);
-  return bytes ^ 0x3030303030303030U;
-}
-
-// The top bit of every byte that is no digit, up to the first such byte; above it anything.
-std::uint64_t NotDigits(std::uint64_t bytes) { return (bytes + 0x7676767676767676U) | bytes; }
-constexpr std::uint64_t kTopBits = 0x8080808080808080U;
-// The top bits of the lowest `count` bytes.
-constexpr std::uint64_t TopBits(int count) { return kTopBits >> (64 - 8 * count); }
-
-// The number that the lowest `count` bytes are the digits of.
-std::int64_t Value(std::uint64_t bytes, int count) {
-  bytes <<= 64 - 8 * count;  // leading zeros
-  bytes = bytes * 10 + (bytes >> 8);
-  constexpr std::uint64_t kPairs = 0x000000FF000000FFU;
-  bytes = (bytes & kPairs) * (100 + (std::uint64_t{1'000'000} << 32)) +
-          ((bytes >> 16) & kPairs) * (1 + (std::uint64_t{10'000} << 32));
-  return static_cast<std::int64_t>(bytes >> 32);
-}
 
 // The shape of the number at `p`.
 NumberShape ShapeOf(const char* p) {
