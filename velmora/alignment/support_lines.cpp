@@ -163,8 +163,9 @@ bool WriteName(const wchar_t (&name)[kNameSize], char** at) {
 }
 
 bool WriteValues(const float (&values)[6], char** at) {
-  static constexpr float kNoValues[6] = {};
-  if (std::memcmp(values, kNoValues, sizeof kNoValues) == 0) {
+  std::uint32_t bits = 0;  // those of -0 are not 0
+  for (const float value : values) bits |= std::bit_cast<std::uint32_t>(value);
+  if (bits == 0) {
     constexpr std::string_view kZeros = "  0.00   0.00   0.00   0.00   0.00   0.00";
     *at = std::copy(kZeros.begin(), kZeros.end(), *at);
     return true;
