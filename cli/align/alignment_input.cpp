@@ -8,6 +8,9 @@ namespace {
 
 std::vector<kovltype> Points(CVaglinje* alignment) {
   std::vector<kovltype> points;
+  int count = 0;
+  alignment->Where(&count);
+  points.reserve(static_cast<size_t>(count));
   for (int at = alignment->Home(); at == 0; at = (*alignment)++ == nullptr ? -1 : 0)
     points.push_back(*alignment->pael);
   return points;

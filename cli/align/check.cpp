@@ -43,15 +43,14 @@ std::string Metres(double value) {
 }
 
 void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& lines, bool descending,
-                   size_t i, std::vector<Finding>* findings) {
+                   size_t i, Findings* findings) {
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
   const int line = lines[i + 1];
   if (step == 0)
-    findings->push_back(
-        {line, "station " + FormatFixed(points[i + 1].sek, 3) + " is that of the point before"});
+    findings->Add(line, "station " + FormatFixed(points[i + 1].sek, 3) + " is that of the point before");
   else if (!(step > 0))
-    findings->push_back({line, "station " + FormatFixed(points[i + 1].sek, 3) +
-                                   " turns back; stations here " + (descending ? "fall" : "rise")});
+    findings->Add(line, "station " + FormatFixed(points[i + 1].sek, 3) + " turns back; stations here " +
+                            (descending ? "fall" : "rise"));
 }
 
 }  // namespace
@@ -63,43 +62,39 @@ double SegmentLength(const kovltype& a, const kovltype& b) {
   return ArcFromBulge(InPlane(a), InPlane(b), a.bulge).radius * 4 * std::atan(std::fabs(a.bulge));
 }
 
-std::vector<Finding> CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
-  std::vector<Finding> findings;
-  if (points.size() == 1)
-    findings.push_back({lines[0], "the plan has only this point; it needs two or more"});
+Findings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
+  Findings findings;
+  if (points.size() == 1) findings.Add(lines[0], "the plan has only this point; it needs two or more");
   const bool descending = points.size() >= 2 && points[0].sek > points[1].sek;
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
     const kovltype& b = points[i + 1];
     const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
-    if (coincident) findings.push_back({lines[i + 1], "coincides with the point before"});
+    if (coincident) findings.Add(lines[i + 1], "coincides with the point before");
     if (coincident && !IsStraight(a.bulge))
-      findings.push_back(
-          {lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points makes no arc"});
+      findings.Add(lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points makes no arc");
     else if (std::fabs(a.bulge) > 1)
-      findings.push_back({lines[i], "bulge " + FormatFixed(a.bulge, 4) +
-                                        " is an arc of more than half a circle; "
-                                        "it is run the shorter way"});
+      findings.Add(lines[i], "bulge " + FormatFixed(a.bulge, 4) +
+                                 " is an arc of more than half a circle; "
+                                 "it is run the shorter way");
     CheckStations(points, lines, descending, i, &findings);
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);
     if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
-      findings.push_back(
-          {lines[i], "stations give this segment " + Metres(step) + ", its points " + Metres(length)});
+      findings.Add(lines[i], "stations give this segment " + Metres(step) + ", its points " + Metres(length));
   }
   return findings;
 }
 
-std::vector<Finding> CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
-  std::vector<Finding> findings;
-  if (points.size() == 1)
-    findings.push_back({lines[0], "the profile has only this point; it needs two or more"});
+Findings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
+  Findings findings;
+  if (points.size() == 1) findings.Add(lines[0], "the profile has only this point; it needs two or more");
   for (size_t i = 0; i < points.size(); ++i) {
     if (points[i].y != points[i].sek)
-      findings.push_back({lines[i], "profile station " + FormatFixed(points[i].y, 3) + " and " +
-                                        FormatFixed(points[i].sek, 3) + " differ; levels need them equal"});
+      findings.Add(lines[i], "profile station " + FormatFixed(points[i].y, 3) + " and " +
+                                 FormatFixed(points[i].sek, 3) + " differ; levels need them equal");
     if (i > 0 && !(points[i].y > points[i - 1].y))
-      findings.push_back({lines[i], "profile station " + FormatFixed(points[i].y, 3) + " does not rise"});
+      findings.Add(lines[i], "profile station " + FormatFixed(points[i].y, 3) + " does not rise");
   }
   return findings;
 }

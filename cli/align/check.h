@@ -2,6 +2,7 @@
 #ifndef VELMORA_CLI_ALIGN_CHECK_H_
 #define VELMORA_CLI_ALIGN_CHECK_H_
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,11 +16,26 @@ struct Finding {
   std::string text;
 };
 
+// As many findings as anybody reads, so that a file with one in every line takes no more memory than others.
+struct Findings {
+  static constexpr size_t kMostListed = 10'000;
+
+  std::vector<Finding> listed;
+  std::int64_t left_out = 0;
+
+  void Add(int line, std::string text) {
+    if (listed.size() < kMostListed)
+      listed.push_back({line, std::move(text)});
+    else
+      ++left_out;
+  }
+};
+
 // Coincident points, bulges that make no arc, stations that stand still, turn back or differ from the
 // plan's lengths. `lines` tells where each point stands. In file order.
-std::vector<Finding> CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines);
+Findings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines);
 // Levels are looked up by rising station: what stands in the way of that.
-std::vector<Finding> CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines);
+Findings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines);
 
 struct Box {
   double min_x, max_x, min_y, max_y;

@@ -76,30 +76,33 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
 }
 
 // In the order of the file.
-std::vector<Finding> FindingsOf(const AlignmentInput& input) {
-  std::vector<Finding> findings;
+Findings FindingsOf(const AlignmentInput& input) {
+  Findings findings;
   for (const AlignmentInput::BadLine& bad : input.bad_lines)
-    findings.push_back(
+    findings.listed.push_back(
         {bad.number, bad.text.empty() ? "empty line, skipped" : "unreadable, skipped: " + Quoted(bad.text)});
-  for (auto& more :
-       {CheckPlan(input.plan, input.plan_lines), CheckProfile(input.profile, input.profile_lines)})
-    findings.insert(findings.end(), more.begin(), more.end());
-  std::stable_sort(findings.begin(), findings.end(),
+  findings.left_out = input.bad_count - static_cast<std::int64_t>(input.bad_lines.size());
+  for (const Findings& more :
+       {CheckPlan(input.plan, input.plan_lines), CheckProfile(input.profile, input.profile_lines)}) {
+    findings.listed.insert(findings.listed.end(), more.listed.begin(), more.listed.end());
+    findings.left_out += more.left_out;
+  }
+  std::stable_sort(findings.listed.begin(), findings.listed.end(),
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
   return findings;
 }
 
-void WriteTable(Sink& sink, const std::vector<Fact>& facts, const std::vector<Finding>& findings,
-                std::int64_t more) {
+void WriteTable(Sink& sink, const std::vector<Fact>& facts, const Findings& all) {
   constexpr size_t kListed = 20;
   for (const Fact& fact : facts)
     if (!fact.label.empty())
       sink.Write(fact.label + std::string(16 - fact.label.size(), ' ') + fact.text + "\n");
+  const std::vector<Finding>& findings = all.listed;
   if (findings.empty()) {
     sink.Write("Findings        none\n");
     return;
   }
-  const auto total = static_cast<std::int64_t>(findings.size()) + more;
+  const auto total = static_cast<std::int64_t>(findings.size()) + all.left_out;
   sink.Write("Findings        " + std::to_string(total) + "\n");
   for (size_t i = 0; i < std::min(findings.size(), kListed); ++i)
     sink.Write("  line " + std::to_string(findings[i].line) + ": " + findings[i].text + "\n");
@@ -109,10 +112,12 @@ void WriteTable(Sink& sink, const std::vector<Fact>& facts, const std::vector<Fi
 }
 
 // One object, with the findings as an array in it.
-void WriteJson(Sink& sink, const std::vector<Fact>& facts, const std::vector<Finding>& findings) {
+void WriteJson(Sink& sink, const std::vector<Fact>& facts, const Findings& all) {
+  const std::vector<Finding>& findings = all.listed;
   std::string text = "{\n";
   for (const Fact& fact : facts)
     if (!fact.key.empty()) text += "  " + JsonString(fact.key) + ": " + JsonCell(fact.value) + ",\n";
+  if (all.left_out > 0) text += "  \"findings_left_out\": " + std::to_string(all.left_out) + ",\n";
   text += "  \"findings\": [";
   for (size_t i = 0; i < findings.size(); ++i)
     text += (i == 0 ? "\n" : ",\n") +
@@ -121,12 +126,13 @@ void WriteJson(Sink& sink, const std::vector<Fact>& facts, const std::vector<Fin
   sink.Write(text + (findings.empty() ? "]\n}\n" : "\n  ]\n}\n"));
 }
 
-void WriteCsv(Sink& sink, const std::vector<Fact>& facts, const std::vector<Finding>& findings) {
+void WriteCsv(Sink& sink, const std::vector<Fact>& facts, const Findings& findings) {
   RecordWriter records(sink, OutputFormat::kCsv, {{"what", ""}, {"line", ""}, {"value", ""}});
   for (const Fact& fact : facts)
     if (!fact.key.empty()) records.Row({fact.key, {}, fact.value});
-  for (const Finding& finding : findings)
+  for (const Finding& finding : findings.listed)
     records.Row({std::string("finding"), static_cast<std::int64_t>(finding.line), finding.text});
+  if (findings.left_out > 0) records.Row({std::string("findings_left_out"), {}, findings.left_out});
   records.Finish();
 }
 
@@ -136,7 +142,7 @@ void AlignInfo(const InfoOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   const std::vector<Fact> facts = FactsOf(input, options.output.km);
-  const std::vector<Finding> findings = FindingsOf(input);
+  const Findings findings = FindingsOf(input);
   Sink sink(options.output.file, {options.file});
   switch (options.output.Format()) {
     case OutputFormat::kCsv:
@@ -146,7 +152,7 @@ void AlignInfo(const InfoOptions& options) {
       WriteJson(sink, facts, findings);
       break;
     case OutputFormat::kTable:
-      WriteTable(sink, facts, findings, input.bad_count - static_cast<std::int64_t>(input.bad_lines.size()));
+      WriteTable(sink, facts, findings);
       break;
   }
   sink.Finish();

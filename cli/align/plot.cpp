@@ -52,11 +52,11 @@ void AlignPlot(const PlotOptions& options) {
   drawing.name = input.Name();
   drawing.file =
       options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
-  drawing.plan = input.plan;
-  drawing.profile = input.profile;
   drawing.km_stations = options.km;
   std::string trouble;
   if (!options.points.empty()) drawing.borings = ReadBorings(options, &input, &trouble);
+  drawing.plan = std::move(input.plan);
+  drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) inputs.push_back(options.points);
   Sink sink(options.to, inputs);

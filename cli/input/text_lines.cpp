@@ -10,7 +10,7 @@
 namespace velmora::cli {
 namespace {
 
-constexpr size_t kMostLines = 1'000'000;
+constexpr size_t kMostLines = size_t{1} << 17;  // as many as a list of settings holds
 constexpr char kTooLarge[] = "is too large for a settings or code file; is it one?";
 
 }  // namespace

@@ -163,5 +163,24 @@ TEST_F(StodPunkt, PointNameCountsFromTheRight) {
   for (const auto& [file, name] : kCases) EXPECT_EQ(CStodPunkt(file).punktnamn, name) << ToUtf8(file);
 }
 
+// Three line feeds make a point of a hundred bytes: a file of nothing else is refused before it fills the
+// memory, one of many short points is not.
+TEST_F(StodPunkt, AFileOfBlankLinesIsNone) {
+  const struct {
+    const char* point;
+    int count;
+    bool read;
+  } kCases[] = {{"\n\n\n", 1000, true}, {"\n\n\n", 100'000, false}, {"P12345\n1\n\n", 100'000, true}};
+  for (const auto& c : kCases) {
+    std::string bytes = "1\n2\n3\n4\n5\n6\n*\n";
+    for (int i = 0; i < c.count; ++i) bytes += c.point;
+    CStodPunkt points = Loaded(bytes);
+    EXPECT_EQ(PointsOf(points).size(), c.read ? static_cast<size_t>(c.count) : 0U) << c.point << c.count;
+    EXPECT_EQ(messages_.boxes.size(), c.read ? 0U : 1U) << c.point << c.count;
+    EXPECT_EQ(points.huvud1, c.read ? 1 : 0);
+    messages_.boxes.clear();
+  }
+}
+
 }  // namespace
 }  // namespace velmora

@@ -187,6 +187,15 @@ TEST_F(CodeFiles, EnvironmentalCodesBySection) {
   EXPECT_EQ(TakeMessages().size(), 1u);  // the long name, once more before it went
 }
 
+TEST_F(CodeFiles, ASectionThatNoSuiteWroteIsNotRewritten) {
+  std::string bytes = "*\r\n*\r\n";
+  for (int i = 0; i < 140'000; ++i) bytes += "a\n";
+  Put(L"cfg\\MILJKOD.DAT", bytes);
+  EXPECT_EQ(inst_.MiljkodUppdatX(), 0);
+  EXPECT_TRUE(Bytes(L"cfg\\MILJKOD.DAT") == bytes);
+  EXPECT_EQ(TakeMessages().size(), 1U);
+}
+
 TEST_F(CodeFiles, LineCodes) {
   EXPECT_EQ(Lines(), (std::vector<CString>{L"0"}));
   const std::string forty(40, 'k');

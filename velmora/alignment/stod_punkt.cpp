@@ -55,8 +55,7 @@ CStodPunkt::CStodPunkt(const wchar_t* file) {
   TextReader reader;
   bool good = reader.Open(filnamn);
   if (good) {
-    Read(reader);
-    good = !reader.Failed();
+    good = Read(reader) && !reader.Failed();
     if (!good) Clear();
   }
   if (!good) ShowMessage(FormatForUser(L"Kan ej öppna stödpunkt : %s", filnamn));
@@ -92,14 +91,17 @@ void CStodPunkt::ReadPlainPoints(TextReader* reader) {
   reader->Skip(done);
 }
 
-void CStodPunkt::Read(TextReader& reader) {
+// False for a file of blank lines, which would take thirty times its size.
+bool CStodPunkt::Read(TextReader& reader) {
   CString line;
   if (!ReadHeader(reader))
     while (reader.ReadLine(&line) && !line.IsEmpty() && !BeginsWithStar(line)) {
     }
   for (;;) {
     ReadPlainPoints(&reader);
-    if (!reader.ReadLine(&line) || BeginsWithStar(line)) return;
+    if (!reader.ReadLine(&line) || BeginsWithStar(line)) return true;
+    if (antal > kManyPoints && reader.Consumed() / kFewestBytes < static_cast<std::uint64_t>(antal))
+      return false;
     line = ConvertReadLine(line);
     CString next;
     if (line.CompareNoCase(kLevelRecord) == 0) {

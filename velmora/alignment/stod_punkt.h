@@ -5,11 +5,13 @@
 //   optionally "gvy", its value, an empty line
 //   for each point: name, level, six values
 //   a line "*"
-// What the header and the six values mean is their users' affair; they are carried through.
+// Blank lines make points too, but a file of more than kManyPoints points has kFewestBytes for each of them,
+// or it counts as one that cannot be read: what the suite writes has five times as many. What the header and
+// the six values mean is their users' affair; they are carried through.
 #ifndef VELMORA_ALIGNMENT_STOD_PUNKT_H_
 #define VELMORA_ALIGNMENT_STOD_PUNKT_H_
 
-#include <functional>
+#include <cstdint>
 
 #include "velmora/core/list0.h"
 #include "velmora/export.h"
@@ -39,6 +41,9 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   CString punktnamn;
   int konvertera = 1;  // whether written point lines pass the text-conversion hook
 
+  static constexpr int kManyPoints = 1 << 16;
+  static constexpr std::uint64_t kFewestBytes = 10;
+
   // Reads the file, if one is given. One that cannot be opened or read is reported in a message box and
   // leaves an empty object; the name is kept.
   //
@@ -54,7 +59,7 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
  private:
-  void Read(TextReader& reader);
+  bool Read(TextReader& reader);
   void ReadPlainPoints(TextReader* reader);
   bool ReadHeader(TextReader& reader);
   void Clear();

@@ -62,7 +62,7 @@ bool TextReader::Start(Guess guess) {
 // Appends what the file has next; what has been returned makes room for it.
 bool TextReader::Fill() {
   if (at_end_ || failed_) return false;
-  std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
+  if (start_ > 0) std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
   end_ -= start_;
   start_ = 0;
   // A small file is there with the first read, and its end with the second.

@@ -28,7 +28,7 @@ class VELMORA_API TextReader {
   // The next line without its line end; false at the end of the file, on a read error and when a
   // line is longer than kLongestLine (a file that is no text, or grows without end).
   [[nodiscard]] bool ReadLine(CString* line);
-  static constexpr size_t kLongestLine = size_t{64} << 20;  // bytes
+  static constexpr size_t kLongestLine = size_t{4} << 20;  // bytes
 
   // For readers of plain ASCII that do without a line's text: the bytes that have been read from the file
   // and not been returned, and how many of them, whole lines, are not to be. Empty in an encoding in which

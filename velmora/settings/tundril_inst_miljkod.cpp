@@ -23,6 +23,7 @@ struct Entry {
   MiljkodLimits limits;
 };
 using Section = std::vector<Entry>;
+constexpr size_t kMostEntries = size_t{1} << 17;  // of a section that is rewritten
 
 std::shared_ptr<CodeStream> OpenSection(const CString& path, int section) {
   std::shared_ptr<CodeStream> stream = OpenCodeFile(path, kReading);
@@ -47,11 +48,15 @@ bool NextEntry(CodeStream* stream, Entry* entry, bool with_limits) {
   return false;
 }
 
-// A whole section. False when the file cannot be read to the section's end.
+// A whole section. False when the file cannot be read to the section's end, or holds more than any suite
+// wrote.
 bool ReadSection(const CString& path, int number, Section* section) {
   const std::shared_ptr<CodeStream> stream = OpenSection(path, number);
   if (stream == nullptr) return false;
-  for (Entry entry; NextEntry(stream.get(), &entry, number == kClassSection);) section->push_back(entry);
+  for (Entry entry; NextEntry(stream.get(), &entry, number == kClassSection);) {
+    if (section->size() == kMostEntries) return false;
+    section->push_back(entry);
+  }
   return !stream->ReadFailed();
 }
 
