@@ -99,6 +99,7 @@ void EnvSync(const EnvOptions& options) {
                         : file.state == UserFileState::kNewer      ? "newer"
                         : file.state == UserFileState::kOwnIniFile ? "the user's own"
                         : file.state == UserFileState::kUnreadable ? "unreadable"
+                        : file.state == UserFileState::kForbidden  ? "no name for a file"
                                                                    : "up to date";
     std::string done = "left";
     if (wanted(file)) {

@@ -2,25 +2,19 @@
 #include <map>
 #include <vector>
 
+#include "cli/absolute_path.h"
 #include "cli/codes/check.h"
+#include "cli/env/environment.h"
 #include "cli/error.h"
+#include "cli/project/check_names.h"
 #include "cli/project/commands.h"
 #include "cli/project/project_folder.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/text_file.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::cli {
 namespace {
-
-struct Finding {
-  std::string where;
-  std::int64_t line;  // 0: none
-  std::string text;
-};
-using Findings = std::vector<Finding>;
 
 std::string Shown(const CString& name) { return PathForDisplay(name); }
 
@@ -48,7 +42,7 @@ bool IsKind(const CString& path, FileKind kind) {
   return status && status->kind == kind;
 }
 
-void CheckPrograms(const CString& folder, Findings* findings) {
+void CheckPrograms(const CString& folder, ProjectFindings* findings) {
   bool any = false;
   for (const Program& program : Programs()) {
     const auto there = [&](const wchar_t* name) { return FileOrFolderExists(JoinPath(folder, name)); };
@@ -70,7 +64,7 @@ void CheckPrograms(const CString& folder, Findings* findings) {
   if (!any) findings->push_back({".", 0, "holds no program's folders or databases; is it a project?"});
 }
 
-void CheckNames(const CString& folder, Findings* findings) {
+void CheckNames(const CString& folder, ProjectFindings* findings) {
   std::map<std::wstring, CString> seen;
   for (const FoundFile& file : FindFiles(JoinPath(folder, L"*"))) {
     std::wstring lower(file.name.GetView());
@@ -84,7 +78,7 @@ void CheckNames(const CString& folder, Findings* findings) {
 }
 
 // A settings or code file, where the project has one.
-void CheckSettings(const CString& folder, const wchar_t* name, Findings* findings) {
+void CheckSettings(const CString& folder, const wchar_t* name, ProjectFindings* findings) {
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
@@ -97,28 +91,16 @@ void CheckSettings(const CString& folder, const wchar_t* name, Findings* finding
     if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.what});
 }
 
-// The area file and the alignment that it names.
-void CheckArea(const CProjPath& project, Findings* findings) {
-  if (!FileOrFolderExists(project.m_VlPath)) return;
-  const std::string where = Shown(NameOfPath(project.m_DbfKat) + L"\\" + CProjPath::TundrilVlNamn);
-  TextReader reader;
-  int stars = 0;
-  std::int64_t number = 0;
-  CString line;
-  bool open = reader.Open(project.m_VlPath);
-  while (open && stars < 2 && reader.ReadLine(&line)) {
-    ++number;
-    if (line.GetAt(0) == L'*') ++stars;
+// The folder list that a new project would get its folders from.
+CString FolderList(const std::string& given) {
+  if (!given.empty()) return PathFromSystem(AbsolutePath(given));
+  Environment environment;
+  try {
+    FindEnvironment(kUsualSub, &environment);
+  } catch (const Refusal&) {
+    return {};  // a project can be checked without an installation
   }
-  if (!open || stars < 2 || !reader.ReadLine(&line) || line.IsEmpty()) {
-    findings->push_back({where, number + 1, "names no alignment behind its second \"*\" line"});
-    return;
-  }
-  if (!StaysInsideFolder(line.GetView()))
-    findings->push_back(
-        {where, number + 1, "the alignment " + Quoted(ToUtf8(line)) + " leads out of the project"});
-  else if (!FileOrFolderExists(JoinPath(project.m_DbfKat, line)))
-    findings->push_back({where, number + 1, "the alignment " + Quoted(ToUtf8(line)) + " is missing"});
+  return environment.HasIni() ? environment.ini.ReadKey(L"ARKIV", L"MAPPAR").Trim() : CString();
 }
 
 }  // namespace
@@ -127,7 +109,7 @@ void ProjectCheck(const ProjectOptions& options) {
   const CString folder = ExistingProjectFolder(options.folder);
   CProjPath project;
   project.SetPath(folder);
-  Findings findings;
+  ProjectFindings findings;
   CheckPrograms(folder, &findings);
   CheckNames(folder, &findings);
   if (IsKind(project.m_DbfKat, FileKind::kFolder)) CheckNames(project.m_DbfKat, &findings);
@@ -136,6 +118,9 @@ void ProjectCheck(const ProjectOptions& options) {
         CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
     CheckSettings(folder, name, &findings);
   CheckArea(project, &findings);
+  CheckEntries(folder, &findings);
+  if (const CString list = FolderList(options.folder_list); !list.IsEmpty())
+    CheckFolderList(list, folder, &findings);
 
   Sink sink(options.output.file);
   const OutputFormat format = options.output.Format();
@@ -145,7 +130,7 @@ void ProjectCheck(const ProjectOptions& options) {
     return;
   }
   RecordWriter records(sink, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
-  for (const Finding& finding : findings)
+  for (const ProjectFinding& finding : findings)
     records.Row({finding.where, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
   records.Finish();
   sink.Finish();

@@ -15,6 +15,12 @@ void AddFolder(CLI::App* verb, const Options& options) {
   verb->add_option("DIR", options->folder, "The project's folder")->required();
 }
 
+void AddFolderList(CLI::App* verb, const Options& options, const std::string& what) {
+  verb->add_option("--folder-list", options->folder_list,
+                   what + " (default: the installation's, [ARKIV] MAPPAR)")
+      ->type_name("FILE");
+}
+
 }  // namespace
 
 void AddProjectCommands(CLI::App& app) {
@@ -28,9 +34,7 @@ void AddProjectCommands(CLI::App& app) {
   make->add_flag("--mirsen", options->mirsen, "Folders of post-processing and stability");
   make->add_flag("--karsk", options->karsk, "Folders of the rock and stone program");
   make->add_flag("--harbel", options->harbel, "Folders of the constructions program");
-  make->add_option("--folder-list", options->folder_list,
-                   "File with further folders, one a line (default: the installation's, [ARKIV] MAPPAR)")
-      ->type_name("FILE");
+  AddFolderList(make, options, "File with further folders, one a line");
 
   CLI::App* paths =
       AddVerb(project, "paths", "The project's files and folders, and which exist", options, ProjectPaths);
@@ -57,6 +61,7 @@ void AddProjectCommands(CLI::App& app) {
   CLI::App* check =
       AddVerb(project, "check", "What is missing or odd in a project's folder", options, ProjectCheck);
   AddFolder(check, options);
+  AddFolderList(check, options, "Folder list whose lines are looked at");
   AddOutputOptions(check, &options->output);
 }
 

@@ -1,6 +1,8 @@
 // The env and project commands, run for real: on Linux with a registry and folders of the test's own.
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "tests/cli/installed_command.h"
 #include "velmora/platform/files.h"
 
@@ -130,6 +132,37 @@ TEST_F(EnvCommand, CheckNamesFileAndLine) {
   MakeFolders(L"proj\\TUNDRIL.RIT");
   EXPECT_EQ(RunVelmora({"project", "check", Argument(L"proj")}).out, "Nothing missing, nothing odd.\n");
   ExpectRefused(RunVelmora({"project", "check", Argument(L"nowhere")}), "no such folder");
+}
+
+TEST_F(EnvCommand, CheckNamesWhatFilesNameOutsideTheProject) {
+  MakeFile(L"proj\\TUNDRIL.DBS", "");
+  for (const wchar_t* folder : {L"proj\\TUNDRIL.RIT", L"proj\\TUNDRIL.DBF"}) MakeFolders(folder);
+  MakeFile(L"road.vl", "0 0 0 0\r\n");
+  const std::pair<const char*, const char*> kAlignments[] = {{"..\\..\\road.vl", "leads out of the project"},
+                                                             {"C:\\road.vl", "leads out of the project"},
+                                                             {"\\road.vl", "leads out of the project"},
+                                                             {"road.vl:x", "leads out of the project"},
+                                                             {"nul.txt", "is a device"},
+                                                             {"Com1", "is a device"},
+                                                             {"road.vl", "is missing"}};
+  for (const auto& [name, text] : kAlignments) {
+    MakeFile(L"proj\\TUNDRIL.DBF\\TUNDRIL.VL", std::string("x\r\n*\r\n*\r\n") + name + "\r\n0 1\r\n0 1\r\n");
+    const Ran ran = RunVelmora({"project", "check", Argument(L"proj"), "--json"});
+    const json rows = json::parse(ran.out);
+    ASSERT_EQ(rows.size(), 1U) << name << ran.out;
+    EXPECT_EQ(rows[0]["line"], 4) << name;
+    EXPECT_NE(rows[0]["finding"].get<std::string>().find(text), std::string::npos) << name << ran.out;
+  }
+  MakeFile(L"proj\\TUNDRIL.DBF\\road.vl", "0 0 0 0\r\n");
+  const CString list = MakeFile(L"list.txt", "Foto\r\n\r\n..\\ute\r\n\\Karta\r\nCON\r\nD:\\ute\r\n");
+  const json rows = json::parse(
+      RunVelmora({"project", "check", Argument(L"proj"), "--folder-list", AsArgument(list), "--json"}).out);
+  ASSERT_EQ(rows.size(), 3U) << rows;
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(rows[i]["file"], AsArgument(list));
+    EXPECT_EQ(rows[i]["line"], (std::array{3, 5, 6})[i]);
+  }
+  EXPECT_FALSE(FileOrFolderExists(At(L"proj\\Foto")));  // only looked at
 }
 
 TEST_F(EnvCommand, ListSortsBothWaysAndStatusFindsBothWays) {

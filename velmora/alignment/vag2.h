@@ -51,8 +51,9 @@ class VELMORA_API CVag2 {
   int Uppdat(const wchar_t* file);
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
-  // Reads the area file at m_VlPath and then the alignment it names. -1 when the file is missing, has
-  // not the three lines, or the alignment cannot be read.
+  // Reads the area file at m_VlPath and then the alignment it names, wherever that leads. -1 when the file is
+  // missing, has not the three lines, or the alignment cannot be read; a device or a pipe counts as one that
+  // cannot be opened.
   int ReadOmr(CProjPath* project);
   // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
   // not. Returns 0; -1 with the old file as it was.

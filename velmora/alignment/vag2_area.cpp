@@ -1,12 +1,21 @@
+#include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/area_format.h"
 #include "velmora/alignment/vag2.h"
+#include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
+#include "velmora/project/folder_levels.h"
 
 namespace velmora {
 namespace {
 
 constexpr wchar_t kTemporaryName[] = L"vl.tmp";
+
+// What an area file names may be anywhere; a pipe or a device might be waited for without end.
+bool IsFile(const CString& path) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFile && !NamesDevice(path.GetView());
+}
 
 // Copies the lines up to and including the second that begins with "*".
 bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
@@ -35,7 +44,11 @@ int CVag2::ReadOmr(CProjPath* project) {
   omrAvstMin = area.offset_min;
   omrAvstMax = area.offset_max;
   if (reader.Failed() || !lines.Complete() || vlFil[0] == L'\0') return -1;
-  return Init(JoinPath(project->m_DbfKat, FieldText(vlFil))) < 0 ? -1 : 0;
+  const CString file = JoinPath(project->m_DbfKat, FieldText(vlFil));
+  if (IsFile(file)) return Init(file) < 0 ? -1 : 0;
+  Init(nullptr);
+  ShowMessage(CannotOpenAlignment(file));
+  return -1;
 }
 
 int CVag2::SaveOmr(CProjPath* project) {

@@ -15,6 +15,7 @@
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"
 #include "velmora/platform/shell_folders.h"
+#include "velmora/project/folder_levels.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -76,7 +77,7 @@ int MakeUserFolder(const CString& data_folder, const CString& sub) {
 void CopyOrShow(const CString& from_folder, const CString& to_folder, const CString& name) {
   const CString from = JoinPath(from_folder, name);
   const CString to = JoinPath(to_folder, name);
-  if (CopyWholeFile(from, to, /*keep_existing=*/false)) return;
+  if (StaysInsideFolder(name.GetView()) && CopyWholeFile(from, to, /*keep_existing=*/false)) return;
   CString message;
   message.Format(L"Kunde inte kopiera filen:\n%s\ntill:\n%s", from, to);
   ShowMessage(message);

@@ -7,6 +7,7 @@
 #include "velmora/environment/listed_files.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
+#include "velmora/project/folder_levels.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -45,9 +46,12 @@ void PlanFolder(const CString& source_folder, const CString& destination_folder,
                 std::vector<UserFile>* files) {
   for (const CString& name : FilesIn(source_folder)) {
     UserFile file{.source = JoinPath(source_folder, name), .destination = JoinPath(destination_folder, name)};
-    file.state = !copies_ini_file && EqualNoCase(name.GetView(), kIniName)
-                     ? UserFileState::kOwnIniFile
-                     : CompareFiles(file.source, file.destination);
+    if (!StaysInsideFolder(name.GetView()))
+      file.state = UserFileState::kForbidden;
+    else
+      file.state = !copies_ini_file && EqualNoCase(name.GetView(), kIniName)
+                       ? UserFileState::kOwnIniFile
+                       : CompareFiles(file.source, file.destination);
     files->push_back(std::move(file));
   }
 }
@@ -99,7 +103,7 @@ int CTundrilIni::User2Cfg(CString& folder) {
   if (user_folder.IsEmpty() || folder.IsEmpty() || !IsFolder(user_folder) || !IsFolder(folder)) return -1;
   int copied = 0;
   for (const CString& name : FilesIn(folder))
-    if (HasSettingsExtension(name) &&
+    if (HasSettingsExtension(name) && StaysInsideFolder(name.GetView()) &&
         CopyWholeFile(JoinPath(folder, name), JoinPath(user_folder, name), /*keep_existing=*/true))
       ++copied;
   return copied;

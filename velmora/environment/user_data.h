@@ -21,6 +21,7 @@ enum class UserFileState {
   kUpToDate,    // the destination is as new or newer
   kOwnIniFile,  // Velmora.ini, which is the user's own and never copied
   kUnreadable,  // the source cannot be examined
+  kForbidden,   // by its name it would go elsewhere, to a device say (project/folder_levels.h): is not copied
 };
 
 struct UserFile {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/real_path.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -32,6 +34,29 @@ bool IsDeviceName(std::wstring_view part) {
   constexpr std::wstring_view kPortNumbers = L"0123456789\u00B9\u00B2\u00B3";
   return name.size() == 4 && kPortNumbers.find(name.back()) != std::wstring_view::npos &&
          (EqualNoCase(name.substr(0, 3), L"COM") || EqualNoCase(name.substr(0, 3), L"LPT"));
+}
+
+// Whether a part of the path, between separators, is one of a kind.
+template <class Kind>
+bool HasPart(std::wstring_view path, Kind is) {
+  for (size_t start = 0; start <= path.size();) {
+    const size_t end = std::min(path.find_first_of(kSeparators, start), path.size());
+    if (is(path.substr(start, end - start))) return true;
+    start = end + 1;
+  }
+  return false;
+}
+
+// Whether what is there of `path`, which begins with `folder`, lies in the folder.
+bool IsThereInside(const CString& folder, const CString& path) {
+  const std::optional<CString> real_folder = RealPath(folder);
+  if (!real_folder) return true;  // then nothing is there
+  for (std::wstring_view there = path.GetView(); there.size() > folder.GetView().size();) {
+    if (const std::optional<CString> real = RealPath(there))
+      return (*real + L"\\").GetView().starts_with((*real_folder + L"\\").GetView());
+    there = there.substr(0, there.find_last_of(kSeparators));
+  }
+  return true;
 }
 
 }  // namespace
@@ -69,13 +94,15 @@ bool StaysInsideFolder(std::wstring_view name) {
       kSeparators.find(name.front()) != std::wstring_view::npos ||
       name.find_first_of(kNeverInNames) != std::wstring_view::npos)
     return false;
-  for (size_t start = 0; start <= name.size();) {
-    const size_t end = std::min(name.find_first_of(kSeparators, start), name.size());
-    const std::wstring_view part = name.substr(start, end - start);
-    if (GoesUp(part) || IsDeviceName(part)) return false;
-    start = end + 1;
-  }
-  return true;
+  return !HasPart(name, GoesUp) && !HasPart(name, IsDeviceName);
+}
+
+bool NamesDevice(std::wstring_view path) { return HasPart(path, IsDeviceName); }
+
+bool MayBeMadeIn(const CString& folder, std::wstring_view listed) {
+  listed.remove_prefix(std::min(listed.find_first_not_of(kSeparators), listed.size()));
+  return listed.empty() ||
+         (StaysInsideFolder(listed) && IsThereInside(folder, JoinPath(folder, CString(listed))));
 }
 
 }  // namespace velmora

@@ -1,4 +1,5 @@
-// Folders made with all that is missing above them.
+// Folders made with all that is missing above them, and the rule for names that come out of files: what is
+// made or written by such a name lies in the folder that it is meant for.
 #ifndef VELMORA_PROJECT_FOLDER_LEVELS_H_
 #define VELMORA_PROJECT_FOLDER_LEVELS_H_
 
@@ -30,6 +31,20 @@ VELMORA_API std::optional<CString> MakeFolderLevels(const CString& path);
 // begins with no separator, has no part that goes up, no drive or stream, no name of a device and at most
 // 259 characters.
 VELMORA_API bool StaysInsideFolder(std::wstring_view name);
+
+// Whether a part of the path is the name of a device, as Windows sees it in every folder: "CON", "nul.txt",
+// "COM1". What is read by such a name may never end.
+VELMORA_API bool NamesDevice(std::wstring_view path);
+
+// Whether a folder `listed` in a file can be made in `folder` and nowhere else: it stays inside, and so does
+// what is there of it already, links followed. Separators that it begins with are passed over, so a line of
+// nothing else is the folder itself.
+VELMORA_API bool MayBeMadeIn(const CString& folder, std::wstring_view listed);
+
+// A folder list is read as far as this many folders; of lines that may not be made it takes so many. What has
+// more is no list.
+inline constexpr int kMostListedFolders = 4096;
+inline constexpr int kMostRefusedFolders = 64;
 
 }  // namespace velmora
 

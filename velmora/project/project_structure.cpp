@@ -69,29 +69,31 @@ bool MakeMarkerFile(const CString& folder) {
   return false;
 }
 
-// The file that the ini file names; empty when it names none that is there.
+// The file that the ini file names; empty when it names none that is there. A device is none.
 CString FolderListFile(CTundrilIni& ini) {
   CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
   const std::optional<FileStatus> status = GetFileStatus(file);
-  if (!status || status->kind != FileKind::kFile) return {};
+  if (!status || status->kind != FileKind::kFile || NamesDevice(file.GetView())) return {};
   return file.Trim();
 }
 
-// The line is put behind the project's path, so that separators it begins with do not lead out of it.
-bool StaysInProject(std::wstring_view line) {
-  line.remove_prefix(std::min(line.find_first_not_of(L"\\/"), line.size()));
-  return line.empty() || StaysInsideFolder(line);
-}
-
-// A line that leads out of the project is told and passed over.
+// A line that leads out of the project is told and passed over, and so is the one with which a file is too
+// long for a list.
 bool MakeListedFolders(const CString& project, const CString& list) {
   TextReader reader;
   if (list.IsEmpty() || !reader.Open(list)) return true;
   CString line;
-  for (int number = 1; reader.ReadLine(&line); ++number) {
+  int listed = 0;
+  int refused = 0;
+  for (int number = 1; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
     if (line.IsEmpty()) continue;
-    if (!StaysInProject(line.GetView())) {
+    if (++listed > kMostListedFolders) {
       TellLineRefused(list, number, line);
+      break;
+    }
+    if (!MayBeMadeIn(project, line.GetView())) {
+      TellLineRefused(list, number, line);
+      ++refused;
     } else if (!MakeLevelsOrTell(JoinPath(project, line))) {
       return false;
     }
