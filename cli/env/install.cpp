@@ -1,5 +1,6 @@
 #include "cli/absolute_path.h"
 #include "cli/env/commands.h"
+#include "cli/env/registry_trouble.h"
 #include "cli/env/sample_files.h"
 #include "cli/error.h"
 #include "velmora/common/paths.h"
@@ -8,6 +9,7 @@
 #include "velmora/platform/files.h"
 #include "velmora/platform/profile.h"
 #include "velmora/platform/registry_store.h"
+#include "velmora/platform/text_file.h"
 #include "velmora/project/folder_levels.h"
 
 namespace velmora::cli {
@@ -35,28 +37,49 @@ void PutRegistry(HKEY root, const CString& path, const wchar_t* name, const CStr
     throw Refusal("the registry cannot be written; check the path in VELMORA_REGISTRY and its permissions");
 }
 
-// A folder that the shell has registered. A system without one gets the folder given.
-CString ShellFolder(HKEY root, const wchar_t* name, const CString& otherwise) {
+// Empty when there is no such value. A registry that cannot be read is not taken for one without it: what is
+// written then would replace it.
+CString RegisteredText(HKEY root, const CString& path, const wchar_t* name) {
   CRegistry registry;
   registry.SetRootKey(root);
-  const CString known =
-      registry.SetKey(kShellFolders, 0, KEY_READ) != 0 ? registry.ReadString(name, L"") : CString();
-  if (!known.IsEmpty()) return known;
-  PutRegistry(root, kShellFolders, name, otherwise);
-  return otherwise;
+  CString text;
+  if (registry.SetKey(path, 0, KEY_READ) != 0) text = registry.ReadString(name, L"");
+  const int error = registry.m_nLastError;
+  if (error != kRegistryDone && error != kRegistryNotFound)
+    throw Refusal("the registry: " + RegistryTrouble(error));
+  return text;
+}
+
+// A folder that the shell has registered. A system without one gets the folder given.
+CString ShellFolder(HKEY root, const wchar_t* name, const CString& otherwise) {
+  const CString known = RegisteredText(root, kShellFolders, name);
+  if (known.IsEmpty()) PutRegistry(root, kShellFolders, name, otherwise);
+  return known.IsEmpty() ? otherwise : known;
 }
 
 // The installation that is registered for this sub-key already; empty when there is none.
 CString RegisteredFolder(const CString& sub) {
-  CRegistry registry;
-  registry.SetRootKey(HKEY_LOCAL_MACHINE);
   for (const wchar_t* branch : {L"DIST", L"RELEASE", L"R20"}) {
     const CString path = CString(L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\") + branch + L"\\" + sub;
-    if (registry.SetKey(path, 0, KEY_READ) == 0) continue;
-    const CString folder = registry.ReadString(L"InstallPath", L"");
+    const CString folder = RegisteredText(HKEY_LOCAL_MACHINE, path, L"InstallPath");
     if (!folder.IsEmpty()) return folder;
   }
   return CString();
+}
+
+// Puts the key MAPPAR into an ini file without one. A profile that cannot be read has no keys, so it is read
+// here.
+void PutFolderList(const CString& ini, const CString& list) {
+  TextReader reader;
+  bool named = false;
+  const bool open = reader.Open(ini);
+  for (CString line; open && reader.ReadLine(&line);) {
+    const int equals = line.Find(L'=');
+    named = named || (equals > 0 && line.Left(equals).Trim().CompareNoCase(L"MAPPAR") == 0 &&
+                      !line.Mid(equals + 1).Trim().IsEmpty());
+  }
+  Require(open && !reader.Failed(), ini, "cannot be read");
+  Require(named || WriteProfile(L"ARKIV", L"MAPPAR", list, ini), ini, "cannot be written");
 }
 
 CString AbsoluteFolder(const std::string& given) {
@@ -95,9 +118,7 @@ void EnvInstall(const EnvOptions& options) {
           "; The installation of the current "
           "user\r\n[SYSTEM]\r\nACADVER=24\r\nCIVILDRAWINGVER=24\r\nAUTOGEN=NEJ\r\n"
           "POSTCAD=AUTOCAD\r\nBANKCAD=AUTOCAD\r\n\r\n[ARKIV]\r\n");
-  if (ReadProfile(L"ARKIV", L"MAPPAR", ini).IsEmpty())
-    Require(WriteProfile(L"ARKIV", L"MAPPAR", JoinPath(user_folder, L"MAPPAR.TXT"), ini), ini,
-            "cannot be written");
+  PutFolderList(ini, JoinPath(user_folder, L"MAPPAR.TXT"));
   // The same for programs that go by the environment variable TUNDRIL.
   PutFile(JoinPath(program, kIniName), "[SYSTEM]\r\nACADVER=24\r\n");
 
