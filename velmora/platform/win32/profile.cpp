@@ -8,6 +8,7 @@
 #include "velmora/platform/profile_file.h"
 #include "velmora/platform/profile_text.h"
 #include "velmora/platform/types.h"
+#include "velmora/text/codepage.h"
 
 namespace velmora {
 namespace {
@@ -72,7 +73,10 @@ bool WriteProfile(const CString& section, const CString& key, const wchar_t* val
   if (path.IsEmpty() || !ProfileCanHold(section.GetView(), key.GetView(), text)) return false;
   const auto status = GetFileStatus(path);
   if (status && (status->kind != FileKind::kFile || status->write_protected)) return false;
-  const TextEncoding encoding = ProfileEncoding(path);
+  // A file that cannot be read just now is not taken for one without a mark.
+  const std::optional<std::string> bytes = status ? ReadProfileBytes(path) : std::string();
+  if (!bytes) return false;
+  const TextEncoding encoding = EncodingFromMark(*bytes);
   if (!SystemKnows(encoding)) return WriteProfileFile(section, key, value, path);
   // The system would write a question mark.
   if (!CanEncode(section, encoding) || !CanEncode(key, encoding) || !CanEncode(CString(value), encoding))
