@@ -199,8 +199,8 @@ bool PosixNewFile::TakeTheName(Existing existing) {
     if (futimens(file_.Get(), times.data()) != 0) return false;
   }
   if (FlushToDisk(file_.Get(), temporary_) != 0 || !IsStillOurs()) return false;
-  const auto rename = existing == Existing::kKeep ? RenameToFreeName : RenameOver;
-  if (rename(temporary_, target_) != 0) return false;
+  const auto take = existing == Existing::kKeep ? RenameToFreeName : RenameOver;
+  if (take(temporary_, target_) != 0) return false;
   // The file has its name now; a folder that cannot be flushed changes nothing about that.
   (void)FlushFolder(target_);
   file_.Close();

@@ -1,0 +1,80 @@
+// What the command writes itself.
+#include <gtest/gtest.h>
+
+#include "cli/env/commands.h"
+#include "cli/error.h"
+#include "cli/output/sink.h"
+#include "tests/reliability/operations.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::testing {
+namespace {
+
+// "1", or what the refusal says behind the file's name.
+template <class Command>
+std::string Result(Command command) {
+  try {
+    command();
+  } catch (const cli::Refusal& refusal) {
+    const std::string text = refusal.what();
+    const size_t colon = text.find(": ");
+    return "0 " + (colon == std::string::npos ? text : text.substr(colon + 2));
+  }
+  return "1";
+}
+
+}  // namespace
+
+void AddCommandOperations(std::vector<Operation>* operations) {
+  operations->push_back(
+      {.name = "WriteAResult",
+       .covers = "",
+       .prepare = [](Scene& s) { s.MakeFile(L"OUT.CSV", "old\n"); },
+       .run =
+           [](Scene& s) {
+             return Result([&] {
+               cli::Sink sink(PathForDisplay(s.At(L"OUT.CSV")));
+               sink.Write(std::string(100'000, 'r'));
+               sink.Finish();
+             });
+           },
+       .failures = {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was "
+                    "changed there"}});
+  operations->push_back(
+      {.name = "InstallASample",
+       .covers = "",
+       .prepare =
+           [](Scene& s) {
+             s.RegisterDataFolders();
+             s.Register(HKEY_LOCAL_MACHINE, kR20, L"InstallPath", s.At(L"to\\Program"));
+             s.Register(HKEY_LOCAL_MACHINE, kR20, L"Package", L"Own");
+             s.MakeIni(kUser, "\r\n[ARKIV]\r\nMAPPAR=own list.txt\r\n");
+           },
+       .run =
+           [](Scene& s) {
+             cli::EnvOptions options;
+             options.to = PathForDisplay(s.At(L"to"));
+             ::testing::internal::CaptureStdout();
+             const std::string result = Result([&] { cli::EnvInstall(options); });
+             ::testing::internal::GetCapturedStdout();
+             return result;
+           },
+       .failures =
+           {"0 the folder cannot be made; check the permissions and the space there",
+            "0 the file cannot be written; check the permissions and the space there",
+            "0 cannot be read; check the permissions and the space there", "0 the disk is full",
+            "0 the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions",
+            "0 the registry cannot be written; check the path in VELMORA_REGISTRY and its permissions"},
+       .several = true,
+       .registry = Registry::kInstallation});
+}
+
+std::vector<Operation> AllOperations() {
+  std::vector<Operation> operations;
+  for (const auto add : {AddFileOperations, AddSettingsOperations, AddAlignmentOperations,
+                         AddEnvironmentOperations, AddRegistryOperations, AddCommandOperations})
+    add(&operations);
+  return operations;
+}
+
+}  // namespace velmora::testing

@@ -1,0 +1,266 @@
+// Every operation that writes, with every call to the disk failing in every way, and with the power cut
+// behind every call: each file is wholly the old or wholly the new one, nothing else has changed, what
+// failed says so, and the next run makes up for it and leaves nothing beside the files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <set>
+#include <tuple>
+#include <vector>
+
+#include "tests/reliability/faulty_database.h"
+#include "tests/reliability/faulty_disk.h"
+#include "tests/reliability/operations.h"
+#include "tests/reliability/tree.h"
+#include "tests/support/environment_variable.h"
+#include "tests/support/shell.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::testing {
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+constexpr int kLong = 60;  // calls
+
+struct Count {
+  int calls = 0;
+  int faults = 0;
+  int cuts = 0;
+  int states = 0;
+
+  Count& operator+=(const Count& other) {
+    calls += other.calls;
+    faults += other.faults;
+    cuts += other.cuts;
+    states += other.states;
+    return *this;
+  }
+};
+
+std::map<std::string, Count>& Counts() {
+  static std::map<std::string, Count> counts;
+  return counts;
+}
+
+// Tells at the end what was done; with VELMORA_SWEEP_TABLE set, of each operation.
+class Figures : public ::testing::Environment {
+ public:
+  // A folder in memory spares the thousands of flushes.
+  void SetUp() override {
+    const char* const folder = std::getenv("VELMORA_TEST_FOLDER");
+    if (folder == nullptr) return;
+    for (const wchar_t* name : {L"TMP", L"TMPDIR"})
+      variables_.push_back(std::make_unique<EnvironmentVariable>(name, PathFromSystem(ShellPath(folder))));
+  }
+  void TearDown() override {
+    const bool table = std::getenv("VELMORA_SWEEP_TABLE") != nullptr;
+    Count all;
+    for (const auto& [name, count] : Counts()) {
+      all += count;
+      if (table)
+        std::printf("| %s | %d | %d | %d | %d |\n", name.c_str(), count.calls, count.faults, count.cuts,
+                    count.states);
+    }
+    std::printf("%zu operations, %d calls, %d faults, %d power cuts with %d states of the disk\n",
+                Counts().size(), all.calls, all.faults, all.cuts, all.states);
+  }
+
+ private:
+  std::vector<std::unique_ptr<EnvironmentVariable>> variables_;
+};
+const ::testing::Environment* const kFigures = ::testing::AddGlobalTestEnvironment(new Figures);
+
+// What a replacement that came to no end may leave, until the next one.
+bool IsTemporary(const std::string& path) {
+  return path.ends_with(".velmora-new") || path.ends_with(".velmora-ini") || path.ends_with(".tmp");
+}
+
+// Any order; times do not count.
+bool IsBefore(const Tree& a, const Tree& b) {
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                      [](const auto& x, const auto& y) {
+                                        return std::tie(x.first, x.second.folder, x.second.bytes) <
+                                               std::tie(y.first, y.second.folder, y.second.bytes);
+                                      });
+}
+
+Files WithoutTemporaries(Files files) {
+  std::erase_if(files, [](const auto& file) { return IsTemporary(file.first); });
+  return files;
+}
+
+std::string At(const Files& files, const std::string& path) {
+  const auto found = files.find(path);
+  return found == files.end() ? "(none)" : "=" + found->second;
+}
+
+class Sweep : public ::testing::TestWithParam<Operation> {
+ protected:
+  Sweep() : disk_(scene_.Root()) {
+    SetDiskOfDatabases(op_.registry == Registry::kUnused ? nullptr : &disk_);
+    disk_.Begin({});
+    op_.prepare(scene_);
+    tree_ = ReadTree(scene_.Root());
+    before_ = View();
+    // Both what it does and that doing it again changes nothing are the measure for all that follows.
+    disk_.Begin({});
+    told_ = Run();
+    events_ = disk_.Events();
+    calls_ = disk_.Calls();
+    after_ = View();
+    told_again_ = Run();
+  }
+  ~Sweep() override { SetDiskOfDatabases(nullptr); }
+
+  Files View() { return scene_.View(op_.registry); }
+  std::string Run() { return scene_.Told(op_.run(scene_)); }
+
+  // Whether each file is the old or the new one. `whole`: every file is of the same kind.
+  ::testing::AssertionResult IsOldOrNew(const Files& files, bool whole) const {
+    std::set<std::string> paths;
+    for (const Files* some : {&before_, &after_, &files})
+      for (const auto& [path, bytes] : *some) paths.insert(path);
+    bool all_old = true;
+    bool all_new = true;
+    for (const std::string& path : paths) {
+      const std::string is = At(files, path);
+      const bool old = is == At(before_, path);
+      const bool fresh = is == At(after_, path);
+      if (!old && !fresh && !(IsTemporary(path) && At(before_, path) == "(none)"))
+        return ::testing::AssertionFailure()
+               << path << " is neither the old nor the new one: " << is.substr(0, 300);
+      if (old || fresh) all_old = all_old && old, all_new = all_new && fresh;
+    }
+    if (whole && !all_old && !all_new)
+      return ::testing::AssertionFailure() << "some files are old and some new";
+    return ::testing::AssertionSuccess();
+  }
+
+  // Nothing is in the way any more.
+  void ExpectTheNextRunToFinish(bool settles) {
+    disk_.Begin({});
+    Run();
+    const Files files = View();
+    EXPECT_TRUE(settles ? files == after_ : bool{IsOldOrNew(files, false)})
+        << "the next run does not finish it";
+    for (const auto& [path, bytes] : files) EXPECT_TRUE(!IsTemporary(path)) << path;
+  }
+
+  // False when there are fewer calls.
+  bool TryFault(const Fault& fault) {
+    MakeTree(scene_.Root(), tree_);
+    disk_.Begin(fault);
+    const std::string told = Run();
+    if (disk_.Calls() < fault.at) return false;
+    ++count_.faults;
+    disk_.Begin({});
+    const Files files = View();
+    if (told == op_.done && WithoutTemporaries(files) == after_) {
+      ++succeeded_;
+    } else {
+      EXPECT_TRUE(std::count(op_.failures.begin(), op_.failures.end(), told) == 1) << told;
+      EXPECT_TRUE(IsOldOrNew(files, !op_.several)) << told;
+      // Who says that it failed has changed nothing.
+      if (told != op_.done && !op_.several) {
+        for (const auto& [path, bytes] : before_) EXPECT_EQ(At(files, path), At(before_, path)) << told;
+      }
+      seen_.insert(told);
+    }
+    ExpectTheNextRunToFinish(op_.settles);
+    return true;
+  }
+
+  void SweepFaults(const Fault& kind, std::string_view name) {
+    for (Fault fault = kind; !HasFailure(); ++fault.at) {
+      const ::testing::ScopedTrace trace(
+          __FILE__, __LINE__,
+          std::string(name) + ", call " + std::to_string(fault.at) + (fault.lasting ? " and later" : ""));
+      if (!TryFault(fault)) break;
+    }
+  }
+
+  Files FilesAfter(const Tree& state) {
+    MakeTree(scene_.Root(), state);
+    disk_.Begin({});
+    return View();
+  }
+
+  const Operation& op_ = GetParam();
+  Scene scene_;
+  FaultyDisk disk_;
+  Tree tree_;
+  Files before_, after_;
+  std::string told_, told_again_;
+  std::vector<DiskEvent> events_;
+  int calls_ = 0;
+  int succeeded_ = 0;
+  std::set<std::string> seen_;
+  Count count_;
+};
+
+TEST_P(Sweep, EveryCallFailsInEveryWay) {
+  ASSERT_EQ(told_, op_.done);
+  ASSERT_NE(before_, after_);
+  ASSERT_EQ(View(), after_) << "a second run changes something";
+  // On Windows the registry is the system's.
+  if (calls_ == 0 && !Promises().database_is_a_file && op_.registry != Registry::kUnused) return;
+  ASSERT_GT(calls_, 0);
+  using enum DiskTrouble;
+  // On Windows another program's hold on a file looks like a denial, and is waited for, up to seconds.
+  const bool all = !Promises().denials_are_waited_for || op_.name == "ReplaceAFile";
+  // The many calls of a long operation are the same ones again and again.
+  const bool is_long = calls_ > kLong;
+  for (const bool lasting : {false, true}) {
+    if (!is_long || lasting) SweepFaults({.at = 1, .lasting = lasting, .trouble = kFull}, "full");
+    if (!is_long || !lasting) SweepFaults({.at = 1, .lasting = lasting, .trouble = kFailing}, "failing");
+    if (!is_long && (all || !lasting))
+      SweepFaults({.at = 1, .lasting = lasting, .trouble = kDenied}, "denied");
+  }
+  const int failed = count_.faults - succeeded_;
+  // On Windows that is another program's hold on a file, which only opening and renaming wait for.
+  if (!is_long && !Promises().denials_are_waited_for)
+    SweepFaults({.at = 1, .trouble = kPassing}, "interrupted");
+  if (!is_long) SweepFaults({.at = 1, .most = 1}, "one byte written");
+  EXPECT_EQ(count_.faults - succeeded_, failed) << "what passes is no failure";
+  // The disk gets full within a write.
+  if (!is_long) SweepFaults({.at = 1, .lasting = true, .trouble = kFull, .most = 1}, "full behind one byte");
+  for (const std::string& stray : disk_.Strays()) ADD_FAILURE() << stray << " was changed";
+  // Some come from the registry only.
+  if (op_.registry == Registry::kUnused || Promises().database_is_a_file) {
+    for (const std::string& failure : op_.failures)
+      EXPECT_TRUE(seen_.contains(failure)) << "never seen: " << failure;
+  }
+  count_.calls = calls_;
+  Counts()[op_.name] += count_;
+}
+
+TEST_P(Sweep, ThePowerGoesBehindEveryCall) {
+  UnsureDisk disk(tree_);
+  std::set<Tree, bool (*)(const Tree&, const Tree&)> seen(IsBefore);
+  for (size_t made = 0; !HasFailure(); ++made) {
+    ++count_.cuts;
+    for (const Tree& state : disk.States()) {
+      const ::testing::ScopedTrace trace(__FILE__, __LINE__, "behind " + std::to_string(made) + " changes");
+      if (made == events_.size() && Promises().folders_are_flushed && !op_.forgets) {
+        EXPECT_TRUE(FilesAfter(state) == after_) << "it is told as done and may get lost";
+      }
+      if (!seen.insert(state).second) continue;
+      ++count_.states;
+      EXPECT_TRUE(IsOldOrNew(FilesAfter(state), !op_.several));
+      ExpectTheNextRunToFinish(true);
+    }
+    if (made == events_.size()) break;
+    disk.Apply(events_[made]);
+  }
+  Counts()[op_.name] += count_;
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, Sweep, ::testing::ValuesIn(AllOperations()),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace velmora::testing

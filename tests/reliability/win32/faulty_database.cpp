@@ -1,0 +1,11 @@
+#include "tests/reliability/faulty_database.h"
+
+namespace velmora::testing {
+
+DiskPromises Promises() {
+  return {.database_is_a_file = false, .folders_are_flushed = false, .denials_are_waited_for = true};
+}
+
+void SetDiskOfDatabases(FaultyDisk* /*disk*/) {}
+
+}  // namespace velmora::testing
