@@ -105,7 +105,8 @@ void CheckArea(const CProjPath& project, ProjectFindings* findings) {
   }
   const std::string alignment = "the alignment " + Quoted(ToUtf8(line));
   if (NamesDevice(line.GetView()))
-    findings->push_back({where, number, alignment + " is a device and cannot be read"});
+    findings->push_back(
+        {where, number, alignment + " has the name of a device, which Windows does not read as a file"});
   else if (!StaysInsideFolder(line.GetView()) || !MayBeMadeIn(project.m_DbfKat, line.GetView()))
     findings->push_back({where, number, alignment + " leads out of the project"});
   else if (!IsFile(JoinPath(project.m_DbfKat, line)))
@@ -114,7 +115,7 @@ void CheckArea(const CProjPath& project, ProjectFindings* findings) {
 
 void CheckFolderList(const CString& list, const CString& folder, ProjectFindings* findings) {
   TextReader reader;
-  if (!IsFile(list) || NamesDevice(list.GetView()) || !reader.Open(list)) return;
+  if (!IsFile(list) || !reader.Open(list)) return;
   const std::string where = PathForDisplay(list);
   CString line;
   int listed = 0;

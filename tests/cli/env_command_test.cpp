@@ -142,8 +142,8 @@ TEST_F(EnvCommand, CheckNamesWhatFilesNameOutsideTheProject) {
                                                              {"C:\\road.vl", "leads out of the project"},
                                                              {"\\road.vl", "leads out of the project"},
                                                              {"road.vl:x", "leads out of the project"},
-                                                             {"nul.txt", "is a device"},
-                                                             {"Com1", "is a device"},
+                                                             {"nul.txt", "has the name of a device"},
+                                                             {"Com1", "has the name of a device"},
                                                              {"road.vl", "is missing"}};
   for (const auto& [name, text] : kAlignments) {
     MakeFile(L"proj\\TUNDRIL.DBF\\TUNDRIL.VL", std::string("x\r\n*\r\n*\r\n") + name + "\r\n0 1\r\n0 1\r\n");

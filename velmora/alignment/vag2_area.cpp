@@ -4,7 +4,6 @@
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/project/folder_levels.h"
 
 namespace velmora {
 namespace {
@@ -14,7 +13,7 @@ constexpr wchar_t kTemporaryName[] = L"vl.tmp";
 // What an area file names may be anywhere; a pipe or a device might be waited for without end.
 bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile && !NamesDevice(path.GetView());
+  return status && status->kind == FileKind::kFile;
 }
 
 // Copies the lines up to and including the second that begins with "*".

@@ -73,7 +73,7 @@ bool MakeMarkerFile(const CString& folder) {
 CString FolderListFile(CTundrilIni& ini) {
   CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
   const std::optional<FileStatus> status = GetFileStatus(file);
-  if (!status || status->kind != FileKind::kFile || NamesDevice(file.GetView())) return {};
+  if (!status || status->kind != FileKind::kFile) return {};
   return file.Trim();
 }
 

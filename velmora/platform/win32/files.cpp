@@ -46,6 +46,13 @@ FileStatus StatusOf(const Data& data) {
   return status;
 }
 
+// "NUL", "aux.txt" and their like are devices in every folder, where the system says so.
+bool NamesDevice(const wchar_t* path) {
+  wchar_t full[MAX_PATH] = L"";
+  const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
+  return length > 4 && length < MAX_PATH && std::wstring_view(full, length).starts_with(LR"(\\.\)");
+}
+
 std::optional<FileStatus> StatusBehindLink(const wchar_t* path) {
   const FileHandle file(
       CreateFileW(path, 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
@@ -98,6 +105,11 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
   const bool there = Persist(kLongestDenialMs, kLongestDenialMs, [&] {
     return GetFileAttributesExW(SystemPath(path), GetFileExInfoStandard, &data) != 0;
   });
+  if (NamesDevice(SystemPath(path))) {
+    FileStatus status;
+    status.kind = FileKind::kOther;
+    return status;
+  }
   if (!there) return std::nullopt;
   if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return StatusBehindLink(SystemPath(path));
   return StatusOf(data);
