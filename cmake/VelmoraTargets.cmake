@@ -6,12 +6,19 @@ target_compile_options(velmora_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${VELMORA_WERROR}>:-Werror>
   # GCC 12 sees overlaps inside operator+ of std::string that are not there.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
-  -fvisibility=hidden -fvisibility-inlines-hidden
+  # Fuzz targets reach what programs do not.
+  $<$<NOT:$<BOOL:${VELMORA_FUZZ}>>:-fvisibility=hidden$<SEMICOLON>-fvisibility-inlines-hidden>
   # The same bits from every compiler and processor: no fused multiply-add behind our back.
   -ffp-contract=off)
 if(VELMORA_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
   add_link_options(-fsanitize=address,undefined)
+endif()
+if(VELMORA_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "VELMORA_FUZZ needs clang: -DCMAKE_CXX_COMPILER=clang++")
+  endif()
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(WIN32)
   target_compile_definitions(velmora_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)

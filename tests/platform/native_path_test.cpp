@@ -24,6 +24,8 @@ TEST(NativePath, DrivesAndSeparators) {
                {L"\\nowhere\\a/b", "/nowhere/a/b"},
                {L"c:/a\\b", "/nowhere/c/a/b"},
                {L"C:", "/nowhere/c"},
+               {L"C:\\..\\.\\..\\a\\.\\", "/nowhere/c/a/"},
+               {L"C:/a/b/../../../c\\..", "/nowhere/c/"},
                {L"C:a", "C:a"},
                {L"CC:\\a", "CC:/a"},
                {L"1:\\a", "1:/a"},

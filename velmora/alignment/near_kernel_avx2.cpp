@@ -7,8 +7,10 @@
 
 #include "velmora/alignment/near_kernel.h"
 
+// For GCC, then for clang; each passes over the other's.
 #pragma GCC push_options    // NOLINT: for GCC
 #pragma GCC target("avx2")  // NOLINT: for GCC
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
 
 namespace velmora {
 namespace {
@@ -45,4 +47,5 @@ NearRoutines NearRoutinesAvx2() { return {FindNear, MeasureChords}; }
 
 }  // namespace velmora
 
+#pragma clang attribute pop
 #pragma GCC pop_options  // NOLINT: for GCC

@@ -102,7 +102,9 @@ bool TextReader::TakeLine(std::string_view* bytes) {
     if (failed_ || rest.empty()) return false;
     *bytes = Pending();
     start_ = end_;
-    ended_ = false;
+    // Half a character at the end: the line feed of a program that knows bytes only.
+    ended_ = unit == 2 && bytes->size() % unit != 0 && bytes->back() == '\n';
+    if (ended_) *bytes = WithoutCarriageReturn(bytes->substr(0, bytes->size() - 1), encoding_);
     return true;
   }
 }
@@ -155,6 +157,7 @@ bool TextWriter::Begin(const CString& target, const CString& temporary) {
     encoding_ = TextEncoding::kWindows1252;
   }
   bytes_ = ByteOrderMark(encoding_);
+  at_start_ = true;
   failed_ = false;
   return true;
 }
@@ -187,6 +190,8 @@ void TextWriter::WriteAscii(std::string_view lines) {
 }
 
 void TextWriter::Flush() {
+  if (at_start_ && EncodingFromMark(bytes_) != encoding_) failed_ = true;
+  at_start_ = false;
   failed_ = failed_ || !file_.Write(bytes_);
   bytes_.clear();
 }

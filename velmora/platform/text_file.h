@@ -77,7 +77,7 @@ class VELMORA_API TextWriter {
   // FileReplacement::Begin.
   [[nodiscard]] bool Begin(const CString& target, const CString& temporary = CString());
   // Appends text as it stands; each "\n" becomes CR LF. A character that the encoding lacks makes
-  // this and Commit fail.
+  // this and Commit fail. So does, in Windows-1252, a start of the text that would be read as a mark.
   void Write(std::wstring_view text);
   // The same for ASCII with its line ends as they are on disk.
   void WriteAscii(std::string_view lines);
@@ -92,7 +92,8 @@ class VELMORA_API TextWriter {
   FileReplacement file_;
   TextEncoding encoding_ = TextEncoding::kWindows1252;
   std::string bytes_;
-  bool failed_ = true;  // until begun
+  bool at_start_ = true;  // of the file
+  bool failed_ = true;    // until begun
 };
 
 }  // namespace velmora

@@ -55,6 +55,23 @@ char DriveLetter(std::string_view path) {
   return c >= 'a' && c <= 'z' ? c : '\0';
 }
 
+// A path behind a drive's letter without "." and "..", by its names alone as on Windows: nothing is above a
+// drive's root.
+std::string WithoutDots(std::string_view path) {
+  std::string plain;
+  for (size_t start = 0; start <= path.size();) {
+    const size_t end = std::min(path.find('/', start), path.size());
+    const std::string_view name = path.substr(start, end - start);
+    if (name == "..") {
+      plain.resize(plain.find_last_of('/', plain.size() - 2) + 1);
+    } else if (name != ".") {
+      plain.append(name).append(end < path.size() ? "/" : "");
+    }
+    start = end + 1;
+  }
+  return plain;
+}
+
 bool Exists(const std::string& path) {
   struct stat status {};
   return lstat(path.c_str(), &status) == 0;
@@ -149,7 +166,7 @@ std::string NativePath(const CString& path) {
   if (const char letter = DriveLetter(*bytes)) {
     const std::string folder = DriveFolder(letter);
     if (folder.empty()) return {};
-    *bytes = folder + bytes->substr(2);
+    *bytes = folder + WithoutDots(std::string_view(*bytes).substr(2));
   }
   return MatchNames(*bytes);
 }

@@ -2,7 +2,8 @@
 //
 //   \             a slash
 //   X:\ or X:     the folder that stands for the drive: the environment variable VELMORA_DRIVE_X, else
-//                 velmora/drive_x in the user's data folder ($XDG_DATA_HOME, else ~/.local/share)
+//                 velmora/drive_x in the user's data folder ($XDG_DATA_HOME, else ~/.local/share);
+//                 ".." goes by names, and from the root of the drive nowhere
 //   letter case   a name that does not exist as spelled is the entry of its folder that differs in
 //                 letter case only; of several the first by character number
 //

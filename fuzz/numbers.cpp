@@ -1,0 +1,89 @@
+// Text to numbers and back, encodings to text and back, and lines of numbers the quick way.
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "cli/station_text.h"
+#include "fuzz/support/input.h"
+#include "fuzz/support/scratch.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/number_lines.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::fuzz {
+namespace {
+
+void RequireEncodingsKeep(std::string_view bytes) {
+  for (const TextEncoding encoding :
+       {TextEncoding::kWindows1252, TextEncoding::kUtf8, TextEncoding::kUtf16Le, TextEncoding::kUtf16Be}) {
+    const std::string_view whole = IsUtf16(encoding) ? bytes.substr(0, bytes.size() / 2 * 2) : bytes;
+    std::wstring text;
+    std::string again;
+    AppendDecoded(whole, encoding, &text);
+    Require(AppendEncoded(text, encoding, &again), "what was read can be written");
+    if (encoding != TextEncoding::kUtf8 || IsValidUtf8(whole)) Require(again == whole, "as it was");
+  }
+}
+
+void RequireNumber(const std::string& word) {
+  const std::optional<double> number = ParseWholeNumber(std::wstring(word.begin(), word.end()));
+  if (!number) return;
+  char* end = nullptr;
+  Require(Same(std::strtod(word.c_str(), &end), *number) && *end == '\0',
+          "a number as the C library reads it");
+  Require(std::isfinite(*number), "no infinity");
+  for (const int decimals : {0, 2, 3, 4, 6}) {
+    char text[512];
+    std::snprintf(text, sizeof text, "%.*f", decimals, *number);
+    Require(FormatFixed(*number, decimals) == text, "decimals as the C library writes them");
+  }
+  const std::string shortest = FormatShortest(*number);
+  Require(Same(std::strtod(shortest.c_str(), nullptr), *number), "the shortest text reads back");
+  if (std::fabs(*number) > 1e9) return;
+  for (const bool km : {false, true}) {
+    const std::optional<double> station = cli::ParseStation(cli::StationText(*number, km));
+    Require(station && std::fabs(*station - *number) < 0.001, "a station reads back");
+  }
+}
+
+void RequireLines(std::string bytes, int count) {
+  bytes.append(NumberLines::kSlack, '\n');
+  for (const bool quickest : {true, false}) {
+    NumberLines lines(count, quickest);
+    std::string_view rest = bytes;
+    std::array<double, 4> numbers{};
+    while (!rest.empty()) {
+      const size_t length = lines.Read(rest, &numbers);
+      const size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
+      if (length > 0) {
+        const std::string_view line = rest.substr(0, end);
+        std::array<double, 4> expected{};
+        const auto wanted = static_cast<size_t>(count);
+        Require(length == end, "a whole line");
+        Require(ScanNumbers(std::wstring(line.begin(), line.end()), expected) >= wanted,
+                "that has the numbers");
+        for (size_t i = 0; i < wanted; ++i) Require(Same(numbers[i], expected[i]), "and these are they");
+      }
+      rest.remove_prefix(end);
+    }
+  }
+}
+
+}  // namespace
+
+void Run(const Input& input) {
+  const std::string& bytes = input.File();
+  RequireEncodingsKeep(bytes);
+  for (size_t start = 0; start < bytes.size();) {
+    const size_t end = std::min(bytes.find_first_of(" \t\n\v\f\r", start), bytes.size());
+    const std::string word = bytes.substr(start, end - start);
+    if (word.find('\0') == std::string::npos) RequireNumber(word);
+    if (const auto station = cli::ParseStation(word)) Require(std::isfinite(*station), "a station is finite");
+    start = end + 1;
+  }
+  RequireLines(bytes, 3);
+  RequireLines(bytes, 4);
+}
+
+}  // namespace velmora::fuzz

@@ -1,0 +1,64 @@
+// Lists of points: row by row, and by the block as many threads read them.
+#include "cli/align/point_list.h"
+#include "cli/error.h"
+#include "fuzz/support/input.h"
+#include "fuzz/support/scratch.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::fuzz {
+namespace {
+
+using Points = std::vector<cli::ListedPoint>;
+
+bool SamePoint(const cli::ListedPoint& a, const cli::ListedPoint& b) {
+  return a.line == b.line && a.id == b.id && a.problem == b.problem &&
+         a.level.has_value() == b.level.has_value() && Same(a.northing, b.northing) &&
+         Same(a.easting, b.easting) && Same(a.level.value_or(0), b.level.value_or(0));
+}
+
+Points RowByRow(const std::string& file) {
+  cli::PointList list(file);
+  Points points;
+  for (cli::ListedPoint point; list.Next(&point);) points.push_back(point);
+  return points;
+}
+
+Points ByTheBlock(const std::string& file) {
+  cli::PointList list(file);
+  Points points;
+  cli::ListedPoint first;
+  if (list.TakeFirst(&first)) points.push_back(first);
+  const cli::RowLayout layout = list.Layout();
+  for (cli::RowBlock block; list.NextBlock(&block);) cli::PointsOfBlock(block, layout, &points);
+  return points;
+}
+
+// What a refusal says, empty without one.
+template <class Read>
+std::string Try(Read read, const std::string& file, Points* points) {
+  try {
+    *points = read(file);
+  } catch (const cli::Refusal& refusal) {
+    const std::string what = refusal.what();
+    Require(what == cli::Printable(what) && !what.empty(), "a refusal is one line");
+    return what;
+  }
+  return {};
+}
+
+}  // namespace
+
+void Run(const Input& input) {
+  const CString path = Put(L"points.csv", input.File());
+  const std::string file = PathForDisplay(path);
+  Points rows;
+  Points blocks;
+  Require(Try(RowByRow, file, &rows) == Try(ByTheBlock, file, &blocks), "both ways refuse the same");
+  Require(std::equal(rows.begin(), rows.end(), blocks.begin(), blocks.end(), SamePoint),
+          "both ways read the same");
+  Require(rows.size() <= LinesOf(path).size(), "no more points than lines");
+  for (const cli::ListedPoint& point : rows)
+    Require(point.problem == cli::Printable(point.problem), "a problem is one line");
+}
+
+}  // namespace velmora::fuzz

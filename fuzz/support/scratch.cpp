@@ -1,0 +1,98 @@
+#include "fuzz/support/scratch.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "fuzz/support/input.h"
+#include "velmora/common/messages.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/text_file.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::fuzz {
+namespace {
+
+int g_boxes = 0;
+int g_status_texts = 0;
+
+const TemporaryFolder& Folder() {
+  static const TemporaryFolder& folder = []() -> const TemporaryFolder& {
+    if (std::filesystem::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", /*overwrite=*/0);
+    static const TemporaryFolder made;
+    const std::string path = PathForDisplay(made.Path());
+    for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) setenv(name, path.c_str(), 1);
+    setenv("VELMORA_REGISTRY", (path + "/registry.db").c_str(), 1);
+    SetMessageBoxHandler([](const MessageBoxCall&) {
+      ++g_boxes;
+      return IDOK;
+    });
+    SetStatusBarHandler([](const CString&) {
+      ++g_status_texts;
+      return true;
+    });
+    return made;
+  }();
+  return folder;
+}
+
+}  // namespace
+
+CString Scratch(const CString& name) { return Folder().File(name); }
+
+CString Put(const CString& name, std::string_view bytes) {
+  const CString path = Scratch(name);
+  WriteBytes(path, bytes);
+  return path;
+}
+
+int Boxes() { return g_boxes; }
+int StatusTexts() { return g_status_texts; }
+
+std::vector<CString> LinesOf(const CString& path) {
+  std::vector<CString> lines;
+  TextReader reader;
+  if (!reader.Open(path)) return lines;
+  for (CString line; reader.ReadLine(&line);) lines.push_back(line);
+  return lines;
+}
+
+std::optional<std::string> InUtf16(std::string_view bytes) {
+  const TextEncoding encoding = EncodingFromMark(bytes);
+  if (IsUtf16(encoding)) return std::nullopt;
+  std::wstring text;
+  AppendDecoded(bytes.substr(ByteOrderMark(encoding).size()), encoding, &text);
+  std::string wide(ByteOrderMark(TextEncoding::kUtf16Le));
+  Require(AppendEncoded(text, TextEncoding::kUtf16Le, &wide), "UTF-16 holds every text that was read");
+  return wide;
+}
+
+bool CanHold(std::string_view file, std::wstring_view text) {
+  const TextEncoding encoding = EncodingFromMark(file);
+  std::string bytes(ByteOrderMark(encoding));
+  return AppendEncoded(text, encoding, &bytes) && EncodingFromMark(bytes) == encoding;
+}
+
+std::vector<CString> WordsOf(const CString& line) {
+  std::vector<CString> words;
+  bool inside = false;
+  for (const wchar_t c : line.GetView()) {
+    if (!IsBlank(c) && !inside) words.emplace_back();
+    inside = !IsBlank(c);
+    if (inside) words.back() += c;
+  }
+  return words;
+}
+
+CString UpToZero(const CString& line) { return CString(line.GetString()); }
+
+double Rewritten(double value, int decimals) {
+  const std::string text = FormatFixed(value, decimals);
+  return ParseNumber(std::wstring(text.begin(), text.end())).value();
+}
+
+bool Same(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+}  // namespace velmora::fuzz

@@ -1,0 +1,45 @@
+// Where the fuzz targets keep their files, and what they compare.
+#ifndef VELMORA_FUZZ_SUPPORT_SCRATCH_H_
+#define VELMORA_FUZZ_SUPPORT_SCRATCH_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/test_files.h"
+#include "velmora/text/string.h"
+
+namespace velmora::fuzz {
+
+// A file of this process's own folder, in memory where the system has such a disk. At the first call the
+// library's messages become silent and the user's folders and registry are moved there too.
+CString Scratch(const CString& name);
+// The same with this content.
+CString Put(const CString& name, std::string_view bytes);
+
+// How many boxes and status texts there have been.
+int Boxes();
+int StatusTexts();
+
+// The lines of a file as the library reads them.
+std::vector<CString> LinesOf(const CString& path);
+// The same text in UTF-16, which the quick ways of reading plain lines do not know; nothing when the text
+// is that already.
+std::optional<std::string> InUtf16(std::string_view bytes);
+// Whether a file like this one can hold the text, also at its start.
+bool CanHold(std::string_view file, std::wstring_view text);
+
+// The words of a line.
+std::vector<CString> WordsOf(const CString& line);
+// Up to a zero, as the settings files are read.
+CString UpToZero(const CString& line);
+
+// A number as it is read back after it was written with so many decimals.
+double Rewritten(double value, int decimals);
+// To the last bit.
+bool Same(double a, double b);
+
+}  // namespace velmora::fuzz
+
+#endif  // VELMORA_FUZZ_SUPPORT_SCRATCH_H_
