@@ -17,13 +17,13 @@ void Run(const Input& input) {
   if (!FileOrFolderExists(ini.m_iniPath)) ini.WriteKey(L"ARKIV", L"MAPPAR", list);
   const CString box = Scratch(L"box");
   MakeFolder(box);
-  const std::vector<CString> around = NamesIn(Scratch(L"").Left(Scratch(L"").GetLength() - 1));
+  const std::vector<CString> around = NamesIn(ScratchFolder());
   CProjPath project;
   const int made = project.CreateProjectStructure(box + L"\\proj", &ini, 1, 0, 0, 0, 0, 0, 1);
   Require(made == 0 || made == 1, "made or not");
   const std::vector<CString> in_box = NamesIn(box);
   Require(in_box.size() == 1 && in_box[0] == L"proj", "nothing beside the project");
-  Require(NamesIn(Scratch(L"").Left(Scratch(L"").GetLength() - 1)) == around, "nor above it");
+  Require(NamesIn(ScratchFolder()) == around, "nor above it");
   std::filesystem::remove_all(PathForDisplay(box));
 }
 

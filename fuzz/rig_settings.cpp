@@ -1,11 +1,9 @@
 // JB23.PAR: its records, its values on disk, and writes that leave every other line. Arguments: a value, then
 // keys that it is written under.
-#include "fuzz/support/input.h"
+#include "fuzz/support/code_rows.h"
 #include "fuzz/support/scratch.h"
-#include "velmora/project/proj_path.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/jb23_par.h"
-#include "velmora/settings/tundril_inst.h"
 
 namespace velmora::fuzz {
 namespace {
@@ -37,13 +35,11 @@ void RequireOneLineChanges(const std::vector<CString>& before, const std::vector
 }  // namespace
 
 void Run(const Input& input) {
-  CProjPath project;
-  project.SetPath(Scratch(L"").Left(Scratch(L"").GetLength() - 1));
+  ProjectSettings settings;
   const CString path = Put(L"JB23.PAR", input.File());
   std::vector<CString> lines = LinesOf(path);
-  RequireRecords(&project, lines);
-  CTundrilInst facade;
-  facade.Init(nullptr, &project);
+  RequireRecords(&settings.project, lines);
+  CTundrilInst& facade = settings.facade;
   for (const size_t i : {0U, 1U, 8U, 10U}) {
     const CString line = i < lines.size() ? lines[i] : CString();
     Require(facade.Jb23ReadKey(kJb23Lines[i].scale) == Word(line, false), "a scale is a line's first word");

@@ -1,10 +1,8 @@
 // Files of lines "key=value": reading, look-ups and writes beside a plain model. Arguments: pairs of a key
 // and its new value.
-#include "fuzz/support/input.h"
+#include "fuzz/support/code_rows.h"
 #include "fuzz/support/scratch.h"
-#include "velmora/project/proj_path.h"
 #include "velmora/settings/tundril_cfg.h"
-#include "velmora/settings/tundril_inst.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::fuzz {
@@ -78,10 +76,8 @@ void Run(const Input& input) {
   CTundrilCFG file(L"Fuzz", path);
   Require(Held(&file) == model, "every line becomes the record that it is");
 
-  CProjPath project;
-  project.SetPath(Scratch(L"").Left(Scratch(L"").GetLength() - 1));
-  CTundrilInst facade;
-  facade.Init(nullptr, &project);
+  ProjectSettings settings;
+  CTundrilInst& facade = settings.facade;
   for (size_t i = 0; i + 1 < input.Arguments(); i += 2) {
     const CString key = input.Text(i);
     const CString value = input.Text(i + 1);

@@ -53,7 +53,7 @@ void ForEachLine(const RowBlock& block, Take take) {
     const size_t end = rest.find('\n');
     std::string_view line = rest.substr(0, end);
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
     take(line, number);
   }
 }

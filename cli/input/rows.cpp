@@ -100,7 +100,7 @@ bool RowReader::NextBlock(RowBlock* block) {
   if (IsUtf16(block->encoding)) {
     block->encoding = TextEncoding::kUtf8;
     while (block->bytes.size() < kBlockSize && reader_.ReadLine(&text_)) {
-      block->bytes += ToUtf8(text_) + "\n";
+      block->bytes += ToUtf8(text_) + "\r\n";
       ++line_;
     }
   } else if (reader_.ReadBlock(kBlockSize, &block->bytes, kLongestBytes)) {

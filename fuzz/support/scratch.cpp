@@ -1,5 +1,6 @@
 #include "fuzz/support/scratch.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -41,6 +42,8 @@ const TemporaryFolder& Folder() {
 }  // namespace
 
 CString Scratch(const CString& name) { return Folder().File(name); }
+
+const CString& ScratchFolder() { return Folder().Path(); }
 
 CString Put(const CString& name, std::string_view bytes) {
   const CString path = Scratch(name);
@@ -94,5 +97,17 @@ double Rewritten(double value, int decimals) {
 }
 
 bool Same(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+bool SamePoints(const std::vector<kovltype>& a, const std::vector<kovltype>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const kovltype& p, const kovltype& q) {
+    return Same(p.x, q.x) && Same(p.y, q.y) && Same(p.bulge, q.bulge) && Same(p.sek, q.sek);
+  });
+}
+
+std::vector<kovltype> Rewritten(std::vector<kovltype> points) {
+  for (kovltype& p : points)
+    for (double* number : {&p.x, &p.y, &p.bulge, &p.sek}) *number = Rewritten(*number, 4);
+  return points;
+}
 
 }  // namespace velmora::fuzz

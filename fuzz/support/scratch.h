@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/support/test_files.h"
+#include "velmora/alignment/alignment_point.h"
 #include "velmora/text/string.h"
 
 namespace velmora::fuzz {
@@ -15,6 +16,7 @@ namespace velmora::fuzz {
 // A file of this process's own folder, in memory where the system has such a disk. At the first call the
 // library's messages become silent and the user's folders and registry are moved there too.
 CString Scratch(const CString& name);
+const CString& ScratchFolder();
 // The same with this content.
 CString Put(const CString& name, std::string_view bytes);
 
@@ -39,6 +41,9 @@ CString UpToZero(const CString& line);
 double Rewritten(double value, int decimals);
 // To the last bit.
 bool Same(double a, double b);
+bool SamePoints(const std::vector<kovltype>& a, const std::vector<kovltype>& b);
+// Points as they are read back after they were written.
+std::vector<kovltype> Rewritten(std::vector<kovltype> points);
 
 }  // namespace velmora::fuzz
 

@@ -10,8 +10,8 @@
 // GCC 12 takes the operands that its own header leaves open for mistakes.
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"  // NOLINT: for GCC
 // For GCC, then for clang; each passes over the other's.
-#pragma GCC push_options                                // NOLINT: for GCC
-#pragma GCC target("avx512f")                           // NOLINT: for GCC
+#pragma GCC push_options       // NOLINT: for GCC
+#pragma GCC target("avx512f")  // NOLINT: for GCC
 #pragma clang attribute push(__attribute__((target("avx512f"))), apply_to = function)
 
 namespace velmora {
