@@ -27,21 +27,40 @@ void RequireStored(const RegistryKey& key, unsigned type, const std::string& byt
             "a buffer that is too small is told");
 }
 
-void ReadAsEverything(const CString& name) {
+// One of the types, for each call opens the registry.
+void ReadAs(unsigned which, const CString& name) {
   CRegistry registry;
   registry.SetKey(kKey, 0, KEY_READ);
-  registry.ReadBool(name, 0);
-  registry.ReadDword(name, 0);
-  registry.ReadFloat(name, 0);
-  registry.ReadDateTime(name, {});
   CPoint point;
   CSize size;
   CRect rect;
   CFont font;
-  registry.ReadPoint(name, &point);
-  registry.ReadSize(name, &size);
-  registry.ReadRect(name, &rect);
-  registry.ReadFont(name, &font);
+  switch (which % 8) {
+    case 0:
+      registry.ReadBool(name, 0);
+      break;
+    case 1:
+      registry.ReadDword(name, 0);
+      break;
+    case 2:
+      registry.ReadFloat(name, 0);
+      break;
+    case 3:
+      registry.ReadDateTime(name, {});
+      break;
+    case 4:
+      registry.ReadPoint(name, &point);
+      break;
+    case 5:
+      registry.ReadSize(name, &size);
+      break;
+    case 6:
+      registry.ReadRect(name, &rect);
+      break;
+    default:
+      registry.ReadFont(name, &font);
+      break;
+  }
   Require(registry.ReadString(name, L"").GetLength() <= kLongestString, "a text has a limit");
 }
 
@@ -58,10 +77,10 @@ void Run(const Input& input) {
   const int made = key.Create(HKEY_CURRENT_USER, kKey, KEY_ALL_ACCESS);
   if (!is_database) {
     Require(made == kRegistryDone, "the key is made");
-    const auto type = static_cast<unsigned>(input.Number(0)) & 0xFFU;
+    const auto type = static_cast<unsigned>(input.Bytes(0).empty() ? 0 : input.Bytes(0)[0] & 0x7F);
     Require(key.Write(kValue, type, bytes) == kRegistryDone, "every value can be written");
     RequireStored(key, type, bytes);
-    ReadAsEverything(kValue);
+    ReadAs(type, kValue);
     return;
   }
   std::vector<StoredValue> values;
@@ -70,8 +89,8 @@ void Run(const Input& input) {
   key.Count(&counts[0], &counts[1]);
   key.ListKeys(&keys);
   key.ListValues(&values);
-  for (const StoredValue& value : values) ReadAsEverything(value.name);
-  if (key.Write(kValue, REG_SZ, "ab") == kRegistryDone) ReadAsEverything(kValue);
+  for (const StoredValue& value : values) ReadAs(value.type, value.name);
+  if (key.Write(kValue, REG_SZ, "ab") == kRegistryDone) ReadAs(REG_SZ, kValue);
   key.Delete(kValue);
   key.Close();
   DeleteRegistryKey(HKEY_CURRENT_USER, kKey);

@@ -131,7 +131,7 @@ TEST_F(Registry, TypedValuesAreStoredAsTheirBytes) {
 TEST_F(Registry, TheSizeDecidesAndNotTheType) {
   Store(REG_SZ, "\6\0\0\0"s);
   EXPECT_EQ(registry_.ReadInt(L"v", -1), 6);
-  for (const size_t length : {3, 93}) {
+  for (const size_t length : {size_t{3}, size_t{93}}) {
     Store(REG_BINARY, std::string(length, '\1'));
     EXPECT_EQ(registry_.ReadBool(L"v", 8), 8);
     EXPECT_EQ(registry_.ReadColor(L"v", 9), 9U);

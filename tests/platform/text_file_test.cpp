@@ -55,6 +55,7 @@ TEST_F(TextFile, LineEnds) {
       {"\xFF\xFE\x67\x0A\0\x01"s, L"\u0A67\u0100"},
       {"\xFE\xFF\x67\0\x0A\x67"s, L"\u6700\u0A67"},
       {"\xFF\xFEg\0\n\0x"s, L"g\nx"},  // half a unit at the end
+      {"\xFF\xFEg\0\r\0\n"s, L"g\n"},  // that ends a line
       {"\xFF", L"\u00FF"},
   };
   for (const auto& each : cases) {
@@ -67,7 +68,8 @@ TEST_F(TextFile, LinesOfAnyLengthMeetTheBuffersAnywhere) {
   for (const std::string& mark : {""s, "\xFF\xFE"s}) {
     std::string bytes = mark;
     std::wstring text;
-    for (const size_t length : {0, 1, 65'530, 65'536, 65'537, 3, 200'001, 0, 131'070}) {
+    for (const size_t length :
+         std::initializer_list<size_t>{0, 1, 65'530, 65'536, 65'537, 3, 200'001, 0, 131'070}) {
       text += std::wstring(length, L'x') + L'\n';
       for (const char c : std::string(length, 'x') + "\r\n") {
         bytes += c;
@@ -99,6 +101,7 @@ TEST_F(TextFile, WriterThatFailsOrGivesUpLeavesTheFile) {
   ASSERT_TRUE(Rewrite(path_, L"\u00E5\u20AC\n\n"));
   EXPECT_FALSE(Rewrite(path_, L"\u0416\n" + std::wstring(100'000, L'x')));
   EXPECT_FALSE(Rewrite(path_, std::wstring(100'000, L'x') + L"\u0416"));  // late, much is written
+  EXPECT_FALSE(Rewrite(path_, L"\u00FF\u00FEx"));                         // would be read as a mark
   {
     TextWriter writer;
     EXPECT_FALSE(writer.Commit());  // never begun
