@@ -148,7 +148,7 @@ void ExpectTextsApart(const std::string& svg) {
 }
 
 TEST(Plot, NoTextCoversAnother) {
-  for (const size_t borings : {0, 20, 90, 150, 151}) {
+  for (const size_t borings : std::initializer_list<size_t>{0, 20, 90, 150, 151}) {
     SCOPED_TRACE(borings);
     PlotInput input = Road(borings);
     const std::string svg = DrawAlignment(input);
@@ -183,7 +183,7 @@ TEST(Plot, ArcsAreTheLibrarys) {
     EXPECT_NEAR(x[4], ArcFromBulge(InPlane(plan[1]), InPlane(plan[2]), bulge).radius * millimetres, 0.001);
     EXPECT_EQ(x[7], 0);
     EXPECT_EQ(x[8], bulge < 0 ? 1 : 0);
-    for (const size_t point : {1, 2}) {  // north is up on this sheet
+    for (const size_t point : std::initializer_list<size_t>{1, 2}) {  // north is up on this sheet
       const double* at = point == 1 ? &x[2] : &x[9];
       EXPECT_NEAR(at[0] - x[0], (plan[point].y - plan[0].y) * millimetres, 0.002);
       EXPECT_NEAR(x[1] - at[1], (plan[point].x - plan[0].x) * millimetres, 0.002);
