@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <ranges>
 
 namespace velmora::testing {
 namespace {
@@ -39,7 +38,8 @@ Tree ReadTree(const fs::path& root) {
 
 void MakeTree(const fs::path& root, const Tree& tree) {
   const Tree now = ReadTree(root);
-  for (const auto& [path, entry] : std::views::reverse(now)) {
+  for (auto at = now.rbegin(); at != now.rend(); ++at) {  // what is in a folder before the folder
+    const auto& [path, entry] = *at;
     const auto wanted = tree.find(path);
     if (wanted == tree.end() || wanted->second.folder != entry.folder) fs::remove(In(root, path));
   }
