@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "velmora/alignment/segment_bounds.h"
+#include "velmora/platform/large_memory.h"
 
 namespace velmora {
 
@@ -41,21 +42,36 @@ class GroundOrder {
   };
   // Takes the answer to each point of a batch once, in any order, and then puts them where they belong: first
   // with those whose places are close by, so that nothing is written all over a large array.
-  void Keep(const Answer& answer) { answers_[next_[answer.from >> kPlacesBits]++] = answer; }
+  void Keep(const Answer& answer) {
+    Answer* const place = &answers_[next_[answer.from >> kPlacesBits]++];
+    __builtin_prefetch(place + kAhead, 1);
+    *place = answer;
+  }
   void HandBack(size_t count, double* station, double* offset, int* result) const;
 
  private:
   static constexpr unsigned kPlacesBits = 13;
+  static constexpr size_t kAhead = 10;  // answers: memory is asked for before it is written
+
+  struct GiveBack {
+    void operator()(void* memory) const { GiveLargeMemoryBack(memory); }
+  };
+  template <class T>
+  using LargeArray = std::unique_ptr<T[], GiveBack>;
+  template <class T>
+  static LargeArray<T> Take(size_t count) {
+    return LargeArray<T>(static_cast<T*>(TakeLargeMemory(count * sizeof(T))));
+  }
 
   PlanePoint low_;
   double per_metre_;
   int columns_ = 1;
   int rows_ = 1;
   size_t most_;
-  std::unique_ptr<Point[]> points_;
-  std::unique_ptr<std::uint32_t[]> cells_;  // of the caller's points
+  LargeArray<Point> points_;
+  LargeArray<std::uint32_t> cells_;  // of the caller's points
   std::unique_ptr<std::uint32_t[]> starts_;
-  std::unique_ptr<Answer[]> answers_;  // those with places from i << kPlacesBits on at that position
+  LargeArray<Answer> answers_;  // those with places from i << kPlacesBits on at that position
   std::vector<std::uint32_t> next_;
 };
 

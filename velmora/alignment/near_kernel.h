@@ -28,8 +28,8 @@ struct NearView {
   bool descending;
 };
 
-inline constexpr size_t kNearBlock = 64;  // points at a time, at most
-inline constexpr int kNearUnsolved = 1;   // a result that is left to be worked out
+inline constexpr size_t kNearBlock = 128;  // points at a time, at most
+inline constexpr int kNearUnsolved = 1;    // a result that is left to be worked out
 
 // Answers those of up to kNearBlock points whose square is known and that plainly have their foot on one
 // segment; the result of the others is kNearUnsolved, with their outputs untouched.

@@ -16,6 +16,8 @@ constexpr size_t kMostSorted = size_t{1} << 20;
 constexpr size_t kSegmentsInCell = 60;
 constexpr size_t kMostCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
+// Of points in the caller's order; where memory is waited for, longer blocks wait less often.
+constexpr size_t kShortBlock = kNearBlock / 2;
 
 }  // namespace
 
@@ -85,8 +87,8 @@ void PlanSearch::FindPoints(size_t first, size_t count, GroundOrder* order) cons
 
 void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
                              int* result) const {
-  for (size_t done = 0; done < count; done += kNearBlock)
-    FindBlock(x + done, y + done, std::min(kNearBlock, count - done), station + done, offset + done,
+  for (size_t done = 0; done < count; done += kShortBlock)
+    FindBlock(x + done, y + done, std::min(kShortBlock, count - done), station + done, offset + done,
               result + done);
 }
 
