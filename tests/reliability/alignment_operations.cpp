@@ -17,9 +17,12 @@ void Fill(CVaglinje* line, int points) {
 
 void PrepareLine(Scene& s) { s.CopyExample("road.vl", L"P\\TUNDRIL.DBF\\A.VL"); }
 
+// More of others' lines than is read at a time, so that reading may fail among them.
 void SetArea(Scene& s) {
+  std::string others;
+  while (others.size() < 300'000) others += "others' line " + std::to_string(others.size()) + "\r\n";
   s.MakeFile(L"P\\TUNDRIL.DBF\\TUNDRIL.VL",
-             "others' lines\r\n*\r\nå more\r\n*\r\nOLD.VL\r\n0.000 1.000\r\n-1.000 1.000\r\nbehind\r\n");
+             others + "*\r\nå more\r\n*\r\nOLD.VL\r\n0.000 1.000\r\n-1.000 1.000\r\nbehind\r\n");
 }
 
 std::string SaveArea(Scene& s) {
