@@ -94,7 +94,13 @@ void AddSettingsOperations(std::vector<Operation>* operations) {
        .several = true});  // the file is written all the same
   add({.name = "WriteARigParameter",
        .covers = "CTundrilInst::Jb23WriteKey",
-       .prepare = PrepareCopies,
+       .prepare =
+           [](Scene& s) {
+             // Longer than what is read at a time.
+             std::string lines;
+             while (lines.size() < 300'000) lines += std::to_string(lines.size()) + "   50\r\n";
+             s.MakeFile(L"cfg\\JB23.PAR", lines);
+           },
        .run = [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"USKALA", L"700")); },
        .done = "700",
        .failures = {"700"}});
