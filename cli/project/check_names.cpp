@@ -120,7 +120,8 @@ void CheckFolderList(const CString& list, const CString& folder, ProjectFindings
   CString line;
   int listed = 0;
   int refused = 0;
-  for (std::int64_t number = 1; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
+  std::int64_t number = 1;
+  for (; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
     if (line.IsEmpty()) continue;
     const std::string quoted = "the folder " + Quoted(ToUtf8(line));
     if (++listed > kMostListedFolders) {
@@ -132,6 +133,8 @@ void CheckFolderList(const CString& list, const CString& folder, ProjectFindings
     findings->push_back(
         {where, number, quoted + " is not made: it leads out of the project or is no folder's name"});
   }
+  if (reader.Failed())
+    findings->push_back({where, number, "cannot be read from here on; is it a folder list?"});
 }
 
 }  // namespace velmora::cli

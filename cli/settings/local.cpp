@@ -68,6 +68,12 @@ bool IsCopy(const FileStatus& file, const FileStatus& source) {
   return file.size == source.size && std::abs(file.modified - source.modified) <= kCoarsest;
 }
 
+// The same for the content that a file gets where there is none to copy.
+bool IsEmptyOne(const FileStatus& file, std::wstring_view content) {
+  const auto line_ends = static_cast<size_t>(std::count(content.begin(), content.end(), L'\n'));
+  return file.kind == FileKind::kFile && file.size == content.size() + line_ends;
+}
+
 // What has become of the file, from what it is now.
 std::string Done(const Planned& planned) {
   if (planned.before && !planned.replaced) return "kept";
@@ -75,7 +81,7 @@ std::string Done(const Planned& planned) {
   if (planned.source.IsEmpty() && planned.file.otherwise == nullptr)
     return after ? "kept" : "not made, the installation has none";
   const std::optional<FileStatus> source = GetFileStatus(planned.source);
-  const bool good = planned.source.IsEmpty() ? after && after->kind == FileKind::kFile
+  const bool good = planned.source.IsEmpty() ? after && IsEmptyOne(*after, planned.file.otherwise)
                                              : after && source && IsCopy(*after, *source);
   if (!good) return planned.replaced ? "could not be replaced" : "could not be made";
   return planned.source.IsEmpty() ? "made empty" : planned.replaced ? "replaced" : "copied";

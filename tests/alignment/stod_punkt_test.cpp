@@ -53,6 +53,16 @@ TEST_F(StodPunkt, AFileIsReadAndWrittenBack) {
   EXPECT_EQ(ReadBytes(other), written.substr(0, written.find("gvy")) + written.substr(written.find("BH")));
 }
 
+TEST_F(StodPunkt, AFileThatCouldNotBeReadIsNotReplaced) {
+  const std::string bytes = std::string(5'000'000, 'x') + kFile;
+  CStodPunkt points = Loaded(bytes);
+  EXPECT_EQ(points.Uppdat(nullptr), -1);
+  EXPECT_TRUE(ReadBytes(file_) == bytes);
+  EXPECT_EQ(messages_.boxes.size(), 2U);
+  EXPECT_EQ(points.Uppdat(folder_.File(L"B.STP")), 0);
+  EXPECT_EQ(CStodPunkt(folder_.File(L"C.STP")).Uppdat(nullptr), 0) << "it was not there";
+}
+
 // The six values are scanned from the last message instead of their line.
 TEST_F(StodPunkt, SixValuesStayZero) {
   FormatForUser(L"Fel rad : %s", L"9 9 9 9 9 9");

@@ -142,6 +142,10 @@ TEST_F(NamesFromFiles, AFileThatIsNoFolderListIsReadSoFarOnly) {
   EXPECT_EQ(MakeListed(lines + "Karta\n"), 1);
   EXPECT_EQ(messages_.boxes.size(), static_cast<size_t>(kMostRefusedFolders));
   EXPECT_EQ(NamesIn(project_.m_ProjKat), (std::vector<CString>{L"Foto", L"Rit", L"TUNDRIL.DBF"}));
+  messages_.boxes.clear();
+  EXPECT_EQ(MakeListed("Rit\n" + std::string(5'000'000, 'x') + "\nKarta\n"), 1);
+  ASSERT_EQ(messages_.boxes.size(), 1U);
+  EXPECT_EQ(messages_.boxes[0].text, L"Otillåten katalog i listan " + At(L"list.txt") + L", rad 2:\n");
 }
 
 }  // namespace

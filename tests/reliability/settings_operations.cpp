@@ -35,6 +35,13 @@ std::string NotUpdated(const std::string& path) {
   return Box("Update Velmora Settings", "Could not open file for write\n@\\" + path);
 }
 
+// Lines that are read in several pieces.
+std::string LongerThanARead() {
+  std::string lines;
+  while (lines.size() < 300'000) lines += std::to_string(lines.size()) + "   50\r\n";
+  return lines;
+}
+
 std::string WriteConfiguration(Scene& s) {
   CTundrilCFG configuration(&s.ini);
   return std::to_string(configuration.WriteKey(L"ENHET", L"FOT"));
@@ -94,13 +101,7 @@ void AddSettingsOperations(std::vector<Operation>* operations) {
        .several = true});  // the file is written all the same
   add({.name = "WriteARigParameter",
        .covers = "CTundrilInst::Jb23WriteKey",
-       .prepare =
-           [](Scene& s) {
-             // Longer than what is read at a time.
-             std::string lines;
-             while (lines.size() < 300'000) lines += std::to_string(lines.size()) + "   50\r\n";
-             s.MakeFile(L"cfg\\JB23.PAR", lines);
-           },
+       .prepare = [](Scene& s) { s.MakeFile(L"cfg\\JB23.PAR", LongerThanARead()); },
        .run = [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"USKALA", L"700")); },
        .done = "700",
        .failures = {"700"}});
@@ -160,7 +161,8 @@ void AddSettingsOperations(std::vector<Operation>* operations) {
        .forgets = true});
   add({.name = "WriteObjectCodes",
        .covers = "CTundrilInst::KodfilDatWrite",
-       .prepare = PrepareCopies,
+       .prepare =
+           [](Scene& s) { s.MakeFile(L"cfg\\KODFIL.DAT", LongerThanARead() + "*\r\nold   text\r\n*\r\n"); },
        .run =
            [](Scene& s) {
              CTundrilInst facade = Facade(s);

@@ -3,6 +3,7 @@
 
 #include <clocale>
 #include <string>
+#include <thread>
 
 #include "tests/settings/settings_folders.h"
 #include "velmora/settings/jb23_format.h"
@@ -158,6 +159,25 @@ TEST(LocaleCheckAndFix, APointAfterAnyLocale) {
   EXPECT_STREQ(std::localeconv()->decimal_point, ".");
   EXPECT_EQ(std::setlocale(LC_CTYPE, nullptr), text);
   std::setlocale(LC_NUMERIC, before.c_str());
+}
+
+// Each of two writers finds its own value after every write, also while the other one writes another line.
+TEST_F(TundrilInst, TwoWritersOfRigSettingsLoseNothing) {
+  Put(L"cfg\\JB23.PAR", "1 1\r\n1 1\r\n1 1\r\n");
+  const auto write = [this](const wchar_t* key) {
+    CTundrilInst inst;
+    inst.Init(&ini_, &project_);
+    for (int i = 100; i < 160; ++i) {
+      CString value;
+      value.Format(L"%d", i);
+      inst.Jb23WriteKey(key, value);
+      EXPECT_EQ(inst.Jb23ReadKey(key), value);
+    }
+  };
+  std::thread other([&] { write(L"SJUNKSTEG"); });
+  write(L"SJUNKSKALA");
+  other.join();
+  EXPECT_EQ(Bytes(L"cfg\\JB23.PAR").substr(0, 3), "159");
 }
 
 }  // namespace

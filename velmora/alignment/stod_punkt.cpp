@@ -4,6 +4,7 @@
 #include "velmora/common/format_buffer.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/text_hooks.h"
+#include "velmora/platform/files.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
@@ -58,6 +59,7 @@ CStodPunkt::CStodPunkt(const wchar_t* file) {
     good = Read(reader) && !reader.Failed();
     if (!good) Clear();
   }
+  unreadable_ = !good && FileOrFolderExists(filnamn);
   if (!good) ShowMessage(FormatForUser(L"Kan ej öppna stödpunkt : %s", filnamn));
 }
 
@@ -119,7 +121,8 @@ bool CStodPunkt::Read(TextReader& reader) {
 int CStodPunkt::Uppdat(const wchar_t* file) {
   const CString target = file == nullptr ? filnamn : CString(file);
   TextWriter writer;
-  bool good = writer.Begin(target);
+  // What could not be read is not replaced by what was not read.
+  bool good = !(unreadable_ && target.CompareNoCase(filnamn) == 0) && writer.Begin(target);
   if (good) {
     CString text;
     text.Format(L"%f\n%f\n%f\n", huvud1, huvud2, huvud3);

@@ -54,7 +54,8 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   ~CStodPunkt() override = default;
 
   // Writes the file, null: the one it was read from. Returns 0; -1 after a message box when it cannot be
-  // written or has a character that the file's encoding lacks, and the old file is as it was.
+  // written, is the one that the constructor could not read, or has a character that the file's encoding
+  // lacks, and the old file is as it was.
   int Uppdat(const wchar_t* file);
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
@@ -63,6 +64,8 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   void ReadPlainPoints(TextReader* reader);
   bool ReadHeader(TextReader& reader);
   void Clear();
+
+  bool unreadable_ = false;  // the file it was made from is there and could not be read
 };
 
 }  // namespace velmora

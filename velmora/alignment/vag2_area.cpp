@@ -10,7 +10,8 @@ namespace {
 
 constexpr wchar_t kTemporaryName[] = L"vl.tmp";
 
-// What an area file names may be anywhere; a pipe or a device might be waited for without end.
+// The area file, and what it names, which may be anywhere; a pipe or a device might be waited for without
+// end.
 bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   return status && status->kind == FileKind::kFile;
@@ -31,7 +32,7 @@ bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
 
 int CVag2::ReadOmr(CProjPath* project) {
   TextReader reader;
-  if (!reader.Open(project->m_VlPath)) return -1;
+  if (!IsFile(project->m_VlPath) || !reader.Open(project->m_VlPath)) return -1;
   WorkingArea area{FieldText(vlFil), omrSekMin, omrSekMax, omrAvstMin, omrAvstMax};
   AreaLines lines(&area);
   CString line;
@@ -51,14 +52,14 @@ int CVag2::ReadOmr(CProjPath* project) {
 }
 
 int CVag2::SaveOmr(CProjPath* project) {
-  TextReader reader;
-  const bool exists = FileOrFolderExists(project->m_VlPath);
-  const bool open = exists && reader.Open(project->m_VlPath);
-  // An area file that is there and cannot be read would lose what other programs keep in it.
-  if (exists && !open) return -1;
   TextWriter writer;
   if (!writer.Begin(project->m_VlPath, JoinPath(project->m_DbfKat, kTemporaryName))) return -1;
-  if (!open)
+  // Now it is our turn with the file: what is read stays true until it is replaced. One that is there and
+  // cannot be read would lose what other programs keep in it.
+  TextReader reader;
+  const bool exists = FileOrFolderExists(project->m_VlPath);
+  if (exists && !reader.Open(project->m_VlPath)) return -1;
+  if (!exists)
     writer.Write(L"*\n*\n");
   else if (!CopyForeignPart(&reader, &writer))
     return -1;

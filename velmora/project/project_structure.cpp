@@ -78,14 +78,15 @@ CString FolderListFile(CTundrilIni& ini) {
 }
 
 // A line that leads out of the project is told and passed over, and so is the one with which a file is too
-// long for a list.
+// long for a list or cannot be read further.
 bool MakeListedFolders(const CString& project, const CString& list) {
   TextReader reader;
   if (list.IsEmpty() || !reader.Open(list)) return true;
   CString line;
   int listed = 0;
   int refused = 0;
-  for (int number = 1; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
+  int number = 1;
+  for (; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
     if (line.IsEmpty()) continue;
     if (++listed > kMostListedFolders) {
       TellLineRefused(list, number, line);
@@ -98,6 +99,7 @@ bool MakeListedFolders(const CString& project, const CString& list) {
       return false;
     }
   }
+  if (reader.Failed()) TellLineRefused(list, number, CString());
   return true;
 }
 

@@ -53,15 +53,16 @@ CString CTundrilInst::Jb23ReadKey(const CString& key) {
 CString CTundrilInst::Jb23WriteKey(const CString& key, const CString& value) {
   const Jb23Place place = PlaceOfJb23Key(key.GetView());
   CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Jb23ParNamn));
-  const bool exists = !path.IsEmpty();
-  if (!exists && ini_ != nullptr && !ini_->m_cfgDir.IsEmpty())
+  if (path.IsEmpty() && ini_ != nullptr && !ini_->m_cfgDir.IsEmpty())
     path = JoinPath(ini_->m_cfgDir, CProjPath::Jb23ParNamn);
 
-  SettingsReader reader;
   TextWriter writer;
-  // A file that is there and cannot be read is left alone.
-  if (path.IsEmpty() || (exists && !reader.Open(path)) || !writer.Begin(path, TemporaryPathFor(path)))
-    return value;
+  if (path.IsEmpty() || !writer.Begin(path, TemporaryPathFor(path))) return value;
+  // Now it is our turn with the file: what is read stays true until it is replaced. One that is there and
+  // cannot be read is left alone.
+  SettingsReader reader;
+  const bool exists = FileOrFolderExists(path);
+  if (exists && !reader.Open(path)) return value;
   if (exists) {
     if (!CopyWithValue(&reader, &writer, place, value)) return value;
   } else {
