@@ -33,6 +33,7 @@ class WithStandIn : public ::testing::Test {
     server_.reset();
     WriteBytes(folder_.File(L"script.txt"), script);
     const CString seen = folder_.File(L"seen");
+    WriteBytes(seen, "");  // what an earlier one has seen is no sign of this one
     server_ = std::make_unique<BackgroundCommand>(
         std::vector<std::string>{VelmoraCommand(), "link", "serve", "--csv", "--script",
                                  AsArgument(folder_.File(L"script.txt"))},

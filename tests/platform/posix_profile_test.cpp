@@ -29,7 +29,7 @@ TEST(PosixProfile, WritersLoseNothing) {
   const TemporaryFolder folder;
   const CString path = folder.File(L"a.ini");
   constexpr const wchar_t* kKeys[] = {L"-0", L"-1", L"-2"};
-  constexpr int kWriters = 50;
+  constexpr int kWriters = 20;
   RunTogether(kWriters, [&](const CString& name) {
     return std::all_of(std::begin(kKeys), std::end(kKeys),
                        [&](const CString& key) { return WriteProfile(L"Writers", name + key, name, path); });
