@@ -65,4 +65,18 @@ bool Figures::WriteJson(const std::string& file) const {
   return static_cast<bool>(out.flush());
 }
 
+bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
+                 const std::map<std::string, std::string*>& texts) {
+  for (int i = 1; i < count; ++i) {
+    if (const auto set = switches.find(words[i]); set != switches.end()) {
+      *set->second = true;
+    } else if (const auto text = texts.find(words[i]); text != texts.end() && i + 1 < count) {
+      *text->second = words[++i];
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace velmora::bench

@@ -3,6 +3,7 @@
 #define VELMORA_BENCH_MEASURE_H_
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,10 @@ struct Figure {
   std::string peer;
   double ratio;  // how many times the peer, above 1 is better
 };
+
+// Takes the command line apart: "--name" sets a switch, "--name TEXT" a text. False when a word is neither.
+bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
+                 const std::map<std::string, std::string*>& texts);
 
 // The median seconds of two actions that take turns.
 struct Pair {

@@ -205,21 +205,11 @@ class FilesBench {
 
 int main(int argc, char** argv) {
   velmora::bench::Settings settings;
-  for (int i = 1; i < argc; ++i) {
-    const std::string option = argv[i];
-    const auto value = [&] { return i + 1 < argc ? std::string(argv[++i]) : std::string(); };
-    if (option == "--small") {
-      settings.small = true;
-    } else if (option == "--json") {
-      settings.json = value();
-    } else if (option == "--folder") {
-      settings.folder = value();
-    } else if (option == "--velmora") {
-      settings.velmora = value();
-    } else {
-      std::fprintf(stderr, "files_bench [--small] [--json FILE] [--folder DIR] [--velmora COMMAND]\n");
-      return 2;
-    }
+  if (!velmora::bench::ReadOptions(
+          argc, argv, {{"--small", &settings.small}},
+          {{"--json", &settings.json}, {"--folder", &settings.folder}, {"--velmora", &settings.velmora}})) {
+    std::fprintf(stderr, "files_bench [--small] [--json FILE] [--folder DIR] [--velmora COMMAND]\n");
+    return 2;
   }
   return velmora::bench::FilesBench(settings).Run();
 }

@@ -243,25 +243,15 @@ class HostileBench {
 
 int main(int argc, char** argv) {
   velmora::bench::Settings settings;
-  for (int i = 1; i < argc; ++i) {
-    const std::string option = argv[i];
-    const auto value = [&] { return i + 1 < argc ? std::string(argv[++i]) : std::string(); };
-    if (option == "--small") {
-      settings.small = true;
-      settings.sizes = {1, 4};
-    } else if (option == "--json") {
-      settings.json = value();
-    } else if (option == "--folder") {
-      settings.folder = value();
-    } else if (option == "--only") {
-      settings.only = value();
-    } else if (option == "--pattern") {
-      settings.pattern = value();
-    } else {
-      std::fprintf(stderr,
-                   "hostile_bench [--small] [--json FILE] [--folder DIR] [--only TEXT] [--pattern NAME]\n");
-      return 2;
-    }
+  if (!velmora::bench::ReadOptions(argc, argv, {{"--small", &settings.small}},
+                                   {{"--json", &settings.json},
+                                    {"--folder", &settings.folder},
+                                    {"--only", &settings.only},
+                                    {"--pattern", &settings.pattern}})) {
+    std::fprintf(stderr,
+                 "hostile_bench [--small] [--json FILE] [--folder DIR] [--only TEXT] [--pattern NAME]\n");
+    return 2;
   }
+  if (settings.small) settings.sizes = {1, 4};
   return velmora::bench::HostileBench(settings).Run();
 }
