@@ -7,14 +7,15 @@
 #include "cli/align/commands.h"
 #include "cli/codes/commands.h"
 #include "cli/env/commands.h"
-#include "cli/error.h"
 #include "cli/formats/commands.h"
 #include "cli/link/commands.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
 #include "cli/settings/commands.h"
-#include "cli/terminal.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/terminal.h"
 #include "velmora/common/messages.h"
+#include "velmora/version.h"
 
 namespace velmora::cli {
 namespace {
@@ -96,7 +97,7 @@ int RunCommand(std::vector<std::string> arguments) {
   SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });
 
   CLI::App app("Geotechnical field data: borings and soundings placed along road alignments.", "velmora");
-  app.set_version_flag("--version", "velmora " VELMORA_VERSION);
+  app.set_version_flag("--version", std::string("velmora ") + VersionText());
   app.require_subcommand(1);
   app.get_formatter()->column_width(34);
   app.footer(

@@ -1,4 +1,4 @@
-# How everything of ours is compiled, and the layers of the library.
+# How everything of ours is compiled, and the rooms of the library and of the command.
 
 add_library(velmora_options INTERFACE)
 target_include_directories(velmora_options INTERFACE "${PROJECT_SOURCE_DIR}")
@@ -26,31 +26,24 @@ if(WIN32)
   target_link_options(velmora_options INTERFACE -static)
 endif()
 
-# velmora_layer(NAME [DEPS layer...] [SOURCES file...] [SYSTEM file...] [POSIX file...] [WIN32 file...])
-# SYSTEM names sources that exist under posix/ and win32/ both; POSIX and WIN32 what only one has.
-# The layers named in DEPS are those that this layer's files may include.
-function(velmora_layer name)
-  cmake_parse_arguments(LAYER "" "" "DEPS;SOURCES;SYSTEM;POSIX;WIN32" ${ARGN})
+# velmora_room(TARGET NAME [SOURCES file...] [SYSTEM file...] [POSIX file...] [WIN32 file...])
+# Adds the sources in the folder NAME to TARGET. SYSTEM names sources that exist under posix/ and win32/ both,
+# POSIX and WIN32 what only one has. The order of the calls is the order of the rooms.
+function(velmora_room target name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;SYSTEM;POSIX;WIN32" ${ARGN})
   if(WIN32)
     set(system win32)
-    set(only ${LAYER_WIN32})
+    set(only ${ROOM_WIN32})
   else()
     set(system posix)
-    set(only ${LAYER_POSIX})
+    set(only ${ROOM_POSIX})
   endif()
-  set(files)
-  foreach(source IN LISTS LAYER_SOURCES)
-    list(APPEND files "${CMAKE_CURRENT_SOURCE_DIR}/${name}/${source}")
+  set(files ${ROOM_SOURCES})
+  foreach(source IN LISTS ROOM_SYSTEM only)
+    list(APPEND files "${system}/${source}")
   endforeach()
-  foreach(source IN LISTS LAYER_SYSTEM only)
-    list(APPEND files "${CMAKE_CURRENT_SOURCE_DIR}/${name}/${system}/${source}")
-  endforeach()
-  target_sources(velmora PRIVATE ${files})
-  list(JOIN LAYER_DEPS "," deps)
-  set_property(GLOBAL APPEND PROPERTY VELMORA_LAYERS "${name}=${deps}")
-endfunction()
-
-# velmora_sideways(FILE HEADER): this one file may include this one header of a layer that its own may not.
-function(velmora_sideways file header)
-  set_property(GLOBAL APPEND PROPERTY VELMORA_SIDEWAYS "velmora/${file}=velmora/${header}")
+  list(TRANSFORM files PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/${name}/")
+  target_sources(${target} PRIVATE ${files})
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME house)
+  set_property(GLOBAL APPEND PROPERTY VELMORA_ROOMS "${house}/${name}")
 endfunction()

@@ -1,34 +1,24 @@
-# Holds the sources of the library to its layers and to its one door to the system.
+# Holds the sources of the library and of the command to their rooms and to the one room that calls the system.
 #
-#   cmake -DROOT=<source tree> -DLAYERS="text=|platform=text|common=text,platform"
-#         [-DSIDEWAYS="velmora/a/one.cpp=velmora/b/two.h|..."] -P check_layers.cmake
+#   cmake -DROOT=<source tree> -DROOMS="velmora/text|velmora/platform|...|cli/terminal|..." -P check_layers.cmake
 #
-# LAYERS lists each layer with the layers that its files may include, SIDEWAYS the single files that may
-# include one header more. Fails with a line for each offence: an include of a layer that is not listed;
-# a sideways look that nobody takes; outside platform/posix and platform/win32 a header of the system or a
-# condition on the system.
+# ROOMS lists the folders of each house from the lowest up. A file may include what stands in its own room and
+# in those before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h,
+# cli/command.cpp) are above them all, but export.h and version.h are for everybody. Outside
+# velmora/platform no header of the system or of a processor is included and no condition asks for either.
+# Fails with a line for each offence.
 cmake_minimum_required(VERSION 3.23)
 
-set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
-set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__")
-# The two files that may ask which system they are on.
-set(may_ask velmora/export.h velmora/platform/types.h)
+set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
+set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64")
+set(for_everybody velmora/export.h velmora/version.h)
+# Clients include it, so it asks for their system.
+set(may_ask velmora/export.h)
 
-string(REPLACE "|" ";" layers "${LAYERS}")
-set(names)
-foreach(layer IN LISTS layers)
-  if(NOT layer MATCHES "^([a-z_]+)=([a-z_,]*)$")
-    message(FATAL_ERROR "LAYERS: cannot read \"${layer}\"")
-  endif()
-  set(name "${CMAKE_MATCH_1}")
-  string(REPLACE "," ";" deps_${name} "${CMAKE_MATCH_2}")
-  list(APPEND names ${name})
-endforeach()
-if(NOT names)
-  message(FATAL_ERROR "LAYERS names no layer")
+string(REPLACE "|" ";" rooms "${ROOMS}")
+if(NOT rooms)
+  message(FATAL_ERROR "ROOMS names no room")
 endif()
-
-string(REPLACE "|" ";" unused_sideways "${SIDEWAYS}")
 
 set(offences 0)
 macro(offence text)
@@ -36,45 +26,62 @@ macro(offence text)
   message("${file}:${number}: ${text}")
 endmacro()
 
-function(check_line file number line)
-  if(file MATCHES "^velmora/([a-z_]+)/")
-    set(layer "${CMAKE_MATCH_1}")
-  else()
-    set(layer "")
+# "velmora/text" of "velmora/text/string.h"; "velmora" of a file beside the rooms.
+function(room_of file result)
+  string(REGEX MATCH "^(velmora|cli)(/[a-z_0-9]+)?/" room "${file}")
+  string(REGEX REPLACE "/$" "" room "${room}")
+  set(${result} "${room}" PARENT_SCOPE)
+endfunction()
+
+function(check_include file number included)
+  if(included IN_LIST for_everybody OR (included MATCHES "^velmora/" AND file MATCHES "^cli/"))
+    return()
   endif()
-  string(REGEX MATCH "^velmora/platform/(posix|win32)/" system_file "${file}")
-  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"(velmora/([a-z_0-9]+)/[^\"]+)")
-    set(look "${file}=${CMAKE_MATCH_1}")
-    set(other "${CMAKE_MATCH_2}")
-    if(look IN_LIST unused_sideways)
-      list(REMOVE_ITEM unused_sideways "${look}")
-      set(unused_sideways "${unused_sideways}" PARENT_SCOPE)
-    elseif(layer AND NOT other STREQUAL layer AND NOT other IN_LIST deps_${layer})
-      offence("layer \"${layer}\" may not include \"${other}\" (the layers stand in velmora/CMakeLists.txt)")
-    endif()
-  elseif(line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)")
-    set(header "${CMAKE_MATCH_1}")
-    if(NOT system_file AND header MATCHES "${system_headers}"
-       AND NOT (file STREQUAL "velmora/platform/types.h" AND header STREQUAL "windows.h"))
-      offence("<${header}> belongs in platform/posix or platform/win32")
-    endif()
-  elseif(line MATCHES "^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)[^a-z].*" AND NOT system_file AND NOT file IN_LIST may_ask)
-    if(line MATCHES "(^|[^A-Za-z0-9_])(${system_macros})([^A-Za-z0-9_]|$)")
-      offence("only platform/posix and platform/win32 know which system they are on")
+  room_of("${file}" room)
+  room_of("${included}" other)
+  list(FIND rooms "${room}" at)
+  list(FIND rooms "${other}" other_at)
+  if(at EQUAL -1)
+    set(at 1000)  # beside the rooms
+  endif()
+  if(other_at EQUAL -1)
+    set(other_at 1000)
+  endif()
+  string(REGEX REPLACE "/.*" "" house "${room}")
+  if(other_at GREATER at OR NOT other MATCHES "^${house}")
+    offence("\"${room}\" may not include \"${included}\": rooms include only those listed before them (CMakeLists.txt)")
+  endif()
+  set(offences ${offences} PARENT_SCOPE)
+endfunction()
+
+function(check_line file number line)
+  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"((velmora|cli)/[^\"]+)")
+    check_include("${file}" ${number} "${CMAKE_MATCH_1}")
+  elseif(NOT file MATCHES "^velmora/platform/")
+    if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)")
+      if(CMAKE_MATCH_1 MATCHES "${system_headers}")
+        offence("<${CMAKE_MATCH_1}> belongs in velmora/platform")
+      endif()
+    elseif(line MATCHES "^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)[^a-z].*" AND NOT file IN_LIST may_ask)
+      if(line MATCHES "(^|[^A-Za-z0-9_])(${system_macros})([^A-Za-z0-9_]|$)")
+        offence("only velmora/platform knows which system and processor it is on")
+      endif()
     endif()
   endif()
   set(offences ${offences} PARENT_SCOPE)
 endfunction()
 
-file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/velmora/*.h" "${ROOT}/velmora/*.cpp" "${ROOT}/velmora/*.inc")
+file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/velmora/*.h" "${ROOT}/velmora/*.cpp" "${ROOT}/velmora/*.inc"
+     "${ROOT}/cli/*.h" "${ROOT}/cli/*.cpp")
 list(LENGTH files count)
 if(count EQUAL 0)
-  message(FATAL_ERROR "no sources under ${ROOT}/velmora")
+  message(FATAL_ERROR "no sources under ${ROOT}")
 endif()
 foreach(file IN LISTS files)
-  if(file MATCHES "^velmora/([a-z_]+)/" AND NOT CMAKE_MATCH_1 IN_LIST names)
+  room_of("${file}" room)
+  if(room MATCHES "/" AND NOT room IN_LIST rooms)
     set(number 1)
-    offence("\"${CMAKE_MATCH_1}\" is no layer of velmora/CMakeLists.txt")
+    offence("\"${room}\" is no room of the build files")
     continue()
   endif()
   # Only the preprocessor's lines matter; what could upset a CMake list is taken out of them.
@@ -91,14 +98,7 @@ foreach(file IN LISTS files)
   endforeach()
 endforeach()
 
-foreach(look IN LISTS unused_sideways)
-  string(REPLACE "=" ";" look "${look}")
-  list(GET look 0 file)
-  list(GET look 1 header)
-  set(number 1)
-  offence("no longer includes ${header}: take it off the list in velmora/CMakeLists.txt")
-endforeach()
 if(offences GREATER 0)
-  message(FATAL_ERROR "${offences} offence(s) against the layers")
+  message(FATAL_ERROR "${offences} offence(s) against the rooms")
 endif()
-message("${count} files keep to the layers")
+message("${count} files keep to their rooms")

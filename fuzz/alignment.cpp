@@ -6,8 +6,8 @@
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/alignment_format.h"
-#include "velmora/alignment/locator.h"
 #include "velmora/alignment/vaglinje.h"
+#include "velmora/locator/locator.h"
 
 namespace velmora::fuzz {
 namespace {

@@ -52,7 +52,7 @@ bool DdeChannel::Poke(DdeConversation conversation, DdeString, std::string_view 
   return conversation != nullptr;
 }
 bool DdeChannel::IsOpen(DdeConversation) { return true; }
-int DdeChannel::Settle(DdeConversation, int) { return 0; }
+int DdeChannel::WaitForReplies(DdeConversation, int) { return 0; }
 void DdeChannel::Close(DdeConversation) { g_channel.advised.clear(); }
 bool DdeChannel::Handle(int) { return false; }
 int DdeChannel::Descriptor() { return -1; }

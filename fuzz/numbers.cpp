@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "cli/station_text.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/number_lines.h"
 #include "velmora/text/numbers.h"

@@ -1,6 +1,6 @@
 // Lists of points: row by row, and by the block as many threads read them.
 #include "cli/align/point_list.h"
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/platform/files.h"

@@ -1,8 +1,8 @@
 // Scripts of the stand-in for the field-data program.
 #include "cli/link/script.h"
 
-#include "cli/error.h"
 #include "cli/link/link_text.h"
+#include "cli/terminal/error.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/platform/files.h"

@@ -2,7 +2,7 @@
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/stod_punkt.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::fuzz {

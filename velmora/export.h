@@ -1,9 +1,12 @@
-// Marks what the shared library shows to its clients.
+// Marks what the shared library shows to its clients. Programs that are linked with a static build define
+// VELMORA_STATIC, as the build files do for them.
 #ifndef VELMORA_EXPORT_H_
 #define VELMORA_EXPORT_H_
 
 #if defined(_WIN32)
-#if defined(VELMORA_BUILDING)
+#if defined(VELMORA_STATIC)
+#define VELMORA_API
+#elif defined(VELMORA_BUILDING)
 #define VELMORA_API __declspec(dllexport)
 #else
 #define VELMORA_API __declspec(dllimport)

@@ -1,9 +1,7 @@
 // Every public header of the library.
-#ifndef VELMORA_VELMORA_H_
-#define VELMORA_VELMORA_H_
+#ifndef VELMORA_H_
+#define VELMORA_H_
 
-#include "velmora/alignment/instruction_set.h"
-#include "velmora/alignment/locator.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/vag2.h"
 #include "velmora/alignment/vaglinje.h"
@@ -12,11 +10,12 @@
 #include "velmora/common/string_table.h"
 #include "velmora/common/text_hooks.h"
 #include "velmora/core/list0.h"
+#include "velmora/drawing/ritnings_format.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/environment/user_data.h"
 #include "velmora/link/dde_com.h"
-#include "velmora/link/ritnings_format.h"
+#include "velmora/locator/locator.h"
 #include "velmora/platform/gdi_types.h"
 #include "velmora/platform/notify_window.h"
 #include "velmora/platform/process.h"
@@ -32,5 +31,6 @@
 #include "velmora/settings/tundril_inst.h"
 #include "velmora/settings/tundril_par.h"
 #include "velmora/text/string.h"
+#include "velmora/version.h"
 
-#endif  // VELMORA_VELMORA_H_
+#endif  // VELMORA_H_

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <memory>
 
-#include "cli/plot/scale.h"
-#include "cli/plot/svg.h"
+#include "velmora/drawing/scale.h"
+#include "velmora/drawing/svg.h"
 
 namespace velmora {
 namespace {

@@ -22,7 +22,7 @@
 #include "bench/locator/peers.h"
 #include "bench/locator/roads.h"
 #include "bench/measure.h"
-#include "velmora/alignment/locator.h"
+#include "velmora/locator/locator.h"
 
 namespace velmora {
 namespace {

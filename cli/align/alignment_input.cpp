@@ -1,7 +1,7 @@
 #include "cli/align/alignment_input.h"
 
-#include "cli/error.h"
 #include "cli/input/rows.h"
+#include "cli/terminal/error.h"
 
 namespace velmora::cli {
 namespace {

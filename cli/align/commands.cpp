@@ -4,9 +4,9 @@
 #include <memory>
 
 #include "cli/input/rows.h"
-#include "cli/options.h"
+#include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
-#include "cli/station_text.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 

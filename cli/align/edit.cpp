@@ -3,8 +3,8 @@
 #include "cli/align/alignment_input.h"
 #include "cli/align/check.h"
 #include "cli/align/commands.h"
-#include "cli/error.h"
-#include "cli/station_text.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -27,7 +27,7 @@ void Open(const EditOptions& options, AlignmentInput* input) {
 }
 
 void ShowPoints(const EditOptions& options, CVaglinje* plan) {
-  Sink sink("");
+  OutputFile sink("");
   RecordWriter records(sink, options.output.Format(),
                        {{"point", "point", true},
                         {"station", "station", true},

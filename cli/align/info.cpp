@@ -4,8 +4,8 @@
 #include "cli/align/alignment_input.h"
 #include "cli/align/check.h"
 #include "cli/align/commands.h"
-#include "cli/error.h"
-#include "cli/station_text.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -92,7 +92,7 @@ Findings FindingsOf(const AlignmentInput& input) {
   return findings;
 }
 
-void WriteTable(Sink& sink, const std::vector<Fact>& facts, const Findings& all) {
+void WriteTable(OutputFile& sink, const std::vector<Fact>& facts, const Findings& all) {
   constexpr size_t kListed = 20;
   for (const Fact& fact : facts)
     if (!fact.label.empty())
@@ -112,7 +112,7 @@ void WriteTable(Sink& sink, const std::vector<Fact>& facts, const Findings& all)
 }
 
 // One object, with the findings as an array in it.
-void WriteJson(Sink& sink, const std::vector<Fact>& facts, const Findings& all) {
+void WriteJson(OutputFile& sink, const std::vector<Fact>& facts, const Findings& all) {
   const std::vector<Finding>& findings = all.listed;
   std::string text = "{\n";
   for (const Fact& fact : facts)
@@ -126,7 +126,7 @@ void WriteJson(Sink& sink, const std::vector<Fact>& facts, const Findings& all) 
   sink.Write(text + (findings.empty() ? "]\n}\n" : "\n  ]\n}\n"));
 }
 
-void WriteCsv(Sink& sink, const std::vector<Fact>& facts, const Findings& findings) {
+void WriteCsv(OutputFile& sink, const std::vector<Fact>& facts, const Findings& findings) {
   RecordWriter records(sink, OutputFormat::kCsv, {{"what", ""}, {"line", ""}, {"value", ""}});
   for (const Fact& fact : facts)
     if (!fact.key.empty()) records.Row({fact.key, {}, fact.value});
@@ -143,7 +143,7 @@ void AlignInfo(const InfoOptions& options) {
   ReadAlignment(options.file, &input);
   const std::vector<Fact> facts = FactsOf(input, options.output.km);
   const Findings findings = FindingsOf(input);
-  Sink sink(options.output.file, {options.file});
+  OutputFile sink(options.output.file, {options.file});
   switch (options.output.Format()) {
     case OutputFormat::kCsv:
       WriteCsv(sink, facts, findings);

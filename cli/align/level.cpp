@@ -1,7 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
-#include "cli/error.h"
-#include "cli/station_text.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 
 namespace velmora::cli {
 
@@ -9,7 +9,7 @@ void AlignLevel(const LevelOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequireProfile(input);
-  Sink sink(options.output.file, {options.file});
+  OutputFile sink(options.output.file, {options.file});
   RecordWriter records(sink, options.output.Format(),
                        {{"station", "station", true}, {"level", "level", true}, {"status", "status"}});
   bool all = true;

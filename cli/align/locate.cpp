@@ -4,9 +4,9 @@
 #include "cli/align/axis_check.h"
 #include "cli/align/commands.h"
 #include "cli/align/locate_rows.h"
-#include "cli/error.h"
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
+#include "cli/terminal/error.h"
 
 namespace velmora::cli {
 namespace {
@@ -143,7 +143,7 @@ class Results {
  private:
   const LocateOptions& options_;
   OutputFormat format_;
-  Sink sink_;
+  OutputFile sink_;
   RecordWriter records_;
   AxisCheck axes_;
   Tally tally_;

@@ -5,7 +5,7 @@
 
 #include "cli/align/offset_text.h"
 #include "cli/output/csv_text.h"
-#include "cli/station_text.h"
+#include "velmora/alignment/station_text.h"
 
 namespace velmora::cli {
 namespace {

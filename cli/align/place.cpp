@@ -3,10 +3,10 @@
 #include "cli/align/commands.h"
 #include "cli/align/offset_text.h"
 #include "cli/align/placing.h"
-#include "cli/error.h"
 #include "cli/input/columns.h"
 #include "cli/output/progress.h"
-#include "cli/station_text.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
@@ -61,7 +61,7 @@ void AlignPlace(const PlaceOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   ListReader list(options.stations, StationRoles());
-  Sink sink(options.output.file, {options.file, options.stations});
+  OutputFile sink(options.output.file, {options.file, options.stations});
   RecordWriter records(sink, options.output.Format(), PlaceColumns());
   Progress progress("Placing stations", list.Rows().Size());
   std::int64_t rows = 0;

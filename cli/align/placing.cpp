@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "cli/align/miss.h"
+#include "cli/align/off_end.h"
 
 namespace velmora::cli {
 
@@ -53,10 +53,11 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
     if (found[i] < 0 || !is_station) {
       const PlanePoint p{easting[i], northing[i]};
       // Where everything was searched, a vertex that is no end would have been taken.
-      const Miss miss = plan_ && found[i] < 0 ? WhyMissedAtEnd(input_->plan, p) : WhyMissed(input_->plan, p);
-      placing.status = miss == Miss::kBeforeStart ? PlaceStatus::kBeforeStart
-                       : miss == Miss::kBeyondEnd ? PlaceStatus::kBeyondEnd
-                                                  : PlaceStatus::kNothing;
+      const OffEnd off_end =
+          plan_ && found[i] < 0 ? WhyMissedAtEnd(input_->plan, p) : WhyMissed(input_->plan, p);
+      placing.status = off_end == OffEnd::kBeforeStart ? PlaceStatus::kBeforeStart
+                       : off_end == OffEnd::kBeyondEnd ? PlaceStatus::kBeyondEnd
+                                                       : PlaceStatus::kNothing;
       continue;
     }
     const bool outside = area_ && !area_->Holds(station[i], offset[i]);

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "cli/align/alignment_input.h"
-#include "velmora/alignment/locator.h"
 #include "velmora/alignment/station_area.h"
+#include "velmora/locator/locator.h"
 
 namespace velmora::cli {
 

@@ -1,18 +1,19 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
-#include "cli/error.h"
+#include "cli/output/output_file.h"
 #include "cli/output/progress.h"
-#include "cli/output/sink.h"
-#include "cli/plot/drawing.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
+#include "velmora/drawing/drawing.h"
 
 namespace velmora::cli {
 namespace {
 
 // `trouble` tells of rows that are no points, and stays empty without any.
-std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input, std::string* trouble) {
-  std::vector<PlotBoring> borings;
+std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input,
+                                             std::string* trouble) {
+  std::vector<drawing::PlotBoring> borings;
   PointList points(options.points);
   const Placer placer(input, 0, std::nullopt);
   Progress progress("Placing borings", points.Rows().Size());
@@ -25,7 +26,7 @@ std::vector<PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* 
       if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
       continue;
     }
-    PlotBoring boring{point.id, point.northing, point.easting, point.level};
+    drawing::PlotBoring boring{point.id, point.northing, point.easting, point.level};
     if (input->plan.size() >= 2) {
       Placing placing;
       placer.Place(&point.northing, &point.easting, 1, &placing);
@@ -48,7 +49,7 @@ void AlignPlot(const PlotOptions& options) {
     throw Refusal("only one of FILE and --points can be standard input");
   AlignmentInput input;
   ReadAlignment(options.file, &input);
-  PlotInput drawing;
+  drawing::PlotInput drawing;
   drawing.name = input.Name();
   drawing.file =
       options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
@@ -59,8 +60,8 @@ void AlignPlot(const PlotOptions& options) {
   drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) inputs.push_back(options.points);
-  Sink sink(options.to, inputs);
-  sink.Write(DrawAlignment(drawing));
+  OutputFile sink(options.to, inputs);
+  sink.Write(drawing::DrawAlignment(drawing));
   sink.Finish();
   if (trouble.empty()) return;
   Warn(trouble);

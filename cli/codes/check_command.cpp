@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "cli/absolute_path.h"
 #include "cli/codes/commands.h"
-#include "cli/error.h"
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
@@ -14,7 +14,7 @@ void CodesCheck(const CodesOptions& options) {
       options.kind_name.empty() ? KindByName(NameOfPath(path)) : KindCalled(options.kind_name);
   LineFindings findings = CheckTextLines(kind, TextLinesOf(path));
   std::erase_if(findings, [](const LineFinding& finding) { return !finding.misread; });
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
     sink.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");

@@ -3,10 +3,10 @@
 #include <optional>
 
 #include "velmora/settings/code_format.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_index.h"
 #include "velmora/settings/key_value_format.h"
-#include "velmora/settings/words.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

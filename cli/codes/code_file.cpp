@@ -1,6 +1,6 @@
 #include "cli/codes/code_file.h"
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/settings/code_format.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"

@@ -1,8 +1,8 @@
 #include <algorithm>
 
+#include "cli/codes/code_file_on_disk.h"
 #include "cli/codes/commands.h"
-#include "cli/codes/opened.h"
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/settings/miljkod_format.h"
 #include "velmora/text/letters.h"
@@ -23,7 +23,7 @@ bool Matches(const CodeEntry& entry, const CodesOptions& options) {
 }
 
 // The entry meant; the end when there is none. Throws a Refusal when it could be several.
-CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, const OpenedCodes& codes) {
+CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, const CodeFileOnDisk& codes) {
   const auto matches = [&](const CodeEntry& entry) { return Matches(entry, options); };
   const auto found = std::find_if(entries->begin(), entries->end(), matches);
   if (found == entries->end()) return found;
@@ -36,7 +36,7 @@ CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, co
                                                          : "; take one of them out by hand first")));
 }
 
-[[noreturn]] void RefuseUnknown(const CodesOptions& options, const OpenedCodes& codes) {
+[[noreturn]] void RefuseUnknown(const CodesOptions& options, const CodeFileOnDisk& codes) {
   const std::string area = NameOfKind(options.kind);
   throw Refusal(At(PathForDisplay(codes.Path()), "has no code " + Quoted(options.code) + "; velmora codes " +
                                                      area + " list lists them, velmora codes " + area +
@@ -77,15 +77,15 @@ std::string Described(const CodeEntry& entry) {
 }
 
 // Puts the changed entries into the file and says what was done.
-void Finish(const CodesOptions& options, OpenedCodes* codes, const CodeEntries& entries,
+void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
   codes->Rewrite(entries, options.force);
-  Sink sink("");
+  OutputFile sink("");
   sink.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
   sink.Finish();
 }
 
-void RequireEntry(const OpenedCodes& codes, const CodeEntry& entry) {
+void RequireEntry(const CodeFileOnDisk& codes, const CodeEntry& entry) {
   codes.File().require(entry);
   RequireCharacters(codes.Path(), entry.code);
   for (const CString& field : entry.fields) RequireCharacters(codes.Path(), field);
@@ -97,7 +97,7 @@ void NoteFirstWord(const CodesOptions& options, const CodeEntry& entry) {
          Quoted(ToUtf8(entry.fields[0].Left(entry.fields[0].Find(L' ')))));
 }
 
-void Append(const CodesOptions& options, OpenedCodes* codes, CodeEntries entries) {
+void Append(const CodesOptions& options, CodeFileOnDisk* codes, CodeEntries entries) {
   const CodeEntry entry = NewEntry(options, codes->File());
   RequireEntry(*codes, entry);
   const auto behind = std::find_if(entries.begin(), entries.end(),
@@ -110,7 +110,7 @@ void Append(const CodesOptions& options, OpenedCodes* codes, CodeEntries entries
 }  // namespace
 
 void CodesAdd(const CodesOptions& options) {
-  OpenedCodes codes(options, false);
+  CodeFileOnDisk codes(options, false);
   CodeEntries entries = codes.Entries();
   const auto there = Find(&entries, options, codes);
   if (there != entries.end())
@@ -121,7 +121,7 @@ void CodesAdd(const CodesOptions& options) {
 }
 
 void CodesSet(const CodesOptions& options) {
-  OpenedCodes codes(options, IsStamp(options));
+  CodeFileOnDisk codes(options, IsStamp(options));
   CodeEntries entries = codes.Entries();
   const auto entry = Find(&entries, options, codes);
   if (entry == entries.end() && !IsStamp(options)) RefuseUnknown(options, codes);
@@ -133,7 +133,7 @@ void CodesSet(const CodesOptions& options) {
   const CodeEntry before = *entry;
   TakeFields(options, codes.File(), &*entry);
   if (entry->SameContent(before)) {
-    Sink sink("");
+    OutputFile sink("");
     sink.Write(Described(before) + ": stands like this already in " + codes.Where() + "\n");
     sink.Finish();
     return;
@@ -144,7 +144,7 @@ void CodesSet(const CodesOptions& options) {
 }
 
 void CodesRemove(const CodesOptions& options) {
-  OpenedCodes codes(options, false);
+  CodeFileOnDisk codes(options, false);
   CodeEntries entries = codes.Entries();
   const auto found = Find(&entries, options, codes);
   if (found == entries.end()) RefuseUnknown(options, codes);

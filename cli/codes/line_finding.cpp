@@ -1,6 +1,6 @@
 #include "cli/codes/line_finding.h"
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {

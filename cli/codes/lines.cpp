@@ -2,7 +2,7 @@
 #include "cli/codes/code_file.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_format.h"
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

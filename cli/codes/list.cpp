@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "cli/codes/code_file_on_disk.h"
 #include "cli/codes/commands.h"
-#include "cli/codes/opened.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -28,7 +28,7 @@ std::string NoteOf(const LineFindings& findings, std::int64_t line) {
 }  // namespace
 
 void CodesList(const CodesOptions& options) {
-  const OpenedCodes codes(options, false);
+  const CodeFileOnDisk codes(options, false);
   const CodeFile& file = codes.File();
   const bool sections = file.kind == TextFileKind::kEnvironment;
   std::vector<Column> columns = {{"line", "line", true}};
@@ -40,7 +40,7 @@ void CodesList(const CodesOptions& options) {
   });
   columns.push_back({"note", notes ? "note" : ""});
 
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable) sink.Write(codes.Where() + "\n\n");
   RecordWriter records(sink, format, columns);

@@ -2,11 +2,11 @@
 #include <algorithm>
 
 #include "cli/codes/code_file.h"
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_format.h"
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::cli {

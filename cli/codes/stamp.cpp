@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "cli/codes/code_file.h"
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::cli {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "cli/codes/code_file_on_disk.h"
 #include "cli/codes/commands.h"
-#include "cli/codes/opened.h"
 #include "velmora/settings/miljkod_format.h"
 
 namespace velmora::cli {
@@ -21,14 +21,14 @@ std::vector<RequiredMiljkod> Missing(const CodeEntries& entries) {
 }  // namespace
 
 void CodesUpdate(const CodesOptions& options) {
-  OpenedCodes codes(options, false);
+  CodeFileOnDisk codes(options, false);
   const std::vector<RequiredMiljkod> missing = Missing(codes.Entries());
   if (!missing.empty()) {
     codes.RequireRewritable(options.force);
     codes.Facade().MiljkodUppdatX();
-    if (!Missing(OpenedCodes(options, false).Entries()).empty()) RefuseUnwritten(codes.Path());
+    if (!Missing(CodeFileOnDisk(options, false).Entries()).empty()) RefuseUnwritten(codes.Path());
   }
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable)
     sink.Write(codes.Where() +

@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "cli/options.h"
-#include "cli/verb.h"
+#include "cli/output/options.h"
+#include "cli/terminal/verb.h"
 
 namespace velmora::cli {
 namespace {

@@ -1,8 +1,9 @@
-#include "cli/absolute_path.h"
 #include "cli/env/commands.h"
 #include "cli/env/registry_trouble.h"
 #include "cli/env/sample_files.h"
-#include "cli/error.h"
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/user_folders.h"
@@ -10,7 +11,6 @@
 #include "velmora/platform/profile.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/platform/text_file.h"
-#include "velmora/project/folder_levels.h"
 
 namespace velmora::cli {
 namespace {
@@ -126,7 +126,7 @@ void EnvInstall(const EnvOptions& options) {
   PutRegistry(HKEY_LOCAL_MACHINE, key, L"InstallPath", program);
   PutRegistry(HKEY_LOCAL_MACHINE, key, L"Package", L"Sample");
 
-  Sink sink("");
+  OutputFile sink("");
   sink.Write("Program folder   " + PathForDisplay(program) + "\n");
   sink.Write("Ini file         " + PathForDisplay(ini) + "\n");
   sink.Write("Shared data      " + PathForDisplay(shared_folder) + "\n");

@@ -2,7 +2,7 @@
 
 #include "cli/env/commands.h"
 #include "cli/env/registry_trouble.h"
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/letters.h"
 
@@ -89,7 +89,7 @@ void RegistryGet(const EnvOptions& options) {
   const CString name = FromUtf8(options.section);
   for (const StoredValue& value : ValuesOf(options, nullptr)) {
     if (!EqualNoCase(value.name.GetView(), name.GetView())) continue;
-    Sink sink("");
+    OutputFile sink("");
     sink.Write(ValueText(value) + "\n");
     sink.Finish();
     return;
@@ -112,7 +112,7 @@ void RegistrySet(const EnvOptions& options) {
 void RegistryList(const EnvOptions& options) {
   std::vector<CString> keys;
   const std::vector<StoredValue> values = ValuesOf(options, &keys);
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"name", "name"}, {"type", "type"}, {"value", "value"}});
   for (const CString& key : keys) records.Row({ToUtf8(key), std::string("key"), {}});

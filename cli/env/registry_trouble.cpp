@@ -1,6 +1,6 @@
 #include "cli/env/registry_trouble.h"
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
 
 namespace velmora::cli {

@@ -1,8 +1,8 @@
+#include "cli/context/environment.h"
 #include "cli/env/commands.h"
-#include "cli/env/environment.h"
 #include "cli/env/registry_trouble.h"
-#include "cli/error.h"
-#include "cli/questions.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/user_data.h"
 #include "velmora/environment/user_folders.h"
@@ -41,7 +41,7 @@ std::string Outcome(int result) {
 
 void EnvSetup(const EnvOptions& options) {
   RequireReadableRegistry();
-  Sink sink("");
+  OutputFile sink("");
   const auto say = [&](const std::string& what, const std::string& how) {
     sink.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");
   };
@@ -89,7 +89,7 @@ void EnvSync(const EnvOptions& options) {
       if (later.destination == file.destination) return wanted(later);
     return true;
   };
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(
       sink, options.output.Format(),
       {{"file", "file"}, {"state", "state"}, {"done", "done"}, {"destination", "destination"}});

@@ -1,8 +1,8 @@
 #include <array>
 
+#include "cli/context/environment.h"
 #include "cli/env/commands.h"
-#include "cli/env/environment.h"
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -64,7 +64,7 @@ void EnvShow(const EnvOptions& options) {
   Environment environment;
   FindEnvironment(options.sub, &environment);
   const CTundrilIni& ini = environment.ini;
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"field", "field"}, {"value", "value"}, {"from", "from"}});
   const auto row = [&](const std::string& field, const std::string& value, const std::string& from) {
@@ -108,7 +108,7 @@ void EnvGet(const EnvOptions& options) {
   if (value.IsEmpty())
     throw Refusal(At(PathForDisplay(environment.ini.m_iniPath),
                      "has no key " + Quoted(options.key) + " in section " + Quoted(options.section)));
-  Sink sink("");
+  OutputFile sink("");
   sink.Write(ToUtf8(value) + "\n");
   sink.Finish();
 }

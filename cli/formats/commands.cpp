@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "cli/error.h"
 #include "cli/formats/drawing.h"
-#include "cli/options.h"
+#include "cli/output/options.h"
 #include "cli/output/records.h"
+#include "cli/terminal/error.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -31,12 +31,12 @@ std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::strin
 void Formats(const FormatsOptions& options) {
   const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
   if (!options.svg.empty()) {
-    Sink sink(options.svg);
+    OutputFile sink(options.svg);
     sink.Write(DrawFormats(chosen));
     sink.Finish();
     return;
   }
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"name", "name"},
                         {"", "area, mm", true},

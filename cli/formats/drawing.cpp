@@ -2,15 +2,15 @@
 
 #include <algorithm>
 
-#include "cli/plot/scale.h"
-#include "cli/plot/style.h"
-#include "cli/plot/svg.h"
+#include "velmora/drawing/scale.h"
+#include "velmora/drawing/style.h"
+#include "velmora/drawing/svg.h"
 
 namespace velmora::cli {
 namespace {
 
-using plot::SheetPoint;
-using plot::Svg;
+using drawing::SheetPoint;
+using drawing::Svg;
 
 constexpr double kScale = 10;  // 1:10
 constexpr double kMargin = 10;
@@ -36,15 +36,15 @@ void DrawFormat(Svg& svg, double x, double y, const ritformattype& format) {
     double width;
     double height;
   };
-  const Part parts[] = {{"sheet", kSheet, plot::kGridText, format.arkBredd, format.arkHojd},
-                        {"frame", plot::kFrame, plot::kText, format.ramBredd, format.ramHojd},
-                        {"area", kArea, plot::kRoadText, format.ytaBredd, format.ytaHojd}};
+  const Part parts[] = {{"sheet", kSheet, drawing::kGridText, format.arkBredd, format.arkHojd},
+                        {"frame", drawing::kFrame, drawing::kText, format.ramBredd, format.ramHojd},
+                        {"area", kArea, drawing::kRoadText, format.ytaBredd, format.ytaHojd}};
   const SheetPoint middle = {x + format.arkBredd / kScale / 2, y + format.arkHojd / kScale / 2};
   double line = y + format.arkHojd / kScale + 4.5;
   {
-    Svg::Group group(svg, plot::kText);
+    Svg::Group group(svg, drawing::kText);
     svg.Text({x, line}, ToUtf8(format.namn),
-             {.size = kNameSize, .anchor = plot::TextAnchor::kStart, .bold = true});
+             {.size = kNameSize, .anchor = drawing::TextAnchor::kStart, .bold = true});
   }
   line += 1;
   for (const Part& part : parts) {
@@ -56,9 +56,10 @@ void DrawFormat(Svg& svg, double x, double y, const ritformattype& format) {
     }
     line += kLineSpacing;
     Svg::Group group(svg, part.text);
-    svg.Text({x, line},
-             part.name + (" " + plot::SvgNumber(part.width)) + " × " + plot::SvgNumber(part.height) + " mm",
-             {.size = kTextSize, .anchor = plot::TextAnchor::kStart});
+    svg.Text(
+        {x, line},
+        part.name + (" " + drawing::SvgNumber(part.width)) + " × " + drawing::SvgNumber(part.height) + " mm",
+        {.size = kTextSize, .anchor = drawing::TextAnchor::kStart});
   }
 }
 
@@ -94,9 +95,9 @@ std::string DrawFormats(const std::vector<ritformattype>& formats) {
     }
   }
   {
-    Svg::Group group(svg, plot::kGridText);
-    svg.Text({sheet_width - kMargin, sheet_height - kMargin / 2}, plot::ScaleText(kScale),
-             {.size = kTextSize, .anchor = plot::TextAnchor::kEnd});
+    Svg::Group group(svg, drawing::kGridText);
+    svg.Text({sheet_width - kMargin, sheet_height - kMargin / 2}, drawing::ScaleText(kScale),
+             {.size = kTextSize, .anchor = drawing::TextAnchor::kEnd});
   }
   return svg.Finish();
 }

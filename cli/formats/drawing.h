@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "velmora/link/ritnings_format.h"
+#include "velmora/drawing/ritnings_format.h"
 
 namespace velmora::cli {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 

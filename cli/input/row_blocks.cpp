@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/settings/settings_reader.h"

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "cli/options.h"
+#include "cli/output/options.h"
 
 namespace velmora::cli {
 

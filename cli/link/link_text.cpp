@@ -1,6 +1,6 @@
 #include "cli/link/link_text.h"
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
 #include "velmora/link/dde_com.h"
 #include "velmora/text/codepage.h"
 

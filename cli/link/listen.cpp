@@ -1,7 +1,7 @@
-#include "cli/error.h"
-#include "cli/interrupt.h"
 #include "cli/link/commands.h"
 #include "cli/link/link_text.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/interrupt.h"
 #include "velmora/link/dde_com.h"
 
 namespace velmora::cli {
@@ -28,7 +28,7 @@ void LinkListen(const LinkOptions& options) {
   Kept kept;
   com.m_pNotifyWnd = &kept;
   ConnectToProgram();
-  Sink sink("");
+  OutputFile sink("");
   RecordWriter records(
       sink, options.output.Format(),
       {{"message", "message", true}, {"wparam", "wParam", true}, {"lparam", "lParam", true}});

@@ -1,8 +1,8 @@
 #include "cli/link/script.h"
 
-#include "cli/error.h"
 #include "cli/input/rows.h"
 #include "cli/link/link_text.h"
+#include "cli/terminal/error.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

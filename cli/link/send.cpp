@@ -1,8 +1,8 @@
-#include "cli/error.h"
+#include "cli/context/project_folder.h"
 #include "cli/link/commands.h"
 #include "cli/link/link_text.h"
-#include "cli/project/project_folder.h"
-#include "cli/stop_watch.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/stop_watch.h"
 #include "velmora/link/dde_com.h"
 
 namespace velmora::cli {
@@ -34,7 +34,7 @@ void LinkSend(const LinkOptions& options) {
   ConnectToProgram();
   WaitForGreeting();
   for (const std::string& text : texts) CDdeCom::DdeMessage(CStringA(text));
-  const int answer = CDdeCom::Settle(kAnswerLimit);
+  const int answer = CDdeCom::WaitForReplies(kAnswerLimit);
   CDdeCom::Close();
   if (answer < 0) throw Refusal("the field-data program has refused what was sent, or has gone");
   if (answer > 0) Warn("sent; the field-data program has not answered within a second");

@@ -1,11 +1,11 @@
 #include <cstdlib>
 #include <map>
 
-#include "cli/error.h"
-#include "cli/interrupt.h"
 #include "cli/link/commands.h"
 #include "cli/link/dde_server.h"
 #include "cli/link/script.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/interrupt.h"
 
 namespace velmora::cli {
 namespace {
@@ -79,7 +79,7 @@ class StandIn {
 
   const std::vector<ScriptStep>& steps_;
   DdeServer server_;
-  Sink sink_{""};
+  OutputFile sink_{""};
   RecordWriter records_;
   std::map<int, ScriptPlayer> players_;  // by client
   bool gone_ = false;

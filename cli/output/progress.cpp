@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "cli/terminal.h"
+#include "cli/terminal/terminal.h"
 
 namespace velmora::cli {
 namespace {

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "cli/error.h"
 #include "cli/output/csv_text.h"
-#include "cli/station_text.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -44,7 +44,7 @@ OutputFormat OutputOptions::Format() const {
   return OutputFormat::kTable;
 }
 
-RecordWriter::RecordWriter(Sink& sink, OutputFormat format, std::vector<Column> columns)
+RecordWriter::RecordWriter(OutputFile& sink, OutputFormat format, std::vector<Column> columns)
     : sink_(sink), format_(format), columns_(std::move(columns)) {
   for (size_t i = 0; i < columns_.size(); ++i) {
     const Column& column = columns_[i];

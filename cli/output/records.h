@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "cli/output/sink.h"
+#include "cli/output/output_file.h"
 
 namespace velmora::cli {
 
@@ -51,7 +51,7 @@ struct Column {
 // value are null.
 class RecordWriter {
  public:
-  RecordWriter(Sink& sink, OutputFormat format, std::vector<Column> columns);
+  RecordWriter(OutputFile& sink, OutputFormat format, std::vector<Column> columns);
   // For rows that are to be seen as they come: the table's columns are as wide as their titles.
   void Begin();
   void Row(const std::vector<Cell>& cells);
@@ -64,7 +64,7 @@ class RecordWriter {
   void TableRow(const std::vector<std::string>& texts);
   void StartTable();
 
-  Sink& sink_;
+  OutputFile& sink_;
   OutputFormat format_;
   std::vector<Column> columns_;
   std::vector<size_t> shown_;  // which cells of a row are written

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "cli/error.h"
 #include "cli/input/rows.h"
-#include "cli/options.h"
+#include "cli/output/options.h"
 #include "cli/output/records.h"
+#include "cli/terminal/error.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
@@ -99,7 +99,7 @@ void ShowPoints(const ShowOptions& options) {
   int count = 0;
   points.Where(&count);
   const OutputFormat format = options.output.Format();
-  Sink sink(options.output.file, {options.file});
+  OutputFile sink(options.output.file, {options.file});
   if (format == OutputFormat::kTable) {
     const double header[] = {points.huvud1, points.huvud2, points.huvud3,
                              points.huvud4, points.huvud5, points.huvud6};

@@ -8,8 +8,8 @@
 #include <map>
 #include <utility>
 
-#include "cli/error.h"
-#include "cli/stop_watch.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/stop_watch.h"
 
 namespace velmora::cli {
 namespace {

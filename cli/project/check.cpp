@@ -2,13 +2,13 @@
 #include <map>
 #include <vector>
 
-#include "cli/absolute_path.h"
 #include "cli/codes/check.h"
-#include "cli/env/environment.h"
-#include "cli/error.h"
+#include "cli/context/environment.h"
+#include "cli/context/project_folder.h"
 #include "cli/project/check_names.h"
 #include "cli/project/commands.h"
-#include "cli/project/project_folder.h"
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 #include "velmora/text/letters.h"
@@ -122,7 +122,7 @@ void ProjectCheck(const ProjectOptions& options) {
   if (const CString list = FolderList(options.folder_list); !list.IsEmpty())
     CheckFolderList(list, folder, &findings);
 
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
     sink.Write("Nothing missing, nothing odd.\n");

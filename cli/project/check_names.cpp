@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include "cli/error.h"
+#include "cli/terminal/error.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/real_path.h"
 #include "velmora/platform/text_file.h"
-#include "velmora/project/folder_levels.h"
 
 namespace velmora::cli {
 namespace {

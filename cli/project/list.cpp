@@ -2,8 +2,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "cli/error.h"
 #include "cli/project/commands.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/dir_sort.h"
@@ -53,7 +53,7 @@ void ProjectList(const ProjectOptions& options) {
     throw Refusal(At(options.folder, whole_folder ? "the folder is empty"
                                                   : "nothing matches; check the folder and the wildcards"));
   }
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"name", "name"}, {"size", "size", true}, {"date", "date"}, {"time", "time"}});
   const auto sizes = SizesOf(pattern);

@@ -1,12 +1,12 @@
 #include <chrono>
 #include <filesystem>
 
-#include "cli/absolute_path.h"
-#include "cli/env/environment.h"
-#include "cli/error.h"
+#include "cli/context/environment.h"
+#include "cli/context/project_folder.h"
 #include "cli/project/commands.h"
-#include "cli/project/project_folder.h"
-#include "cli/questions.h"
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -60,7 +60,7 @@ void ProjectNew(const ProjectOptions& options) {
   if (made == 0)
     throw Refusal(At(options.folder,
                      "the project was not made, or not all of it; what stood there before is untouched"));
-  Sink sink("");
+  OutputFile sink("");
   sink.Write(PathForDisplay(folder) + "\n");
   sink.Finish();
 }

@@ -1,5 +1,5 @@
+#include "cli/context/project_folder.h"
 #include "cli/project/commands.h"
-#include "cli/project/project_folder.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -27,7 +27,7 @@ constexpr NamedPath kPaths[] = {
 void ProjectPaths(const ProjectOptions& options) {
   CProjPath project;
   project.SetPath(ProjectFolder(options.folder));
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"field", "field"}, {"state", "there"}, {"path", "path"}});
   for (const NamedPath& named : kPaths) {

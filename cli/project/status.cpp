@@ -1,5 +1,5 @@
-#include "cli/error.h"
 #include "cli/project/commands.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/string_table.h"
 #include "velmora/project/projekt_status.h"
 #include "velmora/text/numbers.h"
@@ -25,7 +25,7 @@ void ProjectStatus(const ProjectOptions& options) {
       throw Refusal(Quoted(options.status) + " is no project status; velmora project status lists them");
     only = {static_cast<std::int64_t>(number), ToUtf8(states.GetStatus())};
   }
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(), {{"number", "number", true}, {"text", "text"}});
   if (!only.empty()) records.Row(only);
   for (int at = only.empty() ? states.Home() : -1; at == 0; at = states++ == nullptr ? -1 : 0)

@@ -1,8 +1,8 @@
-#include "cli/error.h"
-#include "cli/project/project_folder.h"
+#include "cli/context/project_folder.h"
+#include "cli/context/settings_context.h"
 #include "cli/settings/commands.h"
 #include "cli/settings/parameters.h"
-#include "cli/settings/workplace.h"
+#include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
@@ -33,7 +33,7 @@ ParameterFile FileOf(const SettingsOptions& options) {
 // The file that a side means: what a project's programs find, or a file alone. Empty when there is none.
 CString PathOf(const std::string& side, const ParameterFile& file) {
   if (!IsFolder(side)) return ProjectFolder(side);
-  const std::vector<Place> places = Workplace(side).PlacesOf(file.name);
+  const std::vector<Place> places = SettingsContext(side).PlacesOf(file.name);
   const Place* place = PlaceInUse(places);
   return place == nullptr ? CString() : place->path;
 }
@@ -60,7 +60,7 @@ void SettingsDiff(const SettingsOptions& options) {
   for (const Setting& setting : b.All())
     if (a.Find(setting.key) == nullptr) keys.push_back(setting.key);
 
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
   if (table) sink.Write("A: " + ShownPath(path_a) + "\nB: " + ShownPath(path_b) + "\n\n");

@@ -1,10 +1,10 @@
 #include <algorithm>
 
 #include "cli/codes/check.h"
-#include "cli/error.h"
+#include "cli/context/settings_context.h"
 #include "cli/settings/commands.h"
 #include "cli/settings/parameters.h"
-#include "cli/settings/workplace.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -23,9 +23,9 @@ struct Listing {
 };
 
 Listing Find(const SettingsOptions& options) {
-  const Workplace workplace(options.project);
+  const SettingsContext context(options.project);
   const ParameterFile file = ParameterFileNamed(FromUtf8(options.file.empty() ? kUsualFile : options.file));
-  std::vector<Place> places = workplace.PlacesOf(file.name);
+  std::vector<Place> places = context.PlacesOf(file.name);
   const Place* in_use = PlaceInUse(places);
   const Settings settings(file, in_use == nullptr ? CString() : in_use->path);
   return {file, std::move(places), in_use, settings};
@@ -74,7 +74,7 @@ bool IsMisread(const Listing& listing) {
                      [](const LineFinding& finding) { return finding.misread; });
 }
 
-void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, Sink* sink,
+void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, OutputFile* sink,
                OutputFormat format) {
   RecordWriter records(*sink, format,
                        {{"key", "key"},
@@ -96,7 +96,7 @@ void SettingsList(const SettingsOptions& options) {
   std::vector<const Setting*> chosen;
   for (const Setting& setting : listing.settings.All())
     if (!options.changed || Differs(setting) || !setting.built_in) chosen.push_back(&setting);
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
   if (table) sink.Write(Heading(listing) + "\n\n");
@@ -114,7 +114,7 @@ void SettingsGet(const SettingsOptions& options) {
     throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + trouble
                                             : At(PathForDisplay(listing.in_use->path), "has " + trouble));
   }
-  Sink sink("");
+  OutputFile sink("");
   if (options.output.Format() == OutputFormat::kTable)
     sink.Write(Printable(ToUtf8(setting->value)) + "\n");
   else
@@ -126,13 +126,13 @@ void SettingsWhere(const SettingsOptions& options) {
   std::vector<const wchar_t*> names = {
       CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
       CProjPath::Kodfil,         CProjPath::Miljkod,        CProjPath::Linkod};
-  const Workplace workplace(options.project);
-  Sink sink(options.output.file);
+  const SettingsContext context(options.project);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
   for (const wchar_t* name : names) {
     if (!options.file.empty() && FromUtf8(options.file).CompareNoCase(name) != 0) continue;
-    const std::vector<Place> places = workplace.PlacesOf(name);
+    const std::vector<Place> places = context.PlacesOf(name);
     const Place* in_use = PlaceInUse(places);
     for (const Place& place : places)
       records.Row({ToUtf8(name),
@@ -143,7 +143,7 @@ void SettingsWhere(const SettingsOptions& options) {
   }
   records.Finish();
   sink.Finish();
-  if (!workplace.HasInstallation())
+  if (!context.HasInstallation())
     Warn("no installation found, so these are the usual folders; make one: velmora env install --to DIR");
 }
 

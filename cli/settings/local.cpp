@@ -2,13 +2,13 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "cli/error.h"
-#include "cli/questions.h"
+#include "cli/context/settings_context.h"
 #include "cli/settings/commands.h"
-#include "cli/settings/workplace.h"
+#include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/settings/local_files.h"
+#include "velmora/settings/project_copies.h"
 #include "velmora/settings/settings_file.h"
 
 namespace velmora::cli {
@@ -18,12 +18,12 @@ std::vector<LocalFile> FilesMeant(const SettingsOptions& options) {
   return options.stones ? std::vector<LocalFile>{LocalStoneFile()} : LocalFiles();
 }
 
-std::string ShownFolder(Workplace& workplace) { return PathForDisplay(workplace.Project()->m_ProjKat); }
+std::string ShownFolder(SettingsContext& context) { return PathForDisplay(context.Project()->m_ProjKat); }
 
 // Where the installation's files are a project's, there is nothing to copy and all to lose.
-void RequireOwnFolder(Workplace& workplace) {
-  const std::string folder = ShownFolder(workplace);
-  for (const CString* installed : {&workplace.Ini()->m_cfgDir, &workplace.Ini()->m_programDir})
+void RequireOwnFolder(SettingsContext& context) {
+  const std::string folder = ShownFolder(context);
+  for (const CString* installed : {&context.Ini()->m_cfgDir, &context.Ini()->m_programDir})
     if (!installed->IsEmpty() && SameFile(folder, PathForDisplay(*installed)))
       throw Refusal(
           At(folder, "holds the installation's own settings and is no project; give --project another"));
@@ -38,11 +38,11 @@ struct Planned {
   bool replaced = false;
 };
 
-std::vector<Planned> Plan(const SettingsOptions& options, Workplace& workplace) {
+std::vector<Planned> Plan(const SettingsOptions& options, SettingsContext& context) {
   std::vector<Planned> plan;
   for (const LocalFile& file : FilesMeant(options)) {
-    Planned planned{file, JoinPath(workplace.Project()->m_ProjKat, file.name), {}, {}};
-    planned.source = FirstExisting(SettingsFilePaths(workplace.Ini(), nullptr, file.name));
+    Planned planned{file, JoinPath(context.Project()->m_ProjKat, file.name), {}, {}};
+    planned.source = FirstExisting(SettingsFilePaths(context.Ini(), nullptr, file.name));
     planned.before = GetFileStatus(planned.path);
     planned.replaced = planned.before && options.overwrite && file.replaceable;
     plan.push_back(planned);
@@ -90,19 +90,19 @@ std::string Done(const Planned& planned) {
 }  // namespace
 
 void LocalCreate(const SettingsOptions& options) {
-  Workplace workplace(options.project);
-  RequireOwnFolder(workplace);
-  const std::vector<Planned> plan = Plan(options, workplace);
+  SettingsContext context(options.project);
+  RequireOwnFolder(context);
+  const std::vector<Planned> plan = Plan(options, context);
   const std::string replaced = Replaced(plan);
-  if (!replaced.empty()) Confirm(At(ShownFolder(workplace), "replace " + replaced + "?"), options.yes);
+  if (!replaced.empty()) Confirm(At(ShownFolder(context), "replace " + replaced + "?"), options.yes);
 
-  CTundrilInst facade = workplace.Facade();
+  CTundrilInst facade = context.Facade();
   if (options.stones)
     facade.CreateLokalStenFil(options.overwrite ? 1 : 0);
   else
     facade.CreateLokalaFiler(options.overwrite ? 1 : 0, 1);
 
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"file", "file"}, {"done", "done"}, {"source", "from"}});
   bool failed = false;
@@ -115,27 +115,27 @@ void LocalCreate(const SettingsOptions& options) {
   records.Finish();
   sink.Finish();
   if (failed)
-    throw Refusal(At(ShownFolder(workplace),
+    throw Refusal(At(ShownFolder(context),
                      "some files could not be written; check the permissions and the space there"));
 }
 
 void LocalRemove(const SettingsOptions& options) {
-  Workplace workplace(options.project);
-  RequireOwnFolder(workplace);
-  std::vector<Planned> plan = Plan(options, workplace);
+  SettingsContext context(options.project);
+  RequireOwnFolder(context);
+  std::vector<Planned> plan = Plan(options, context);
   std::erase_if(plan, [](const Planned& planned) { return !planned.before; });
   std::string names;
   for (const Planned& planned : plan) names += (names.empty() ? "" : ", ") + ToUtf8(planned.file.name);
-  if (plan.empty()) throw Refusal(At(ShownFolder(workplace), "has none of these files of its own"));
-  Confirm(At(ShownFolder(workplace), "delete " + names + "?"), options.yes);
+  if (plan.empty()) throw Refusal(At(ShownFolder(context), "has none of these files of its own"));
+  Confirm(At(ShownFolder(context), "delete " + names + "?"), options.yes);
 
-  CTundrilInst facade = workplace.Facade();
+  CTundrilInst facade = context.Facade();
   if (options.stones)
     facade.RemoveLokalStenFil();
   else
     facade.RemoveLokalaFiler();
 
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(), {{"file", "file"}, {"done", "done"}});
   bool failed = false;
   for (const Planned& planned : plan) {
@@ -146,19 +146,19 @@ void LocalRemove(const SettingsOptions& options) {
   records.Finish();
   sink.Finish();
   if (failed)
-    throw Refusal(At(ShownFolder(workplace),
+    throw Refusal(At(ShownFolder(context),
                      "some files could not be deleted: a folder of that name, or no permission there"));
 }
 
 void LocalStatus(const SettingsOptions& options) {
-  Workplace workplace(options.project);
+  SettingsContext context(options.project);
   std::vector<LocalFile> files = FilesMeant(options);
   if (!options.stones) files.push_back(LocalStoneFile());
-  Sink sink(options.output.file);
+  OutputFile sink(options.output.file);
   RecordWriter records(sink, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"path", "path"}});
   for (const LocalFile& file : files) {
-    const std::vector<Place> places = workplace.PlacesOf(file.name);
+    const std::vector<Place> places = context.PlacesOf(file.name);
     const Place* place = PlaceInUse(places);
     const bool own = place == &places.front();
     records.Row({ToUtf8(file.name),

@@ -23,7 +23,7 @@ void KeepFindingsOfWrite(const CString& key, const TextLines& lines, LineFinding
     if (finding.line != own && !lines[static_cast<size_t>(finding.line) - 1].cut) finding.lost = false;
 }
 
-std::string FillRigLines(Workplace* workplace, const CString& path, const CString& key) {
+std::string FillRigLines(SettingsContext* context, const CString& path, const CString& key) {
   const TextLines lines = TextLinesOf(path);
   const int own = PlaceOfJb23Key(key.GetView()).line;
   std::vector<int> filled;
@@ -31,7 +31,7 @@ std::string FillRigLines(Workplace* workplace, const CString& path, const CStrin
     const auto index = static_cast<size_t>(number) - 1;
     if (index < lines.size() && !IsVacant(lines[index])) continue;
     const Jb23Keys keys = Jb23KeysOfLine(number);
-    CTundrilInst settings = workplace->Facade();
+    CTundrilInst settings = context->Facade();
     for (const wchar_t* missing : {keys.scale, keys.step})
       settings.Jb23WriteKey(missing, DefaultValue(Jb23Defaults(), missing));
     filled.push_back(number);

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "cli/codes/line_finding.h"
+#include "cli/context/settings_context.h"
 #include "cli/input/text_lines.h"
-#include "cli/settings/workplace.h"
 
 namespace velmora::cli {
 
@@ -16,7 +16,7 @@ void KeepFindingsOfWrite(const CString& key, const TextLines& lines, LineFinding
 // Puts the built-in values into the lines up to the key's that the file lacks: a value written to a short
 // file would else land on the line behind its last one. Returns a line that says so, empty when nothing
 // was missing. Throws a Refusal when the file cannot be written.
-std::string FillRigLines(Workplace* workplace, const CString& path, const CString& key);
+std::string FillRigLines(SettingsContext* context, const CString& path, const CString& key);
 
 }  // namespace velmora::cli
 

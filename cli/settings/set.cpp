@@ -1,9 +1,9 @@
 #include "cli/codes/check.h"
-#include "cli/error.h"
+#include "cli/context/settings_context.h"
 #include "cli/settings/commands.h"
 #include "cli/settings/parameters.h"
 #include "cli/settings/rig_lines.h"
-#include "cli/settings/workplace.h"
+#include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/settings/tundril_cfg.h"
@@ -42,11 +42,11 @@ void RequireReadable(const ParameterFile& file, const CString& key, const CStrin
     Refuse("blanks at the ends of a key would belong to it, and no program asks for such a key");
 }
 
-void Write(Workplace* workplace, const ParameterFile& file, const CString& key, const CString& value) {
+void Write(SettingsContext* context, const ParameterFile& file, const CString& key, const CString& value) {
   if (file.name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
-    CTundrilCFG(workplace->Ini()).WriteKey(key, value);
+    CTundrilCFG(context->Ini()).WriteKey(key, value);
   else
-    workplace->Facade().WriteKey(file.name, key, value);
+    context->Facade().WriteKey(file.name, key, value);
 }
 
 std::string Before(const Setting* setting, const ParameterFile& file) {
@@ -72,13 +72,13 @@ void SettingsSet(const SettingsOptions& options) {
   // The rig's keys are found by their exact letters only when they are written.
   if (file.rig) key.MakeUpper();
 
-  Workplace workplace(options.project);
-  const Place place = workplace.RequirePlace(file.name);
+  SettingsContext context(options.project);
+  const Place place = context.RequirePlace(file.name);
   const std::string path = PathForDisplay(place.path);
   const Settings settings(file, place.path);
   const Setting* before = settings.Find(key);
   const bool stored = before != nullptr && before->stored;
-  Sink sink("");
+  OutputFile sink("");
   if (stored ? before->value == value : value.IsEmpty()) {
     sink.Write(path +
                (value.IsEmpty() ? " has no " + Printable(ToUtf8(key))
@@ -93,8 +93,8 @@ void SettingsSet(const SettingsOptions& options) {
   if (file.rig) KeepFindingsOfWrite(key, lines, &findings);
   RefuseLosses(place.path, findings, options.force);
   std::string filled;
-  if (file.rig) filled = FillRigLines(&workplace, place.path, key);
-  Write(&workplace, file, key, value);
+  if (file.rig) filled = FillRigLines(&context, place.path, key);
+  Write(&context, file, key, value);
   if (StoredValue(file, place.path, key) != value) RefuseUnwritten(place.path);
   const std::string name = Printable(ToUtf8(key));
   sink.Write(

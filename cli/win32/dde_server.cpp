@@ -8,8 +8,8 @@
 #include <map>
 #include <utility>
 
-#include "cli/error.h"
 #include "cli/link/link_text.h"
+#include "cli/terminal/error.h"
 #include "velmora/link/conversation.h"
 #include "velmora/link/dde_com.h"
 #include "velmora/text/codepage.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/alignment/shapes.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 
 namespace velmora {
 namespace {

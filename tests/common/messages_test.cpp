@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/recorded_messages.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/common/string_table.h"
 
 namespace velmora {

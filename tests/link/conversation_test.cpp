@@ -71,7 +71,7 @@ TEST_F(Conversation, FromGreetingToClose) {
   string longest = "poke,-1,";
   for (int i = 0; i < 511; ++i) longest += "å";
   EXPECT_TRUE(Sees(longest));
-  EXPECT_EQ(CDdeCom::Settle(2000), TestBus::TellsAnswers() ? 0 : 1);
+  EXPECT_EQ(CDdeCom::WaitForReplies(2000), TestBus::TellsAnswers() ? 0 : 1);
   CDdeCom::Close();
   CDdeCom::Close();
   EXPECT_FALSE(CDdeCom::m_Hconv);
@@ -144,7 +144,7 @@ TEST_F(Conversation, NobodyThere) {
   EXPECT_FALSE(CDdeCom::m_Hconv);
   EXPECT_EQ(CDdeCom::DdeMessage("x"), 0);
   EXPECT_FALSE(CDdeCom::IsServerThere());
-  EXPECT_EQ(CDdeCom::Settle(0), -1);
+  EXPECT_EQ(CDdeCom::WaitForReplies(0), -1);
   CDdeCom::Close();
 }
 
@@ -160,7 +160,7 @@ TEST_F(Conversation, AServerThatDies) {
     EXPECT_TRUE(CDdeCom::m_Hconv);
     EXPECT_EQ(CDdeCom::Connect(), 0);
     EXPECT_EQ(CDdeCom::DdeMessage("x"), 0);
-    EXPECT_NE(CDdeCom::Settle(1000), 0);
+    EXPECT_NE(CDdeCom::WaitForReplies(1000), 0);
     CDdeCom::HandlePending(100);
     CDdeCom::Close();
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));

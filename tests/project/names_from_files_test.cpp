@@ -8,9 +8,9 @@
 
 #include "tests/environment/installed.h"
 #include "velmora/alignment/vag2.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/environment/installed.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"

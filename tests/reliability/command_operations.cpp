@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "cli/env/commands.h"
-#include "cli/error.h"
-#include "cli/output/sink.h"
+#include "cli/output/output_file.h"
+#include "cli/terminal/error.h"
 #include "tests/reliability/operations.h"
 #include "velmora/platform/files.h"
 
@@ -33,7 +33,7 @@ void AddCommandOperations(std::vector<Operation>* operations) {
        .run =
            [](Scene& s) {
              return Result([&] {
-               cli::Sink sink(PathForDisplay(s.At(L"OUT.CSV")));
+               cli::OutputFile sink(PathForDisplay(s.At(L"OUT.CSV")));
                sink.Write(std::string(100'000, 'r'));
                sink.Finish();
              });

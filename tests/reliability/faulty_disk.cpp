@@ -20,13 +20,13 @@ std::string FaultyDisk::RelativePath(const std::filesystem::path& path) {
                                                          : relative;
 }
 
-DiskTrouble FaultyDisk::Before(const DiskCall& call, size_t* count) {
+InjectedError FaultyDisk::Before(const DiskCall& call, size_t* count) {
   actions_.push_back(call.action);
   if (fault_.at == 0 || Calls() < fault_.at || (Calls() > fault_.at && !fault_.lasting))
-    return DiskTrouble::kNone;
+    return InjectedError::kNone;
   if (Calls() > fault_.at || fault_.most == kAll) return fault_.trouble;
   *count = std::min(*count, fault_.most);
-  return DiskTrouble::kNone;
+  return InjectedError::kNone;
 }
 
 void FaultyDisk::After(const DiskCall& call, bool done) {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/reliability/power_cut.h"
-#include "velmora/platform/disk_watch.h"
+#include "velmora/platform/disk_hook.h"
 
 namespace velmora::testing {
 
@@ -19,15 +19,15 @@ inline constexpr size_t kAll = static_cast<size_t>(-1);
 struct Fault {
   int at = 0;
   bool lasting = false;  // and at every later one
-  DiskTrouble trouble = DiskTrouble::kNone;
+  InjectedError trouble = InjectedError::kNone;
   size_t most = kAll;  // the first call is no failure, but a write that writes this many bytes at most
 };
 
 // The process's watch for as long as it lives.
-class FaultyDisk : public DiskWatch {
+class FaultyDisk : public DiskHook {
  public:
-  explicit FaultyDisk(std::filesystem::path root) : root_(std::move(root)), previous_(SetDiskWatch(this)) {}
-  ~FaultyDisk() override { SetDiskWatch(previous_); }
+  explicit FaultyDisk(std::filesystem::path root) : root_(std::move(root)), previous_(SetDiskHook(this)) {}
+  ~FaultyDisk() override { SetDiskHook(previous_); }
   FaultyDisk(const FaultyDisk&) = delete;
   FaultyDisk& operator=(const FaultyDisk&) = delete;
 
@@ -39,7 +39,7 @@ class FaultyDisk : public DiskWatch {
   // Changes of something that does not lie below the root.
   const std::vector<std::string>& Strays() const { return strays_; }
 
-  DiskTrouble Before(const DiskCall& call, size_t* count) override;
+  InjectedError Before(const DiskCall& call, size_t* count) override;
   void After(const DiskCall& call, bool done) override;
   // For one who writes anywhere in a file, or cuts it.
   void Wrote(const std::filesystem::path& path, std::string_view bytes, size_t offset, bool truncates);
@@ -48,7 +48,7 @@ class FaultyDisk : public DiskWatch {
   std::string RelativePath(const std::filesystem::path& path);
 
   std::filesystem::path root_;
-  DiskWatch* previous_;
+  DiskHook* previous_;
   Fault fault_;
   std::vector<DiskAction> actions_;
   std::vector<DiskEvent> events_;

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "tests/reliability/tree.h"
-#include "velmora/platform/disk_watch.h"
+#include "velmora/platform/disk_hook.h"
 
 namespace velmora::testing {
 

@@ -163,7 +163,8 @@ class Sweep : public ::testing::TestWithParam<Operation> {
     if (told == op_.done && WithoutTemporaries(files) == after_) {
       ++succeeded_;
       // A database makes up for it later.
-      if (fault.trouble != DiskTrouble::kPassing && fault.most == kAll && op_.registry == Registry::kUnused) {
+      if (fault.trouble != InjectedError::kTransient && fault.most == kAll &&
+          op_.registry == Registry::kUnused) {
         EXPECT_TRUE(failed != DiskAction::kWrite && failed != DiskAction::kFlush) << "it is not on the disk";
       }
     } else {
@@ -217,7 +218,7 @@ TEST_P(Sweep, EveryCallFailsInEveryWay) {
   // On Windows the registry is the system's.
   if (calls_ == 0 && !Promises().database_is_a_file && op_.registry != Registry::kUnused) return;
   ASSERT_GT(calls_, 0);
-  using enum DiskTrouble;
+  using enum InjectedError;
   // On Windows another program's hold on a file looks like a denial, and is waited for, up to seconds.
   const bool all = !Promises().denials_are_waited_for || op_.name == "ReplaceAFile";
   // The many calls of a long operation are the same ones again and again.
@@ -231,7 +232,7 @@ TEST_P(Sweep, EveryCallFailsInEveryWay) {
   const int failed = count_.faults - succeeded_;
   // On Windows that is another program's hold on a file, which only opening and renaming wait for.
   if (!is_long && !Promises().denials_are_waited_for)
-    SweepFaults({.at = 1, .trouble = kPassing}, "interrupted");
+    SweepFaults({.at = 1, .trouble = kTransient}, "interrupted");
   if (!is_long) SweepFaults({.at = 1, .most = 1}, "one byte written");
   EXPECT_EQ(count_.faults - succeeded_, failed) << "what passes is no failure";
   // The disk gets full within a write.

@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora {

@@ -5,7 +5,6 @@
 
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -19,7 +18,7 @@ struct WorkingArea {
 };
 
 // Takes a file's lines one after the other from the first.
-class VELMORA_API AreaLines {
+class AreaLines {
  public:
   explicit AreaLines(WorkingArea* area) : area_(area) {}
 
@@ -36,7 +35,7 @@ class VELMORA_API AreaLines {
 };
 
 // The three lines of the area.
-VELMORA_API CString FormatArea(const WorkingArea& area);
+CString FormatArea(const WorkingArea& area);
 
 }  // namespace velmora
 

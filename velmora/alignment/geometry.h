@@ -11,7 +11,6 @@
 #include <optional>
 
 #include "velmora/alignment/alignment_point.h"
-#include "velmora/export.h"
 
 namespace velmora {
 
@@ -48,11 +47,11 @@ struct Arc {
 // sagitta is |bulge| c / 2 and the radius (c²/4 + sagitta²) / (2 sagitta). A positive bulge turns
 // counter-clockwise: the centre of an arc below a half circle lies to the left of a→b. Neither a bulge
 // of 0 nor a chord of 0 has a circle; the results are then no numbers.
-VELMORA_API Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge);
+Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge);
 
 // The bulge of the shorter arc of this radius from `a` to `b`; a positive radius turns clockwise and
 // gives a negative bulge. Nothing when the radius is smaller than half the chord or the chord is 0.
-VELMORA_API std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius);
+std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius);
 
 // Where the foot of a point lies along a segment.
 enum class FootPlace { kDegenerate = 0, kInside = 1, kOutside = 2 };
@@ -87,7 +86,7 @@ struct Direction {
   double rank;
   double angle;
 };
-VELMORA_API Direction DirectionFromCentre(double dh, double dv);
+Direction DirectionFromCentre(double dh, double dv);
 
 // What of an arc does not depend on the point whose foot is looked for.
 struct ArcFrame {
@@ -104,11 +103,11 @@ struct ArcFrame {
                         : first <= rank && rank <= last;
   }
 };
-VELMORA_API ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b);
+ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b);
 
 // The foot of `p` on the arc from `a` (with its bulge) to `b`: inside or outside the arc's angle.
 // Outside leaves along and offset 0.
-VELMORA_API Foot FootOnArc(const ArcFrame& arc, PlanePoint p);
+Foot FootOnArc(const ArcFrame& arc, PlanePoint p);
 inline Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p) {
   return FootOnArc(FrameOfArc(a, bulge, b), p);
 }
@@ -121,15 +120,15 @@ inline Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p) {
 
 // The point at station `station` and offset `offset` of the segment a→b. On a straight, position is
 // proportional to station, not to measured length. An arc runs the shorter way between its ends.
-VELMORA_API PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset);
+PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset);
 
 // The length by which station grows over the arc between two points, measured by its foot; 0 where
 // coincident points leave no arc.
-VELMORA_API double ArcLength(PlanePoint from, PlanePoint to, double bulge);
+double ArcLength(PlanePoint from, PlanePoint to, double bulge);
 
 // The level at a station within a profile's segment: `x` is the level, `y` the station in the plane and
 // `sek` the station by which the position is interpolated.
-VELMORA_API double LevelOnSegment(const kovltype& a, const kovltype& b, double station);
+double LevelOnSegment(const kovltype& a, const kovltype& b, double station);
 
 }  // namespace velmora
 

@@ -1,7 +1,7 @@
 #include "velmora/alignment/stod_punkt.h"
 
 #include "velmora/alignment/support_lines.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/text_hooks.h"
 #include "velmora/platform/files.h"

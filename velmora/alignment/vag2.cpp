@@ -18,8 +18,8 @@ CVag2::CVag2() {
 }
 
 // `sink` as a LineSink; what does nothing with points costs nothing.
-template <class Sink>
-int CVag2::ReadLines(TextReader& reader, Sink sink) {
+template <class OutputFile>
+int CVag2::ReadLines(TextReader& reader, OutputFile sink) {
   Clear(&plan);
   Clear(&profil);
   // The second line can decide what the first one is.

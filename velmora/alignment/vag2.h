@@ -60,8 +60,8 @@ class VELMORA_API CVag2 {
   int SaveOmr(CProjPath* project);
 
  private:
-  template <class Sink>
-  int ReadLines(TextReader& reader, Sink sink);
+  template <class OutputFile>
+  int ReadLines(TextReader& reader, OutputFile sink);
 };
 
 }  // namespace velmora

@@ -5,7 +5,7 @@
 #include "velmora/alignment/station_area.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/alignment/vaglinje.h"
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/common/messages.h"
 
 namespace velmora {

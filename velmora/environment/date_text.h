@@ -2,7 +2,6 @@
 #ifndef VELMORA_ENVIRONMENT_DATE_TEXT_H_
 #define VELMORA_ENVIRONMENT_DATE_TEXT_H_
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -12,7 +11,7 @@ namespace velmora {
 //
 //   DateText(126, 7, 9)   // 2026-07-09
 //   DateText(26, 7, 9)    // the same
-VELMORA_API CString DateText(int years_since_1900, int month, int day);
+CString DateText(int years_since_1900, int month, int day);
 
 // The local date.
 CString TodayText();

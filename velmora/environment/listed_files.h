@@ -4,18 +4,17 @@
 
 #include <vector>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
 
-VELMORA_API bool IsFolder(const CString& path);
+bool IsFolder(const CString& path);
 
 // The names of the files in a folder, as CDirSort lists them unsorted. Empty for an empty name, for a
 // folder that is not there and for a path of kLongestFolder characters or more: nothing can be copied
 // from there.
 inline constexpr int kLongestFolder = 260;
-VELMORA_API std::vector<CString> FilesIn(const CString& folder);
+std::vector<CString> FilesIn(const CString& folder);
 
 }  // namespace velmora
 

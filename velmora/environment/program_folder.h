@@ -2,7 +2,6 @@
 #ifndef VELMORA_ENVIRONMENT_PROGRAM_FOLDER_H_
 #define VELMORA_ENVIRONMENT_PROGRAM_FOLDER_H_
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -13,7 +12,7 @@ namespace velmora {
 //
 //   ProgramFolderFromCommandLine(L"\"C:\\Suite\\Prog\\a.exe\" x", false)   // C:\SUITE\PROG
 //   ProgramFolderFromCommandLine(L"\"C:\\Suite\\Prog\\a.exe\"", true)      // C:\Suite
-VELMORA_API CString ProgramFolderFromCommandLine(const CString& command_line, bool parent);
+CString ProgramFolderFromCommandLine(const CString& command_line, bool parent);
 
 }  // namespace velmora
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <vector>
 
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/application_profile.h"
@@ -15,7 +16,6 @@
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"
 #include "velmora/platform/shell_folders.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/installation.h"
 #include "velmora/environment/listed_files.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {

@@ -8,7 +8,6 @@
 #ifndef VELMORA_ENVIRONMENT_USER_FOLDERS_H_
 #define VELMORA_ENVIRONMENT_USER_FOLDERS_H_
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -16,8 +15,8 @@ namespace velmora {
 inline constexpr wchar_t kIniName[] = L"Velmora.ini";
 inline constexpr wchar_t kRelease[] = L"R20";
 
-VELMORA_API CString UserFolder(const CString& data_folder, const CString& release, const CString& sub);
-VELMORA_API CString SharedFolder(const CString& data_folder, const CString& sub);
+CString UserFolder(const CString& data_folder, const CString& release, const CString& sub);
+CString SharedFolder(const CString& data_folder, const CString& sub);
 
 // What the path of a user's ini file tells: the two characters of its folder's end, and the three of
 // the folder above. Shorter or empty when the path has less.
@@ -27,11 +26,11 @@ struct IniPathParts {
   CString sub;
   CString release;
 };
-VELMORA_API IniPathParts SplitIniPath(const CString& ini_path);
+IniPathParts SplitIniPath(const CString& ini_path);
 
 // The same path where the maker's former name was used; empty when `path` does not lie in the maker's
 // folder. A data folder that happens to have the maker's name in it keeps it.
-VELMORA_API CString FormerMakerPath(const CString& path);
+CString FormerMakerPath(const CString& path);
 
 }  // namespace velmora
 

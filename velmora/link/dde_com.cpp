@@ -125,6 +125,6 @@ int CDdeCom::SetProjPath(const char* path) {
 bool CDdeCom::HandlePending(int wait_ms) { return DdeChannel::Handle(wait_ms); }
 int CDdeCom::Descriptor() { return DdeChannel::Descriptor(); }
 bool CDdeCom::IsServerThere() { return DdeChannel::IsOpen(m_Hconv); }
-int CDdeCom::Settle(int wait_ms) { return DdeChannel::Settle(m_Hconv, wait_ms); }
+int CDdeCom::WaitForReplies(int wait_ms) { return DdeChannel::WaitForReplies(m_Hconv, wait_ms); }
 
 }  // namespace velmora

@@ -49,7 +49,7 @@ class VELMORA_API CDdeCom {
   // answer the system's broadcast.
   static int Connect();
   // Sends the text, cut to 511 characters, on the current item. Does not wait and always returns 0:
-  // whether it was taken, Settle tells.
+  // whether it was taken, WaitForReplies tells.
   static int DdeMessage(const CStringA& text);
   // Stops listening and ends the conversation; harmless when there is none. Waits a second at most.
   static void Close();
@@ -69,7 +69,7 @@ class VELMORA_API CDdeCom {
   // Waits until the server has answered to the texts sent, at most `wait_ms`. 0 when it has taken them, 1
   // when it has not answered yet (they are on their way), -1 when it has refused one since the last call,
   // or was not there.
-  static int Settle(int wait_ms);
+  static int WaitForReplies(int wait_ms);
 
   static DdeString m_Service;      // "Tundril"
   static DdeString m_Topic;        // "WIN"

@@ -3,8 +3,8 @@
 //
 // Text is bytes in Windows-1252 without a zero among them. Everything happens on the thread that calls:
 // none is started, and nothing arrives but inside Handle, or on Windows wherever the thread dispatches
-// its messages. What is sent is on its way when a call returns; only Open, Settle, Handle and Close wait
-// for the other side, each with the limit that stands at it.
+// its messages. What is sent is on its way when a call returns; only Open, WaitForReplies, Handle and Close
+// wait for the other side, each with the limit that stands at it.
 #ifndef VELMORA_PLATFORM_DDE_CHANNEL_H_
 #define VELMORA_PLATFORM_DDE_CHANNEL_H_
 
@@ -48,7 +48,7 @@ class DdeChannel {
   // Waits until the other side has answered to what was poked, at most `wait_ms`. 0 when it has taken it,
   // 1 when there is no answer yet (under Wine none is told), -1 when it has refused some of it since the
   // last call, or there was no other side.
-  static int Settle(DdeConversation conversation, int wait_ms);
+  static int WaitForReplies(DdeConversation conversation, int wait_ms);
   // Ends the conversation. Waits a second at most for a full connection to take what was sent.
   static void Close(DdeConversation conversation);
 

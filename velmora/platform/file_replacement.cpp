@@ -40,7 +40,7 @@ bool NewFile::WriteAllFrom(const std::function<std::int64_t(std::span<char>)>& r
 }
 
 bool NewFile::Commit(Existing existing) {
-  const bool done = WriteAll(buffer_) && TakeTheName(existing);
+  const bool done = WriteAll(buffer_) && RenameIntoPlace(existing);
   failed_ = true;
   return done;
 }

@@ -37,7 +37,7 @@ class NewFile {
   // How many bytes were written, 0 on failure.
   virtual size_t WriteSome(std::string_view bytes) = 0;
   // After it the new file is the target, or as it was.
-  virtual bool TakeTheName(Existing existing) = 0;
+  virtual bool RenameIntoPlace(Existing existing) = 0;
 
  private:
   bool WriteAll(std::string_view bytes);

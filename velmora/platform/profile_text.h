@@ -6,13 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "velmora/export.h"
-
 namespace velmora {
 
 // Whole, without its quotes. Nothing when there is no such key.
-VELMORA_API std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
-                                                         std::wstring_view key);
+std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
+                                             std::wstring_view key);
 
 enum class ProfileChange {
   kDone,
@@ -22,13 +20,11 @@ enum class ProfileChange {
 
 // Without a value the key is deleted. Bytes outside the key's line are kept, and so is the way lines
 // end: a new line ends as the one before it. *changed is set on kDone only.
-VELMORA_API ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
-                                        std::wstring_view key, std::optional<std::wstring_view> value,
-                                        std::string* changed);
+ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section, std::wstring_view key,
+                            std::optional<std::wstring_view> value, std::string* changed);
 
 // Whether section, key and value would be read back as they are.
-VELMORA_API bool ProfileCanHold(std::wstring_view section, std::wstring_view key,
-                                std::optional<std::wstring_view> value);
+bool ProfileCanHold(std::wstring_view section, std::wstring_view key, std::optional<std::wstring_view> value);
 
 // Text without the blanks that profiles ignore: those of ASCII and the end mark of old systems (1A).
 std::wstring_view TrimProfileBlanks(std::wstring_view text);

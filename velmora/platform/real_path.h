@@ -4,7 +4,6 @@
 
 #include <optional>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -12,7 +11,7 @@ namespace velmora {
 // The path of the file or folder itself, without links (symbolic ones, and the junctions of Windows), "."
 // and "..". To be compared with others that come from here, not to be shown. Nothing when there is no such
 // entry, or a link that leads nowhere.
-VELMORA_API std::optional<CString> RealPath(const CString& path);
+std::optional<CString> RealPath(const CString& path);
 
 }  // namespace velmora
 

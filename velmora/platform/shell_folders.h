@@ -2,16 +2,15 @@
 #ifndef VELMORA_PLATFORM_SHELL_FOLDERS_H_
 #define VELMORA_PLATFORM_SHELL_FOLDERS_H_
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
 
 // The user's application-data folder, made when it is missing; empty when that fails. Elsewhere than on
 // Windows $XDG_DATA_HOME/velmora/appdata (default ~/.local/share).
-VELMORA_API CString UserApplicationData();
+CString UserApplicationData();
 // The environment variable's value; nothing when it is not set.
-VELMORA_API bool ReadEnvironment(const wchar_t* name, CString* value);
+bool ReadEnvironment(const wchar_t* name, CString* value);
 
 }  // namespace velmora
 

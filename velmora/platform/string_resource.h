@@ -9,6 +9,8 @@ namespace velmora {
 
 // The module that holds the library's string table.
 HINSTANCE ModuleWithStrings();
+// The same texts as the compiler has them; null for other numbers.
+const wchar_t* CompiledString(unsigned id);
 // Empty when the module is null or has no such string.
 CString LoadModuleString(HINSTANCE module, unsigned id);
 

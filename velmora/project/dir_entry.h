@@ -6,7 +6,6 @@
 #include <span>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/dir_sort.h"
 
@@ -15,17 +14,17 @@ namespace velmora {
 // The number that a text begins with, after blanks and with an optional sign; what is too large for 64
 // bits counts as the largest. A text that begins with none has kNoNumber, and so comes behind most that do.
 inline constexpr std::int64_t kNoNumber = 99999999;
-VELMORA_API std::int64_t NumberAtStart(std::span<const wchar_t> field);
+std::int64_t NumberAtStart(std::span<const wchar_t> field);
 
 // Above 0 when `marked` is to come before `current`; the keys are those of CDirSort::Init.
-VELMORA_API int CompareEntries(const dirsorttype& marked, const dirsorttype& current, int key);
+int CompareEntries(const dirsorttype& marked, const dirsorttype& current, int key);
 
 // Fills a record of zeros. Date and time stay empty when the file's time is none.
-VELMORA_API void FillEntry(const FoundFile& file, dirsorttype* entry);
+void FillEntry(const FoundFile& file, dirsorttype* entry);
 
 // How a name has to end to match `pattern`: from its last point on, or empty when any name does.
-VELMORA_API std::wstring_view RequiredEnding(std::wstring_view pattern);
-VELMORA_API bool EndsWithNoCase(std::wstring_view name, std::wstring_view ending);
+std::wstring_view RequiredEnding(std::wstring_view pattern);
+bool EndsWithNoCase(std::wstring_view name, std::wstring_view ending);
 
 }  // namespace velmora
 

@@ -3,14 +3,14 @@
 #include <string_view>
 #include <vector>
 
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/folder_levels.h"
+#include "velmora/common/last_message.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/common/string_table.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/text_file.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -20,9 +19,9 @@ struct ObjectCode {
 };
 // Nothing for a line of fewer than two words. Callers rely on getting the text's first word only, however
 // much was written (test ObjectCodes).
-VELMORA_API std::optional<ObjectCode> ParseObjectCode(std::wstring_view line);
+std::optional<ObjectCode> ParseObjectCode(std::wstring_view line);
 // A code with its text, with the line end. An entry of MILJKOD.DAT is the same.
-VELMORA_API CString FormatCode(std::wstring_view code, std::wstring_view text);
+CString FormatCode(std::wstring_view code, std::wstring_view text);
 
 // LINKOD.PAR: code, second word, number and integer, then from column 50 on a description. "PV" with a
 // number behind it makes two further groups of codes.
@@ -36,10 +35,10 @@ struct LineCode {
   CString text;
 };
 // Nothing for a line of fewer than three fields.
-VELMORA_API std::optional<LineCode> ParseLineCode(std::wstring_view line);
+std::optional<LineCode> ParseLineCode(std::wstring_view line);
 // Fields as they stand, padded to 49 characters, the description behind them. Fields beyond that are
 // lost.
-VELMORA_API CString FormatLineCode(std::wstring_view fields, std::wstring_view text);
+CString FormatLineCode(std::wstring_view fields, std::wstring_view text);
 
 // A line of a title-block file: a field's name, a word and three numbers.
 struct StampField {
@@ -50,7 +49,7 @@ struct StampField {
   double third = 3;  // when the line has none
 };
 // Nothing for a line of fewer than four fields.
-VELMORA_API std::optional<StampField> ParseStampField(std::wstring_view line);
+std::optional<StampField> ParseStampField(std::wstring_view line);
 
 }  // namespace velmora
 

@@ -6,7 +6,6 @@
 #include <memory>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/settings/settings_reader.h"
 #include "velmora/text/string.h"
@@ -15,7 +14,7 @@ namespace velmora {
 
 // One sequence at a time: beginning another, closing it and the object's end give up a rewrite that is
 // not finished, and the file stays as it was.
-class VELMORA_API CodeStream {
+class CodeStream {
  public:
   [[nodiscard]] bool OpenForReading(const CString& path);
   // `on_failure` is called once, when a later write or Finish fails.

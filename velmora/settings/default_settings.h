@@ -5,8 +5,6 @@
 #include <span>
 #include <string_view>
 
-#include "velmora/export.h"
-
 namespace velmora {
 
 struct DefaultSetting {
@@ -15,12 +13,12 @@ struct DefaultSetting {
 };
 
 // In the order in which programs list them.
-VELMORA_API std::span<const DefaultSetting> TundrilDefaults();  // TUNDRIL.PAR
-VELMORA_API std::span<const DefaultSetting> Jb23Defaults();     // JB23.PAR
-VELMORA_API std::span<const DefaultSetting> KarskDefaults();    // KARSK.PAR
+std::span<const DefaultSetting> TundrilDefaults();  // TUNDRIL.PAR
+std::span<const DefaultSetting> Jb23Defaults();     // JB23.PAR
+std::span<const DefaultSetting> KarskDefaults();    // KARSK.PAR
 
 // The value of the first entry with this key, letters without regard to case; empty without one.
-VELMORA_API const wchar_t* DefaultValue(std::span<const DefaultSetting> settings, std::wstring_view key);
+const wchar_t* DefaultValue(std::span<const DefaultSetting> settings, std::wstring_view key);
 
 }  // namespace velmora
 

@@ -1,6 +1,6 @@
 #include "velmora/settings/jb23_format.h"
 
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 
 namespace velmora {
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -29,7 +28,7 @@ inline constexpr std::array<Jb23Keys, 11> kJb23Lines = {{{L"SJUNKSKALA", L"SJUNK
                                                          {L"USKALA", L"USTEG"}}};
 
 // The keys of a line, counted from 1; UNKNOWN1 and UNKNOWN2 from the twelfth on.
-VELMORA_API Jb23Keys Jb23KeysOfLine(int line);
+Jb23Keys Jb23KeysOfLine(int line);
 
 struct Jb23Place {
   int line = 1;  // from 1
@@ -37,16 +36,16 @@ struct Jb23Place {
 };
 // Where a key's value stands. Letter case counts, and callers rely on every unknown key meaning line 1
 // (test KeysAndPlaces).
-VELMORA_API Jb23Place PlaceOfJb23Key(std::wstring_view key);
+Jb23Place PlaceOfJb23Key(std::wstring_view key);
 
 struct Jb23Line {
   CString scale;
   CString step;
 };
 // The first two words; what is missing is empty.
-VELMORA_API Jb23Line ParseJb23Line(std::wstring_view line);
+Jb23Line ParseJb23Line(std::wstring_view line);
 // With its line end.
-VELMORA_API CString FormatJb23Line(const Jb23Line& line);
+CString FormatJb23Line(const Jb23Line& line);
 
 }  // namespace velmora
 

@@ -1,6 +1,6 @@
 #include "velmora/settings/miljkod_format.h"
 
-#include "velmora/settings/words.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -30,7 +29,7 @@ struct MiljkodLine {
   CString text;
 };
 // The name is the first word; the text is the rest without the blanks around it.
-VELMORA_API MiljkodLine ParseMiljkodLine(std::wstring_view line);
+MiljkodLine ParseMiljkodLine(std::wstring_view line);
 
 struct MiljkodLimits {
   int max = kUsualMax;
@@ -38,9 +37,9 @@ struct MiljkodLimits {
 };
 // Takes " max=N" and " steg=N" off the end of a class's text, letters without regard to case. Callers rely
 // on the maximum being found only before the step, and on 0 being a maximum but no step (test Limits).
-VELMORA_API MiljkodLimits TakeMiljkodLimits(CString* text);
+MiljkodLimits TakeMiljkodLimits(CString* text);
 
-VELMORA_API CString FormatMiljkodClass(std::wstring_view name, std::wstring_view text, MiljkodLimits limits);
+CString FormatMiljkodClass(std::wstring_view name, std::wstring_view text, MiljkodLimits limits);
 
 // The codes that every program relies on.
 struct RequiredMiljkod {

@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -13,19 +12,18 @@ class CProjPath;
 class CTundrilIni;
 
 // Whether a project is open. One without a folder would have its files at the root of the disk.
-VELMORA_API bool HasFolder(const CProjPath* project);
+bool HasFolder(const CProjPath* project);
 
 // The paths that `name` is looked for at, first come first taken: the project folder, the folder of
 // TUNDRIL.CFG, the program folder. Without a project or an installation, and for a folder of the
 // installation that is not known, there is no such path.
-VELMORA_API std::vector<CString> SettingsFilePaths(const CTundrilIni* ini, const CProjPath* project,
-                                                   const CString& name);
+std::vector<CString> SettingsFilePaths(const CTundrilIni* ini, const CProjPath* project, const CString& name);
 
 // The first of the paths where something is; empty when there is nothing at any.
-VELMORA_API CString FirstExisting(const std::vector<CString>& paths);
+CString FirstExisting(const std::vector<CString>& paths);
 
 // A text of a path without its last four characters, ".DAT" or ".PAR" as a rule, and with ".tmp".
-VELMORA_API CString TemporaryPathFor(const CString& path);
+CString TemporaryPathFor(const CString& path);
 
 }  // namespace velmora
 

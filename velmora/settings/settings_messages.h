@@ -2,7 +2,7 @@
 #ifndef VELMORA_SETTINGS_SETTINGS_MESSAGES_H_
 #define VELMORA_SETTINGS_SETTINGS_MESSAGES_H_
 
-#include "velmora/common/format_buffer.h"
+#include "velmora/common/last_message.h"
 #include "velmora/common/messages.h"
 #include "velmora/text/string.h"
 

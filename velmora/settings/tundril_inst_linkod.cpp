@@ -2,9 +2,9 @@
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_format.h"
 #include "velmora/settings/code_stream.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/settings/settings_file.h"
 #include "velmora/settings/tundril_inst.h"
-#include "velmora/settings/words.h"
 
 namespace velmora {
 

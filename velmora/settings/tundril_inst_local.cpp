@@ -7,7 +7,7 @@
 #include "velmora/platform/files.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/local_files.h"
+#include "velmora/settings/project_copies.h"
 #include "velmora/settings/settings_file.h"
 #include "velmora/settings/tundril_inst.h"
 

@@ -1,8 +1,8 @@
 // Title-block files, a line a call.
 #include "velmora/settings/code_format.h"
 #include "velmora/settings/code_stream.h"
+#include "velmora/settings/field_text.h"
 #include "velmora/settings/tundril_inst.h"
-#include "velmora/settings/words.h"
 
 namespace velmora {
 

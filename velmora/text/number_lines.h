@@ -12,8 +12,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "velmora/export.h"
-
 namespace velmora {
 
 // How many digits a column's numbers have, with what follows from it.
@@ -27,7 +25,7 @@ struct NumberShape {
 };
 
 // Reads lines of three or four numbers with one blank between them.
-class VELMORA_API NumberLines {
+class NumberLines {
  public:
   // `count` is 3 or 4. Not the quickest way is the one that every processor knows.
   explicit NumberLines(int count, bool quickest = true);

@@ -11,14 +11,12 @@
 #include <string>
 #include <string_view>
 
-#include "velmora/export.h"
-
 namespace velmora {
 
 // Reads fields separated by blanks from the start of a line, as "%lf %lf %d" does: each Next skips
 // blanks and takes the longest number there. On failure it returns false, leaves the output alone
 // and does not move past the field.
-class VELMORA_API NumberScanner {
+class NumberScanner {
  public:
   explicit NumberScanner(std::wstring_view text) : rest_(text) {}
 
@@ -37,17 +35,17 @@ class VELMORA_API NumberScanner {
 };
 
 // Fills `values` from the start of `text` and returns how many could be read.
-VELMORA_API size_t ScanNumbers(std::wstring_view text, std::span<double> values);
+size_t ScanNumbers(std::wstring_view text, std::span<double> values);
 
 // The number that `text` starts with, after blanks; nothing when none stands there.
-[[nodiscard]] VELMORA_API std::optional<double> ParseNumber(std::wstring_view text);
+[[nodiscard]] std::optional<double> ParseNumber(std::wstring_view text);
 // The number that `text` consists of, blanks around it apart.
-[[nodiscard]] VELMORA_API std::optional<double> ParseWholeNumber(std::wstring_view text);
+[[nodiscard]] std::optional<double> ParseWholeNumber(std::wstring_view text);
 
 // "%.{decimals}f"; "inf", "-inf" and "nan" for what is no number.
-VELMORA_API std::string FormatFixed(double value, int decimals);
+std::string FormatFixed(double value, int decimals);
 // The shortest text that reads back as the same double.
-VELMORA_API std::string FormatShortest(double value);
+std::string FormatShortest(double value);
 
 }  // namespace velmora
 

@@ -27,7 +27,7 @@ TEST_F(EventLoop, TheDescriptorTellsWhatComesAndNoCallHangs) {
   bus_.Stop();
   const auto start = std::chrono::steady_clock::now();
   for (int i = 0; i < 5000; ++i) CDdeCom::DdeMessage(CStringA('x', 511));
-  EXPECT_NE(CDdeCom::Settle(100), 0);
+  EXPECT_NE(CDdeCom::WaitForReplies(100), 0);
   CDdeCom::Close();
   EXPECT_EQ(CDdeCom::Descriptor(), -1);
   EXPECT_EQ(CDdeCom::Connect(), -1);

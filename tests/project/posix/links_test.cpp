@@ -6,8 +6,8 @@
 #include "tests/support/print_text.h"
 #include "tests/support/test_files.h"
 #include "velmora/alignment/vag2.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/platform/files.h"
-#include "velmora/project/folder_levels.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {

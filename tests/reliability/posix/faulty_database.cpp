@@ -31,15 +31,15 @@ int Watched(DiskAction action, const char* path, std::string_view bytes, int fai
   if (the_disk == nullptr || path == nullptr) return call(bytes.size());
   const DiskCall described{.action = action, .path = path, .new_path = {}, .bytes = bytes};
   size_t count = bytes.size();
-  DiskTrouble trouble = DiskTrouble::kPassing;
-  for (int i = 0; trouble == DiskTrouble::kPassing && i < kMostInterruptions; ++i)
+  InjectedError trouble = InjectedError::kTransient;
+  for (int i = 0; trouble == InjectedError::kTransient && i < kMostInterruptions; ++i)
     trouble = the_disk->Before(described, &count);
-  if (trouble == DiskTrouble::kNone) {
+  if (trouble == InjectedError::kNone) {
     const int result = call(count);
     if (action != DiskAction::kWrite) the_disk->After(described, result == SQLITE_OK);
     return result;
   }
-  return trouble == DiskTrouble::kFull ? SQLITE_FULL : failure;
+  return trouble == InjectedError::kFull ? SQLITE_FULL : failure;
 }
 
 int FlushFolder(const char* path) {

@@ -231,7 +231,7 @@ bool DdeChannel::IsOpen(DdeConversation conversation) {
   return conversation != nullptr && conversation->open;
 }
 
-int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
+int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   const std::shared_ptr<HCONV__> kept = g_open;
   if (conversation == nullptr || kept.get() != conversation) return -1;
   const Clock::time_point end = Clock::now() + milliseconds(wait_ms);

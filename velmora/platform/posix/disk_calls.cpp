@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "velmora/platform/disk_watch.h"
+#include "velmora/platform/disk_hook.h"
 
 namespace velmora {
 namespace {
@@ -17,13 +17,13 @@ namespace {
 // A signal comes now and then; a call that is never let through fails in the end.
 constexpr int kMostInterruptions = 1000;
 
-int ErrorOf(DiskTrouble trouble) {
+int ErrorOf(InjectedError trouble) {
   switch (trouble) {
-    case DiskTrouble::kFull:
+    case InjectedError::kFull:
       return ENOSPC;
-    case DiskTrouble::kDenied:
+    case InjectedError::kDenied:
       return EACCES;
-    case DiskTrouble::kPassing:
+    case InjectedError::kTransient:
       return EINTR;
     default:
       return EIO;
@@ -42,11 +42,11 @@ auto Uninterrupted(Call call) {
 template <class Describe, class Call>
 auto Watched(Describe describe, Call call) {
   return Uninterrupted([&]() -> decltype(call(size_t{})) {
-    DiskWatch* const watch = CurrentDiskWatch();
+    DiskHook* const watch = CurrentDiskWatch();
     if (watch == nullptr) return call(std::string_view::npos);
     DiskCall described = describe();
     size_t count = described.bytes.size();
-    if (const DiskTrouble trouble = watch->Before(described, &count); trouble != DiskTrouble::kNone) {
+    if (const InjectedError trouble = watch->Before(described, &count); trouble != InjectedError::kNone) {
       errno = ErrorOf(trouble);
       return -1;
     }

@@ -16,20 +16,19 @@
 #include <string>
 #include <string_view>
 
-#include "velmora/export.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
 
 // The path to hand to the system. Empty, which no call of the system accepts, when there is none: the
 // text holds a zero or is no valid text, or nobody's data folder is known.
-VELMORA_API std::string NativePath(const CString& path);
+std::string NativePath(const CString& path);
 
 // The same text in the system's bytes and with slashes, nothing looked up. Nothing when it has none.
 std::optional<std::string> NativeBytes(std::wstring_view text);
 
 // One name of a folder, as the system gave it.
-VELMORA_API std::wstring TextFromName(std::string_view name);
+std::wstring TextFromName(std::string_view name);
 // A whole path of the system, with backslashes.
 std::wstring TextFromNativePath(std::string_view path);
 

@@ -188,7 +188,7 @@ size_t PosixNewFile::WriteSome(std::string_view bytes) {
   return written > 0 ? static_cast<size_t>(written) : 0;
 }
 
-bool PosixNewFile::TakeTheName(Existing existing) {
+bool PosixNewFile::RenameIntoPlace(Existing existing) {
   struct stat old {};
   const Target found = Examine(target_, &old);
   if (found == Target::kRefused) return false;

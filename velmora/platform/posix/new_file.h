@@ -29,7 +29,7 @@ class PosixNewFile final : public NewFile {
 
  protected:
   size_t WriteSome(std::string_view bytes) override;
-  bool TakeTheName(Existing existing) override;
+  bool RenameIntoPlace(Existing existing) override;
 
  private:
   enum class Target { kAbsent, kReplaceable, kRefused };

@@ -110,7 +110,7 @@ bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_
 
 bool DdeChannel::IsOpen(DdeConversation conversation) { return IsThere(conversation); }
 
-int DdeChannel::Settle(DdeConversation conversation, int wait_ms) {
+int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
   while (!g_untaken.empty() && IsOpen(conversation)) {
     const ULONGLONG now = GetTickCount64();

@@ -6,20 +6,20 @@
 #include <new>
 #include <vector>
 
-#include "velmora/platform/disk_watch.h"
+#include "velmora/platform/disk_hook.h"
 
 namespace velmora {
 namespace {
 
 constexpr size_t kMostAtOnce = size_t{1} << 24;
 
-DWORD ErrorOf(DiskTrouble trouble) {
+DWORD ErrorOf(InjectedError trouble) {
   switch (trouble) {
-    case DiskTrouble::kFull:
+    case InjectedError::kFull:
       return ERROR_DISK_FULL;
-    case DiskTrouble::kDenied:
+    case InjectedError::kDenied:
       return ERROR_ACCESS_DENIED;
-    case DiskTrouble::kPassing:
+    case InjectedError::kTransient:
       return ERROR_SHARING_VIOLATION;
     default:
       return ERROR_IO_DEVICE;
@@ -32,10 +32,10 @@ template <class Make>
 bool Watched(DiskAction action, const wchar_t* path, const wchar_t* new_path, std::string_view bytes,
              Make make) {
   size_t count = bytes.size();
-  DiskWatch* const watch = CurrentDiskWatch();
+  DiskHook* const watch = CurrentDiskWatch();
   if (watch == nullptr) return make(&count);
   DiskCall call{.action = action, .path = path, .new_path = new_path, .bytes = bytes};
-  if (const DiskTrouble trouble = watch->Before(call, &count); trouble != DiskTrouble::kNone) {
+  if (const InjectedError trouble = watch->Before(call, &count); trouble != InjectedError::kNone) {
     SetLastError(ErrorOf(trouble));
     return false;
   }

@@ -174,7 +174,7 @@ size_t Win32NewFile::WriteSome(std::string_view bytes) {
   return velmora::WriteSome(file_.Get(), temporary_, bytes);
 }
 
-bool Win32NewFile::TakeTheName(Existing existing) {
+bool Win32NewFile::RenameIntoPlace(Existing existing) {
   const Target found = Examine(target_);
   if (found == Target::kRefused) return false;
   if (found == Target::kReplaceable) CopyProperties(target_, file_.Get());

@@ -26,7 +26,7 @@ class Win32NewFile final : public NewFile {
 
  protected:
   size_t WriteSome(std::string_view bytes) override;
-  bool TakeTheName(Existing existing) override;
+  bool RenameIntoPlace(Existing existing) override;
 
  private:
   bool ChooseTemporary(const CString& temporary);

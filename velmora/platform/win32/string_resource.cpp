@@ -21,7 +21,10 @@ CString LoadModuleString(HINSTANCE module, unsigned id) {
   // With a length of 0 the system tells where the text lies instead of copying it.
   const wchar_t* text = nullptr;
   const int length = LoadStringW(module, id, reinterpret_cast<LPWSTR>(&text), 0);
-  return length > 0 ? CString(text, length) : CString();
+  if (length > 0) return CString(text, length);
+  // A program that the library is linked into has no resources of ours.
+  const wchar_t* compiled = module == ModuleWithStrings() ? CompiledString(id) : nullptr;
+  return compiled == nullptr ? CString() : CString(compiled);
 }
 
 }  // namespace velmora

@@ -1,0 +1,67 @@
+#include "cli/context/environment.h"
+
+#include "cli/env/registry_trouble.h"
+#include "cli/terminal/error.h"
+#include "velmora/common/messages.h"
+#include "velmora/common/paths.h"
+#include "velmora/environment/registry.h"
+#include "velmora/environment/user_folders.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/shell_folders.h"
+
+namespace velmora::cli {
+namespace {
+
+constexpr int kNoUserIni = -2;  // of InitXPWay
+
+CString UserIniPath(const CString& sub) {
+  CRegistry registry;
+  registry.SetRootKey(HKEY_CURRENT_USER);
+  CString data;
+  if (registry.SetKey(L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", 0,
+                      KEY_READ) != 0)
+    data = registry.ReadString(L"Appdata", L"");
+  if (data.IsEmpty()) data = UserApplicationData();
+  return JoinPath(UserFolder(data, kRelease, sub), kIniName);
+}
+
+}  // namespace
+
+bool Environment::HasIni() const { return !ini.m_iniPath.IsEmpty() && FileOrFolderExists(ini.m_iniPath); }
+
+void FindEnvironment(const std::string& sub, Environment* environment) {
+  RequireReadableRegistry();
+  // A registered installation whose user has no ini file yet says so in a box; here the caller does.
+  const MessageBoxHandler before =
+      SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });
+  const int result = environment->ini.InitXPWay(20, FromUtf8(sub), nullptr);
+  SetMessageBoxHandler(before);
+  if (result == 0) {
+    environment->found_by = FoundBy::kRegistry;
+    return;
+  }
+  environment->ini = CTundrilIni();
+  if (result == kNoUserIni) environment->missing_ini = UserIniPath(FromUtf8(sub));
+  CString folder;
+  environment->ini.Init(1);
+  environment->found_by = ReadEnvironment(L"TUNDRIL", &folder) ? FoundBy::kVariable : FoundBy::kNothing;
+}
+
+void RequireIni(const Environment& environment) {
+  if (environment.HasIni()) return;
+  if (environment.found_by == FoundBy::kVariable)
+    throw Refusal(At(
+        PathForDisplay(environment.ini.m_programDir),
+        "has no Velmora.ini; point TUNDRIL at an installation, or make one: velmora env install --to DIR"));
+  if (!environment.missing_ini.IsEmpty()) {
+    const std::string path = PathForDisplay(environment.missing_ini);
+    if (FileOrFolderExists(environment.missing_ini))
+      throw Refusal(At(path, "is no file that can be read; put the user's ini file in its place"));
+    throw Refusal(At(path,
+                     "the current user has no such file; make it: velmora env install --to DIR, where "
+                     "the installation is"));
+  }
+  throw Refusal("no installation found; make one: velmora env install --to DIR");
+}
+
+}  // namespace velmora::cli

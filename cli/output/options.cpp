@@ -1,0 +1,22 @@
+#include "cli/output/options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace velmora::cli {
+
+void AddFormatOptions(CLI::App* verb, OutputOptions* options) {
+  CLI::Option* csv = verb->add_flag("--csv", options->csv, "Result as CSV");
+  verb->add_flag("--json", options->json, "Result as JSON")->excludes(csv);
+}
+
+void AddOutputOptions(CLI::App* verb, OutputOptions* options) {
+  verb->add_option("-o", options->file, "Write the result to OUT (.csv and .json choose the form)")
+      ->type_name("OUT");
+  AddFormatOptions(verb, options);
+}
+
+void AddStationOptions(CLI::App* verb, OutputOptions* options) {
+  verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
+}
+
+}  // namespace velmora::cli

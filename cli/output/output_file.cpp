@@ -1,0 +1,64 @@
+#include "cli/output/output_file.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
+
+namespace velmora::cli {
+namespace {
+
+bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
+
+}  // namespace
+
+bool SameFile(const std::string& a, const std::string& b) {
+  if (IsStandard(a) || IsStandard(b)) return false;
+  std::error_code error;
+  return std::filesystem::equivalent(SystemPath(a), SystemPath(b), error) && !error;
+}
+
+OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& inputs) : file_(file) {
+  if (IsStandard(file)) {
+    stream_ = stdout;
+    return;
+  }
+  for (const std::string& input : inputs)
+    if (SameFile(file, input))
+      throw Refusal(At(file, "is being read and would be replaced by the result; give -o another name"));
+  const CString path = PathFromSystem(file);
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (status && status->kind == FileKind::kOther) {
+    stream_ = std::fopen(file.c_str(), "wb");
+    if (stream_ == nullptr) Fail();
+    return;
+  }
+  if (status && status->kind == FileKind::kFolder)
+    throw Refusal(At(file, "is a folder; give -o the name of a file"));
+  replacement_.emplace();
+  if (!replacement_->Begin(path)) Fail();
+}
+
+OutputFile::~OutputFile() {
+  if (stream_ != nullptr && stream_ != stdout) std::fclose(stream_);
+}
+
+void OutputFile::Write(std::string_view text) {
+  const bool good = stream_ != nullptr ? std::fwrite(text.data(), 1, text.size(), stream_) == text.size()
+                                       : replacement_->Write(text);
+  if (!good) Fail();
+}
+
+void OutputFile::Finish() {
+  if (stream_ != nullptr ? std::fflush(stream_) != 0 : !replacement_->Commit()) Fail();
+}
+
+void OutputFile::Fail() const {
+  if (IsStandard(file_)) throw Refusal("standard output cannot be written; is the disk full?");
+  throw Refusal(At(file_,
+                   "cannot be written (no such folder, write-protected, or the disk is full); nothing "
+                   "was changed there"));
+}
+
+}  // namespace velmora::cli

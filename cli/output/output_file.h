@@ -1,0 +1,41 @@
+// Where a command's result goes: standard output, or a file that appears only when it is complete.
+#ifndef VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
+#define VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+
+class OutputFile {
+ public:
+  // Standard output for an empty name and for "-". A pipe or a device is written as it comes; any other
+  // file is replaced in one step by Finish. Throws a Refusal when it cannot be written, and when it is
+  // one of `inputs`, the files that the command reads.
+  explicit OutputFile(const std::string& file, const std::vector<std::string>& inputs = {});
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void Write(std::string_view text);
+  void Finish();
+
+ private:
+  void Fail() const;
+
+  std::string file_;
+  std::FILE* stream_ = nullptr;
+  std::optional<FileReplacement> replacement_;
+};
+
+// Whether two names stand for one file on disk.
+bool SameFile(const std::string& a, const std::string& b);
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_

@@ -1,0 +1,64 @@
+#include "cli/terminal/error.h"
+
+#include <cstdio>
+
+#include "velmora/platform/types.h"
+#include "velmora/text/codepage.h"
+
+namespace velmora::cli {
+namespace {
+
+std::string Name(const std::string& file) { return file == "-" ? "standard input" : file; }
+
+}  // namespace
+
+std::string At(const std::string& file, const std::string& what) { return Name(file) + ": " + what; }
+
+std::string At(const std::string& file, std::int64_t line, const std::string& what) {
+  return Name(file) + ":" + std::to_string(line) + ": " + what;
+}
+
+std::string Printable(std::string_view text) {
+  std::string line;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+    const bool two_byte_control = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+    if (two_byte_control) ++i;
+    if (byte == '\n')
+      line += ' ';
+    else if (byte < 0x20 || byte == 0x7F || two_byte_control)
+      line += '?';
+    else
+      line += text[i];
+  }
+  return line;
+}
+
+void Warn(const std::string& text) {
+  const std::string line = "velmora: " + Printable(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+std::string Quoted(std::string_view text) {
+  constexpr size_t kReadable = 60;  // bytes
+  std::string shown = "\"";
+  while (!text.empty() && shown.size() < kReadable) {
+    char32_t c = 0;
+    const size_t length = DecodeUtf8Sequence(text, &c);
+    if (length == 0 || c < 0x20 || (c >= 0x7F && c < 0xA0))
+      shown += '?';
+    else
+      shown.append(text.substr(0, length));
+    text.remove_prefix(length == 0 ? 1 : length);
+  }
+  return shown + (text.empty() ? "\"" : "...\"");
+}
+
+int DefaultButton(unsigned style) {
+  const bool yes_no = (style & 0xFU) == MB_YESNO;
+  if (!yes_no) return IDOK;
+  return (style & MB_DEFBUTTON2) != 0 ? IDNO : IDYES;
+}
+
+}  // namespace velmora::cli

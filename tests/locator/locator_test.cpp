@@ -1,0 +1,339 @@
+// The snapshot beside the walk over the list, bit for bit, for every instruction set of this machine. What
+// differs is made small before it is shown. VELMORA_LOCATOR_CASES sets the number of points looked up.
+#include "velmora/locator/locator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <iomanip>
+#include <limits>
+#include <sstream>
+#include <thread>
+#include <utility>
+
+#include "tests/alignment/shapes.h"
+#include "velmora/alignment/geometry.h"
+
+namespace velmora {
+namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUntouched = -77;
+
+struct Answer {
+  int result;
+  double a = kUntouched;
+  double b = kUntouched;
+
+  bool operator==(const Answer& other) const {
+    const auto same = [](double one, double two) {
+      return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(two) ||
+             (std::isnan(one) && std::isnan(two));
+    };
+    return result == other.result && same(a, other.a) && same(b, other.b);
+  }
+};
+
+std::ostream& operator<<(std::ostream& out, const Answer& answer) {
+  return out << answer.result << " (" << answer.a << ", " << answer.b << ")";
+}
+
+Answer Walked(const std::vector<kovltype>& points, PlanePoint p) {
+  OpenLine line(points);
+  Answer answer{};
+  answer.result = line.Vagstv(p.v, p.h, &answer.a, &answer.b, 0);
+  return answer;
+}
+
+// Twice in one call: the second look-up finds the ground worked out.
+Answer Located(const Locator& locator, PlanePoint p) {
+  const std::vector<double> x(2, p.v), y(2, p.h);
+  std::vector<double> a(2, kUntouched), b(2, kUntouched);
+  std::vector<int> result(2);
+  locator.Vagstv(x.data(), y.data(), 2, a.data(), b.data(), result.data());
+  const Answer first{locator.Vagstv(p.v, p.h, &a[0], &b[0]), a[0], b[0]};
+  const Answer second{result[1], a[1], b[1]};
+  return first == second ? first : Answer{99, first.a, second.a};
+}
+
+bool Differs(const std::vector<kovltype>& points, PlanePoint p, InstructionSet set) {
+  return !(Walked(points, p) == Located(Locator(points, 1, set), p));
+}
+
+// Leaves out what is not needed for a difference, and rounds what can be rounded.
+void Shrink(std::vector<kovltype>* points, PlanePoint* p, InstructionSet set) {
+  int tries = 4000;
+  const auto take = [&](const std::vector<kovltype>& fewer, PlanePoint q) {
+    if (--tries < 0 || !Differs(fewer, q, set)) return false;
+    *points = fewer;
+    *p = q;
+    return true;
+  };
+  for (bool smaller = true; smaller;) {
+    smaller = false;
+    for (size_t run = points->size() / 2; run > 0; run /= 2)
+      for (size_t i = 0; i + run <= points->size();) {
+        std::vector<kovltype> fewer = *points;
+        fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(i),
+                    fewer.begin() + static_cast<std::ptrdiff_t>(i + run));
+        if (take(fewer, *p))
+          smaller = true;
+        else
+          ++i;
+      }
+    for (size_t i = 0; i < points->size(); ++i)
+      for (double kovltype::*field : {&kovltype::bulge, &kovltype::x, &kovltype::y, &kovltype::sek})
+        for (const double scale : {0.0, 1.0, 100.0}) {
+          std::vector<kovltype> rounder = *points;
+          double& value = rounder[i].*field;
+          const double round = scale == 0 ? 0 : std::round(value * scale) / scale;
+          if (round == value || std::isnan(value)) continue;
+          value = round;
+          if (take(rounder, *p)) {
+            smaller = true;
+            break;
+          }
+        }
+    for (const PlanePoint q : {PlanePoint{std::round(p->h), p->v}, PlanePoint{p->h, std::round(p->v)}})
+      if (Distance(q, *p) > 0 && take(*points, q)) smaller = true;
+  }
+}
+
+std::string Shown(std::vector<kovltype> points, PlanePoint p, InstructionSet set) {
+  Shrink(&points, &p, set);
+  std::ostringstream out;
+  out << std::setprecision(17) << "set " << static_cast<int>(set) << ", points {";
+  for (const kovltype& a : points)
+    out << "{" << a.x << ", " << a.y << ", " << a.bulge << ", " << a.sek << "}, ";
+  out << "}, x " << p.v << ", y " << p.h << ": walked " << Walked(points, p) << ", located "
+      << Located(Locator(points, 1, set), p);
+  return out.str();
+}
+
+// --- alignments of many kinds
+
+double AnyBulge(std::mt19937& random) {
+  const double kBulges[] = {0,
+                            0,
+                            0,
+                            Uniform(random, -0.4, 0.4),
+                            Uniform(random, -3, 3),
+                            std::sqrt(2.0) - 1,
+                            1,
+                            -1,
+                            1 - std::sqrt(2.0),
+                            1.0001e-6,
+                            -1e-5,
+                            Uniform(random, -1e-3, 1e-3)};
+  return kBulges[random() % std::size(kBulges)];
+}
+
+std::vector<kovltype> AnyLine(std::mt19937& random, size_t count) {
+  const auto kind = random() % 8;
+  const auto arcs = random() % 3;  // none, some, most
+  const bool whole = random() % 3 == 0;
+  const double step = std::pow(10.0, Uniform(random, -2.5, 3.5));
+  const double distant = random() % 4 == 0 ? Uniform(random, 1e5, 8e6) : 0;
+  double heading = Uniform(random, 0, 6.3);
+  double x = distant, y = distant, station = Uniform(random, -1000, 1000);
+  std::vector<kovltype> points;
+  for (size_t i = 0; i < count; ++i) {
+    points.push_back({x, y, random() % 3 < arcs ? AnyBulge(random) : 0.0, station});
+    if (kind == 0) {  // anywhere: crosses itself over and over
+      x = distant + Uniform(random, -5, 5) * step;
+      y = distant + Uniform(random, -5, 5) * step;
+    } else if (kind == 1) {  // a spiral
+      const double turn = 0.2 * static_cast<double>(i + 1);
+      x = distant + step * turn * std::sin(turn);
+      y = distant + step * turn * std::cos(turn);
+    } else if (kind == 2) {  // along the axes, back and forth
+      (random() % 2 == 0 ? x : y) += step * static_cast<double>(static_cast<int>(random() % 5) - 2);
+    } else {  // a road
+      heading += kind == 3 ? 0 : Uniform(random, -0.3, 0.3) * static_cast<double>(kind - 3);
+      const double length = random() % 20 == 0 ? Uniform(random, 0, 0.02) : step * Uniform(random, 0.1, 2);
+      x += length * std::sin(heading);
+      y += length * std::cos(heading);
+    }
+    if (whole) {
+      x = std::round(x);
+      y = std::round(y);
+    }
+    if (random() % 30 == 0) x = points.back().x, y = points.back().y;  // twice the same
+    station += random() % 25 == 0 ? Uniform(random, -5, 5) : step;
+  }
+  if (random() % 4 == 0)
+    for (kovltype& p : points) p.sek = -p.sek;
+  if (random() % 12 == 0) {
+    const double kOdd[] = {kNan, kInf, -kInf, 1e300, -1e160, 3e9, 1e12};
+    kovltype& p = points[random() % count];
+    double* const kFields[] = {&p.x, &p.y, &p.bulge, &p.sek};
+    *kFields[random() % 4] = kOdd[random() % std::size(kOdd)];
+  }
+  return points;
+}
+
+PlanePoint AnyPlace(std::mt19937& random, const std::vector<kovltype>& points) {
+  const size_t i = random() % points.size();
+  const kovltype& a = points[i];
+  const kovltype& b = points[std::min(i + 1, points.size() - 1)];
+  const double size = std::hypot(b.x - a.x, b.y - a.y) + 1e-3;
+  const double along = Uniform(random, -0.2, 1.2);
+  const double away = Uniform(random, -1, 1) * size * std::pow(10.0, Uniform(random, -6, 1.5));
+  PlanePoint p{a.y + along * (b.y - a.y) + away * (b.x - a.x) / size,
+               a.x + along * (b.x - a.x) - away * (b.y - a.y) / size};
+  switch (random() % 16) {
+    case 0:
+      return InPlane(a);
+    case 1:
+      return {std::round(p.h), std::round(p.v)};
+    case 2:
+    case 3: {  // beside an axis through the centre of an arc, near its circle
+      const Arc arc = ArcFromBulge(InPlane(a), InPlane(b), a.bulge);
+      const double from_axis = Uniform(random, -2e-5, 2e-5);
+      const double out = (arc.radius + away) * (random() % 2 == 0 ? 1 : -1);
+      return random() % 2 == 0 ? PlanePoint{arc.centre.h + from_axis, arc.centre.v + out}
+                               : PlanePoint{arc.centre.h + out, arc.centre.v + from_axis};
+    }
+    case 4: {  // square to a segment's end
+      const double end = 1e-4 * static_cast<double>(static_cast<int>(random() % 5) - 2);
+      const double at = random() % 2 == 0 ? end : 1 + end;
+      return {a.y + at * (b.y - a.y) + away * (b.x - a.x) / size,
+              a.x + at * (b.x - a.x) - away * (b.y - a.y) / size};
+    }
+    case 5: {
+      const double kOdd[] = {kNan, kInf, 1e300, -1e101, 1.05e9, -1.2e9, 1e7, -1e5};
+      (random() % 2 == 0 ? p.h : p.v) = kOdd[random() % std::size(kOdd)];
+      return p;
+    }
+    default:
+      return p;
+  }
+}
+
+size_t Cases(size_t usual) {
+  const char* const wanted = std::getenv("VELMORA_LOCATOR_CASES");
+  return wanted == nullptr ? usual : std::strtoull(wanted, nullptr, 10);
+}
+
+TEST(Locator, AnswersAsTheWalkDoes) {
+  constexpr size_t kPlaces = 64;
+  std::mt19937 random(20);
+  const std::vector<InstructionSet> sets = AvailableInstructionSets();
+  const size_t cases = Cases(200000);
+  size_t found = 0;
+  for (size_t done = 0; done < cases; done += kPlaces) {
+    const std::vector<kovltype> points = AnyLine(random, 1 + random() % (random() % 8 == 0 ? 400 : 24));
+    OpenLine line(points);
+    std::vector<double> x(kPlaces), y(kPlaces);
+    std::vector<Answer> walked(kPlaces);
+    for (size_t i = 0; i < kPlaces; ++i) {
+      const PlanePoint p = AnyPlace(random, points);
+      x[i] = p.v;
+      y[i] = p.h;
+      walked[i].result = line.Vagstv(p.v, p.h, &walked[i].a, &walked[i].b, 0);
+      found += walked[i].result == 0;
+    }
+    for (const InstructionSet set : sets) {
+      const Locator locator(points, 1, set);
+      for (const bool known : {false, true}) {  // the second time the ground is worked out
+        std::vector<double> a(kPlaces), b(kPlaces);
+        std::vector<int> result(kPlaces);
+        locator.Vagstv(x.data(), y.data(), kPlaces, a.data(), b.data(), result.data());
+        for (size_t i = 0; i < kPlaces; ++i) {
+          if (Answer{result[i], a[i], b[i]} == walked[i]) continue;
+          FAIL() << "in round " << done / kPlaces << ", known " << known << ": "
+                 << Shown(points, {y[i], x[i]}, set);
+        }
+      }
+    }
+  }
+  EXPECT_GT(found, cases / 2);
+}
+
+// A plan larger than the caches, asked in no order by two threads at once, which both work out the ground;
+// and stations looked for among those that turn back.
+TEST(Locator, LargeScatteredBatchesAnswerAsSinglePoints) {
+  std::mt19937 random(3);
+  std::vector<kovltype> points;
+  for (int i = 0; i < 70000; ++i)
+    points.push_back({1000.0 * (i / 1000) + Uniform(random, 0, 40), 30.0 * (i % 1000), i % 5 == 0 ? 0.1 : 0.0,
+                      30.0 * i + Uniform(random, -20, 20)});
+  const Locator together(points, 7);
+  const Locator single(points, 7);
+  constexpr size_t kCount = 20000;
+  const auto look = [&](unsigned seed) {
+    std::mt19937 places(seed);
+    std::vector<double> x(kCount), y(kCount), a(kCount), b(kCount);
+    std::vector<int> result(kCount);
+    for (size_t i = 0; i < kCount; ++i) {
+      const PlanePoint p = AnyPlace(places, points);
+      x[i] = p.v;
+      y[i] = p.h;
+    }
+    together.Vagstv(x.data(), y.data(), kCount, a.data(), b.data(), result.data());
+    size_t different = 0;
+    for (size_t i = 0; i < kCount; ++i) {
+      Answer alone{};
+      alone.result = single.Vagstv(x[i], y[i], &alone.a, &alone.b);
+      different += alone == Answer{result[i], a[i], b[i]} ? 0 : 1;
+    }
+    return different;
+  };
+  size_t of_other = 1;
+  std::thread other([&] { of_other = look(1); });
+  EXPECT_EQ(look(2), 0u);
+  other.join();
+  EXPECT_EQ(of_other, 0u);
+
+  points.resize(2000);
+  for (const double sign : {1.0, -1.0}) {
+    for (kovltype& p : points) p.sek *= sign;
+    std::vector<kovltype> profile = points;
+    for (kovltype& p : profile) p.y = p.sek;
+    OpenLine plan(points), level(profile);
+    const Locator in_plan(plan), in_profile(level);
+    for (int i = 0; i < 2000; ++i) {
+      double sek = points[random() % points.size()].sek + Uniform(random, -1, 1) * (i % 2 == 0 ? 1.5e-4 : 30);
+      if (i % 100 == 0) sek = i % 200 == 0 ? kNan : kInf * sign;
+      Answer walked{}, found{};
+      walked.result = plan.Vag2xy(sek, 3, &walked.a, &walked.b);
+      found.result = in_plan.Vag2xy(sek, 3, &found.a, &found.b);
+      EXPECT_EQ(walked, found) << sek;
+      walked.result = level.Vagprofz(sek, &walked.a);
+      found.result = in_profile.Vagprofz(sek, &found.a);
+      EXPECT_EQ(walked, found) << sek;
+    }
+  }
+}
+
+TEST(Locator, TypesNumbersAndCursorsAreThoseOfTheLine) {
+  OpenLine line({{0, 0, 0, 0}, {0, 100, 0, 100}, {-100, 100, 0, 200}});
+  line.Home();
+  line.Set_mark();
+  line++;
+  const std::vector<int> before = line.Cursors();
+  const double no_station = std::exchange(CVaglinje::Seknoll, 5.0);
+  for (const int typ : {0, 1, 10}) {
+    line.typ = typ;
+    const Locator locator(line);
+    double a = kUntouched, b = kUntouched, z = kUntouched;
+    EXPECT_EQ(locator.Vagstv(-5, 50, &a, &b), typ == 10 ? -1 : 0);
+    EXPECT_EQ(locator.Vag2xy(1e6, 0, &a, &b), -1);
+    EXPECT_TRUE(typ == 10 ? a == kUntouched && b == kUntouched : a == 999999.9 && b == 999999.9);
+    EXPECT_EQ(locator.Vagprofz(50, &z), typ == 1 ? -1 : 0);
+    EXPECT_TRUE(typ == 10 || (locator.Vagstv(50, -500, &a, &b) == -1 && a == 5.0 && b == 0));
+  }
+  CVaglinje::Seknoll = no_station;
+  EXPECT_EQ(line.Cursors(), before);
+  double a = 1, b = 2;
+  EXPECT_TRUE(Locator({}, 1).Vagstv(0, 0, &a, &b) == -1 && a == CVaglinje::Seknoll && b == 0);
+  EXPECT_EQ(Locator({}, 1).Vag2xy(0, 0, &a, &b), -1);
+}
+
+}  // namespace
+}  // namespace velmora

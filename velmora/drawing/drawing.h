@@ -1,0 +1,46 @@
+// The drawing of an alignment as one sheet, A3 landscape, in SVG: plan, profile and title block.
+//
+// A pure function of its input.
+#ifndef VELMORA_DRAWING_DRAWING_H_
+#define VELMORA_DRAWING_DRAWING_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "velmora/alignment/alignment_point.h"
+
+namespace velmora::drawing {
+
+struct PlotBoring {
+  std::string id;  // UTF-8
+  double northing = 0;
+  double easting = 0;
+  std::optional<double> level;
+  bool placed = false;  // whether station and offset hold
+  double station = 0;
+  double offset = 0;  // positive to the right
+};
+
+struct PlotInput {
+  std::string name;  // of the road, UTF-8; may be empty
+  std::string file;  // where it was read from, UTF-8; may be empty
+  std::vector<kovltype> plan;
+  std::vector<kovltype> profile;  // by rising station, as the level look-up needs it
+  std::vector<PlotBoring> borings;
+  bool km_stations = false;
+};
+
+// The largest coordinate, station or level that is drawn; points beyond it, or with no number at all, are
+// left out and their count is noted on the sheet.
+inline constexpr double kLargestDrawn = 1e9;  // m
+
+// Above this many borings they are dots without labels.
+inline constexpr size_t kMostLabelledBorings = 150;
+
+// The whole file. Any input gives a drawing, if need be one that says there is nothing to draw.
+std::string DrawAlignment(const PlotInput& input);
+
+}  // namespace velmora::drawing
+
+#endif  // VELMORA_DRAWING_DRAWING_H_

@@ -1,0 +1,182 @@
+#include "velmora/drawing/labels.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "velmora/text/codepage.h"
+
+namespace velmora::drawing {
+namespace {
+
+constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
+constexpr double kDegree = std::numbers::pi / 180;
+
+// Of the font size; DejaVu Sans is the widest of the fonts that the drawing asks for.
+double LetterWidth(char32_t c) {
+  if (c >= U'0' && c <= U'9') return 0.64;
+  if (c < 0x80 &&
+      std::string_view(" .,:;|!'/()[]ijlIfrt-").find(static_cast<char>(c)) != std::string_view::npos) {
+    return 0.40;
+  }
+  if (c == U'm' || c == U'w' || c == U'M' || c == U'W' || c == U'@' || c == U'%') return 1.0;
+  if (c >= U'A' && c <= U'Z') return 0.74;
+  if (c < 0x80) return 0.63;
+  return c < 0x1100 ? 0.75 : 1.1;
+}
+
+struct Axes {
+  std::array<SheetPoint, 2> unit;
+  std::array<double, 2> half;
+};
+
+Axes AxesOf(const Box& box) {
+  const double c = std::cos(box.angle * kDegree);
+  const double s = std::sin(box.angle * kDegree);
+  return {{SheetPoint{c, s}, SheetPoint{-s, c}}, {box.half_width, box.half_height}};
+}
+
+double HalfExtent(const Axes& axes, SheetPoint direction) {
+  double sum = 0;
+  for (size_t i = 0; i < 2; ++i) {
+    sum += axes.half[i] * std::fabs(axes.unit[i].x * direction.x + axes.unit[i].y * direction.y);
+  }
+  return sum;
+}
+
+SheetPoint HalfSize(const Box& box) {
+  const Axes axes = AxesOf(box);
+  return {HalfExtent(axes, {1, 0}), HalfExtent(axes, {0, 1})};
+}
+
+}  // namespace
+
+double TextWidth(std::string_view utf8, double size) {
+  double width = 0;
+  while (!utf8.empty()) {
+    char32_t c = 0;
+    const size_t length = DecodeUtf8Sequence(utf8, &c);
+    utf8.remove_prefix(length == 0 ? 1 : length);
+    width += LetterWidth(length == 0 ? 0xFFFD : c);
+  }
+  return width * size;
+}
+
+std::string FitText(std::string_view utf8, double size, double width) {
+  if (TextWidth(utf8, size) <= width) return std::string(utf8);
+  size_t kept = 0;
+  double used = LetterWidth(U'…') * size;
+  while (kept < utf8.size()) {
+    char32_t c = 0;
+    const size_t length = DecodeUtf8Sequence(utf8.substr(kept), &c);
+    used += LetterWidth(length == 0 ? 0xFFFD : c) * size;
+    if (used > width) break;
+    kept += length == 0 ? 1 : length;
+  }
+  return std::string(utf8.substr(0, kept)) + "…";
+}
+
+// Two boxes are apart exactly when they are apart along one of their four sides' directions.
+bool Overlap(const Box& a, const Box& b) {
+  const SheetPoint between = {b.centre.x - a.centre.x, b.centre.y - a.centre.y};
+  const double reach = a.half_width + a.half_height + b.half_width + b.half_height;
+  if (std::fabs(between.x) > reach || std::fabs(between.y) > reach) return false;
+  const Axes of_a = AxesOf(a);
+  const Axes of_b = AxesOf(b);
+  for (const Axes* axes : {&of_a, &of_b}) {
+    for (const SheetPoint& unit : axes->unit) {
+      const double distance = std::fabs(between.x * unit.x + between.y * unit.y);
+      if (distance >= HalfExtent(of_a, unit) + HalfExtent(of_b, unit)) return false;
+    }
+  }
+  return true;
+}
+
+bool Contains(const Box& upright, const Box& inner) {
+  const SheetPoint half = HalfSize(inner);
+  return std::fabs(inner.centre.x - upright.centre.x) + half.x <= upright.half_width &&
+         std::fabs(inner.centre.y - upright.centre.y) + half.y <= upright.half_height;
+}
+
+Box TextBox(SheetPoint centre, std::string_view utf8, double size, double angle) {
+  return {centre, TextWidth(utf8, size) / 2, size * kTextHeight / 2, angle};
+}
+
+Box LineBox(SheetPoint a, SheetPoint b, double width) {
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  return {
+      {(a.x + b.x) / 2, (a.y + b.y) / 2}, std::hypot(dx, dy) / 2, width / 2, std::atan2(dy, dx) / kDegree};
+}
+
+SheetPoint NearestInBox(const Box& box, SheetPoint from) {
+  return {std::clamp(from.x, box.centre.x - box.half_width, box.centre.x + box.half_width),
+          std::clamp(from.y, box.centre.y - box.half_height, box.centre.y + box.half_height)};
+}
+
+double ReadableAngle(double dx, double dy) {
+  double angle = std::atan2(dy, dx) / kDegree;
+  if (angle >= 90 - 1e-6) angle -= 180;
+  if (angle < -90 - 1e-6) angle += 180;
+  return angle;
+}
+
+bool LabelRoom::IsFree(const Box& label) const {
+  const auto hit = [&](const Box& box) { return Overlap(box, label); };
+  return Contains(area_, label) && std::none_of(solid_.begin(), solid_.end(), hit) &&
+         std::none_of(lines_.begin(), lines_.end(), hit);
+}
+
+bool LabelRoom::IsOpen(const Box& line) const {
+  return std::none_of(solid_.begin(), solid_.end(), [&](const Box& box) { return Overlap(box, line); });
+}
+
+std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double radius, double width,
+                                       double height, double dx, double dy) {
+  constexpr double kNear = 0.7;  // mm between symbol and label
+  constexpr std::array kDistances = {kNear, 2.2, 4.0, 6.5, 10.0, 14.0, 19.0, 25.0, 32.0};
+  constexpr int kDirections = 16;
+  const double preferred = std::atan2(dy, dx);
+  for (const double distance : kDistances) {
+    for (int i = 0; i < kDirections; ++i) {
+      // 0, +1, -1, +2, -2 ... steps away from the preferred direction.
+      const int steps = i % 2 == 0 ? -i / 2 : (i + 1) / 2;
+      const double angle = preferred + steps * 2 * std::numbers::pi / kDirections;
+      const double c = std::cos(angle);
+      const double s = std::sin(angle);
+      // The box touches the circle of this distance with the side or corner that faces the symbol.
+      const double reach = radius + distance;
+      const double to_side =
+          std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
+      const SheetPoint centre = {at.x + c * (reach + to_side), at.y + s * (reach + to_side)};
+      const Box box = {centre, width / 2, height / 2};
+      if (!room.IsFree(box)) continue;
+      if (distance == kNear) {
+        room.AddSolid(box);
+        return PlacedLabel{box, std::nullopt};
+      }
+      const SheetPoint end = NearestInBox(box, at);
+      const double length = std::hypot(end.x - at.x, end.y - at.y);
+      const double skip = 1.45 * radius / length;  // past the corners of the symbol's box
+      const SheetPoint start = {at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip};
+      const Box line = LineBox(start, end, 0.3);
+      if (!room.IsOpen(line)) continue;
+      room.AddSolid(box);
+      room.AddLine(line);
+      return PlacedLabel{box, std::pair(start, end)};
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<size_t> PlaceFirst(LabelRoom& room, std::span<const Box> candidates) {
+  for (size_t i = 0; i < candidates.size(); ++i) {
+    if (!room.IsFree(candidates[i])) continue;
+    room.AddSolid(candidates[i]);
+    return i;
+  }
+  return std::nullopt;
+}
+
+}  // namespace velmora::drawing

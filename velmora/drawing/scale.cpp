@@ -1,0 +1,75 @@
+#include "velmora/drawing/scale.h"
+
+#include <cmath>
+#include <initializer_list>
+
+#include "velmora/text/numbers.h"
+
+namespace velmora::drawing {
+namespace {
+
+constexpr double kLeastScale = 100;
+constexpr double kAlmost = 1e-9;  // of the number itself
+
+// The largest power of ten not above `value`, which is above 0.
+double PowerBelow(double value) { return std::pow(10.0, std::floor(std::log10(value) + kAlmost)); }
+
+double SmallestFrom(double least, std::initializer_list<double> mantissas) {
+  const double power = PowerBelow(least);
+  for (const double mantissa : mantissas) {
+    if (mantissa * power >= least * (1 - kAlmost)) return mantissa * power;
+  }
+  return 10 * power;
+}
+
+bool IsUsable(double value) { return std::isfinite(value) && value > 0; }
+
+}  // namespace
+
+double NiceScale(double least) {
+  if (!IsUsable(least) || least < kLeastScale) return kLeastScale;
+  return SmallestFrom(least, {1, 1.25, 1.5, 2, 2.5, 3, 4, 5, 6, 7.5});
+}
+
+double NiceStep(double least) { return IsUsable(least) ? SmallestFrom(least, {1, 2, 5}) : 1; }
+
+double NiceStepBelow(double most) {
+  if (!IsUsable(most)) return 1;
+  const double power = PowerBelow(most);
+  for (const double mantissa : {5.0, 2.0}) {
+    if (mantissa * power <= most * (1 + kAlmost)) return mantissa * power;
+  }
+  return power;
+}
+
+int PartsOfStep(double step) {
+  const double mantissa = step / PowerBelow(step);
+  return std::fabs(mantissa - 2) < 0.5 ? 4 : 5;
+}
+
+std::vector<double> Ticks(double low, double high, double step) {
+  std::vector<double> ticks;
+  if (!IsUsable(step) || !std::isfinite(low) || !std::isfinite(high)) return ticks;
+  const double first = std::ceil(low / step - 1e-6);
+  const double last = std::floor(high / step + 1e-6);
+  const double count = last - first + 1;
+  if (!(count >= 1) || count > static_cast<double>(kMostTicks)) return ticks;
+  for (double i = first; i <= last; ++i) ticks.push_back(i * step + 0.0);  // no -0
+  return ticks;
+}
+
+std::string PlainNumber(double value) {
+  const double size = std::fabs(value);
+  int decimals = 3;
+  for (double small = size; small > 0 && small < 1 && decimals < 12; small *= 10) ++decimals;
+  std::string text = FormatFixed(value, size >= 1000 ? 0 : decimals);
+  if (text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+  }
+  return text;
+}
+
+std::string ScaleText(double denominator) { return "1:" + PlainNumber(denominator); }
+
+}  // namespace velmora::drawing

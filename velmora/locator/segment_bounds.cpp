@@ -1,0 +1,164 @@
+#include "velmora/locator/segment_bounds.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace velmora {
+namespace {
+
+constexpr double kLargestCoordinate = 1e9;  // m
+constexpr double kLargestRadius = 1e12;
+constexpr double kLongStraight = 1e4;
+// The root in a direction's rank cancels close to an axis; ranks of p agree with its angle to 3e-8.
+constexpr double kAngleNoise = 1e-7;
+constexpr double kQuarter = std::numbers::pi / 2;
+
+bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
+
+double AngleOfRank(double rank) {
+  const double quadrant = std::min(std::floor(rank), 3.0);
+  return quadrant * kQuarter + 2 * std::atan(rank - quadrant);
+}
+
+PlanePoint OnCircle(const Arc& circle, double angle) {
+  return {circle.centre.h + circle.radius * std::cos(angle),
+          circle.centre.v + circle.radius * std::sin(angle)};
+}
+
+Tangents TangentAt(double angle, double spread) { return {{-std::sin(angle), std::cos(angle)}, spread}; }
+
+// The largest distance from the chord of a point of the box; distance from a convex set is largest at a
+// corner.
+double FarthestFromChord(PlanePoint a, PlanePoint b, const Box& box) {
+  return std::max({DistanceFromChord(a, b, box.low), DistanceFromChord(a, b, box.high),
+                   DistanceFromChord(a, b, {box.low.h, box.high.v}),
+                   DistanceFromChord(a, b, {box.high.h, box.low.v})});
+}
+
+void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bounds) {
+  const Arc& circle = arc.circle;
+  // Not a number, as between coincident points, or infinite: no foot is ever nearer than another.
+  if (!std::isfinite(circle.radius) || !std::isfinite(circle.centre.h) || !std::isfinite(circle.centre.v))
+    return;
+  bounds->wild = circle.radius > kLargestRadius || !Within(circle.centre, kLargestRadius);
+  if (bounds->wild) return;
+
+  // The angle is the one between the ranks, a quarter turn off where an end lies beside an axis.
+  const bool counter_clockwise = arc.bulge > 0;
+  const double first = AngleOfRank(counter_clockwise ? arc.to_a.rank : arc.to_b.rank);
+  double last = AngleOfRank(counter_clockwise ? arc.to_b.rank : arc.to_a.rank);
+  if (last < first) last += 4 * kQuarter;
+  const double from = first - kAngleNoise;
+  const double to = last + kAngleNoise;
+  const double slack = 1e-6 + 1e-12 * circle.radius;
+
+  Box box = kEmptyBox;
+  box.Include(OnCircle(circle, from));
+  box.Include(OnCircle(circle, to));
+  for (double axis = std::ceil(from / kQuarter); axis * kQuarter <= to; ++axis)
+    box.Include(OnCircle(circle, axis * kQuarter));
+  box.Grow(slack);
+  bounds->feet.box.Include(box);
+  bounds->feet.tangents.Include(TangentAt((from + to) / 2, (to - from) / 2));
+
+  const double noise = slack + 2 * kAngleNoise * circle.radius;
+  const double sagitta = std::fabs(arc.bulge) * Distance(a, b) / 2;
+  const PlanePoint begin = counter_clockwise ? a : b;
+  const PlanePoint end = counter_clockwise ? b : a;
+  const bool as_drawn = std::fabs(arc.bulge) <= 1 && last - first < 3 &&
+                        Distance(OnCircle(circle, first), begin) <= noise &&
+                        Distance(OnCircle(circle, last), end) <= noise;
+  bounds->pad = as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box);
+
+  for (int axis = 0; axis < 4; ++axis) {
+    // Beside the axis that ends quadrant `axis`, points count as that quadrant's beginning.
+    if (!arc.Holds(axis)) continue;
+    const double angle = (axis + 1) * kQuarter;
+    FootBound place;
+    place.box.Include(OnCircle(circle, angle));
+    place.box.Grow(1.1 * kQuadrantTolerance + slack);
+    place.tangents = TangentAt(angle, 0);
+    bounds->axis_places.push_back(place);
+  }
+}
+
+}  // namespace
+
+void Box::Include(PlanePoint p) {
+  low = {std::min(low.h, p.h), std::min(low.v, p.v)};
+  high = {std::max(high.h, p.h), std::max(high.v, p.v)};
+}
+
+void Box::Include(const Box& other) {
+  low = {std::min(low.h, other.low.h), std::min(low.v, other.low.v)};
+  high = {std::max(high.h, other.high.h), std::max(high.v, other.high.v)};
+}
+
+void Box::Grow(double by) {
+  low = {low.h - by, low.v - by};
+  high = {high.h + by, high.v + by};
+}
+
+double Box::SquaredDistance(PlanePoint p) const {
+  const double h = std::max({low.h - p.h, p.h - high.h, 0.0});
+  const double v = std::max({low.v - p.v, p.v - high.v, 0.0});
+  return h * h + v * v;
+}
+
+void Tangents::Include(const Tangents& other) {
+  if (other.spread < 0) return;
+  if (spread < 0) {
+    *this = other;
+    return;
+  }
+  PlanePoint turned = other.middle;
+  if (middle.h * turned.h + middle.v * turned.v < 0) turned = {-turned.h, -turned.v};
+  const PlanePoint sum{middle.h + turned.h, middle.v + turned.v};
+  const double length = std::sqrt(sum.h * sum.h + sum.v * sum.v);  // at least the root of 2
+  const double sine = std::min(std::fabs(middle.h * turned.v - middle.v * turned.h), 1.0);
+  const double between = sine < 0.1 ? sine * 1.01 : std::asin(sine);
+  middle = {sum.h / length, sum.v / length};
+  spread = between / 2 + std::max(spread, other.spread) + 1e-9;
+}
+
+void FootBound::Include(const FootBound& other) {
+  box.Include(other.box);
+  tangents.Include(other.tangents);
+}
+
+double DistanceFromChord(PlanePoint a, PlanePoint b, PlanePoint p) {
+  const double dh = b.h - a.h;
+  const double dv = b.v - a.v;
+  const double squared = dh * dh + dv * dv;
+  if (squared < kShortestSquared) return Distance(a, p);
+  const double u = ((p.h - a.h) * dh + (p.v - a.v) * dv) / squared;
+  const double t = std::clamp(u, -kChordReach, 1 + kChordReach);
+  return Distance(p, {a.h + t * dh, a.v + t * dv});
+}
+
+SegmentBounds BoundsOfSegment(const kovltype& a, const kovltype& b, const ArcFrame* arc) {
+  const PlanePoint from = InPlane(a);
+  const PlanePoint to = InPlane(b);
+  SegmentBounds bounds;
+  if (!Within(from, kLargestCoordinate) || !Within(to, kLargestCoordinate)) {
+    bounds.wild = true;
+    return bounds;
+  }
+  const double length = Distance(from, to);
+  bounds.feet.box.Include(from);
+  bounds.feet.box.Include(to);
+  bounds.feet.box.Grow(2 * kChordReach * length + 1e-6 + 1e-12 * length);
+  if (arc != nullptr) {
+    BoundArc(from, to, *arc, &bounds);
+    bounds.pad = std::max(bounds.pad, 1e-6);  // a chord's foot is never an arc's
+  } else if (length * length >= kShortestSquared / 2) {
+    bounds.feet.tangents = {{(to.h - from.h) / length, (to.v - from.v) / length}, 1e-9};
+    // Rounding grows with the length; a pad also keeps the shortest from the fast comparison.
+    if (length > kLongStraight) bounds.pad = 0.001;
+  }
+  if (length < 0.02) bounds.pad = std::max(bounds.pad, 0.02);
+  return bounds;
+}
+
+}  // namespace velmora

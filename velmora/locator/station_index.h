@@ -1,0 +1,30 @@
+// Finds where a walk along stations would end, without the walk.
+#ifndef VELMORA_LOCATOR_STATION_INDEX_H_
+#define VELMORA_LOCATOR_STATION_INDEX_H_
+
+#include <cstddef>
+#include <vector>
+
+namespace velmora {
+
+// Over values of which each may lie below the one before: the first that is above another value is also the
+// first at which the largest so far is.
+class StationIndex {
+ public:
+  StationIndex() = default;
+  // Values that are not numbers are above nothing.
+  explicit StationIndex(std::vector<double> values);
+
+  // The position of the first value above `value`; the number of values when there is none.
+  size_t FirstAbove(double value) const;
+
+ private:
+  std::vector<double> largest_;  // so far
+  std::vector<size_t> starts_;   // for equal steps of value: the first above the step's lower end
+  double low_ = 0;
+  double per_step_ = 0;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_LOCATOR_STATION_INDEX_H_
