@@ -11,6 +11,24 @@ install(TARGETS velmora EXPORT velmora-targets
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velmora")
 install(EXPORT velmora-targets NAMESPACE velmora:: DESTINATION "${package_dir}")
+# What a client of the static library links besides.
+set(package_dependencies)
+set(pc_cflags)
+set(pc_libs -lvelmora)
+if(NOT BUILD_SHARED_LIBS)
+  set(pc_cflags " -DVELMORA_STATIC")
+  if(WIN32)
+    list(TRANSFORM system_libraries PREPEND -l)
+    list(APPEND pc_libs ${system_libraries})
+  else()
+    set(package_dependencies "find_dependency(SQLite3)\nfind_dependency(sdbus-c++)")
+    list(APPEND pc_libs -lsdbus-c++ -lsqlite3)
+  endif()
+elseif(MINGW)
+  # By its whole name, which the linker also finds with -static.
+  set(pc_libs -l:libvelmora.dll.a)
+endif()
+list(JOIN pc_libs " " pc_libs)
 configure_package_config_file(
   "${CMAKE_CURRENT_LIST_DIR}/velmoraConfig.cmake.in" "${PROJECT_BINARY_DIR}/velmoraConfig.cmake"
   INSTALL_DESTINATION "${package_dir}")

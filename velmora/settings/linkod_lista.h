@@ -1,9 +1,8 @@
-// A list of line codes in memory.
+// A list of line codes in memory. All of it stands in the header, so that nothing of it is exported.
 #ifndef VELMORA_SETTINGS_LINKOD_LISTA_H_
 #define VELMORA_SETTINGS_LINKOD_LISTA_H_
 
 #include "velmora/core/list0.h"
-#include "velmora/export.h"
 
 namespace velmora {
 
@@ -15,7 +14,7 @@ struct linkodpartype {
   int varde;          // integer
 };
 
-class VELMORA_API CLinkodLista : public list0<linkodpartype> {
+class CLinkodLista : public list0<linkodpartype> {
  public:
   ~CLinkodLista() override = default;
 };
