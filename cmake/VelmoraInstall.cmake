@@ -24,9 +24,6 @@ if(NOT BUILD_SHARED_LIBS)
     set(package_dependencies "find_dependency(SQLite3)\nfind_dependency(sdbus-c++)")
     list(APPEND pc_libs -lsdbus-c++ -lsqlite3)
   endif()
-elseif(MINGW)
-  # By its whole name, which the linker also finds with -static.
-  set(pc_libs -l:libvelmora.dll.a)
 endif()
 list(JOIN pc_libs " " pc_libs)
 configure_package_config_file(

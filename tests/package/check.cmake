@@ -43,10 +43,12 @@ file(GLOB_RECURSE pc "${WORK}/prefix/velmora.pc")
 cmake_path(GET pc PARENT_PATH pc_dir)
 set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
 execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S "${CMAKE_CURRENT_LIST_DIR}" -B "${WORK}/build" ${compiler}
-  "-DCMAKE_FIND_ROOT_PATH=${WORK}/prefix" "-DCMAKE_PREFIX_PATH=${WORK}/prefix"
+  "-DCMAKE_PREFIX_PATH=${WORK}/prefix"
   "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wconversion -Werror" ${run})
 execute_process(COMMAND ${CMAKE_COMMAND} --build "${WORK}/build" ${run})
 
+cmake_path(GET pc_dir PARENT_PATH library_dir)
+set(ENV{LD_LIBRARY_PATH} "${library_dir}")
 # Where a Windows program finds its DLLs: ours, and the compiler's run time.
 if(TOOLCHAIN)
   set(ENV{WINEPATH} "${WORK}/prefix/bin")
