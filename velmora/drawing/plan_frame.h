@@ -17,7 +17,7 @@ class PlanFrame {
  public:
   // The largest usual scale at which all `points` fit into `panel`. North is up unless turning the map
   // gains a lot, and then turned no more than needed, never down.
-  PlanFrame(std::span<const PlanePoint> points, const Panel& panel);
+  PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel);
 
   double Scale() const { return scale_; }  // the N of 1:N
   double Millimetres(double metres) const { return metres * 1000 / scale_; }

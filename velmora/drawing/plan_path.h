@@ -12,7 +12,7 @@
 namespace velmora::drawing {
 
 // A place on the line and the direction of the point list there, a unit vector.
-struct PathPlace {
+struct PathPosition {
   PlanePoint point;
   PlanePoint direction;
 };
@@ -32,9 +32,9 @@ class PathSegment {
   double Length() const { return length_; }
 
   // From 0 at A to 1 at B.
-  PathPlace At(double part) const;
+  PathPosition At(double part) const;
   // By station, proportionally.
-  PathPlace AtStation(double station) const;
+  PathPosition AtStation(double station) const;
   // The nearest point to `p`, where its foot lies on the segment.
   PlanePoint FootOf(PlanePoint p) const;
 
