@@ -30,14 +30,15 @@ struct PlotInput {
   bool km_stations = false;
 };
 
-// The largest coordinate, station or level that is drawn; points beyond it, or not finite, are left out and their
-// number is noted on the sheet.
+// The largest coordinate, station or level that is drawn; points beyond it, or not finite, are left out and
+// their number is noted on the sheet.
 inline constexpr double kLargestDrawn = 1e9;  // m
 
 // Above this many borings they are dots without labels.
 inline constexpr size_t kMostLabelledBorings = 150;
 
-// Begins the sheet and draws it. Any input gives a drawing, if need be one that says there is nothing to draw.
+// Begins the sheet and draws it. Any input gives a drawing, if need be one that says there is nothing to
+// draw.
 void DrawAlignment(const PlotInput& input, Canvas& canvas);
 
 }  // namespace velmora::drawing

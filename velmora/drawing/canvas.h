@@ -35,11 +35,12 @@ using Colour = std::uint32_t;  // 0xRRGGBB
 
 // How an element is drawn. Text is drawn in the fill colour.
 struct Style {
-  std::string_view layer;  // a name of letters, digits and hyphens; elements of a layer may be hidden together
+  std::string_view
+      layer;  // a name of letters, digits and hyphens; elements of a layer may be hidden together
   std::optional<Colour> fill = std::nullopt;
   std::optional<Colour> line = std::nullopt;
-  double width = 0;               // of the line
-  bool round = false;             // line ends and corners; else cut off and mitred
+  double width = 0;              // of the line
+  bool round = false;            // line ends and corners; else cut off and mitred
   std::array<double, 2> dash{};  // the lengths of a dash and of the gap behind it; 0 for a solid line
 
   bool operator==(const Style&) const = default;

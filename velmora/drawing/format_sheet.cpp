@@ -39,8 +39,8 @@ void DrawFormat(Canvas& canvas, double x, double y, const ritformattype& format)
                 {"area", kArea, kRoadText, format.ytaBredd, format.ytaHojd}};
   const SheetPoint middle = {x + format.arkBredd / kScale / 2, y + format.arkHojd / kScale / 2};
   double line = y + format.arkHojd / kScale + 4.5;
-  canvas.Text({x, line}, ToUtf8(format.namn),
-              {.size = kNameSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
+  canvas.Text({x, line}, ToUtf8(format.namn), {.size = kNameSize, .anchor = TextAnchor::kStart, .bold = true},
+              kText);
   line += 1;
   for (const auto& part : kParts) {
     const double width = part.width / kScale;

@@ -9,8 +9,8 @@
 
 namespace velmora::drawing {
 
-// Begins the sheet and draws it. The inner rectangles are centred in the outermost, since a format gives their
-// sizes but not their positions.
+// Begins the sheet and draws it. The inner rectangles are centred in the outermost, since a format gives
+// their sizes but not their positions.
 void DrawFormats(std::span<const ritformattype> formats, Canvas& canvas);
 
 }  // namespace velmora::drawing

@@ -120,7 +120,8 @@ bool Obstacles::AllowsLabel(const RotatedBox& label) const {
 }
 
 bool Obstacles::AllowsLeader(const RotatedBox& leader) const {
-  return std::none_of(solid_.begin(), solid_.end(), [&](const RotatedBox& box) { return Overlap(box, leader); });
+  return std::none_of(solid_.begin(), solid_.end(),
+                      [&](const RotatedBox& box) { return Overlap(box, leader); });
 }
 
 std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,

@@ -59,9 +59,9 @@ struct PlacedLabel {
   std::optional<std::pair<SheetPoint, SheetPoint>> leader;
 };
 
-// Finds a place for a label of this size, without rotation, around the symbol at `at`: as near as possible, and
-// among the near places the one closest to `direction`. Adds label and leader to the obstacles. Nothing when
-// every place is taken.
+// Finds a place for a label of this size, without rotation, around the symbol at `at`: as near as possible,
+// and among the near places the one closest to `direction`. Adds label and leader to the obstacles. Nothing
+// when every place is taken.
 std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,
                                        double height, SheetPoint direction);
 

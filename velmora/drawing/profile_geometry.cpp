@@ -10,8 +10,8 @@ namespace velmora::drawing {
 namespace {
 
 constexpr double kMostOnCurve = 200;  // samples
-constexpr double kFairUse = 0.62;  // of the width, for the plan's scale to be taken
-constexpr double kAside = 2;       // mm left free at either end
+constexpr double kFairUse = 0.62;     // of the width, for the plan's scale to be taken
+constexpr double kAside = 2;          // mm left free at either end
 constexpr double kMostExaggerated = 100;
 constexpr double kLeastRange = 0.5;  // m; the range that a level road is drawn with
 
@@ -61,12 +61,12 @@ std::optional<double> ProfileLine::LevelAt(double station) const {
   return LevelBetween(*(b - 1), *b, station);
 }
 
-ProfileFrame::ProfileFrame(Interval stations, Interval levels, const SheetRect& plot, double below, double above,
-                           double plan_scale)
+ProfileFrame::ProfileFrame(Interval stations, Interval levels, const SheetRect& plot, double below,
+                           double above, double plan_scale)
     : plot_(plot), middle_station_(stations.Middle()) {
   const double least = 1000 * stations.Size() / (plot.width - 2 * kAside);
   length_scale_ = NiceScale(least);
-  if (plan_scale >= least && plan_scale * kFairUse <= least) length_scale_ = plan_scale;
+  if (plan_scale > 0 && plan_scale >= least && plan_scale * kFairUse <= least) length_scale_ = plan_scale;
 
   const double room = plot.height - below - above;
   const double range = std::max(levels.Size(), kLeastRange);

@@ -38,8 +38,9 @@ class ProfileLine {
 
 class ProfileFrame {
  public:
-  // The largest usual scale of lengths at which `stations` fit, or `plan_scale` if it uses the width nearly as
-  // well, and the greatest exaggeration at which `levels` fit with `below` and `above` millimetres of margin.
+  // The largest usual scale of lengths at which `stations` fit, or `plan_scale` if it uses the width nearly
+  // as well, and the greatest exaggeration at which `levels` fit with `below` and `above` millimetres of
+  // margin.
   ProfileFrame(Interval stations, Interval levels, const SheetRect& plot, double below, double above,
                double plan_scale);
 

@@ -213,16 +213,18 @@ void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>
   std::vector<SheetPoint> dots;
   for (const BoringInProfile& b : borings) {
     dots.push_back(b.at);
-    if (borings.size() <= kMostReservedDots) sheet.obstacles.AddLine({b.at, kManyDotsRadius, kManyDotsRadius});
+    if (borings.size() <= kMostReservedDots)
+      sheet.obstacles.AddLine({b.at, kManyDotsRadius, kManyDotsRadius});
   }
   sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
 }
 
 }  // namespace
 
-ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path,
-                           const ProfileLine& profile, double plan_scale) {
-  const SheetRect plot = {panel.x + kLeftMargin, panel.y + kTopMargin, panel.width - kLeftMargin - kRightMargin,
+ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input,
+                           const PlanPath& path, const ProfileLine& profile, double plan_scale) {
+  const SheetRect plot = {panel.x + kLeftMargin, panel.y + kTopMargin,
+                          panel.width - kLeftMargin - kRightMargin,
                           panel.height - kTopMargin - 2 * kRowHeight - 3};
   const Interval stations = StationsOf(profile, path);
   const double fine = stations.Size() / plot.width;  // m in a millimetre, or a little less

@@ -14,10 +14,10 @@ struct ProfileSummary {
   size_t without_label = 0;  // labels for which there was no space
 };
 
-// Stations increase to the right, whatever their direction in the plan. `plan_scale` is used for the lengths if it
-// makes fair use of the width; 0 without a plan.
-ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path,
-                           const ProfileLine& profile, double plan_scale);
+// Stations increase to the right, whatever their direction in the plan. `plan_scale` is used for the lengths
+// if it makes fair use of the width; 0 without a plan.
+ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input,
+                           const PlanPath& path, const ProfileLine& profile, double plan_scale);
 
 }  // namespace velmora::drawing
 

@@ -66,7 +66,8 @@ std::string ArcData(const PathPoint& a, SheetPoint b) {
   const double size = std::fabs(a.bulge);
   const double chord = std::hypot(b.x - a.at.x, b.y - a.at.y);
   const std::string radius = Number(chord * (1 + size * size) / (4 * size));
-  return "A" + radius + " " + radius + " 0 " + (size > 1 ? "1 " : "0 ") + (a.bulge < 0 ? "1 " : "0 ") + Pair(b);
+  return "A" + radius + " " + radius + " 0 " + (size > 1 ? "1 " : "0 ") + (a.bulge < 0 ? "1 " : "0 ") +
+         Pair(b);
 }
 
 }  // namespace
@@ -74,8 +75,8 @@ std::string ArcData(const PathPoint& a, SheetPoint b) {
 void SvgCanvas::BeginSheet(std::string_view title, double width, double height) {
   const std::string w = Number(width);
   const std::string h = Number(height);
-  text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w +
-          "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
+  text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
+          w + "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
           "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n<title>" + Escaped(title) + "</title>\n";
   Rectangle({0, 0, width, height}, {.layer = "paper", .fill = 0xFFFFFF});
 }
@@ -143,9 +144,9 @@ void SvgCanvas::Dots(std::span<const SheetPoint> centres, double radius, const S
 
 void SvgCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& format, const Style& style) {
   Group({.layer = style.layer, .fill = style.fill});
-  text_ += "<text" + Attributes({{"x", at.x},
-                                 {"y", at.y + kMiddleOfCapital * format.size},
-                                 {"font-size", format.size}});
+  text_ +=
+      "<text" +
+      Attributes({{"x", at.x}, {"y", at.y + kMiddleOfCapital * format.size}, {"font-size", format.size}});
   if (format.anchor == TextAnchor::kMiddle) text_ += " text-anchor=\"middle\"";
   if (format.anchor == TextAnchor::kEnd) text_ += " text-anchor=\"end\"";
   if (format.bold) text_ += " font-weight=\"bold\"";

@@ -81,7 +81,8 @@ void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& ti
   Lines(canvas, notes_x + kInset, first_row, legend_x - notes_x - 2 * kInset, title.notes);
   DrawLegend(canvas, legend_x + kInset, first_row, title);
   if (title.plan_scale > 0) {
-    Lines(canvas, bar_x + kInset, first_row, 100, {"Scale of the plan " + ScaleText(title.plan_scale) + " (A3)"});
+    Lines(canvas, bar_x + kInset, first_row, 100,
+          {"Scale of the plan " + ScaleText(title.plan_scale) + " (A3)"});
     DrawScaleBar(canvas, bar_x + kInset + 2, panel.y + 12, panel.Right() - bar_x - 2 * kInset - 12,
                  title.plan_scale);
   }
