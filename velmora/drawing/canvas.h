@@ -35,8 +35,7 @@ using Colour = std::uint32_t;  // 0xRRGGBB
 
 // How an element is drawn. Text is drawn in the fill colour.
 struct Style {
-  std::string_view
-      layer;  // a name of letters, digits and hyphens; elements of a layer may be hidden together
+  std::string_view layer;  // letters, digits and hyphens; a format may let its user hide a layer
   std::optional<Colour> fill = std::nullopt;
   std::optional<Colour> line = std::nullopt;
   double width = 0;              // of the line

@@ -21,7 +21,8 @@ constexpr double kLineSpacing = 4.2;
 constexpr double kCaption = 6 + 3 * kLineSpacing;  // below each format
 constexpr double kNarrowest = 40;                  // of a column, for the caption
 
-constexpr Style kSheet = {.layer = "sheet", .fill = kWhite, .line = 0x78828B, .width = 0.25};
+constexpr Colour kSheetGrey = 0x78828B;
+constexpr Style kSheet = {.layer = "sheet", .fill = kWhite, .line = kSheetGrey, .width = 0.25};
 constexpr Style kArea = {.layer = "area", .fill = 0xF3ECE2, .line = kRed, .width = 0.18};
 
 double Width(const ritformattype& format) { return std::max(format.arkBredd / kScale, kNarrowest); }
@@ -29,14 +30,13 @@ double Height(const ritformattype& format) { return format.arkHojd / kScale + kC
 
 void DrawFormat(Canvas& canvas, double x, double y, const ritformattype& format) {
   const struct {
-    const char* name;
     const Style& style;
-    const Style& text;
+    Colour text;
     double width;
     double height;
-  } kParts[] = {{"sheet", kSheet, kGridText, format.arkBredd, format.arkHojd},
-                {"frame", kFrame, kText, format.ramBredd, format.ramHojd},
-                {"area", kArea, kRoadText, format.ytaBredd, format.ytaHojd}};
+  } kParts[] = {{kSheet, kSheetGrey, format.arkBredd, format.arkHojd},
+                {kFrame, kBlack, format.ramBredd, format.ramHojd},
+                {kArea, kRed, format.ytaBredd, format.ytaHojd}};
   const SheetPoint middle = {x + format.arkBredd / kScale / 2, y + format.arkHojd / kScale / 2};
   double line = y + format.arkHojd / kScale + 4.5;
   canvas.Text({x, line}, ToUtf8(format.namn), {.size = kNameSize, .anchor = TextAnchor::kStart, .bold = true},
@@ -48,8 +48,10 @@ void DrawFormat(Canvas& canvas, double x, double y, const ritformattype& format)
     canvas.Rectangle({middle.x - width / 2, middle.y - height / 2, width, height}, part.style);
     line += kLineSpacing;
     canvas.Text({x, line},
-                part.name + (" " + FormatShortest(part.width)) + " × " + FormatShortest(part.height) + " mm",
-                {.size = kTextSize, .anchor = TextAnchor::kStart}, part.text);
+                std::string(part.style.layer) + " " + FormatShortest(part.width) + " × " +
+                    FormatShortest(part.height) + " mm",
+                {.size = kTextSize, .anchor = TextAnchor::kStart},
+                {.layer = part.style.layer, .fill = part.text});
   }
 }
 
@@ -80,7 +82,7 @@ void DrawFormats(std::span<const ritformattype> formats, Canvas& canvas) {
     }
   }
   canvas.Text({sheet_width - kMargin, sheet_height - kMargin / 2}, ScaleText(kScale),
-              {.size = kTextSize, .anchor = TextAnchor::kEnd}, kGridText);
+              {.size = kTextSize, .anchor = TextAnchor::kEnd}, {.layer = "sheet", .fill = kSheetGrey});
 }
 
 }  // namespace velmora::drawing

@@ -9,7 +9,7 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kWorthTurning = 1.45;  // times the scale
+constexpr double kLeastGain = 1.45;  // times the scale
 
 struct Turned {
   Interval across;
@@ -38,8 +38,8 @@ std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points) {
   points.erase(std::unique(points.begin(), points.end(), same), points.end());
   if (points.size() < 3) return points;
 
-  // Once along the lower side from left to right and once back along the upper one; whatever leaves a
-  // right turn behind is inside.
+  // The lower side from left to right, then the upper side back. A corner at which the hull turns right is
+  // inside.
   std::vector<PlanePoint> hull;
   for (const bool upper : {false, true}) {
     const size_t start = hull.size();
@@ -70,7 +70,7 @@ PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel)
       const double s = std::sin(angle);
       const Turned turned = ExtentsOf(points, c, s);
       const double scale = ScaleFor(turned, panel);
-      if (scale * kWorthTurning > north_up || scale >= scale_) continue;
+      if (scale * kLeastGain > north_up || scale >= scale_) continue;
       scale_ = scale;
       cos_ = c;
       sin_ = s;

@@ -10,8 +10,8 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kLineRoom = 1.4;        // mm, the width that labels keep off
-constexpr size_t kMostLineBoxes = 4000;  // the line of any length
+constexpr double kLineRoom = 1.4;        // mm, the width that labels keep clear
+constexpr size_t kMostLineBoxes = 4000;  // for a line of any length
 constexpr double kTick = 1.1;            // mm
 constexpr double kLongTick = 2.2;
 constexpr double kLabelSpacing = 13;  // mm along the line, at least
@@ -44,9 +44,8 @@ std::vector<Tick> TicksOf(const PlanSheet& sheet) {
   std::vector<Tick> ticks;
   const double on_sheet = sheet.frame.Millimetres(sheet.path.Length());
   if (!(on_sheet > 0)) return ticks;
-  const double widest = TextWidth("0", kLabelSize);
-  const double step = NiceStep(
-      std::max({kLeastStep, std::max(kLabelSpacing, widest) * stations / on_sheet, stations / kMostLabels}));
+  const double step =
+      NiceStep(std::max({kLeastStep, kLabelSpacing * stations / on_sheet, stations / kMostLabels}));
   const int parts = PartsOfStep(step);
   for (const PathSegment& segment : sheet.path.Segments()) {
     const double from = segment.A().sek;
@@ -90,7 +89,7 @@ void ReserveLine(const PlanSheet& sheet) {
         points.empty() || std::hypot(p.x - points.back().x, p.y - points.back().y) > kLineRoom / 2;
     if (apart) points.push_back(p);
   }
-  // A line that fills the sheet leaves room for labels nowhere; some of it then stands for all.
+  // A line that fills the sheet leaves labels no space anyway, so a part of its boxes is enough.
   const size_t stride = points.size() / (2 * kMostLineBoxes) + 1;
   for (size_t i = 0; i + stride < points.size(); i += stride) {
     sheet.obstacles.AddLine(LineBox(points[i], points[i + stride], kLineRoom));

@@ -9,8 +9,8 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kShortest = 1e-4;      // m; what is shorter has no direction
-constexpr double kLargestRadius = 1e8;  // m; what is flatter is drawn straight
+constexpr double kShortest = 1e-4;      // m; a shorter segment has no direction
+constexpr double kLargestRadius = 1e8;  // m; a flatter arc is drawn straight
 constexpr double kLargestBulge = 1e4;   // as good as a full circle
 
 }  // namespace

@@ -68,7 +68,7 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   obstacles.AddSolid({{heading_at.x + half_width, heading_at.y}, half_width + 1, kHeadingSize});
   canvas.Text(heading_at, heading, {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
-  // What is placed first has the choice of the space.
+  // The order matters: each part avoids what was placed before it.
   const PlanBorings borings = BoringsOnPlan(sheet, input.borings);
   ReserveLine(sheet);
   ReserveBorings(sheet, borings);

@@ -32,7 +32,7 @@ double NiceStep(double least);
 // The largest that is not above `most`.
 double NiceStepBelow(double most);
 
-// Into how many parts a nice step divides evenly: 5 for 1 and 5, 4 for 2 times a power of ten.
+// The number of even parts of a nice step: 4 for 2 times a power of ten, else 5.
 int PartsOfStep(double step);
 
 inline constexpr size_t kMostTicks = 2000;
