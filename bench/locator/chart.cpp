@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <memory>
 
 #include "velmora/drawing/scale.h"
-#include "velmora/drawing/svg.h"
+#include "velmora/drawing/svg_canvas.h"
 
 namespace velmora {
 namespace {
 
-using cli::plot::SheetPoint;
-using cli::plot::Svg;
-using cli::plot::TextAnchor;
+using drawing::PathPoint;
+using drawing::SheetPoint;
+using drawing::Style;
+using drawing::TextAnchor;
 
 constexpr double kWidth = 180;  // mm
 constexpr double kHeight = 110;
@@ -21,7 +21,9 @@ constexpr double kLeft = 22;
 constexpr double kRight = 130;
 constexpr double kTop = 12;
 constexpr double kBottom = 94;
-constexpr const char* kColours[] = {"#1f5fa8", "#1f5fa8", "#c0392b", "#c0392b", "#3a8a3a", "#8a5fa8"};
+constexpr Style kAxis = {.layer = "axes", .line = 0x999999, .width = 0.2};
+constexpr Style kText = {.layer = "axes", .fill = 0x222222};
+constexpr drawing::Colour kColours[] = {0x1F5FA8, 0x1F5FA8, 0xC0392B, 0xC0392B, 0x3A8A3A, 0x8A5FA8};
 
 struct Decades {
   double low = 1e9;
@@ -48,49 +50,41 @@ std::string DrawChart(const std::string& title, const std::string& x_name, const
     across.Include(line.x);
     up.Include(line.y);
   }
-  Svg svg(kWidth, kHeight);
-  {
-    const Svg::Group ground(svg, "fill=\"#ffffff\" stroke=\"none\"");
-    svg.Rectangle(0, 0, kWidth, kHeight);
-  }
-  auto all = std::make_unique<Svg::Group>(
-      svg, "fill=\"none\" stroke=\"#999999\" stroke-width=\"0.2\" font-family=\"DejaVu Sans\"");
+  drawing::SvgCanvas canvas;
+  canvas.BeginSheet(title, kWidth, kHeight);
   const auto text = [&](SheetPoint at, const std::string& words, TextAnchor anchor, double angle = 0) {
-    const Svg::Group group(svg, "fill=\"#222222\" stroke=\"none\"");
-    svg.Text(at, words, {2.8, anchor, angle});
+    canvas.Text(at, words, {2.8, anchor, angle}, kText);
   };
   for (double decade = across.low; decade <= across.high; ++decade) {
     const double value = std::pow(10, decade);
     const double x = across.Place(value, kLeft, kRight);
-    svg.Line({x, kTop}, {x, kBottom});
-    text({x, kBottom + 4}, cli::plot::PlainNumber(value), TextAnchor::kMiddle);
+    canvas.Line({x, kTop}, {x, kBottom}, kAxis);
+    text({x, kBottom + 4}, drawing::PlainNumber(value), TextAnchor::kMiddle);
   }
   for (double decade = up.low; decade <= up.high; ++decade) {
     const double value = std::pow(10, decade);
     const double y = up.Place(value, kBottom, kTop);
-    svg.Line({kLeft, y}, {kRight, y});
-    text({kLeft - 2, y}, cli::plot::PlainNumber(value), TextAnchor::kEnd);
+    canvas.Line({kLeft, y}, {kRight, y}, kAxis);
+    text({kLeft - 2, y}, drawing::PlainNumber(value), TextAnchor::kEnd);
   }
   text({(kLeft + kRight) / 2, kTop - 6}, title, TextAnchor::kMiddle);
   text({(kLeft + kRight) / 2, kBottom + 10}, x_name, TextAnchor::kMiddle);
   text({5, (kTop + kBottom) / 2}, y_name, TextAnchor::kMiddle, -90);
 
   for (size_t i = 0; i < lines.size(); ++i) {
-    std::string style = "stroke-width=\"0.6\" stroke=\"";
-    style += kColours[i % std::size(kColours)];
-    style += i % 2 == 1 ? "\" stroke-dasharray=\"2 1\"" : "\"";
-    const Svg::Group group(svg, style);
-    std::vector<SheetPoint> points;
+    Style style = {.layer = "lines", .line = kColours[i % std::size(kColours)], .width = 0.6};
+    if (i % 2 == 1) style.dash = {2, 1};
+    std::vector<PathPoint> points;
     for (size_t k = 0; k < lines[i].x.size(); ++k)
-      points.push_back({across.Place(lines[i].x[k], kLeft, kRight), up.Place(lines[i].y[k], kBottom, kTop)});
-    svg.Polyline(points);
-    for (const SheetPoint& p : points) svg.Circle(p, 0.7);
+      points.push_back(
+          {{across.Place(lines[i].x[k], kLeft, kRight), up.Place(lines[i].y[k], kBottom, kTop)}});
+    canvas.Path(points, false, style);
+    for (const PathPoint& p : points) canvas.Circle(p.at, 0.7, style);
     const double y = kTop + 6 * static_cast<double>(i) + 3;
-    svg.Line({kRight + 4, y}, {kRight + 12, y});
+    canvas.Line({kRight + 4, y}, {kRight + 12, y}, style);
     text({kRight + 14, y}, lines[i].name, TextAnchor::kStart);
   }
-  all.reset();
-  return svg.Finish();
+  return canvas.Finish();
 }
 
 }  // namespace velmora

@@ -5,7 +5,8 @@
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
-#include "velmora/drawing/drawing.h"
+#include "velmora/drawing/alignment_sheet.h"
+#include "velmora/drawing/svg_canvas.h"
 
 namespace velmora::cli {
 namespace {
@@ -61,7 +62,9 @@ void AlignPlot(const PlotOptions& options) {
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) inputs.push_back(options.points);
   OutputFile sink(options.to, inputs);
-  sink.Write(drawing::DrawAlignment(drawing));
+  drawing::SvgCanvas canvas;
+  drawing::DrawAlignment(drawing, canvas);
+  sink.Write(canvas.Finish());
   sink.Finish();
   if (trouble.empty()) return;
   Warn(trouble);

@@ -3,10 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "cli/formats/drawing.h"
 #include "cli/output/options.h"
 #include "cli/output/records.h"
 #include "cli/terminal/error.h"
+#include "velmora/drawing/format_sheet.h"
+#include "velmora/drawing/svg_canvas.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -32,7 +33,9 @@ void Formats(const FormatsOptions& options) {
   const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
   if (!options.svg.empty()) {
     OutputFile sink(options.svg);
-    sink.Write(DrawFormats(chosen));
+    drawing::SvgCanvas canvas;
+    drawing::DrawFormats(chosen, canvas);
+    sink.Write(canvas.Finish());
     sink.Finish();
     return;
   }

@@ -31,7 +31,7 @@ struct Axes {
   std::array<double, 2> half;
 };
 
-Axes AxesOf(const Box& box) {
+Axes AxesOf(const RotatedBox& box) {
   const double c = std::cos(box.angle * kDegree);
   const double s = std::sin(box.angle * kDegree);
   return {{SheetPoint{c, s}, SheetPoint{-s, c}}, {box.half_width, box.half_height}};
@@ -43,11 +43,6 @@ double HalfExtent(const Axes& axes, SheetPoint direction) {
     sum += axes.half[i] * std::fabs(axes.unit[i].x * direction.x + axes.unit[i].y * direction.y);
   }
   return sum;
-}
-
-SheetPoint HalfSize(const Box& box) {
-  const Axes axes = AxesOf(box);
-  return {HalfExtent(axes, {1, 0}), HalfExtent(axes, {0, 1})};
 }
 
 }  // namespace
@@ -78,7 +73,7 @@ std::string FitText(std::string_view utf8, double size, double width) {
 }
 
 // Two boxes are apart exactly when they are apart along one of their four sides' directions.
-bool Overlap(const Box& a, const Box& b) {
+bool Overlap(const RotatedBox& a, const RotatedBox& b) {
   const SheetPoint between = {b.centre.x - a.centre.x, b.centre.y - a.centre.y};
   const double reach = a.half_width + a.half_height + b.half_width + b.half_height;
   if (std::fabs(between.x) > reach || std::fabs(between.y) > reach) return false;
@@ -93,26 +88,22 @@ bool Overlap(const Box& a, const Box& b) {
   return true;
 }
 
-bool Contains(const Box& upright, const Box& inner) {
-  const SheetPoint half = HalfSize(inner);
-  return std::fabs(inner.centre.x - upright.centre.x) + half.x <= upright.half_width &&
-         std::fabs(inner.centre.y - upright.centre.y) + half.y <= upright.half_height;
+bool Contains(const SheetRect& area, const RotatedBox& box) {
+  const Axes axes = AxesOf(box);
+  const SheetPoint half = {HalfExtent(axes, {1, 0}), HalfExtent(axes, {0, 1})};
+  return area.Contains({box.centre.x - half.x, box.centre.y - half.y}) &&
+         area.Contains({box.centre.x + half.x, box.centre.y + half.y});
 }
 
-Box TextBox(SheetPoint centre, std::string_view utf8, double size, double angle) {
+RotatedBox TextBox(SheetPoint centre, std::string_view utf8, double size, double angle) {
   return {centre, TextWidth(utf8, size) / 2, size * kTextHeight / 2, angle};
 }
 
-Box LineBox(SheetPoint a, SheetPoint b, double width) {
+RotatedBox LineBox(SheetPoint a, SheetPoint b, double width) {
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
   return {
       {(a.x + b.x) / 2, (a.y + b.y) / 2}, std::hypot(dx, dy) / 2, width / 2, std::atan2(dy, dx) / kDegree};
-}
-
-SheetPoint NearestInBox(const Box& box, SheetPoint from) {
-  return {std::clamp(from.x, box.centre.x - box.half_width, box.centre.x + box.half_width),
-          std::clamp(from.y, box.centre.y - box.half_height, box.centre.y + box.half_height)};
 }
 
 double ReadableAngle(double dx, double dy) {
@@ -122,22 +113,23 @@ double ReadableAngle(double dx, double dy) {
   return angle;
 }
 
-bool LabelRoom::IsFree(const Box& label) const {
-  const auto hit = [&](const Box& box) { return Overlap(box, label); };
-  return Contains(area_, label) && std::none_of(solid_.begin(), solid_.end(), hit) &&
-         std::none_of(lines_.begin(), lines_.end(), hit);
+bool Obstacles::AllowsLabel(const RotatedBox& label) const {
+  const auto covered = [&](const RotatedBox& box) { return Overlap(box, label); };
+  return Contains(area_, label) && std::none_of(solid_.begin(), solid_.end(), covered) &&
+         std::none_of(lines_.begin(), lines_.end(), covered);
 }
 
-bool LabelRoom::IsOpen(const Box& line) const {
-  return std::none_of(solid_.begin(), solid_.end(), [&](const Box& box) { return Overlap(box, line); });
+bool Obstacles::AllowsLeader(const RotatedBox& leader) const {
+  return std::none_of(solid_.begin(), solid_.end(),
+                      [&](const RotatedBox& box) { return Overlap(box, leader); });
 }
 
-std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double radius, double width,
-                                       double height, double dx, double dy) {
+std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,
+                                       double height, SheetPoint direction) {
   constexpr double kNear = 0.7;  // mm between symbol and label
   constexpr std::array kDistances = {kNear, 2.2, 4.0, 6.5, 10.0, 14.0, 19.0, 25.0, 32.0};
   constexpr int kDirections = 16;
-  const double preferred = std::atan2(dy, dx);
+  const double preferred = std::atan2(direction.y, direction.x);
   for (const double distance : kDistances) {
     for (int i = 0; i < kDirections; ++i) {
       // 0, +1, -1, +2, -2 ... steps away from the preferred direction.
@@ -146,34 +138,36 @@ std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double ra
       const double c = std::cos(angle);
       const double s = std::sin(angle);
       // The box touches the circle of this distance with the side or corner that faces the symbol.
-      const double reach = radius + distance;
       const double to_side =
           std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
-      const SheetPoint centre = {at.x + c * (reach + to_side), at.y + s * (reach + to_side)};
-      const Box box = {centre, width / 2, height / 2};
-      if (!room.IsFree(box)) continue;
-      if (distance == kNear) {
-        room.AddSolid(box);
-        return PlacedLabel{box, std::nullopt};
+      const double reach = radius + distance + to_side;
+      const SheetPoint centre = {at.x + c * reach, at.y + s * reach};
+      const RotatedBox box = {centre, width / 2, height / 2};
+      if (!obstacles.AllowsLabel(box)) continue;
+      PlacedLabel label{centre, std::nullopt};
+      if (distance != kNear) {
+        const SheetPoint end = {std::clamp(at.x, centre.x - width / 2, centre.x + width / 2),
+                                std::clamp(at.y, centre.y - height / 2, centre.y + height / 2)};
+        const double skip = 1.45 * radius / std::hypot(end.x - at.x, end.y - at.y);  // the symbol's box
+        const SheetPoint start = {at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip};
+        const RotatedBox leader = LineBox(start, end, 0.3);
+        if (!obstacles.AllowsLeader(leader)) continue;
+        obstacles.AddLine(leader);
+        label.leader = {start, end};
       }
-      const SheetPoint end = NearestInBox(box, at);
-      const double length = std::hypot(end.x - at.x, end.y - at.y);
-      const double skip = 1.45 * radius / length;  // past the corners of the symbol's box
-      const SheetPoint start = {at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip};
-      const Box line = LineBox(start, end, 0.3);
-      if (!room.IsOpen(line)) continue;
-      room.AddSolid(box);
-      room.AddLine(line);
-      return PlacedLabel{box, std::pair(start, end)};
+      obstacles.AddSolid(box);
+      return label;
     }
   }
   return std::nullopt;
 }
 
-std::optional<size_t> PlaceFirst(LabelRoom& room, std::span<const Box> candidates) {
-  for (size_t i = 0; i < candidates.size(); ++i) {
-    if (!room.IsFree(candidates[i])) continue;
-    room.AddSolid(candidates[i]);
+std::optional<size_t> WriteInFirst(Canvas& canvas, Obstacles& obstacles, std::span<const RotatedBox> boxes,
+                                   std::string_view utf8, double size, const Style& style) {
+  for (size_t i = 0; i < boxes.size(); ++i) {
+    if (!obstacles.AllowsLabel(boxes[i])) continue;
+    obstacles.AddSolid(boxes[i]);
+    canvas.Text(boxes[i].centre, utf8, {.size = size, .angle = boxes[i].angle}, style);
     return i;
   }
   return std::nullopt;

@@ -1,4 +1,4 @@
-// Room for labels on the sheet: boxes that may be turned, and a greedy search for one that is free.
+// Labels: how much space text takes, and a greedy search for a place where it covers nothing.
 #ifndef VELMORA_DRAWING_LABELS_H_
 #define VELMORA_DRAWING_LABELS_H_
 
@@ -6,69 +6,68 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "velmora/drawing/svg.h"
+#include "velmora/drawing/canvas.h"
 
 namespace velmora::drawing {
 
-// How long text becomes, within a few per cent and rather too long than too short.
+// The length of text, estimated to a few per cent, rather too long than too short.
 double TextWidth(std::string_view utf8, double size);
-// The text, cut with "…" when it would be longer than `width`.
+// The text, shortened with "…" when it would be longer than `width`.
 std::string FitText(std::string_view utf8, double size, double width);
 
-struct Box {
+struct RotatedBox {
   SheetPoint centre;
   double half_width;
   double half_height;
   double angle = 0;  // degrees, clockwise on the sheet
 };
 
-bool Overlap(const Box& a, const Box& b);
-bool Contains(const Box& upright, const Box& inner);
-// The box of text as Svg::Text places it, its middle at `centre`.
-Box TextBox(SheetPoint centre, std::string_view utf8, double size, double angle = 0);
+bool Overlap(const RotatedBox& a, const RotatedBox& b);
+bool Contains(const SheetRect& area, const RotatedBox& box);
+// The box of text that Canvas::Text writes with its middle at `centre`.
+RotatedBox TextBox(SheetPoint centre, std::string_view utf8, double size, double angle = 0);
 // A line as a box of this width.
-Box LineBox(SheetPoint a, SheetPoint b, double width);
-// The point of an upright box that is nearest to `from`.
-SheetPoint NearestInBox(const Box& box, SheetPoint from);
+RotatedBox LineBox(SheetPoint a, SheetPoint b, double width);
 
 // The angle, in degrees, at which text along this direction reads from the left or from below.
 double ReadableAngle(double dx, double dy);
 
-// What stands on a part of the sheet already.
-class LabelRoom {
+// What labels in an area of the sheet must not cover.
+class Obstacles {
  public:
-  explicit LabelRoom(const Box& area) : area_(area) {}
+  explicit Obstacles(const SheetRect& area) : area_(area) {}
 
-  // Nothing may cover a solid thing; a line to a label may cross one that is not solid.
-  void AddSolid(const Box& box) { solid_.push_back(box); }
-  void AddLine(const Box& box) { lines_.push_back(box); }
+  // A label covers neither a solid obstacle nor a line; its leader may cross a line.
+  void AddSolid(const RotatedBox& box) { solid_.push_back(box); }
+  void AddLine(const RotatedBox& box) { lines_.push_back(box); }
 
-  // Whether a label fits: inside the area and on nothing.
-  bool IsFree(const Box& label) const;
-  // Whether a line to a label would stay off what is solid.
-  bool IsOpen(const Box& line) const;
-  const Box& Area() const { return area_; }
+  bool AllowsLabel(const RotatedBox& label) const;
+  bool AllowsLeader(const RotatedBox& leader) const;
 
  private:
-  Box area_;
-  std::vector<Box> solid_;
-  std::vector<Box> lines_;
+  SheetRect area_;
+  std::vector<RotatedBox> solid_;
+  std::vector<RotatedBox> lines_;
 };
 
 struct PlacedLabel {
-  Box box;
-  // The line from the thing to its moved label.
+  SheetPoint centre;
+  // From the symbol to a label that is not beside it.
   std::optional<std::pair<SheetPoint, SheetPoint>> leader;
 };
 
-// Finds room for an upright box of this size around the thing at `at` (a symbol of this radius),
-// preferably in the direction (dx, dy), as near as can be, and takes it. Nothing when all is full.
-std::optional<PlacedLabel> PlaceAround(LabelRoom& room, SheetPoint at, double radius, double width,
-                                       double height, double dx, double dy);
-// The first of the boxes that is free, taken.
-std::optional<size_t> PlaceFirst(LabelRoom& room, std::span<const Box> candidates);
+// Finds a place for a label of this size, without rotation, around the symbol at `at`: as near as possible,
+// and among the near places the one closest to `direction`. Adds label and leader to the obstacles. Nothing
+// when every place is taken.
+std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,
+                                       double height, SheetPoint direction);
+
+// Writes the text into the first box that is free and adds that to the obstacles. Returns its index.
+std::optional<size_t> WriteInFirst(Canvas& canvas, Obstacles& obstacles, std::span<const RotatedBox> boxes,
+                                   std::string_view utf8, double size, const Style& style);
 
 }  // namespace velmora::drawing
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "velmora/drawing/scale.h"
@@ -10,23 +9,11 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kWorthTurning = 1.45;  // times the scale
-
-struct Extent {
-  double low = std::numeric_limits<double>::infinity();
-  double high = -std::numeric_limits<double>::infinity();
-
-  void Add(double value) {
-    low = std::min(low, value);
-    high = std::max(high, value);
-  }
-  double Size() const { return high >= low ? high - low : 0; }
-  double Middle() const { return high >= low ? (low + high) / 2 : 0; }
-};
+constexpr double kLeastGain = 1.45;  // times the scale
 
 struct Turned {
-  Extent across;
-  Extent up;
+  Interval across;
+  Interval up;
 };
 
 Turned ExtentsOf(std::span<const PlanePoint> points, double c, double s) {
@@ -38,7 +25,7 @@ Turned ExtentsOf(std::span<const PlanePoint> points, double c, double s) {
   return turned;
 }
 
-double ScaleFor(const Turned& turned, const Panel& panel) {
+double ScaleFor(const Turned& turned, const SheetRect& panel) {
   return NiceScale(1000 * std::max(turned.across.Size() / panel.width, turned.up.Size() / panel.height));
 }
 
@@ -51,8 +38,8 @@ std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points) {
   points.erase(std::unique(points.begin(), points.end(), same), points.end());
   if (points.size() < 3) return points;
 
-  // Once along the lower side from left to right and once back along the upper one; whatever leaves a
-  // right turn behind is inside.
+  // The lower side from left to right, then the upper side back. A corner at which the hull turns right is
+  // inside.
   std::vector<PlanePoint> hull;
   for (const bool upper : {false, true}) {
     const size_t start = hull.size();
@@ -71,7 +58,7 @@ std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points) {
   return hull;
 }
 
-PlanFrame::PlanFrame(std::span<const PlanePoint> points, const Panel& panel)
+PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel)
     : sheet_middle_{panel.x + panel.width / 2, panel.y + panel.height / 2} {
   Turned best = ExtentsOf(points, 1, 0);
   scale_ = ScaleFor(best, panel);
@@ -83,7 +70,7 @@ PlanFrame::PlanFrame(std::span<const PlanePoint> points, const Panel& panel)
       const double s = std::sin(angle);
       const Turned turned = ExtentsOf(points, c, s);
       const double scale = ScaleFor(turned, panel);
-      if (scale * kWorthTurning > north_up || scale >= scale_) continue;
+      if (scale * kLeastGain > north_up || scale >= scale_) continue;
       scale_ = scale;
       cos_ = c;
       sin_ = s;

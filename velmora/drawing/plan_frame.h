@@ -1,4 +1,4 @@
-// How the plane of the map lies on the sheet: scale, turn and place.
+// How the map lies on the sheet: scale, rotation and position.
 #ifndef VELMORA_DRAWING_PLAN_FRAME_H_
 #define VELMORA_DRAWING_PLAN_FRAME_H_
 
@@ -10,14 +10,14 @@
 
 namespace velmora::drawing {
 
-// The corners of the points' convex hull: what decides how much room they need, however turned.
+// The corners of the points' convex hull, which decide the space they need at any rotation.
 std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points);
 
 class PlanFrame {
  public:
-  // The largest usual scale at which all `points` fit into `panel`. North is up unless turning the map
-  // gains a lot, and then turned no more than needed, never down.
-  PlanFrame(std::span<const PlanePoint> points, const Panel& panel);
+  // The largest usual scale at which all `points` fit into `panel`. North is up unless rotating the map gains
+  // much; then the least rotation that gives the scale, of at most a right angle.
+  PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel);
 
   double Scale() const { return scale_; }  // the N of 1:N
   double Millimetres(double metres) const { return metres * 1000 / scale_; }

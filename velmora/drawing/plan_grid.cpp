@@ -1,9 +1,7 @@
-#include "velmora/drawing/plan_grid.h"
-
-#include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "velmora/drawing/plan_parts.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/text/numbers.h"
 
@@ -27,9 +25,9 @@ SheetPoint OnLine(const PlanSheet& sheet, const GridLines& lines, double value, 
       {lines.across.h * value + lines.along.h * along, lines.across.v * value + lines.along.v * along});
 }
 
-// A line's number stands where the line meets the left edge or, running upwards, the bottom edge.
+// A line's number stands where the line meets the left edge or, when it is steep, the lower edge.
 void NumberLines(const PlanSheet& sheet, const GridLines& lines) {
-  const Panel& panel = sheet.panel;
+  const SheetRect& panel = sheet.panel;
   const SheetPoint direction = sheet.frame.Direction(lines.along);
   const bool at_left = std::fabs(direction.x) >= std::fabs(direction.y);
   for (const double value : lines.values) {
@@ -48,48 +46,44 @@ void NumberLines(const PlanSheet& sheet, const GridLines& lines) {
       tick = {edge.x, edge.y - kEdgeTick};
       label = {edge.x, tick.y - 1.4};
     }
-    const Box box = TextBox(label, text, kSmallSize);
-    if (!sheet.room.IsFree(box)) continue;
-    sheet.room.AddSolid(box);
-    Svg::Group group(sheet.svg, kGridText);
-    sheet.svg.Text(label, text, {.size = kSmallSize});
-    Svg::Group line(sheet.svg, kCross);
-    sheet.svg.Line(edge, tick);
+    const std::array box = {TextBox(label, text, kSmallSize)};
+    if (WriteInFirst(sheet.canvas, sheet.obstacles, box, text, kSmallSize, kGridText))
+      sheet.canvas.Line(edge, tick, kCross);
   }
 }
 
 }  // namespace
 
 void DrawGrid(const PlanSheet& sheet) {
-  const Panel& panel = sheet.panel;
-  const std::array corners = {sheet.frame.FromSheet({panel.x, panel.y}),
-                              sheet.frame.FromSheet({panel.Right(), panel.y}),
-                              sheet.frame.FromSheet({panel.x, panel.Bottom()}),
-                              sheet.frame.FromSheet({panel.Right(), panel.Bottom()})};
-  const auto by_h = [](PlanePoint a, PlanePoint b) { return a.h < b.h; };
-  const auto by_v = [](PlanePoint a, PlanePoint b) { return a.v < b.v; };
-  const auto [left, right] = std::minmax_element(corners.begin(), corners.end(), by_h);
-  const auto [low, high] = std::minmax_element(corners.begin(), corners.end(), by_v);
+  const SheetRect& panel = sheet.panel;
+  Interval easting;
+  Interval northing;
+  for (const double x : {panel.x, panel.Right()}) {
+    for (const double y : {panel.y, panel.Bottom()}) {
+      const PlanePoint corner = sheet.frame.FromSheet({x, y});
+      easting.Add(corner.h);
+      northing.Add(corner.v);
+    }
+  }
   const double step = NiceStep(sheet.frame.Metres(kLeastSpacing));
-  const GridLines northings = {"N ", Ticks(low->v, high->v, step), {1, 0}, {0, 1}};
-  const GridLines eastings = {"E ", Ticks(left->h, right->h, step), {0, 1}, {1, 0}};
+  const GridLines northings = {"N ", Ticks(northing, step), {1, 0}, {0, 1}};
+  const GridLines eastings = {"E ", Ticks(easting, step), {0, 1}, {1, 0}};
   NumberLines(sheet, northings);
   NumberLines(sheet, eastings);
 
   const SheetPoint east = sheet.frame.Direction({kCrossArm, 0});
   const SheetPoint north = sheet.frame.Direction({0, kCrossArm});
-  const Panel inside = panel.Inset(2 * kCrossArm);
-  Svg::Group group(sheet.svg, kCross);
-  for (const double northing : northings.values) {
-    for (const double easting : eastings.values) {
-      const SheetPoint p = sheet.frame.ToSheet({easting, northing});
-      const Box box = {p, kCrossArm, kCrossArm};
-      if (!inside.Holds(p) || !sheet.room.IsOpen(box)) continue;
+  const SheetRect inside = panel.Inset(2 * kCrossArm);
+  for (const double v : northings.values) {
+    for (const double h : eastings.values) {
+      const SheetPoint p = sheet.frame.ToSheet({h, v});
+      const RotatedBox box = {p, kCrossArm, kCrossArm};
+      if (!inside.Contains(p) || !sheet.obstacles.AllowsLeader(box)) continue;
       for (const SheetPoint arm : {east, north}) {
         const SheetPoint from = {p.x - arm.x, p.y - arm.y};
         const SheetPoint to = {p.x + arm.x, p.y + arm.y};
-        sheet.svg.Line(from, to);
-        sheet.room.AddLine(LineBox(from, to, 0.3));
+        sheet.canvas.Line(from, to, kCross);
+        sheet.obstacles.AddLine(LineBox(from, to, 0.3));
       }
     }
   }
@@ -97,17 +91,17 @@ void DrawGrid(const PlanSheet& sheet) {
 
 void DrawNorthArrow(const PlanSheet& sheet) {
   constexpr double kReach = 8.5;
-  const Panel inside = sheet.panel.Inset(kReach + 1.5);
+  const SheetRect inside = sheet.panel.Inset(kReach + 1.5);
   const std::array corners = {SheetPoint{inside.Right(), inside.y}, SheetPoint{inside.x, inside.y + 6},
                               SheetPoint{inside.Right(), inside.Bottom()},
                               SheetPoint{inside.x + 16, inside.Bottom() - 4}};
   SheetPoint centre = corners[0];
   for (const SheetPoint& corner : corners) {
-    if (!sheet.room.IsFree({corner, kReach, kReach})) continue;
+    if (!sheet.obstacles.AllowsLabel({corner, kReach, kReach})) continue;
     centre = corner;
     break;
   }
-  sheet.room.AddSolid({centre, kReach, kReach});
+  sheet.obstacles.AddSolid({centre, kReach, kReach});
 
   const SheetPoint north = sheet.frame.Direction({0, 1});
   const SheetPoint east = sheet.frame.Direction({1, 0});
@@ -115,18 +109,11 @@ void DrawNorthArrow(const PlanSheet& sheet) {
     return SheetPoint{centre.x + east.x * to_east + north.x * to_north,
                       centre.y + east.y * to_east + north.y * to_north};
   };
-  const SheetPoint tip = at(0, 4.5);
-  const SheetPoint notch = at(0, -4.6);
-  {
-    Svg::Group group(sheet.svg,
-                     "fill=\"#fff\" stroke=\"#222\" stroke-width=\"0.18\" stroke-linejoin=\"round\"");
-    sheet.svg.Path(SvgPath().MoveTo(tip).LineTo(at(2.4, -6.5)).LineTo(notch).Close());
-  }
-  Svg::Group group(sheet.svg,
-                   "fill=\"#222\" stroke=\"#222\" stroke-width=\"0.18\" stroke-linejoin=\"round\"");
-  sheet.svg.Path(SvgPath().MoveTo(tip).LineTo(at(-2.4, -6.5)).LineTo(notch).Close());
-  Svg::Group letter(sheet.svg, "stroke=\"none\"");
-  sheet.svg.Text(at(0, 6.7), "N", {.size = 3.4, .bold = true});
+  const PathPoint tip = {at(0, 4.5)};
+  const PathPoint notch = {at(0, -4.6)};
+  sheet.canvas.Path(std::array{tip, PathPoint{at(2.4, -6.5)}, notch}, true, kArrowLight);
+  sheet.canvas.Path(std::array{tip, PathPoint{at(-2.4, -6.5)}, notch}, true, kArrowDark);
+  sheet.canvas.Text(at(0, 6.7), "N", {.size = 3.4, .bold = true}, kArrowText);
 }
 
 }  // namespace velmora::drawing

@@ -1,18 +1,17 @@
-#include "velmora/drawing/plan_line.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "velmora/alignment/station_text.h"
+#include "velmora/drawing/plan_parts.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
 namespace {
 
-constexpr double kLineRoom = 1.4;        // mm, the width that labels keep off
-constexpr size_t kMostLineBoxes = 4000;  // the line of any length
+constexpr double kLineRoom = 1.4;        // mm, the width that labels keep clear
+constexpr size_t kMostLineBoxes = 4000;  // for a line of any length
 constexpr double kTick = 1.1;            // mm
 constexpr double kLongTick = 2.2;
 constexpr double kLabelSpacing = 13;  // mm along the line, at least
@@ -29,7 +28,7 @@ struct Tick {
   SheetPoint right;  // unit vector to the right of the point list
 };
 
-SheetPoint RightOf(const PlanSheet& sheet, const PathPlace& place) {
+SheetPoint RightOf(const PlanSheet& sheet, const PathPosition& place) {
   return sheet.frame.Direction({place.direction.v, -place.direction.h});
 }
 
@@ -45,16 +44,15 @@ std::vector<Tick> TicksOf(const PlanSheet& sheet) {
   std::vector<Tick> ticks;
   const double on_sheet = sheet.frame.Millimetres(sheet.path.Length());
   if (!(on_sheet > 0)) return ticks;
-  const double widest = TextWidth("0", kLabelSize);
-  const double step = NiceStep(
-      std::max({kLeastStep, std::max(kLabelSpacing, widest) * stations / on_sheet, stations / kMostLabels}));
+  const double step =
+      NiceStep(std::max({kLeastStep, kLabelSpacing * stations / on_sheet, stations / kMostLabels}));
   const int parts = PartsOfStep(step);
   for (const PathSegment& segment : sheet.path.Segments()) {
     const double from = segment.A().sek;
     const double to = segment.B().sek;
-    for (const double station : Ticks(std::min(from, to), std::max(from, to), step / parts)) {
+    for (const double station : Ticks({std::min(from, to), std::max(from, to)}, step / parts)) {
       if (!ticks.empty() && ticks.back().station == station) continue;  // where two segments meet
-      const PathPlace place = segment.AtStation(station);
+      const PathPosition place = segment.AtStation(station);
       const bool labelled = std::fabs(std::remainder(station, step)) < step / 1000;
       ticks.push_back({station, labelled, sheet.frame.ToSheet(place.point), RightOf(sheet, place)});
     }
@@ -63,20 +61,20 @@ std::vector<Tick> TicksOf(const PlanSheet& sheet) {
   return ticks;
 }
 
-Box StationLabel(const Tick& tick, const std::string& text, double side) {
+RotatedBox StationLabel(const Tick& tick, const std::string& text, double side) {
   const double reach = kLongTick + 0.8 + TextWidth(text, kLabelSize) / 2;
   return TextBox(Along(tick.at, tick.right, side * reach), text, kLabelSize,
                  ReadableAngle(tick.right.x, tick.right.y));
 }
 
-// To the left is where rising stations are read from; the right is taken when more labels fit there.
+// -1 for the left, where rising stations are read from; 1 for the right if more labels fit there.
 double RoomierSide(const PlanSheet& sheet, const std::vector<Tick>& ticks) {
   int balance = 0;
   for (const Tick& tick : ticks) {
     if (!tick.labelled) continue;
     const std::string text = RoundStationText(tick.station, sheet.km);
-    balance += sheet.room.IsFree(StationLabel(tick, text, -1));
-    balance -= sheet.room.IsFree(StationLabel(tick, text, 1));
+    balance += sheet.obstacles.AllowsLabel(StationLabel(tick, text, -1));
+    balance -= sheet.obstacles.AllowsLabel(StationLabel(tick, text, 1));
   }
   return balance < 0 ? 1 : -1;
 }
@@ -91,49 +89,38 @@ void ReserveLine(const PlanSheet& sheet) {
         points.empty() || std::hypot(p.x - points.back().x, p.y - points.back().y) > kLineRoom / 2;
     if (apart) points.push_back(p);
   }
-  // A line that fills the sheet leaves room for labels nowhere; some of it then stands for all.
+  // A line that fills the sheet leaves labels no space anyway, so a part of its boxes is enough.
   const size_t stride = points.size() / (2 * kMostLineBoxes) + 1;
   for (size_t i = 0; i + stride < points.size(); i += stride) {
-    sheet.room.AddLine(LineBox(points[i], points[i + stride], kLineRoom));
+    sheet.obstacles.AddLine(LineBox(points[i], points[i + stride], kLineRoom));
   }
 }
 
 void DrawLine(const PlanSheet& sheet) {
   constexpr double kInvisible = 0.02;  // mm
-  SvgPath line;
-  SheetPoint last{};
+  std::vector<PathPoint> line;
   const auto& segments = sheet.path.Segments();
   for (size_t i = 0; i < segments.size(); ++i) {
     const PathSegment& segment = segments[i];
-    const SheetPoint from = sheet.frame.ToSheet(InPlane(segment.A()));
     const SheetPoint to = sheet.frame.ToSheet(InPlane(segment.B()));
-    if (line.IsEmpty()) {
-      line.MoveTo(from);
-      last = from;
-    }
+    if (line.empty()) line.push_back({sheet.frame.ToSheet(InPlane(segment.A()))});
     const double length = sheet.frame.Millimetres(segment.Length());
+    const SheetPoint last = line.back().at;
     if (length < kInvisible && std::hypot(to.x - last.x, to.y - last.y) < kInvisible &&
         i + 1 < segments.size()) {
       continue;
     }
     const double radius = segment.Curve() ? sheet.frame.Millimetres(segment.Curve()->radius) : 0;
-    if (radius > 0 && radius < kLargestRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest) {
-      line.ArcTo(radius, std::fabs(segment.A().bulge) > 1, segment.Sweep() < 0, to);
-    } else {
-      line.LineTo(to);
-    }
-    last = to;
+    if (radius > 0 && radius < kLargestRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest)
+      line.back().bulge = segment.A().bulge;
+    line.push_back({to});
   }
-  {
-    Svg::Group group(sheet.svg, kRoad);
-    sheet.svg.Path(line);
-  }
+  sheet.canvas.Path(line, false, kRoad);
   if (segments.size() > kMostVertexMarks) return;
-  Svg::Group group(sheet.svg, kRoadThin);
   for (size_t i = 1; i < segments.size(); ++i) {
     const SheetPoint at = sheet.frame.ToSheet(InPlane(segments[i].A()));
     const SheetPoint right = RightOf(sheet, segments[i].At(0));
-    sheet.svg.Line(Along(at, right, -1), Along(at, right, 1));
+    sheet.canvas.Line(Along(at, right, -1), Along(at, right, 1), kRoadThin);
   }
 }
 
@@ -146,71 +133,57 @@ void DrawEnds(const PlanSheet& sheet) {
   for (const bool is_start : {true, false}) {
     const kovltype& point = is_start ? points.front() : points.back();
     if (!is_start && segments.empty()) break;
-    SheetPoint at = sheet.frame.ToSheet(InPlane(point));
+    const SheetPoint at = sheet.frame.ToSheet(InPlane(point));
     SheetPoint out = {-1, 0};
+    std::string text = StationText(point.sek, sheet.km);
     if (segments.empty()) {
-      Svg::Group group(sheet.svg, kRoadMark);
-      sheet.svg.Circle(at, kBoringRadius);
+      sheet.canvas.Circle(at, kBoringRadius, kRoadMark);
     } else {
-      const PathPlace place = is_start ? segments.front().At(0) : segments.back().At(1);
-      const SheetPoint forward = sheet.frame.Direction(place.direction);
-      const SheetPoint right = RightOf(sheet, place);
+      const PathPosition end = is_start ? segments.front().At(0) : segments.back().At(1);
+      const SheetPoint forward = sheet.frame.Direction(end.direction);
+      const SheetPoint right = RightOf(sheet, end);
       out = is_start ? SheetPoint{-forward.x, -forward.y} : forward;
-      Svg::Group group(sheet.svg, kRoad);
-      sheet.svg.Line(Along(at, right, -kBar), Along(at, right, kBar));
-      sheet.room.AddLine(LineBox(Along(at, right, -kBar), Along(at, right, kBar), 0.8));
+      sheet.canvas.Line(Along(at, right, -kBar), Along(at, right, kBar), kRoad);
+      sheet.obstacles.AddLine(LineBox(Along(at, right, -kBar), Along(at, right, kBar), 0.8));
+      text = (is_start ? "Start " : "End ") + text;
     }
-    const std::string text = (segments.empty() ? ""
-                              : is_start       ? "Start "
-                                               : "End ") +
-                             StationText(point.sek, sheet.km);
-    const auto label = PlaceAround(sheet.room, at, 1.2, TextWidth(text, kSize), kSize * 1.2, out.x, out.y);
+    const auto label = PlaceAround(sheet.obstacles, at, 1.2, TextWidth(text, kSize), kSize * 1.2, out);
     if (!label) continue;
-    if (label->leader) {
-      Svg::Group group(sheet.svg, kRoadThin);
-      sheet.svg.Line(label->leader->first, label->leader->second);
-    }
-    Svg::Group group(sheet.svg, kRoadText);
-    sheet.svg.Text(label->box.centre, text, {.size = kSize});
+    if (label->leader) sheet.canvas.Line(label->leader->first, label->leader->second, kRoadThin);
+    sheet.canvas.Text(label->centre, text, {.size = kSize}, kRoadText);
   }
 }
 
 void DrawStations(const PlanSheet& sheet) {
   const std::vector<Tick> ticks = TicksOf(sheet);
   const double side = RoomierSide(sheet, ticks);
-  const auto is_end = [&](double station) {  // those have their marks
+  const auto is_end = [&](double station) {  // the ends have labels already
     const auto& points = sheet.path.Points();
     return std::fabs(station - points.front().sek) < 1 || std::fabs(station - points.back().sek) < 1;
   };
-  Svg::Group group(sheet.svg, kHairline);
   for (const Tick& tick : ticks) {
     double on = side;
     if (tick.labelled && !is_end(tick.station)) {
       const std::string text = RoundStationText(tick.station, sheet.km);
       const std::array boxes = {StationLabel(tick, text, side), StationLabel(tick, text, -side)};
-      if (const auto placed = PlaceFirst(sheet.room, boxes)) {
-        if (*placed == 1) on = -side;
-        Svg::Group label(sheet.svg, "fill=\"#222\" stroke=\"none\"");
-        sheet.svg.Text(boxes[*placed].centre, text, {.size = kLabelSize, .angle = boxes[*placed].angle});
-      }
+      if (WriteInFirst(sheet.canvas, sheet.obstacles, boxes, text, kLabelSize, kStationText) == 1) on = -side;
     }
     const SheetPoint end = Along(tick.at, tick.right, on * (tick.labelled ? kLongTick : kTick));
-    sheet.svg.Line(tick.at, end);
-    sheet.room.AddLine(LineBox(tick.at, end, 0.3));
+    sheet.canvas.Line(tick.at, end, kStation);
+    sheet.obstacles.AddLine(LineBox(tick.at, end, 0.3));
   }
 }
 
 void LabelRadii(const PlanSheet& sheet) {
   if (sheet.path.Segments().size() > kMostVertexMarks) return;
-  Svg::Group group(sheet.svg, kRoadText);
   for (const PathSegment& segment : sheet.path.Segments()) {
     if (!segment.Curve()) continue;
     const double radius = segment.Curve()->radius;
     const std::string text = "R " + FormatFixed(radius, radius < 100 ? 1 : 0);
     if (sheet.frame.Millimetres(segment.Length()) < TextWidth(text, kSmallSize)) continue;
-    std::vector<Box> boxes;
+    std::vector<RotatedBox> boxes;
     for (const double part : {0.5, 0.42, 0.58, 0.34, 0.66}) {
-      const PathPlace place = segment.At(part);
+      const PathPosition place = segment.At(part);
       const SheetPoint forward = sheet.frame.Direction(place.direction);
       const SheetPoint inwards = RightOf(sheet, place);
       const double side = segment.Sweep() < 0 ? 1 : -1;
@@ -219,9 +192,7 @@ void LabelRadii(const PlanSheet& sheet) {
                                 kSmallSize, ReadableAngle(forward.x, forward.y)));
       }
     }
-    if (const auto placed = PlaceFirst(sheet.room, boxes)) {
-      sheet.svg.Text(boxes[*placed].centre, text, {.size = kSmallSize, .angle = boxes[*placed].angle});
-    }
+    WriteInFirst(sheet.canvas, sheet.obstacles, boxes, text, kSmallSize, kRoadText);
   }
 }
 

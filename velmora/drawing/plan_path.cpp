@@ -4,13 +4,13 @@
 #include <cmath>
 #include <limits>
 
-#include "velmora/drawing/drawing.h"
+#include "velmora/drawing/alignment_sheet.h"
 
 namespace velmora::drawing {
 namespace {
 
-constexpr double kShortest = 1e-4;      // m; what is shorter has no direction
-constexpr double kLargestRadius = 1e8;  // m; what is flatter is drawn straight
+constexpr double kShortest = 1e-4;      // m; a shorter segment has no direction
+constexpr double kLargestRadius = 1e8;  // m; a flatter arc is drawn straight
 constexpr double kLargestBulge = 1e4;   // as good as a full circle
 
 }  // namespace
@@ -34,7 +34,7 @@ PathSegment::PathSegment(const kovltype& a, const kovltype& b)
   length_ = arc.radius * std::fabs(sweep_);
 }
 
-PathPlace PathSegment::At(double part) const {
+PathPosition PathSegment::At(double part) const {
   if (!arc_) {
     const double dh = b_.y - a_.y;
     const double dv = b_.x - a_.x;
@@ -46,7 +46,7 @@ PathPlace PathSegment::At(double part) const {
           {-turn * std::sin(angle), turn * std::cos(angle)}};
 }
 
-PathPlace PathSegment::AtStation(double station) const {
+PathPosition PathSegment::AtStation(double station) const {
   const double part = (station - a_.sek) / (b_.sek - a_.sek);
   return At(std::isfinite(part) ? std::clamp(part, 0.0, 1.0) : 0.0);
 }

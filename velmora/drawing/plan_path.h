@@ -1,4 +1,4 @@
-// The line of a road as the drawing runs along it: the segments that have a shape, with their true arcs.
+// The line of a road for drawing: its segments, arcs as true arcs.
 #ifndef VELMORA_DRAWING_PLAN_PATH_H_
 #define VELMORA_DRAWING_PLAN_PATH_H_
 
@@ -12,29 +12,29 @@
 namespace velmora::drawing {
 
 // A place on the line and the direction of the point list there, a unit vector.
-struct PathPlace {
+struct PathPosition {
   PlanePoint point;
   PlanePoint direction;
 };
 
-// Two points of the line, apart from one another. An arc runs as its bulge says, also where it is more than a
-// half circle: so do the feet that the stations of borings come from.
+// The line between two points that do not coincide. An arc of more than a half circle is kept as such, as in
+// the search for the feet of borings, although the computation of map points takes the shorter way.
 class PathSegment {
  public:
   PathSegment(const kovltype& a, const kovltype& b);
 
   const kovltype& A() const { return a_; }
   const kovltype& B() const { return b_; }
-  // Of an arc that is worth drawing as one; nothing on a straight.
+  // Nothing on a straight, nor on an arc that is too flat to be drawn as one.
   const std::optional<Arc>& Curve() const { return arc_; }
   // Radians, positive counter-clockwise; 0 on a straight.
   double Sweep() const { return sweep_; }
   double Length() const { return length_; }
 
   // From 0 at A to 1 at B.
-  PathPlace At(double part) const;
+  PathPosition At(double part) const;
   // By station, proportionally.
-  PathPlace AtStation(double station) const;
+  PathPosition AtStation(double station) const;
   // The nearest point to `p`, where its foot lies on the segment.
   PlanePoint FootOf(PlanePoint p) const;
 
@@ -49,20 +49,20 @@ class PathSegment {
 
 class PlanPath {
  public:
-  // Points that are not finite, or too far out to be drawn, count as absent.
+  // Leaves out points that are not finite or too far away to be drawn.
   explicit PlanPath(std::span<const kovltype> points);
 
-  // The points that are left.
+  // The points that are not left out.
   const std::vector<kovltype>& Points() const { return points_; }
   size_t LeftOut() const { return left_out_; }
   const std::vector<PathSegment>& Segments() const { return segments_; }
   double Length() const { return length_; }
 
-  // Points along the line: the ends of all segments and, of arcs and long straights, some between: none
-  // further than `step` metres from the next, unless that took more than `most`.
+  // The ends of all segments and points between them, at most `step` metres apart, or further where that
+  // would be more than about `most` points.
   std::vector<PlanePoint> Samples(double step, size_t most) const;
-  // The nearest of the feet on the segments and the corners, of the ends where there is neither; nothing
-  // on an empty line.
+  // The nearest of the feet on the segments and of the corners; without either, of the ends. Nothing on an
+  // empty line.
   std::optional<PlanePoint> Nearest(PlanePoint p) const;
 
  private:
@@ -72,7 +72,7 @@ class PlanPath {
   double length_ = 0;
 };
 
-// Whether a number, and those of a point other than its bulge, can be drawn.
+// Whether a number, or a point whatever its bulge, can be drawn.
 bool IsDrawable(double value);
 bool IsDrawable(const kovltype& point);
 

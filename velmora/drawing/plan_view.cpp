@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "velmora/drawing/plan_borings.h"
-#include "velmora/drawing/plan_grid.h"
-#include "velmora/drawing/plan_line.h"
+#include "velmora/drawing/plan_parts.h"
 #include "velmora/drawing/scale.h"
 
 namespace velmora::drawing {
@@ -15,31 +13,24 @@ constexpr double kMargin = 17;      // mm for labels around the road
 constexpr double kOutlineStep = 1;  // m
 constexpr size_t kOutlinePoints = 4000;
 
-bool IsDrawable(const PlotBoring& boring) {
-  return drawing::IsDrawable(boring.northing) && drawing::IsDrawable(boring.easting);
-}
-
-// What the sheet is to hold: the road, and the borings that are not far from it. One boring with a digit
-// too many must not shrink the road to a dot.
+// The points that the sheet must hold: the road and the borings near it. A boring with a mistyped coordinate
+// must not reduce the road to a dot.
 std::vector<PlanePoint> Outline(const PlotInput& input, const PlanPath& path) {
   constexpr double kNear = 60;       // m
   constexpr double kNearPart = 0.2;  // of the road's extent
   std::vector<PlanePoint> outline = path.Samples(kOutlineStep, kOutlinePoints);
-  PlanePoint low{-kLargestDrawn, -kLargestDrawn};
-  PlanePoint high{kLargestDrawn, kLargestDrawn};
-  if (!outline.empty()) {
-    low = high = outline.front();
-    for (const PlanePoint& p : outline) {
-      low = {std::min(low.h, p.h), std::min(low.v, p.v)};
-      high = {std::max(high.h, p.h), std::max(high.v, p.v)};
-    }
-    const double near = std::max(kNear, kNearPart * Distance(low, high));
-    low = {low.h - near, low.v - near};
-    high = {high.h + near, high.v + near};
+  Interval eastings;
+  Interval northings;
+  for (const PlanePoint& p : outline) {
+    eastings.Add(p.h);
+    northings.Add(p.v);
   }
+  const bool has_road = !outline.empty();
+  const double near = std::max(kNear, kNearPart * std::hypot(eastings.Size(), northings.Size()));
   for (const PlotBoring& boring : input.borings) {
-    if (boring.easting >= low.h && boring.easting <= high.h && boring.northing >= low.v &&
-        boring.northing <= high.v) {
+    if (has_road ? eastings.WidenedBy(near).Contains(boring.easting) &&
+                       northings.WidenedBy(near).Contains(boring.northing)
+                 : IsDrawable(boring.easting) && IsDrawable(boring.northing)) {
       outline.push_back({boring.easting, boring.northing});
     }
   }
@@ -52,7 +43,7 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
   constexpr double kStep = 4;  // mm
   const std::vector<PlanePoint> outline = Outline(input, path);
   const auto scale = [&](double height) {
-    return PlanFrame(outline, Panel{0, 0, width, height}.Inset(kMargin)).Scale();
+    return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kMargin)).Scale();
   };
   const double best = scale(most);
   double height = most;
@@ -60,62 +51,39 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
   return height;
 }
 
-PlanSummary DrawPlan(Svg& svg, const Panel& panel, const PlotInput& input, const PlanPath& path) {
+PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path) {
   const std::vector<PlanePoint> outline = Outline(input, path);
   if (outline.empty()) {
-    Svg::Group group(svg, kText);
-    svg.Text({panel.x + panel.width / 2, panel.y + panel.height / 2}, "Nothing to draw",
-             {.size = kHeadingSize});
+    canvas.Text({panel.x + panel.width / 2, panel.y + panel.height / 2}, "Nothing to draw",
+                {.size = kHeadingSize}, kText);
     return {.off_sheet = input.borings.size()};
   }
   const PlanFrame frame(outline, panel.Inset(kMargin));
-  LabelRoom room(panel.Inset(1).AsBox());
-  const PlanSheet sheet{svg, panel, frame, path, room, input.km_stations};
-  PlanSummary summary{.scale = frame.Scale()};
+  Obstacles obstacles(panel.Inset(1));
+  const PlanSheet sheet{canvas, panel, frame, path, obstacles, input.km_stations};
 
   const std::string heading = "Plan " + ScaleText(frame.Scale());
   const SheetPoint heading_at = {panel.x + 4, panel.y + 5};
-  const double heading_width = TextWidth(heading, kHeadingSize);
-  room.AddSolid({{heading_at.x + heading_width / 2, heading_at.y}, heading_width / 2 + 1, kHeadingSize});
-  {
-    Svg::Group group(svg, kText);
-    svg.Text(heading_at, heading, {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true});
-  }
+  const double half_width = TextWidth(heading, kHeadingSize) / 2;
+  obstacles.AddSolid({{heading_at.x + half_width, heading_at.y}, half_width + 1, kHeadingSize});
+  canvas.Text(heading_at, heading, {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
-  std::vector<const PlotBoring*> on_sheet;
-  for (const PlotBoring& boring : input.borings) {
-    if (!IsDrawable(boring)) continue;
-    const SheetPoint at = frame.ToSheet({boring.easting, boring.northing});
-    if (panel.Inset(kBoringRadius).Holds(at)) on_sheet.push_back(&boring);
-  }
-  summary.off_sheet = input.borings.size() - on_sheet.size();
-  const bool labelled = on_sheet.size() <= kMostLabelledBorings;
-  summary.dots = !labelled;
-
-  constexpr size_t kMostSearched = 20'000'000;  // segments looked at for feet: a second or two
-  const bool with_feet = labelled && on_sheet.size() * path.Segments().size() <= kMostSearched;
-  std::vector<BoringOnSheet> borings;
-  for (const PlotBoring* boring : on_sheet) borings.push_back(PutOnSheet(sheet, *boring, with_feet));
-
+  // The order matters: each part avoids what was placed before it.
+  const PlanBorings borings = BoringsOnPlan(sheet, input.borings);
   ReserveLine(sheet);
-  if (labelled) {
-    ReserveBorings(sheet, borings);
-  } else {
-    ReserveDots(sheet, borings);
-  }
+  ReserveBorings(sheet, borings);
   DrawNorthArrow(sheet);
   DrawGrid(sheet);
   DrawLine(sheet);
   DrawEnds(sheet);
   DrawStations(sheet);
-  if (labelled) {
-    DrawBorings(sheet, borings);
-    summary.without_label = LabelBorings(sheet, borings);
-  } else {
-    DrawDots(sheet, borings);
-  }
+  DrawBorings(sheet, borings);
+  const size_t without_label = LabelBorings(sheet, borings);
   LabelRadii(sheet);
-  return summary;
+  return {.scale = frame.Scale(),
+          .off_sheet = input.borings.size() - borings.on_sheet.size(),
+          .without_label = without_label,
+          .dots = !borings.labelled};
 }
 
 }  // namespace velmora::drawing

@@ -2,35 +2,24 @@
 #ifndef VELMORA_DRAWING_PLAN_VIEW_H_
 #define VELMORA_DRAWING_PLAN_VIEW_H_
 
-#include "velmora/drawing/drawing.h"
-#include "velmora/drawing/plan_frame.h"
+#include "velmora/drawing/alignment_sheet.h"
+#include "velmora/drawing/canvas.h"
 #include "velmora/drawing/plan_path.h"
-#include "velmora/drawing/style.h"
-#include "velmora/drawing/svg.h"
 
 namespace velmora::drawing {
 
 struct PlanSummary {
   double scale = 0;          // the N of 1:N
-  size_t off_sheet = 0;      // borings too far away to be on it, or without usable coordinates
-  size_t without_label = 0;  // labels that found no room
+  size_t off_sheet = 0;      // borings outside the panel or without usable coordinates
+  size_t without_label = 0;  // labels for which there was no space
   bool dots = false;         // so many borings that they are dots without labels
 };
 
-// The height from `least` to `most` beyond which the plan's scale on a panel of this width gains nothing.
+// The least height, between `least` and `most`, at which the plan on a panel of this width has the scale that
+// it has at `most`.
 double PlanHeight(const PlotInput& input, const PlanPath& path, double width, double least, double most);
 
-PlanSummary DrawPlan(Svg& svg, const Panel& panel, const PlotInput& input, const PlanPath& path);
-
-// What the parts of the plan draw on.
-struct PlanSheet {
-  Svg& svg;
-  const Panel& panel;
-  const PlanFrame& frame;
-  const PlanPath& path;
-  LabelRoom& room;
-  bool km;
-};
+PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path);
 
 }  // namespace velmora::drawing
 

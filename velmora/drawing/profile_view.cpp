@@ -4,8 +4,9 @@
 #include <cmath>
 
 #include "velmora/alignment/station_text.h"
-#include "velmora/drawing/profile_borings.h"
+#include "velmora/drawing/labels.h"
 #include "velmora/drawing/scale.h"
+#include "velmora/drawing/style.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -23,38 +24,46 @@ constexpr double kNumberAside = 6;  // mm, how far a station may reach beyond th
 constexpr double kLeastStep = 10;   // m between numbered stations
 constexpr size_t kMostVertexMarks = 100;
 constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
+constexpr double kLongestId = 20;     // mm
 
-Range StationsOf(const ProfileLine& line, const PlanPath& path) {
-  Range range{line.Points().front().y, line.Points().front().y};
-  const auto add = [&](double station) {
-    range = {std::min(range.low, station), std::max(range.high, station)};
-  };
-  for (const kovltype& point : line.Points()) add(point.y);
+struct BoringInProfile {
+  const PlotBoring* boring;
+  SheetPoint at;
+  double line_y;  // of the road's line at the boring's station; of the boring itself where there is none
+};
+
+struct ProfileSheet {
+  Canvas& canvas;
+  const SheetRect& plot;
+  const ProfileFrame& frame;
+  const ProfileLine& line;
+  Obstacles& obstacles;
+  bool km;  // stations as kilometres and metres
+};
+
+Interval StationsOf(const ProfileLine& line, const PlanPath& path) {
+  Interval profile;
+  for (const kovltype& point : line.Points()) profile.Add(point.y);
   // The plan's stations too, unless they are another road's.
-  Range plan = range;
-  for (const kovltype& point : path.Points()) {
-    plan = {std::min(plan.low, point.sek), std::max(plan.high, point.sek)};
-  }
-  return plan.Size() <= 2 * range.Size() ? plan : range;
+  Interval both = profile;
+  for (const kovltype& point : path.Points()) both.Add(point.sek);
+  return both.Size() <= 2 * profile.Size() ? both : profile;
 }
 
-Range LevelsOf(const std::vector<ProfilePlace>& samples, const PlotInput& input) {
-  constexpr double kNear = 10;  // m; a level further off is taken for a slip
-  Range range{samples.front().level, samples.front().level};
-  const auto add = [&](double level) { range = {std::min(range.low, level), std::max(range.high, level)}; };
-  for (const ProfilePlace& place : samples) add(place.level);
-  const double near = std::max(kNear, range.Size());
-  const Range reach{range.low - near, range.high + near};
+Interval LevelsOf(const std::vector<ProfilePoint>& samples, const PlotInput& input) {
+  constexpr double kNear = 10;  // m; a level further away is taken for a mistake
+  Interval levels;
+  for (const ProfilePoint& sample : samples) levels.Add(sample.level);
+  const Interval reach = levels.WidenedBy(std::max(kNear, levels.Size()));
   for (const PlotBoring& boring : input.borings) {
-    if (boring.placed && boring.level && reach.Holds(*boring.level)) add(*boring.level);
+    if (boring.placed && boring.level && reach.Contains(*boring.level)) levels.Add(*boring.level);
   }
-  return range;
+  return levels;
 }
 
 void DrawAxes(const ProfileSheet& sheet) {
-  const Panel& plot = sheet.plot;
-  const Range levels = sheet.frame.Levels();
-  const Range stations = sheet.frame.Stations();
+  const SheetRect& plot = sheet.plot;
+  const Interval stations = sheet.frame.Stations();
   const double level_step = NiceStep(sheet.frame.MetresUp(kLevelSpacing));
   const int decimals = level_step < 0.1 ? 2 : level_step < 1 ? 1 : 0;
   const double widest = TextWidth(
@@ -62,62 +71,44 @@ void DrawAxes(const ProfileSheet& sheet) {
   const double station_step =
       NiceStep(std::max(kLeastStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
 
-  for (const double level : Ticks(levels.low, levels.high, level_step)) {
+  for (const double level : Ticks(sheet.frame.Levels(), level_step)) {
     const double y = sheet.frame.ToSheet({0, level}).y;
-    {
-      Svg::Group group(sheet.svg, kGrid);
-      sheet.svg.Line({plot.x, y}, {plot.Right(), y});
-    }
-    Svg::Group group(sheet.svg, kText);
-    sheet.svg.Text({plot.x - 1.5, y}, FormatFixed(level, decimals),
-                   {.size = kLabelSize, .anchor = TextAnchor::kEnd});
+    sheet.canvas.Line({plot.x, y}, {plot.Right(), y}, kGrid);
+    sheet.canvas.Text({plot.x - 1.5, y}, FormatFixed(level, decimals),
+                      {.size = kLabelSize, .anchor = TextAnchor::kEnd}, kText);
   }
   const double first_row = plot.Bottom() + kRowHeight / 2;
   const double second_row = first_row + kRowHeight;
-  for (const double station : Ticks(stations.low, stations.high, station_step)) {
+  for (const double station : Ticks(stations, station_step)) {
     const double x = sheet.frame.ToSheet({station, 0}).x;
-    {
-      Svg::Group group(sheet.svg, kGrid);
-      sheet.svg.Line({x, plot.y}, {x, plot.Bottom()});
-    }
-    {
-      Svg::Group group(sheet.svg, kHairline);
-      sheet.svg.Line({x, plot.Bottom()}, {x, plot.Bottom() + 1});
-    }
+    sheet.canvas.Line({x, plot.y}, {x, plot.Bottom()}, kGrid);
+    sheet.canvas.Line({x, plot.Bottom()}, {x, plot.Bottom() + 1}, kHairline);
     // A long number at the very edge would reach over the table's heading or the frame.
-    const double half = TextWidth(RoundStationText(station, sheet.km), kLabelSize) / 2;
+    const std::string text = RoundStationText(station, sheet.km);
+    const double half = TextWidth(text, kLabelSize) / 2;
     if (half > x - plot.x + kNumberAside || half > plot.Right() - x + kNumberAside) continue;
-    {
-      Svg::Group group(sheet.svg, kText);
-      sheet.svg.Text({x, second_row}, RoundStationText(station, sheet.km), {.size = kLabelSize});
-    }
-    if (const auto level = sheet.line.LevelAt(station)) {
-      Svg::Group group(sheet.svg, kRoadText);
-      sheet.svg.Text({x, first_row}, FormatFixed(*level, 2), {.size = kLabelSize});
-    }
+    sheet.canvas.Text({x, second_row}, text, {.size = kLabelSize}, kText);
+    if (const auto level = sheet.line.LevelAt(station))
+      sheet.canvas.Text({x, first_row}, FormatFixed(*level, 2), {.size = kLabelSize}, kRoadText);
   }
-  {
-    Svg::Group group(sheet.svg, kHairline);
-    sheet.svg.Rectangle(plot.x, plot.y, plot.width, plot.height);
-    for (const double row : {1.0, 2.0}) {
-      const double y = plot.Bottom() + row * kRowHeight;
-      sheet.svg.Line({plot.x - kLeftMargin + 3, y}, {plot.Right(), y});
-    }
+  sheet.canvas.Rectangle(plot, kHairline);
+  for (const double row : {1.0, 2.0}) {
+    const double y = plot.Bottom() + row * kRowHeight;
+    sheet.canvas.Line({plot.x - kLeftMargin + 3, y}, {plot.Right(), y}, kHairline);
   }
-  Svg::Group group(sheet.svg, kText);
   const double left = plot.x - kLeftMargin + 4;
-  sheet.svg.Text({left, first_row}, "Level", {.size = kLabelSize, .anchor = TextAnchor::kStart});
-  sheet.svg.Text({left, second_row}, "Station", {.size = kLabelSize, .anchor = TextAnchor::kStart});
+  const TextFormat heading = {.size = kLabelSize, .anchor = TextAnchor::kStart};
+  sheet.canvas.Text({left, first_row}, "Level", heading, kText);
+  sheet.canvas.Text({left, second_row}, "Station", heading, kText);
 }
 
-void DrawLine(const ProfileSheet& sheet, const std::vector<ProfilePlace>& samples) {
-  std::vector<SheetPoint> points;
-  for (const ProfilePlace& place : samples) points.push_back(sheet.frame.ToSheet(place));
-  for (size_t i = 0; i + 1 < points.size() && i < 4000; ++i) {
-    sheet.room.AddLine(LineBox(points[i], points[i + 1], 1.2));
-  }
-  Svg::Group group(sheet.svg, kRoad);
-  sheet.svg.Polyline(points);
+void DrawLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>& samples) {
+  constexpr size_t kMostLineBoxes = 4000;
+  std::vector<PathPoint> points;
+  for (const ProfilePoint& sample : samples) points.push_back({sheet.frame.ToSheet(sample)});
+  for (size_t i = 0; i + 1 < points.size() && i < kMostLineBoxes; ++i)
+    sheet.obstacles.AddLine(LineBox(points[i].at, points[i + 1].at, 1.2));
+  sheet.canvas.Path(points, false, kRoad);
 }
 
 // The profile's own points, each with its level below the line or, where that is taken, above.
@@ -127,59 +118,134 @@ void DrawVertices(const ProfileSheet& sheet) {
   const bool labelled = static_cast<double>(points.size()) * kVertexSpacing < sheet.plot.width;
   for (const kovltype& point : points) {
     const SheetPoint at = sheet.frame.ToSheet({point.y, point.x});
-    {
-      Svg::Group group(sheet.svg, kRoadMark);
-      sheet.svg.Circle(at, 0.6);
-    }
+    sheet.canvas.Circle(at, 0.6, kRoadMark);
     if (!labelled) continue;
     const std::string text = FormatFixed(point.x, 2);
-    std::vector<Box> boxes;
-    for (const double up : {-2.6, -3.6, -5.0, -6.5, 2.6, 3.6, 5.0, 6.5}) {
-      for (const double aside : {0.0, 3.0, -3.0}) {
-        boxes.push_back(TextBox({at.x + aside, at.y - up}, text, kSmallSize));
+    std::vector<RotatedBox> boxes;
+    for (const double down : {2.6, 3.6, 5.0, 6.5, -2.6, -3.6, -5.0, -6.5}) {
+      for (const double aside : {0.0, 3.0, -3.0})
+        boxes.push_back(TextBox({at.x + aside, at.y + down}, text, kSmallSize));
+    }
+    WriteInFirst(sheet.canvas, sheet.obstacles, boxes, text, kSmallSize, kRoadText);
+  }
+}
+
+// Those that have a station and a level; *off_sheet counts the ones that lie outside the plot.
+std::vector<BoringInProfile> BoringsInProfile(const ProfileSheet& sheet, const PlotInput& input,
+                                              size_t* off_sheet) {
+  std::vector<BoringInProfile> borings;
+  for (const PlotBoring& boring : input.borings) {
+    if (!boring.placed || !boring.level) continue;
+    const SheetPoint at = sheet.frame.ToSheet({boring.station, *boring.level});
+    if (!IsDrawable(boring.station) || !IsDrawable(*boring.level) || !sheet.plot.Contains(at)) {
+      ++*off_sheet;
+      continue;
+    }
+    const auto level = sheet.line.LevelAt(boring.station);
+    borings.push_back({&boring, at, level ? sheet.frame.ToSheet({boring.station, *level}).y : at.y});
+  }
+  return borings;
+}
+
+// A bar at each boring's level, with a line to the road's.
+void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
+  constexpr double kHalfBar = 1.3;  // mm
+  for (const BoringInProfile& b : borings) {
+    sheet.canvas.Line(b.at, {b.at.x, b.line_y}, kBoringLine);
+    sheet.obstacles.AddLine(LineBox(b.at, {b.at.x, b.line_y}, 0.3));
+  }
+  for (const BoringInProfile& b : borings) {
+    const SheetPoint left = {b.at.x - kHalfBar, b.at.y};
+    const SheetPoint right = {b.at.x + kHalfBar, b.at.y};
+    sheet.canvas.Line(left, right, kBoringLevel);
+    sheet.obstacles.AddSolid(LineBox(left, right, 0.5));
+  }
+}
+
+// Calls `take` with the places of an upright name until it returns true: near ones first, those above the
+// marker before those below.
+template <class Take>
+bool TakeNearest(const Take& take) {
+  for (const bool above : {true, false}) {
+    for (const double gap : {1.2, 2.0, 2.8, 3.6}) {
+      if (take(above, gap, 0.0)) return true;
+    }
+    for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0}) {
+      for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) {
+        if (take(above, gap, aside)) return true;
       }
     }
-    if (const auto placed = PlaceFirst(sheet.room, boxes)) {
-      Svg::Group group(sheet.svg, kRoadText);
-      sheet.svg.Text(boxes[*placed].centre, text, {.size = kSmallSize});
-    }
   }
+  return false;
+}
+
+// Returns the number of names for which there was no space.
+size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
+  size_t without = 0;
+  for (const BoringInProfile& b : borings) {
+    const std::string id = FitText(b.boring->id, kLabelSize, kLongestId);
+    const double half = TextWidth(id, kLabelSize) / 2;
+    const double top = std::min(b.at.y, b.line_y);
+    const double bottom = std::max(b.at.y, b.line_y);
+    // Takes the place if it is free, with a leader where it is not right over the marker.
+    const auto take = [&](bool above, double gap, double aside) {
+      const double y = above ? top - gap - half : bottom + gap + half;
+      const RotatedBox box = TextBox({b.at.x + aside, y}, id, kLabelSize, -90);
+      if (!sheet.obstacles.AllowsLabel(box)) return false;
+      if (gap > 2 || aside != 0) {
+        const SheetPoint start = {b.at.x, above ? top - 0.5 : bottom + 0.5};
+        const SheetPoint end = {box.centre.x, above ? y + half + 0.3 : y - half - 0.3};
+        const RotatedBox leader = LineBox(start, end, 0.2);
+        if (!sheet.obstacles.AllowsLeader(leader)) return false;
+        sheet.obstacles.AddLine(leader);
+        sheet.canvas.Line(start, end, kLeader);
+      }
+      sheet.obstacles.AddSolid(box);
+      sheet.canvas.Text(box.centre, id, {.size = kLabelSize, .angle = box.angle}, kBoringText);
+      return true;
+    };
+    if (!TakeNearest(take)) ++without;
+  }
+  return without;
+}
+
+void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
+  std::vector<SheetPoint> dots;
+  for (const BoringInProfile& b : borings) {
+    dots.push_back(b.at);
+    if (borings.size() <= kMostReservedDots)
+      sheet.obstacles.AddLine({b.at, kManyDotsRadius, kManyDotsRadius});
+  }
+  sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
 }
 
 }  // namespace
 
-ProfileSummary DrawProfile(Svg& svg, const Panel& panel, const PlotInput& input, const PlanPath& path,
-                           const ProfileLine& profile, double plan_scale) {
-  const Panel plot = {panel.x + kLeftMargin, panel.y + kTopMargin, panel.width - kLeftMargin - kRightMargin,
-                      panel.height - kTopMargin - 2 * kRowHeight - 3};
-  const Range stations = StationsOf(profile, path);
+ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input,
+                           const PlanPath& path, const ProfileLine& profile, double plan_scale) {
+  const SheetRect plot = {panel.x + kLeftMargin, panel.y + kTopMargin,
+                          panel.width - kLeftMargin - kRightMargin,
+                          panel.height - kTopMargin - 2 * kRowHeight - 3};
+  const Interval stations = StationsOf(profile, path);
   const double fine = stations.Size() / plot.width;  // m in a millimetre, or a little less
-  const Range levels = LevelsOf(profile.Samples(fine), input);
+  const Interval levels = LevelsOf(profile.Samples(fine), input);
   const ProfileFrame frame(stations, levels, plot, kBelow, kAbove, plan_scale);
 
-  ProfileSummary summary;
   const double times = frame.Exaggeration();
-  summary.scales = "lengths " + ScaleText(frame.LengthScale()) + ", heights " +
-                   ScaleText(frame.HeightScale()) +
-                   (times == 1 ? "" : ", " + PlainNumber(times) + " times exaggerated");
-  {
-    Svg::Group group(svg, kText);
-    svg.Text({panel.x + 4, panel.y + 5}, "Profile: " + summary.scales,
-             {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true});
-  }
+  const std::string scales = "lengths " + ScaleText(frame.LengthScale()) + ", heights " +
+                             ScaleText(frame.HeightScale()) +
+                             (times == 1 ? "" : ", " + PlainNumber(times) + " times exaggerated");
+  canvas.Text({panel.x + 4, panel.y + 5}, "Profile: " + scales,
+              {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
-  LabelRoom room(plot.Inset(0.5).AsBox());
-  const ProfileSheet sheet{svg, plot, frame, profile, room, input.km_stations};
-  const std::vector<ProfilePlace> samples = profile.Samples(frame.MetresAlong(1));
+  ProfileSummary summary;
+  Obstacles obstacles(plot.Inset(0.5));
+  const ProfileSheet sheet{canvas, plot, frame, profile, obstacles, input.km_stations};
   DrawAxes(sheet);
-  const std::vector<BoringInProfile> borings = BoringsIn(sheet, input, &summary.off_sheet);
+  const std::vector<BoringInProfile> borings = BoringsInProfile(sheet, input, &summary.off_sheet);
   const bool labelled = borings.size() <= kMostLabelledBorings;
-  DrawLine(sheet, samples);
-  if (labelled) {
-    DrawMarkers(sheet, borings);
-  } else {
-    DrawLevelDots(sheet, borings);
-  }
+  DrawLine(sheet, profile.Samples(frame.MetresAlong(1)));
+  labelled ? DrawMarkers(sheet, borings) : DrawLevelDots(sheet, borings);
   DrawVertices(sheet);
   if (labelled) summary.without_label = LabelMarkers(sheet, borings);
   return summary;

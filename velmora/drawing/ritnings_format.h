@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-// One format, in millimetres. What is drawn in the two inner rectangles is the drawing programs' affair.
+// One format, in millimetres. The drawing programs decide what they draw in the two inner rectangles.
 struct ritformattype {
   const wchar_t* namn;       // name; shared by every copy
   double ytaBredd, ytaHojd;  // width and height of the innermost area

@@ -47,27 +47,31 @@ int PartsOfStep(double step) {
   return std::fabs(mantissa - 2) < 0.5 ? 4 : 5;
 }
 
-std::vector<double> Ticks(double low, double high, double step) {
+std::vector<double> Ticks(const Interval& interval, double step) {
   std::vector<double> ticks;
-  if (!IsUsable(step) || !std::isfinite(low) || !std::isfinite(high)) return ticks;
-  const double first = std::ceil(low / step - 1e-6);
-  const double last = std::floor(high / step + 1e-6);
+  if (!IsUsable(step) || !std::isfinite(interval.low) || !std::isfinite(interval.high)) return ticks;
+  const double first = std::ceil(interval.low / step - 1e-6);
+  const double last = std::floor(interval.high / step + 1e-6);
   const double count = last - first + 1;
   if (!(count >= 1) || count > static_cast<double>(kMostTicks)) return ticks;
   for (double i = first; i <= last; ++i) ticks.push_back(i * step + 0.0);  // no -0
   return ticks;
 }
 
-std::string PlainNumber(double value) {
-  const double size = std::fabs(value);
-  int decimals = 3;
-  for (double small = size; small > 0 && small < 1 && decimals < 12; small *= 10) ++decimals;
-  std::string text = FormatFixed(value, size >= 1000 ? 0 : decimals);
+std::string TrimmedFixed(double value, int decimals) {
+  std::string text = FormatFixed(value, decimals);
   if (text.find('.') != std::string::npos) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.ends_with('.')) text.pop_back();
   }
-  return text;
+  return text == "-0" ? "0" : text;
+}
+
+std::string PlainNumber(double value) {
+  const double size = std::fabs(value);
+  int decimals = size >= 1000 ? 0 : 3;
+  for (double small = size; small > 0 && small < 1 && decimals < 12; small *= 10) ++decimals;
+  return TrimmedFixed(value, decimals);
 }
 
 std::string ScaleText(double denominator) { return "1:" + PlainNumber(denominator); }

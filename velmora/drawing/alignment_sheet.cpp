@@ -1,4 +1,4 @@
-#include "velmora/drawing/drawing.h"
+#include "velmora/drawing/alignment_sheet.h"
 
 #include <algorithm>
 
@@ -6,15 +6,15 @@
 #include "velmora/drawing/plan_view.h"
 #include "velmora/drawing/profile_view.h"
 #include "velmora/drawing/style.h"
-#include "velmora/drawing/svg.h"
 #include "velmora/drawing/title_block.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
-namespace plot {
 namespace {
 
-constexpr double kFrameMargin = 8;  // mm
+constexpr double kSheetWidth = 420;  // mm, A3
+constexpr double kSheetHeight = 297;
+constexpr double kFrameMargin = 8;
 constexpr double kTitleHeight = 24;
 constexpr double kLeastPlanHeight = 126;
 constexpr double kLeastProfileHeight = 100;
@@ -58,24 +58,21 @@ std::vector<std::string> Borings(const std::vector<PlotBoring>& borings) {
 }
 
 }  // namespace
-}  // namespace plot
 
-std::string DrawAlignment(const PlotInput& input) {
-  using namespace plot;  // NOLINT(google-build-using-namespace): this is its door
+void DrawAlignment(const PlotInput& input, Canvas& canvas) {
   const PlanPath path(input.plan);
   const ProfileLine profile(input.profile);
   const bool has_profile = !profile.IsEmpty();
   const bool has_plan = !path.Points().empty() || !has_profile;
 
-  Svg svg(kSheetWidth, kSheetHeight);
-  const Panel frame = Panel{0, 0, kSheetWidth, kSheetHeight}.Inset(kFrameMargin);
-  const Panel title_panel = {frame.x, frame.Bottom() - kTitleHeight, frame.width, kTitleHeight};
+  const SheetRect frame = SheetRect{0, 0, kSheetWidth, kSheetHeight}.Inset(kFrameMargin);
+  const SheetRect title_panel = {frame.x, frame.Bottom() - kTitleHeight, frame.width, kTitleHeight};
   const double views = frame.height - kTitleHeight;
   const double least_plan = has_profile ? kLeastPlanHeight : views;
   const double most_plan = has_profile ? views - kLeastProfileHeight : views;
   const double plan_height = has_plan ? PlanHeight(input, path, frame.width, least_plan, most_plan) : 0;
-  const Panel plan_panel = {frame.x, frame.y, frame.width, plan_height};
-  const Panel profile_panel = {frame.x, plan_panel.Bottom(), frame.width, views - plan_height};
+  const SheetRect plan_panel = {frame.x, frame.y, frame.width, plan_height};
+  const SheetRect profile_panel = {frame.x, plan_panel.Bottom(), frame.width, views - plan_height};
 
   TitleBlock title;
   title.name = input.name.empty() ? "Road without a name" : input.name;
@@ -83,14 +80,10 @@ std::string DrawAlignment(const PlotInput& input) {
   title.notes = Borings(input.borings);
   title.has_borings = !input.borings.empty();
 
-  svg.Title(title.name);
-  {
-    Svg::Group paper(svg, "fill=\"#fff\"");
-    svg.Rectangle(0, 0, kSheetWidth, kSheetHeight);
-  }
+  canvas.BeginSheet(title.name, kSheetWidth, kSheetHeight);
   size_t without_label = 0;
   if (has_plan) {
-    const PlanSummary plan = DrawPlan(svg, plan_panel, input, path);
+    const PlanSummary plan = DrawPlan(canvas, plan_panel, input, path);
     title.plan_scale = plan.scale;
     without_label = plan.without_label;
     title.dots = plan.dots;
@@ -98,7 +91,7 @@ std::string DrawAlignment(const PlotInput& input) {
     AddCount(plan.off_sheet, " boring lies outside the plan", " borings lie outside the plan", &title.notes);
   }
   if (has_profile) {
-    const ProfileSummary summary = DrawProfile(svg, profile_panel, input, path, profile, title.plan_scale);
+    const ProfileSummary summary = DrawProfile(canvas, profile_panel, input, path, profile, title.plan_scale);
     without_label = std::max(without_label, summary.without_label);
     AddCount(summary.off_sheet, " boring lies outside the profile", " borings lie outside the profile",
              &title.notes);
@@ -109,14 +102,11 @@ std::string DrawAlignment(const PlotInput& input) {
   AddCount(path.LeftOut() + profile.LeftOut(), " point without usable numbers left out",
            " points without usable numbers left out", &title.notes);
 
-  DrawTitleBlock(svg, title_panel, title);
-  {
-    Svg::Group group(svg, kFrame);
-    svg.Rectangle(frame.x, frame.y, frame.width, frame.height);
-    svg.Line({frame.x, title_panel.y}, {frame.Right(), title_panel.y});
-    if (has_plan && has_profile) svg.Line({frame.x, profile_panel.y}, {frame.Right(), profile_panel.y});
-  }
-  return svg.Finish();
+  DrawTitleBlock(canvas, title_panel, title);
+  canvas.Rectangle(frame, kFrame);
+  canvas.Line({frame.x, title_panel.y}, {frame.Right(), title_panel.y}, kFrame);
+  if (has_plan && has_profile)
+    canvas.Line({frame.x, profile_panel.y}, {frame.Right(), profile_panel.y}, kFrame);
 }
 
 }  // namespace velmora::drawing

@@ -1,14 +1,13 @@
-// The drawing of an alignment as one sheet, A3 landscape, in SVG: plan, profile and title block.
-//
-// A pure function of its input.
-#ifndef VELMORA_DRAWING_DRAWING_H_
-#define VELMORA_DRAWING_DRAWING_H_
+// The drawing of an alignment as one sheet, A3 landscape: plan, profile and title block.
+#ifndef VELMORA_DRAWING_ALIGNMENT_SHEET_H_
+#define VELMORA_DRAWING_ALIGNMENT_SHEET_H_
 
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "velmora/alignment/alignment_point.h"
+#include "velmora/drawing/canvas.h"
 
 namespace velmora::drawing {
 
@@ -17,7 +16,7 @@ struct PlotBoring {
   double northing = 0;
   double easting = 0;
   std::optional<double> level;
-  bool placed = false;  // whether station and offset hold
+  bool placed = false;  // station and offset are valid
   double station = 0;
   double offset = 0;  // positive to the right
 };
@@ -31,16 +30,17 @@ struct PlotInput {
   bool km_stations = false;
 };
 
-// The largest coordinate, station or level that is drawn; points beyond it, or with no number at all, are
-// left out and their count is noted on the sheet.
+// The largest coordinate, station or level that is drawn; points beyond it, or not finite, are left out and
+// their number is noted on the sheet.
 inline constexpr double kLargestDrawn = 1e9;  // m
 
 // Above this many borings they are dots without labels.
 inline constexpr size_t kMostLabelledBorings = 150;
 
-// The whole file. Any input gives a drawing, if need be one that says there is nothing to draw.
-std::string DrawAlignment(const PlotInput& input);
+// Begins the sheet and draws it. Any input gives a drawing, if need be one that says there is nothing to
+// draw.
+void DrawAlignment(const PlotInput& input, Canvas& canvas);
 
 }  // namespace velmora::drawing
 
-#endif  // VELMORA_DRAWING_DRAWING_H_
+#endif  // VELMORA_DRAWING_ALIGNMENT_SHEET_H_
