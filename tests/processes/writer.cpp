@@ -34,6 +34,8 @@ CString Mark(int number) {
   return text;
 }
 
+CString FolderOf(const CString& path) { return path.Left(path.ReverseFind(L'\\')); }
+
 // One kind a way to write: a whole file, a part among the lines of others, a key of a profile, an operation
 // of several calls with a temporary file of its own.
 struct Kind {
@@ -60,13 +62,14 @@ const Kind kKinds[] = {
        Mark(number).GetView().copy(set.vlFil, 10);
        CProjPath project;
        project.m_VlPath = path;
+       project.m_DbfKat = FolderOf(path);
        return set.SaveOmr(&project) == 0;
      }},
     {L"P.INI", "[Other]\r\na=b\r\n[Section]\r\n;" + kForeignLines + "key=\r\n",
      [](const CString& path, int number) { return WriteProfile(L"Section", L"key", Mark(number), path); }},
     {L"KODFIL.DAT", kForeignLines + "*\r\n", [](const CString& path, int number) {
        CTundrilIni ini;
-       ini.m_cfgDir = ini.m_programDir = path.Left(path.ReverseFind(L'\\'));
+       ini.m_cfgDir = ini.m_programDir = FolderOf(path);
        CProjPath project;
        CTundrilInst settings;
        settings.Init(&ini, &project);

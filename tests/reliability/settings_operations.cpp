@@ -137,7 +137,7 @@ Operations SettingsOperations() {
       {"WriteRigParametersThroughTheFacade",
        PrepareCopies,
        [](Scene& s) { return Facade(s).WriteKey(L"JB23.PAR", L"HASTSTEG", 2.5, 3); },
-       "1",
+       "0",
        {"0", "-1" + Unreadable("Tundril - jb2/3 inställningar", "cfg\\JB23.PAR")},
        true},
       {"WriteARigParameter",
