@@ -6,6 +6,8 @@
 # in those before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h,
 # cli/command.cpp) are above them all, but export.h and version.h are for everybody. Outside
 # velmora/platform no header of the system or of a processor is included and no condition asks for either.
+# What changes a disk, or opens a file to read its content, is called in one source a system, where tests
+# observe each call and make it fail; so are the calls of SQLite and of Windows that write files themselves.
 # Fails with a line for each offence.
 cmake_minimum_required(VERSION 3.23)
 
@@ -14,6 +16,23 @@ set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux_
 set(for_everybody velmora/export.h velmora/version.h)
 # Clients include it, so it asks for their system.
 set(may_ask velmora/export.h)
+
+# Opening an existing file only to ask about it changes nothing and is free.
+set(disk_calls_home "^velmora/platform/(posix|win32)/disk_calls\\.cpp$")
+set(disk_calls
+  "[io]?fstream|O_(CREAT|WRONLY|RDWR|TRUNC|APPEND)|CREATE_(NEW|ALWAYS)|OPEN_ALWAYS|TRUNCATE_EXISTING"
+  "File(Rename|Disposition|EndOfFile|Allocation)Info" "(_?w?fopen|freopen|tmpfile|creat|mkd?o?stemps?)\\("
+  "(f?truncate|f(data)?sync|unlink(at)?|rename(at2?)?|remove(_all)?)\\(" "(link(at)?|symlink(at)?|mkdir(at)?|rmdir)\\("
+  "(create_(directory|directories|symlink|hard_link)|copy_file|resize_file|(filesystem|fs)::copy)\\("
+  "(Copy|Delete|Move|Replace|Write|Flush)File(Ex|Buffers)?[AW2]?\\(|(Create|Remove)Directory(Ex)?[AW]?\\("
+  "SetEndOfFile\\(")
+set(database_calls_home "^velmora/platform/posix/registry_database\\.cpp$")
+set(database_calls "sqlite3_open(_v2|16)?\\(")
+set(profile_calls_home "^velmora/platform/win32/profile\\.cpp$")
+set(profile_calls "WritePrivateProfile(String|Section|Struct)[AW]?\\(")
+foreach(kind IN ITEMS disk_calls database_calls profile_calls)
+  list(TRANSFORM ${kind} REPLACE "(.+)" "(^|[^A-Za-z0-9_.>])(\\1)")
+endforeach()
 
 string(REPLACE "|" ";" rooms "${ROOMS}")
 if(NOT rooms)
@@ -89,13 +108,36 @@ foreach(file IN LISTS files)
   string(REPLACE "\r" "" text "${text}")
   string(REGEX REPLACE "[][;\\]" " " text "${text}")
   string(REPLACE "\n" ";" lines "${text}")
+  set(calls)
+  foreach(kind IN ITEMS disk_calls database_calls profile_calls)
+    foreach(call IN LISTS ${kind})
+      if(NOT text MATCHES "${call}")
+      elseif(file MATCHES "${${kind}_home}")
+        set(${kind}_seen TRUE)
+      else()
+        list(APPEND calls "${call}")
+      endif()
+    endforeach()
+  endforeach()
   set(number 0)
   foreach(line IN LISTS lines)
     math(EXPR number "${number} + 1")
     if(line MATCHES "^[ \t]*#")
       check_line("${file}" ${number} "${line}")
+    elseif(calls)
+      string(REGEX REPLACE "//.*|\"[^\"]*\"" "" code "${line}")
+      foreach(call IN LISTS calls)
+        if(code MATCHES "${call}")
+          offence("\"${CMAKE_MATCH_2}\" is called only in velmora/platform/*/disk_calls.cpp or its own source there")
+        endif()
+      endforeach()
     endif()
   endforeach()
+endforeach()
+foreach(kind IN ITEMS disk_calls database_calls profile_calls)
+  if(NOT ${kind}_seen)
+    message(FATAL_ERROR "no file ${${kind}_home} makes such calls")
+  endif()
 endforeach()
 
 if(offences GREATER 0)

@@ -33,9 +33,9 @@ bool IsNoName(std::wstring_view name) { return name.starts_with(L'*') || EqualNo
 void Run(const Input& input) {
   KeepMessageText(CString());
   const CString path = Put(L"A$1.STP", input.File());
-  const int boxes = Boxes();
+  const int boxes = Messages();
   CStodPunkt read(path);
-  if (Boxes() != boxes) return;
+  if (Messages() != boxes) return;
   std::vector<stdpkttype> points = PointsOf(&read);
   for (const stdpkttype& point : points) Require(FieldText(point.namn).size() < 12, "names are terminated");
   if (const auto wide = InUtf16(input.File())) {

@@ -5,6 +5,7 @@
 
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
+#include "velmora/platform/device_file.h"
 
 namespace velmora::cli {
 namespace {
@@ -30,7 +31,7 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
   const CString path = PathFromSystem(file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (status && status->kind == FileKind::kOther) {
-    stream_ = std::fopen(file.c_str(), "wb");
+    stream_ = OpenDeviceToWrite(path);
     if (stream_ == nullptr) Fail();
     return;
   }

@@ -1,8 +1,8 @@
 #include "fuzz/support/input.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <string_view>
 
 #include "velmora/text/codepage.h"
@@ -11,17 +11,12 @@
 namespace velmora::fuzz {
 
 Input::Input(const std::uint8_t* data, size_t size) {
-  constexpr std::string_view kMark = "##\n";
   const std::string_view all(reinterpret_cast<const char*>(data), size);
-  const size_t mark = all.rfind(kMark);
+  const size_t mark = all.rfind("##\n");
   file_ = all.substr(0, mark);
-  if (mark == std::string_view::npos) return;
-  std::string_view rest = all.substr(mark + kMark.size());
-  while (!rest.empty() && arguments_.size() < kMostArguments) {
-    const size_t end = std::min(rest.find('\n'), rest.size());
-    arguments_.emplace_back(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
+  std::istringstream rest(mark == std::string_view::npos ? "" : std::string(all.substr(mark + 3)));
+  for (std::string line; arguments_.size() < kMostArguments && std::getline(rest, line);)
+    arguments_.push_back(line);
 }
 
 const std::string& Input::Bytes(size_t i) const {
@@ -32,7 +27,7 @@ const std::string& Input::Bytes(size_t i) const {
 CString Input::Text(size_t i) const {
   std::wstring text;
   AppendDecoded(Bytes(i), TextEncoding::kUtf8, &text);
-  return CString(std::wstring_view(text).substr(0, text.find(L'\0')));
+  return CString(text.c_str());
 }
 
 double Input::Number(size_t i) const { return ParseNumber(Text(i).GetView()).value_or(0); }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 
 #include "fuzz/support/input.h"
 #include "velmora/common/messages.h"
@@ -16,27 +17,20 @@
 namespace velmora::fuzz {
 namespace {
 
-int g_boxes = 0;
-int g_status_texts = 0;
+int g_messages = 0;
 
 const TemporaryFolder& Folder() {
-  static const TemporaryFolder& folder = []() -> const TemporaryFolder& {
+  static const std::unique_ptr<TemporaryFolder> folder = [] {
     if (std::filesystem::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", /*overwrite=*/0);
-    static const TemporaryFolder made;
-    const std::string path = PathForDisplay(made.Path());
+    auto made = std::make_unique<TemporaryFolder>();
+    const std::string path = PathForDisplay(made->Path());
     for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) setenv(name, path.c_str(), 1);
     setenv("VELMORA_REGISTRY", (path + "/registry.db").c_str(), 1);
-    SetMessageBoxHandler([](const MessageBoxCall&) {
-      ++g_boxes;
-      return IDOK;
-    });
-    SetStatusBarHandler([](const CString&) {
-      ++g_status_texts;
-      return true;
-    });
+    SetMessageBoxHandler([](const MessageBoxCall&) { return ++g_messages, IDOK; });
+    SetStatusBarHandler([](const CString&) { return ++g_messages > 0; });
     return made;
   }();
-  return folder;
+  return *folder;
 }
 
 }  // namespace
@@ -51,8 +45,7 @@ CString Put(const CString& name, std::string_view bytes) {
   return path;
 }
 
-int Boxes() { return g_boxes; }
-int StatusTexts() { return g_status_texts; }
+int Messages() { return g_messages; }
 
 std::vector<CString> LinesOf(const CString& path) {
   std::vector<CString> lines;
@@ -88,8 +81,6 @@ std::vector<CString> WordsOf(const CString& line) {
   }
   return words;
 }
-
-CString UpToZero(const CString& line) { return CString(line.GetString()); }
 
 double Rewritten(double value, int decimals) {
   const std::string text = FormatFixed(value, decimals);

@@ -13,21 +13,20 @@
 
 namespace velmora::fuzz {
 
-// A file of this process's own folder, in memory where the system has such a disk. At the first call the
-// library's messages become silent and the user's folders and registry are moved there too.
+// A file of this process's own folder, in memory where the system has such a disk. The first call also moves
+// the user's folders and registry there and counts the library's messages instead of showing them.
 CString Scratch(const CString& name);
 const CString& ScratchFolder();
 // The same with this content.
 CString Put(const CString& name, std::string_view bytes);
 
-// How many boxes and status texts there have been.
-int Boxes();
-int StatusTexts();
+// How many message boxes and status texts the library has shown.
+int Messages();
 
 // The lines of a file as the library reads them.
 std::vector<CString> LinesOf(const CString& path);
-// The same text in UTF-16, which the quick ways of reading plain lines do not know; nothing when the text
-// is that already.
+// The same text in UTF-16, which the fast readers of plain lines leave to the general one; nothing when the
+// text is UTF-16 already.
 std::optional<std::string> InUtf16(std::string_view bytes);
 // Whether a file like this one can hold the text, also at its start.
 bool CanHold(std::string_view file, std::wstring_view text);
@@ -35,7 +34,7 @@ bool CanHold(std::string_view file, std::wstring_view text);
 // The words of a line.
 std::vector<CString> WordsOf(const CString& line);
 // Up to a zero, as the settings files are read.
-CString UpToZero(const CString& line);
+inline CString UpToZero(const CString& line) { return CString(line.GetString()); }
 
 // A number as it is read back after it was written with so many decimals.
 double Rewritten(double value, int decimals);

@@ -2,107 +2,96 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <iostream>
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "tests/processes/generations.h"
 #include "tests/support/background_command.h"
-#include "tests/support/recorded_messages.h"
+#include "tests/support/print_text.h"
 #include "tests/support/run_command.h"
-#include "tests/support/shell.h"
-#include "tests/support/test_files.h"
 #include "velmora/platform/files.h"
 
-namespace velmora {
+namespace velmora::testing {
 namespace {
 
 constexpr int kRounds = 300;
+const std::string kFirst = "10000000";
 
 // As the library's readers do: others may replace the file meanwhile.
 std::string ReadShared(const CString& path) {
   InputFile file;
   EXPECT_TRUE(file.Open(path)) << ToUtf8(path);
-  std::string bytes;
-  for (std::int64_t count = 1; count > 0;) {
-    const size_t before = bytes.size();
-    bytes.resize(before + 65'536);
-    count = file.Read(std::span(bytes).subspan(before));
-    EXPECT_GE(count, 0);
-    bytes.resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
-  }
-  return bytes;
+  std::string bytes(1 << 20, '\0');
+  std::int64_t size = 0;
+  std::int64_t count = 1;
+  for (; count > 0; size += count) count = file.Read(std::span(bytes).subspan(static_cast<size_t>(size)));
+  EXPECT_EQ(count, 0);
+  return bytes.substr(0, static_cast<size_t>(size));
 }
 
 class KilledWriters : public ::testing::Test {
  protected:
   KilledWriters() {
-    MakeFilesToRewrite(folder_.Path());
-    EXPECT_TRUE(WriteGeneration(folder_.Path(), kFirstGeneration));
-    for (const CString& name : names_) first_[name] = ReadBytes(folder_.File(name));
+    EXPECT_EQ(BackgroundCommand(Writer(kFirst, 0), output_.File(L"first")).Wait(), 0);
+    for (const CString& name : NamesIn(folder_.Path())) first_[name] = ReadBytes(folder_.File(name));
   }
 
-  // Reads the file and holds it against the first generation, which was written in peace.
+  std::vector<std::string> Writer(const std::string& number, int step) const {
+    return {PathFromEnvironment("VELMORA_WRITER"), AsArgument(folder_.Path()), number, std::to_string(step)};
+  }
+
+  // Compares the file with the first one, which was written undisturbed.
   void ExpectWhole(const CString& name) {
     const std::string bytes = ReadShared(folder_.File(name));
-    const int number = GenerationOf(bytes);
-    ASSERT_GE(number, kFirstGeneration) << ToUtf8(name) << ", " << bytes.size() << " bytes";
+    const std::string number = bytes.substr(std::min(bytes.find('#') + 1, bytes.size()), kFirst.size());
     std::string expected = first_[name];
-    const std::string first = std::to_string(kFirstGeneration);
-    for (size_t at = expected.find(first); at != std::string::npos; at = expected.find(first, at + 1))
-      expected.replace(at, first.size(), std::to_string(number));
-    ASSERT_TRUE(bytes == expected) << ToUtf8(name) << " is torn, " << bytes.size() << " bytes";
+    for (size_t at = 0; (at = expected.find(kFirst, at)) != std::string::npos; at += kFirst.size())
+      expected.replace(at, kFirst.size(), number);
+    ASSERT_TRUE(!bytes.empty() && bytes == expected)
+        << ToUtf8(name) << " is torn, " << bytes.size() << " bytes";
     ++reads_;
   }
 
-  // Two writers at once, read meanwhile for so long, then killed.
+  // Two writers at once, while every file is read again and again, then killed.
   void Round(int round, std::chrono::milliseconds time) {
-    const auto start = [&](int first) {
-      return std::vector<std::string>{testing::ShellPath(std::getenv("VELMORA_WRITER")),
-                                      testing::AsArgument(folder_.Path()),
-                                      std::to_string(kFirstGeneration + round * 20'000 + first), "2"};
-    };
-    testing::BackgroundCommand odd(start(1), output_.File(L"odd.txt"));
-    testing::BackgroundCommand even(start(2), output_.File(L"even.txt"));
+    const int number = std::stoi(kFirst) + round * 20'000;
+    BackgroundCommand odd(Writer(std::to_string(number + 1), 2), output_.File(L"odd"));
+    BackgroundCommand even(Writer(std::to_string(number + 2), 2), output_.File(L"even"));
     ASSERT_TRUE(odd.Process() != 0 && even.Process() != 0);
     const auto end = std::chrono::steady_clock::now() + time;
-    for (size_t at = 0; std::chrono::steady_clock::now() < end && !HasFatalFailure(); ++at)
-      ExpectWhole(names_[at % names_.size()]);
+    while (std::chrono::steady_clock::now() < end)
+      for (const auto& [name, bytes] : first_) ASSERT_NO_FATAL_FAILURE(ExpectWhole(name));
     odd.Kill();
     even.Kill();
+    for (const auto& [name, bytes] : first_) ASSERT_NO_FATAL_FAILURE(ExpectWhole(name));
+    ASSERT_EQ(ReadBytes(output_.File(L"odd")) + ReadBytes(output_.File(L"even")), "");
   }
 
-  const std::vector<CString> names_ = GenerationFiles();
   TemporaryFolder folder_;
   TemporaryFolder output_;
-  RecordedMessages messages_;
   std::map<CString, std::string> first_;
   int reads_ = 0;
 };
 
 TEST_F(KilledWriters, LeaveEveryFileWhole) {
+  const std::vector<CString> names = NamesIn(folder_.Path());
   std::mt19937 random(20);
   std::uniform_int_distribution<int> milliseconds(0, 60);
   int torn_off = 0;
   for (int round = 1; round <= kRounds; ++round) {
     ASSERT_NO_FATAL_FAILURE(Round(round, std::chrono::milliseconds(milliseconds(random))))
         << "round " << round;
-    for (const CString& name : names_) ASSERT_NO_FATAL_FAILURE(ExpectWhole(name)) << "round " << round;
-    ASSERT_EQ(ReadBytes(folder_.File(L"FAILED")), "");
-    torn_off += NamesIn(folder_.Path()).size() > names_.size() ? 1 : 0;
+    torn_off += NamesIn(folder_.Path()).size() > names.size() ? 1 : 0;
   }
   std::cout << kRounds << " kills of two writers, " << torn_off << " in the middle of a write; " << reads_
             << " reads, every one of a whole file\n";
   EXPECT_GT(torn_off, 0);
-  // What the killed ones left behind goes with the next write.
-  EXPECT_TRUE(WriteGeneration(folder_.Path(), kLastGeneration));
-  std::vector<CString> expected = names_;
-  std::sort(expected.begin(), expected.end());
-  EXPECT_EQ(NamesIn(folder_.Path()), expected);
+  // The next write removes what they left behind.
+  EXPECT_EQ(BackgroundCommand(Writer("16000000", 0), output_.File(L"last")).Wait(), 0);
+  EXPECT_EQ(NamesIn(folder_.Path()), names);
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::testing

@@ -23,57 +23,57 @@ std::string Result(Command command) {
   return "1";
 }
 
+std::string WriteResult(Scene& s) {
+  return Result([&] {
+    cli::OutputFile file(PathForDisplay(s.At(L"OUT.CSV")));
+    file.Write(std::string(100'000, 'r'));
+    file.Finish();
+  });
+}
+
+void PrepareInstallation(Scene& s) {
+  s.RegisterDataFolders();
+  s.Register(HKEY_LOCAL_MACHINE, kR20, L"InstallPath", s.At(L"to\\Program"));
+  s.Register(HKEY_LOCAL_MACHINE, kR20, L"Package", L"Own");
+  s.MakeIni(kUser, "\r\n[ARKIV]\r\nMAPPAR=own list.txt\r\n");
+}
+
+std::string InstallSample(Scene& s) {
+  cli::EnvOptions options;
+  options.to = PathForDisplay(s.At(L"to"));
+  ::testing::internal::CaptureStdout();
+  const std::string result = Result([&] { cli::EnvInstall(options); });
+  ::testing::internal::GetCapturedStdout();
+  return result;
+}
+
 }  // namespace
 
-void AddCommandOperations(std::vector<Operation>* operations) {
-  operations->push_back(
-      {.name = "WriteAResult",
-       .covers = "",
-       .prepare = [](Scene& s) { s.MakeFile(L"OUT.CSV", "old\n"); },
-       .run =
-           [](Scene& s) {
-             return Result([&] {
-               cli::OutputFile sink(PathForDisplay(s.At(L"OUT.CSV")));
-               sink.Write(std::string(100'000, 'r'));
-               sink.Finish();
-             });
-           },
-       .failures = {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was "
-                    "changed there"}});
-  operations->push_back(
-      {.name = "InstallASample",
-       .covers = "",
-       .prepare =
-           [](Scene& s) {
-             s.RegisterDataFolders();
-             s.Register(HKEY_LOCAL_MACHINE, kR20, L"InstallPath", s.At(L"to\\Program"));
-             s.Register(HKEY_LOCAL_MACHINE, kR20, L"Package", L"Own");
-             s.MakeIni(kUser, "\r\n[ARKIV]\r\nMAPPAR=own list.txt\r\n");
-           },
-       .run =
-           [](Scene& s) {
-             cli::EnvOptions options;
-             options.to = PathForDisplay(s.At(L"to"));
-             ::testing::internal::CaptureStdout();
-             const std::string result = Result([&] { cli::EnvInstall(options); });
-             ::testing::internal::GetCapturedStdout();
-             return result;
-           },
-       .failures =
+Operations CommandOperations() {
+  return {{"WriteAResult",
+           [](Scene& s) { s.MakeFile(L"OUT.CSV", "old\n"); },
+           WriteResult,
+           "1",
+           {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was changed "
+            "there"}},
+          {"InstallASample",
+           PrepareInstallation,
+           InstallSample,
+           "1",
            {"0 the folder cannot be made; check the permissions and the space there",
             "0 the file cannot be written; check the permissions and the space there",
             "0 cannot be read; check the permissions and the space there", "0 the disk is full",
             "0 the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions",
             "0 the registry cannot be written; check the path in VELMORA_REGISTRY and its permissions"},
-       .several = true,
-       .registry = Registry::kInstallation});
+           true,
+           Registry::kInstallation}};
 }
 
-std::vector<Operation> AllOperations() {
-  std::vector<Operation> operations;
-  for (const auto add : {AddFileOperations, AddSettingsOperations, AddAlignmentOperations,
-                         AddEnvironmentOperations, AddRegistryOperations, AddCommandOperations})
-    add(&operations);
+Operations AllOperations() {
+  Operations operations;
+  for (const auto some : {FileOperations, SettingsOperations, AlignmentOperations, EnvironmentOperations,
+                          RegistryOperations, CommandOperations})
+    for (Operation& operation : some()) operations.push_back(std::move(operation));
   return operations;
 }
 

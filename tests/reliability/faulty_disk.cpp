@@ -11,20 +11,18 @@ void FaultyDisk::Begin(const Fault& fault) {
 }
 
 std::string FaultyDisk::RelativePath(const std::filesystem::path& path) {
-  const std::string relative = Utf8Path(path.lexically_normal().lexically_relative(root_));
-  const bool inside = !relative.empty() && !relative.starts_with("..");
-  if (!inside) strays_.push_back(Utf8Path(path));
-  // A folder may come with a slash at its end.
-  return relative.size() > 1 && relative.ends_with("/.") ? relative.substr(0, relative.size() - 2)
-         : relative.ends_with('/')                       ? relative.substr(0, relative.size() - 1)
-                                                         : relative;
+  // The path of a folder may end with a slash or a dot.
+  const std::filesystem::path plain = (path / "").lexically_normal().parent_path();
+  const std::string relative = Utf8Path(plain.lexically_relative(root_));
+  if (relative.empty() || relative.starts_with("..")) strays_.push_back(Utf8Path(path));
+  return relative;
 }
 
 InjectedError FaultyDisk::Before(const DiskCall& call, size_t* count) {
   actions_.push_back(call.action);
   if (fault_.at == 0 || Calls() < fault_.at || (Calls() > fault_.at && !fault_.lasting))
     return InjectedError::kNone;
-  if (Calls() > fault_.at || fault_.most == kAll) return fault_.trouble;
+  if (Calls() > fault_.at || fault_.most == kAll) return fault_.error;
   *count = std::min(*count, fault_.most);
   return InjectedError::kNone;
 }

@@ -19,11 +19,18 @@ inline constexpr size_t kAll = static_cast<size_t>(-1);
 struct Fault {
   int at = 0;
   bool lasting = false;  // and at every later one
-  InjectedError trouble = InjectedError::kNone;
-  size_t most = kAll;  // the first call is no failure, but a write that writes this many bytes at most
+  InjectedError error = InjectedError::kNone;
+  size_t most = kAll;  // the first call does not fail but writes this many bytes at most
 };
 
-// The process's watch for as long as it lives.
+// What the disks of this system do.
+struct DiskPromises {
+  bool database_is_a_file;      // the registry's, whose calls pass the faulty disk too
+  bool folders_are_flushed;     // so that names are sure
+  bool denials_are_waited_for;  // another program may hold the file
+};
+
+// The process's disk hook for as long as it lives.
 class FaultyDisk : public DiskHook {
  public:
   explicit FaultyDisk(std::filesystem::path root) : root_(std::move(root)), previous_(SetDiskHook(this)) {}
@@ -41,7 +48,7 @@ class FaultyDisk : public DiskHook {
 
   InjectedError Before(const DiskCall& call, size_t* count) override;
   void After(const DiskCall& call, bool done) override;
-  // For one who writes anywhere in a file, or cuts it.
+  // For databases, which write anywhere in a file and truncate it.
   void Wrote(const std::filesystem::path& path, std::string_view bytes, size_t offset, bool truncates);
 
  private:
@@ -54,6 +61,11 @@ class FaultyDisk : public DiskHook {
   std::vector<DiskEvent> events_;
   std::vector<std::string> strays_;
 };
+
+// Of this system, in posix/ and win32/.
+DiskPromises Promises();
+// The calls of all databases pass this disk from now on; null: none does.
+void SetDiskOfDatabases(FaultyDisk* disk);
 
 }  // namespace velmora::testing
 

@@ -1,8 +1,9 @@
-// The operations that write, each with what it finds, what it answers and what it may leave behind.
+// The operations that write: what each finds, what it returns and what it may leave behind.
 #ifndef VELMORA_TESTS_RELIABILITY_OPERATIONS_H_
 #define VELMORA_TESTS_RELIABILITY_OPERATIONS_H_
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <ostream>
 #include <string>
@@ -18,7 +19,7 @@ namespace velmora::testing {
 // Of the current user, where operations change the registry.
 inline constexpr wchar_t kSweptKey[] = L"Software\\velmora-sweep";
 
-// What of the registry is looked at. Where it is used it fails as files do.
+// The part of the registry that is compared. Where it is used its calls fail too.
 enum class Registry { kUnused, kRead, kSweptKey, kInstallation };
 
 // A folder with an installation ("cfg", "prog") and a project ("P") in it.
@@ -52,28 +53,42 @@ class Scene : public Installed {
 // "[caption] text" on a line of its own, as Scene::Told writes a box.
 std::string Box(std::string_view caption, std::string_view text);
 
+// What an operation returned, as text: flags as 0 and 1, several numbers with blanks between them.
+inline std::string AsText(std::string text) { return text; }
+inline std::string AsText(int number) { return std::to_string(number); }
+inline std::string AsText(const std::vector<int>& numbers) {
+  std::string text;
+  for (const int number : numbers) text += (text.empty() ? "" : " ") + std::to_string(number);
+  return text;
+}
+
+struct Run {
+  template <class Call>
+  Run(Call call) : made([call](Scene& s) { return AsText(call(s)); }) {}
+  std::function<std::string(Scene&)> made;
+};
+
 struct Operation {
   std::string name;
-  std::string covers;  // exported functions, a blank between them
   void (*prepare)(Scene& scene);
-  std::string (*run)(Scene& scene);
-  std::string done = "1";  // what Told makes of it
-  // What it may tell when it failed. For one that does not tell, `done` is among them.
+  Run run;
+  std::string done = "1";  // Told of a success
+  // Told of each kind of failure. For an operation that does not report failures `done` is among them.
   std::vector<std::string> failures = {"0"};
   bool several = false;  // files; each is whole, whatever became of the others
   Registry registry = Registry::kUnused;
-  // Whether a second run makes up for a first that failed.
-  bool settles = true;
-  bool forgets = false;  // a removal may be undone by a power cut
+  bool settles = true;   // a second run makes up for a first that failed
+  bool forgets = false;  // a power cut may undo a removal
 };
+using Operations = std::vector<Operation>;
 
-void AddFileOperations(std::vector<Operation>* operations);
-void AddSettingsOperations(std::vector<Operation>* operations);
-void AddAlignmentOperations(std::vector<Operation>* operations);
-void AddEnvironmentOperations(std::vector<Operation>* operations);
-void AddRegistryOperations(std::vector<Operation>* operations);
-void AddCommandOperations(std::vector<Operation>* operations);
-std::vector<Operation> AllOperations();
+Operations FileOperations();
+Operations SettingsOperations();
+Operations AlignmentOperations();
+Operations EnvironmentOperations();
+Operations RegistryOperations();
+Operations CommandOperations();
+Operations AllOperations();
 
 inline std::ostream& operator<<(std::ostream& out, const Operation& operation) {
   return out << operation.name;

@@ -1,5 +1,4 @@
-// The registry. On Windows it is the system's, which no watch stands before: there only the results of a run
-// without trouble are looked at.
+// The registry. On Windows its calls do not pass the disk hook: only runs without failures are checked there.
 #include "tests/reliability/operations.h"
 #include "velmora/environment/registry.h"
 #include "velmora/platform/registry_store.h"
@@ -10,26 +9,31 @@ namespace {
 const HKEY kUserRoot = HKEY_CURRENT_USER;
 const CString kKey = kSweptKey;
 
+void PrepareNothing(Scene&) {}
 void PrepareRegistry(Scene&) {
   EXPECT_TRUE(SetRegistryText(kUserRoot, kKey, L"text", L"old"));
   EXPECT_TRUE(SetRegistryText(kUserRoot, kKey, L"other", L"stays"));
   EXPECT_TRUE(SetRegistryText(kUserRoot, kKey + L"\\empty", L"", L"old"));
 }
 
-// What a failing disk may answer; never that the file is damaged or a key missing.
-std::vector<std::string> Errors(std::initializer_list<int> results) {
-  std::vector<std::string> errors;
-  for (const int error : results) errors.push_back(std::to_string(error));
-  return errors;
+int MakeKey(Scene&) {
+  RegistryKey key;
+  int result = key.Create(kUserRoot, kKey + L"\\made", KEY_ALL_ACCESS);
+  if (result == kRegistryDone) result = key.Write(L"value", REG_BINARY, std::string(20'000, 'v'));
+  return result == kRegistryDone ? key.Flush() : result;
 }
 
-// One change of the swept key.
-template <class Change>
-std::string InKey(int lazy, Change change) {
+int DeleteOfOpenKey(Scene&) {
+  RegistryKey key;
+  const int result = key.Open(kUserRoot, kKey, KEY_ALL_ACCESS);
+  return result == kRegistryDone ? key.Delete(L"text") : result;
+}
+
+// One change of the swept key; 0 when it cannot be opened.
+int InKey(int lazy, int (*change)(CRegistry&)) {
   CRegistry registry;
   registry.m_bLazyWrite = lazy;
-  if (registry.SetKey(kKey, 1, KEY_ALL_ACCESS) == 0) return "0";
-  return std::to_string(change(registry));
+  return registry.SetKey(kKey, 1, KEY_ALL_ACCESS) == 0 ? 0 : change(registry);
 }
 
 // All kinds of values; 0 when one could not be stored.
@@ -52,76 +56,34 @@ int WriteAll(CRegistry& r) {
 
 }  // namespace
 
-void AddRegistryOperations(std::vector<Operation>* operations) {
-  const auto add = [&](Operation operation) {
-    operation.registry = Registry::kSweptKey;
-    operations->push_back(std::move(operation));
-  };
-  add({.name = "SetATextOfTheRegistry",
-       .covers = "SetRegistryText",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) {
-         return std::to_string(SetRegistryText(kUserRoot, kKey, L"text", L"new") ? 1 : 0);
-       }});
-  add({.name = "MakeTheRegistry",
-       .covers = "RegistryKey::Create RegistryKey::Write RegistryKey::Flush",
-       .prepare = [](Scene&) {},
-       .run =
-           [](Scene&) {
-             RegistryKey key;
-             int result = key.Create(kUserRoot, kKey + L"\\made", KEY_ALL_ACCESS);
-             if (result == kRegistryDone) result = key.Write(L"value", REG_BINARY, std::string(20'000, 'v'));
-             if (result == kRegistryDone) result = key.Flush();
-             return std::to_string(result);
-           },
-       .done = "0",
-       .failures =
-           Errors({kRegistryDiskFull, kRegistryCannotOpen, kRegistryCannotRead, kRegistryCannotWrite}),
-       .several = true});
-  add({.name = "DeleteAValueOfAnOpenKey",
-       .covers = "RegistryKey::Delete",
-       .prepare = PrepareRegistry,
-       .run =
-           [](Scene&) {
-             RegistryKey key;
-             int result = key.Open(kUserRoot, kKey, KEY_ALL_ACCESS);
-             if (result == kRegistryDone) result = key.Delete(L"text");
-             return std::to_string(result);
-           },
-       .done = "0",
-       .failures = Errors({kRegistryDiskFull, kRegistryCannotOpen, kRegistryCannotRead})});
-  add({.name = "DeleteAKeyOfTheRegistry",
-       .covers = "DeleteRegistryKey",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) { return std::to_string(DeleteRegistryKey(kUserRoot, kKey + L"\\empty")); },
-       .done = "0",
-       .failures = Errors({kRegistryDiskFull, kRegistryCannotOpen, kRegistryCannotRead}),
-       .several = true});
-  add({.name = "WriteEveryKindOfValue",
-       .covers = "CRegistry::SetKey CRegistry::WriteBool CRegistry::WriteColor CRegistry::WriteDword "
-                 "CRegistry::WriteInt "
-                 "CRegistry::WriteFloat CRegistry::WriteDateTime CRegistry::WritePoint CRegistry::WriteSize "
-                 "CRegistry::WriteRect CRegistry::WriteFont CRegistry::WriteString",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) { return InKey(1, WriteAll); },
-       .several = true});
-  add({.name = "WriteAValueToTheDisk",
-       .covers = "CRegistry::WriteInt",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) { return InKey(0, [](CRegistry& r) { return r.WriteInt(L"text", 7); }); }});
-  add({.name = "CreateAKey", .covers = "CRegistry::CreateKey", .prepare = PrepareRegistry, .run = [](Scene&) {
-         return std::to_string(CRegistry().CreateKey(kKey + L"\\made"));
-       }});
-  add({.name = "DeleteAKey",
-       .covers = "CRegistry::DeleteKey",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) { return std::to_string(CRegistry().DeleteKey(kKey + L"\\empty")); },
-       .failures = {"0", "1"},  // one that cannot be opened counts as missing
-       .several = true});
-  add({.name = "DeleteAValue",
-       .covers = "CRegistry::DeleteValue",
-       .prepare = PrepareRegistry,
-       .run = [](Scene&) { return InKey(1, [](CRegistry& r) { return r.DeleteValue(L"text"); }); }});
+Operations RegistryOperations() {
+  // Of a failing disk; it never counts as a damaged file or a missing key.
+  const std::vector<std::string> errors = {AsText(kRegistryDiskFull), AsText(kRegistryCannotOpen),
+                                           AsText(kRegistryCannotRead)};
+  std::vector<std::string> writing_errors = errors;
+  writing_errors.push_back(AsText(kRegistryCannotWrite));
+  const std::vector<std::string> zero = {"0"};
+  Operations operations = {
+      {"SetATextOfTheRegistry", PrepareRegistry,
+       [](Scene&) { return SetRegistryText(kUserRoot, kKey, L"text", L"new"); }},
+      {"MakeTheRegistry", PrepareNothing, MakeKey, "0", writing_errors, true},
+      {"DeleteAValueOfAnOpenKey", PrepareRegistry, DeleteOfOpenKey, "0", errors},
+      {"DeleteAKeyOfTheRegistry", PrepareRegistry,
+       [](Scene&) { return DeleteRegistryKey(kUserRoot, kKey + L"\\empty"); }, "0", errors, true},
+      {"WriteEveryKindOfValue", PrepareRegistry, [](Scene&) { return InKey(1, WriteAll); }, "1", zero, true},
+      {"WriteAValueToTheDisk", PrepareRegistry,
+       [](Scene&) { return InKey(0, [](CRegistry& r) { return r.WriteInt(L"text", 7); }); }},
+      {"CreateAKey", PrepareRegistry, [](Scene&) { return CRegistry().CreateKey(kKey + L"\\made"); }},
+      {"DeleteAKey",
+       PrepareRegistry,
+       [](Scene&) { return CRegistry().DeleteKey(kKey + L"\\empty"); },
+       "1",
+       {"0", "1"},  // one that cannot be opened counts as missing
+       true},
+      {"DeleteAValue", PrepareRegistry,
+       [](Scene&) { return InKey(1, [](CRegistry& r) { return r.DeleteValue(L"text"); }); }}};
+  for (Operation& operation : operations) operation.registry = Registry::kSweptKey;
+  return operations;
 }
 
 }  // namespace velmora::testing

@@ -1,22 +1,19 @@
-// Every operation that writes, with every call to the disk failing in every way, and with the power cut
-// behind every call: each file is wholly the old or wholly the new one, nothing else has changed, what
-// failed says so, and the next run makes up for it and leaves nothing beside the files.
+// Every operation that writes, with every call to the disk failing in every way, and with a power cut after
+// every call: each file is wholly the old or wholly the new one, nothing else has changed, a failure is
+// reported, and the next run completes the operation and leaves no temporary files.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <set>
-#include <tuple>
 #include <vector>
 
-#include "tests/reliability/faulty_database.h"
 #include "tests/reliability/faulty_disk.h"
 #include "tests/reliability/operations.h"
 #include "tests/reliability/tree.h"
 #include "tests/support/environment_variable.h"
-#include "tests/support/shell.h"
+#include "tests/support/run_command.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::testing {
@@ -27,46 +24,27 @@ using Files = std::map<std::string, std::string>;
 constexpr int kLong = 60;  // calls
 
 struct Count {
+  std::set<std::string> operations;
   int calls = 0;
   int faults = 0;
   int cuts = 0;
   int states = 0;
+} the_count;
 
-  Count& operator+=(const Count& other) {
-    calls += other.calls;
-    faults += other.faults;
-    cuts += other.cuts;
-    states += other.states;
-    return *this;
-  }
-};
-
-std::map<std::string, Count>& Counts() {
-  static std::map<std::string, Count> counts;
-  return counts;
-}
-
-// Tells at the end what was done; with VELMORA_SWEEP_TABLE set, of each operation.
+// Prints at the end what was done.
 class Figures : public ::testing::Environment {
  public:
-  // A folder in memory spares the thousands of flushes.
+  // A folder in memory saves the time of thousands of flushes.
   void SetUp() override {
-    const char* const folder = std::getenv("VELMORA_TEST_FOLDER");
-    if (folder == nullptr) return;
+    const std::string folder = PathFromEnvironment("VELMORA_TEST_FOLDER");
+    if (folder.empty()) return;
     for (const wchar_t* name : {L"TMP", L"TMPDIR"})
-      variables_.push_back(std::make_unique<EnvironmentVariable>(name, PathFromSystem(ShellPath(folder))));
+      variables_.push_back(std::make_unique<EnvironmentVariable>(name, PathFromSystem(folder)));
   }
   void TearDown() override {
-    const bool table = std::getenv("VELMORA_SWEEP_TABLE") != nullptr;
-    Count all;
-    for (const auto& [name, count] : Counts()) {
-      all += count;
-      if (table)
-        std::printf("| %s | %d | %d | %d | %d |\n", name.c_str(), count.calls, count.faults, count.cuts,
-                    count.states);
-    }
     std::printf("%zu operations, %d calls, %d faults, %d power cuts with %d states of the disk\n",
-                Counts().size(), all.calls, all.faults, all.cuts, all.states);
+                the_count.operations.size(), the_count.calls, the_count.faults, the_count.cuts,
+                the_count.states);
   }
 
  private:
@@ -74,18 +52,16 @@ class Figures : public ::testing::Environment {
 };
 const ::testing::Environment* const kFigures = ::testing::AddGlobalTestEnvironment(new Figures);
 
-// What a replacement that came to no end may leave, until the next one.
+// Left by an interrupted replacement, until the next one.
 bool IsTemporary(const std::string& path) {
   return path.ends_with(".velmora-new") || path.ends_with(".velmora-ini") || path.ends_with(".tmp");
 }
 
-// Any order; times do not count.
-bool IsBefore(const Tree& a, const Tree& b) {
-  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                      [](const auto& x, const auto& y) {
-                                        return std::tie(x.first, x.second.folder, x.second.bytes) <
-                                               std::tie(y.first, y.second.folder, y.second.bytes);
-                                      });
+// Times do not count.
+Files Contents(const Tree& tree) {
+  Files files;
+  for (const auto& [path, entry] : tree) files[path] = entry.folder ? "folder" : "=" + entry.bytes;
+  return files;
 }
 
 Files WithoutTemporaries(Files files) {
@@ -101,12 +77,13 @@ std::string At(const Files& files, const std::string& path) {
 class Sweep : public ::testing::TestWithParam<Operation> {
  protected:
   Sweep() : disk_(scene_.Root()) {
+    the_count.operations.insert(op_.name);
     SetDiskOfDatabases(op_.registry == Registry::kUnused ? nullptr : &disk_);
     disk_.Begin({});
     op_.prepare(scene_);
     tree_ = ReadTree(scene_.Root());
     before_ = View();
-    // Both what it does and that doing it again changes nothing are the measure for all that follows.
+    // The reference for all that follows: what it does, and that a second run changes nothing.
     disk_.Begin({});
     told_ = Run();
     events_ = disk_.Events();
@@ -117,7 +94,7 @@ class Sweep : public ::testing::TestWithParam<Operation> {
   ~Sweep() override { SetDiskOfDatabases(nullptr); }
 
   Files View() { return scene_.View(op_.registry); }
-  std::string Run() { return scene_.Told(op_.run(scene_)); }
+  std::string Run() { return scene_.Told(op_.run.made(scene_)); }
 
   // Whether each file is the old or the new one. `whole`: every file is of the same kind.
   ::testing::AssertionResult IsOldOrNew(const Files& files, bool whole) const {
@@ -140,7 +117,7 @@ class Sweep : public ::testing::TestWithParam<Operation> {
     return ::testing::AssertionSuccess();
   }
 
-  // Nothing is in the way any more.
+  // Without faults.
   void ExpectTheNextRunToFinish(bool settles) {
     disk_.Begin({});
     Run();
@@ -156,21 +133,21 @@ class Sweep : public ::testing::TestWithParam<Operation> {
     disk_.Begin(fault);
     const std::string told = Run();
     if (disk_.Calls() < fault.at) return false;
-    ++count_.faults;
+    ++the_count.faults, ++tried_;
     const DiskAction failed = disk_.ActionOf(fault.at);
     disk_.Begin({});
     const Files files = View();
     if (told == op_.done && WithoutTemporaries(files) == after_) {
       ++succeeded_;
-      // A database makes up for it later.
-      if (fault.trouble != InjectedError::kTransient && fault.most == kAll &&
+      // A database repeats it later.
+      if (fault.error != InjectedError::kTransient && fault.most == kAll &&
           op_.registry == Registry::kUnused) {
         EXPECT_TRUE(failed != DiskAction::kWrite && failed != DiskAction::kFlush) << "it is not on the disk";
       }
     } else {
       EXPECT_TRUE(std::count(op_.failures.begin(), op_.failures.end(), told) == 1) << told;
       EXPECT_TRUE(IsOldOrNew(files, !op_.several)) << told;
-      // Who says that it failed has changed nothing.
+      // A reported failure has changed nothing.
       if (told != op_.done && !op_.several) {
         for (const auto& [path, bytes] : before_) EXPECT_EQ(At(files, path), At(before_, path)) << told;
       }
@@ -208,64 +185,61 @@ class Sweep : public ::testing::TestWithParam<Operation> {
   int calls_ = 0;
   int succeeded_ = 0;
   std::set<std::string> seen_;
-  Count count_;
+  int tried_ = 0;
 };
 
 TEST_P(Sweep, EveryCallFailsInEveryWay) {
   ASSERT_EQ(told_, op_.done);
   ASSERT_NE(before_, after_);
   ASSERT_EQ(View(), after_) << "a second run changes something";
-  // On Windows the registry is the system's.
+  // The registry of Windows has no hook.
   if (calls_ == 0 && !Promises().database_is_a_file && op_.registry != Registry::kUnused) return;
   ASSERT_GT(calls_, 0);
   using enum InjectedError;
-  // On Windows another program's hold on a file looks like a denial, and is waited for, up to seconds.
+  // On Windows a denial may be another program's hold on the file and is waited for, up to seconds.
   const bool all = !Promises().denials_are_waited_for || op_.name == "ReplaceAFile";
   // The many calls of a long operation are the same ones again and again.
   const bool is_long = calls_ > kLong;
   for (const bool lasting : {false, true}) {
-    if (!is_long || lasting) SweepFaults({.at = 1, .lasting = lasting, .trouble = kFull}, "full");
-    if (!is_long || !lasting) SweepFaults({.at = 1, .lasting = lasting, .trouble = kFailing}, "failing");
-    if (!is_long && (all || !lasting))
-      SweepFaults({.at = 1, .lasting = lasting, .trouble = kDenied}, "denied");
+    if (!is_long || lasting) SweepFaults({.at = 1, .lasting = lasting, .error = kFull}, "full");
+    if (!is_long || !lasting) SweepFaults({.at = 1, .lasting = lasting, .error = kFailing}, "failing");
+    if (!is_long && (all || !lasting)) SweepFaults({.at = 1, .lasting = lasting, .error = kDenied}, "denied");
   }
-  const int failed = count_.faults - succeeded_;
-  // On Windows that is another program's hold on a file, which only opening and renaming wait for.
+  const int failed = tried_ - succeeded_;
+  // On Windows only opening and renaming wait for another program's hold on a file.
   if (!is_long && !Promises().denials_are_waited_for)
-    SweepFaults({.at = 1, .trouble = kTransient}, "interrupted");
+    SweepFaults({.at = 1, .error = kTransient}, "interrupted");
   if (!is_long) SweepFaults({.at = 1, .most = 1}, "one byte written");
-  EXPECT_EQ(count_.faults - succeeded_, failed) << "what passes is no failure";
+  EXPECT_EQ(tried_ - succeeded_, failed) << "a transient error made it fail";
   // The disk gets full within a write.
-  if (!is_long) SweepFaults({.at = 1, .lasting = true, .trouble = kFull, .most = 1}, "full behind one byte");
+  if (!is_long) SweepFaults({.at = 1, .lasting = true, .error = kFull, .most = 1}, "full after one byte");
   for (const std::string& stray : disk_.Strays()) ADD_FAILURE() << stray << " was changed";
   // Some come from the registry only.
   if (op_.registry == Registry::kUnused || Promises().database_is_a_file) {
     for (const std::string& failure : op_.failures)
       EXPECT_TRUE(seen_.contains(failure)) << "never seen: " << failure;
   }
-  count_.calls = calls_;
-  Counts()[op_.name] += count_;
+  the_count.calls += calls_;
 }
 
-TEST_P(Sweep, ThePowerGoesBehindEveryCall) {
+TEST_P(Sweep, PowerCutAfterEveryCall) {
   UnsureDisk disk(tree_);
-  std::set<Tree, bool (*)(const Tree&, const Tree&)> seen(IsBefore);
+  std::set<Files> seen;
   for (size_t made = 0; !HasFailure(); ++made) {
-    ++count_.cuts;
+    ++the_count.cuts;
     for (const Tree& state : disk.States()) {
-      const ::testing::ScopedTrace trace(__FILE__, __LINE__, "behind " + std::to_string(made) + " changes");
+      const ::testing::ScopedTrace trace(__FILE__, __LINE__, "after " + std::to_string(made) + " changes");
       if (made == events_.size() && Promises().folders_are_flushed && !op_.forgets) {
-        EXPECT_TRUE(FilesAfter(state) == after_) << "it is told as done and may get lost";
+        EXPECT_TRUE(FilesAfter(state) == after_) << "it was reported as done and may get lost";
       }
-      if (!seen.insert(state).second) continue;
-      ++count_.states;
+      if (!seen.insert(Contents(state)).second) continue;
+      ++the_count.states;
       EXPECT_TRUE(IsOldOrNew(FilesAfter(state), !op_.several));
       ExpectTheNextRunToFinish(true);
     }
     if (made == events_.size()) break;
     disk.Apply(events_[made]);
   }
-  Counts()[op_.name] += count_;
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, Sweep, ::testing::ValuesIn(AllOperations()),

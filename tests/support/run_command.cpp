@@ -1,39 +1,37 @@
 #include "tests/support/run_command.h"
 
 #include <cstdlib>
+#include <filesystem>
 
-#include "tests/support/shell.h"
+#include "tests/support/background_command.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::testing {
-namespace {
-
-std::string FromEnvironment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::string() : value;
-}
-
-}  // namespace
 
 Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& input) {
   const TemporaryFolder folder;
-  const auto in_folder = [&](const wchar_t* name) { return folder.Path() + L"\\" + name; };
-  WriteBytes(in_folder(L"in"), input);
-  std::string line = ShellQuoted(VelmoraCommand());
-  for (const std::string& argument : arguments) line += " " + ShellQuoted(argument);
-  line += " < " + ShellQuoted(AsArgument(in_folder(L"in"))) + " > " +
-          ShellQuoted(AsArgument(in_folder(L"out"))) + " 2> " + ShellQuoted(AsArgument(in_folder(L"err")));
+  WriteBytes(folder.File(L"in"), input);
+  std::vector<std::string> words = {VelmoraCommand()};
+  words.insert(words.end(), arguments.begin(), arguments.end());
   Ran ran;
-  ran.status = RunShell(line);
-  ran.out = ReadBytes(in_folder(L"out"));
-  ran.err = ReadBytes(in_folder(L"err"));
+  ran.status = BackgroundCommand(words, folder.File(L"out"), folder.File(L"err"), folder.File(L"in")).Wait();
+  ran.out = ReadBytes(folder.File(L"out"));
+  ran.err = ReadBytes(folder.File(L"err"));
   return ran;
 }
 
-std::string VelmoraCommand() { return ShellPath(FromEnvironment("VELMORA_COMMAND")); }
+std::string PathFromEnvironment(const char* variable) {
+  const char* value = std::getenv(variable);
+  if (value == nullptr) return {};
+  // Cross-built programs run on the drive that stands for the building system's root.
+  const std::u8string path = std::filesystem::absolute(value).make_preferred().u8string();
+  return {path.begin(), path.end()};
+}
+
+std::string VelmoraCommand() { return PathFromEnvironment("VELMORA_COMMAND"); }
 
 std::string Example(const std::string& name) {
-  return ShellPath(FromEnvironment("VELMORA_EXAMPLES") + "/" + name);
+  return AsArgument(PathFromSystem(PathFromEnvironment("VELMORA_EXAMPLES") + "/" + name));
 }
 
 std::string AsArgument(const CString& path) { return PathForDisplay(path); }

@@ -1,4 +1,4 @@
-// Runs the velmora command for real and catches what it says.
+// Runs the velmora command as its users do and captures what it writes.
 #ifndef VELMORA_TESTS_SUPPORT_RUN_COMMAND_H_
 #define VELMORA_TESTS_SUPPORT_RUN_COMMAND_H_
 
@@ -18,7 +18,9 @@ struct Ran {
 // Arguments and input in UTF-8. The program is the one that the environment's VELMORA_COMMAND names.
 Ran RunVelmora(const std::vector<std::string>& arguments, const std::string& input = "");
 
-// That program, as this system spells it.
+// The path that a variable of the environment names and the build files wrote with slashes, in this
+// system's spelling; empty when the variable is not set.
+std::string PathFromEnvironment(const char* variable);
 std::string VelmoraCommand();
 // A file of the example data, as an argument.
 std::string Example(const std::string& name);

@@ -1,4 +1,4 @@
-#include "tests/reliability/faulty_database.h"
+#include "tests/reliability/faulty_disk.h"
 
 namespace velmora::testing {
 

@@ -9,7 +9,9 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "velmora/platform/device_file.h"
 #include "velmora/platform/disk_hook.h"
+#include "velmora/platform/posix/native_path.h"
 
 namespace velmora {
 namespace {
@@ -169,5 +171,7 @@ int MakeOneFolder(const std::string& path, mode_t mode) {
   if (result == 0) (void)FlushFolderOf(path);  // the folder is there all the same
   return result;
 }
+
+std::FILE* OpenDeviceToWrite(const CString& path) { return std::fopen(NativePath(path).c_str(), "wb"); }
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include "velmora/platform/device_file.h"
 #include "velmora/platform/disk_hook.h"
 
 namespace velmora {
@@ -150,5 +151,7 @@ bool RemoveFolder(const wchar_t* path) {
 bool MakeOneFolder(const wchar_t* path) {
   return Watched(DiskAction::kMakeFolder, path, [&] { return CreateDirectoryW(path, nullptr) != 0; });
 }
+
+std::FILE* OpenDeviceToWrite(const CString& path) { return _wfopen(path, L"wb"); }
 
 }  // namespace velmora
