@@ -10,7 +10,7 @@
 namespace velmora::cli {
 namespace {
 
-constexpr int kSoon = 10;  // ms, while a client may have a step of the script coming
+constexpr int kScriptInterval = 10;  // ms, while a client may have a step due
 
 const char* NameOf(DdeEvent::Kind kind) {
   switch (kind) {
@@ -41,8 +41,8 @@ class StandIn {
     sink_.Finish();
   }
 
-  // Plays what is due and takes what has come. False when the script says to end.
-  bool Turn() {
+  // Runs the steps that are due and handles pending events. False when a script ends the server.
+  bool Step() {
     for (auto& [client, player] : players_) {
       while (const ScriptStep* step = player.Next(std::chrono::steady_clock::now())) {
         if (step->kind == ScriptStep::Kind::kEnd) return false;
@@ -50,11 +50,12 @@ class StandIn {
         Record(client, "send", player.Item(), step->text);
       }
     }
-    for (const DdeEvent& event : server_.Handle(players_.empty() ? kTurn : kSoon)) Take(event);
+    for (const DdeEvent& event : server_.Handle(players_.empty() ? kPollInterval : kScriptInterval))
+      Take(event);
     return true;
   }
 
-  bool AClientHasGone() const { return gone_; }
+  bool AClientHasDisconnected() const { return disconnected_; }
   void Finish() {
     records_.Finish();
     sink_.Finish();
@@ -64,11 +65,11 @@ class StandIn {
   void Take(const DdeEvent& event) {
     Record(event.client, NameOf(event.kind), event.item, event.text);
     ScriptPlayer& player = players_.try_emplace(event.client, steps_).first->second;
-    if (event.kind == DdeEvent::Kind::kAdvise) player.Listens(event.item);
-    if (event.kind == DdeEvent::Kind::kUnadvise) player.ListensNoMore(event.item);
+    if (event.kind == DdeEvent::Kind::kAdvise) player.Advise(event.item);
+    if (event.kind == DdeEvent::Kind::kUnadvise) player.Unadvise(event.item);
     if (event.kind != DdeEvent::Kind::kDisconnect) return;
     players_.erase(event.client);
-    gone_ = true;
+    disconnected_ = true;
   }
 
   void Record(int client, const char* event, const std::string& item, const std::string& text) {
@@ -82,7 +83,7 @@ class StandIn {
   OutputFile sink_{""};
   RecordWriter records_;
   std::map<int, ScriptPlayer> players_;  // by client
-  bool gone_ = false;
+  bool disconnected_ = false;
 };
 
 }  // namespace
@@ -92,10 +93,10 @@ void LinkServe(const LinkOptions& options) {
   StandIn stand_in(steps, options.output.Format());
   const Interrupt interrupt;
   bool goes_on = true;
-  while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasGone()))
-    goes_on = stand_in.Turn();
+  while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasDisconnected()))
+    goes_on = stand_in.Step();
   stand_in.Finish();
-  // Without goodbye to the clients.
+  // Without closing the conversations.
   if (!goes_on) std::_Exit(0);
 }
 

@@ -31,16 +31,16 @@ TEST_F(LinkCommand, SendAndListenTalkToServe) {
   EXPECT_TRUE(Sees("2,disconnect,,"));
 
   ExpectRefused(RunVelmora({"link", "send", "\xE6\xB0\xB4"}), "Windows-1252");
-  ExpectRefused(RunVelmora({"link", "send", std::string(512, 'x')}), "511 are the most");
+  ExpectRefused(RunVelmora({"link", "send", std::string(512, 'x')}), "at most 511");
   Serve("greet 5 -1\nend\n");
-  ExpectRefused(RunVelmora({"link", "listen"}), "has gone");
+  ExpectRefused(RunVelmora({"link", "listen"}), "has ended");
 }
 
 TEST_F(LinkCommand, AScriptWithAFaultIsNamedWithItsLine) {
   const std::pair<const char*, const char*> kFaults[] = {
-      {"greet 1 A\nsing\n", ":2: \"sing\" is no step"},
+      {"greet 1 A\nsing\n", ":2: \"sing\" is not a step"},
       {"send\n", ":1: \"send\" needs"},
-      {"\n# x\nend now\n", ":3: \"end\" stands alone"},
+      {"\n# x\nend now\n", ":3: \"end\" takes no value"},
       {"wait -1\n", ":1: \"wait\" takes"},
       {"wait 5 s\n", ":1: \"wait\" takes"},
       {"send \xE6\xB0\xB4\n", ":1: the text has a letter"},
