@@ -13,7 +13,6 @@
 #include "cli/project/commands.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/terminal.h"
 #include "velmora/common/messages.h"
 #include "velmora/version.h"
 

@@ -16,12 +16,6 @@ std::string EncodeLinkText(std::string_view utf8, const std::string& what, size_
   return bytes;
 }
 
-std::string DecodeLinkText(std::string_view bytes) {
-  std::wstring text;
-  AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
-  return Utf8FromWide(text);
-}
-
 void ConnectToProgram() {
   if (CDdeCom::Connect() < 0)
     throw Refusal(

@@ -16,7 +16,6 @@ inline constexpr size_t kLongestScripted = 32'000;
 // UTF-8 to Windows-1252. Throws a Refusal that begins with `what` when a character has no code there or the
 // text is longer than `longest`.
 std::string EncodeLinkText(std::string_view utf8, const std::string& what, size_t longest = kLongestText);
-std::string DecodeLinkText(std::string_view bytes);
 
 // Throws a Refusal when the field-data program does not answer.
 void ConnectToProgram();

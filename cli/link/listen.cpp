@@ -1,8 +1,8 @@
 #include "cli/link/commands.h"
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/interrupt.h"
 #include "velmora/link/dde_com.h"
+#include "velmora/platform/console.h"
 
 namespace velmora::cli {
 namespace {
@@ -35,7 +35,7 @@ void LinkListen(const LinkOptions& options) {
   records.Begin();
   sink.Finish();
   std::int64_t count = 0;
-  const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Asked(); };
+  const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Requested(); };
   for (bool there = true; there && !done();) {
     there = CDdeCom::HandlePending(kPollInterval) || CDdeCom::IsServerThere();
     for (const NotificationQueue::Notification& each : queue.notifications) {

@@ -2,10 +2,11 @@
 #include <map>
 
 #include "cli/link/commands.h"
-#include "cli/link/dde_server.h"
 #include "cli/link/script.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/interrupt.h"
+#include "velmora/link/conversation.h"
+#include "velmora/platform/console.h"
+#include "velmora/platform/dde_server.h"
 
 namespace velmora::cli {
 namespace {
@@ -28,15 +29,31 @@ const char* NameOf(DdeEvent::Kind kind) {
   return "disconnect";
 }
 
-class StandIn {
+void Check(DdeServer::Status status) {
+  switch (status) {
+    case DdeServer::Status::kDone:
+      return;
+    case DdeServer::Status::kNoDde:
+      throw Refusal("the system's DDE cannot be started");
+    case DdeServer::Status::kNoSessionBus:
+      throw Refusal("there is no session bus; start one, for example with: dbus-run-session -- bash");
+    case DdeServer::Status::kNameTaken:
+      throw Refusal("the field-data program or another link serve is running on this bus; stop it first");
+    case DdeServer::Status::kDisconnected:
+      throw Refusal("the session bus has closed the connection");
+  }
+}
+
+class SimulatedServer {
  public:
-  StandIn(const std::vector<ScriptStep>& steps, OutputFormat format)
+  SimulatedServer(const std::vector<ScriptStep>& steps, OutputFormat format)
       : steps_(steps),
         records_(sink_, format,
                  {{"client", "client", true},
                   {"event", "event     "},
                   {"item", "item        "},
                   {"text", "text"}}) {
+    Check(server_.Start(conversation::kService, conversation::kTopic));
     records_.Begin();
     sink_.Finish();
   }
@@ -46,12 +63,13 @@ class StandIn {
     for (auto& [client, player] : players_) {
       while (const ScriptStep* step = player.Next(std::chrono::steady_clock::now())) {
         if (step->kind == ScriptStep::Kind::kEnd) return false;
-        server_.Send(client, player.Item(), step->text);
+        Check(server_.Send(client, player.Item(), step->text));
         Record(client, "send", player.Item(), step->text);
       }
     }
-    for (const DdeEvent& event : server_.Handle(players_.empty() ? kPollInterval : kScriptInterval))
-      Take(event);
+    std::vector<DdeEvent> events;
+    Check(server_.Handle(players_.empty() ? kPollInterval : kScriptInterval, &events));
+    for (const DdeEvent& event : events) Take(event);
     return true;
   }
 
@@ -90,12 +108,12 @@ class StandIn {
 
 void LinkServe(const LinkOptions& options) {
   const std::vector<ScriptStep> steps = ReadScript(options.script);
-  StandIn stand_in(steps, options.output.Format());
+  SimulatedServer server(steps, options.output.Format());
   const Interrupt interrupt;
   bool goes_on = true;
-  while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasDisconnected()))
-    goes_on = stand_in.Step();
-  stand_in.Finish();
+  while (goes_on && !Interrupt::Requested() && !(options.once && server.AClientHasDisconnected()))
+    goes_on = server.Step();
+  server.Finish();
   // Without closing the conversations.
   if (!goes_on) std::_Exit(0);
 }

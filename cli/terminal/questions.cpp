@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "cli/terminal/error.h"
-#include "cli/terminal/terminal.h"
+#include "velmora/platform/console.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
