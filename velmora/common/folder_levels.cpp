@@ -5,7 +5,6 @@
 
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/real_path.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {

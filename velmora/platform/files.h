@@ -51,6 +51,20 @@ struct FoundFile {
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
 VELMORA_API bool FileOrFolderExists(const CString& path);
 
+inline bool FileExists(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFile;
+}
+inline bool FolderExists(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFolder;
+}
+
+// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..".
+// For comparison with other results of RealPath, not for display. Nothing when there is no such entry or a
+// link leads nowhere.
+std::optional<CString> RealPath(const CString& path);
+
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is as it was.
 VELMORA_API bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);

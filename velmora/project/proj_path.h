@@ -48,7 +48,7 @@ class VELMORA_API CProjPath {
   static const wchar_t* StenParNamn;     // "KARSK.PAR": parameters of the rock and stone program
 
   CProjPath() = default;
-  virtual ~CProjPath() = default;
+  virtual ~CProjPath();
   CProjPath(const CProjPath&) = default;
   CProjPath& operator=(const CProjPath&) = default;
 

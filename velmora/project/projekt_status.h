@@ -21,7 +21,9 @@ struct projektstatustype {
   wchar_t text[80];  // status text
 };
 
-class VELMORA_API CProjektStatus : public list0<projektstatustype> {
+// Not marked as a whole: without a virtual function of its own its table of virtual functions is the
+// client's.
+class VELMORA_TEMPLATE_API CProjektStatus : public list0<projektstatustype> {
  public:
   static constexpr int kUnknown = 999;
 
@@ -33,26 +35,26 @@ class VELMORA_API CProjektStatus : public list0<projektstatustype> {
   // The module whose string table holds the texts. Before Load: without it the texts are empty.
   void SetHandle(HINSTANCE module) { m_hInst = module; }
   // At most 254 characters; empty when there is no module or it lacks the string.
-  CString TxLoadString(unsigned id);
+  VELMORA_API CString TxLoadString(unsigned id);
 
   // Appends the standard states 0 to 5 and 999 to an empty list; leaves one with records as it is.
-  void Load();
+  VELMORA_API void Load();
 
   // Appends (`where` 1) or inserts before the current record (any other) a copy of `rec`, without one a
   // record of zeros. Returns 0.
-  int Ny(int where, const projektstatustype* rec = nullptr);
+  VELMORA_API int Ny(int where, const projektstatustype* rec = nullptr);
 
   // Makes `number` the current status and its record the current one. A number that no record has makes
   // the status 999. Returns 0; -1 when the list is empty, the status is then `number` all the same.
-  int SetStatus(int number);
+  VELMORA_API int SetStatus(int number);
   // Makes the record with this text, letters without regard to case, the current one and returns its
   // number; 999 when there is none. The status stays.
-  int Find(const CString& text);
+  VELMORA_API int Find(const CString& text);
 
   // The text of the current status, empty on an empty list. Callers rely on it being that of the record
   // at place m_nStatus, from 0, whatever the records' numbers (test GetStatusAnswersByPlace). Beyond
   // the end the status becomes 999, with the text for that.
-  CString GetStatus();
+  VELMORA_API CString GetStatus();
 
  private:
   template <class Matches>

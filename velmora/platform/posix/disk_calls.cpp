@@ -170,4 +170,14 @@ int MakeOneFolder(const std::string& path, mode_t mode) {
   return result;
 }
 
+bool MakeFolders(const std::string& path) {
+  for (size_t at = 0; at < path.size();) {
+    at = std::min(path.find('/', at + 1), path.size());
+    // A failure is ignored: the folder exists already, or the check below fails.
+    (void)MakeOneFolder(path.substr(0, at), 0700);
+  }
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 }  // namespace velmora

@@ -42,6 +42,9 @@ int RemoveFile(const std::string& path);
 int RemoveFolder(const std::string& path);
 // The new folder's name is on the disk when this returns.
 int MakeOneFolder(const std::string& path, mode_t mode);
+// Creates a folder and the missing ones above it, accessible to the user only, as the XDG rules for user data
+// require. True when the folder exists afterwards.
+bool MakeFolders(const std::string& path);
 
 }  // namespace velmora
 

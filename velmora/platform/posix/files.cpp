@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
+#include <memory>
 
 #include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/file_descriptor.h"
@@ -91,6 +93,24 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
 bool FileOrFolderExists(const CString& path) {
   struct stat status {};
   return stat(NativePath(path).c_str(), &status) == 0;
+}
+
+std::optional<CString> RealPath(const CString& path) {
+  struct Free {
+    void operator()(char* text) const { std::free(text); }
+  };
+  const std::unique_ptr<char, Free> found(realpath(NativePath(path).c_str(), nullptr));
+  if (!found) return std::nullopt;
+  // Name by name: a name may contain a backslash.
+  std::string_view rest = found.get();
+  std::wstring real;
+  while (!rest.empty()) {
+    rest.remove_prefix(1);
+    const std::string_view name = rest.substr(0, rest.find('/'));
+    real += L'\\' + TextFromName(name);
+    rest.remove_prefix(name.size());
+  }
+  return CString(std::wstring_view(real));
 }
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {

@@ -12,7 +12,6 @@
 #include <thread>
 
 #include "velmora/platform/posix/native_path.h"
-#include "velmora/platform/temporary_name.h"
 
 namespace velmora {
 namespace {

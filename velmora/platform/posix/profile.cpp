@@ -1,7 +1,7 @@
 #include "velmora/platform/profile.h"
 
 #include "velmora/platform/files.h"
-#include "velmora/platform/posix/folders.h"
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/profile_file.h"
 #include "velmora/platform/profile_text.h"

@@ -10,7 +10,6 @@
 #include <optional>
 
 #include "velmora/platform/posix/disk_calls.h"
-#include "velmora/platform/posix/folders.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/posix/new_file.h"
 #include "velmora/platform/registry_store.h"

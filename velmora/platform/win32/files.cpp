@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/platform/win32/new_file.h"
@@ -116,6 +117,21 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
 }
 
 bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }
+
+std::optional<CString> RealPath(const CString& path) {
+  const FileHandle entry(CreateFileW(SystemPath(path), 0, kShareAll, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  if (!entry) return std::nullopt;
+  std::wstring real(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetFinalPathNameByHandleW(entry.Get(), real.data(), static_cast<DWORD>(real.size()),
+                                                   FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+    if (length == 0) return std::nullopt;
+    const bool fits = length < real.size();
+    real.resize(length);
+    if (fits) return CString(std::wstring_view(real));
+  }
+}
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   const std::wstring path = SystemPath(from);

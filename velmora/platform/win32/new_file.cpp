@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "velmora/platform/temporary_name.h"
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/text/letters.h"
 
