@@ -9,13 +9,13 @@
 namespace velmora {
 namespace {
 
-// Stands for the Windows folder. Empty when nobody's data folder is known.
+// In place of the Windows folder. Empty when the user's data folder is unknown.
 std::string FolderOfBareNames() {
   const std::string data = UserDataFolder();
   return data.empty() ? data : data + "/velmora";
 }
 
-// Empty when there is none.
+// Empty when there is no such folder.
 CString ProfilePath(const CString& file) {
   if (file.IsEmpty() || !IsBareFileName(file)) return file;
   const std::string folder = FolderOfBareNames();

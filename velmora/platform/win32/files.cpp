@@ -31,7 +31,7 @@ FileTime LocalTime(const FILETIME& time) {
           .second = local.wSecond};
 }
 
-// `Data` is any of the system's records that begin alike.
+// `Data` is any of the system's records with these members.
 template <class Data>
 FileStatus StatusOf(const Data& data) {
   const DWORD attributes = data.dwFileAttributes;
@@ -47,7 +47,7 @@ FileStatus StatusOf(const Data& data) {
   return status;
 }
 
-// "NUL", "aux.txt" and their like are devices in every folder, where the system says so.
+// "NUL", "aux.txt" and similar names are devices in every folder.
 bool NamesDevice(const wchar_t* path) {
   wchar_t full[MAX_PATH] = L"";
   const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
@@ -82,7 +82,7 @@ bool IsFolder(const wchar_t* path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// Waits for a program that is just replacing the file.
+// Waits while another program replaces the file.
 FileHandle OpenFileToRead(const wchar_t* path) {
   FileHandle file;
   if (IsFolder(path)) return file;
