@@ -1,4 +1,4 @@
-// velmora link and velmora formats, run for real.
+// The command's area link, run for real.
 #include <utility>
 
 #include "tests/link/stand_in.h"
@@ -48,17 +48,6 @@ TEST_F(LinkCommand, AScriptWithAFaultIsNamedWithItsLine) {
   for (const auto& [script, what] : kFaults)
     ExpectRefused(RunVelmora({"link", "serve", "--script", "-"}, script),
                   std::string("standard input") + what);
-}
-
-TEST_F(LinkCommand, FormatsAsTableAndDrawing) {
-  EXPECT_EQ(RunVelmora({"formats", "A3XL", "--json"}).out,
-            "[\n  {\"name\": \"A3XL\", \"area_width\": 774, \"area_height\": 250, \"frame_width\": 794, "
-            "\"frame_height\": 280, \"sheet_width\": 843, \"sheet_height\": 297}\n]\n");
-  const std::string drawing = RunVelmora({"formats", "--svg", "-"}).out;
-  EXPECT_NE(drawing.find("sheet 843 × 297 mm"), std::string::npos);
-  EXPECT_NE(drawing.find("width=\"84.3\" height=\"29.7\""), std::string::npos);
-  EXPECT_TRUE(drawing.ends_with("</svg>\n"));
-  ExpectRefused(RunVelmora({"formats", "a4"}), "there are A0, A1,");
 }
 
 }  // namespace

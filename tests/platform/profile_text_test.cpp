@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "velmora/text/string.h"
 
@@ -45,37 +43,6 @@ TEST(ProfileText, ChangesOneLineOnly) {
     std::string changed;
     EXPECT_EQ(ChangeProfile(each.before, each.section, each.key, value, &changed), ProfileChange::kDone);
     EXPECT_EQ(changed, each.after);
-  }
-}
-
-// Whatever the profile, a change shows in what it concerns and in nothing else.
-TEST(ProfileText, ChangesOfAnyProfile) {
-  const std::string_view pieces[] = {"[S]", "[T]",        "[s]",  "[S]x", "[]k=1", "[",    "]",
-                                     "k=1", " l = \"2\"", "l=",   ";k=3", "k",     "junk", "=4",
-                                     "=",   "\"",         "\xE5", "\t",   "\x1A",  "\r\n", "\n",
-                                     "\r",  "\r\n",       "\n",   "\r\n"};
-  const std::wstring_view sections[] = {L"S", L"T", L"x"};
-  const std::wstring_view keys[] = {L"k", L"l", L"junk", L"=", L"[", L"\u00E5"};
-  std::mt19937 random(20);
-  const auto pick = [&](const auto& from) { return from[random() % std::size(from)]; };
-  for (int round = 0; round < 20'000; ++round) {
-    std::string before = round % 3 == 0 ? "\xEF\xBB\xBF" : "";
-    for (size_t count = random() % 12; count > 0; --count) before += pick(pieces);
-    const std::wstring_view section = pick(sections);
-    const std::wstring_view key = keys[random() % 3];
-    const auto value = round % 2 == 0 ? std::optional<std::wstring>(L"new") : std::nullopt;
-    std::string after = before;
-    ASSERT_NE(ChangeProfile(before, section, key, value, &after), ProfileChange::kRefused);
-    for (const std::wstring_view other_section : sections) {
-      for (const std::wstring_view other : keys) {
-        const bool concerned = other_section == section && other == key;
-        if (concerned && !value) continue;  // a second one of the name may show now
-        const auto expected = concerned ? value : FindProfileValue(before, other_section, other);
-        ASSERT_TRUE(FindProfileValue(after, other_section, other) == expected)
-            << before << "\n-- to\n"
-            << after << "\n-- for " << ToUtf8(CString(other));
-      }
-    }
   }
 }
 
