@@ -14,6 +14,7 @@
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/version.h"
 
 namespace velmora::cli {

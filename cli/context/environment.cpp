@@ -6,6 +6,7 @@
 #include "velmora/common/paths.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/user_folders.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/shell_folders.h"
 

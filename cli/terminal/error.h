@@ -32,9 +32,6 @@ std::string Printable(std::string_view text);
 // The user's text in double quotes for an error line: printable, cut to a readable length.
 std::string Quoted(std::string_view text);
 
-// The default button of a message box of this style.
-int DefaultButton(unsigned style);
-
 }  // namespace velmora::cli
 
 #endif  // VELMORA_CLI_TERMINAL_ERROR_H_

@@ -7,6 +7,7 @@
 
 #include "cli/terminal/error.h"
 #include "velmora/platform/console.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {

@@ -6,6 +6,9 @@
 
 namespace velmora {
 
+// The style's default button, the answer where nobody can press one.
+int DefaultButton(unsigned style);
+
 // Whether the calling thread has a main window that can own a box; false on systems without windows.
 bool HasMainWindow();
 
