@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
 #include <cwchar>
 #include <limits>
 #include <string>
@@ -12,6 +11,7 @@
 
 #include "tests/support/print_text.h"
 #include "tests/support/test_files.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/project/dir_entry.h"
 
 namespace velmora {
@@ -193,21 +193,14 @@ TEST(DirSort, TheValueHoldsWhileInitRunsAndWhatTheSortThrowsPassesThrough) {
   EXPECT_THROW(list.Init(folder.File(L"*"), 3, 1, 0, 0), const wchar_t*);
 }
 
-// By the system's clock and zone.
 TEST(DirSort, ANewFileHasTodaysDate) {
   const TemporaryFolder folder;
-  const auto today = [] {
-    const std::time_t now = std::time(nullptr);
-    wchar_t text[11];
-    std::wcsftime(text, 11, L"%Y-%m-%d", std::localtime(&now));
-    return std::wstring(text);
-  };
-  const std::wstring before = today();
-  CDirSort list;
+  const CString before = TodayText();
   WriteBytes(folder.File(L"a"), "");
+  CDirSort list;
   list.Init(folder.File(L"*"), 1, 1, 0, 0);
   ASSERT_EQ(list.Home(), 0);
-  EXPECT_TRUE(list.pael->datum == before || list.pael->datum == today()) << ToUtf8(list.pael->datum);
+  EXPECT_TRUE(list.pael->datum == before || list.pael->datum == TodayText()) << ToUtf8(list.pael->datum);
 }
 
 }  // namespace
