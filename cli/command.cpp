@@ -13,8 +13,8 @@
 #include "cli/project/commands.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/terminal.h"
 #include "velmora/common/messages.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/version.h"
 
 namespace velmora::cli {
@@ -29,7 +29,7 @@ void PrintLine(std::FILE* to, const std::string& line) {
   if (line.empty() || line.back() != '\n') std::fputc('\n', to);
 }
 
-// The command as far as its area and verb were understood, and how it was called.
+// The innermost area or verb that was recognised, and its words on the command line.
 struct Understood {
   const CLI::App* app;
   std::string called_as;  // without "velmora"
@@ -50,19 +50,20 @@ std::string Joined(const std::vector<std::string>& words, const char* between) {
   return all;
 }
 
-// Says more than the parser does where a word is not known.
-std::string UsageTrouble(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
+// An unknown or missing word is answered with the words that may stand there; for other errors the parser's
+// own text is enough.
+std::string UsageError(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   std::vector<std::string> verbs;
   for (const CLI::App* verb : at.app->get_subcommands([](const CLI::App*) { return true; }))
     verbs.push_back(verb->get_name());
   if (!verbs.empty()) {
     const std::string known = "\"velmora" + (at.called_as.empty() ? "" : " " + at.called_as) +
-                              "\" is followed by one of " + Joined(verbs, ", ");
-    return unknown.empty() ? known : Quoted(unknown.front()) + " is not known here: " + known;
+                              "\" takes one of " + Joined(verbs, ", ");
+    return unknown.empty() ? known : "unknown word " + Quoted(unknown.front()) + ": " + known;
   }
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
-    return "not expected: " + Joined(unknown, " ");
+    return "unexpected: " + Joined(unknown, " ");
   return error.what();
 }
 
@@ -73,7 +74,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     return kDone;
   } catch (const CLI::CallForHelp&) {
     const Understood asked = Deepest(app);
-    // The parser puts the name itself behind what it is given.
+    // The parser appends the name to the text that it is given.
     const std::string called_as = "velmora " + asked.called_as;
     PrintLine(stdout,
               asked.app->help(asked.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' '))));
@@ -83,8 +84,8 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     return kDone;
   } catch (const CLI::ParseError& error) {
     const Understood at = Deepest(app);
-    Warn(UsageTrouble(app, at, error) + " (velmora " + at.called_as + (at.called_as.empty() ? "" : " ") +
-         "--help tells more)");
+    Warn(UsageError(app, at, error) + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") +
+         "--help)");
     return kWrongUsage;
   }
 }
@@ -92,8 +93,8 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
 }  // namespace
 
 int RunCommand(std::vector<std::string> arguments) {
-  // The library's boxes have no window here: every operation's result is looked at, and the line that
-  // the user gets says more than the box does.
+  // The library's message boxes are not shown: every operation's result is checked, and the command's own
+  // error line says more than the box.
   SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });
 
   CLI::App app("Geotechnical field data: borings and soundings placed along road alignments.", "velmora");
@@ -118,7 +119,7 @@ int RunCommand(std::vector<std::string> arguments) {
     return kRefused;
   } catch (const ExitWith& exit) {
     return exit.status;
-  } catch (const wchar_t*) {  // the library's lists, when memory runs out
+  } catch (const wchar_t*) {  // thrown by the library's lists when memory runs out
     Warn("out of memory; try a smaller file");
     return kRefused;
   } catch (const std::bad_alloc&) {

@@ -7,8 +7,8 @@
 
 namespace velmora::cli {
 
-// Runs the command with the arguments that follow its name, in UTF-8 (or, where the system has them,
-// in bytes of no known encoding). Returns the exit status: 0 done, 1 not found or refused, 2 wrong usage.
+// Runs the command with the arguments that follow its name, in UTF-8 (on Linux also bytes of unknown
+// encoding). Returns the exit status: 0 done, 1 not found or refused, 2 wrong usage.
 int RunCommand(std::vector<std::string> arguments);
 
 }  // namespace velmora::cli

@@ -1,5 +1,5 @@
-// The conversation with the field-data program: a server that sends each line of the input. Arguments: the
-// project's folder and a text to send. The channel is one of our own; nothing leaves the program.
+// The client of the conversation: a server that sends each line of the input, over a channel within the
+// program. Arguments: the project's folder and a text to send.
 #include "velmora/link/conversation.h"
 
 #include <array>
@@ -70,7 +70,7 @@ struct Window : NotifyWindow {
   int notified = 0;
 };
 
-// As far as the first zero, at most as much as is carried.
+// Up to the first zero, and to the longest text.
 std::string Carried(const std::string& text) { return std::string(text.c_str()).substr(0, 511); }
 
 void RequireGreeted(const std::string& line, const std::string& folder) {
@@ -81,7 +81,7 @@ void RequireGreeted(const std::string& line, const std::string& folder) {
   Require(fields >= 1 && CDdeCom::m_Pid == pid && pid > 0, "the number of the greeting");
   const bool moves = fields == 2 && std::strlen(item.data()) <= 255;
   Require(g_channel.advised == std::vector<std::string>{moves ? item.data() : "-1"},
-          "listens on the named item");
+          "advises the named item");
   if (folder.empty())
     Require(g_channel.sent.empty(), "nothing to announce");
   else

@@ -1,4 +1,4 @@
-// The list of folders that a new project gets: whatever it says, nothing is made outside the project.
+// The folder list of a new project: nothing is created outside the project.
 #include <filesystem>
 
 #include "fuzz/support/input.h"
@@ -20,7 +20,7 @@ void Run(const Input& input) {
   const std::vector<CString> around = NamesIn(ScratchFolder());
   CProjPath project;
   const int made = project.CreateProjectStructure(box + L"\\proj", &ini, 1, 0, 0, 0, 0, 0, 1);
-  Require(made == 0 || made == 1, "made or not");
+  Require(made == 0 || made == 1, "a result");
   const std::vector<CString> in_box = NamesIn(box);
   Require(in_box.size() == 1 && in_box[0] == L"proj", "nothing beside the project");
   Require(NamesIn(ScratchFolder()) == around, "nor above it");

@@ -1,4 +1,4 @@
-// Paths of the suite as paths of this system, and names of the disk as text.
+// Translation of the suite's paths, and of names on the disk.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,7 +14,7 @@
 namespace velmora::fuzz {
 namespace {
 
-// Whether a path that begins with the folder never leaves it, by its names alone.
+// Whether a path that begins with the folder stays in it, by its names.
 bool StaysInside(const std::string& path, const std::string& folder) {
   if (!path.starts_with(folder)) return false;
   int depth = 0;
@@ -31,7 +31,7 @@ void RequireDriveHolds(std::wstring_view text, const std::string& drive) {
   if (!native.empty() && absolute) Require(StaysInside(native, drive), "a drive's paths stay in its folder");
 }
 
-// A file of this name is listed, and found again by the name that the listing gives.
+// A file of this name is listed, and opened by the listed name.
 void RequireFound(std::string name) {
   std::erase(name, '/');
   name = name.substr(0, 200).c_str();

@@ -1,5 +1,5 @@
-// Private profiles: finding values, and changes that touch no other line. Arguments: section, key and value,
-// thrice. The same bytes as an installation's ini file.
+// Private profiles: reading values, and changes that affect no other line. Arguments: section, key and value,
+// three times. The same bytes are read as an installation's ini file.
 #include <cstdlib>
 #include <set>
 
@@ -15,10 +15,10 @@
 namespace velmora::fuzz {
 namespace {
 
-constexpr size_t kMost = 12;  // names that are asked for
+constexpr size_t kMost = 12;  // names
 constexpr size_t kLongest = 254;
 
-// Some of what may be the names of sections and keys.
+// Some possible names of sections and keys.
 void FindNames(std::string_view bytes, std::set<std::wstring>* sections, std::set<std::wstring>* keys) {
   std::wstring text;
   AppendDecoded(bytes, EncodingFromMark(bytes), &text);
@@ -43,7 +43,7 @@ bool IsSame(std::wstring_view a, const CString& b) {
   return EqualNoCase(TrimProfileBlanks(a), TrimProfileBlanks(b.GetView()));
 }
 
-// What differs between two files lies in one line of the old one.
+// The files differ in one line of the old one.
 void RequireOneLineChanged(std::string_view before, std::string_view after) {
   if (IsUtf16(EncodingFromMark(before))) return;
   const auto differ = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
@@ -62,13 +62,14 @@ void Change(const CString& path, const CString& section, const CString& key, con
   const bool written = WriteProfile(section, key, value.IsEmpty() ? nullptr : value.GetString(), path);
   const std::string after = ReadBytes(path);
   RequireOneLineChanged(before, after);
-  Require(written || before == after, "a refused write leaves the file");
+  Require(written || before == after, "a refused write leaves the file unchanged");
   if (written && !value.IsEmpty())
-    Require(ReadProfile(section, key, path).GetView() == AsRead(value.GetView()), "what was written is read");
+    Require(ReadProfile(section, key, path).GetView() == AsRead(value.GetView()), "a written value is read");
   for (const std::wstring& s : sections)
     for (const std::wstring& k : keys)
       if (!IsSame(s, section) || !IsSame(k, key))
-        Require(FindProfileValue(after, s, k) == FindProfileValue(before, s, k), "other values stay");
+        Require(FindProfileValue(after, s, k) == FindProfileValue(before, s, k),
+                "other values are unchanged");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
-// The registry: any bytes as a value, read as every type; and any file in the place of its database.
+// The registry: any bytes as a value, read as every type; and any file as its database.
 // Argument: the value's type.
 #include "velmora/environment/registry.h"
+
+#include <functional>
 
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
@@ -24,10 +26,10 @@ void RequireStored(const RegistryKey& key, unsigned type, const std::string& byt
   if (!read.empty())
     Require(key.Read(kValue, std::span(read).first(read.size() - 1), &size) == kRegistryMoreData &&
                 size == read.size(),
-            "a buffer that is too small is told");
+            "a buffer that is too small is reported");
 }
 
-// One of the types, for each call opens the registry.
+// Reads the value as one type: each call opens the registry.
 void ReadAs(unsigned which, const CString& name) {
   CRegistry registry;
   registry.SetKey(kKey, 0, KEY_READ);
@@ -35,32 +37,13 @@ void ReadAs(unsigned which, const CString& name) {
   CSize size;
   CRect rect;
   CFont font;
-  switch (which % 8) {
-    case 0:
-      registry.ReadBool(name, 0);
-      break;
-    case 1:
-      registry.ReadDword(name, 0);
-      break;
-    case 2:
-      registry.ReadFloat(name, 0);
-      break;
-    case 3:
-      registry.ReadDateTime(name, {});
-      break;
-    case 4:
-      registry.ReadPoint(name, &point);
-      break;
-    case 5:
-      registry.ReadSize(name, &size);
-      break;
-    case 6:
-      registry.ReadRect(name, &rect);
-      break;
-    default:
-      registry.ReadFont(name, &font);
-      break;
-  }
+  const std::function<void()> kReads[] = {
+      [&] { registry.ReadBool(name, 0); },       [&] { registry.ReadDword(name, 0); },
+      [&] { registry.ReadFloat(name, 0); },      [&] { registry.ReadDateTime(name, {}); },
+      [&] { registry.ReadPoint(name, &point); }, [&] { registry.ReadSize(name, &size); },
+      [&] { registry.ReadRect(name, &rect); },   [&] { registry.ReadFont(name, &font); },
+  };
+  kReads[which % std::size(kReads)]();
   Require(registry.ReadString(name, L"").GetLength() <= kLongestString, "a text has a limit");
 }
 

@@ -1,10 +1,11 @@
-// Scripts of the stand-in for the field-data program.
+// Scripts of the simulated field-data program.
 #include "cli/link/script.h"
 
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
+#include "velmora/platform/dde_text.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::fuzz {
@@ -23,7 +24,7 @@ void Run(const Input& input) {
   for (const cli::ScriptStep& step : steps) {
     Require(step.wait_ms >= 0 || step.kind != cli::ScriptStep::Kind::kWait, "waits are not negative");
     Require((step.kind == cli::ScriptStep::Kind::kEnd) == step.text.empty(), "only the end has no text");
-    Require(cli::DecodeLinkText(cli::EncodeLinkText(step.text, "", cli::kLongestScripted)) == step.text,
+    Require(Utf8FromDdeText(cli::EncodeLinkText(step.text, "", cli::kLongestScripted)) == step.text,
             "texts can be sent");
   }
   // Everything is played, however it waits.
@@ -31,7 +32,7 @@ void Run(const Input& input) {
   cli::ScriptPlayer::Time now;
   size_t played = 0;
   for (size_t asked = 0; asked < 2 * steps.size() + 1; ++asked) {
-    player.Listens("-1");
+    player.Advise("-1");
     if (player.Next(now) != nullptr) ++played;
     now += std::chrono::hours(1);
   }

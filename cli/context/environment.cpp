@@ -1,11 +1,12 @@
 #include "cli/context/environment.h"
 
-#include "cli/env/registry_trouble.h"
+#include "cli/context/registry_trouble.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/user_folders.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/shell_folders.h"
 

@@ -17,15 +17,15 @@ void AddSub(CLI::App* verb, const Options& options) {
 }
 
 void AddRegistry(CLI::App* env) {
-  CLI::App* registry = env->add_subcommand("registry", "The registry, or what stands for it on this system");
+  CLI::App* registry =
+      env->add_subcommand("registry", "The Windows registry, or its replacement on this system");
   registry->require_subcommand(1);
   const auto options = std::make_shared<EnvOptions>();
   constexpr char kKeyHelp[] = "Key, as HKLM\\SOFTWARE\\Name or HKCU\\Software\\Name";
   CLI::App* get = AddVerb(registry, "get", "Print a value", options, RegistryGet);
   get->add_option("KEY", options->key, kKeyHelp)->required();
   get->add_option("NAME", options->section, "Name of the value")->required();
-  CLI::App* set =
-      AddVerb(registry, "set", "Store a text; the key is made when it is missing", options, RegistrySet);
+  CLI::App* set = AddVerb(registry, "set", "Store a text; a missing key is created", options, RegistrySet);
   set->add_option("KEY", options->key, kKeyHelp)->required();
   set->add_option("NAME", options->section, "Name of the value")->required();
   set->add_option("VALUE", options->value, "Text")->required();
@@ -57,17 +57,16 @@ void AddEnvCommands(CLI::App& app) {
   set->add_option("VALUE", options->value, "Value")->required();
 
   CLI::App* setup =
-      AddVerb(env, "setup", "Set up the current user, telling each thing decided", options, EnvSetup);
+      AddVerb(env, "setup", "Set up the current user and print each decision", options, EnvSetup);
   AddSub(setup, options);
 
-  CLI::App* sync =
-      AddVerb(env, "sync", "Bring the user's copies of the shared files up to date", options, EnvSync);
+  CLI::App* sync = AddVerb(env, "sync", "Update the user's copies of the shared files", options, EnvSync);
   AddSub(sync, options);
-  sync->add_flag("--dry-run", options->dry_run, "Only tell what would be copied");
+  sync->add_flag("--dry-run", options->dry_run, "Only print what would be copied");
   AddOutputOptions(sync, &options->output);
 
-  CLI::App* install = AddVerb(env, "install", "Make a working sample installation", options, EnvInstall);
-  install->add_option("--to", options->to, "Folder for it, made when it is missing")
+  CLI::App* install = AddVerb(env, "install", "Create a working sample installation", options, EnvInstall);
+  install->add_option("--to", options->to, "Target folder; created when it is missing")
       ->required()
       ->type_name("DIR");
   AddSub(install, options);

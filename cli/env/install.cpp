@@ -1,5 +1,5 @@
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/env/sample_files.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
@@ -18,16 +18,18 @@ namespace {
 constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 
 void Require(bool good, const CString& path, const std::string& what) {
-  if (!good) throw Refusal(At(PathForDisplay(path), what + "; check the permissions and the space there"));
+  if (!good) throw Refusal(At(PathForDisplay(path), what + "; check permissions and disk space"));
 }
 
-void MakeFolders(const CString& path) { Require(!MakeFolderLevels(path), path, "the folder cannot be made"); }
+void MakeFolders(const CString& path) {
+  Require(!MakeFolderLevels(path), path, "the folder cannot be created");
+}
 
-// Files that are there already are the user's.
+// Leaves an existing file as it is: the user may have changed it.
 void PutFile(const CString& path, std::string_view text) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (status && status->kind == FileKind::kFolder)
-    throw Refusal(At(PathForDisplay(path), "is a folder, and a file belongs there; move it away"));
+    throw Refusal(At(PathForDisplay(path), "is a folder where a file is needed; move it away"));
   if (status) return;
   Require(ReplaceFileContent(path, text), path, "the file cannot be written");
 }
@@ -37,8 +39,8 @@ void PutRegistry(HKEY root, const CString& path, const wchar_t* name, const CStr
     throw Refusal("the registry cannot be written; check the path in VELMORA_REGISTRY and its permissions");
 }
 
-// Empty when there is no such value. A registry that cannot be read is not taken for one without it: what is
-// written then would replace it.
+// Empty when there is no such value. Throws a Refusal when the registry cannot be read, so that no existing
+// value is overwritten.
 CString RegisteredText(HKEY root, const CString& path, const wchar_t* name) {
   CRegistry registry;
   registry.SetRootKey(root);
@@ -50,7 +52,7 @@ CString RegisteredText(HKEY root, const CString& path, const wchar_t* name) {
   return text;
 }
 
-// A folder that the shell has registered. A system without one gets the folder given.
+// The folder that the shell has registered; otherwise `otherwise`, which is then registered.
 CString ShellFolder(HKEY root, const wchar_t* name, const CString& otherwise) {
   const CString known = RegisteredText(root, kShellFolders, name);
   if (known.IsEmpty()) PutRegistry(root, kShellFolders, name, otherwise);
@@ -67,8 +69,8 @@ CString RegisteredFolder(const CString& sub) {
   return CString();
 }
 
-// Puts the key MAPPAR into an ini file without one. A profile that cannot be read has no keys, so it is read
-// here.
+// Adds the key MAPPAR to an ini file without one. Reads the file itself, because ReadProfile returns empty
+// for an unreadable file too.
 void PutFolderList(const CString& ini, const CString& list) {
   TextReader reader;
   bool named = false;
@@ -83,7 +85,7 @@ void PutFolderList(const CString& ini, const CString& list) {
 }
 
 CString AbsoluteFolder(const std::string& given) {
-  if (given.empty()) throw Refusal("--to needs the name of a folder");
+  if (given.empty()) throw Refusal("--to needs a folder");
   CString folder = PathFromSystem(AbsolutePath(given));
   while (folder.GetLength() > 3 && folder.GetAt(folder.GetLength() - 1) == L'\\')
     folder = folder.Left(folder.GetLength() - 1);
@@ -95,13 +97,13 @@ CString AbsoluteFolder(const std::string& given) {
 void EnvInstall(const EnvOptions& options) {
   const CString sub = FromUtf8(options.sub);
   if (sub.GetLength() != 2 || !StaysInsideFolder(sub.GetView()))
-    throw Refusal("--sub is the two characters of a folder's name, as sv");
+    throw Refusal("--sub takes a folder name of two characters, for example sv");
   const CString to = AbsoluteFolder(options.to);
   const CString program = JoinPath(to, L"Program");
   const CString registered = RegisteredFolder(sub);
   if (!registered.IsEmpty() && registered.CompareNoCase(program) != 0)
     throw Refusal(At(PathForDisplay(registered), "is registered as the installation " + Quoted(options.sub) +
-                                                     " already; take that one, or give --sub another name"));
+                                                     " already; use it, or give --sub another name"));
 
   MakeFolders(program);
   const CString user_data = ShellFolder(HKEY_CURRENT_USER, L"Appdata", JoinPath(to, L"AppData"));
@@ -119,7 +121,7 @@ void EnvInstall(const EnvOptions& options) {
           "user\r\n[SYSTEM]\r\nACADVER=24\r\nCIVILDRAWINGVER=24\r\nAUTOGEN=NEJ\r\n"
           "POSTCAD=AUTOCAD\r\nBANKCAD=AUTOCAD\r\n\r\n[ARKIV]\r\n");
   PutFolderList(ini, JoinPath(user_folder, L"MAPPAR.TXT"));
-  // The same for programs that go by the environment variable TUNDRIL.
+  // For programs that find their ini file by the environment variable TUNDRIL.
   PutFile(JoinPath(program, kIniName), "[SYSTEM]\r\nACADVER=24\r\n");
 
   const CString key = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20\\" + sub;

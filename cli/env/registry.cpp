@@ -1,7 +1,7 @@
 #include <cstdint>
 
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/letters.h"
@@ -14,7 +14,7 @@ struct KeyPath {
   CString path;
 };
 
-// "HKLM\SOFTWARE\Name", the root long or short, slashes as good as backslashes.
+// "HKLM\SOFTWARE\Name", the root in its long or short form, with slashes or backslashes.
 KeyPath ParseKeyPath(const std::string& text) {
   const struct {
     const wchar_t* name;
@@ -33,7 +33,7 @@ KeyPath ParseKeyPath(const std::string& text) {
   for (const auto& root : kRoots)
     if (EqualNoCase(path.substr(0, cut), root.name))
       return {root.root, CString(std::wstring_view(path).substr(std::min(cut + 1, path.size())))};
-  throw Refusal(Quoted(text) + " names no root; begin with HKLM\\, HKCU\\, HKCR\\ or HKU\\");
+  throw Refusal(Quoted(text) + " names no root; start with HKLM\\, HKCU\\, HKCR\\ or HKU\\");
 }
 
 std::string TypeName(unsigned type) {

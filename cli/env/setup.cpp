@@ -1,6 +1,6 @@
 #include "cli/context/environment.h"
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/terminal/error.h"
 #include "cli/terminal/questions.h"
 #include "velmora/environment/registry.h"
@@ -28,12 +28,12 @@ std::string Outcome(int result) {
     case 0:
       return "set up";
     case -1:
-      return "no installation is registered; make one: velmora env install --to DIR";
+      return "no installation is registered; create one: velmora env install --to DIR";
     case -4:
     case -6:
-      return "the user's folders could not be made; check the permissions of the application-data folder";
+      return "the user's folders could not be created; check the permissions of the application-data folder";
     default:
-      return "the current user has no Velmora.ini; make one: velmora env install --to DIR";
+      return "the current user has no Velmora.ini; create one: velmora env install --to DIR";
   }
 }
 
@@ -49,7 +49,8 @@ void EnvSetup(const EnvOptions& options) {
   for (const wchar_t* branch : {L"DIST", L"RELEASE", L"R20"}) {
     const std::string folder = InstallPath(branch, options.sub);
     const std::string key = "Registry " + ToUtf8(branch) + "\\" + options.sub;
-    say(key, folder.empty() ? "not registered" : folder + (taken ? " (an earlier one counts)" : ""));
+    say(key, folder.empty() ? "not registered"
+                            : folder + (taken ? " (not used: an earlier one is registered)" : ""));
     taken = taken || !folder.empty();
   }
   CTundrilIni ini;
@@ -60,7 +61,7 @@ void EnvSetup(const EnvOptions& options) {
     say("User's ini file", PathForDisplay(ini.m_iniPath));
     const CString former = FormerMakerPath(ini.m_iniPath);
     if (!former.IsEmpty() && FileOrFolderExists(former))
-      say("Former ini file", PathForDisplay(former) + " (brought over when there was no newer one)");
+      say("Former ini file", PathForDisplay(former) + " (copied when there was no newer one)");
     say("Configuration folder", PathForDisplay(ini.m_cfgDir));
   }
   if (result == 0) say("Result", Outcome(result));
@@ -74,8 +75,7 @@ void EnvSync(const EnvOptions& options) {
   RequireIni(environment);
   const UserFilePlan plan = PlanUserFileCheck(environment.ini);
   if (!plan.user_folder_exists)
-    throw Refusal(
-        At(PathForDisplay(plan.user_folder), "no such folder, and without it nothing is brought up to date"));
+    throw Refusal(At(PathForDisplay(plan.user_folder), "no such folder; nothing can be updated without it"));
   UserFilePlan after;
   if (!options.dry_run) {
     environment.ini.AllUserFileCheck();
@@ -99,7 +99,7 @@ void EnvSync(const EnvOptions& options) {
                         : file.state == UserFileState::kNewer      ? "newer"
                         : file.state == UserFileState::kOwnIniFile ? "the user's own"
                         : file.state == UserFileState::kUnreadable ? "unreadable"
-                        : file.state == UserFileState::kForbidden  ? "no name for a file"
+                        : file.state == UserFileState::kForbidden  ? "not a file name"
                                                                    : "up to date";
     std::string done = "left";
     if (wanted(file)) {
@@ -112,8 +112,7 @@ void EnvSync(const EnvOptions& options) {
   }
   records.Finish();
   sink.Finish();
-  if (failed)
-    throw Refusal("some files could not be copied; check the permissions and the space of their folders");
+  if (failed) throw Refusal("some files could not be copied; check permissions and disk space");
 }
 
 }  // namespace velmora::cli

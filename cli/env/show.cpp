@@ -37,7 +37,7 @@ constexpr std::array<KeyField, 18> kKeyFields = {{
     {"m_quorvalDrawingVer", L"QUORVALDRAWINGVER", nullptr, &CTundrilIni::m_quorvalDrawingVer},
 }};
 
-// Init reads one key by another name than the set-up, and two not at all.
+// Init misspells one key that the set-up reads, and does not read two.
 const wchar_t* KeyReadBy(FoundBy found_by, const KeyField& field) {
   if (found_by == FoundBy::kRegistry) return field.key;
   if (field.text == &CTundrilIni::m_civilDrawingExe) return L"CIILDRAWINGEXE";
@@ -76,7 +76,7 @@ void EnvShow(const EnvOptions& options) {
       : environment.found_by == FoundBy::kRegistry ? "the user's application data"
                                                    : "program folder");
   row("m_package", ToUtf8(ini.m_package),
-      ini.m_package[0] == 0 ? "known to programs in the program folder" : "registry, Package");
+      ini.m_package[0] == 0 ? "set for programs in the program folder" : "registry, Package");
   row("m_today", ToUtf8(ini.m_today), "clock");
   for (const KeyField& field : kKeyFields) {
     const wchar_t* key = KeyReadBy(environment.found_by, field);
@@ -95,9 +95,9 @@ void EnvShow(const EnvOptions& options) {
   if (environment.found_by != FoundBy::kNothing) return;
   if (!environment.missing_ini.IsEmpty())
     Warn(At(PathForDisplay(environment.missing_ini),
-            "the current user's ini file is missing or no file, these are the defaults"));
+            "the current user's ini file is missing or not a file; defaults are shown"));
   else
-    Warn("no installation found, these are the defaults; make one: velmora env install --to DIR");
+    Warn("no installation found; defaults are shown. Create one: velmora env install --to DIR");
 }
 
 void EnvGet(const EnvOptions& options) {
@@ -122,16 +122,17 @@ void EnvSet(const EnvOptions& options) {
   };
   if (options.section.empty() || bad(options.section, "]\r\n") || options.key.empty() ||
       bad(options.key, "=\r\n") || bad(options.value, "\r\n"))
-    throw Refusal("a section has no \"]\", a key no \"=\", and none of them a line end; nothing was written");
+    throw Refusal(
+        "a section cannot contain \"]\", a key \"=\", and none of them a line end; nothing was written");
   const CString value = FromUtf8(options.value);
   if (value.GetLength() > 254)
     throw Refusal("the value has " + std::to_string(value.GetLength()) +
-                  " characters and is read back to 254 only; nothing was written");
+                  " characters, at most 254 can be read back; nothing was written");
   if (environment.ini.WriteKey(FromUtf8(options.section), FromUtf8(options.key), value) == 0)
     throw Refusal(
         At(PathForDisplay(environment.ini.m_iniPath),
-           "cannot be written (write-protected, a full disk, or a letter that its encoding lacks); it is as "
-           "it was"));
+           "cannot be written (write-protected, disk full, or a letter outside its encoding); the file is "
+           "unchanged"));
 }
 
 }  // namespace velmora::cli

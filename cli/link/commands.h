@@ -20,8 +20,8 @@ struct LinkOptions {
   std::vector<std::string> texts;  // send
   std::string project;             // send
   std::string script;              // serve
-  bool once = false;               // serve: until the first client has gone
-  std::int64_t count = 0;          // listen: until so many have come; 0: without end
+  bool once = false;               // serve: stop when the first client has disconnected
+  std::int64_t count = 0;          // listen: stop after so many; 0: never
   OutputOptions output;
 };
 
@@ -29,8 +29,8 @@ void LinkSend(const LinkOptions& options);
 void LinkListen(const LinkOptions& options);
 void LinkServe(const LinkOptions& options);
 
-// How long a command sleeps before it looks whether it is to end.
-inline constexpr int kTurn = 100;  // ms
+// Longest wait before a command checks whether it was interrupted.
+inline constexpr int kPollInterval = 100;  // ms
 
 }  // namespace velmora::cli
 

@@ -9,23 +9,17 @@ namespace velmora::cli {
 std::string EncodeLinkText(std::string_view utf8, const std::string& what, size_t longest) {
   std::string bytes;
   if (!AppendEncoded(WideFromUtf8(utf8), TextEncoding::kWindows1252, &bytes))
-    throw Refusal(what + " has a letter that the conversation cannot carry (Windows-1252): " + Quoted(utf8));
+    throw Refusal(what + " has a letter outside Windows-1252: " + Quoted(utf8));
   if (bytes.size() > longest)
-    throw Refusal(what + " has " + std::to_string(bytes.size()) + " characters, and " +
-                  std::to_string(longest) + " are the most; shorten " + Quoted(utf8));
+    throw Refusal(what + " has " + std::to_string(bytes.size()) + " characters, at most " +
+                  std::to_string(longest) + " are allowed: " + Quoted(utf8));
   return bytes;
-}
-
-std::string DecodeLinkText(std::string_view bytes) {
-  std::wstring text;
-  AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
-  return Utf8FromWide(text);
 }
 
 void ConnectToProgram() {
   if (CDdeCom::Connect() < 0)
     throw Refusal(
-        "the field-data program does not answer; start it, or stand in for it with: velmora link serve");
+        "the field-data program does not answer; start it, or simulate it with: velmora link serve");
 }
 
 }  // namespace velmora::cli

@@ -1,14 +1,14 @@
 #include "cli/link/commands.h"
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/interrupt.h"
 #include "velmora/link/dde_com.h"
+#include "velmora/platform/console.h"
 
 namespace velmora::cli {
 namespace {
 
-// Keeps what comes until it is printed, outside the conversation, where printing may fail.
-struct Kept : NotifyWindow {
+// Queues notifications; they are printed outside the callback, because printing may throw.
+struct NotificationQueue : NotifyWindow {
   struct Notification {
     std::int64_t message, wParam, lParam;
   };
@@ -25,8 +25,8 @@ struct Kept : NotifyWindow {
 void LinkListen(const LinkOptions& options) {
   const Interrupt interrupt;
   CDdeCom com;
-  Kept kept;
-  com.m_pNotifyWnd = &kept;
+  NotificationQueue queue;
+  com.m_pNotifyWnd = &queue;
   ConnectToProgram();
   OutputFile sink("");
   RecordWriter records(
@@ -35,21 +35,21 @@ void LinkListen(const LinkOptions& options) {
   records.Begin();
   sink.Finish();
   std::int64_t count = 0;
-  const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Asked(); };
+  const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Requested(); };
   for (bool there = true; there && !done();) {
-    there = CDdeCom::HandlePending(kTurn) || CDdeCom::IsServerThere();
-    for (const Kept::Notification& kept_one : kept.notifications) {
+    there = CDdeCom::HandlePending(kPollInterval) || CDdeCom::IsServerThere();
+    for (const NotificationQueue::Notification& each : queue.notifications) {
       if (done()) break;
       ++count;
-      records.Row({kept_one.message, kept_one.wParam, kept_one.lParam});
+      records.Row({each.message, each.wParam, each.lParam});
       sink.Finish();  // at once
     }
-    kept.notifications.clear();
+    queue.notifications.clear();
   }
   CDdeCom::Close();
   records.Finish();
   sink.Finish();
-  if (!done()) throw Refusal("the field-data program has gone");
+  if (!done()) throw Refusal("the field-data program has ended");
 }
 
 }  // namespace velmora::cli

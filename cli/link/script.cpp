@@ -18,7 +18,7 @@ constexpr struct {
   Kind kind;
 } kWords[] = {{L"greet", Kind::kGreet}, {L"send", Kind::kSend}, {L"wait", Kind::kWait}, {L"end", Kind::kEnd}};
 
-// Nothing for a line that is no step; throws a Refusal with the reason only.
+// Nothing for a comment or an empty line; throws a Refusal with the reason only.
 std::optional<ScriptStep> ParseStep(std::wstring_view line) {
   line = TrimBlanks(line);
   if (line.empty() || line.front() == L'#') return std::nullopt;
@@ -28,15 +28,14 @@ std::optional<ScriptStep> ParseStep(std::wstring_view line) {
     if (known.word != word) continue;
     ScriptStep step{known.kind, Utf8FromWide(rest)};
     if ((step.kind == Kind::kEnd) != rest.empty())
-      throw Refusal(Quoted(Utf8FromWide(word)) +
-                    (rest.empty() ? " needs something behind it" : " stands alone"));
+      throw Refusal(Quoted(Utf8FromWide(word)) + (rest.empty() ? " needs a value" : " takes no value"));
     NumberScanner scanner(rest);
     const bool is_number = scanner.Next(&step.wait_ms) && TrimBlanks(scanner.Rest()).empty();
     if (step.kind == Kind::kWait && (!is_number || step.wait_ms < 0 || step.wait_ms > kLongestWait))
-      throw Refusal("\"wait\" takes milliseconds, at most " + std::to_string(kLongestWait));
+      throw Refusal("\"wait\" takes a number of milliseconds, at most " + std::to_string(kLongestWait));
     return step;
   }
-  throw Refusal(Quoted(Utf8FromWide(word)) + " is no step; there are greet, send, wait and end");
+  throw Refusal(Quoted(Utf8FromWide(word)) + " is not a step; the steps are greet, send, wait and end");
 }
 
 }  // namespace
@@ -55,24 +54,24 @@ std::vector<ScriptStep> ReadScript(const std::string& file) {
       ++number;
       const std::optional<ScriptStep> step = ParseStep(line.GetView());
       if (!step) continue;
-      // A client reads no more than kLongestText of it, which is for the script to try out.
+      // A client reads at most kLongestText of it; scripts may exceed that on purpose.
       EncodeLinkText(step->text, "the text", kLongestScripted);
-      if (steps.size() == kMostSteps) throw Refusal("is longer than any script; is it one?");
+      if (steps.size() == kMostSteps) throw Refusal("more than " + std::to_string(kMostSteps) + " steps");
       steps.push_back(*step);
     }
-    if (reader.Failed()) throw Refusal("cannot be read further");
+    if (reader.Failed()) throw Refusal("read error");
   } catch (const Refusal& refusal) {
     throw Refusal(At(file, number, refusal.what()));
   }
   return steps;
 }
 
-void ScriptPlayer::Listens(const std::string& item) {
+void ScriptPlayer::Advise(const std::string& item) {
   item_ = item;
   greeted_ = false;
 }
 
-void ScriptPlayer::ListensNoMore(const std::string& item) {
+void ScriptPlayer::Unadvise(const std::string& item) {
   if (item_ == item) item_.clear();
 }
 

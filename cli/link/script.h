@@ -1,12 +1,12 @@
-// What the stand-in for the field-data program plays, to each client for itself.
+// The script that the simulated field-data program runs for each client.
 //
-//   line := 'greet' blank number blank item   a greeting; then waits until the client listens anew
-//         | 'send' blank text                 text on the item that the client listens on
+//   line := 'greet' blank number blank item   a greeting; then waits for the client's next Advise
+//         | 'send' blank text                 text on the item that the client is advised on
 //         | 'wait' blank milliseconds
-//         | 'end'                             the stand-in ends at once, as a program that is killed
+//         | 'end'                             the server ends at once, without closing its conversations
 //         | '#' anything | nothing
 //
-// A script begins when the client listens for the first time.
+// It begins with the client's first Advise.
 #ifndef VELMORA_CLI_LINK_SCRIPT_H_
 #define VELMORA_CLI_LINK_SCRIPT_H_
 
@@ -27,24 +27,24 @@ struct ScriptStep {
 // Throws a Refusal that names file and line.
 std::vector<ScriptStep> ReadScript(const std::string& file);
 
-// How far one client is.
+// Runs the script for one client.
 class ScriptPlayer {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
   explicit ScriptPlayer(const std::vector<ScriptStep>& steps) : steps_(&steps) {}
 
-  void Listens(const std::string& item);
-  void ListensNoMore(const std::string& item);
+  void Advise(const std::string& item);
+  void Unadvise(const std::string& item);
   const std::string& Item() const { return item_; }
-  // The next step that sends or ends and whose time has come.
+  // The next greet, send or end that is due; null when there is none.
   const ScriptStep* Next(Time now);
 
  private:
   const std::vector<ScriptStep>* steps_;
   size_t at_ = 0;
-  std::string item_;      // empty: listens on none
-  bool greeted_ = false;  // and has not answered
+  std::string item_;      // empty: none is advised
+  bool greeted_ = false;  // and no Advise since
   std::optional<Time> pause_end_;
 };
 

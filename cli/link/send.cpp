@@ -17,8 +17,8 @@ void WaitForGreeting() {
     CDdeCom::HandlePending(watch.Left());
   if (CDdeCom::m_Pid >= 0) return;
   throw Refusal(CDdeCom::IsServerThere()
-                    ? "the field-data program is there but has not greeted; nothing was sent, try again"
-                    : "the field-data program has gone before it greeted; nothing was sent");
+                    ? "the field-data program has not sent its greeting; nothing was sent, try again"
+                    : "the field-data program ended before its greeting; nothing was sent");
 }
 
 }  // namespace
@@ -36,8 +36,8 @@ void LinkSend(const LinkOptions& options) {
   for (const std::string& text : texts) CDdeCom::DdeMessage(CStringA(text));
   const int answer = CDdeCom::WaitForReplies(kAnswerLimit);
   CDdeCom::Close();
-  if (answer < 0) throw Refusal("the field-data program has refused what was sent, or has gone");
-  if (answer > 0) Warn("sent; the field-data program has not answered within a second");
+  if (answer < 0) throw Refusal("the field-data program rejected a text or has ended");
+  if (answer > 0) Warn("sent, but not acknowledged within a second");
 }
 
 }  // namespace velmora::cli

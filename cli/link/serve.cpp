@@ -2,15 +2,16 @@
 #include <map>
 
 #include "cli/link/commands.h"
-#include "cli/link/dde_server.h"
 #include "cli/link/script.h"
 #include "cli/terminal/error.h"
-#include "cli/terminal/interrupt.h"
+#include "velmora/link/conversation.h"
+#include "velmora/platform/console.h"
+#include "velmora/platform/dde_server.h"
 
 namespace velmora::cli {
 namespace {
 
-constexpr int kSoon = 10;  // ms, while a client may have a step of the script coming
+constexpr int kScriptInterval = 10;  // ms, while a client may have a step due
 
 const char* NameOf(DdeEvent::Kind kind) {
   switch (kind) {
@@ -28,33 +29,51 @@ const char* NameOf(DdeEvent::Kind kind) {
   return "disconnect";
 }
 
-class StandIn {
+void Check(DdeServer::Status status) {
+  switch (status) {
+    case DdeServer::Status::kDone:
+      return;
+    case DdeServer::Status::kNoDde:
+      throw Refusal("the system's DDE cannot be started");
+    case DdeServer::Status::kNoSessionBus:
+      throw Refusal("there is no session bus; start one, for example with: dbus-run-session -- bash");
+    case DdeServer::Status::kNameTaken:
+      throw Refusal("the field-data program or another link serve is running on this bus; stop it first");
+    case DdeServer::Status::kDisconnected:
+      throw Refusal("the session bus has closed the connection");
+  }
+}
+
+class SimulatedServer {
  public:
-  StandIn(const std::vector<ScriptStep>& steps, OutputFormat format)
+  SimulatedServer(const std::vector<ScriptStep>& steps, OutputFormat format)
       : steps_(steps),
         records_(sink_, format,
                  {{"client", "client", true},
                   {"event", "event     "},
                   {"item", "item        "},
                   {"text", "text"}}) {
+    Check(server_.Start(conversation::kService, conversation::kTopic));
     records_.Begin();
     sink_.Finish();
   }
 
-  // Plays what is due and takes what has come. False when the script says to end.
-  bool Turn() {
+  // Runs the steps that are due and handles pending events. False when a script ends the server.
+  bool Step() {
     for (auto& [client, player] : players_) {
       while (const ScriptStep* step = player.Next(std::chrono::steady_clock::now())) {
         if (step->kind == ScriptStep::Kind::kEnd) return false;
-        server_.Send(client, player.Item(), step->text);
+        Check(server_.Send(client, player.Item(), step->text));
         Record(client, "send", player.Item(), step->text);
       }
     }
-    for (const DdeEvent& event : server_.Handle(players_.empty() ? kTurn : kSoon)) Take(event);
+    std::vector<DdeEvent> events;
+    Check(server_.Handle(players_.empty() ? kPollInterval : kScriptInterval, &events));
+    for (const DdeEvent& event : events) Take(event);
     return true;
   }
 
-  bool AClientHasGone() const { return gone_; }
+  bool AClientHasDisconnected() const { return disconnected_; }
   void Finish() {
     records_.Finish();
     sink_.Finish();
@@ -64,11 +83,11 @@ class StandIn {
   void Take(const DdeEvent& event) {
     Record(event.client, NameOf(event.kind), event.item, event.text);
     ScriptPlayer& player = players_.try_emplace(event.client, steps_).first->second;
-    if (event.kind == DdeEvent::Kind::kAdvise) player.Listens(event.item);
-    if (event.kind == DdeEvent::Kind::kUnadvise) player.ListensNoMore(event.item);
+    if (event.kind == DdeEvent::Kind::kAdvise) player.Advise(event.item);
+    if (event.kind == DdeEvent::Kind::kUnadvise) player.Unadvise(event.item);
     if (event.kind != DdeEvent::Kind::kDisconnect) return;
     players_.erase(event.client);
-    gone_ = true;
+    disconnected_ = true;
   }
 
   void Record(int client, const char* event, const std::string& item, const std::string& text) {
@@ -82,20 +101,20 @@ class StandIn {
   OutputFile sink_{""};
   RecordWriter records_;
   std::map<int, ScriptPlayer> players_;  // by client
-  bool gone_ = false;
+  bool disconnected_ = false;
 };
 
 }  // namespace
 
 void LinkServe(const LinkOptions& options) {
   const std::vector<ScriptStep> steps = ReadScript(options.script);
-  StandIn stand_in(steps, options.output.Format());
+  SimulatedServer server(steps, options.output.Format());
   const Interrupt interrupt;
   bool goes_on = true;
-  while (goes_on && !Interrupt::Asked() && !(options.once && stand_in.AClientHasGone()))
-    goes_on = stand_in.Turn();
-  stand_in.Finish();
-  // Without goodbye to the clients.
+  while (goes_on && !Interrupt::Requested() && !(options.once && server.AClientHasDisconnected()))
+    goes_on = server.Step();
+  server.Finish();
+  // Without closing the conversations.
   if (!goes_on) std::_Exit(0);
 }
 

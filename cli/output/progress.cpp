@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "cli/terminal/terminal.h"
+#include "velmora/platform/console.h"
 
 namespace velmora::cli {
 namespace {

@@ -6,7 +6,6 @@
 #include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/real_path.h"
 #include "velmora/platform/text_file.h"
 
 namespace velmora::cli {

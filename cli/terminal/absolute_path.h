@@ -1,4 +1,4 @@
-// Names given on the command line, as paths that hold whatever folder a program runs in.
+// Names from the command line as absolute paths.
 #ifndef VELMORA_CLI_TERMINAL_ABSOLUTE_PATH_H_
 #define VELMORA_CLI_TERMINAL_ABSOLUTE_PATH_H_
 
@@ -7,9 +7,9 @@
 
 namespace velmora::cli {
 
-// The system's own form of a name in UTF-8 (or in bytes of no encoding, where the system has them).
+// The system's form of a name in UTF-8 (on Linux also bytes of unknown encoding).
 std::filesystem::path SystemPath(const std::string& name);
-// The name from the root on, without "." and "..".
+// The absolute path, without "." and "..".
 std::string AbsolutePath(const std::string& name);
 
 }  // namespace velmora::cli

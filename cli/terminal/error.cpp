@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "velmora/platform/types.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::cli {
@@ -53,12 +52,6 @@ std::string Quoted(std::string_view text) {
     text.remove_prefix(length == 0 ? 1 : length);
   }
   return shown + (text.empty() ? "\"" : "...\"");
-}
-
-int DefaultButton(unsigned style) {
-  const bool yes_no = (style & 0xFU) == MB_YESNO;
-  if (!yes_no) return IDOK;
-  return (style & MB_DEFBUTTON2) != 0 ? IDNO : IDYES;
 }
 
 }  // namespace velmora::cli

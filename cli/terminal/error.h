@@ -1,4 +1,4 @@
-// How a command ends when it does not simply finish.
+// How a command ends early, and its lines on standard error.
 #ifndef VELMORA_CLI_TERMINAL_ERROR_H_
 #define VELMORA_CLI_TERMINAL_ERROR_H_
 
@@ -14,7 +14,7 @@ class Refusal : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// An exit status when everything has been said already.
+// An exit status without a message: everything has been printed already.
 struct ExitWith {
   int status;
 };
@@ -23,18 +23,14 @@ struct ExitWith {
 std::string At(const std::string& file, const std::string& what);
 std::string At(const std::string& file, std::int64_t line, const std::string& what);
 
-// A line on standard error beside the result. Notes never change the exit status.
+// Prints a line on standard error. Does not change the exit status.
 void Warn(const std::string& text);
 
-// Text as one line that a terminal takes no orders from: a line end becomes a blank, any other control
-// character "?".
+// One line with control characters replaced: a line feed by a blank, any other by "?".
 std::string Printable(std::string_view text);
 
-// For quoting a user's text in an error line: printable, cut to a readable length.
+// The user's text in double quotes for an error line: printable, cut to a readable length.
 std::string Quoted(std::string_view text);
-
-// The button that a box answers with where nobody can press one.
-int DefaultButton(unsigned style);
 
 }  // namespace velmora::cli
 

@@ -6,7 +6,8 @@
 #include <utility>
 
 #include "cli/terminal/error.h"
-#include "cli/terminal/terminal.h"
+#include "velmora/platform/console.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -16,7 +17,7 @@ int Ask(const std::string& text, unsigned style) {
   const int usual = DefaultButton(style);
   const std::string choice = usual == IDYES ? " [J/n] " : " [j/N] ";
   if (!StandardInputIsTerminal()) {
-    Warn(text + (usual == IDYES ? " Ja" : " Nej") + " (no terminal to ask on: the default answers)");
+    Warn(text + (usual == IDYES ? " Ja" : " Nej") + " (no terminal: default answer)");
     return usual;
   }
   std::fputs(("velmora: " + text + choice).c_str(), stderr);
@@ -59,7 +60,7 @@ TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
 void Confirm(const std::string& question, bool yes) {
   if (yes) return;
   if (!StandardInputIsTerminal())
-    throw Refusal(question + " There is no terminal to ask on: --yes says yes; nothing was changed");
+    throw Refusal(question + " No terminal to ask on; add --yes to answer yes. Nothing was changed");
   if (Ask(Printable(question), MB_YESNO | MB_DEFBUTTON2) != IDYES) throw Refusal("nothing was changed");
 }
 

@@ -10,11 +10,11 @@
 
 namespace velmora::cli {
 
-// While it lives, texts of the library go to standard error and its questions are asked there. Without a
-// terminal the default button answers, and the line says so.
+// While an object of it exists, message boxes of the library are printed on standard error and their
+// questions are asked there. Without a terminal the default button answers, and the line says so.
 class TerminalMessages {
  public:
-  // The texts name paths as the library spells them; those in `paths` are shown as the system does.
+  // Paths in `paths` that occur in a message are shown as the system writes them.
   explicit TerminalMessages(std::vector<CString> paths = {});
   ~TerminalMessages();
   TerminalMessages(const TerminalMessages&) = delete;
@@ -24,8 +24,8 @@ class TerminalMessages {
   MessageBoxHandler before_;
 };
 
-// A question of the command's own. Returns when it may go on: the user says so on the terminal, or `yes`
-// did before. Throws a Refusal otherwise.
+// A question of the command's own. Returns when `yes` is set or the user answers yes on the terminal;
+// throws a Refusal otherwise.
 void Confirm(const std::string& question, bool yes);
 
 }  // namespace velmora::cli

@@ -8,7 +8,7 @@
 
 namespace velmora::cli {
 
-// `run` gets the options when the verb was given.
+// Adds a verb that calls `run` with the options.
 template <class Options>
 CLI::App* AddVerb(CLI::App* area, const char* name, const std::string& help,
                   const std::shared_ptr<Options>& options, void (*run)(const Options&)) {

@@ -38,7 +38,7 @@ TEST_F(EnvCommand, FromInstallToAProjectsListing) {
   EXPECT_EQ(RunVelmora({"env", "get", "system", "zipexe"}).out, "C:\\Verktyg\\zip å.exe\n");
   EXPECT_EQ(RunVelmora({"env", "set", "SYSTEM", "ZIPEXE", ""}).status, 0);
   ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ZIPEXE"}), "has no key \"ZIPEXE\"");
-  ExpectRefused(RunVelmora({"env", "set", "SYSTEM", "MSG", "\xE6\xB0\xB4"}), "it is as it was");
+  ExpectRefused(RunVelmora({"env", "set", "SYSTEM", "MSG", "\xE6\xB0\xB4"}), "the file is unchanged");
 
   const Ran made = RunVelmora({"project", "new", Argument(L"proj"), "--tundril", "--harbel"});
   ASSERT_EQ(made.status, 0) << made.err;

@@ -222,7 +222,6 @@ TEST_F(Registry, ReadStringKey3264FindsWhatOnlyThe64BitViewHas) {
   EXPECT_EQ(registry_.m_nLastError, 2);
   EXPECT_EQ(registry_.GetCurrentPath(), Key(L"A"));
 
-  // What both views can open is read in the first.
   const CString under_32 = L"SOFTWARE\\Wow6432Node" + Base().Mid(Base().Find(L'\\'));
   ASSERT_TRUE(SetRegistryText(HKEY_LOCAL_MACHINE, under_32, L"Path", L"C:\\32"));
   EXPECT_EQ(registry_.ReadStringKey3264(under_32, L"Path", L"?"), L"C:\\32");

@@ -1,6 +1,6 @@
 // CTundrilIni::InitXPWay.
 #include "tests/environment/installed.h"
-#include "velmora/environment/program_folder.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"

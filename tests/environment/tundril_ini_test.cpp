@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tests/environment/installed.h"
-#include "velmora/environment/date_text.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/platform/process.h"
 
 namespace velmora {

@@ -67,16 +67,5 @@ TEST(NativePath, NamesMatchWithoutRegardToCase) {
   EXPECT_EQ(ReadBytes(folder.File(L"Projekt\\V\u00C4G\\Road.VL")), "y");
 }
 
-TEST(NativePath, NamesThatAreNoTextFindTheirFiles) {
-  const TemporaryFolder folder;
-  for (const char* name : {"\x80g\xE5t.txt", "z\\z"}) {  // Windows-1252, not UTF-8; a backslash
-    fclose(fopen((PathForDisplay(folder.Path()) + "/" + name).c_str(), "w"));
-    const auto found = FindFiles(folder.File(L"*"));
-    ASSERT_EQ(found.size(), 3U);
-    EXPECT_EQ(PathForDisplay(found[2].name), name);
-    EXPECT_TRUE(RemoveWholeFile(folder.File(found[2].name)));
-  }
-}
-
 }  // namespace
 }  // namespace velmora

@@ -1,17 +1,13 @@
-// What the files of this system have and others do not: links, permission bits, pipes, processes that
-// end at any moment.
+// Links, permission bits, pipes, time zones and the user's data folder of POSIX systems.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <ctime>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "tests/support/environment_variable.h"
 #include "tests/support/test_files.h"
@@ -95,33 +91,6 @@ TEST_F(PosixFiles, PipeIsReadButNotReplaced) {
   }
 }
 
-TEST_F(PosixFiles, ReadErrorIsNoEnd) {
-  // Nothing is mapped at the start of a process's memory: it opens, and fails to read.
-  TextReader reader;
-  EXPECT_FALSE(reader.Open(L"\\proc\\self\\mem"));
-  EXPECT_TRUE(reader.Failed());
-}
-
-TEST_F(PosixFiles, FullDiskLeavesTheOldFile) {
-  rlimit old{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-  WriteBytes(path_, "old");
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small = {100'000, old.rlim_max};
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const bool replaced = ReplaceFileContent(path_, std::string(300'000, 'n'));
-  FileReplacement late;  // only what Commit itself writes finds no room
-  const bool accepted =
-      late.Begin(path_) && late.Write(std::string(60'000, 'n')) && late.Write(std::string(60'000, 'n'));
-  const bool committed = late.Commit();
-  setrlimit(RLIMIT_FSIZE, &old);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_TRUE(accepted);
-  EXPECT_FALSE(replaced || committed);
-  EXPECT_EQ(ReadBytes(path_), "old");
-  EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);
-}
-
 TEST_F(PosixFiles, NewFileThatSomebodyExchangedTakesNoName) {
   WriteBytes(path_, "old");
   FileReplacement file;
@@ -150,6 +119,15 @@ TEST_F(PosixFiles, LocalTimeIsThatOfTheFilesOwnDay) {
               (std::array{each.month, each.day, each.hour, 59}));
     EXPECT_EQ(status.modified, (each.seconds + 11'644'473'600) * 10'000'000 + 1'234'567);
   }
+}
+
+TEST_F(PosixFiles, ProfilesWithoutAFolderAreInTheUsersData) {
+  const EnvironmentVariable data(L"XDG_DATA_HOME", folder_.File(L"new\\data"));
+  EXPECT_TRUE(ReadProfile(L"S", L"k", L"Velmora.ini").IsEmpty());
+  EXPECT_TRUE(NamesIn(folder_.Path()).empty());
+  EXPECT_TRUE(WriteProfile(L"S", L"k", L"v", L"Velmora.ini"));
+  EXPECT_EQ(NamesIn(folder_.File(L"new\\data\\velmora")), std::vector<CString>{L"Velmora.ini"});
+  EXPECT_EQ(ReadProfile(L"S", L"k", L"Velmora.ini"), L"v");
 }
 
 }  // namespace

@@ -1,17 +1,21 @@
-// The registry's database: when it is made, what it refuses, and many programs at once.
+// The registry's database: creation, refusals, damage, and many programs at once (profiles too).
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <csignal>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "tests/platform/posix_processes.h"
 #include "tests/support/print_text.h"
 #include "tests/support/test_registry.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/profile.h"
 
 namespace velmora {
 namespace {
@@ -108,23 +112,6 @@ TEST_F(RegistryDatabaseFile, WhatIsNoDatabaseIsLeftAlone) {
   EXPECT_FALSE(Set(L"A", L"y"));
 }
 
-// Nothing that a file says makes us run or hang: a damaged byte gives a right answer or a failure.
-TEST_F(RegistryDatabaseFile, DamagedBytesDoNoHarm) {
-  for (const wchar_t digit : std::wstring(L"123456789"))
-    ASSERT_TRUE(Set(L"A\\" + CString(digit), CString(L'x', 400)));
-  const std::string good = ReadBytes(path_);
-  std::minstd_rand random(7);
-  for (int round = 0; round < 60; ++round) {
-    std::string bytes = good;
-    for (int i = 0; i < 1 + round % 20; ++i)
-      bytes[100 + random() % (bytes.size() - 100)] = static_cast<char>(random());
-    WriteBytes(path_, bytes);
-    Remove(kUser, L"A\\8");
-    Get(L"A\\7");
-    Set(L"A\\7", L"y");
-  }
-}
-
 TEST_F(RegistryDatabaseFile, NothingInTheFileIsRun) {
   ASSERT_TRUE(Set(L"A", L"x"));
   Ask("CREATE TRIGGER t AFTER INSERT ON registry_value BEGIN DELETE FROM registry_key; END");
@@ -161,15 +148,29 @@ TEST_F(RegistryDatabaseFile, AProtectedOneIsReadOnly) {
   EXPECT_TRUE(Set(L"A", L"y"));
 }
 
-// Every program has a value of its own and one that all of them write, and starts with no file there.
+// Runs `write` in so many processes at the same time, with the names "0", "1" and so on.
+void RunTogether(int count, const std::function<bool(const CString& name)>& write) {
+  std::vector<pid_t> writers;
+  for (int i = 0; i < count; ++i) {
+    writers.push_back(fork());
+    if (writers.back() == 0) _exit(write(FromUtf8(std::to_string(i))) ? 0 : 1);
+  }
+  for (const pid_t writer : writers) {
+    int status = -1;
+    EXPECT_EQ(waitpid(writer, &status, 0), writer);
+    EXPECT_EQ(status, 0);
+  }
+}
+
+// Every program has values of its own and one that all of them write, and starts with no file there.
 TEST_F(RegistryDatabaseFile, TwoHundredWritersLoseNothing) {
-  constexpr int kWriters = 200;
-  constexpr int kWrites = 5;
+  constexpr unsigned kWriters = 200;
+  constexpr unsigned kWrites = 5;
   RunTogether(kWriters, [](const CString& name) {
-    for (const wchar_t digit : {L'1', L'2', L'3', L'4', L'5'}) {
-      if (!SetRegistryText(kUser, L"Writers", name + L"-" + CString(digit), name)) return false;
-      if (!SetRegistryText(kUser, L"Writers", L"shared", name)) return false;
-    }
+    for (wchar_t digit = L'1'; digit < wchar_t{L'1' + kWrites}; ++digit)
+      if (!SetRegistryText(kUser, L"Writers", name + L"-" + CString(digit), name) ||
+          !SetRegistryText(kUser, L"Writers", L"shared", name))
+        return false;
     return Creates(L"Writers\\" + name) == kRegistryDone;
   });
   RegistryKey key;
@@ -177,36 +178,57 @@ TEST_F(RegistryDatabaseFile, TwoHundredWritersLoseNothing) {
   unsigned values = 0;
   ASSERT_EQ(key.Open(kUser, L"Writers", KEY_READ), kRegistryDone);
   ASSERT_EQ(key.Count(&keys, &values), kRegistryDone);
-  EXPECT_EQ(keys, unsigned{kWriters});
-  EXPECT_EQ(values, unsigned{kWriters * kWrites + 1});
+  EXPECT_EQ(keys, kWriters);
+  EXPECT_EQ(values, kWriters * kWrites + 1);
   key.Close();
   ExpectWhole();
   EXPECT_EQ(NamesIn(folder_.Path()), std::vector<CString>{L"registry.db"});
 }
 
-// A writer tells through a pipe how far it has come; what it has told must be there.
+TEST(PosixProfile, WritersLoseNothing) {
+  const TemporaryFolder folder;
+  const CString path = folder.File(L"a.ini");
+  constexpr const wchar_t* kKeys[] = {L"-0", L"-1", L"-2"};
+  constexpr int kWriters = 20;
+  RunTogether(kWriters, [&](const CString& name) {
+    return std::all_of(std::begin(kKeys), std::end(kKeys),
+                       [&](const CString& key) { return WriteProfile(L"Writers", name + key, name, path); });
+  });
+  for (int i = 0; i < kWriters; ++i) {
+    const CString name = FromUtf8(std::to_string(i));
+    for (const wchar_t* key : kKeys) EXPECT_EQ(ReadProfile(L"Writers", name + key, path), name);
+  }
+  EXPECT_EQ(NamesIn(folder.Path()).size(), 1U);
+}
+
+// A writer reports each write through a pipe before it is killed; everything reported must be there.
 TEST_F(RegistryDatabaseFile, KilledWritersLeaveItWhole) {
   std::minstd_rand random(1);
-  int told = 0;
+  int reported = 0;
   for (int round = 0; round < 40; ++round) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
-    const pid_t writer = StartTurns([&, i = told]() mutable {
-      const CString value = FromUtf8(std::to_string(++i));
-      return Set(L"A\\" + value, value) && Set(L"A", value) && write(ends[1], &i, sizeof i) == sizeof i;
-    });
+    const pid_t writer = fork();
+    for (int i = reported + 1; writer == 0; ++i) {
+      const CString value = FromUtf8(std::to_string(i));
+      if (!Set(L"A\\" + value, value) || !Set(L"A", value) || write(ends[1], &i, sizeof i) != sizeof i)
+        _exit(1);
+    }
     close(ends[1]);
     usleep(static_cast<useconds_t>(1000 + random() % 40'000));
-    Kill(writer);
-    for (int i = 0; read(ends[0], &i, sizeof i) == sizeof i;) told = i;
+    kill(writer, SIGKILL);
+    int status = 0;
+    waitpid(writer, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    for (int i = 0; read(ends[0], &i, sizeof i) == sizeof i;) reported = i;
     close(ends[0]);
-    if (told == 0) continue;
+    if (reported == 0) continue;
     const int last = std::stoi(ToUtf8(Get(L"A")));
-    ASSERT_TRUE(last == told || last == told + 1) << last << " after " << told;
-    told = last;
+    ASSERT_TRUE(last == reported || last == reported + 1) << last << " after " << reported;
+    reported = last;
     ASSERT_EQ(Get(L"A\\" + Get(L"A")), Get(L"A"));
   }
-  EXPECT_GT(told, 0);
+  EXPECT_GT(reported, 0);
   ExpectWhole();
 }
 

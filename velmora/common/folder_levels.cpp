@@ -5,27 +5,26 @@
 
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/real_path.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
 
 constexpr std::wstring_view kSeparators = L"\\/";
-// What every system takes.
+// Accepted by every system.
 constexpr size_t kLongestName = 259;
 
 size_t FindFrom(std::wstring_view path, wchar_t c, size_t start) {
   return std::min(path.find(c, start), path.size());
 }
 
-// "..", also with the points and blanks behind it that Windows does not see.
+// "..", also with further points and blanks, which Windows ignores.
 bool GoesUp(std::wstring_view part) {
   return part.find_first_not_of(L". ") == std::wstring_view::npos &&
          std::count(part.begin(), part.end(), L'.') >= 2;
 }
 
-// Windows takes these for a device in every folder, whatever stands behind a point.
+// Device names of Windows, with any extension.
 bool IsDeviceName(std::wstring_view part) {
   std::wstring_view name = part.substr(0, part.find(L'.'));
   while (!name.empty() && name.back() == L' ') name.remove_suffix(1);
@@ -36,7 +35,7 @@ bool IsDeviceName(std::wstring_view part) {
          (EqualNoCase(name.substr(0, 3), L"COM") || EqualNoCase(name.substr(0, 3), L"LPT"));
 }
 
-// Whether a part of the path, between separators, is one of a kind.
+// Whether `is` holds for a part of the path.
 template <class Kind>
 bool HasPart(std::wstring_view path, Kind is) {
   for (size_t start = 0; start <= path.size();) {
@@ -47,10 +46,10 @@ bool HasPart(std::wstring_view path, Kind is) {
   return false;
 }
 
-// Whether what is there of `path`, which begins with `folder`, lies in the folder.
+// Whether the existing levels of `path`, which begins with `folder`, are inside the folder.
 bool IsThereInside(const CString& folder, const CString& path) {
   const std::optional<CString> real_folder = RealPath(folder);
-  if (!real_folder) return true;  // then nothing is there
+  if (!real_folder) return true;  // nothing exists
   for (std::wstring_view there = path.GetView(); there.size() > folder.GetView().size();) {
     if (const std::optional<CString> real = RealPath(there))
       return (*real + L"\\").GetView().starts_with((*real_folder + L"\\").GetView());
@@ -70,7 +69,7 @@ size_t RootLength(std::wstring_view path) {
 }
 
 bool HasOrMakesFolder(const CString& path) {
-  // The last question is for another program that makes the same folder now.
+  // Checked again, because another program may create the same folder at this moment.
   return FileOrFolderExists(path) || MakeFolder(path) || FileOrFolderExists(path);
 }
 
@@ -80,7 +79,7 @@ std::optional<CString> MakeFolderLevels(const CString& path) {
   for (size_t start = root;;) {
     const size_t end = FindFrom(text, L'\\', start);
     const std::wstring_view part = text.substr(start, end - start);
-    // These add nothing to the level before them, and there may be thousands.
+    // Empty parts and "." are skipped; there may be thousands.
     const bool passed_over = (part.empty() || part == L".") && start > root && end < text.size();
     if (!passed_over && !HasOrMakesFolder(text.substr(0, end))) return text.substr(0, end);
     if (end == text.size()) return std::nullopt;

@@ -1,5 +1,5 @@
-// The buffer that every message is formatted in. It keeps the last message, and one reader looks at it:
-// support-point files scan the six values of a point from here (alignment/stod_punkt.h).
+// The process's buffer of the last formatted message. alignment/stod_punkt.h reads it: required, the reader
+// of support-point files scans a point's six values from this buffer.
 #ifndef VELMORA_COMMON_LAST_MESSAGE_H_
 #define VELMORA_COMMON_LAST_MESSAGE_H_
 
@@ -11,7 +11,7 @@ namespace velmora {
 const CString& LastMessageText();
 const CString& KeepMessageText(CString text);
 
-// Formats a text for the user and leaves it in the buffer.
+// Formats a message and keeps it in the buffer.
 template <class... Arguments>
 CString FormatForUser(const wchar_t* format, const Arguments&... arguments) {
   CString text;

@@ -7,8 +7,8 @@
 
 namespace velmora {
 
-// Blanks around the path and then double quotes around it are dropped; the rest is cut at its last
-// backslash, which goes to neither part. Without one the folder is empty. Either output may be null.
+// Removes blanks and then double quotes around the path and splits it at the last backslash, which is in
+// neither part. Without one the folder is empty. Either output may be null.
 //
 //   SplitPath(L" \"C:\\P\\ROAD.VL\" ", &folder, &name)   // C:\P and ROAD.VL
 VELMORA_API void SplitPath(const CString& path, CString* folder, CString* name);
@@ -16,14 +16,13 @@ VELMORA_API void SplitPath(const CString& path, CString* folder, CString* name);
 // Mode 1 turns every backslash into a slash, any other mode every slash into a backslash.
 VELMORA_API CString ConvertSlashes(const CString& path, int mode);
 
-// folder, "\", name. Separators that are there already are not looked at.
+// folder, "\", name; existing separators are not checked.
 VELMORA_API CString JoinPath(const CString& folder, const CString& name);
 
 // The part after the last backslash; the whole path without one. Nothing is trimmed.
 VELMORA_API CString NameOfPath(const CString& path);
 
-// Raises a to z only. Callers rely on å, ä and ö keeping their case in sort keys: listings of years back
-// are ordered that way.
+// Converts a to z to capitals. Required: å, ä and ö keep their case in sort keys, as in existing listings.
 VELMORA_API CString SortUpper(const CString& text);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// The texts stored with the library, by number.
+// The library's texts by number.
 #ifndef VELMORA_COMMON_STRING_TABLE_H_
 #define VELMORA_COMMON_STRING_TABLE_H_
 

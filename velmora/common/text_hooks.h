@@ -1,5 +1,5 @@
-// The places where a line's text could be converted on its way from and to a file. Both copy it
-// unchanged; every alignment line read passes the first.
+// Hooks for converting lines read from and written to files. Both return the line unchanged; every alignment
+// line read goes through the first.
 #ifndef VELMORA_COMMON_TEXT_HOOKS_H_
 #define VELMORA_COMMON_TEXT_HOOKS_H_
 

@@ -1,7 +1,8 @@
 #include "velmora/version.h"
 
 #define VELMORA_QUOTE(number) #number
-#define VELMORA_TEXT(major, minor, patch) VELMORA_QUOTE(major) "." VELMORA_QUOTE(minor) "." VELMORA_QUOTE(patch)
+#define VELMORA_TEXT(major, minor, patch) \
+  VELMORA_QUOTE(major) "." VELMORA_QUOTE(minor) "." VELMORA_QUOTE(patch)
 
 namespace velmora {
 

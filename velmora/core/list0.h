@@ -1,18 +1,18 @@
-// The list that holds every record of the library: doubly linked, with a current element and a mark.
+// The library's list of records: doubly linked, with a current element and a mark.
 //
-// Records are plain structures, copied byte for byte. The list owns its nodes; pointers to a record
-// stay good until that record is deleted. Positions count from 1.
+// Records are trivially copyable. The list owns its nodes; a pointer to a record is valid until that
+// record is deleted. Positions count from 1.
 //
 //   list0<cfgtype> settings;
 //   settings.Ny(1, &record);                       // append; the new element is current
 //   for (int ok = settings.Home(); ok == 0; ok = settings++ ? 0 : -1) use(settings.pael);
 //
 // Results are 0, or -1 when there is no such element or the list is empty, except where stated.
-// `pos` is kept by the moving operations and is not recomputed by the sorts or by Set_aktel: reposition
-// with Home, End or Goto_mark before relying on it.
+// `pos` is updated by the moving operations, not by the sorts or Set_aktel: call Home, End or Goto_mark
+// before using it.
 //
-// Throws, and nothing else of the library does: texts as const wchar_t* when memory runs out and when a
-// list is copied, a CString when a sort finds the list damaged. For one thread at a time.
+// The only class of the library that throws: const wchar_t* when memory runs out or a list is copied, a
+// CString when a sort finds the list inconsistent. Not thread-safe.
 #ifndef VELMORA_CORE_LIST0_H_
 #define VELMORA_CORE_LIST0_H_
 
@@ -37,24 +37,24 @@ class VELMORA_TEMPLATE_API list0 {
   list0() = default;
   virtual ~list0() = default;
 
-  // Lists are not copied.
+  // Copying throws.
   list0(const list0&) { throw L"Internt fel (Initiering list0)"; }
   list0& operator=(const list0&) { throw L"Internt fel (Tilldelning list0)"; }
 
-  // One step on or back. Null, with nothing changed, at that end of the list.
+  // One step forward or back. Null, with nothing changed, at the end of the list.
   list0* operator++(int) { return Step(aktuell == nullptr ? nullptr : aktuell->next, +1); }
   list0* operator--(int) { return Step(aktuell == nullptr ? nullptr : aktuell->previous, -1); }
 
   // Appends an element with an uninitialised record and makes it current. Returns the number of steps
   // from the old current element to the new one.
   int Add();
-  // The same before the current element; at the end of an empty list. `pos` stays.
+  // The same before the current element; at the end of an empty list. `pos` is unchanged.
   int Insert();
-  // Appends (`where` 1) or inserts before the current element (any other), and fills the record from
-  // `source`, with zeros without one.
+  // Appends (`where` 1) or inserts before the current element (any other value) and copies `source` into
+  // the record, or zeros without one.
   int Ny(int where, const T* source = nullptr);
-  // Removes the current element. Its successor becomes current, or its predecessor when the last one
-  // went; a mark standing here is cleared. -1 when no current element remains.
+  // Removes the current element. Its successor becomes current, or its predecessor when it was the last;
+  // a mark on it is cleared. -1 when no current element remains.
   int Delete();
 
   int Home() { return Reposition(forsta, 1); }
@@ -77,7 +77,7 @@ class VELMORA_TEMPLATE_API list0 {
   // Makes the marked element current. -1 when there is no mark, or when it is no longer in the list: the
   // first element is then current and the mark cleared.
   int Goto_mark();
-  // Takes `pael` anew from the current element.
+  // Updates `pael` from the current element.
   int Set_pael() {
     T* const record = aktuell == nullptr ? nullptr : &aktuell->record;
     if (record != pael) ++changes_;
@@ -91,11 +91,11 @@ class VELMORA_TEMPLATE_API list0 {
     return forsta == nullptr ? -1 : pos;
   }
 
-  // Sorts ascending by Sortval, keeping the order of equal records. Current element and mark stay the
-  // records they were. O(n log n) comparisons; see tournament.h for what a comparison must hold to.
+  // Sorts ascending by Sortval; stable. The current and the marked record are unchanged. O(n log n)
+  // comparisons; tournament.h states the requirements on the comparison.
   int Sortera(int key);
-  // Sorts by insertion, for a list in which few elements are out of place: a comparison an element, and
-  // one walk for each element that moves. Current element and mark end up wherever the sort had them.
+  // Insertion sort, for lists with few elements out of order: one comparison per element, and one pass for
+  // each element that moves. The current element and the mark are then those of the last comparison.
   int Omsortera(int key);
 
  protected:
@@ -118,13 +118,13 @@ class VELMORA_TEMPLATE_API list0 {
     pmark = mark == nullptr ? nullptr : &mark->record;
     return pmark == nullptr ? -1 : 0;
   }
-  // Above 0 when the record at `pmark` is to come before the one at `pael`.
+  // Above 0 when the record at `pmark` comes before the one at `pael`.
   virtual int Sortval(int /*key*/) { return 0; }
 
-  // Another number after every operation that makes another record current or marked or changes the chain,
-  // so that what a derived class keeps beside the list can tell whether it still holds.
+  // Modification counter: the current element, the mark or the links changed. Derived classes use it to
+  // invalidate data that they keep beside the list.
   std::uint64_t Changes() const { return changes_; }
-  // Removes every element at once, as Delete from the first to the last does.
+  // Removes every element, with the result of repeated Delete.
   void DeleteAll() {
     if (forsta == nullptr) return;
     ++changes_;
@@ -134,7 +134,7 @@ class VELMORA_TEMPLATE_API list0 {
     Set_pael();
     Sort_mark();
   }
-  // Makes the element at a known position current.
+  // Makes the element at this position current.
   int Reposition(Node* to, int position) {
     if (to == nullptr) return -1;
     aktuell = to;
@@ -149,7 +149,7 @@ class VELMORA_TEMPLATE_API list0 {
  private:
   static inline const T kZeros{};
 
-  // Puts the cursor and the mark of before a sort back, however the sort ends.
+  // Restores the current element and the mark after a sort, also when it throws.
   class CursorGuard {
    public:
     explicit CursorGuard(list0* list) : list_(list), aktuell_(list->aktuell), mark_(list->mark) {}
@@ -175,7 +175,7 @@ class VELMORA_TEMPLATE_API list0 {
     Set_pael();
     Sort_mark();
   }
-  // Whether `later` is to come before `earlier`.
+  // Whether `later` comes before `earlier`.
   bool ComesBefore(Node* later, Node* earlier, int key) {
     PutCursors(earlier, later);
     return Sortval(key) > 0;
@@ -292,7 +292,7 @@ int list0<T>::Sortera(int key) {
   const std::unique_ptr<int[]> ranks(new (std::nothrow) int[TournamentSize(wanted)]);
   if (ranks == nullptr) throw L"Minnebrist (Sort-Class list0)";
 
-  // One element more than `antal` says is enough to know that the chain and the count disagree.
+  // One element more than `antal` shows that the links and the count disagree.
   size_t reached = 0;
   for (Node* node = forsta; node != nullptr && reached <= wanted; node = node->next) order[reached++] = node;
   if (reached != wanted) {
@@ -303,8 +303,8 @@ int list0<T>::Sortera(int key) {
   Tournament tournament(ranks.get(), wanted, [&](int later, int earlier) {
     return ComesBefore(order[static_cast<size_t>(later)], order[static_cast<size_t>(earlier)], key);
   });
-  // The chain is not touched before the last comparison, so that one which throws leaves the list whole.
-  // A winner takes the next place; its node's link to the following winner is set at the end.
+  // The links change only after the last comparison, so that a comparison that throws leaves the list
+  // unchanged.
   for (size_t place = 0; place < wanted; ++place) tournament.TakeWinner(place);
   Node* previous = nullptr;
   for (size_t place = 0; place < wanted; ++place) {
@@ -328,11 +328,11 @@ int list0<T>::Omsortera(int key) {
   while (examined != nullptr && examined->next != nullptr) {
     Node* follower = examined->next;
     if (ComesBefore(follower, examined, key)) {
-      // Its place is looked for before it is taken out, so that nothing is lost when there is none.
+      // Its new position is found before it is unlinked, so that it is not lost when there is none.
       Node* before = forsta;
       while (before != nullptr && (before == follower || !ComesBefore(follower, before, key)))
         before = before->next;
-      // A comparison at odds with itself: just now it put `follower` before `examined`.
+      // An inconsistent comparison: it has just put `follower` before `examined`.
       if (before == nullptr) throw L"Internt sorteringsfel i Todbs::Sortera";
       Link(Unlink(follower), before);
     } else {

@@ -1,5 +1,5 @@
-// Memory for the nodes of one list: few pieces that grow with the list, so that a list of a million
-// records costs a handful of allocations and is given back at once.
+// Memory for the nodes of one list: a few chunks that grow with the list, so that a list of a million
+// records needs few allocations and is freed at once.
 #ifndef VELMORA_CORE_NODE_POOL_H_
 #define VELMORA_CORE_NODE_POOL_H_
 
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-// Hands out pieces of `size` bytes, aligned as operator new aligns.
+// Allocates pieces of `size` bytes with the alignment of operator new.
 class NodePool {
  public:
   explicit NodePool(size_t size) : size_(Aligned(std::max(size, sizeof(Free)))) {}
@@ -33,7 +33,7 @@ class NodePool {
   }
   void Give(void* piece) { free_ = new (piece) Free{free_}; }
 
-  // Takes back everything that was handed out.
+  // Frees everything.
   void FreeAll() {
     while (chunks_ != nullptr) {
       Chunk* chunk = chunks_;
@@ -62,7 +62,7 @@ class NodePool {
     return (size + kAlignment - 1) / kAlignment * kAlignment;
   }
 
-  // A quarter of what there is already, in large pieces from there on: a short list has a node an allocation.
+  // Grows by a quarter, for long lists in large pieces: a short list has one node per allocation.
   bool Grow() {
     const size_t head = Aligned(sizeof(Chunk));
     size_t size = head + std::max(nodes_ / 4, size_t{1}) * size_;
@@ -81,8 +81,8 @@ class NodePool {
   size_t size_;
   size_t nodes_ = 0;  // in all chunks
   Chunk* chunks_ = nullptr;
-  Free* free_ = nullptr;  // given back, to be handed out again first
-  char* next_ = nullptr;  // what the newest chunk still has
+  Free* free_ = nullptr;  // freed pieces, which are reused first
+  char* next_ = nullptr;  // the unused rest of the newest chunk
   char* end_ = nullptr;
 };
 

@@ -1,11 +1,11 @@
 // A knock-out tournament that ranks n candidates by a pairwise comparison.
 //
-// It gives the same ranking as looking for each place through all candidates still unplaced, from the
-// first to the last, where a later candidate takes over only when the comparison puts it before the
-// best so far: earlier candidates stand in the left half of every match, so whoever would have met
-// whom in that walk is decided the same way. That holds for any comparison that orders the candidates
-// without contradiction, also for one that answers "before" for equal ones, as a falling listing does
-// (equal candidates then come out in reverse). n log n comparisons instead of n squared.
+// The ranking equals that of a selection sort in which a later candidate replaces the best so far only
+// when the comparison puts it before that one: the left side of every match has the earlier candidate,
+// so the comparisons have the same operands in the same order. This holds for every transitive
+// comparison, also for one that answers "before" for equal candidates, as the descending listings do
+// (equal candidates are then in reverse order). It takes n log n comparisons
+// instead of n squared.
 #ifndef VELMORA_CORE_TOURNAMENT_H_
 #define VELMORA_CORE_TOURNAMENT_H_
 
@@ -20,10 +20,10 @@ constexpr size_t TournamentLeaves(size_t n) {
   while (leaves < n) leaves *= 2;
   return leaves;
 }
-// How many ints a tournament of n candidates works in: the match tree, then the places given.
+// How many ints a tournament of n candidates needs: the match tree, then the ranking.
 constexpr size_t TournamentSize(size_t n) { return 2 * TournamentLeaves(n) + n; }
 
-// ComesBefore(later, earlier) tells whether candidate `later`, of higher number than `earlier`, beats it.
+// ComesBefore(later, earlier): whether candidate `later`, of the higher number, comes before `earlier`.
 template <class ComesBefore>
 class Tournament {
  public:
@@ -37,7 +37,7 @@ class Tournament {
     for (size_t match = leaves_ - 1; match > 0; --match) Play(match);
   }
 
-  // Gives `place` to the best candidate that has none yet.
+  // Puts the best remaining candidate at `place`.
   void TakeWinner(size_t place) {
     const int winner = matches_[1];
     placed_[place] = winner;
@@ -45,7 +45,7 @@ class Tournament {
     matches_[match] = kNobody;
     while ((match /= 2) > 0) Play(match);
   }
-  // The candidate at a place that has been given.
+  // The candidate at a place.
   int Placed(size_t place) const { return placed_[place]; }
 
  private:

@@ -15,7 +15,7 @@ constexpr const wchar_t* kInstallations[] = {
     L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20",
 };
 
-// The word that installers write where there is nothing, and that a missing value reads as.
+// Installers write this word for an empty value; it is also the default of missing values.
 constexpr wchar_t kMissing[] = L"Saknas";
 
 bool IsMissing(const CString& value) { return EqualNoCase(value.GetView(), kMissing); }

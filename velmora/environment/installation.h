@@ -1,4 +1,4 @@
-// What the registry tells about the suite's installation and the system's folders.
+// The suite's installation and the system's folders as registered.
 #ifndef VELMORA_ENVIRONMENT_INSTALLATION_H_
 #define VELMORA_ENVIRONMENT_INSTALLATION_H_
 
@@ -10,17 +10,17 @@ namespace velmora {
 
 // The folder of the first installation that is registered for `sub`.
 std::optional<CString> FirstInstallationFolder(const CString& sub);
-// The package of the first installation that is registered for `sub` in this folder, one backslash at its
-// registered end and letter case apart. Empty when it names none; nothing when there is no such
+// The package of the first installation registered for `sub` in this folder, compared without regard to
+// letter case and to a backslash at the end. Empty when it has no package; nothing when there is no such
 // installation.
 std::optional<CString> PackageInstalledIn(const CString& folder, const CString& sub);
 
-// The application-data folders that the shell has registered for the user and for all users, and the
-// folder for programs. Empty when they are not registered.
+// The registered application-data folders of the user and of all users, and the folder for programs. Empty
+// when not registered.
 CString RegisteredUserData();
 CString RegisteredCommonData();
 CString RegisteredProgramFiles();
-// The folder of the platform's shared programs; empty when that version of it is not installed.
+// The folder of the platform's shared programs; empty when this version is not installed.
 CString PlatformFolder(const CString& version);
 
 }  // namespace velmora

@@ -1,8 +1,8 @@
 #include "velmora/environment/registry.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -15,62 +15,35 @@ constexpr size_t kTextBuffer = 255;  // bytes
 constexpr size_t kTooLong = 255;     // UTF-16 units
 constexpr size_t kUnit = 2;          // bytes of a UTF-16 unit
 
+// Values are stored as they lie in memory.
+static_assert(std::endian::native == std::endian::little);
+
+// COleDateTime without padding of undefined content.
+struct StoredDateTime {
+  double days;
+  std::int32_t status;
+  std::int32_t zero;
+};
+
 constexpr int AsFlag(int result) { return result == kRegistryDone ? 1 : 0; }
 
-// Puts values into a row of bytes and takes them out again, the low byte first.
-class Packer {
- public:
-  explicit Packer(char* at) : at_(at) {}
-
-  Packer& operator<<(std::uint64_t value) { return Put(value, 8); }
-  Packer& operator<<(std::uint32_t value) { return Put(value, 4); }
-  Packer& operator<<(int value) { return *this << static_cast<std::uint32_t>(value); }
-  Packer& operator<<(double value) {
-    std::uint64_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    return *this << bits;
-  }
-
- private:
-  Packer& Put(std::uint64_t value, int count) {
-    for (int i = 0; i < count; ++i) *at_++ = static_cast<char>(value >> (8 * i));
-    return *this;
-  }
-
-  char* at_;
-};
-
-class Unpacker {
- public:
-  explicit Unpacker(const char* at) : at_(at) {}
-
-  std::uint64_t Take(int count) {
-    std::uint64_t value = 0;
-    for (int i = 0; i < count; ++i) value |= std::uint64_t{static_cast<unsigned char>(*at_++)} << (8 * i);
-    return value;
-  }
-  std::uint32_t Dword() { return static_cast<std::uint32_t>(Take(4)); }
-  int Int() { return static_cast<int>(Dword()); }
-  double Double() {
-    const std::uint64_t bits = Take(8);
-    double value = 0;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
-  }
-
- private:
-  const char* at_;
-};
-
-template <size_t kSize>
-std::optional<std::array<char, kSize>> ReadFixed(const CRegistry& registry, const CString& name) {
-  std::array<char, kSize> bytes{};
+template <class Value>
+std::optional<Value> ReadFixed(const CRegistry& registry, const CString& name) {
+  std::array<char, sizeof(Value)> bytes{};
   size_t size = 0;
   RegistryKey key;
   if (key.Open(registry.m_hRootKey, registry.m_strCurrentPath, KEY_READ) != kRegistryDone ||
-      key.Read(name, bytes, &size) != kRegistryDone || size != kSize)
+      key.Read(name, bytes, &size) != kRegistryDone || size != sizeof(Value))
     return std::nullopt;
-  return bytes;
+  return std::bit_cast<Value>(bytes);
+}
+
+template <class Value>
+int ReadInto(const CRegistry& registry, const CString& name, Value* value) {
+  const auto read = ReadFixed<Value>(registry, name);
+  if (!read || value == nullptr) return 0;
+  *value = *read;
+  return 1;
 }
 
 int WriteBytes(const CRegistry& registry, const CString& name, unsigned type, std::string_view bytes) {
@@ -82,24 +55,18 @@ int WriteBytes(const CRegistry& registry, const CString& name, unsigned type, st
   return 1;
 }
 
-template <size_t kSize>
-int WriteFixed(const CRegistry& registry, const CString& name, const std::array<char, kSize>& bytes) {
-  return WriteBytes(registry, name, REG_BINARY, std::string_view(bytes.data(), kSize));
+template <class Value>
+int WriteFixed(const CRegistry& registry, const CString& name, const Value& value) {
+  const auto bytes = std::bit_cast<std::array<char, sizeof(Value)>>(value);
+  return WriteBytes(registry, name, REG_BINARY, std::string_view(bytes.data(), bytes.size()));
 }
 
-std::optional<std::uint32_t> ReadWord(const CRegistry& registry, const CString& name) {
-  const auto bytes = ReadFixed<4>(registry, name);
-  if (!bytes) return std::nullopt;
-  return Unpacker(bytes->data()).Dword();
+template <class Value>
+int WriteFrom(const CRegistry& registry, const CString& name, const Value* value) {
+  return value == nullptr ? 0 : WriteFixed(registry, name, *value);
 }
 
-int WriteWord(const CRegistry& registry, const CString& name, std::uint32_t value) {
-  std::array<char, 4> bytes{};
-  Packer(bytes.data()) << value;
-  return WriteFixed(registry, name, bytes);
-}
-
-// The text of a value that fits the buffer; its type does not matter here.
+// The text of a value of any type that fits the buffer.
 int ReadText(const RegistryKey& key, const CString& name, CString* text) {
   std::array<char, kTextBuffer> bytes{};
   size_t size = 0;
@@ -109,17 +76,17 @@ int ReadText(const RegistryKey& key, const CString& name, CString* text) {
 }
 
 struct Counts {
-  int keys;
-  int values;
-};
-// Nothing for a key that cannot be opened for everything.
-std::optional<Counts> CountsOf(HKEY root, const CString& path) {
-  RegistryKey key;
   unsigned keys = 0;
   unsigned values = 0;
-  if (key.Open(root, path, KEY_ALL_ACCESS) != kRegistryDone || key.Count(&keys, &values) != kRegistryDone)
+};
+// Nothing for a key that cannot be opened with KEY_ALL_ACCESS.
+std::optional<Counts> CountsOf(const CRegistry& registry) {
+  RegistryKey key;
+  Counts counts;
+  if (key.Open(registry.m_hRootKey, registry.m_strCurrentPath, KEY_ALL_ACCESS) != kRegistryDone ||
+      key.Count(&counts.keys, &counts.values) != kRegistryDone)
     return std::nullopt;
-  return Counts{static_cast<int>(keys), static_cast<int>(values)};
+  return counts;
 }
 
 }  // namespace
@@ -209,13 +176,13 @@ unsigned long CRegistry::GetDataType(const CString& name) {
 }
 
 int CRegistry::GetSubKeyCount() {
-  const auto counts = CountsOf(m_hRootKey, m_strCurrentPath);
-  return counts ? counts->keys : -1;
+  const auto counts = CountsOf(*this);
+  return counts ? static_cast<int>(counts->keys) : -1;
 }
 
 int CRegistry::GetValueCount() {
-  const auto counts = CountsOf(m_hRootKey, m_strCurrentPath);
-  return counts ? counts->values : -1;
+  const auto counts = CountsOf(*this);
+  return counts ? static_cast<int>(counts->values) : -1;
 }
 
 int CRegistry::RenameValue(const CString& /*from*/, const CString& /*to*/) { return 0; }
@@ -227,64 +194,34 @@ unsigned long CRegistry::ReadColor(const CString& name, unsigned long otherwise)
 }
 
 unsigned long CRegistry::ReadDword(const CString& name, unsigned long otherwise) {
-  const auto value = ReadWord(*this, name);
+  const auto value = ReadFixed<std::uint32_t>(*this, name);
   return value ? *value : otherwise;
 }
 
 int CRegistry::ReadInt(const CString& name, int otherwise) {
-  const auto value = ReadWord(*this, name);
-  return value ? static_cast<int>(*value) : otherwise;
+  return ReadFixed<int>(*this, name).value_or(otherwise);
 }
 
 double CRegistry::ReadFloat(const CString& name, double otherwise) {
-  const auto bytes = ReadFixed<8>(*this, name);
-  return bytes ? Unpacker(bytes->data()).Double() : otherwise;
+  return ReadFixed<double>(*this, name).value_or(otherwise);
 }
 
 COleDateTime CRegistry::ReadDateTime(const CString& name, COleDateTime otherwise) {
-  const auto bytes = ReadFixed<sizeof(COleDateTime)>(*this, name);
-  if (!bytes) return otherwise;
-  Unpacker from(bytes->data());
-  COleDateTime value;
-  value.m_dt = from.Double();
-  value.m_status = from.Int();
-  return value;
+  const auto value = ReadFixed<StoredDateTime>(*this, name);
+  return value ? COleDateTime{.m_dt = value->days, .m_status = value->status} : otherwise;
 }
 
-int CRegistry::ReadPoint(const CString& name, CPoint* point) {
-  const auto bytes = ReadFixed<8>(*this, name);
-  if (!bytes || point == nullptr) return 0;
-  Unpacker from(bytes->data());
-  point->x = from.Int();
-  point->y = from.Int();
-  return 1;
-}
-
-int CRegistry::ReadSize(const CString& name, CSize* size) {
-  CPoint both;
-  if (size == nullptr || ReadPoint(name, &both) == 0) return 0;
-  *size = {.cx = both.x, .cy = both.y};
-  return 1;
-}
-
-int CRegistry::ReadRect(const CString& name, CRect* rect) {
-  const auto bytes = ReadFixed<16>(*this, name);
-  if (!bytes || rect == nullptr) return 0;
-  Unpacker from(bytes->data());
-  for (int* edge : {&rect->left, &rect->top, &rect->right, &rect->bottom}) *edge = from.Int();
-  return 1;
-}
+int CRegistry::ReadPoint(const CString& name, CPoint* point) { return ReadInto(*this, name, point); }
+int CRegistry::ReadSize(const CString& name, CSize* size) { return ReadInto(*this, name, size); }
+int CRegistry::ReadRect(const CString& name, CRect* rect) { return ReadInto(*this, name, rect); }
 
 int CRegistry::ReadFont(const CString& name, CFont* font) {
-  const auto bytes = ReadFixed<sizeof(LOGFONTW)>(*this, name);
-  if (!bytes || font == nullptr) return 0;
-  LOGFONTW description{};
-  std::memcpy(&description, bytes->data(), sizeof description);
-  *std::rbegin(description.lfFaceName) = 0;
+  auto description = ReadFixed<LOGFONTW>(*this, name);
+  if (!description || font == nullptr) return 0;
+  *std::rbegin(description->lfFaceName) = 0;
   CFont made;
-  if (made.Create(description) == 0) return 0;
-  // Others may still draw with the old one.
-  font->Detach();
+  if (made.Create(*description) == 0) return 0;
+  font->Detach();  // the old font may still be in use
   *font = std::move(made);
   return 1;
 }
@@ -313,58 +250,33 @@ int CRegistry::WriteBool(const CString& name, int value) { return WriteInt(name,
 int CRegistry::WriteColor(const CString& name, unsigned long value) { return WriteDword(name, value); }
 
 int CRegistry::WriteDword(const CString& name, unsigned long value) {
-  return WriteWord(*this, name, static_cast<std::uint32_t>(value));
+  return WriteFixed(*this, name, static_cast<std::uint32_t>(value));
 }
 
-int CRegistry::WriteInt(const CString& name, int value) {
-  return WriteWord(*this, name, static_cast<std::uint32_t>(value));
-}
+int CRegistry::WriteInt(const CString& name, int value) { return WriteFixed(*this, name, value); }
 
-int CRegistry::WriteFloat(const CString& name, double value) {
-  std::array<char, 8> bytes{};
-  Packer(bytes.data()) << value;
-  return WriteFixed(*this, name, bytes);
-}
+int CRegistry::WriteFloat(const CString& name, double value) { return WriteFixed(*this, name, value); }
 
 int CRegistry::WriteDateTime(const CString& name, COleDateTime value) {
-  std::array<char, sizeof(COleDateTime)> bytes{};
-  Packer(bytes.data()) << value.m_dt << value.m_status;
-  return WriteFixed(*this, name, bytes);
+  return WriteFixed(*this, name, StoredDateTime{.days = value.m_dt, .status = value.m_status, .zero = 0});
 }
 
-int CRegistry::WritePoint(const CString& name, CPoint* point) {
-  if (point == nullptr) return 0;
-  std::array<char, 8> bytes{};
-  Packer(bytes.data()) << point->x << point->y;
-  return WriteFixed(*this, name, bytes);
-}
-
-int CRegistry::WriteSize(const CString& name, CSize* size) {
-  if (size == nullptr) return 0;
-  CPoint both{.x = size->cx, .y = size->cy};
-  return WritePoint(name, &both);
-}
-
-int CRegistry::WriteRect(const CString& name, CRect* rect) {
-  if (rect == nullptr) return 0;
-  std::array<char, 16> bytes{};
-  Packer(bytes.data()) << rect->left << rect->top << rect->right << rect->bottom;
-  return WriteFixed(*this, name, bytes);
-}
+int CRegistry::WritePoint(const CString& name, CPoint* point) { return WriteFrom(*this, name, point); }
+int CRegistry::WriteSize(const CString& name, CSize* size) { return WriteFrom(*this, name, size); }
+int CRegistry::WriteRect(const CString& name, CRect* rect) { return WriteFrom(*this, name, rect); }
 
 int CRegistry::WriteFont(const CString& name, CFont* font) {
   LOGFONTW description{};
   if (font == nullptr || font->GetLogFont(&description) == 0) return 0;
-  std::array<char, sizeof description> bytes{};
-  std::memcpy(bytes.data(), &description, bytes.size());
-  return WriteFixed(*this, name, bytes);
+  return WriteFixed(*this, name, description);
 }
 
 int CRegistry::WriteString(const CString& name, const CString& value) {
   const std::string bytes = RegistryBytes(value);
   const size_t units = bytes.size() / kUnit;  // with the end mark
   if (units == 0 || units - 1 >= kTooLong) return 0;
-  // The number of characters given as that of bytes: readers of the suite rely on what is stored so.
+  // Required oddity: the number of characters is stored as the number of bytes; the suite's readers rely on
+  // it.
   return WriteBytes(*this, name, REG_SZ, std::string_view(bytes).substr(0, units));
 }
 

@@ -1,12 +1,11 @@
-// Typed values below a key of the registry. The object remembers a root and a path; every call opens
-// the key and closes it again, so an object is cheap and holds nothing.
+// Typed values of a registry key. An object holds a root and a path; every call opens the key and closes it.
 //
 //   CRegistry registry;
 //   if (registry.SetKey(L"Software\\Quorval\\Zennik", 1, KEY_ALL_ACCESS)) registry.WriteInt(L"Width", 640);
 //   const int width = registry.ReadInt(L"Width", 800);   // 800 when it is missing
 //
-// All that is stored is little-endian bytes, the same on every system; where they lie is told in
-// platform/registry_store.h. No operation shows or throws anything.
+// Values are stored as little-endian bytes on every system (platform/registry_store.h). No operation shows a
+// message or throws.
 #ifndef VELMORA_ENVIRONMENT_REGISTRY_H_
 #define VELMORA_ENVIRONMENT_REGISTRY_H_
 
@@ -24,7 +23,7 @@ class VELMORA_API CRegistry {
   CRegistry(const CRegistry&) = default;
   CRegistry& operator=(const CRegistry&) = default;
 
-  // Keys. 1 success, 0 failure, unless told otherwise.
+  // Keys. Results are 1 on success and 0 on failure, except where noted.
 
   // Back to HKEY_CURRENT_USER, an empty path and lazy writing. Always 1.
   int ClearKey();
@@ -34,12 +33,13 @@ class VELMORA_API CRegistry {
   CString GetCurrentPath() const;
   // Whether there is a current path.
   int PathIsValid() const;
-  // Makes `path` current when it can be opened, or made with `canCreate`, with that access, which may
-  // carry KEY_WOW64_64KEY or KEY_WOW64_32KEY. An empty path is always taken. On failure the path stays.
+  // Makes `path` current when it can be opened with that access (which may include KEY_WOW64_64KEY or
+  // KEY_WOW64_32KEY), or created with `canCreate`. An empty path is always accepted. On failure the current
+  // path is unchanged.
   int SetKey(const CString& path, int canCreate, int access);
   int CreateKey(const CString& path);
-  // 1 also when there is no such key; 0 when it has sub-keys. A key that cannot be opened for
-  // everything counts as missing, here and in the two questions below.
+  // 1 also when there is no such key; 0 when it has sub-keys. A key that cannot be opened with
+  // KEY_ALL_ACCESS counts as missing, here and in KeyExists and ValueExists.
   int DeleteKey(const CString& path);
   int DeleteValue(const CString& name);
   int KeyExists(const CString& path, HKEY parent = nullptr);
@@ -54,9 +54,8 @@ class VELMORA_API CRegistry {
   // Does nothing and returns 0.
   int RenameValue(const CString& from, const CString& to);
 
-  // Values of a fixed size. The stored type does not matter, the size does: what is larger or smaller is
-  // no value of ours. The first four groups then give the default, the others 0 and leave the object
-  // alone. A null pointer gives 0.
+  // Values of a fixed size, of any stored type. A value of another size is ignored: the functions with
+  // `otherwise` return it, the others return 0 and leave the object unchanged. A null pointer gives 0.
   int ReadBool(const CString& name, int otherwise);
   unsigned long ReadColor(const CString& name, unsigned long otherwise);
   unsigned long ReadDword(const CString& name, unsigned long otherwise);
@@ -66,13 +65,13 @@ class VELMORA_API CRegistry {
   int ReadPoint(const CString& name, CPoint* point);
   int ReadSize(const CString& name, CSize* size);
   int ReadRect(const CString& name, CRect* rect);
-  // The object gives up the font it had, which lives on, and gets a new one.
+  // The object's previous font is detached, not deleted.
   int ReadFont(const CString& name, CFont* font);
 
-  // REG_SZ and REG_EXPAND_SZ, the latter as it stands; at most 126 characters.
+  // REG_SZ and REG_EXPAND_SZ (not expanded); at most 126 characters.
   CString ReadString(const CString& name, const CString& otherwise);
-  // From a key below the root, whatever the current path. When it cannot be opened it is looked for in
-  // the 64-bit view. A key that opens and lacks the value gives the default at once.
+  // From the key `subkey` below the root; the current path is not used. Tries the 64-bit view when the key
+  // cannot be opened, not when it lacks the value.
   CString ReadStringKey3264(const CString& subkey, const CString& name, const CString& otherwise);
 
   // 1 when the value was stored.
@@ -86,12 +85,12 @@ class VELMORA_API CRegistry {
   int WriteSize(const CString& name, CSize* size);
   int WriteRect(const CString& name, CRect* rect);
   int WriteFont(const CString& name, CFont* font);
-  // Fewer than 255 characters. Stores about the first half of them; SetRegistryText stores the whole.
+  // Fewer than 255 characters, of which about the first half is stored; SetRegistryText stores all.
   int WriteString(const CString& name, const CString& value);
 
   int m_nLastError;  // the last result of SetKey, GetDataType, ReadString, ReadStringKey3264
   HKEY m_hRootKey;
-  int m_bLazyWrite;          // 0: what was written is on the disk when the call returns
+  int m_bLazyWrite;          // 0: every write is flushed to the disk
   CString m_strCurrentPath;  // below the root
 };
 

@@ -6,10 +6,8 @@
 #include "velmora/common/folder_levels.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
-#include "velmora/environment/application_profile.h"
 #include "velmora/environment/installation.h"
-#include "velmora/environment/listed_files.h"
-#include "velmora/environment/program_folder.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/environment/system_keys.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/environment/user_folders.h"
@@ -29,8 +27,8 @@ constexpr int kNoUserFolder = -4;
 constexpr int kNoMakerFolder = -6;
 constexpr int kNoUserDataQuiet = -2020;
 
-// The user's ini file of the process. Callers rely on a set-up of a program that is not registered
-// finding the path that an earlier set-up, also one that failed, composed.
+// The user's ini file of the process. Callers rely on the set-up of an unregistered program using the path
+// that an earlier set-up composed, even a failed one.
 CString& UserIniPath() {
   static CString path;
   return path;
@@ -41,14 +39,9 @@ CString UserDataFolder() {
   return registered.IsEmpty() ? UserApplicationData() : registered;
 }
 
-bool IsFile(const CString& path) {
-  const auto status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-
-// Another program may be making the same folder at this moment.
 bool MakeFolderIfMissing(const CString& folder) {
-  return IsFolder(folder) || MakeFolder(folder) || IsFolder(folder);
+  // Checked again, because another program may create the same folder at this moment.
+  return FolderExists(folder) || MakeFolder(folder) || FolderExists(folder);
 }
 
 void Show(const wchar_t* text, const CString& path) {
@@ -57,7 +50,7 @@ void Show(const wchar_t* text, const CString& path) {
   ShowMessage(message);
 }
 
-// Makes what is missing of the user folder, one level at a time. 0, or the result of the set-up.
+// Creates the missing levels of the user folder. Returns 0 or the result of the set-up.
 int MakeUserFolder(const CString& data_folder, const CString& sub) {
   CString folder = JoinPath(data_folder, L"Quorval");
   if (!MakeFolderIfMissing(folder)) {
@@ -83,8 +76,8 @@ void CopyOrShow(const CString& from_folder, const CString& to_folder, const CStr
   ShowMessage(message);
 }
 
-// The ini file goes last: it is what tells the next set-up that all is in place, also when this one is
-// killed half-way.
+// Copies the ini file last: its presence tells the next set-up that everything was copied, even when this
+// process is killed.
 void CopyUserData(const CString& from_folder, const CString& to_folder) {
   const auto is_ini = [](const CString& name) { return EqualNoCase(name.GetView(), kIniName); };
   std::vector<CString> names = FilesIn(from_folder);
@@ -92,13 +85,13 @@ void CopyUserData(const CString& from_folder, const CString& to_folder) {
   for (const CString& name : names) CopyOrShow(from_folder, to_folder, name);
 }
 
-// A user's data under the maker's former name, copied to `folder` when they are only there. 0, or the
-// result of the set-up.
-int TakeOverFormerData(const CString& ini_path, const CString& data_folder, const CString& sub) {
-  if (IsFile(ini_path)) return 0;
+// Copies a user's data from the folder under the maker's former name when there is none under the present
+// one. Returns 0 or the result of the set-up.
+int CopyFormerData(const CString& ini_path, const CString& data_folder, const CString& sub) {
+  if (FileExists(ini_path)) return 0;
   const CString former = FormerMakerPath(ini_path);
-  if (former.IsEmpty() || !IsFile(former)) return 0;
-  // An ini path of an earlier call may lie elsewhere; what is there is not for this user's folder.
+  if (former.IsEmpty() || !FileExists(former)) return 0;
+  // The ini path of an earlier call may be in another folder, whose data are not this user's.
   const CString folder = UserFolder(data_folder, kRelease, sub);
   if (!EqualNoCase(ini_path.GetView(), JoinPath(folder, kIniName).GetView())) return 0;
   if (const int failed = MakeUserFolder(data_folder, sub)) return failed;
@@ -111,7 +104,7 @@ int TakeOverFormerData(const CString& ini_path, const CString& data_folder, cons
 }  // namespace
 
 int CTundrilIni::InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir) {
-  const CString sub_name = sub;  // the arguments may be fields of ours
+  const CString sub_name = sub;  // copies: the arguments may point into this object
   const CString given_folder = dir;
   m_useIniFile = mode >= 2 ? 1 : 0;
   CopyToField(m_package, L"");
@@ -124,7 +117,7 @@ int CTundrilIni::InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir) {
         dir != nullptr ? given_folder : ProgramFolderFromCommandLine(CommandLine(), /*parent=*/mode == 1);
     if (const auto package = PackageInstalledIn(m_programDir, sub_name)) {
       CopyToField(m_package, package->GetView());
-      mode = kInstalledMode;  // to the end of this call; m_useIniFile stays
+      mode = kInstalledMode;  // m_useIniFile keeps its value
     }
   }
 
@@ -134,8 +127,8 @@ int CTundrilIni::InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir) {
     m_cfgDir = UserFolder(data_folder, kRelease, sub_name);
     ini_path = JoinPath(m_cfgDir, kIniName);
   }
-  if (const int failed = TakeOverFormerData(ini_path, data_folder, sub_name)) return failed;
-  if (!IsFile(ini_path)) {
+  if (const int failed = CopyFormerData(ini_path, data_folder, sub_name)) return failed;
+  if (!FileExists(ini_path)) {
     if (mode < 1) return kNoUserDataQuiet;
     ShowMessage(L"Fel! Hittar inte data för Velmora för aktuell användare. Starta upp via Lindqvar!");
     return kNoUserData;

@@ -19,7 +19,7 @@ void TakeFolder(const CString& value, CTundrilIni* ini) {
 
 template <int CTundrilIni::*kField>
 void TakeVersion(const CString& value, CTundrilIni* ini) {
-  (void)NumberScanner(value.GetView()).Next(&(ini->*kField));  // what is no number leaves the field
+  (void)NumberScanner(value.GetView()).Next(&(ini->*kField));  // other text leaves the field unchanged
 }
 
 template <int CTundrilIni::*kField>
@@ -27,7 +27,7 @@ void TakeMicroStation(const CString& value, CTundrilIni* ini) {
   ini->*kField = EqualNoCase(value.GetView(), L"MSTATION") ? 1 : 0;
 }
 
-// Callers rely on NEJ, unlike any other word, leaving the flag as it was.
+// Required: NEJ, unlike any other word, leaves the flag as it was.
 void TakeAutoGen(const CString& value, CTundrilIni* ini) {
   if (value.IsEmpty() || EqualNoCase(value.GetView(), L"NEJ")) return;
   ini->m_autoGen = EqualNoCase(value.GetView(), L"JA") ? 1 : 0;
@@ -44,7 +44,7 @@ constexpr SystemKey kSystemKeys[] = {
     {L"TUNDRIL.CFG", L"TUNDRIL.CFG", TakeText<&CTundrilIni::m_cfgDir>},
     {L"MSG", L"MSG", TakeText<&CTundrilIni::m_msgPath>},
     {L"ACADEXE", L"ACADEXE", TakeText<&CTundrilIni::m_acadExe>},
-    // One letter short for Init: ini files in use are written that way.
+    // Required misspelling for Init: ini files in use have it.
     {L"CIILDRAWINGEXE", L"CIVILDRAWINGEXE", TakeText<&CTundrilIni::m_civilDrawingExe>},
     {L"SCRIPTPATH", L"SCRIPTPATH", TakeFolder<&CTundrilIni::m_scriptPath>},
     {L"ACADLTEXE", L"ACADLTEXE", TakeText<&CTundrilIni::m_acadLtExe>},

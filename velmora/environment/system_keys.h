@@ -1,4 +1,4 @@
-// What the section SYSTEM of Velmora.ini says about an installation.
+// The section SYSTEM of Velmora.ini.
 #ifndef VELMORA_ENVIRONMENT_SYSTEM_KEYS_H_
 #define VELMORA_ENVIRONMENT_SYSTEM_KEYS_H_
 
@@ -8,10 +8,10 @@ class CTundrilIni;
 
 enum class SystemKeySet {
   kPlain,  // as Init reads them
-  kSetUp,  // as InitXPWay does: one key under another name, two more
+  kSetUp,  // as InitXPWay does: one key by another name, and two more
 };
 
-// Reads each key through the object's ReadKey and takes it over into its field.
+// Reads each key with the object's ReadKey into its field.
 void ReadSystemKeys(SystemKeySet set, CTundrilIni* ini);
 
 }  // namespace velmora

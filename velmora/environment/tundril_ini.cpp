@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "velmora/common/paths.h"
-#include "velmora/environment/application_profile.h"
-#include "velmora/environment/date_text.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/environment/system_keys.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
@@ -15,22 +14,21 @@
 namespace velmora {
 namespace {
 
-constexpr size_t kLongestValue = 254;  // without the zero of the caller's 255 characters
+constexpr size_t kLongestValue = 254;  // characters, without the terminating zero
 
-// The place where the characters of a section, a key or a value read could be converted.
+// Hook for converting the characters of a section, a key or a value.
 CString ConvertProfileText(const CString& text) { return text; }
 
-// The profile that keys are read from and written to; empty when there is none.
+// The profile of ReadKey and WriteKey; empty when there is none.
 CString ProfileOf(const CTundrilIni& ini) {
   return ini.m_useIniFile != 0 ? ini.m_iniPath : ApplicationProfile();
 }
 
-// False without the environment variable; the command line always gives a folder.
+// False when the environment variable is not set.
 bool FindProgramFolder(int mode, CString* folder) {
   if (mode != 0) return ReadEnvironment(L"TUNDRIL", folder);
   SplitPath(CommandLine(), folder, nullptr);
-  // Callers rely on the folder standing in the command line afterwards. A second Init(0) therefore cuts
-  // once more and finds the parent.
+  // Required: the folder replaces the command line. A second Init(0) therefore finds the parent folder.
   SetCommandLine(*folder);
   return true;
 }
@@ -38,6 +36,7 @@ bool FindProgramFolder(int mode, CString* folder) {
 }  // namespace
 
 CTundrilIni::CTundrilIni() : m_today(TodayText()) {}
+CTundrilIni::~CTundrilIni() = default;
 
 int CTundrilIni::Init(int mode) {
   m_useIniFile = mode;

@@ -1,13 +1,12 @@
-// The installation environment: where the suite is installed, where its ini file and the user's folder
-// lie, and which outside programs it drives. The first object of a program; every settings class keeps
-// its address, so it outlives them.
+// The installation environment: the suite's program folder, its ini file, the user's folder and the external
+// programs. Every settings class keeps a pointer to this object, so it must outlive them.
 //
 //   CTundrilIni ini;
 //   if (ini.InitXPWay(0, L"sv", nullptr) < 0) ini.Init();
 //   CString viewer = ini.ReadKey(L"SYSTEM", L"DOCEXE");
 //
-// Velmora.ini is a private profile (platform/profile.h). What both ways of initialising read from its
-// section SYSTEM stands in system_keys.cpp. For one thread at a time.
+// Velmora.ini is a private profile (platform/profile.h); system_keys.cpp lists the keys that are read from
+// its section SYSTEM. Not thread-safe.
 #ifndef VELMORA_ENVIRONMENT_TUNDRIL_INI_H_
 #define VELMORA_ENVIRONMENT_TUNDRIL_INI_H_
 
@@ -19,7 +18,7 @@ namespace velmora {
 class VELMORA_API CTundrilIni {
  public:
   CTundrilIni();
-  virtual ~CTundrilIni() = default;
+  virtual ~CTundrilIni();
   CTundrilIni(const CTundrilIni&) = default;
   CTundrilIni& operator=(const CTundrilIni&) = default;
 
@@ -58,14 +57,13 @@ class VELMORA_API CTundrilIni {
   //   -2020   no ini file, in mode 0 for a program that is not registered
   int InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir);
 
-  // Brings the user's copy of the shared files, and the binaries of the platform, up to date; what it
-  // does is planned by PlanUserFileCheck (user_data.h). Shows nothing. Always -1.
+  // Updates the user's copies of the shared files and the platform's binaries, as planned by
+  // PlanUserFileCheck (user_data.h). Shows nothing. Always -1.
   int AllUserFileCheck();
 
-  // Brings a user's older settings: copies the files *.PAR, *.KAL, *.CFG, *.DAT, *.XML and *.SDF of
-  // `folder` that the user folder has no file of that name for. An empty `folder` stands for the user's
-  // folder under the maker's former name; the one used is left in it. Never overwrites. Returns how many
-  // files were copied, -1 when one of the folders is missing.
+  // Copies a user's older settings: the files *.PAR, *.KAL, *.CFG, *.DAT, *.XML and *.SDF of `folder` that
+  // do not exist in the user folder. An empty `folder` is set to the user's folder under the maker's former
+  // name. Returns how many files were copied, -1 when one of the folders is missing.
   int User2Cfg(CString& folder);
 
   // The fields in the order that programs built against this class rely on.

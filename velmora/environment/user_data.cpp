@@ -5,7 +5,6 @@
 #include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/installation.h"
-#include "velmora/environment/listed_files.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
 #include "velmora/text/letters.h"
@@ -18,7 +17,7 @@ constexpr const wchar_t* kSettingsExtensions[] = {L".PAR", L".KAL", L".CFG", L".
 
 bool HasBothParts(const IniPathParts& parts) { return !parts.sub.IsEmpty() && !parts.release.IsEmpty(); }
 
-// Empty when nothing tells where it is.
+// Empty when the registry or the ini path does not give it.
 CString UserFolderOf(const CTundrilIni& ini) {
   const IniPathParts parts = SplitIniPath(ini.m_iniPath);
   const CString data_folder = RegisteredUserData();
@@ -36,7 +35,7 @@ UserFileState CompareFiles(const CString& source, const CString& destination) {
   if (!ours) return UserFileState::kUnreadable;
   const auto theirs = GetFileStatus(destination);
   if (!theirs) return UserFileState::kMissing;
-  // In whole seconds: a disk that keeps no fractions must not make every file newer again and again.
+  // In whole seconds: on a disk without fractions of seconds every source would stay newer.
   constexpr std::int64_t kTicksPerSecond = 10'000'000;
   return ours->modified / kTicksPerSecond > theirs->modified / kTicksPerSecond ? UserFileState::kNewer
                                                                                : UserFileState::kUpToDate;
@@ -82,7 +81,7 @@ bool HasSettingsExtension(const CString& name) {
 UserFilePlan PlanUserFileCheck(const CTundrilIni& ini) {
   UserFilePlan plan;
   plan.user_folder = UserFolderOf(ini);
-  plan.user_folder_exists = !plan.user_folder.IsEmpty() && IsFolder(plan.user_folder);
+  plan.user_folder_exists = !plan.user_folder.IsEmpty() && FolderExists(plan.user_folder);
   if (!plan.user_folder_exists) return plan;
   plan.shared_folder = SharedFolderOf(ini);
   PlanFolder(plan.shared_folder, plan.user_folder, /*copies_ini_file=*/false, &plan.files);
@@ -92,7 +91,7 @@ UserFilePlan PlanUserFileCheck(const CTundrilIni& ini) {
 
 int CTundrilIni::AllUserFileCheck() {
   for (const UserFile& file : PlanUserFileCheck(*this).files)
-    // One that cannot be copied now is tried again at the next check.
+    // A failed copy is repeated at the next check.
     if (IsCopied(file)) (void)CopyWholeFile(file.source, file.destination, /*keep_existing=*/false);
   return -1;
 }
@@ -100,7 +99,8 @@ int CTundrilIni::AllUserFileCheck() {
 int CTundrilIni::User2Cfg(CString& folder) {
   const CString user_folder = UserFolderOf(*this);
   if (folder.IsEmpty()) folder = FormerMakerPath(user_folder);
-  if (user_folder.IsEmpty() || folder.IsEmpty() || !IsFolder(user_folder) || !IsFolder(folder)) return -1;
+  if (user_folder.IsEmpty() || folder.IsEmpty() || !FolderExists(user_folder) || !FolderExists(folder))
+    return -1;
   int copied = 0;
   for (const CString& name : FilesIn(folder))
     if (HasSettingsExtension(name) && StaysInsideFolder(name.GetView()) &&

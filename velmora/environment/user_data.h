@@ -1,5 +1,4 @@
-// The user data check, decided apart from being carried out: what CTundrilIni::AllUserFileCheck would
-// copy, for a program that wants to show it first.
+// The plan of CTundrilIni::AllUserFileCheck: which files it would copy, for programs that show it first.
 //
 //   UserFilePlan plan = PlanUserFileCheck(ini);    // shows what would happen
 //   ini.AllUserFileCheck();                        // does it
@@ -19,9 +18,9 @@ enum class UserFileState {
   kMissing,     // at the destination: is copied
   kNewer,       // the source was modified after the destination: is copied
   kUpToDate,    // the destination is as new or newer
-  kOwnIniFile,  // Velmora.ini, which is the user's own and never copied
+  kOwnIniFile,  // Velmora.ini of the user: is never copied
   kUnreadable,  // the source cannot be examined
-  kForbidden,   // by its name it would go elsewhere, to a device say (project/folder_levels.h): is not copied
+  kForbidden,   // its name would leave the folder or is a device (common/folder_levels.h): is not copied
 };
 
 struct UserFile {
@@ -30,20 +29,19 @@ struct UserFile {
   UserFileState state = UserFileState::kMissing;
 };
 
-// A folder that is not known, or whose step is not reached, is empty. Nothing at all is done without the
-// user folder.
+// Folders that are unknown or not reached are empty. Without the user folder nothing is planned.
 struct UserFilePlan {
   CString user_folder;
   bool user_folder_exists = false;
   CString shared_folder;
   CString binaries_source;
   CString binaries_destination;
-  std::vector<UserFile> files;  // in the order in which they are looked at
+  std::vector<UserFile> files;  // in the order in which they are checked
 };
 
-// Reads the registry and the folders; changes nothing. The folders follow from where the object's ini file
-// lies (user_folders.h) and from what the shell has registered. The binaries are those of the platform of
-// version ZENNIKVER in the ini file's section SYSTEM, 26.15 when it has none.
+// Reads the registry and the folders; changes nothing. The folders follow from the path of the object's ini
+// file (user_folders.h) and from the folders that the shell has registered. The platform's version is the key
+// ZENNIKVER of the ini file's section SYSTEM, 26.15 without one.
 VELMORA_API UserFilePlan PlanUserFileCheck(const CTundrilIni& ini);
 
 }  // namespace velmora

@@ -1,6 +1,7 @@
 #include "velmora/environment/user_folders.h"
 
 #include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
 
 namespace velmora {
 namespace {
@@ -8,6 +9,7 @@ namespace {
 constexpr wchar_t kSuiteFolder[] = L"Quorval\\Zennik\\Velmora";
 constexpr std::wstring_view kMaker = L"\\Quorval\\Zennik\\";
 constexpr std::wstring_view kFormerMaker = L"\\Brovald\\Zennik\\";
+constexpr int kLongestListedName = 259;
 
 }  // namespace
 
@@ -32,6 +34,15 @@ CString FormerMakerPath(const CString& path) {
   if (at == std::wstring::npos) return {};
   text.replace(at, kMaker.size(), kFormerMaker);
   return CString(text);
+}
+
+std::vector<CString> FilesIn(const CString& folder) {
+  if (folder.IsEmpty() || folder.GetLength() >= kLongestFolder) return {};
+  std::vector<CString> names;
+  for (const FoundFile& file : FindFiles(JoinPath(folder, L"*.*")))
+    if (file.status.kind != FileKind::kFolder && file.name.GetLength() <= kLongestListedName)
+      names.push_back(file.name);
+  return names;
 }
 
 }  // namespace velmora

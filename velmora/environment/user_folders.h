@@ -1,12 +1,13 @@
-// Where the suite keeps data below the folders that a system gives its programs: names and paths only,
-// no disk is looked at.
+// Where the suite keeps a user's data, below the folders that the system gives its programs.
 //
 //   user folder     DATA\Quorval\Zennik\Velmora\R20\sv    DATA: the user's application data
 //   shared folder   ALL\Quorval\Zennik\Velmora\sv         ALL: that of all users
 //
-// The user folder has a level for the release, the shared one has none: installations rely on it.
+// Only the user folder has a level for the release; installations rely on it.
 #ifndef VELMORA_ENVIRONMENT_USER_FOLDERS_H_
 #define VELMORA_ENVIRONMENT_USER_FOLDERS_H_
+
+#include <vector>
 
 #include "velmora/text/string.h"
 
@@ -18,8 +19,8 @@ inline constexpr wchar_t kRelease[] = L"R20";
 CString UserFolder(const CString& data_folder, const CString& release, const CString& sub);
 CString SharedFolder(const CString& data_folder, const CString& sub);
 
-// What the path of a user's ini file tells: the two characters of its folder's end, and the three of
-// the folder above. Shorter or empty when the path has less.
+// The last two characters of an ini file's folder, and the last three of the folder above it. Shorter or
+// empty when the path has fewer.
 //
 //   SplitIniPath(L"D:\\Quorval\\Zennik\\Velmora\\R20\\sv\\Velmora.ini")   // sv and R20
 struct IniPathParts {
@@ -28,9 +29,15 @@ struct IniPathParts {
 };
 IniPathParts SplitIniPath(const CString& ini_path);
 
-// The same path where the maker's former name was used; empty when `path` does not lie in the maker's
-// folder. A data folder that happens to have the maker's name in it keeps it.
+// The path under the maker's former name; empty when `path` is not below the maker's folder. Only the last
+// occurrence of the maker's name is replaced.
 CString FormerMakerPath(const CString& path);
+
+// The names of the files in a folder, by name without regard to case. Names over 259 characters are passed
+// over, as in every listing of the suite. Empty for an empty or missing folder, and for a path of
+// kLongestFolder characters or more: nothing is copied from there.
+inline constexpr int kLongestFolder = 260;
+std::vector<CString> FilesIn(const CString& folder);
 
 }  // namespace velmora
 

@@ -9,15 +9,14 @@
 namespace velmora::conversation {
 namespace {
 
-// Digits and blanks are what they are in every encoding, so no decoding is needed.
+// Digits and blanks are the same in every encoding, so no decoding is needed.
 std::wstring Widened(std::string_view line) {
   std::wstring wide;
   for (const char c : line) wide += static_cast<wchar_t>(static_cast<unsigned char>(c));
   return wide;
 }
 
-// Of what a known number tells the window: its wParam, and its lParam unless the line's second number
-// stands there.
+// A known notification; without `lParam` the text's second number is used.
 struct Known {
   int number;
   std::uintptr_t wParam;

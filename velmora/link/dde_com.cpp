@@ -13,7 +13,7 @@ namespace {
 
 using Milliseconds = std::chrono::milliseconds;
 
-// After each trial that failed.
+// After each failed attempt.
 constexpr Milliseconds kWaits[] = {Milliseconds(30), Milliseconds(130), Milliseconds(230)};
 
 std::vector<CDdeCom*>& Living() {
@@ -37,7 +37,7 @@ void TakeGreeting(std::string_view line) {
   const std::optional<conversation::Greeting> greeting = conversation::ParseGreeting(line);
   if (!greeting) return;
   CDdeCom::m_Pid = greeting->pid;
-  // Without a name that could be one the conversation stays where it is.
+  // Without a valid item the conversation stays on the current one.
   if (const DdeString item = DdeChannel::MakeString(greeting->item); item != nullptr) {
     DdeChannel::StopAdvise(CDdeCom::m_Hconv, CDdeCom::m_Item);
     DdeChannel::FreeString(CDdeCom::m_Item);

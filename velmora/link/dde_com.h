@@ -1,5 +1,5 @@
-// The conversation with the field-data program, which is the server of the DDE service "Tundril": text
-// goes there with DdeMessage, and its numbered notifications come to a window of the using program.
+// The client of the field-data program, the server of the DDE service "Tundril": DdeMessage sends texts, and
+// the server's numbered notifications become messages to a window of the client.
 //
 //   CDdeCom com;
 //   com.m_pNotifyWnd = &window;             // gets WM_USER with 1117, 1119, 1120, 1121 or 1122
@@ -12,17 +12,16 @@
 //         ^                                                              |
 //         +----------------------------- Close --------------------------+
 //
-// There is one conversation in a process, however many objects there are: all its state is static.
-// Notifications go to the m_pNotifyWnd of the object constructed last of those that still live. A second
-// Connect after Close takes no new greeting: m_Pid stays, and the item is "-1" until a new CDdeCom starts
-// over; held by the test ASecondConversation.
+// A process has one conversation, independent of the number of objects: its state is static. Notifications go
+// to the m_pNotifyWnd of the most recently constructed living object. Required: a second Connect after Close
+// accepts no new greeting; m_Pid is unchanged and the item is "-1" until a new CDdeCom is constructed (test
+// ASecondConversation).
 //
-// One thread does all of it. On Windows data arrive wherever that thread dispatches its messages; elsewhere
-// the client calls HandlePending when Descriptor is readable, or now and then. The library starts no
-// thread, and no call waits longer than stands at it.
+// Use it on one thread. On Windows data arrive wherever the thread dispatches its messages; on other systems
+// the client calls HandlePending when Descriptor is readable, or regularly. The library starts no thread, and
+// no call waits longer than stated.
 //
-// Where there is no DDE the conversation runs over the session's D-Bus; docs/conversation.md tells how
-// to be its server.
+// On systems without DDE the conversation uses the session's D-Bus (docs/conversation.md).
 #ifndef VELMORA_LINK_DDE_COM_H_
 #define VELMORA_LINK_DDE_COM_H_
 
@@ -35,52 +34,50 @@ namespace velmora {
 
 class VELMORA_API CDdeCom {
  public:
-  // A conversation that is still open is closed, as by Close; m_Pid is -1 and the project folder empty.
+  // Closes an open conversation; m_Pid is then -1 and the project folder empty.
   CDdeCom();
   virtual ~CDdeCom();
   CDdeCom(const CDdeCom&) = delete;
   CDdeCom& operator=(const CDdeCom&) = delete;
 
-  // Finds the server and listens to its item "-1". Returns 0, at once when connected already; -1 when
-  // nobody answered in three trials. Shows nothing. After the trials it sleeps 30, 130 and 230 ms. A trial
-  // takes no time on D-Bus, with a bus that is out of order a second for each question that is still
-  // answered and for one that is not, five at most (a bus that stops right after it has answered is waited
-  // for a minute and a half by the D-Bus library); on Windows as long as the windows of the desktop take to
-  // answer the system's broadcast.
+  // Connects and starts an advise loop on the item "-1". Returns 0, also when connected already; -1 when no
+  // server answers in three attempts, which are followed by pauses of 30, 130 and 230 ms. Shows nothing. With
+  // a bus that does not answer an attempt takes up to five seconds (a minute and a half when the bus stops
+  // between two steps of connecting); on Windows it lasts until all windows of the desktop have answered the
+  // system's broadcast.
   static int Connect();
-  // Sends the text, cut to 511 characters, on the current item. Does not wait and always returns 0:
-  // whether it was taken, WaitForReplies tells.
+  // Sends the text, cut to 511 characters, on the current item. Does not wait and always returns 0;
+  // WaitForReplies returns the outcome.
   static int DdeMessage(const CStringA& text);
-  // Stops listening and ends the conversation; harmless when there is none. Waits a second at most.
+  // Ends the conversation, if there is one. Waits at most a second.
   static void Close();
 
-  // The folder to announce when the greeting comes, in Windows-1252; cut to 511 characters, with the
-  // announcement's own "10000 " before it to 505. Returns 0.
+  // The folder to announce after the greeting, in Windows-1252; cut to 511 characters, in the announcement
+  // after "10000 " to 505. Returns 0.
   virtual int SetProjPath(const char* path);
 
-  // Handles what has come; with nothing there, waits for it at most `wait_ms`. True when something was
-  // handled: there may be more. On Windows it dispatches the thread's messages, a window's own too.
+  // Handles pending messages; when there are none, waits for one at most `wait_ms`. True when it handled
+  // some: there may be more. On Windows it dispatches all messages of the thread.
   static bool HandlePending(int wait_ms = 0);
-  // A file descriptor that is readable when there is something to handle; another after each Connect.
-  // -1 when not connected, once the server has gone, and on Windows.
+  // A file descriptor that is readable when messages are pending; it changes with every Connect. -1 when not
+  // connected, after the server has ended, and on Windows.
   static int Descriptor();
-  // Whether the server has not gone since Connect. The conversation is open until Close all the same.
+  // Whether the server is still connected. The conversation stays open until Close.
   static bool IsServerThere();
-  // Waits until the server has answered to the texts sent, at most `wait_ms`. 0 when it has taken them, 1
-  // when it has not answered yet (they are on their way), -1 when it has refused one since the last call,
-  // or was not there.
+  // Waits at most `wait_ms` for the server's replies to the texts sent. 0 when it has accepted them, 1 when
+  // replies are missing, -1 when it has rejected one since the last call or is gone.
   static int WaitForReplies(int wait_ms);
 
   static DdeString m_Service;      // "Tundril"
   static DdeString m_Topic;        // "WIN"
-  static DdeString m_Item;         // "-1", later the one that the server named; these three while connected
+  static DdeString m_Item;         // "-1", then the greeting's; these three only while connected
   static DdeConversation m_Hconv;  // null when not connected
-  static int m_Pid;                // the number that the server greeted with; -1 until then
-  static char m_Ddemess[512];      // the text sent last
+  static int m_Pid;                // the greeting's number, -1 before it
+  static char m_Ddemess[512];      // the last text sent
   static char m_ProjPath[512];
-  static int m_Winsession;  // the using program's own
+  static int m_Winsession;  // for clients
 
-  NotifyWindow* m_pNotifyWnd = nullptr;  // not owned; null drops the notifications
+  NotifyWindow* m_pNotifyWnd = nullptr;  // not owned; with null notifications are dropped
 };
 
 }  // namespace velmora

@@ -6,12 +6,14 @@
 
 namespace velmora {
 
-// Whether the calling thread has a main window that can own a box. Never where there are no windows.
+// The style's default button, the answer where nobody can press one.
+int DefaultButton(unsigned style);
+
+// Whether the calling thread has a main window that can own a box; false on systems without windows.
 bool HasMainWindow();
 
-// Shows the box, `owned` by the thread's main window when it has one, and returns the button pressed.
-// Without windows the caption and the text go to standard error and the style's default button
-// answers.
+// Shows the box, `owned` by the thread's main window, and returns the button pressed. On systems without
+// windows prints caption and text on standard error and returns the style's default button.
 int NativeMessageBox(const CString& text, unsigned style, const CString& caption, bool owned);
 
 }  // namespace velmora

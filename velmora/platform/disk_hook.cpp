@@ -5,12 +5,12 @@
 namespace velmora {
 namespace {
 
-std::atomic<DiskHook*> the_watch = nullptr;
+std::atomic<DiskHook*> g_hook = nullptr;
 
 }  // namespace
 
-DiskHook* SetDiskHook(DiskHook* watch) { return the_watch.exchange(watch); }
+DiskHook* SetDiskHook(DiskHook* hook) { return g_hook.exchange(hook); }
 
-DiskHook* CurrentDiskWatch() { return the_watch.load(std::memory_order_acquire); }
+DiskHook* CurrentDiskHook() { return g_hook.load(std::memory_order_acquire); }
 
 }  // namespace velmora

@@ -1,9 +1,8 @@
-// The one door through which the disk is changed, and read, and who may stand in it.
+// Hook around every disk call, for fault injection in tests.
 //
-// Every call that opens, reads, makes, writes, flushes, renames or removes passes here on its way to the
-// system (posix/disk_calls.cpp, win32/disk_calls.cpp). A program that sets a watch is told of each before
-// it is made and may have it fail: so tests fill the disk, take permissions away and cut the power at any
-// call. Without a watch, which is the rule, a call costs one look at a pointer.
+// posix/disk_calls.cpp and win32/disk_calls.cpp make every call that opens, reads, creates, writes, flushes,
+// renames or removes. They report it to the hook before and after; the hook can make it fail. Without a hook
+// the cost of a call is one load of a pointer.
 #ifndef VELMORA_PLATFORM_DISK_HOOK_H_
 #define VELMORA_PLATFORM_DISK_HOOK_H_
 
@@ -17,47 +16,46 @@ namespace velmora {
 enum class DiskAction {
   kOpenToRead,
   kRead,
-  kCreate,  // a file that was not there
-  kWrite,   // at the end of what was written so far
-  kFlush,   // what was written to a file, to the disk
+  kCreate,  // a new file
+  kWrite,   // appends
+  kFlush,   // a file's content to the disk
   kRename,
   kRemove,
   kMakeFolder,
   kRemoveFolder,
-  kFlushFolder,  // the names in a folder, to the disk
+  kFlushFolder,  // a folder's names to the disk
 };
 
-// Why a call fails.
+// The error with which a call fails.
 enum class InjectedError {
   kNone,
   kFull,
   kDenied,
-  kFailing,    // the device
-  kTransient,  // to be tried again: a signal came in between; on Windows somebody has the file open
+  kFailing,    // device error
+  kTransient,  // a retry may succeed: an interrupted call; on Windows a file that another program has open
 };
 
 struct DiskCall {
   DiskAction action;
-  std::filesystem::path path;      // the system's own; empty for standard input
+  std::filesystem::path path;      // of the system; empty for standard input
   std::filesystem::path new_path;  // of kRename
   std::string_view bytes;          // of kWrite
 };
 
-// For one thread at a time, or with a lock of its own.
+// Called on the thread that makes the disk call.
 class DiskHook {
  public:
   virtual ~DiskHook() = default;
-  // Before the call is made. Any answer but kNone makes it fail without having been made. *count bytes
-  // are to be written; less makes it a write that fell short.
+  // A result other than kNone makes the call fail without reaching the system. *count is the number of bytes
+  // to write; a smaller value makes a short write.
   virtual InjectedError Before(const DiskCall& call, size_t* count) = 0;
-  // The call has been made, with this success; of kWrite `bytes` are those that were written.
+  // After the call; for kWrite `bytes` is what was written.
   virtual void After(const DiskCall& call, bool done) = 0;
 };
 
-// For the whole process; null ends it. Returns the one before. The watch is not owned.
-DiskHook* SetDiskHook(DiskHook* watch);
-// For the sources that call the system.
-DiskHook* CurrentDiskWatch();
+// Sets the process's hook, which is not owned; null removes it. Returns the previous one.
+DiskHook* SetDiskHook(DiskHook* hook);
+DiskHook* CurrentDiskHook();
 
 }  // namespace velmora
 

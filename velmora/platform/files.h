@@ -1,9 +1,8 @@
-// Files and folders. Paths are the suite's own, with backslashes; on systems that write them otherwise
-// they are translated here and nowhere else (posix/native_path.h tells how).
+// Files and folders. Paths are the suite's, with backslashes; posix/native_path.h translates them for other
+// systems.
 //
-// No function throws or shows anything; a failure is false, and says why only where a caller can use
-// it. Names that another program may be changing at the same moment are no reason to fail twice: what
-// is read is the old file or the new one, whole.
+// No function throws or shows a message; false is a failure. A file that another program replaces at the same
+// time is read as the whole old or the whole new file.
 #ifndef VELMORA_PLATFORM_FILES_H_
 #define VELMORA_PLATFORM_FILES_H_
 
@@ -23,12 +22,12 @@ namespace velmora {
 class NewFile;
 
 enum class FileKind {
-  kFile,    // an ordinary file
-  kFolder,  //
-  kOther,   // a pipe, a terminal, a device
+  kFile,  // regular
+  kFolder,
+  kOther,  // pipe, terminal or device
 };
 
-// Local time, as the system's own listings show it: that of the file's own day, summer time or not.
+// Local time with the summer time rule of the file's own day, as the system's listings show it.
 struct FileTime {
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
 };
@@ -43,7 +42,7 @@ struct FileStatus {
 
 struct FoundFile {
   CString name;        // without folder, spelled as on disk
-  CString short_name;  // the 8.3 name where the system keeps one
+  CString short_name;  // the 8.3 name, empty where there is none
   FileStatus status;
 };
 
@@ -51,22 +50,35 @@ struct FoundFile {
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
 VELMORA_API bool FileOrFolderExists(const CString& path);
 
+inline bool FileExists(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFile;
+}
+inline bool FolderExists(const CString& path) {
+  const auto status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFolder;
+}
+
+// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..".
+// For comparison with other results of RealPath, not for display. Nothing when there is no such entry or a
+// link leads nowhere.
+std::optional<CString> RealPath(const CString& path);
+
 // Copies a file with its modification time. An existing target is replaced in one step unless
-// `keep_existing` is set; on failure it is as it was.
+// `keep_existing` is set; on failure it is unchanged.
 VELMORA_API bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
 VELMORA_API bool RemoveWholeFile(const CString& path);
 VELMORA_API bool RemoveEmptyFolder(const CString& path);
 // One level; false when it exists already or its parent does not.
 VELMORA_API bool MakeFolder(const CString& path);
 
-// The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to
-// case. The pattern follows the Windows rules: "*" any run, "?" any one character or nothing at the
-// end, "*.*" every name, case ignored. Nothing found gives an empty list. An entry counts as
-// write-protected by its own bits only, whatever the folder or the disk says.
+// The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to case.
+// The pattern follows the Windows rules (wildcard.cpp). Empty when nothing matches. write_protected reflects
+// the entry's own permission bits only.
 VELMORA_API std::vector<FoundFile> FindFiles(const CString& pattern);
 VELMORA_API bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern);
 
-// A file being read from its start.
+// Reads a file from its start.
 class VELMORA_API InputFile {
  public:
   InputFile();
@@ -74,14 +86,13 @@ class VELMORA_API InputFile {
   InputFile(InputFile&&) noexcept;
   InputFile& operator=(InputFile&&) noexcept;
 
-  // False when it does not exist, is a folder or cannot be read. Pipes and terminals can.
+  // False when it does not exist, is a folder or cannot be read. Pipes and terminals are accepted.
   [[nodiscard]] bool Open(const CString& path);
-  // The process's standard input, left open at the end.
+  // The process's standard input, which Close leaves open.
   [[nodiscard]] bool OpenStandardInput();
-  // Fills the start of `buffer` and returns how many bytes came: 0 at the end, -1 on a read error.
-  // Fewer than asked for is not the end.
+  // Returns how many bytes were read: 0 at the end of the file, -1 on an error. A short read is not the end.
   [[nodiscard]] std::int64_t Read(std::span<char> buffer);
-  // The size in bytes, 0 when it is not known (a pipe).
+  // The size in bytes, 0 when it is unknown (a pipe).
   std::uint64_t Size() const;
   void Close();
 
@@ -90,29 +101,28 @@ class VELMORA_API InputFile {
   std::unique_ptr<System> system_;
 };
 
-// A new content for a file, written beside it and put in its place in one step by Commit. Until then,
-// and if Commit is never called or fails, the old file (or its absence) is untouched. At every moment,
-// also of a crash or a power cut, the name stands for the whole old or the whole new content.
+// Replaces a file's content: writes a new file beside it, which Commit renames over the old one. Without a
+// successful Commit the old file, or its absence, is unchanged. After a crash or a power cut the name has the
+// whole old or the whole new content.
 //
-// The new file lies in the target's own folder, is flushed to disk before it takes the name, and gets
-// the permissions of the old one; a target that is a symbolic link keeps being one. Two programs that
-// replace the same file at once take turns. What a killed program left behind is overwritten by the
-// next replacement of that file.
+// The new file is in the target's folder, is flushed to the disk before the rename, and gets the permissions
+// of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other.
+// The next replacement of the file overwrites what a killed program left behind.
 //
-// Whoever replaces a file closes their own reader of it first: not every system can give the name of
-// a file that is open to another one. Others' readers are waited for, about two seconds.
+// Close your own readers of the target first: not every system can replace an open file. Commit waits about
+// two seconds for the readers of other programs.
 class VELMORA_API FileReplacement {
  public:
   FileReplacement();
-  ~FileReplacement();  // gives up what was not committed
+  ~FileReplacement();  // as Abandon
   FileReplacement(FileReplacement&&) noexcept;
   FileReplacement& operator=(FileReplacement&&) noexcept;
 
-  // Makes the new file. False when the target could not be opened for writing: it is a folder, is
-  // write-protected (also for a user who could override that), its folder is missing or full. With
-  // `temporary` the new file has that name, on the target's disk, instead of one of our own.
+  // Creates the new file. False when the target cannot be opened for writing: it is a folder, it is
+  // write-protected (also for users who can override that), its folder is missing or the disk is full.
+  // `temporary`, a path on the target's disk, overrides the new file's name.
   [[nodiscard]] bool Begin(const CString& target, const CString& temporary = CString());
-  // Buffered. After one failure all later ones fail and Commit does too.
+  // Buffered. After one failure all later calls fail, and Commit too.
   [[nodiscard]] bool Write(std::string_view bytes);
   [[nodiscard]] bool Commit();
   // Removes the new file.
@@ -125,10 +135,10 @@ class VELMORA_API FileReplacement {
 // A whole replacement in one call.
 [[nodiscard]] VELMORA_API bool ReplaceFileContent(const CString& target, std::string_view bytes);
 
-// A name as the process was given it (an argument, an environment variable) as a path of ours. Bytes
-// that are no text survive the way there and back.
+// A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
+// valid text are preserved.
 VELMORA_API CString PathFromSystem(std::string_view name);
-// The same name as the user of this system writes it, for messages.
+// The path in the system's notation, for messages.
 VELMORA_API std::string PathForDisplay(const CString& path);
 
 }  // namespace velmora

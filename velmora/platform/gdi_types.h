@@ -1,5 +1,5 @@
-// Points, rectangles, fonts and times as programs with windows keep them, on systems without windows
-// too: a setting that one program stored is read by all.
+// Points, rectangles, fonts and times in the binary layout of Windows programs, on every system, so that all
+// programs can read each other's settings.
 #ifndef VELMORA_PLATFORM_GDI_TYPES_H_
 #define VELMORA_PLATFORM_GDI_TYPES_H_
 
@@ -35,7 +35,7 @@ struct COleDateTime {
 
 static_assert(sizeof(COleDateTime) == 16 && sizeof(LOGFONTW) == 92);
 
-// Owns at most one font of the system; elsewhere than on Windows its description only.
+// Owns at most one font of the system; on other systems than Windows its description.
 class VELMORA_API CFont {
  public:
   CFont();
@@ -43,15 +43,15 @@ class VELMORA_API CFont {
   CFont(CFont&&) noexcept;
   CFont& operator=(CFont&&) noexcept;
 
-  // Makes a font of this description and deletes the one owned before. Returns 1; 0 when the system
-  // makes none, and the object is then as it was.
+  // Creates a font and deletes the previous one. Returns 1, or 0 when the system fails; the object is then
+  // unchanged.
   int Create(const LOGFONTW& description);
-  // Returns 1; 0 when there is no font, and *description is left alone.
+  // Returns 1, or 0 without a font; *description is then unchanged.
   int GetLogFont(LOGFONTW* description) const;
 
-  // The system's handle (an HFONT), null when there is none and on systems without fonts.
+  // The system's handle (an HFONT); null without a font and on other systems.
   void* GetHandle() const;
-  // Gives the font up without deleting it and returns what GetHandle did.
+  // Releases the font without deleting it and returns its handle.
   void* Detach();
 
  private:

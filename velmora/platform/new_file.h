@@ -1,6 +1,5 @@
-// The new file of a replacement: made beside the target, filled, and put in its place. FileReplacement and
-// CopyWholeFile share it; how it is made and takes the name is the system's (posix/new_file.h,
-// win32/new_file.h).
+// The new file of a replacement: created beside the target, filled and renamed over it. FileReplacement and
+// CopyWholeFile share it; creating and renaming are the system's (posix/new_file.h, win32/new_file.h).
 #ifndef VELMORA_PLATFORM_NEW_FILE_H_
 #define VELMORA_PLATFORM_NEW_FILE_H_
 
@@ -11,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "velmora/text/string.h"
 
@@ -23,20 +23,20 @@ class NewFile {
   NewFile() = default;
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
-  // Removes it, unless it has the target's name by now.
+  // Removes the file unless Commit has given it the target's name.
   virtual ~NewFile() = default;
 
   // Buffered. After one failure all later ones fail and Commit does too.
   bool Write(std::string_view bytes);
-  // Writes what `read` puts into its buffer until it returns 0; a negative number is a failure.
+  // Writes the bytes that `read` puts into its buffer until it returns 0; a negative number is a failure.
   bool WriteAllFrom(const std::function<std::int64_t(std::span<char>)>& read);
   // Once. True when the file is on the disk and has the target's name.
   bool Commit(Existing existing);
 
  protected:
-  // How many bytes were written, 0 on failure.
+  // Returns how many bytes were written, 0 on failure.
   virtual size_t WriteSome(std::string_view bytes) = 0;
-  // After it the new file is the target, or as it was.
+  // On failure the new file keeps its own name.
   virtual bool RenameIntoPlace(Existing existing) = 0;
 
  private:
@@ -46,9 +46,26 @@ class NewFile {
   bool failed_ = false;
 };
 
-// Null when the target could not be opened for writing, see FileReplacement::Begin. An empty `temporary`
-// means a name of our own.
+// Null when the target cannot be opened for writing (FileReplacement::Begin). An empty `temporary` selects
+// TemporaryName.
 std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary);
+
+// The name of the new file beside its target, at most `longest` units long; a hash of the target's name
+// replaces one that is too long. The same target always gives the same name, so that two programs that
+// replace one file notice each other, and the new file of a killed program is found again.
+template <class Char>
+std::basic_string<Char> TemporaryName(std::basic_string_view<Char> target, size_t longest) {
+  const auto ascii = [](std::string_view text) { return std::basic_string<Char>(text.begin(), text.end()); };
+  const auto suffix = ascii(".velmora-new");
+  if (target.size() + suffix.size() <= longest) return std::basic_string<Char>(target) + suffix;
+  std::uint64_t number = 0xCBF29CE484222325U;  // FNV-1a
+  for (const Char unit : target)
+    number = (number ^ static_cast<std::make_unsigned_t<Char>>(unit)) * 0x100000001B3U;
+  std::basic_string<Char> digits;
+  for (int shift = 60; shift >= 0; shift -= 4)
+    digits += static_cast<Char>("0123456789abcdef"[(number >> shift) & 0xFU]);
+  return digits + suffix;
+}
 
 }  // namespace velmora
 

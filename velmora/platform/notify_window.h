@@ -1,5 +1,4 @@
-// Who is told of the conversation's notifications: a window of the using program, or anything that
-// stands for one.
+// The receiver of the conversation's notifications: a window of the client, or a class of its own.
 #ifndef VELMORA_PLATFORM_NOTIFY_WINDOW_H_
 #define VELMORA_PLATFORM_NOTIFY_WINDOW_H_
 
@@ -10,14 +9,13 @@
 
 namespace velmora {
 
-struct VELMORA_API NotifyWindow {
+struct VELMORA_TEMPLATE_API NotifyWindow {
   virtual ~NotifyWindow() = default;
   virtual void Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) = 0;
 };
 
-// A window by its handle. Each notification is sent (SendMessageW) and so has been handled when Notify
-// returns; it waits for the window as long as that takes. Where there are no windows, and without a
-// handle, nothing happens.
+// A window by its handle. Notify sends the message (SendMessageW) and returns when the window has handled it.
+// Does nothing with a null handle and on systems without windows.
 struct VELMORA_API HwndNotifyWindow : NotifyWindow {
   explicit HwndNotifyWindow(HWND handle) : window(handle) {}
   void Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;

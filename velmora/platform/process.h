@@ -1,4 +1,4 @@
-// What the running process is told and remembers: its command line and the profile of its application.
+// The process's command line and the profile of its application object.
 #ifndef VELMORA_PLATFORM_PROCESS_H_
 #define VELMORA_PLATFORM_PROCESS_H_
 
@@ -7,9 +7,8 @@
 
 namespace velmora {
 
-// The process's command line in the suite's form: the program, in double quotes when its path holds a
-// blank, then the arguments; paths with backslashes. What SetCommandLine stored is what CommandLine
-// gives from then on: programs rely on the environment writing its folder back here.
+// The command line: the program (in double quotes when its path contains a blank, with backslashes), then the
+// arguments. SetCommandLine replaces it: programs rely on CTundrilIni::Init storing the program folder here.
 VELMORA_API CString CommandLine();
 VELMORA_API void SetCommandLine(const CString& text);
 

@@ -51,7 +51,7 @@ CString ReadProfileFile(const CString& section, const CString& key, const CStrin
 }
 
 bool WriteProfileFile(const CString& section, const CString& key, const wchar_t* value, const CString& path) {
-  // From here on it is our turn with the file: what is read stays true until it is replaced.
+  // Begin() holds the lock: nobody else replaces the file before Commit().
   FileReplacement file;
   if (!file.Begin(path)) return false;
   std::string old;

@@ -1,6 +1,5 @@
-// Profiles without the system's own functions, for systems that have none and for the files that those
-// functions do not know how to read. A write replaces the whole file in one step, and what several
-// programs write at once is all there in the end.
+// Profiles without the system's functions, for other systems and for encodings that those functions do not
+// read. A write replaces the whole file in one step; simultaneous writes of several programs are all kept.
 #ifndef VELMORA_PLATFORM_PROFILE_FILE_H_
 #define VELMORA_PLATFORM_PROFILE_FILE_H_
 
@@ -12,12 +11,12 @@
 
 namespace velmora {
 
-inline constexpr size_t kLongestProfileValue = 254;  // characters, as it is read
+inline constexpr size_t kLongestProfileValue = 254;  // characters that are read
 
 // By the mark of the file; Windows-1252 for a missing one.
 TextEncoding ProfileEncoding(const CString& path);
 
-// Nothing when the file cannot be read, or is larger than any profile is.
+// Nothing when the file cannot be read or is too large for a profile.
 std::optional<std::string> ReadProfileBytes(const CString& path);
 
 CString ReadProfileFile(const CString& section, const CString& key, const CString& path);

@@ -26,7 +26,7 @@ class LineReader {
   }
 
   TextEncoding Encoding() const { return encoding_; }
-  // Half a character at the end has nothing put after it.
+  // False when the profile ends with half a character, after which nothing can be added.
   bool EndsWhole() const { return rest_.size() % unit_ == 0; }
 
   bool Next(Line* line) {
@@ -62,7 +62,7 @@ class LineReader {
   size_t unit_ = 1;
 };
 
-// The name when the line opens a section.
+// The section's name when the line is a section header.
 std::optional<std::wstring_view> SectionOf(std::wstring_view line) {
   const size_t end = line.rfind(L']');
   if (!line.starts_with(L'[') || end == std::wstring_view::npos) return std::nullopt;
@@ -74,7 +74,7 @@ struct Entry {
   std::wstring_view value;  // with its quotes
 };
 
-// Of a line that opens no section.
+// Of a line that is not a section header.
 Entry EntryOf(std::wstring_view line) {
   if (line.starts_with(L';')) return {};
   const size_t split = std::min(line.find(L'='), line.size());
@@ -88,8 +88,8 @@ std::wstring_view Unquoted(std::wstring_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// Where a key stands, or would stand.
-struct Place {
+// The position of a key, or where it would be inserted.
+struct KeyPosition {
   bool section_found = false;
   bool key_found = false;
   Line line;                  // the key's
@@ -97,25 +97,25 @@ struct Place {
   size_t insert_at = 0;       // after that line, in bytes
 };
 
-Place FindPlace(std::string_view profile, LineReader* lines, std::wstring_view section,
-                std::wstring_view key) {
-  Place place;
+KeyPosition FindKey(std::string_view profile, LineReader* lines, std::wstring_view section,
+                    std::wstring_view key) {
+  KeyPosition position;
   bool inside = false;
   Line line;
   while (lines->Next(&line)) {
     if (const auto name = SectionOf(line.text)) {
-      if (inside) return place;
-      inside = place.section_found = !section.empty() && EqualNoCase(*name, section);
+      if (inside) return position;
+      inside = position.section_found = !section.empty() && EqualNoCase(*name, section);
     } else if (inside && !key.empty() && EqualNoCase(EntryOf(line.text).key, key)) {
-      place.key_found = true;
-      place.line = line;
-      return place;
+      position.key_found = true;
+      position.line = line;
+      return position;
     }
     if (inside && line.text.empty()) continue;
-    place.last_end = line.end;
-    place.insert_at = static_cast<size_t>(line.end.data() + line.end.size() - profile.data());
+    position.last_end = line.end;
+    position.insert_at = static_cast<size_t>(line.end.data() + line.end.size() - profile.data());
   }
-  return place;
+  return position;
 }
 
 bool HasLineBreak(std::wstring_view text) {
@@ -134,9 +134,9 @@ std::wstring_view TrimProfileBlanks(std::wstring_view text) {
 std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
                                              std::wstring_view key) {
   LineReader lines(profile);
-  const Place place = FindPlace(profile, &lines, TrimProfileBlanks(section), TrimProfileBlanks(key));
-  if (!place.key_found) return std::nullopt;
-  return std::wstring(Unquoted(EntryOf(place.line.text).value));
+  const KeyPosition position = FindKey(profile, &lines, TrimProfileBlanks(section), TrimProfileBlanks(key));
+  if (!position.key_found) return std::nullopt;
+  return std::wstring(Unquoted(EntryOf(position.line.text).value));
 }
 
 ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section, std::wstring_view key,
@@ -145,12 +145,12 @@ ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
   key = TrimProfileBlanks(key);
   LineReader lines(profile);
   if (!lines.EndsWhole()) return ProfileChange::kRefused;
-  const Place place = FindPlace(profile, &lines, section, key);
+  const KeyPosition position = FindKey(profile, &lines, section, key);
   const TextEncoding encoding = lines.Encoding();
   const auto offset = [&](const char* at) { return static_cast<size_t>(at - profile.data()); };
 
-  if (place.key_found) {
-    const Entry entry = EntryOf(place.line.text);
+  if (position.key_found) {
+    const Entry entry = EntryOf(position.line.text);
     if (value && entry.value == *value) return ProfileChange::kNothingToDo;
     std::string line;
     if (value) {
@@ -158,27 +158,28 @@ ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
       std::wstring text(entry.key);
       text.append(L"=").append(*value);
       if (!AppendEncoded(text, encoding, &line)) return ProfileChange::kRefused;
-      line += place.line.end;
+      line += position.line.end;
     }
-    const size_t begin = offset(place.line.content.data());
-    const size_t end = begin + place.line.content.size() + place.line.end.size();
+    const size_t begin = offset(position.line.content.data());
+    const size_t end = begin + position.line.content.size() + position.line.end.size();
     *changed = std::string(profile.substr(0, begin)) + line + std::string(profile.substr(end));
     return ProfileChange::kDone;
   }
 
   if (!value) return ProfileChange::kNothingToDo;
-  std::string end(place.last_end);
+  std::string end(position.last_end);
   std::string added;
   if (end.empty()) static_cast<void>(AppendEncoded(L"\r\n", encoding, &end));
   const size_t mark = ByteOrderMark(encoding).size();
-  const size_t at = place.section_found ? place.insert_at : std::max(profile.size(), mark);
-  if (at > mark && place.last_end.empty()) added += end;
+  const size_t at = position.section_found ? position.insert_at : std::max(profile.size(), mark);
+  if (at > mark && position.last_end.empty()) added += end;
   const auto add_line = [&](std::wstring_view text) {
     const bool encoded = AppendEncoded(text, encoding, &added);
     added += end;
     return encoded;
   };
-  if (!place.section_found && !add_line(L"[" + std::wstring(section) + L"]")) return ProfileChange::kRefused;
+  if (!position.section_found && !add_line(L"[" + std::wstring(section) + L"]"))
+    return ProfileChange::kRefused;
   if (!add_line(std::wstring(key) + L"=" + std::wstring(*value))) return ProfileChange::kRefused;
   *changed = std::string(profile).insert(std::min(at, profile.size()), added);
   return ProfileChange::kDone;

@@ -1,4 +1,4 @@
-// A profile's content, as bytes: finding and changing a value. The rules stand in profile.h.
+// Finds and changes values in the bytes of a profile (profile.h).
 #ifndef VELMORA_PLATFORM_PROFILE_TEXT_H_
 #define VELMORA_PLATFORM_PROFILE_TEXT_H_
 
@@ -8,25 +8,25 @@
 
 namespace velmora {
 
-// Whole, without its quotes. Nothing when there is no such key.
+// The whole value without its quotes. Nothing when there is no such key.
 std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
                                              std::wstring_view key);
 
 enum class ProfileChange {
   kDone,
-  kNothingToDo,  // the value stands there already, or there is none to delete
-  kRefused,      // the profile's encoding lacks a character
+  kNothingToDo,  // the value is there already, or there is none to delete
+  kRefused,      // a character outside the profile's encoding, or half a character at its end
 };
 
-// Without a value the key is deleted. Bytes outside the key's line are kept, and so is the way lines
-// end: a new line ends as the one before it. *changed is set on kDone only.
+// Without a value the key is deleted. Bytes outside the key's line are unchanged; a new line ends as the line
+// before it. *changed is set on kDone only.
 ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section, std::wstring_view key,
                             std::optional<std::wstring_view> value, std::string* changed);
 
-// Whether section, key and value would be read back as they are.
+// Whether section, key and value can be read back unchanged.
 bool ProfileCanHold(std::wstring_view section, std::wstring_view key, std::optional<std::wstring_view> value);
 
-// Text without the blanks that profiles ignore: those of ASCII and the end mark of old systems (1A).
+// Text without the blanks that profiles ignore: ASCII blanks and the end-of-file character 1A.
 std::wstring_view TrimProfileBlanks(std::wstring_view text);
 
 }  // namespace velmora

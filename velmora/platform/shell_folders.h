@@ -1,4 +1,4 @@
-// The folders that a system sets aside for programs' data.
+// The user's application-data folder, and environment variables.
 #ifndef VELMORA_PLATFORM_SHELL_FOLDERS_H_
 #define VELMORA_PLATFORM_SHELL_FOLDERS_H_
 
@@ -6,10 +6,10 @@
 
 namespace velmora {
 
-// The user's application-data folder, made when it is missing; empty when that fails. Elsewhere than on
+// The user's application-data folder, created when it is missing; empty on failure. On other systems than
 // Windows $XDG_DATA_HOME/velmora/appdata (default ~/.local/share).
 CString UserApplicationData();
-// The environment variable's value; nothing when it is not set.
+// False when the environment variable is not set; *value is then unchanged.
 bool ReadEnvironment(const wchar_t* name, CString* value);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// The texts stored with the library's module. strings.inc is the one list of them.
+// The library's string table; strings.inc lists the texts.
 #ifndef VELMORA_PLATFORM_STRING_RESOURCE_H_
 #define VELMORA_PLATFORM_STRING_RESOURCE_H_
 
@@ -9,7 +9,7 @@ namespace velmora {
 
 // The module that holds the library's string table.
 HINSTANCE ModuleWithStrings();
-// The same texts as the compiler has them; null for other numbers.
+// The text as compiled in, null when there is none: for modules without resources.
 const wchar_t* CompiledString(unsigned id);
 // Empty when the module is null or has no such string.
 CString LoadModuleString(HINSTANCE module, unsigned id);

@@ -59,13 +59,13 @@ bool TextReader::Start(Guess guess) {
   return !failed_;
 }
 
-// Appends what the file has next; what has been returned makes room for it.
+// Reads the next bytes into the buffer, over those that were returned.
 bool TextReader::Fill() {
   if (at_end_ || failed_) return false;
   if (start_ > 0) std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
   end_ -= start_;
   start_ = 0;
-  // A small file is there with the first read, and its end with the second.
+  // Small files take one read and a second one for their end.
   const size_t room = size_ == 0 ? kMostRead / 4 : std::clamp<size_t>(size_, kLeastRead, kMostRead);
   if (buffer_.size() < end_ + room) buffer_.resize(end_ + room);
   const std::int64_t count = file_.Read(std::span(buffer_).subspan(end_, room));
@@ -102,7 +102,7 @@ bool TextReader::TakeLine(std::string_view* bytes) {
     if (failed_ || rest.empty()) return false;
     *bytes = Pending();
     start_ = end_;
-    // Half a character at the end: the line feed of a program that knows bytes only.
+    // Half a character at the end: a line feed added by a program without UTF-16.
     ended_ = unit == 2 && bytes->size() % unit != 0 && bytes->back() == '\n';
     if (ended_) *bytes = WithoutCarriageReturn(bytes->substr(0, bytes->size() - 1), encoding_);
     return true;
@@ -144,7 +144,7 @@ std::string_view TextReader::Buffered() const {
 bool TextWriter::Begin(const CString& target, const CString& temporary) {
   bytes_.clear();
   failed_ = true;
-  // The replacement comes first: it refuses what must not be opened to look for a mark, a pipe say.
+  // Before the mark is read: Begin refuses targets that must not be opened, such as pipes.
   if (!file_.Begin(target, temporary)) return false;
   if (FileOrFolderExists(target)) {
     TextReader old;

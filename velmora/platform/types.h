@@ -1,5 +1,5 @@
-// The system's own names for handles, registry access and message boxes; elsewhere the same names
-// with the same values. The one door through which a header of the system comes into shared code.
+// The names of Windows for handles, registry access and message boxes; on other systems the same names with
+// the same values. The only header outside platform/'s sources that includes a system header.
 #ifndef VELMORA_PLATFORM_TYPES_H_
 #define VELMORA_PLATFORM_TYPES_H_
 
@@ -54,7 +54,7 @@ inline constexpr int IDNO = 7;
 
 inline constexpr unsigned WM_USER = 0x0400;
 
-// A font's description, of the same 92 bytes everywhere; the face name is UTF-16.
+// A font's description, the same 92 bytes on every system; the face name is UTF-16.
 struct LOGFONTW {
   std::int32_t lfHeight;
   std::int32_t lfWidth;

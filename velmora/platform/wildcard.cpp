@@ -1,4 +1,4 @@
-// Wildcards as the search functions of Windows read them.
+// Wildcards with the rules of the Windows search functions.
 //
 //   *        any run of characters
 //   ?        any one character; before a point and at the end also nothing
@@ -23,7 +23,7 @@ struct Element {
 };
 using Kind = Element::Kind;
 
-bool IsWild(wchar_t c) { return c == L'*' || c == L'?'; }
+bool IsWildcard(wchar_t c) { return c == L'*' || c == L'?'; }
 
 std::vector<Element> ParsePattern(std::wstring_view pattern) {
   std::vector<Element> elements;
@@ -35,7 +35,7 @@ std::vector<Element> ParsePattern(std::wstring_view pattern) {
       elements.push_back({next == L'.' ? Kind::kRunToLastPoint : Kind::kRun, c});
     } else if (c == L'?') {
       elements.push_back({Kind::kOneOrNothing, c});
-    } else if (c == L'.' && IsWild(next)) {
+    } else if (c == L'.' && IsWildcard(next)) {
       elements.push_back({Kind::kPointOrEnd, c});
     } else {
       elements.push_back({Kind::kLetter, LowerLetter(c)});
@@ -46,8 +46,8 @@ std::vector<Element> ParsePattern(std::wstring_view pattern) {
   return elements;
 }
 
-// Whether an element may be passed without taking a character, when `c` (0: the end) comes next.
-bool MayTakeNothing(Kind kind, wchar_t c) {
+// Whether an element may match nothing before the character `c` (0: the end).
+bool MayMatchNothing(Kind kind, wchar_t c) {
   switch (kind) {
     case Kind::kRun:
     case Kind::kRunToLastPoint:
@@ -62,18 +62,19 @@ bool MayTakeNothing(Kind kind, wchar_t c) {
   return false;
 }
 
-// The places in the pattern that a part of the name can have led to.
-using Places = std::vector<char>;
+// The positions in the pattern that are reachable after a part of the name.
+using Positions = std::vector<char>;
 
-void PassWhatTakesNothing(const std::vector<Element>& elements, wchar_t c, Places* places) {
+void SkipOptional(const std::vector<Element>& elements, wchar_t c, Positions* positions) {
   for (size_t i = 0; i < elements.size(); ++i)
-    if ((*places)[i] != 0 && MayTakeNothing(elements[i].kind, c)) (*places)[i + 1] = 1;
+    if ((*positions)[i] != 0 && MayMatchNothing(elements[i].kind, c)) (*positions)[i + 1] = 1;
 }
 
-Places TakeCharacter(const std::vector<Element>& elements, wchar_t c, bool last_point, const Places& places) {
-  Places next(places.size(), 0);
+Positions Advance(const std::vector<Element>& elements, wchar_t c, bool last_point,
+                  const Positions& positions) {
+  Positions next(positions.size(), 0);
   for (size_t i = 0; i < elements.size(); ++i) {
-    if (places[i] == 0) continue;
+    if (positions[i] == 0) continue;
     const Kind kind = elements[i].kind;
     if (kind == Kind::kRun || (kind == Kind::kRunToLastPoint && !last_point)) {
       next[i] = 1;
@@ -91,14 +92,14 @@ bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern) {
   if (pattern == L"*.*") return true;
   const std::vector<Element> elements = ParsePattern(pattern);
   const size_t last_point = name.rfind(L'.');
-  Places places(elements.size() + 1, 0);
-  places[0] = 1;
+  Positions positions(elements.size() + 1, 0);
+  positions[0] = 1;
   for (size_t i = 0; i < name.size(); ++i) {
-    PassWhatTakesNothing(elements, name[i], &places);
-    places = TakeCharacter(elements, name[i], i == last_point, places);
+    SkipOptional(elements, name[i], &positions);
+    positions = Advance(elements, name[i], i == last_point, positions);
   }
-  PassWhatTakesNothing(elements, L'\0', &places);
-  return places.back() != 0;
+  SkipOptional(elements, L'\0', &positions);
+  return positions.back() != 0;
 }
 
 }  // namespace velmora

@@ -11,10 +11,10 @@ constexpr int kFirstYear = 1970;
 constexpr int kLastYear = 2037;
 constexpr size_t kShortNameLength = 12;
 
-// 0 at the end of a field that is full.
+// 0 behind the end of a full field.
 wchar_t At(std::span<const wchar_t> field, size_t i) { return i < field.size() ? field[i] : L'\0'; }
 
-// As SortUpper, one letter at a time: a listing compares its names some twenty times each.
+// As SortUpper for one letter, without a copy: sorting compares each name about twenty times.
 char32_t Raised(wchar_t c) {
   return static_cast<char32_t>(c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c);
 }
@@ -28,15 +28,15 @@ bool TextIsBelow(std::span<const wchar_t> a, std::span<const wchar_t> b) {
   }
 }
 
-int ComesBeforeRising(std::span<const wchar_t> marked, std::span<const wchar_t> current) {
+int ComesBeforeAscending(std::span<const wchar_t> marked, std::span<const wchar_t> current) {
   const std::int64_t m = NumberAtStart(marked);
   const std::int64_t c = NumberAtStart(current);
   return m < c || (m == c && TextIsBelow(marked, current)) ? 1 : 0;
 }
 
-// Callers rely on the falling order looking at the number alone and answering "before" for equal ones
-// (test FallingNamesWithoutNumberComeReversed).
-int ComesBeforeFalling(std::span<const wchar_t> marked, std::span<const wchar_t> current) {
+// Required: the descending order compares the numbers only, and equal numbers give "before" (test
+// FallingNamesWithoutNumberComeReversed).
+int ComesBeforeDescending(std::span<const wchar_t> marked, std::span<const wchar_t> current) {
   return NumberAtStart(marked) >= NumberAtStart(current) ? 1 : 0;
 }
 
@@ -46,7 +46,7 @@ wchar_t* PutNumber(int number, int digits, wchar_t* at) {
 }
 
 void PutTime(const FileTime& time, dirsorttype* entry) {
-  if (time.month == 0) return;  // the system could not tell it
+  if (time.month == 0) return;  // unknown
   const bool shown = time.year >= kFirstYear && time.year <= kLastYear;
   wchar_t* at = PutNumber(shown ? time.year : kFirstYear, 4, entry->datum);
   *at++ = L'-';
@@ -83,16 +83,16 @@ std::int64_t NumberAtStart(std::span<const wchar_t> field) {
 int CompareEntries(const dirsorttype& marked, const dirsorttype& current, int key) {
   switch (key) {
     case 1:
-      return ComesBeforeRising(marked.namn, current.namn);
+      return ComesBeforeAscending(marked.namn, current.namn);
     case -1:
-      return ComesBeforeFalling(marked.namn, current.namn);
+      return ComesBeforeDescending(marked.namn, current.namn);
     case 2:
-    case -2:  // callers rely on sizes rising here too (test SizesRiseUnderBothKeys)
+    case -2:  // required: ascending here too (test SizesRiseUnderBothKeys)
       return (marked.filstorlek < current.filstorlek) - (marked.filstorlek > current.filstorlek);
     case 3:
-      return ComesBeforeRising(marked.datum, current.datum);
+      return ComesBeforeAscending(marked.datum, current.datum);
     case -3:
-      return ComesBeforeFalling(marked.datum, current.datum);
+      return ComesBeforeDescending(marked.datum, current.datum);
     default:
       return 0;
   }

@@ -1,4 +1,4 @@
-// What CDirSort does with one entry or two: functions without a list.
+// The records of CDirSort: filling and comparing them.
 #ifndef VELMORA_PROJECT_DIR_ENTRY_H_
 #define VELMORA_PROJECT_DIR_ENTRY_H_
 
@@ -11,18 +11,18 @@
 
 namespace velmora {
 
-// The number that a text begins with, after blanks and with an optional sign; what is too large for 64
-// bits counts as the largest. A text that begins with none has kNoNumber, and so comes behind most that do.
+// The number at the start of a text, after blanks and with an optional sign, clamped to 64 bits; kNoNumber
+// for a text without one.
 inline constexpr std::int64_t kNoNumber = 99999999;
 std::int64_t NumberAtStart(std::span<const wchar_t> field);
 
-// Above 0 when `marked` is to come before `current`; the keys are those of CDirSort::Init.
+// Above 0 when `marked` comes before `current`; the keys are those of CDirSort::Init.
 int CompareEntries(const dirsorttype& marked, const dirsorttype& current, int key);
 
-// Fills a record of zeros. Date and time stay empty when the file's time is none.
+// Fills a zeroed record. Date and time stay empty when the file's time is unknown.
 void FillEntry(const FoundFile& file, dirsorttype* entry);
 
-// How a name has to end to match `pattern`: from its last point on, or empty when any name does.
+// The required end of a name that matches `pattern`: from its last point on, empty when any name matches.
 std::wstring_view RequiredEnding(std::wstring_view pattern);
 bool EndsWithNoCase(std::wstring_view name, std::wstring_view ending);
 

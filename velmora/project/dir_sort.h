@@ -24,25 +24,25 @@ class VELMORA_API CDirSort : public list0<dirsorttype> {
  public:
   int m_nVal = 0;  // for derived classes: the `val` of the Init that runs
 
-  // Lists what matches `pattern`, a path with wildcards, and sorts. With `clear` 1 the list is emptied
-  // first; otherwise the new entries come behind the old ones and all are sorted together. Folders, "."
-  // and ".." among them, are listed with `folders` 1 only. When nothing on disk matches, the list is not
-  // sorted. The current element afterwards is any: start with Home.
+  // Lists the entries that match `pattern`, a path with wildcards, and sorts. With `clear` 1 the list is
+  // emptied first; otherwise new entries are appended and all are sorted together. Folders, including "."
+  // and "..", are listed with `folders` 1 only. When nothing on disk matches, the list is not sorted. The
+  // current element afterwards is unspecified: start with Home.
   //
-  // A pattern with a point that does not end in "*" or "?" lists only names that end as it does from its
-  // last point on, without regard to case.
+  // A pattern with a point that does not end in "*" or "?" lists only names with the same extension, without
+  // regard to case.
   //
   // Returns 0, or -1 after a status-bar text when an entry could not be added; the list is then unsorted
-  // and m_nVal keeps `val`. What the list throws passes through.
+  // and m_nVal keeps `val`. Exceptions of the list pass through.
   //
   //   key     order
-  //    1      name, rising: names that begin with a number first, by that number; then by the text with
-  //           a to z raised
-  //   -1      name, falling: by the number only. Names with the same number, or with none, come out in
-  //           the reverse of their order before
-  //    2, -2  size, rising
-  //    3, -3  as 1 and -1 on the day: falling, only the year decides
-  //   other   as the system delivers them
+  //    1      name, ascending: by the number at its start, names without one after most others; then by the
+  //           text with a to z as capitals
+  //   -1      name, descending: by the number only. Names with the same number, or without one, are in the
+  //           reverse of their previous order
+  //    2, -2  size, ascending
+  //    3, -3  as 1 and -1 by the day: descending, only the year counts
+  //   other   in the system's order
   int Init(const wchar_t* pattern, int key, int clear, int val, int folders);
   int Init(const CString& pattern, int key, int clear, int val, int folders) {
     return Init(pattern.GetString(), key, clear, val, folders);

@@ -36,6 +36,8 @@ const wchar_t* CProjPath::RamvalNamn = L"RAMVAL.DAT";
 const wchar_t* CProjPath::StenVlNamn = L"KARSK.VL";
 const wchar_t* CProjPath::StenParNamn = L"KARSK.PAR";
 
+CProjPath::~CProjPath() = default;
+
 int CProjPath::SetPath(const wchar_t* path) {
   const CString folder = path;  // `path` may be one of our own fields
   const auto in = [](const CString& base, const wchar_t* name) {

@@ -1,5 +1,4 @@
-// The files and folders of a project. Their names are fixed for the class; an object holds the full
-// paths inside one project folder.
+// The files and folders of a project: their names, and their full paths in one project folder.
 #ifndef VELMORA_PROJECT_PROJ_PATH_H_
 #define VELMORA_PROJECT_PROJ_PATH_H_
 
@@ -12,7 +11,7 @@ class CTundrilIni;
 
 class VELMORA_API CProjPath {
  public:
-  // A client may point these at other names; each composition reads them when it runs.
+  // A client may assign other names; SetPath and CreateProjectStructure read them when they run.
   static const wchar_t* TundrilDbsNamn;  // "TUNDRIL.DBS": sounding database of the main program
   static const wchar_t* TundrilDbkNamn;  // "TUNDRIL.DBK": its companion
   static const wchar_t* StenDbsNamn;     // "KARSK.DBS": database of the rock and stone program
@@ -48,33 +47,32 @@ class VELMORA_API CProjPath {
   static const wchar_t* StenParNamn;     // "KARSK.PAR": parameters of the rock and stone program
 
   CProjPath() = default;
-  virtual ~CProjPath() = default;
+  virtual ~CProjPath();
   CProjPath(const CProjPath&) = default;
   CProjPath& operator=(const CProjPath&) = default;
 
-  // Sets every field from a project folder given without its trailing backslash. Nothing is tested or
-  // tidied: callers rely on a path that ends in "\\" giving doubled separators and an empty one giving
-  // paths that begin with "\\". Always 0.
+  // Sets every field from a project folder given without its trailing backslash. Required: the path is not
+  // normalised; one that ends in "\\" gives doubled separators, an empty one paths that begin with "\\".
+  // Always 0.
   int SetPath(const wchar_t* path);
   int SetPath(const CString& path) { return SetPath(path.GetString()); }
 
-  // Makes a project's folders. Returns 1; 0 when something could not be made, the user said no or a
-  // database refused it. What was made until then stays. Every flag is on when it is not 0.
+  // Creates a project's folders. Returns 1; 0 when something cannot be created, the user answers no or a
+  // database exists. Folders created until then remain. A flag is set when it is not 0.
   //
-  //   createProject   make the project folder and all that is missing above it; process the folder list
-  //   showMessages    ask before an existing folder is used; show why a folder was not made or a
-  //                   database refuses (what fails above the programs' folders is always shown)
-  //   withTundril     TundrilDbfKat, TundrilRitKat, StackKat; with createProject a folder that has a
+  //   createProject   create the project folder and its missing parents; process the folder list
+  //   showMessages    ask before an existing folder is used; show why a folder was not created or that a
+  //                   database exists (failures above the programs' folders are always shown)
+  //   withTundril     TundrilDbfKat, TundrilRitKat, StackKat; with createProject a folder that contains
   //                   TundrilDbsNamn is refused
   //   withMirsen      PostDbfKat, StabRitKat, PostRitKat
   //   withKarsk       StenDbfKat, StenRitKat, StackKat
   //   withHarbel      HarbelDbfKat, HarbelRitKat, and in the first a new file "Harbel.krd" with "***"
   //   withFolderList  process the folder list also without createProject
   //
-  // The folder list is a text file, a folder in the project on each line, missing levels included. Its
-  // name is the key MAPPAR of the ini file's section ARKIV; without an ini file, a name or the file there
-  // is no list. A line that leads out of the project (it goes up, has a drive or a device name) is told
-  // and passed over.
+  // The folder list is a text file with one folder of the project per line; missing levels are created. The
+  // key MAPPAR of the ini file's section ARKIV names it; without an ini file, the key or the file there is no
+  // list. A line that leads out of the project (with "..", a drive or a device name) is reported and skipped.
   int CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject, int showMessages,
                              int withTundril, int withMirsen, int withKarsk, int withHarbel,
                              int withFolderList);
@@ -84,7 +82,7 @@ class VELMORA_API CProjPath {
     return CreateProjectStructure(path.GetString(), ini, createProject, showMessages, withTundril, withMirsen,
                                   withKarsk, withHarbel, withFolderList);
   }
-  // The same with the current user's ini file, which is set up when it is needed.
+  // The same with the current user's ini file, which is set up when needed.
   int CreateProjectStructure(const wchar_t* path, int createProject, int showMessages, int withTundril,
                              int withMirsen, int withKarsk, int withHarbel, int withFolderList);
   int CreateProjectStructure(const CString& path, int createProject, int showMessages, int withTundril,

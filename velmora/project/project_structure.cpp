@@ -1,4 +1,4 @@
-// Making a project's folders: the part of CProjPath that touches the disk.
+// CProjPath: creating a project's folders.
 #include <algorithm>
 #include <string_view>
 #include <vector>
@@ -20,33 +20,35 @@ constexpr unsigned kDatabaseExistsText = 6039;
 constexpr unsigned kFolderExistsText = 6040;
 constexpr int kShownOfRefusedLine = 255;
 
-void TellFolderNotMade(const CString& folder) {
+void ShowFolderNotCreated(const CString& folder) {
   ShowMessage(FormatForUser(L"Fel, kan EJ skapa katalog:\n%s", folder));
 }
 
-void TellFileNotMade(const CString& file) { ShowMessage(FormatForUser(L"Fel, kan EJ skapa fil:\n%s", file)); }
+void ShowFileNotCreated(const CString& file) {
+  ShowMessage(FormatForUser(L"Fel, kan EJ skapa fil:\n%s", file));
+}
 
-void TellLineRefused(const CString& list, int line_number, const CString& line) {
+void ShowLineRefused(const CString& list, int line_number, const CString& line) {
   ShowMessage(FormatForUser(L"Otillåten katalog i listan %s, rad %ld:\n%s", list, line_number,
                             line.Left(kShownOfRefusedLine)));
 }
 
-void TellDatabaseExists(const CString& project, bool show) {
+void ShowDatabaseExists(const CString& project, bool show) {
   const CString text = LoadText(LibraryModule(), kDatabaseExistsText);
   FormatForUser(text, project);
-  // Callers rely on the box showing the text as it is stored, with its "%s" (test
+  // Required: the box shows the unformatted text, with its "%s" (test
   // ADatabaseRefusesWithTheUnformattedText).
   if (show) ShowMessage(text);
 }
 
-bool FolderMayBeUsedAnyway(const CString& project) {
+bool ConfirmExistingFolder(const CString& project) {
   const CString question = FormatForUser(LoadText(LibraryModule(), kFolderExistsText), project);
   return ShowMessage(question, MB_YESNO | MB_DEFBUTTON2 | MB_ICONEXCLAMATION) == IDYES;
 }
 
-bool MakeLevelsOrTell(const CString& path) {
+bool MakeLevelsOrShow(const CString& path) {
   const std::optional<CString> failed = MakeFolderLevels(path);
-  if (failed) TellFolderNotMade(*failed);
+  if (failed) ShowFolderNotCreated(*failed);
   return !failed;
 }
 
@@ -55,21 +57,21 @@ enum class Decision { kStop, kUseFolder, kMakeFolder };
 Decision DecideOnFolder(const CString& project, bool show_messages, bool with_database) {
   const bool exists = FileOrFolderExists(project);
   if (with_database && exists && FileOrFolderExists(JoinPath(project, CProjPath::TundrilDbsNamn))) {
-    TellDatabaseExists(project, show_messages);
+    ShowDatabaseExists(project, show_messages);
     return Decision::kStop;
   }
   if (!show_messages || !exists) return Decision::kMakeFolder;
-  return FolderMayBeUsedAnyway(project) ? Decision::kUseFolder : Decision::kStop;
+  return ConfirmExistingFolder(project) ? Decision::kUseFolder : Decision::kStop;
 }
 
 bool MakeMarkerFile(const CString& folder) {
   const CString marker = JoinPath(folder, L"Harbel.krd");
   if (FileOrFolderExists(marker) || ReplaceFileContent(marker, "***")) return true;
-  TellFileNotMade(marker);
+  ShowFileNotCreated(marker);
   return false;
 }
 
-// The file that the ini file names; empty when it names none that is there. A device is none.
+// The file named in the ini file; empty when there is no such regular file.
 CString FolderListFile(CTundrilIni& ini) {
   CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
   const std::optional<FileStatus> status = GetFileStatus(file);
@@ -77,8 +79,8 @@ CString FolderListFile(CTundrilIni& ini) {
   return file.Trim();
 }
 
-// A line that leads out of the project is told and passed over, and so is the one with which a file is too
-// long for a list or cannot be read further.
+// Reports and skips a line that leads out of the project; reports the line at which the list is too long or
+// cannot be read.
 bool MakeListedFolders(const CString& project, const CString& list) {
   TextReader reader;
   if (list.IsEmpty() || !reader.Open(list)) return true;
@@ -89,17 +91,17 @@ bool MakeListedFolders(const CString& project, const CString& list) {
   for (; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
     if (line.IsEmpty()) continue;
     if (++listed > kMostListedFolders) {
-      TellLineRefused(list, number, line);
+      ShowLineRefused(list, number, line);
       break;
     }
     if (!MayBeMadeIn(project, line.GetView())) {
-      TellLineRefused(list, number, line);
+      ShowLineRefused(list, number, line);
       ++refused;
-    } else if (!MakeLevelsOrTell(JoinPath(project, line))) {
+    } else if (!MakeLevelsOrShow(JoinPath(project, line))) {
       return false;
     }
   }
-  if (reader.Failed()) TellLineRefused(list, number, CString());
+  if (reader.Failed()) ShowLineRefused(list, number, CString());
   return true;
 }
 
@@ -119,7 +121,7 @@ int CProjPath::CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int
   if (createProject != 0) {
     const Decision decision = DecideOnFolder(project, showMessages != 0, withTundril != 0);
     if (decision == Decision::kStop) return 0;
-    if (decision == Decision::kMakeFolder && !MakeLevelsOrTell(project)) return 0;
+    if (decision == Decision::kMakeFolder && !MakeLevelsOrShow(project)) return 0;
   }
 
   std::vector<const wchar_t*> folders;

@@ -26,7 +26,7 @@ constexpr State kStandardStates[] = {
     {CProjektStatus::kUnknown, kUnknownText},
 };
 
-// A client's record may fill its field to the end.
+// A client's record may have no terminating zero.
 std::wstring_view TextOf(const projektstatustype& record) {
   return {record.text, static_cast<size_t>(std::find(std::begin(record.text), std::end(record.text), L'\0') -
                                            std::begin(record.text))};

@@ -1,5 +1,5 @@
-// The states a project can be in, with their texts from the string table, and the current one. Nothing
-// is kept on disk: where the number is stored is up to the caller.
+// The states of a project with their texts from the string table, and the current state. Nothing is stored on
+// disk; the caller stores the number.
 //
 //   CProjektStatus status;
 //   status.SetHandle(LibraryModule());
@@ -21,7 +21,9 @@ struct projektstatustype {
   wchar_t text[80];  // status text
 };
 
-class VELMORA_API CProjektStatus : public list0<projektstatustype> {
+// Not marked as a whole: without a virtual function of its own its table of virtual functions is the
+// client's.
+class VELMORA_TEMPLATE_API CProjektStatus : public list0<projektstatustype> {
  public:
   static constexpr int kUnknown = 999;
 
@@ -30,29 +32,29 @@ class VELMORA_API CProjektStatus : public list0<projektstatustype> {
   int m_bFound = 0;          // 1 once SetStatus or Find has found its record
   HINSTANCE m_hInst = nullptr;
 
-  // The module whose string table holds the texts. Before Load: without it the texts are empty.
+  // The module with the string table. Call it before Load: without it the texts are empty.
   void SetHandle(HINSTANCE module) { m_hInst = module; }
   // At most 254 characters; empty when there is no module or it lacks the string.
-  CString TxLoadString(unsigned id);
+  VELMORA_API CString TxLoadString(unsigned id);
 
-  // Appends the standard states 0 to 5 and 999 to an empty list; leaves one with records as it is.
-  void Load();
+  // Appends the standard states 0 to 5 and 999 to an empty list; otherwise does nothing.
+  VELMORA_API void Load();
 
-  // Appends (`where` 1) or inserts before the current record (any other) a copy of `rec`, without one a
-  // record of zeros. Returns 0.
-  int Ny(int where, const projektstatustype* rec = nullptr);
+  // Adds a copy of `rec`, or a zeroed record, at the end (`where` 1) or before the current record (any other
+  // value). Returns 0.
+  VELMORA_API int Ny(int where, const projektstatustype* rec = nullptr);
 
-  // Makes `number` the current status and its record the current one. A number that no record has makes
-  // the status 999. Returns 0; -1 when the list is empty, the status is then `number` all the same.
-  int SetStatus(int number);
-  // Makes the record with this text, letters without regard to case, the current one and returns its
-  // number; 999 when there is none. The status stays.
-  int Find(const CString& text);
+  // Makes `number` the current status and its record the current one. Without such a record the status is
+  // 999. Returns 0; -1 when the list is empty (the status is then `number`).
+  VELMORA_API int SetStatus(int number);
+  // Makes the record with this text, compared without regard to case, the current one and returns its number;
+  // 999 when there is none. The status is unchanged.
+  VELMORA_API int Find(const CString& text);
 
-  // The text of the current status, empty on an empty list. Callers rely on it being that of the record
-  // at place m_nStatus, from 0, whatever the records' numbers (test GetStatusAnswersByPlace). Beyond
-  // the end the status becomes 999, with the text for that.
-  CString GetStatus();
+  // The text of the current status, empty on an empty list. Required: it is the text of the record at index
+  // m_nStatus, whatever the records' numbers (test GetStatusAnswersByPlace). Beyond the end the status
+  // becomes 999, with its text.
+  VELMORA_API CString GetStatus();
 
  private:
   template <class Matches>

@@ -1,8 +1,7 @@
-// Over the session's D-Bus; the names there are described in docs/conversation.md.
+// Over the session's D-Bus (docs/conversation.md).
 #include "velmora/platform/dde_channel.h"
 
 #include <poll.h>
-#include <sdbus-c++/sdbus-c++.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -13,8 +12,8 @@
 #include <string>
 #include <utility>
 
+#include "velmora/platform/dde_text.h"
 #include "velmora/platform/posix/session_bus.h"
-#include "velmora/text/codepage.h"
 
 // What the handles of this system point at.
 struct HSZ__ {
@@ -32,14 +31,14 @@ struct HCONV__ {
   HCONV__(const HCONV__&) = delete;
   HCONV__& operator=(const HCONV__&) = delete;
 
-  std::unique_ptr<sdbus::IConnection> bus;  // first, since the others need it to their end
+  std::unique_ptr<sdbus::IConnection> bus;  // outlives the others
   std::unique_ptr<sdbus::IProxy> server;
   sdbus::Slot watch;
   std::set<std::string> advised;
   std::deque<Data> arrived;
   bool open = true;
   bool refused = false;
-  int untaken = 0;  // pokes without an answer yet
+  int unanswered = 0;  // pokes
 };
 
 namespace velmora {
@@ -48,10 +47,8 @@ namespace {
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-constexpr char kBus[] = "org.freedesktop.DBus";
-constexpr char kInterface[] = "velmora.Conversation";
 constexpr milliseconds kCallLimit{1000};
-constexpr milliseconds kAnswerLimit{10000};  // of calls that nobody waits for
+constexpr milliseconds kAnswerLimit{10000};  // of asynchronous calls
 constexpr milliseconds kCloseLimit{1000};
 constexpr size_t kLongestString = 255;  // as DDE has it
 constexpr int kMostMessages = 100;      // in one call of Handle
@@ -60,38 +57,13 @@ DdeChannel::Received g_received = nullptr;
 // Shared, so that it can be closed from inside Handle.
 std::shared_ptr<HCONV__> g_open;
 
-std::string ToBus(std::string_view bytes) {
-  std::wstring text;
-  AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
-  return Utf8FromWide(text);
-}
-
-std::string FromBus(const std::string& utf8) {
-  std::string bytes;
-  for (const wchar_t c : WideFromUtf8(utf8))
-    bytes += static_cast<char>(EncodeWindows1252(c).value_or(static_cast<unsigned char>('?')));
-  return bytes;
-}
-
-milliseconds Until(Clock::time_point end) {
-  return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(end - Clock::now()));
-}
-
-// Waits until the bus has something for us, or takes what we have for it.
-void WaitFor(const sdbus::IConnection& bus, milliseconds wait) {
-  const sdbus::IConnection::PollData data = bus.getEventLoopPollData();
-  if (const int own = data.getPollTimeout(); own >= 0) wait = std::min(wait, milliseconds(own));
-  pollfd descriptor = {data.fd, data.events, 0};
-  poll(&descriptor, 1, static_cast<int>(wait.count()));
-}
-
 bool HasUnsent(const sdbus::IConnection& bus) { return (bus.getEventLoopPollData().events & POLLOUT) != 0; }
 
-// The one connection that owns the name now, so that a later owner is not taken for it. Asking starts no
-// program, as calling by name might.
+// The unique name of the connection that owns the name now, so that a later owner is not mistaken for it.
+// Unlike a call to the name, GetNameOwner activates no service.
 std::string OwnerOf(sdbus::IConnection& bus, const std::string& name) {
-  const auto daemon = sdbus::createProxy(bus, kBus, "/org/freedesktop/DBus");
-  sdbus::MethodCall call = daemon->createMethodCall(kBus, "GetNameOwner");
+  const auto daemon = sdbus::createProxy(bus, kBusDaemon, "/org/freedesktop/DBus");
+  sdbus::MethodCall call = daemon->createMethodCall(kBusDaemon, "GetNameOwner");
   call << name;
   std::string owner;
   daemon->callMethod(call, kCallLimit) >> owner;
@@ -104,23 +76,23 @@ void TakeSignal(HCONV__& conversation, sdbus::Signal& signal) {
     signal >> data.item >> data.text;
     conversation.arrived.push_back(std::move(data));
   } catch (const sdbus::Error&) {
-    // Other arguments than an item and a text: no data of ours.
+    // Other arguments than an item and a text: ignored.
   }
 }
 
 void Call(HCONV__& conversation, const char* method, const std::string& item, const std::string* text) {
-  sdbus::MethodCall call = conversation.server->createMethodCall(kInterface, method);
+  sdbus::MethodCall call = conversation.server->createMethodCall(kConversationInterface, method);
   call << item;
   if (text != nullptr) call << *text;
   const bool poke = text != nullptr;
   conversation.server->callMethod(
       call,
       [&conversation, poke](sdbus::MethodReply&, const sdbus::Error* error) {
-        if (poke) --conversation.untaken;
+        if (poke) --conversation.unanswered;
         if (poke && error != nullptr) conversation.refused = true;
       },
       kAnswerLimit);
-  if (poke) ++conversation.untaken;
+  if (poke) ++conversation.unanswered;
 }
 
 bool Send(DdeConversation conversation, DdeString item, const char* method,
@@ -134,7 +106,8 @@ bool Send(DdeConversation conversation, DdeString item, const char* method,
   }
 }
 
-// Handles what has come, and gives data on outside the bus's own callbacks, where anything may be called.
+// Handles pending messages. Data is passed on outside the callbacks of the D-Bus library, so that the
+// receiver may call any function.
 bool HandleArrived(HCONV__& conversation) {
   int handled = 0;
   while (g_open.get() == &conversation && handled < kMostMessages &&
@@ -143,7 +116,7 @@ bool HandleArrived(HCONV__& conversation) {
     while (!conversation.arrived.empty()) {
       const HCONV__::Data data = std::move(conversation.arrived.front());
       conversation.arrived.pop_front();
-      if (conversation.advised.contains(data.item)) g_received(&conversation, FromBus(data.text));
+      if (conversation.advised.contains(data.item)) g_received(&conversation, DdeTextFromUtf8(data.text));
     }
   }
   return handled > 0;
@@ -158,13 +131,13 @@ HCONV__::~HCONV__() {
   try {
     const Clock::time_point end = Clock::now() + kCloseLimit;
     while (HasUnsent(*bus) && Clock::now() < end) {
-      WaitFor(*bus, Until(end));
+      WaitForBus(*bus, TimeUntil(end));
       bus->processPendingRequest();
     }
-    // What a stopped bus does not take would be waited for without end.
+    // The D-Bus library would wait without limit for a bus that does not read.
     if (HasUnsent(*bus)) shutdown(bus->getEventLoopPollData().fd, SHUT_RDWR);
   } catch (const sdbus::Error&) {
-    // The bus has gone.
+    // The bus has closed the connection.
   }
 }
 
@@ -177,7 +150,7 @@ bool DdeChannel::Start(Received received) {
 
 DdeString DdeChannel::MakeString(std::string_view text) {
   if (text.empty() || text.size() > kLongestString) return nullptr;
-  return new HSZ__{ToBus(text)};
+  return new HSZ__{Utf8FromDdeText(text)};
 }
 
 void DdeChannel::FreeString(DdeString text) { delete text; }
@@ -191,16 +164,18 @@ DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
     HCONV__& conversation = *made;
     conversation.bus = sdbus::createSessionBusConnectionWithAddress(bus);
     conversation.bus->setMethodCallTimeout(kCallLimit);
-    const std::string owner = OwnerOf(*conversation.bus, "velmora." + service->utf8);
-    conversation.server = sdbus::createProxy(*conversation.bus, owner, "/velmora/" + topic->utf8);
+    const std::string owner = OwnerOf(*conversation.bus, BusNameOf(service->utf8));
+    conversation.server = sdbus::createProxy(*conversation.bus, owner, ObjectPathOf(topic->utf8));
     conversation.server->registerSignalHandler(
-        kInterface, "Data", [&conversation](sdbus::Signal& signal) { TakeSignal(conversation, signal); });
+        kConversationInterface, kDataSignal,
+        [&conversation](sdbus::Signal& signal) { TakeSignal(conversation, signal); });
     conversation.server->finishRegistration();
-    conversation.watch = conversation.bus->addMatch(
-        std::string("type='signal',sender='") + kBus + "',member='NameOwnerChanged',arg0='" + owner + "'",
-        [&conversation](sdbus::Message&) { conversation.open = false; });
-    // Gone before it was watched?
-    if (OwnerOf(*conversation.bus, "velmora." + service->utf8) != owner) return nullptr;
+    conversation.watch =
+        conversation.bus->addMatch(std::string("type='signal',sender='") + kBusDaemon +
+                                       "',member='NameOwnerChanged',arg0='" + owner + "'",
+                                   [&conversation](sdbus::Message&) { conversation.open = false; });
+    // It may have ended before the match was added.
+    if (OwnerOf(*conversation.bus, BusNameOf(service->utf8)) != owner) return nullptr;
     g_open = std::move(made);
     return g_open.get();
   } catch (const sdbus::Error&) {
@@ -209,20 +184,20 @@ DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
 }
 
 bool DdeChannel::StartAdvise(DdeConversation conversation, DdeString item, bool /*acknowledge*/) {
-  if (!Send(conversation, item, "Advise")) return false;
+  if (!Send(conversation, item, kAdviseMethod)) return false;
   conversation->advised.insert(item->utf8);
   return true;
 }
 
 bool DdeChannel::StopAdvise(DdeConversation conversation, DdeString item) {
-  if (!Send(conversation, item, "Unadvise")) return false;
+  if (!Send(conversation, item, kUnadviseMethod)) return false;
   conversation->advised.erase(item->utf8);
   return true;
 }
 
 bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_view text) {
-  const std::string utf8 = ToBus(text);
-  const bool sent = Send(conversation, item, "Poke", &utf8);
+  const std::string utf8 = Utf8FromDdeText(text);
+  const bool sent = Send(conversation, item, kPokeMethod, &utf8);
   if (!sent && conversation != nullptr) conversation->refused = true;
   return sent;
 }
@@ -235,11 +210,11 @@ int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   const std::shared_ptr<HCONV__> kept = g_open;
   if (conversation == nullptr || kept.get() != conversation) return -1;
   const Clock::time_point end = Clock::now() + milliseconds(wait_ms);
-  while (kept->untaken > 0 && kept->open && kept == g_open && Clock::now() < end)
-    Handle(static_cast<int>(Until(end).count()));
-  const bool gone = kept->untaken > 0 && !kept->open;
-  if (std::exchange(kept->refused, false) || gone) return -1;
-  return kept->untaken > 0 ? 1 : 0;
+  while (kept->unanswered > 0 && kept->open && kept == g_open && Clock::now() < end)
+    Handle(static_cast<int>(TimeUntil(end).count()));
+  const bool lost = kept->unanswered > 0 && !kept->open;
+  if (std::exchange(kept->refused, false) || lost) return -1;
+  return kept->unanswered > 0 ? 1 : 0;
 }
 
 void DdeChannel::Close(DdeConversation) { std::exchange(g_open, nullptr).reset(); }
@@ -251,13 +226,13 @@ bool DdeChannel::Handle(int wait_ms) {
     while (conversation != nullptr && conversation == g_open) {
       if (HandleArrived(*conversation)) return true;
       if (!conversation->open || Clock::now() >= end) break;
-      WaitFor(*conversation->bus, Until(end));
+      WaitForBus(*conversation->bus, TimeUntil(end));
     }
   } catch (const sdbus::Error&) {
     conversation->open = false;
   }
-  // Nothing will come any more, and a client that waits in a loop must not spin.
-  if (conversation == g_open) poll(nullptr, 0, static_cast<int>(Until(end).count()));
+  // Nothing more can arrive; waiting keeps a client that calls this in a loop from spinning.
+  if (conversation == g_open) poll(nullptr, 0, static_cast<int>(TimeUntil(end).count()));
   return false;
 }
 

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
+#include <memory>
 
 #include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/file_descriptor.h"
@@ -18,7 +20,7 @@
 namespace velmora {
 namespace {
 
-// A disk may hold any number here; these years can be written and counted in ticks.
+// A disk may hold any value; this range can be formatted and counted in ticks.
 std::time_t Bounded(std::time_t seconds) {
   return std::clamp<std::time_t>(seconds, -11'644'473'600, 900'000'000'000);
 }
@@ -45,7 +47,7 @@ FileStatus StatusOf(const struct stat& status, bool writable) {
                 : S_ISDIR(status.st_mode) ? FileKind::kFolder
                                           : FileKind::kOther;
   if (result.kind == FileKind::kFile) result.size = static_cast<std::uint64_t>(status.st_size);
-  // The bits count also for a user who may write everything.
+  // The bits count even for users who can override them.
   result.write_protected = !writable || (status.st_mode & 0222) == 0;
   result.modified = TicksSince1601(status.st_mtim);
   result.modified_local = LocalTime(status.st_mtim.tv_sec);
@@ -58,8 +60,8 @@ std::optional<FileStatus> StatusAt(int folder, const char* name) {
   return StatusOf(status, faccessat(folder, name, W_OK, 0) == 0);
 }
 
-// Of an entry seen in a listing: a link that leads nowhere is an entry too. Whether it may be written is
-// asked of its own bits only; another question to the system for each costs a third of the listing.
+// Of an entry in a listing, also a dangling link. Write protection is taken from its permission bits:
+// another system call for each entry would cost a third of the listing.
 std::optional<FileStatus> StatusOfEntry(int folder, const char* name) {
   struct stat status {};
   if (fstatat(folder, name, &status, 0) != 0 && fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
@@ -93,6 +95,24 @@ bool FileOrFolderExists(const CString& path) {
   return stat(NativePath(path).c_str(), &status) == 0;
 }
 
+std::optional<CString> RealPath(const CString& path) {
+  struct Free {
+    void operator()(char* text) const { std::free(text); }
+  };
+  const std::unique_ptr<char, Free> found(realpath(NativePath(path).c_str(), nullptr));
+  if (!found) return std::nullopt;
+  // Name by name: a name may contain a backslash.
+  std::string_view rest = found.get();
+  std::wstring real;
+  while (!rest.empty()) {
+    rest.remove_prefix(1);
+    const std::string_view name = rest.substr(0, rest.find('/'));
+    real += L'\\' + TextFromName(name);
+    rest.remove_prefix(name.size());
+  }
+  return CString(std::wstring_view(real));
+}
+
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   const std::string path = NativePath(from);
   const FileDescriptor source(OpenToRead(path, O_NONBLOCK));
@@ -100,7 +120,7 @@ bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   if (!source || fstat(source.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   if (keep_existing && FileOrFolderExists(to)) return false;
   PosixNewFile copy;
-  // A program stays one.
+  // Keeps the execute bits.
   if (!copy.Begin(NativePath(to), std::string(), 0666 | (status.st_mode & 0111))) return false;
   copy.SetModified(status.st_mtim);
   return copy.WriteAllFrom([&](std::span<char> buffer) { return ReadSome(source.Get(), path, buffer); }) &&
@@ -116,12 +136,12 @@ bool MakeFolder(const CString& path) { return MakeOneFolder(NativePath(path), 07
 std::vector<FoundFile> FindFiles(const CString& pattern) {
   const size_t separator = pattern.GetView().find_last_of(L"\\/");
   const int split = separator == std::wstring_view::npos ? -1 : static_cast<int>(separator);
-  // "X:\" keeps its backslash, a root its only one.
+  // The folder keeps its last backslash, for "X:\" and for the root.
   const CString folder_path = split < 0 ? CString(L".") : pattern.Left(split + 1);
   const CString name_pattern = pattern.Mid(split + 1);
   FileDescriptor folder(open(NativePath(folder_path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder || name_pattern.IsEmpty()) return {};
-  // The listing takes a descriptor over; ours stays for the status of the entries.
+  // fdopendir takes over its descriptor; `folder` is for the status of the entries.
   DIR* listing = fdopendir(fcntl(folder.Get(), F_DUPFD_CLOEXEC, 0));
   if (listing == nullptr) return {};
   std::vector<FoundFile> found;

@@ -55,8 +55,8 @@ char DriveLetter(std::string_view path) {
   return c >= 'a' && c <= 'z' ? c : '\0';
 }
 
-// A path behind a drive's letter without "." and "..", by its names alone as on Windows: nothing is above a
-// drive's root.
+// Resolves "." and ".." by name in a path after its drive letter, as Windows does; a drive's root has no
+// parent.
 std::string WithoutDots(std::string_view path) {
   std::string plain;
   for (size_t start = 0; start <= path.size();) {
@@ -77,8 +77,7 @@ bool Exists(const std::string& path) {
   return lstat(path.c_str(), &status) == 0;
 }
 
-// The entry of `folder` that `name` means when it differs in case. Several: the first by character
-// number, which the order without regard to case leaves open.
+// The entry of `folder` that equals `name` without regard to case; of several the first by code point.
 std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::string_view name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.empty() ? "." : folder.c_str()), closedir);
   if (!listing) return std::nullopt;
@@ -94,7 +93,7 @@ std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::str
   return best;
 }
 
-// From the first name that matches no entry on, the path stays as it is.
+// Replaces each name by the matching entry, up to the first name without one.
 std::string MatchNames(const std::string& path) {
   if (Exists(path)) return path;
   std::string matched;
@@ -154,7 +153,7 @@ std::wstring TextFromNativePath(std::string_view path) {
 
 std::string UserDataFolder() {
   const char* data = std::getenv("XDG_DATA_HOME");
-  // A relative one is to be ignored, says the rule for these folders.
+  // The XDG rules say that a relative path is ignored.
   if (data != nullptr && *data == '/') return data;
   const std::string home = HomeFolder();
   return home.empty() ? home : home + "/.local/share";

@@ -12,7 +12,6 @@
 #include <thread>
 
 #include "velmora/platform/posix/native_path.h"
-#include "velmora/platform/temporary_name.h"
 
 namespace velmora {
 namespace {
@@ -21,7 +20,7 @@ constexpr int kMostLinks = 40;
 constexpr std::chrono::seconds kLongestWait{5};
 constexpr std::chrono::milliseconds kPause{5};
 
-// False when another open file holds the lock. A disk without locks grants every one.
+// False when another open file holds the lock. True on disks without locks.
 bool TryLock(int fd) {
   while (flock(fd, LOCK_EX | LOCK_NB) != 0) {
     if (errno == EINTR) continue;
@@ -34,7 +33,7 @@ bool IsSameFile(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-// Whether the name still is the open file.
+// Whether the name still refers to the open file.
 bool NameIs(int folder, const char* name, int fd) {
   struct stat by_name {};
   struct stat open {};
@@ -42,21 +41,22 @@ bool NameIs(int folder, const char* name, int fd) {
          IsSameFile(by_name, open);
 }
 
-enum class Way { kClear, kTaken, kBlocked };
+enum class Leftover { kNone, kInUse, kBlocked };
 
-// Makes room for a new file of this name: removes one whose writer is gone.
-Way ClearTheWay(const Place& place) {
-  const int folder = place.folder.Get();
-  const char* const name = place.name.c_str();
-  const FileDescriptor left(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  // One that may not be read belongs to somebody who may be writing it.
-  if (!left) return errno == ENOENT ? Way::kClear : errno == EACCES ? Way::kTaken : Way::kBlocked;
+// Removes a file of this name that a killed writer left.
+Leftover RemoveLeftover(const FolderEntry& entry) {
+  const int folder = entry.folder.Get();
+  const char* const name = entry.name.c_str();
+  const FileDescriptor file(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  // A file that may not be read may have a writer of another user.
+  if (!file)
+    return errno == ENOENT ? Leftover::kNone : errno == EACCES ? Leftover::kInUse : Leftover::kBlocked;
   struct stat status {};
-  if (fstat(left.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return Way::kBlocked;
-  if ((status.st_mode & 0222) == 0) return Way::kBlocked;
-  if (!TryLock(left.Get())) return Way::kTaken;
-  if (!NameIs(folder, name, left.Get())) return Way::kClear;
-  return RemoveName(place) == 0 ? Way::kClear : Way::kBlocked;
+  if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return Leftover::kBlocked;
+  if ((status.st_mode & 0222) == 0) return Leftover::kBlocked;
+  if (!TryLock(file.Get())) return Leftover::kInUse;
+  if (!NameIs(folder, name, file.Get())) return Leftover::kNone;
+  return RemoveName(entry) == 0 ? Leftover::kNone : Leftover::kBlocked;
 }
 
 void CopyAccessList(int from, int to) {
@@ -66,18 +66,18 @@ void CopyAccessList(int from, int to) {
   if (size > 0) {
     fsetxattr(to, kName, list.data(), static_cast<size_t>(size), 0);
   } else if (size == 0 || errno == ENODATA) {
-    fremovexattr(to, kName);  // one that came from the folder
+    fremovexattr(to, kName);  // inherited from the folder
   }
 }
 
-// Owner, group and permissions of the old file, as far as we may.
+// Copies owner, group and permissions of the old file as far as permitted.
 void CopyPermissions(const struct stat& old, int folder, const char* old_name, int to) {
   mode_t mode = old.st_mode & 0777;
   struct stat now {};
   const bool owned = fstat(to, &now) == 0 && now.st_uid == old.st_uid && now.st_gid == old.st_gid;
   if (!owned && fchown(to, old.st_uid, old.st_gid) != 0 && now.st_gid != old.st_gid &&
       fchown(to, static_cast<uid_t>(-1), old.st_gid) != 0) {
-    // The group is another one, which gets no more than everybody.
+    // The group differs, so it gets the rights of others.
     mode = (mode & 0707U) | ((mode & 0007U) << 3);
   }
   const FileDescriptor from(openat(folder, old_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -87,21 +87,21 @@ void CopyPermissions(const struct stat& old, int folder, const char* old_name, i
 
 }  // namespace
 
-// `follow_links`: the place of what the path stands for in the end, which need not exist.
-bool PosixNewFile::FindPlace(const std::string& path, bool follow_links, Place* place) {
+// With `follow_links` the entry that symbolic links lead to, which need not exist.
+bool PosixNewFile::FindEntry(const std::string& path, bool follow_links, FolderEntry* entry) {
   std::string at = path;
   for (int links = 0; links <= kMostLinks; ++links) {
     const size_t slash = at.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : at.substr(0, slash + 1);
-    place->name = slash == std::string::npos ? at : at.substr(slash + 1);
-    if (place->name.empty() || place->name == "." || place->name == "..") return false;
-    place->folder_path = folder;
-    place->folder = FileDescriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!place->folder) return false;
+    entry->name = slash == std::string::npos ? at : at.substr(slash + 1);
+    if (entry->name.empty() || entry->name == "." || entry->name == "..") return false;
+    entry->folder_path = folder;
+    entry->folder = FileDescriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!entry->folder) return false;
     if (!follow_links) return true;
     std::array<char, PATH_MAX> link{};
-    const ssize_t length = readlinkat(place->folder.Get(), place->name.c_str(), link.data(), link.size());
-    if (length < 0) return errno == EINVAL || errno == ENOENT;  // no link, or nothing there
+    const ssize_t length = readlinkat(entry->folder.Get(), entry->name.c_str(), link.data(), link.size());
+    if (length < 0) return errno == EINVAL || errno == ENOENT;  // not a link, or missing
     if (static_cast<size_t>(length) == link.size()) return false;
     const std::string_view target(link.data(), static_cast<size_t>(length));
     if (target.starts_with('/')) {
@@ -115,31 +115,31 @@ bool PosixNewFile::FindPlace(const std::string& path, bool follow_links, Place* 
   return false;
 }
 
-PosixNewFile::Target PosixNewFile::Examine(const Place& place, struct stat* status) {
-  if (fstatat(place.folder.Get(), place.name.c_str(), status, AT_SYMLINK_NOFOLLOW) != 0)
+PosixNewFile::Target PosixNewFile::Examine(const FolderEntry& entry, struct stat* status) {
+  if (fstatat(entry.folder.Get(), entry.name.c_str(), status, AT_SYMLINK_NOFOLLOW) != 0)
     return errno == ENOENT ? Target::kAbsent : Target::kRefused;
   if (!S_ISREG(status->st_mode)) return Target::kRefused;
-  // Without a write bit it is protected, also from a user who may write everything.
+  // Without a write bit it is protected, even from users who can override that.
   if ((status->st_mode & 0222) == 0) return Target::kRefused;
-  return faccessat(place.folder.Get(), place.name.c_str(), W_OK, 0) == 0 ? Target::kReplaceable
+  return faccessat(entry.folder.Get(), entry.name.c_str(), W_OK, 0) == 0 ? Target::kReplaceable
                                                                          : Target::kRefused;
 }
 
-bool PosixNewFile::IsTarget(const Place& place) const {
+bool PosixNewFile::IsTarget(const FolderEntry& entry) const {
   struct stat a {};
   struct stat b {};
-  if (fstat(place.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
-      place.name == target_.name)
+  if (fstat(entry.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
+      entry.name == target_.name)
     return true;
-  return fstatat(place.folder.Get(), place.name.c_str(), &a, AT_SYMLINK_NOFOLLOW) == 0 &&
+  return fstatat(entry.folder.Get(), entry.name.c_str(), &a, AT_SYMLINK_NOFOLLOW) == 0 &&
          fstatat(target_.folder.Get(), target_.name.c_str(), &b, AT_SYMLINK_NOFOLLOW) == 0 &&
          IsSameFile(a, b);
 }
 
-// A temporary that is the target itself would be the end of the old file: then we take our own name.
+// A temporary that is the target itself would destroy the old file; TemporaryName is used instead.
 bool PosixNewFile::ChooseTemporary(const std::string& temporary) {
   if (!temporary.empty()) {
-    if (!FindPlace(temporary, /*follow_links=*/false, &temporary_)) return false;
+    if (!FindEntry(temporary, /*follow_links=*/false, &temporary_)) return false;
     if (!IsTarget(temporary_)) return true;
   }
   temporary_.folder_path = target_.folder_path;
@@ -154,15 +154,15 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
   do {
     file_ = FileDescriptor(CreateNew(temporary_, mode));
     if (file_) {
-      // Between the two steps somebody may have taken it for a leftover.
+      // Before it was locked another writer may have removed it as a leftover.
       if (TryLock(file_.Get()) && IsStillOurs()) return true;
       file_.Close();
     } else if (errno != EEXIST) {
       return false;
     }
-    const Way way = ClearTheWay(temporary_);
-    if (way == Way::kBlocked) return false;
-    if (way == Way::kTaken) std::this_thread::sleep_for(kPause);
+    const Leftover leftover = RemoveLeftover(temporary_);
+    if (leftover == Leftover::kBlocked) return false;
+    if (leftover == Leftover::kInUse) std::this_thread::sleep_for(kPause);
   } while (std::chrono::steady_clock::now() < give_up);
   return false;
 }
@@ -173,10 +173,10 @@ bool PosixNewFile::IsStillOurs() const {
 
 bool PosixNewFile::Begin(const std::string& target, const std::string& temporary, mode_t mode) {
   struct stat old {};
-  if (!FindPlace(target, /*follow_links=*/true, &target_)) return false;
+  if (!FindEntry(target, /*follow_links=*/true, &target_)) return false;
   const Target found = Examine(target_, &old);
   if (found == Target::kRefused || !ChooseTemporary(temporary)) return false;
-  // Never more open than the old file, not for a moment.
+  // At no moment with more permissions than the old file.
   if (!CreateTemporary(found == Target::kAbsent ? mode : old.st_mode & mode & 0777)) return false;
   if (found == Target::kReplaceable)
     CopyPermissions(old, target_.folder.Get(), target_.name.c_str(), file_.Get());
@@ -201,13 +201,13 @@ bool PosixNewFile::RenameIntoPlace(Existing existing) {
   if (FlushToDisk(file_.Get(), temporary_) != 0 || !IsStillOurs()) return false;
   const auto take = existing == Existing::kKeep ? RenameToFreeName : RenameOver;
   if (take(temporary_, target_) != 0) return false;
-  // The file has its name now; a folder that cannot be flushed changes nothing about that.
+  // A failure to flush the folder does not undo the rename.
   (void)FlushFolder(target_);
   file_.Close();
   return true;
 }
 
-// The name goes while the lock still holds, so that nobody's new file is removed in its place.
+// Removes the name while the lock is held, so that another writer's new file is not removed.
 PosixNewFile::~PosixNewFile() {
   if (file_ && IsStillOurs()) (void)RemoveName(temporary_);
 }

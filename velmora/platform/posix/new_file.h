@@ -1,7 +1,7 @@
-// The new file of a replacement, by the system's own paths.
+// The new file of a replacement.
 //
-// The new file is locked from the moment it is made until its descriptor closes. Whoever finds one
-// without a lock knows that its writer is gone and removes it; whoever finds it locked waits.
+// It is locked from its creation until its descriptor closes. Another writer waits while it is locked; one
+// without a lock was left by a killed program and is removed.
 #ifndef VELMORA_PLATFORM_POSIX_NEW_FILE_H_
 #define VELMORA_PLATFORM_POSIX_NEW_FILE_H_
 
@@ -21,10 +21,10 @@ class PosixNewFile final : public NewFile {
  public:
   ~PosixNewFile() override;
 
-  // An empty `temporary` means a name of our own. `mode` is for a target that does not exist yet; the
-  // user's mask applies. Once.
+  // Once. An empty `temporary` selects TemporaryName. `mode`, reduced by the user's mask, is for a target
+  // that does not exist.
   bool Begin(const std::string& target, const std::string& temporary, mode_t mode);
-  // Else it is the time of writing.
+  // Overrides the modification time.
   void SetModified(const timespec& modified) { modified_ = modified; }
 
  protected:
@@ -34,15 +34,15 @@ class PosixNewFile final : public NewFile {
  private:
   enum class Target { kAbsent, kReplaceable, kRefused };
 
-  static bool FindPlace(const std::string& path, bool follow_links, Place* place);
-  static Target Examine(const Place& place, struct stat* status);
+  static bool FindEntry(const std::string& path, bool follow_links, FolderEntry* entry);
+  static Target Examine(const FolderEntry& entry, struct stat* status);
   bool ChooseTemporary(const std::string& temporary);
-  bool IsTarget(const Place& place) const;
+  bool IsTarget(const FolderEntry& entry) const;
   bool CreateTemporary(mode_t mode);
   bool IsStillOurs() const;
 
-  Place target_;
-  Place temporary_;
+  FolderEntry target_;
+  FolderEntry temporary_;
   FileDescriptor file_;
   std::optional<timespec> modified_;
 };

@@ -1,7 +1,7 @@
 #include "velmora/platform/profile.h"
 
 #include "velmora/platform/files.h"
-#include "velmora/platform/posix/folders.h"
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/profile_file.h"
 #include "velmora/platform/profile_text.h"
@@ -9,13 +9,13 @@
 namespace velmora {
 namespace {
 
-// Stands for the Windows folder. Empty when nobody's data folder is known.
+// In place of the Windows folder. Empty when the user's data folder is unknown.
 std::string FolderOfBareNames() {
   const std::string data = UserDataFolder();
   return data.empty() ? data : data + "/velmora";
 }
 
-// Empty when there is none.
+// Empty when there is no such folder.
 CString ProfilePath(const CString& file) {
   if (file.IsEmpty() || !IsBareFileName(file)) return file;
   const std::string folder = FolderOfBareNames();

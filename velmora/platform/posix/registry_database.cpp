@@ -10,7 +10,6 @@
 #include <optional>
 
 #include "velmora/platform/posix/disk_calls.h"
-#include "velmora/platform/posix/folders.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/posix/new_file.h"
 #include "velmora/platform/registry_store.h"
@@ -23,8 +22,8 @@ constexpr int kLargestValue = 16 << 20;
 constexpr int kApplicationId = 0x56'4C'52'47;  // "VLRG"
 constexpr int kFormat = 1;
 
-// A root's number stands for a parent without being a row. Ids are not used twice, so that a key that
-// was deleted under somebody's hands never turns into another one.
+// A root is a parent number without a row. AUTOINCREMENT: an id is not reused, so that an open key that is
+// deleted never becomes another key.
 constexpr const char* kSchema = R"(
   PRAGMA application_id = 0x564C5247;
   PRAGMA user_version = 1;
@@ -71,7 +70,7 @@ int ResultOf(int code) {
   }
 }
 
-// 0 when a file with something in it stands there.
+// 0 when there is a file that is not empty.
 int Examine(const std::string& path, struct stat* status) {
   if (path.empty()) return kRegistryCannotOpen;
   if (stat(path.c_str(), status) != 0)
@@ -92,13 +91,13 @@ std::string FolderOf(const std::string& path) {
   return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-// The write bits count also for a user who may write everything.
+// False without a write bit, even for users who can override that.
 bool MayWrite(const std::string& path) {
   struct stat status {};
   return stat(path.c_str(), &status) == 0 && (status.st_mode & 0222) != 0 && access(path.c_str(), W_OK) == 0;
 }
 
-// The way to open a file that nobody writes, without the files that SQLite makes beside it.
+// The name that opens a file nobody writes without SQLite's files beside it.
 std::string ImmutableName(const std::string& path) {
   constexpr const char* kDigits = "0123456789ABCDEF";
   std::string name = "file:";
@@ -115,8 +114,7 @@ std::string ImmutableName(const std::string& path) {
   return name + "?immutable=1";
 }
 
-// The content of a new file: no keys, and marked for the write-ahead log, which needs no exclusive
-// moment at the first use then.
+// The content of a new file: no keys, and already in WAL mode, so that its first use needs no exclusive lock.
 std::optional<std::string> EmptyDatabase() {
   sqlite3* database = nullptr;
   std::optional<std::string> image;
@@ -135,7 +133,7 @@ std::optional<std::string> EmptyDatabase() {
   return image;
 }
 
-// Makes the file in one step, so that it is never seen half made; only one of several programs does.
+// Creates the file in one step: no program sees it incomplete, and only one of several creates it.
 int MakeFile(const std::string& path) {
   static std::mutex mutex;
   const std::lock_guard<std::mutex> one_at_a_time(mutex);
@@ -145,10 +143,10 @@ int MakeFile(const std::string& path) {
   if (!MakeFolders(FolderOf(path))) return kRegistryCannotWrite;
   PosixNewFile file;
   if (file.Begin(path, std::string(), 0666)) {
-    // It was somebody else's turn before.
+    // Another program may have created it before Begin() got the lock.
     found = Examine(path, &status);
     if (found != kRegistryNotFound) return found;
-    // The log of a file that is gone belongs to no other.
+    // Logs of a deleted file must not be applied to the new one.
     for (const char* suffix : {"-wal", "-shm", "-journal"}) (void)RemoveFile(path + suffix);
     const std::optional<std::string> image = EmptyDatabase();
     if (!image) return kRegistryNoMemory;
@@ -189,7 +187,7 @@ RegistryStatement& RegistryStatement::BindText(std::string_view utf8) {
 }
 
 RegistryStatement& RegistryStatement::BindBytes(std::string_view bytes) {
-  // A null pointer would be no bytes but NULL.
+  // SQLite stores a null pointer as NULL.
   const char* data = bytes.empty() ? "" : bytes.data();
   Take(sqlite3_bind_blob64(statement_, ++bound_, data, bytes.size(), SQLITE_STATIC));
   return *this;
@@ -232,7 +230,7 @@ int RegistryDatabase::Connect(const std::string& path) {
   int flags = SQLITE_OPEN_NOMUTEX;
   std::string name = absolute;
   if (writable_) {
-    // Also for reading: what a killed program left in the log is taken over then.
+    // Also for reading, so that the log of a killed program is applied.
     flags |= SQLITE_OPEN_READWRITE;
   } else {
     flags |= SQLITE_OPEN_READONLY;
@@ -245,7 +243,7 @@ int RegistryDatabase::Connect(const std::string& path) {
   return result == kRegistryDone ? Prepare() : result;
 }
 
-// The file may be anybody's: nothing in it is run, and what is not ours is left alone.
+// The file may come from anywhere: nothing in it is executed, and other databases are refused.
 int RegistryDatabase::Prepare() {
   sqlite3_busy_timeout(database_, kLongestWaitMs);
   sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLargestValue);
@@ -253,7 +251,7 @@ int RegistryDatabase::Prepare() {
   sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-  // A commit is safe from a killed program; from a power cut once it has been flushed.
+  // A commit survives a killed program; it survives a power cut after Flush.
   int result = RegistryStatement(database_, "PRAGMA synchronous = NORMAL").Run();
   const auto expect = [&](std::string_view question, int answer) {
     if (result != kRegistryDone) return;
@@ -282,8 +280,7 @@ int RegistryDatabase::OpenOrMake(const std::string& path) {
   return result == kRegistryDone ? Open(path) : result;
 }
 
-// What was committed is in the log, or was flushed when it was taken over from there. A checkpoint would
-// wait for others who read.
+// Commits are in the log, or were flushed by a checkpoint. A checkpoint here would wait for readers.
 int RegistryDatabase::Flush() {
   sqlite3_file* log = nullptr;
   int code = sqlite3_file_control(database_, "main", SQLITE_FCNTL_JOURNAL_POINTER, static_cast<void*>(&log));

@@ -1,5 +1,5 @@
-// The registry's file: finding it, making it, opening it, and the few things that need SQLite's own
-// interface. Results are those of registry_store.h.
+// The registry's database file: its path, creating and opening it, statements and transactions. Results are
+// those of registry_store.h.
 #ifndef VELMORA_PLATFORM_POSIX_REGISTRY_DATABASE_H_
 #define VELMORA_PLATFORM_POSIX_REGISTRY_DATABASE_H_
 
@@ -12,10 +12,10 @@
 
 namespace velmora {
 
-// The file that the environment names; empty when nobody's data folder is known.
+// The registry's file; empty when the user's data folder is unknown.
 std::string RegistryFile();
 
-// A prepared statement with its parameters. What is bound must live until the statement ends.
+// A prepared statement. Bound texts must outlive it.
 class RegistryStatement {
  public:
   RegistryStatement(sqlite3* database, std::string_view sql);
@@ -28,7 +28,7 @@ class RegistryStatement {
   RegistryStatement& BindText(std::string_view utf8);
   RegistryStatement& BindBytes(std::string_view bytes);
 
-  // Whether a row came. Afterwards Result tells why not: 0 when there is no more.
+  // False when there is no further row: Result is then 0 or an error.
   bool Next();
   int Result() const { return result_; }
   // For a statement that gives no rows.
@@ -54,16 +54,16 @@ class RegistryDatabase {
   RegistryDatabase& operator=(const RegistryDatabase&) = delete;
   ~RegistryDatabase();
 
-  // Opens what is there; never makes or changes it. kRegistryNotFound when there is nothing.
+  // Opens an existing file without changing it; kRegistryNotFound when it is missing or empty.
   int Open(const std::string& path);
-  // Makes what is missing and opens it.
+  // Creates a missing file and opens it.
   int OpenOrMake(const std::string& path);
 
   bool IsOpen() const { return database_ != nullptr; }
   bool IsWritable() const { return writable_; }
   sqlite3* Get() const { return database_; }
 
-  // Returns when everything is on the disk.
+  // Flushes everything committed to the disk.
   int Flush();
 
  private:
@@ -75,7 +75,7 @@ class RegistryDatabase {
   bool writable_ = false;
 };
 
-// One write, all of it or nothing: what has not been committed at the end is undone.
+// Rolls back at the end unless committed.
 class RegistryTransaction {
  public:
   explicit RegistryTransaction(const RegistryDatabase& database);

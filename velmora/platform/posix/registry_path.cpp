@@ -20,7 +20,7 @@ std::int64_t RootNumber(HKEY root) {
   return found == std::end(roots) ? 0 : std::begin(roots) - found - 1;
 }
 
-// Puts the view into the path, below HKEY_LOCAL_MACHINE\Software.
+// Inserts the 32-bit view's key below HKEY_LOCAL_MACHINE\Software.
 void ChooseView(unsigned access, std::vector<std::wstring>* parts) {
   if (parts->empty() || !EqualNoCase(parts->front(), kSharedName)) return;
   if (parts->size() > 1 && EqualNoCase((*parts)[1], kView32Name)) return;

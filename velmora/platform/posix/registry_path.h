@@ -1,4 +1,4 @@
-// Where a key's path leads in the database.
+// A key's path in the database.
 #ifndef VELMORA_PLATFORM_POSIX_REGISTRY_PATH_H_
 #define VELMORA_PLATFORM_POSIX_REGISTRY_PATH_H_
 
@@ -12,14 +12,14 @@
 namespace velmora {
 
 struct RegistryPath {
-  std::int64_t root = 0;            // the number of the root's row, below 0
-  std::vector<std::wstring> parts;  // from there on, both views told apart by their Wow6432Node
+  std::int64_t root = 0;            // the root's number, below 0
+  std::vector<std::wstring> parts;  // below it, with Wow6432Node for the 32-bit view
 };
 
-// Returns 0 or kRegistryBadRoot, kRegistryBadPath, kRegistryBadArgument. `access` tells the view.
+// Returns 0 or kRegistryBadRoot, kRegistryBadPath, kRegistryBadArgument. `access` selects the view.
 int ParseRegistryPath(HKEY root, std::wstring_view path, unsigned access, RegistryPath* parsed);
 
-// Whether a name is one, of a length that the system allows, and how it compares.
+// Whether a name is valid and not too long, and its form for comparison.
 bool IsRegistryName(std::wstring_view name, size_t longest);
 std::string FoldedRegistryName(std::wstring_view name);
 

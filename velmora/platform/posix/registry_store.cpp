@@ -14,7 +14,7 @@ constexpr unsigned kListKeys = 0x0008;
 constexpr unsigned kAnyWriting = 0xD0026;
 constexpr size_t kLargestValue = size_t{15} << 20;
 
-// The rights that the wide words of an access mask stand for.
+// Adds the rights that the generic rights of an access mask include.
 unsigned GrantedRights(int access) {
   constexpr unsigned kGenericRead = 0x80000000;
   constexpr unsigned kGenericWrite = 0x40000000;
@@ -27,7 +27,7 @@ unsigned GrantedRights(int access) {
   return rights;
 }
 
-// Keys as they lie in an open database.
+// The keys of an open database.
 class KeyTree {
  public:
   explicit KeyTree(const RegistryDatabase& database) : database_(database.Get()) {}
@@ -41,7 +41,7 @@ class KeyTree {
     return result;
   }
 
-  // Makes what is missing.
+  // Creates missing keys.
   int FindOrMake(const RegistryPath& path, std::int64_t* id) const {
     *id = path.root;
     int result = kRegistryDone;
@@ -105,7 +105,7 @@ class KeyTree {
 
 }  // namespace
 
-// Without a database (the root of an empty registry) there is nothing to read.
+// Without a database (the root of an empty registry) nothing can be read.
 struct RegistryKey::System {
   bool Grants(unsigned right) const { return (rights & right) != 0; }
 
@@ -119,7 +119,7 @@ struct RegistryKey::System {
   unsigned rights = 0;
 };
 
-// The rows (type, data) of a value; 0 when the first one stands ready.
+// Binds the value's name and steps to its row. Returns 0 when there is one.
 int RegistryKey::System::FindValue(RegistryStatement* statement, const CString& name,
                                    std::string* folded) const {
   if (!IsRegistryName(name.GetView(), kLongestValueName)) return kRegistryNotFound;
@@ -243,7 +243,7 @@ int RegistryKey::Write(const CString& name, unsigned type, std::string_view byte
 int RegistryKey::Delete(const CString& name) {
   if (!system_) return kRegistryBadRoot;
   if (!IsRegistryName(name.GetView(), kLongestValueName)) return kRegistryNotFound;
-  // Nothing to delete is no reason to make a file.
+  // Does not create the file when there is nothing to delete.
   if (!system_->database.IsOpen()) return system_->Grants(kSetValue) ? kRegistryNotFound : kRegistryDenied;
   const std::string folded = FoldedRegistryName(name.GetView());
   return system_->InTransaction([&] {

@@ -21,16 +21,7 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 using namespace std::string_view_literals;
 
-// The call of Hello as it goes over the wire, which every client makes first: a header of 16 bytes, then
-// path, member, interface and destination, each padded to 8.
-constexpr std::string_view kHello =
-    "l\1\0\1\0\0\0\0\1\0\0\0m\0\0\0"
-    "\1\1o\0\25\0\0\0/org/freedesktop/DBus\0\0\0"
-    "\3\1s\0\5\0\0\0Hello\0\0\0"
-    "\2\1s\0\24\0\0\0org.freedesktop.DBus\0\0\0\0"
-    "\6\1s\0\24\0\0\0org.freedesktop.DBus\0\0\0\0"sv;
-
-// What separates the pieces of a list of addresses, taken off its front.
+// Removes the text up to the first separator from the front of the list.
 std::string_view TakePiece(std::string_view* list, char separator) {
   const size_t length = std::min(list->find(separator), list->size());
   const std::string_view piece = list->substr(0, length);
@@ -79,41 +70,49 @@ std::optional<SocketName> SocketOf(std::string_view address) {
   return std::nullopt;
 }
 
-bool Send(int socket, std::string_view bytes) {
-  return send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
-}
-
-// What comes before the time is up, to the first `last` at the least. Empty when that does not come.
-std::string ReceiveTo(int socket, char last, Clock::time_point end) {
+// Up to the line's end; empty when it does not come in time.
+std::string ReceiveLine(int socket, Clock::time_point end) {
   constexpr size_t kLongest = 65536;
-  std::string come;
-  while (come.find(last) == std::string::npos) {
-    const auto left = std::chrono::ceil<milliseconds>(end - Clock::now()).count();
+  std::string line;
+  while (line.find('\n') == std::string::npos) {
     pollfd descriptor = {socket, POLLIN, 0};
-    if (left <= 0 || poll(&descriptor, 1, static_cast<int>(left)) <= 0) return "";
+    if (poll(&descriptor, 1, static_cast<int>(TimeUntil(end).count())) <= 0) return "";
     char bytes[512];
     const ssize_t count = recv(socket, bytes, sizeof bytes, MSG_DONTWAIT);
-    if (count <= 0 || come.size() > kLongest) return "";
-    come.append(bytes, static_cast<size_t>(count));
+    if (count <= 0 || line.size() > kLongest) return "";
+    line.append(bytes, static_cast<size_t>(count));
   }
-  return come;
+  return line;
 }
 
+// Whether the bus accepts our authentication, the first step of every connection.
 bool Answers(std::string_view address, Clock::time_point end) {
   const std::optional<SocketName> name = SocketOf(address);
   if (!name) return false;
   const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!socket || connect(socket.Get(), reinterpret_cast<const sockaddr*>(&name->address), name->length) != 0)
     return false;
-  // The user's number in decimal, and that in hexadecimal.
-  std::string user;
-  for (const char digit : std::to_string(geteuid())) user += std::string("3") + digit;
-  return Send(socket.Get(), "\0AUTH EXTERNAL "sv) && Send(socket.Get(), user + "\r\n") &&
-         ReceiveTo(socket.Get(), '\n', end).starts_with("OK ") && Send(socket.Get(), "BEGIN\r\n") &&
-         Send(socket.Get(), kHello) && !ReceiveTo(socket.Get(), 'l', end).empty();
+  // The decimal digits of the user's number, each as the hexadecimal code of its character.
+  std::string request("\0AUTH EXTERNAL "sv);
+  for (const char digit : std::to_string(geteuid())) request.append("3").append(1, digit);
+  request += "\r\n";
+  return send(socket.Get(), request.data(), request.size(), MSG_NOSIGNAL) ==
+             static_cast<ssize_t>(request.size()) &&
+         ReceiveLine(socket.Get(), end).starts_with("OK ");
 }
 
 }  // namespace
+
+milliseconds TimeUntil(Clock::time_point end) {
+  return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(end - Clock::now()));
+}
+
+void WaitForBus(const sdbus::IConnection& bus, milliseconds limit) {
+  const sdbus::IConnection::PollData data = bus.getEventLoopPollData();
+  if (const int own = data.getPollTimeout(); own >= 0) limit = std::min(limit, milliseconds(own));
+  pollfd descriptor = {data.fd, data.events, 0};
+  poll(&descriptor, 1, static_cast<int>(limit.count()));
+}
 
 std::string AnsweringSessionBus(milliseconds limit) {
   const char* const given = std::getenv("DBUS_SESSION_BUS_ADDRESS");

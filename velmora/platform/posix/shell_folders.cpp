@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "velmora/platform/files.h"
-#include "velmora/platform/posix/folders.h"
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/native_path.h"
 
 namespace velmora {

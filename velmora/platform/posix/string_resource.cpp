@@ -2,7 +2,7 @@
 
 namespace velmora {
 
-// There is one module with strings; any address of it serves as its handle.
+// Any address in the module serves as its handle.
 HINSTANCE ModuleWithStrings() {
   static char module;
   return reinterpret_cast<HINSTANCE>(&module);

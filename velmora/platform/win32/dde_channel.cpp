@@ -19,12 +19,12 @@ constexpr int kMostMessages = 100;      // in one call of Handle
 
 DWORD g_instance = 0;
 DdeChannel::Received g_received = nullptr;
-std::set<DWORD> g_untaken;  // pokes without an answer yet
+std::set<DWORD> g_unanswered;  // pokes
 bool g_refused = false;
 
 HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ, HDDEDATA data, ULONG_PTR id,
                                 ULONG_PTR) {
-  if (type == XTYP_XACT_COMPLETE && g_untaken.erase(static_cast<DWORD>(id)) != 0 && data == nullptr)
+  if (type == XTYP_XACT_COMPLETE && g_unanswered.erase(static_cast<DWORD>(id)) != 0 && data == nullptr)
     g_refused = true;
   if (type != XTYP_ADVDATA) return nullptr;
   std::array<char, 512> text = {};
@@ -33,7 +33,7 @@ HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ, H
   return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
 }
 
-// Whether the other side is there. A program that was killed says no goodbye, but its window goes.
+// Whether the server is still running. A killed program sends no disconnect, but its window is gone.
 bool IsThere(DdeConversation conversation) {
   CONVINFO info = {};
   info.cb = sizeof info;
@@ -41,10 +41,10 @@ bool IsThere(DdeConversation conversation) {
          (info.wStatus & ST_CONNECTED) != 0 && IsWindow(info.hwndPartner) != FALSE;
 }
 
-// Asynchronous throughout: a call that waited would dispatch the thread's messages meanwhile. The number
-// of the transaction, 0 when it could not be sent.
+// Asynchronous: a synchronous transaction would dispatch the thread's messages. Returns the transaction's
+// number, 0 when it could not be sent.
 DWORD Send(DdeConversation conversation, DdeString item, UINT type, std::string_view text = {}) {
-  // Once Wine has found nobody to send to, it keeps the conversation for ever and begins no other like it.
+  // After a transaction without a receiver Wine keeps the conversation and opens no other like it.
   if (item == nullptr || !IsThere(conversation)) return 0;
   std::string bytes(text);
   const bool poke = type == XTYP_POKE;
@@ -59,7 +59,7 @@ bool HandleMessages() {
   MSG message;
   int handled = 0;
   while (handled < kMostMessages && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-    if (message.message == WM_QUIT) {  // the client's own loop is to see it
+    if (message.message == WM_QUIT) {  // for the client's own message loop
       PostQuitMessage(static_cast<int>(message.wParam));
       break;
     }
@@ -88,7 +88,7 @@ void DdeChannel::FreeString(DdeString text) {
 }
 
 DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
-  g_untaken.clear();
+  g_unanswered.clear();
   g_refused = false;
   return DdeConnect(g_instance, service, topic, nullptr);
 }
@@ -104,7 +104,7 @@ bool DdeChannel::StopAdvise(DdeConversation conversation, DdeString item) {
 bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_view text) {
   const DWORD id = Send(conversation, item, XTYP_POKE, text);
   if (id == 0) g_refused = true;
-  if (id != 0) g_untaken.insert(id);
+  if (id != 0) g_unanswered.insert(id);
   return id != 0;
 }
 
@@ -112,18 +112,18 @@ bool DdeChannel::IsOpen(DdeConversation conversation) { return IsThere(conversat
 
 int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
-  while (!g_untaken.empty() && IsOpen(conversation)) {
+  while (!g_unanswered.empty() && IsOpen(conversation)) {
     const ULONGLONG now = GetTickCount64();
     if (now >= end) break;
     Handle(static_cast<int>(end - now));
   }
-  const bool gone = !g_untaken.empty() && !IsOpen(conversation);
+  const bool gone = !g_unanswered.empty() && !IsOpen(conversation);
   if (std::exchange(g_refused, false) || gone) return -1;
-  return g_untaken.empty() ? 0 : 1;
+  return g_unanswered.empty() ? 0 : 1;
 }
 
 void DdeChannel::Close(DdeConversation conversation) {
-  g_untaken.clear();
+  g_unanswered.clear();
   if (conversation != nullptr) DdeDisconnect(conversation);
 }
 

@@ -11,7 +11,7 @@ BOOL CALLBACK TakeMainWindow(HWND window, LPARAM found) {
   return FALSE;
 }
 
-// The thread's first visible window that no other owns.
+// The thread's first visible window without an owner.
 HWND MainWindow() {
   HWND found = nullptr;
   EnumThreadWindows(GetCurrentThreadId(), TakeMainWindow, reinterpret_cast<LPARAM>(&found));

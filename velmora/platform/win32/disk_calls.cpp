@@ -14,8 +14,8 @@ namespace {
 
 constexpr size_t kMostAtOnce = size_t{1} << 24;
 
-DWORD ErrorOf(InjectedError trouble) {
-  switch (trouble) {
+DWORD ErrorOf(InjectedError error) {
+  switch (error) {
     case InjectedError::kFull:
       return ERROR_DISK_FULL;
     case InjectedError::kDenied:
@@ -27,35 +27,35 @@ DWORD ErrorOf(InjectedError trouble) {
   }
 }
 
-// Makes a call past the watch, if there is one. `make` is told how many bytes to write at most and
-// returns whether it did, and sets *count to what was written where it writes.
+// Makes a call and reports it to the hook. `make` returns its success; for a write it gets the largest number
+// of bytes and sets *count to how many were written.
 template <class Make>
-bool Watched(DiskAction action, const wchar_t* path, const wchar_t* new_path, std::string_view bytes,
-             Make make) {
+bool WithHook(DiskAction action, const wchar_t* path, const wchar_t* new_path, std::string_view bytes,
+              Make make) {
   size_t count = bytes.size();
-  DiskHook* const watch = CurrentDiskWatch();
-  if (watch == nullptr) return make(&count);
+  DiskHook* const hook = CurrentDiskHook();
+  if (hook == nullptr) return make(&count);
   DiskCall call{.action = action, .path = path, .new_path = new_path, .bytes = bytes};
-  if (const InjectedError trouble = watch->Before(call, &count); trouble != InjectedError::kNone) {
-    SetLastError(ErrorOf(trouble));
+  if (const InjectedError error = hook->Before(call, &count); error != InjectedError::kNone) {
+    SetLastError(ErrorOf(error));
     return false;
   }
   const bool done = make(&count);
   const DWORD error = GetLastError();
   call.bytes = bytes.substr(0, done ? count : 0);
-  watch->After(call, done);
+  hook->After(call, done);
   SetLastError(error);
   return done;
 }
 
 template <class Make>
-bool Watched(DiskAction action, const wchar_t* path, Make make) {
-  return Watched(action, path, L"", {}, [&](size_t*) { return make(); });
+bool WithHook(DiskAction action, const wchar_t* path, Make make) {
+  return WithHook(action, path, L"", {}, [&](size_t*) { return make(); });
 }
 
 bool Rename(HANDLE file, const std::wstring& name, bool replace) {
-  // The information class and the flags of newer systems: also a file that somebody reads can give up
-  // its name. The older form is for systems and disks without it.
+  // The newer information class can also replace a file that is open for reading; the older one is for
+  // systems and disks without it.
   constexpr auto kRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
   constexpr DWORD kReplaceIfExists = 1;
   constexpr DWORD kPosixSemantics = 2;
@@ -77,7 +77,7 @@ bool Rename(HANDLE file, const std::wstring& name, bool replace) {
 
 FileHandle OpenToRead(const wchar_t* path) {
   FileHandle file;
-  Watched(DiskAction::kOpenToRead, path, [&] {
+  WithHook(DiskAction::kOpenToRead, path, [&] {
     file = FileHandle(CreateFileW(path, GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     return static_cast<bool>(file);
@@ -87,11 +87,11 @@ FileHandle OpenToRead(const wchar_t* path) {
 
 std::int64_t ReadSome(HANDLE file, const std::wstring& path, std::span<char> buffer) {
   DWORD count = 0;
-  const bool done = Watched(DiskAction::kRead, path.c_str(), [&] {
+  const bool done = WithHook(DiskAction::kRead, path.c_str(), [&] {
     if (ReadFile(file, buffer.data(), static_cast<DWORD>(std::min(buffer.size(), kMostAtOnce)), &count,
                  nullptr) != 0)
       return true;
-    // The writer of a pipe is done.
+    // A pipe's writer has closed it.
     return GetLastError() == ERROR_BROKEN_PIPE || GetLastError() == ERROR_HANDLE_EOF;
   });
   return done ? std::int64_t{count} : -1;
@@ -99,8 +99,8 @@ std::int64_t ReadSome(HANDLE file, const std::wstring& path, std::span<char> buf
 
 FileHandle CreateNew(const std::wstring& path) {
   FileHandle file;
-  Watched(DiskAction::kCreate, path.c_str(), [&] {
-    // WRITE_DAC for the permissions of the old file; where it is not granted we do without.
+  WithHook(DiskAction::kCreate, path.c_str(), [&] {
+    // WRITE_DAC is for copying the old file's permissions; it may not be granted.
     constexpr DWORD kAccess = GENERIC_READ | GENERIC_WRITE | DELETE;
     const auto create = [&](DWORD access) {
       file = FileHandle(
@@ -114,7 +114,7 @@ FileHandle CreateNew(const std::wstring& path) {
 
 size_t WriteSome(HANDLE file, const std::wstring& path, std::string_view bytes) {
   DWORD written = 0;
-  Watched(DiskAction::kWrite, path.c_str(), L"", bytes, [&](size_t* count) {
+  WithHook(DiskAction::kWrite, path.c_str(), L"", bytes, [&](size_t* count) {
     const bool done = WriteFile(file, bytes.data(), static_cast<DWORD>(std::min(*count, kMostAtOnce)),
                                 &written, nullptr) != 0;
     *count = written;
@@ -124,16 +124,16 @@ size_t WriteSome(HANDLE file, const std::wstring& path, std::string_view bytes) 
 }
 
 bool FlushToDisk(HANDLE file, const std::wstring& path) {
-  return Watched(DiskAction::kFlush, path.c_str(), [&] { return FlushFileBuffers(file) != 0; });
+  return WithHook(DiskAction::kFlush, path.c_str(), [&] { return FlushFileBuffers(file) != 0; });
 }
 
 bool RenameOpenFile(HANDLE file, const std::wstring& path, const std::wstring& name, bool replace) {
-  return Watched(DiskAction::kRename, path.c_str(), name.c_str(), {},
-                 [&](size_t*) { return Rename(file, name, replace); });
+  return WithHook(DiskAction::kRename, path.c_str(), name.c_str(), {},
+                  [&](size_t*) { return Rename(file, name, replace); });
 }
 
 bool RemoveOpenFile(HANDLE file, const std::wstring& path) {
-  return Watched(DiskAction::kRemove, path.c_str(), [&] {
+  return WithHook(DiskAction::kRemove, path.c_str(), [&] {
     FILE_DISPOSITION_INFO info{};
     info.DeleteFile = TRUE;
     return SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info) != 0;
@@ -141,15 +141,15 @@ bool RemoveOpenFile(HANDLE file, const std::wstring& path) {
 }
 
 bool RemoveFile(const wchar_t* path) {
-  return Watched(DiskAction::kRemove, path, [&] { return DeleteFileW(path) != 0; });
+  return WithHook(DiskAction::kRemove, path, [&] { return DeleteFileW(path) != 0; });
 }
 
 bool RemoveFolder(const wchar_t* path) {
-  return Watched(DiskAction::kRemoveFolder, path, [&] { return RemoveDirectoryW(path) != 0; });
+  return WithHook(DiskAction::kRemoveFolder, path, [&] { return RemoveDirectoryW(path) != 0; });
 }
 
 bool MakeOneFolder(const wchar_t* path) {
-  return Watched(DiskAction::kMakeFolder, path, [&] { return CreateDirectoryW(path, nullptr) != 0; });
+  return WithHook(DiskAction::kMakeFolder, path, [&] { return CreateDirectoryW(path, nullptr) != 0; });
 }
 
 std::FILE* OpenDeviceToWrite(const CString& path) { return _wfopen(path, L"wb"); }

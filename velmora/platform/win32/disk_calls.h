@@ -1,7 +1,6 @@
-// The calls to the system that change the disk or read from it. No other source makes them, but for the
-// system's own private profiles: each passes the watch (velmora/platform/disk_watch.h).
-//
-// Like the system's own they leave the reason of a failure in GetLastError.
+// The system calls that change or read the disk. All of them are made here, with the hook of disk_hook.h
+// around each, except those inside the system's own private profiles. GetLastError gives the reason of a
+// failure.
 #ifndef VELMORA_PLATFORM_WIN32_DISK_CALLS_H_
 #define VELMORA_PLATFORM_WIN32_DISK_CALLS_H_
 
@@ -15,15 +14,15 @@
 namespace velmora {
 
 FileHandle OpenToRead(const wchar_t* path);
-// -1 on failure. `path` is for the watch only.
+// -1 on failure. `path` is for the hook only.
 std::int64_t ReadSome(HANDLE file, const std::wstring& path, std::span<char> buffer);
 
 // Open without sharing.
 FileHandle CreateNew(const std::wstring& path);
-// How much was written, 0 on failure. `path` is for the watch only, here and below.
+// Returns how much was written, 0 on failure. `path` is for the hook only, here and below.
 size_t WriteSome(HANDLE file, const std::wstring& path, std::string_view bytes);
 bool FlushToDisk(HANDLE file, const std::wstring& path);
-// Also when somebody reads the file that has the name, where the system can do that.
+// Where the system can, also when the file of the new name is open for reading.
 bool RenameOpenFile(HANDLE file, const std::wstring& path, const std::wstring& name, bool replace);
 bool RemoveOpenFile(HANDLE file, const std::wstring& path);
 

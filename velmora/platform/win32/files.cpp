@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/platform/win32/new_file.h"
@@ -30,7 +31,7 @@ FileTime LocalTime(const FILETIME& time) {
           .second = local.wSecond};
 }
 
-// `Data` is any of the system's records that begin alike.
+// `Data` is any of the system's records with these members.
 template <class Data>
 FileStatus StatusOf(const Data& data) {
   const DWORD attributes = data.dwFileAttributes;
@@ -46,7 +47,7 @@ FileStatus StatusOf(const Data& data) {
   return status;
 }
 
-// "NUL", "aux.txt" and their like are devices in every folder, where the system says so.
+// "NUL", "aux.txt" and similar names are devices in every folder.
 bool NamesDevice(const wchar_t* path) {
   wchar_t full[MAX_PATH] = L"";
   const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
@@ -81,7 +82,7 @@ bool IsFolder(const wchar_t* path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// Waits for a program that is just replacing the file.
+// Waits while another program replaces the file.
 FileHandle OpenFileToRead(const wchar_t* path) {
   FileHandle file;
   if (IsFolder(path)) return file;
@@ -116,6 +117,21 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
 }
 
 bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }
+
+std::optional<CString> RealPath(const CString& path) {
+  const FileHandle entry(CreateFileW(SystemPath(path), 0, kShareAll, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  if (!entry) return std::nullopt;
+  std::wstring real(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetFinalPathNameByHandleW(entry.Get(), real.data(), static_cast<DWORD>(real.size()),
+                                                   FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+    if (length == 0) return std::nullopt;
+    const bool fits = length < real.size();
+    real.resize(length);
+    if (fits) return CString(std::wstring_view(real));
+  }
+}
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   const std::wstring path = SystemPath(from);

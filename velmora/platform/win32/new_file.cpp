@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "velmora/platform/temporary_name.h"
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/text/letters.h"
 
@@ -16,7 +15,7 @@ constexpr DWORD kLongestRenameMs = 2000;
 constexpr DWORD kLongestExamineMs = 50;
 constexpr int kMostRefusals = 4;
 
-// The path from the root, in the form without a limit to its length when it needs that.
+// The absolute path, in the form without a length limit when it is long.
 std::wstring FullPath(const wchar_t* path) {
   std::wstring full(GetFullPathNameW(path, 0, nullptr, nullptr), L'\0');
   const DWORD length = GetFullPathNameW(path, static_cast<DWORD>(full.size()), full.data(), nullptr);
@@ -26,13 +25,13 @@ std::wstring FullPath(const wchar_t* path) {
   return full.starts_with(LR"(\\)") ? LR"(\\?\UNC\)" + full.substr(2) : LR"(\\?\)" + full;
 }
 
-// Opens for questions only, whatever others do with the file.
+// Opens for queries only; always shares.
 FileHandle OpenToAsk(const std::wstring& path, DWORD access) {
   return FileHandle(CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr));
 }
 
-// What a symbolic link stands for; the path itself when it is none. Empty when it leads nowhere.
+// The target of a symbolic link, or the path itself. Empty for a dangling link.
 std::wstring FollowLinks(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return path;
@@ -56,8 +55,7 @@ Target Examine(const std::wstring& path) {
     return error == ERROR_FILE_NOT_FOUND ? Target::kAbsent : Target::kRefused;
   }
   if ((attributes & kRefused) != 0) return Target::kRefused;
-  // Its permissions may forbid what those of the folder allow. That somebody has it open just now is
-  // for the renaming to find out.
+  // Its permissions may forbid what the folder's allow. A sharing violation is left to the rename.
   FileHandle file;
   const bool opened = Persist(kLongestExamineMs, kLongestExamineMs, [&] {
     file = FileHandle(CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING,
@@ -89,7 +87,7 @@ std::vector<std::byte> AccessList(HANDLE file) {
   return descriptor;
 }
 
-// Attributes, time of creation and permissions of the old file, as far as we may.
+// Copies attributes, creation time and permissions of the old file as far as permitted.
 void CopyProperties(const std::wstring& old_name, HANDLE to) {
   const FileHandle old = OpenToAsk(old_name, READ_CONTROL | FILE_READ_ATTRIBUTES);
   if (!old) return;
@@ -97,13 +95,13 @@ void CopyProperties(const std::wstring& old_name, HANDLE to) {
   if (GetFileInformationByHandleEx(old.Get(), FileBasicInfo, &info, sizeof info) != 0) {
     constexpr DWORD kKept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-    FILE_BASIC_INFO wanted{};  // a time of 0 changes nothing
+    FILE_BASIC_INFO wanted{};  // a time of 0 means unchanged
     wanted.CreationTime = info.CreationTime;
     wanted.FileAttributes =
         (info.FileAttributes & kKept) != 0 ? info.FileAttributes & kKept : FILE_ATTRIBUTE_NORMAL;
     SetFileInformationByHandle(to, FileBasicInfo, &wanted, sizeof wanted);
   }
-  // What the folder gave to both needs no copy, and stays the folder's to change.
+  // Permissions that both inherit from the folder stay inherited.
   std::vector<std::byte> access = AccessList(old.Get());
   if (!access.empty() && access != AccessList(to))
     SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, access.data());
@@ -115,7 +113,7 @@ bool Win32NewFile::ChooseTemporary(const CString& temporary) {
   if (!temporary.IsEmpty()) {
     temporary_ = FullPath(SystemPath(temporary));
     if (temporary_.empty()) return false;
-    // One that is the target itself would be the end of the old file: then we take our own name.
+    // A temporary that is the target itself would destroy the old file; TemporaryName is used instead.
     if (!IsSameFile(temporary_, target_)) return true;
   }
   const size_t name = target_.rfind(L'\\') + 1;
@@ -127,9 +125,8 @@ bool Win32NewFile::ChooseTemporary(const CString& temporary) {
   return !temporary_.empty();
 }
 
-// After a refused CreateNew. False for good; true when the next attempt may get through, at once or
-// after a pause.
-bool Win32NewFile::ClearTheWay(bool* pause) {
+// After a failed CreateNew. True when another attempt may succeed, at once or after a pause.
+bool Win32NewFile::RemoveLeftover(bool* pause) {
   *pause = false;
   DWORD error = GetLastError();
   const bool taken = error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS;
@@ -144,7 +141,7 @@ bool Win32NewFile::ClearTheWay(bool* pause) {
   const DWORD attributes = GetFileAttributesW(temporary_.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES)
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
-  // Nothing is there now. If nothing was there before either, we may make no file here.
+  // The name is free. If it was free before, the folder denies new files.
   return taken || GetLastError() != ERROR_FILE_NOT_FOUND || --refusals_left_ > 0;
 }
 
@@ -155,7 +152,7 @@ bool Win32NewFile::CreateTemporary() {
     file_ = CreateNew(temporary_);
     if (file_) return true;
     bool pause = false;
-    if (!ClearTheWay(&pause)) return false;
+    if (!RemoveLeftover(&pause)) return false;
     if (pause) Sleep(kPauseMs);
   } while (GetTickCount64() - start < kLongestTurnMs);
   return false;
@@ -180,7 +177,7 @@ bool Win32NewFile::RenameIntoPlace(Existing existing) {
   if (found == Target::kReplaceable) CopyProperties(target_, file_.Get());
   if (modified_ && SetFileTime(file_.Get(), nullptr, nullptr, &*modified_) == 0) return false;
   if (!FlushToDisk(file_.Get(), temporary_)) return false;
-  // Somebody who reads the old file, a virus scanner say, is soon done.
+  // Other readers of the old file, such as a virus scanner, usually close it soon.
   const bool renamed = Persist(kLongestRenameMs, kLongestRenameMs, [&] {
     return RenameOpenFile(file_.Get(), temporary_, target_, existing == Existing::kReplace);
   });

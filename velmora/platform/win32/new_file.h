@@ -1,8 +1,7 @@
 // The new file of a replacement.
 //
-// The new file is open without sharing from the moment it is made until it has its final name, which it
-// takes through its handle: no other program can come in between. Whoever can remove one knows that
-// its writer is gone; whoever cannot, waits.
+// It is open without sharing from its creation until it is renamed through its handle. Another writer waits
+// while it cannot remove it; one that can be removed was left by a killed program.
 #ifndef VELMORA_PLATFORM_WIN32_NEW_FILE_H_
 #define VELMORA_PLATFORM_WIN32_NEW_FILE_H_
 
@@ -19,9 +18,9 @@ class Win32NewFile final : public NewFile {
  public:
   ~Win32NewFile() override;
 
-  // An empty `temporary` means a name of our own. Once.
+  // Once. An empty `temporary` selects TemporaryName.
   bool Begin(const CString& target, const CString& temporary);
-  // Else it is the time of writing.
+  // Overrides the modification time.
   void SetModified(const FILETIME& modified) { modified_ = modified; }
 
  protected:
@@ -31,13 +30,13 @@ class Win32NewFile final : public NewFile {
  private:
   bool ChooseTemporary(const CString& temporary);
   bool CreateTemporary();
-  bool ClearTheWay(bool* pause);
+  bool RemoveLeftover(bool* pause);
 
   std::wstring target_;
   std::wstring temporary_;
   FileHandle file_;
   std::optional<FILETIME> modified_;
-  int refusals_left_ = 0;  // of a folder that seems to take no file
+  int refusals_left_ = 0;  // attempts in a folder that denies new files
 };
 
 }  // namespace velmora

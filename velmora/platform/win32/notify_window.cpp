@@ -3,7 +3,6 @@
 namespace velmora {
 
 void HwndNotifyWindow::Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
-  // Null would be a message to no window at all.
   if (window != nullptr) SendMessageW(window, message, wParam, lParam);
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 CString Trimmed(const CString& text) { return CString(TrimProfileBlanks(text.GetView())); }
 
-// Where the system looks.
+// The path that the system uses.
 CString ProfilePath(const CString& file) {
   if (file.IsEmpty() || !IsBareFileName(file)) return file;
   wchar_t folder[MAX_PATH] = L"";
@@ -23,16 +23,16 @@ CString ProfilePath(const CString& file) {
   return length > 0 && length < MAX_PATH ? CString(folder) + L"\\" + file : file;
 }
 
-// The system reads and writes the user's code page, and UTF-16 where a mark says so. Files in
-// Windows-1252 for users of another code page, and those with other marks, are ours.
+// The system reads and writes the user's code page, and UTF-16 with a mark. Other files are read and written
+// by profile_file.h.
 bool SystemKnows(TextEncoding encoding) {
   return encoding == TextEncoding::kUtf16Le || (encoding == TextEncoding::kWindows1252 && GetACP() == 1252);
 }
 
-// The system writes into the file itself, where a crash can tear it. So it gets a copy, always of the same
-// name, and the copy's content replaces the file in one step.
+// The system changes the file in place, which a crash can interrupt. It gets a copy of a fixed name instead,
+// and the copy's content replaces the file in one step.
 bool WriteThroughCopy(const CString& section, const CString& key, const wchar_t* value, const CString& path) {
-  // From here on it is our turn with the file and with the copy.
+  // Begin() holds the lock on the file and the copy until Commit().
   FileReplacement file;
   if (!file.Begin(path)) return false;
   const CString copy = path + L".velmora-ini";
@@ -73,15 +73,15 @@ bool WriteProfile(const CString& section, const CString& key, const wchar_t* val
   if (path.IsEmpty() || !ProfileCanHold(section.GetView(), key.GetView(), text)) return false;
   const auto status = GetFileStatus(path);
   if (status && (status->kind != FileKind::kFile || status->write_protected)) return false;
-  // A file that cannot be read just now is not taken for one without a mark.
+  // An unreadable file is not treated as one without a mark.
   const std::optional<std::string> bytes = status ? ReadProfileBytes(path) : std::string();
   if (!bytes) return false;
   const TextEncoding encoding = EncodingFromMark(*bytes);
   if (!SystemKnows(encoding)) return WriteProfileFile(section, key, value, path);
-  // The system would write a question mark.
+  // The system would replace other characters by "?".
   if (!CanEncode(section, encoding) || !CanEncode(key, encoding) || !CanEncode(CString(value), encoding))
     return false;
-  // The system may keep a file without a folder in the registry.
+  // Files without a folder may be mapped to the registry by the system.
   if (IsBareFileName(file))
     return WritePrivateProfileStringW(Trimmed(section), Trimmed(key), value, file) != FALSE;
   return WriteThroughCopy(Trimmed(section), Trimmed(key), value, file);

@@ -19,7 +19,7 @@ static_assert(kRegistryDone == ERROR_SUCCESS && kRegistryNotFound == ERROR_FILE_
 constexpr size_t kLongestValueName = 16383;
 constexpr DWORD kMostBytes = 0x7FFFFFFF;
 
-// The system would take the part before a zero for the name.
+// The system would cut the name at the zero.
 bool HasZero(const CString& text) { return text.Find(L'\0') >= 0; }
 
 BYTE* AsBytes(char* bytes) { return reinterpret_cast<BYTE*>(bytes); }
@@ -76,7 +76,7 @@ int RegistryKey::Describe(const CString& name, unsigned* type, size_t* size) con
 int RegistryKey::Read(const CString& name, std::span<char> buffer, size_t* size) const {
   if (!system_) return kRegistryBadRoot;
   if (HasZero(name)) return kRegistryNotFound;
-  // Without a buffer the system would only tell the size.
+  // Without a buffer the system would only return the size.
   char nothing = 0;
   BYTE* into = AsBytes(buffer.empty() ? &nothing : buffer.data());
   auto bytes = static_cast<DWORD>(std::min<size_t>(buffer.size(), kMostBytes));
@@ -88,8 +88,8 @@ int RegistryKey::Read(const CString& name, std::span<char> buffer, size_t* size)
 int RegistryKey::Write(const CString& name, unsigned type, std::string_view bytes) {
   if (!system_) return kRegistryBadRoot;
   if (HasZero(name) || bytes.size() > kMostBytes) return kRegistryBadArgument;
-  // Of text without an end mark the system looks at what stands around it, and adds a mark to it that
-  // it finds behind. It stores just our bytes when it finds none there.
+  // For text without a terminating zero the system reads beyond the bytes and includes a zero that it finds
+  // there; the frame prevents that.
   std::string framed(2, '\0');
   framed.append(bytes).append(4, '\x01');
   return RegSetValueExW(system_->key, name, 0, type, AsBytes(framed.data() + 2),
@@ -160,7 +160,7 @@ int RegistryKey::Flush() { return system_ ? RegFlushKey(system_->key) : kRegistr
 
 int DeleteRegistryKey(HKEY root, const CString& path) {
   if (HasZero(path)) return kRegistryBadArgument;
-  // The system would try the root.
+  // The system would try to delete the root.
   if (path.IsEmpty()) return kRegistryDenied;
   return RegDeleteKeyW(root, path);
 }

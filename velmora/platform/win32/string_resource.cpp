@@ -3,7 +3,7 @@
 namespace velmora {
 namespace {
 
-// Lies in the module, as the strings do.
+// An address in the module.
 const char kOurs = 0;
 
 }  // namespace
@@ -16,13 +16,13 @@ HINSTANCE ModuleWithStrings() {
 }
 
 CString LoadModuleString(HINSTANCE module, unsigned id) {
-  // A null module would be the program's own; the system looks at the low 16 bits only.
+  // For a null module the system would search the program; of the number it uses the low 16 bits only.
   if (module == nullptr || id > 0xFFFF) return {};
-  // With a length of 0 the system tells where the text lies instead of copying it.
+  // With a length of 0 the system returns a pointer to the text.
   const wchar_t* text = nullptr;
   const int length = LoadStringW(module, id, reinterpret_cast<LPWSTR>(&text), 0);
   if (length > 0) return CString(text, length);
-  // A program that the library is linked into has no resources of ours.
+  // A program with the static library has no resources of the library.
   const wchar_t* compiled = module == ModuleWithStrings() ? CompiledString(id) : nullptr;
   return compiled == nullptr ? CString() : CString(compiled);
 }

@@ -1,4 +1,4 @@
-// What the sources that call the system's file functions share.
+// File handles, error classes and retries for the sources that call the system's file functions.
 #ifndef VELMORA_PLATFORM_WIN32_SYSTEM_FILE_H_
 #define VELMORA_PLATFORM_WIN32_SYSTEM_FILE_H_
 
@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-// An open file, closed at the end.
+// Owns a file handle.
 class FileHandle {
  public:
   FileHandle() = default;
@@ -34,7 +34,7 @@ class FileHandle {
   HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
 
-// The path for the system; one with a zero in it would be another path there, so it is none.
+// The path for system calls; empty for one with a zero, which the system would cut there.
 inline const wchar_t* SystemPath(const CString& path) {
   return path.Find(L'\0') < 0 ? path.GetString() : L"";
 }
@@ -42,14 +42,14 @@ inline const wchar_t* SystemPath(const CString& path) {
 inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 inline constexpr DWORD kPauseMs = 5;
 
-// Another program holds the file at the moment.
+// Another program has the file open.
 inline bool IsInUse(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION; }
 
-// We may not, or the file is just giving way to another one.
+// Access is denied, or the file is being deleted.
 inline bool IsDenied(DWORD error) { return error == ERROR_ACCESS_DENIED || error == ERROR_DELETE_PENDING; }
 
-// Calls `attempt`, which returns whether it did, again while the failure may pass: so long when the
-// file is in use, so long when access is denied.
+// Repeats `attempt` until it returns true, while the file is in use at most `in_use_ms` and while access is
+// denied at most `denied_ms`.
 template <class Attempt>
 bool Persist(DWORD in_use_ms, DWORD denied_ms, Attempt attempt) {
   const ULONGLONG start = GetTickCount64();

@@ -1,4 +1,4 @@
-#include "cli/env/registry_trouble.h"
+#include "cli/context/registry_trouble.h"
 
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
@@ -12,17 +12,17 @@ std::string RegistryTrouble(int error) {
     case kRegistryDenied:
       return "access is denied";
     case kRegistryDamaged:
-      return "the registry file is no database of ours, or a damaged one; name another with VELMORA_REGISTRY";
+      return "the registry file is damaged or not a velmora registry; name another with VELMORA_REGISTRY";
     case kRegistryCannotOpen:
     case kRegistryCannotRead:
     case kRegistryCannotWrite:
       return "the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions";
     case kRegistryBadArgument:
-      return "a name or a text too long for the registry";
+      return "a name or text is too long for the registry";
     case kRegistryBadPath:
       return "the key begins with two separators; write HKLM\\SOFTWARE\\Name";
     case kRegistryBusy:
-      return "other programs keep the registry busy; try again";
+      return "the registry is locked by another program; try again";
     case kRegistryDiskFull:
       return "the disk is full";
     default:

@@ -1,4 +1,4 @@
-#include "cli/link/dde_server.h"
+#include "velmora/platform/dde_server.h"
 
 #include <windows.h>
 // After it.
@@ -8,22 +8,13 @@
 #include <map>
 #include <utility>
 
-#include "cli/link/link_text.h"
-#include "cli/terminal/error.h"
-#include "velmora/link/conversation.h"
-#include "velmora/link/dde_com.h"
-#include "velmora/text/codepage.h"
+#include "velmora/platform/dde_channel.h"
+#include "velmora/platform/dde_text.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
-std::string Windows1252(const std::string& utf8) {
-  std::string bytes;
-  for (const wchar_t c : WideFromUtf8(utf8)) bytes += static_cast<char>(EncodeWindows1252(c).value_or('?'));
-  return bytes;
-}
-
-struct Advised {
+struct AdvisedData {
   std::string item;
   std::string text;
 };
@@ -36,7 +27,7 @@ struct DdeServer::System {
   HSZ topic = nullptr;
   std::map<HCONV, int> clients;
   int last_client = 0;
-  std::map<HCONV, std::deque<Advised>> unsent;  // until the system asks for it
+  std::map<HCONV, std::deque<AdvisedData>> unsent;  // until the system requests it (XTYP_ADVREQ)
   std::vector<DdeEvent> events;
 
   std::string TextOf(HSZ handle) const {
@@ -46,11 +37,11 @@ struct DdeServer::System {
   }
 
   void Add(DdeEvent::Kind kind, HCONV client, HSZ item = nullptr, const std::string& text = "") {
-    events.push_back({kind, clients[client], item == nullptr ? "" : DecodeLinkText(TextOf(item)), text});
+    events.push_back({kind, clients[client], item == nullptr ? "" : Utf8FromDdeText(TextOf(item)), text});
   }
 
   HDDEDATA NextData(HCONV client, HSZ item) {
-    std::deque<Advised>& queue = unsent[client];
+    std::deque<AdvisedData>& queue = unsent[client];
     if (queue.empty() || queue.front().item != TextOf(item)) return nullptr;
     std::string text = std::exchange(queue.front().text, {});
     queue.pop_front();
@@ -61,10 +52,10 @@ struct DdeServer::System {
   static std::string Poked(HDDEDATA data) {
     std::string text(DdeGetData(data, nullptr, 0, 0), '\0');
     DdeGetData(data, reinterpret_cast<BYTE*>(text.data()), static_cast<DWORD>(text.size()), 0);
-    return DecodeLinkText(text.substr(0, text.find('\0')));
+    return Utf8FromDdeText(text.substr(0, text.find('\0')));
   }
 
-  void AskAgain() {
+  void PostUnsent() {
     for (const auto& [client, queue] : unsent) {
       if (queue.empty()) continue;
       const HSZ item = DdeCreateStringHandleA(instance, queue.front().item.c_str(), CP_WINANSI);
@@ -88,8 +79,8 @@ struct DdeServer::System {
         return yes;
       case XTYP_ADVSTOP:
         Add(DdeEvent::Kind::kUnadvise, client, second);
-        // What nobody asks for any more must not hold up what stands behind it.
-        std::erase_if(unsent[client], [&](const Advised& each) { return each.item == TextOf(second); });
+        // Data that is no longer requested must not block the data behind it.
+        std::erase_if(unsent[client], [&](const AdvisedData& each) { return each.item == TextOf(second); });
         return nullptr;
       case XTYP_ADVREQ:
         return NextData(client, second);
@@ -106,8 +97,7 @@ struct DdeServer::System {
     }
   }
 
-  // The callback knows no server but the process's.
-  static System* running;
+  static System* running;  // for the callback
   static HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV client, HSZ first, HSZ second, HDDEDATA data,
                                          ULONG_PTR, ULONG_PTR) {
     return running->Answer(type, client, first, second, data);
@@ -116,31 +106,37 @@ struct DdeServer::System {
 
 DdeServer::System* DdeServer::System::running = nullptr;
 
-DdeServer::DdeServer() : system_(std::make_unique<System>()) {
-  System::running = system_.get();
+DdeServer::DdeServer() : system_(std::make_unique<System>()) { System::running = system_.get(); }
+
+DdeServer::Status DdeServer::Start(std::string_view service, std::string_view topic) {
   if (DdeInitializeA(&system_->instance, System::OnTransaction, APPCLASS_STANDARD, 0) != DMLERR_NO_ERROR)
-    throw Refusal("the system's DDE cannot be started");
-  system_->service = DdeCreateStringHandleA(system_->instance, conversation::kService, CP_WINANSI);
-  system_->topic = DdeCreateStringHandleA(system_->instance, conversation::kTopic, CP_WINANSI);
+    return Status::kNoDde;
+  system_->service = DdeCreateStringHandleA(system_->instance, std::string(service).c_str(), CP_WINANSI);
+  system_->topic = DdeCreateStringHandleA(system_->instance, std::string(topic).c_str(), CP_WINANSI);
   DdeNameService(system_->instance, system_->service, nullptr, DNS_REGISTER);
+  return Status::kDone;
 }
 
 DdeServer::~DdeServer() {
+  if (system_->instance == 0) return;
   DdeNameService(system_->instance, system_->service, nullptr, DNS_UNREGISTER);
   DdeUninitialize(system_->instance);
 }
 
-std::vector<DdeEvent> DdeServer::Handle(int wait_ms) {
-  system_->AskAgain();
-  // The thread's messages are all that this end waits for, too.
-  if (system_->events.empty()) CDdeCom::HandlePending(wait_ms);
-  return std::exchange(system_->events, {});
+DdeServer::Status DdeServer::Handle(int wait_ms, std::vector<DdeEvent>* events) {
+  system_->PostUnsent();
+  // Dispatches the thread's messages, which serve both ends.
+  if (system_->events.empty()) DdeChannel::Handle(wait_ms);
+  *events = std::exchange(system_->events, {});
+  return Status::kDone;
 }
 
-void DdeServer::Send(int client, const std::string& item, const std::string& text) {
+DdeServer::Status DdeServer::Send(int client, const std::string& item, const std::string& text) {
   for (const auto& [conversation, number] : system_->clients)
-    if (number == client) system_->unsent[conversation].push_back({Windows1252(item), Windows1252(text)});
-  system_->AskAgain();
+    if (number == client)
+      system_->unsent[conversation].push_back({DdeTextFromUtf8(item), DdeTextFromUtf8(text)});
+  system_->PostUnsent();
+  return Status::kDone;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

@@ -1,14 +1,16 @@
-#include "velmora/environment/program_folder.h"
+#include "velmora/environment/running_program.h"
 
+#include <ctime>
 #include <iterator>
 
 #include "velmora/common/paths.h"
+#include "velmora/platform/process.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
 
-// The program and the arguments behind it: split at the first blank outside double quotes.
+// A command line split at the first blank outside double quotes.
 struct Arguments {
   std::wstring_view program;
   std::wstring_view others;
@@ -40,6 +42,22 @@ CString ProgramFolderFromCommandLine(const CString& command_line, bool parent) {
   CString folder;
   SplitPath(ProgramOf(command_line), &folder, nullptr);
   return parent ? folder.Left(folder.ReverseFind(L'\\')) : folder;
+}
+
+void ReplaceApplicationProfile(const CString& path) {
+  if (!ApplicationProfile().IsEmpty()) SetApplicationProfile(path);
+}
+
+CString DateText(int years_since_1900, int month, int day) {
+  CString text;
+  text.Format(L"%4d-%02d-%02d", years_since_1900 + (years_since_1900 <= 79 ? 2000 : 1900), month, day);
+  return text;
+}
+
+CString TodayText() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm* local = std::localtime(&now);
+  return local == nullptr ? CString() : DateText(local->tm_year, local->tm_mon + 1, local->tm_mday);
 }
 
 }  // namespace velmora

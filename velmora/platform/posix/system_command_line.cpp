@@ -1,4 +1,4 @@
-#include "velmora/platform/process.h"
+#include "velmora/platform/system_command_line.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,8 +6,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <mutex>
-#include <optional>
 #include <string>
 
 #include "velmora/platform/files.h"
@@ -18,7 +16,7 @@ namespace {
 
 constexpr size_t kLongestCommandLine = size_t{4} << 20;
 
-// The arguments with a zero after each.
+// The arguments, each terminated by a zero.
 std::string ReadArguments() {
   const FileDescriptor file(open("/proc/self/cmdline", O_RDONLY | O_CLOEXEC));
   std::string arguments;
@@ -34,7 +32,7 @@ std::string ReadArguments() {
   return arguments;
 }
 
-// A program that was found along PATH is given without its folder; the system knows better.
+// A program that the shell found by PATH is given without its folder.
 std::string ProgramPath(const std::string& given) {
   if (given.find('/') != std::string::npos) return given;
   std::array<char, PATH_MAX> path{};
@@ -47,9 +45,11 @@ CString Quoted(const CString& word) {
   return plain ? word : L"\"" + word + L"\"";
 }
 
-// The arguments keep the slashes they were given with: only paths of ours have backslashes, and what
-// cuts the line at its last backslash finds the program's folder.
-CString ComposeCommandLine() {
+}  // namespace
+
+// Arguments keep their slashes: only the program's path has backslashes, so that a caller who cuts the line
+// at its last backslash finds the program's folder.
+CString SystemCommandLine() {
   const std::string arguments = ReadArguments();
   CString line;
   for (size_t at = 0; at < arguments.size();) {
@@ -61,29 +61,6 @@ CString ComposeCommandLine() {
   return line;
 }
 
-struct Line {
-  std::mutex mutex;
-  std::optional<CString> text;
-};
-
-Line& TheLine() {
-  static Line line;
-  return line;
-}
-
-}  // namespace
-
-CString CommandLine() {
-  Line& line = TheLine();
-  const std::lock_guard<std::mutex> lock(line.mutex);
-  if (!line.text) line.text = ComposeCommandLine();
-  return *line.text;
-}
-
-void SetCommandLine(const CString& text) {
-  Line& line = TheLine();
-  const std::lock_guard<std::mutex> lock(line.mutex);
-  line.text = text;
-}
+void SetSystemCommandLine(const CString& /*text*/) {}
 
 }  // namespace velmora

@@ -1,0 +1,7 @@
+#include "cli/command.h"
+#include "velmora/platform/console.h"
+
+int main(int argc, char** argv) {
+  velmora::PrepareStandardStreams();
+  return velmora::cli::RunCommand(velmora::ProgramArguments(argc, argv));
+}

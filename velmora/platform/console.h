@@ -1,0 +1,34 @@
+// The arguments, standard streams and interruption of a command-line program.
+#ifndef VELMORA_PLATFORM_CONSOLE_H_
+#define VELMORA_PLATFORM_CONSOLE_H_
+
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+// The arguments after the program's name, in UTF-8; on POSIX systems the bytes that main received.
+std::vector<std::string> ProgramArguments(int argc, char** argv);
+
+// Makes the standard streams binary and sets a Windows console to UTF-8: output is UTF-8 with plain line
+// feeds everywhere.
+void PrepareStandardStreams();
+
+bool StandardInputIsTerminal();
+bool StandardErrorIsTerminal();
+
+// While an object of it exists, the first Ctrl-C (or SIGTERM) is recorded instead of ending the process; the
+// second one ends it.
+class Interrupt {
+ public:
+  Interrupt();
+  ~Interrupt();
+  Interrupt(const Interrupt&) = delete;
+  Interrupt& operator=(const Interrupt&) = delete;
+
+  static bool Requested();
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_PLATFORM_CONSOLE_H_

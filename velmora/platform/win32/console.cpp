@@ -1,0 +1,51 @@
+#include "velmora/platform/console.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <atomic>
+#include <cstdio>
+
+#include "velmora/platform/types.h"
+#include "velmora/text/codepage.h"
+
+#include <shellapi.h>
+
+namespace velmora {
+namespace {
+
+std::atomic<bool> g_requested = false;
+
+// Runs on a thread of its own. When it returns FALSE the system ends the process.
+BOOL WINAPI RecordInterrupt(DWORD) { return g_requested.exchange(true) ? FALSE : TRUE; }
+
+bool IsConsole(DWORD which) {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(which), &mode) != 0;
+}
+
+}  // namespace
+
+// Not from argv, which is in the ANSI code page.
+std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
+  int count = 0;
+  wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) arguments.push_back(Utf8FromWide(wide[i]));
+  LocalFree(wide);
+  return arguments;
+}
+
+void PrepareStandardStreams() {
+  for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+  SetConsoleOutputCP(CP_UTF8);
+}
+
+bool StandardInputIsTerminal() { return IsConsole(STD_INPUT_HANDLE); }
+bool StandardErrorIsTerminal() { return IsConsole(STD_ERROR_HANDLE); }
+
+Interrupt::Interrupt() { SetConsoleCtrlHandler(RecordInterrupt, TRUE); }
+Interrupt::~Interrupt() { SetConsoleCtrlHandler(RecordInterrupt, FALSE); }
+bool Interrupt::Requested() { return g_requested; }
+
+}  // namespace velmora
