@@ -1,5 +1,5 @@
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/env/sample_files.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"

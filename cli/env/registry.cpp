@@ -1,7 +1,7 @@
 #include <cstdint>
 
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/letters.h"

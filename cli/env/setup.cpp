@@ -1,6 +1,6 @@
 #include "cli/context/environment.h"
+#include "cli/context/registry_trouble.h"
 #include "cli/env/commands.h"
-#include "cli/env/registry_trouble.h"
 #include "cli/terminal/error.h"
 #include "cli/terminal/questions.h"
 #include "velmora/environment/registry.h"

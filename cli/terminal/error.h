@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "velmora/text/quoted.h"
+
 namespace velmora::cli {
 
 // Exit status 1 with one line: what, where, what to do.
@@ -29,9 +31,6 @@ void Warn(const std::string& text);
 // Text as one line that a terminal takes no orders from: a line end becomes a blank, any other control
 // character "?".
 std::string Printable(std::string_view text);
-
-// For quoting a user's text in an error line: printable, cut to a readable length.
-std::string Quoted(std::string_view text);
 
 // The button that a box answers with where nobody can press one.
 int DefaultButton(unsigned style);

@@ -1,4 +1,4 @@
-#include "cli/env/registry_trouble.h"
+#include "cli/context/registry_trouble.h"
 
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"

@@ -1,6 +1,6 @@
 // What the registry's error numbers mean to a user.
-#ifndef VELMORA_CLI_ENV_REGISTRY_TROUBLE_H_
-#define VELMORA_CLI_ENV_REGISTRY_TROUBLE_H_
+#ifndef VELMORA_CLI_CONTEXT_REGISTRY_TROUBLE_H_
+#define VELMORA_CLI_CONTEXT_REGISTRY_TROUBLE_H_
 
 #include <string>
 
@@ -13,4 +13,4 @@ void RequireReadableRegistry();
 
 }  // namespace velmora::cli
 
-#endif  // VELMORA_CLI_ENV_REGISTRY_TROUBLE_H_
+#endif  // VELMORA_CLI_CONTEXT_REGISTRY_TROUBLE_H_
