@@ -12,7 +12,7 @@ std::string RegistryTrouble(int error) {
     case kRegistryDenied:
       return "access is denied";
     case kRegistryDamaged:
-      return "the registry file is no database of ours, or a damaged one; name another with VELMORA_REGISTRY";
+      return "the registry file is damaged or not a velmora registry; name another with VELMORA_REGISTRY";
     case kRegistryCannotOpen:
     case kRegistryCannotRead:
     case kRegistryCannotWrite:

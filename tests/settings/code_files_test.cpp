@@ -2,8 +2,7 @@
 #include <cwchar>
 
 #include "tests/settings/settings_folders.h"
-#include "velmora/settings/code_format.h"
-#include "velmora/settings/miljkod_format.h"
+#include "velmora/settings/code_lines.h"
 
 namespace velmora {
 namespace {

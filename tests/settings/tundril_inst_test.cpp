@@ -71,10 +71,10 @@ TEST_F(TundrilInst, WritesTextIntegersAndNumbers) {
 TEST(Jb23Format, KeysAndPlaces) {
   for (int line = 1; line <= 11; ++line) {
     const Jb23Keys keys = Jb23KeysOfLine(line);
-    EXPECT_TRUE(PlaceOfJb23Key(keys.scale).line == line && !PlaceOfJb23Key(keys.scale).step);
-    EXPECT_TRUE(PlaceOfJb23Key(keys.step).line == line && PlaceOfJb23Key(keys.step).step);
+    EXPECT_TRUE(FieldOfJb23Key(keys.scale).line == line && !FieldOfJb23Key(keys.scale).step);
+    EXPECT_TRUE(FieldOfJb23Key(keys.step).line == line && FieldOfJb23Key(keys.step).step);
   }
-  EXPECT_TRUE(PlaceOfJb23Key(L"hastskala").line == 1 && PlaceOfJb23Key(L"xSTEG").step);
+  EXPECT_TRUE(FieldOfJb23Key(L"hastskala").line == 1 && FieldOfJb23Key(L"xSTEG").step);
 }
 
 TEST_F(TundrilInst, Jb23ValuesOnDisk) {

@@ -1,5 +1,6 @@
-#include "cli/input/text_lines.h"
+#include "cli/context/settings_lines.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "cli/terminal/error.h"
@@ -20,7 +21,7 @@ std::string ReadTextLines(const CString& path, TextLines* lines) {
   if (path.IsEmpty()) return "the name of a file is missing";
   if (!status) return "no such file";
   if (status->kind == FileKind::kFolder) return "is a folder, and a file belongs there; move it away";
-  if (status->kind == FileKind::kOther) return "is no ordinary file";
+  if (status->kind == FileKind::kOther) return "is not a regular file";
   if (status->size > SettingsReader::kLargestFile) return kTooLarge;
   SettingsReader reader;
   if (!reader.Open(path)) return "cannot be opened for reading; check its permissions";
@@ -46,8 +47,25 @@ void RequireCharacters(const CString& path, const CString& text) {
   const TextEncoding encoding = reader.Open(path) ? reader.Encoding() : TextEncoding::kWindows1252;
   std::string bytes;
   if (AppendEncoded(text.GetView(), encoding, &bytes)) return;
-  throw Refusal(At(PathForDisplay(path), "the file's encoding has no such letter as in " +
-                                             Quoted(ToUtf8(text)) + "; nothing was written"));
+  throw Refusal(At(PathForDisplay(path), "the file's encoding lacks a character of " + Quoted(ToUtf8(text)) +
+                                             "; nothing was written"));
+}
+
+void RefuseLosses(const CString& path, const Findings& findings, bool force) {
+  const auto is_lost = [](const Finding& finding) { return finding.lost; };
+  const auto first = std::find_if(findings.begin(), findings.end(), is_lost);
+  if (force || first == findings.end()) return;
+  const auto more = std::count_if(first + 1, findings.end(), is_lost);
+  const std::string what = first->text + "; rewriting the file would lose this" +
+                           (more == 0 ? "" : " and " + std::to_string(more) + " more") +
+                           ", so nothing was written; fix it, or write anyway with --force";
+  throw Refusal(first->line > 0 ? At(PathForDisplay(path), first->line, what)
+                                : At(PathForDisplay(path), what));
+}
+
+void WarnUnread(const CString& path) {
+  const std::string name = PathForDisplay(path);
+  Warn(At(name, "has lines that are not read, or not as written; to list them: velmora codes check " + name));
 }
 
 void RefuseUnwritten(const CString& path) {
