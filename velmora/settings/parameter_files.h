@@ -26,6 +26,7 @@ ParameterFile ParameterFileNamed(const CString& name);
 struct StoredSetting {
   CString key;
   CString value;
+  bool operator==(const StoredSetting&) const = default;
 };
 struct StoredSettings {
   std::vector<StoredSetting> settings;
