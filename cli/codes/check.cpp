@@ -1,51 +1,35 @@
-#include "cli/codes/check.h"
-
 #include <algorithm>
 
-#include "cli/codes/check_settings.h"
-#include "cli/codes/code_file.h"
-#include "velmora/project/proj_path.h"
+#include "cli/codes/commands.h"
+#include "cli/context/settings_lines.h"
+#include "cli/terminal/absolute_path.h"
+#include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
 
 namespace velmora::cli {
 
-TextFileKind KindByName(const CString& name) {
-  const struct {
-    const wchar_t* name;
-    TextFileKind kind;
-  } kNames[] = {{CProjPath::Kodfil, TextFileKind::kObjects},
-                {CProjPath::Miljkod, TextFileKind::kEnvironment},
-                {CProjPath::Linkod, TextFileKind::kLines},
-                {CProjPath::Jb23ParNamn, TextFileKind::kRig}};
-  for (const auto& known : kNames)
-    if (name.CompareNoCase(known.name) == 0) return known.kind;
-  const CString end = name.Right(4);
-  return end.CompareNoCase(L".PAR") == 0 || end.CompareNoCase(L".CFG") == 0 ? TextFileKind::kSettings
-                                                                            : TextFileKind::kStamp;
-}
-
-TextFileKind KindCalled(const std::string& name) {
-  const auto* const found = std::find(std::begin(kKindNames), std::end(kKindNames), name);
-  return static_cast<TextFileKind>(found - std::begin(kKindNames));
-}
-
-LineFindings CheckTextLines(TextFileKind kind, const TextLines& lines) {
-  LineFindings findings;
-  switch (kind) {
-    case TextFileKind::kSettings:
-      findings = CheckKeyValues(lines);
-      break;
-    case TextFileKind::kRig:
-      findings = CheckRig(lines);
-      break;
-    default:
-      CodeFileOf(kind).parse(lines, &findings);
-      break;
+void CodesCheck(const CodesOptions& options) {
+  const CString path = PathFromSystem(AbsolutePath(options.file));
+  const auto* const named = std::find(std::begin(kKindNames), std::end(kKindNames), options.kind_name);
+  const SettingsFileKind kind = options.kind_name.empty()
+                                    ? KindByName(NameOfPath(path))
+                                    : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
+  Findings findings = CheckSettingsText(kind, TextLinesOf(path));
+  std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
+  OutputFile sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  if (format == OutputFormat::kTable && findings.empty()) {
+    sink.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");
+    sink.Finish();
+    return;
   }
-  for (const TextLine& line : lines)
-    if (line.cut) findings.push_back({line.number, "holds a zero byte, and what follows it is not read"});
-  std::stable_sort(findings.begin(), findings.end(),
-                   [](const LineFinding& a, const LineFinding& b) { return a.line < b.line; });
-  return findings;
+  RecordWriter records(sink, format, {{"line", "line", true}, {"finding", "finding"}});
+  for (const Finding& finding : findings)
+    records.Row({finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
+  records.Finish();
+  sink.Finish();
+  if (!findings.empty()) throw ExitWith{1};
 }
 
 }  // namespace velmora::cli

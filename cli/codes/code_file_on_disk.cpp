@@ -1,53 +1,56 @@
 #include "cli/codes/code_file_on_disk.h"
 
-#include <algorithm>
-
+#include "cli/context/settings_context.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
+namespace {
 
-CodeFileOnDisk::CodeFileOnDisk(const CodesOptions& options, bool may_be_missing)
-    : file_(CodeFileOf(options.kind)) {
-  if (file_.name.IsEmpty()) {
+CString NameOf(SettingsFileKind kind) {
+  return kind == SettingsFileKind::kObjects       ? CProjPath::Kodfil
+         : kind == SettingsFileKind::kEnvironment ? CProjPath::Miljkod
+                                                  : CProjPath::Linkod;
+}
+
+}  // namespace
+
+std::vector<CodeField> FieldsOf(SettingsFileKind kind) {
+  switch (kind) {
+    case SettingsFileKind::kObjects:
+      return {{"text"}};
+    case SettingsFileKind::kEnvironment:
+      return {{"text"}, {"max", true}, {"step", true}};
+    case SettingsFileKind::kLines:
+      return {{"word"}, {"number", true}, {"value", true}, {"text"}};
+    default:
+      return {{"word"}, {"first", true}, {"second", true}, {"third", true}};
+  }
+}
+
+CodeFileOnDisk::CodeFileOnDisk(const CodesOptions& options, bool may_be_missing) : kind_(options.kind) {
+  if (kind_ == SettingsFileKind::kStamp) {
     path_ = PathFromSystem(AbsolutePath(options.file));
     if (may_be_missing && !FileOrFolderExists(path_)) return;
   } else {
-    context_ = std::make_unique<SettingsContext>(options.project);
-    const Place place = context_->RequirePlace(file_.name);
+    const SettingsPlace place = SettingsContext(options.project).RequirePlace(NameOf(kind_));
     path_ = place.path;
     place_ = place.name;
   }
-  entries_ = Read(&findings_);
-}
-
-CodeEntries CodeFileOnDisk::Read(LineFindings* findings) const {
-  const TextLines lines = TextLinesOf(path_);
-  *findings = CheckTextLines(file_.kind, lines);
-  LineFindings again;
-  return file_.parse(lines, &again);
+  file_ = ReadCodeFile(kind_, TextLinesOf(path_));
 }
 
 std::string CodeFileOnDisk::Where() const {
   return PathForDisplay(path_) + (place_.empty() ? "" : " (" + place_ + ")");
 }
 
-void CodeFileOnDisk::Rewrite(const CodeEntries& entries, bool force) {
-  RequireRewritable(force);
-  CTundrilInst facade = Facade();
-  file_.write(&facade, path_, entries);
-  LineFindings findings;
-  const CodeEntries now = FileOrFolderExists(path_) ? Read(&findings) : CodeEntries();
-  const auto same = [](const CodeEntries& a, const CodeEntries& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const CodeEntry& x, const CodeEntry& y) { return x.SameContent(y); });
-  };
-  if (same(now, entries)) return;
-  if (same(now, entries_)) RefuseUnwritten(path_);
-  if (!force)
-    throw Refusal(At(PathForDisplay(path_),
-                     "was written, and other entries are read from it than were meant; look at them"));
+void CodeFileOnDisk::Rewrite(const CodeEntries& entries, bool force) const {
+  RefuseLosses(path_, file_.findings, force);
+  if (!file_.can_rewrite)
+    throw Refusal(
+        At(PathForDisplay(path_), file_.findings.front().text + "; add one first; nothing was written"));
+  if (!ReplaceCodes(kind_, path_, entries)) RefuseUnwritten(path_);
 }
 
 }  // namespace velmora::cli

@@ -20,7 +20,7 @@ CLI::Option* AddField(CLI::App* verb, const Options& options, const std::string&
 }
 
 void AddForce(CLI::App* verb, const Options& options) {
-  verb->add_flag("--force", options->force, "Also when the rewritten file would lose lines or parts of them");
+  verb->add_flag("--force", options->force, "Write even if the rewritten file loses lines or parts of them");
 }
 
 struct Area {
@@ -32,7 +32,7 @@ struct Area {
 };
 
 // An area with the four verbs that every code file has.
-Area AddArea(CLI::App* codes, TextFileKind kind, const std::string& help) {
+Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
   const auto options = std::make_shared<CodesOptions>();
   options->kind = kind;
   CLI::App* area = codes->add_subcommand(NameOfKind(kind), help);
@@ -40,11 +40,10 @@ Area AddArea(CLI::App* codes, TextFileKind kind, const std::string& help) {
   const Area added = {AddVerb(area, "list", "Every entry of the file", options, CodesList),
                       AddVerb(area, "set", "Change an entry", options, CodesSet),
                       AddVerb(area, "add", "Add an entry", options, CodesAdd),
-                      AddVerb(area, "remove", "Take an entry out", options, CodesRemove), options};
+                      AddVerb(area, "remove", "Remove an entry", options, CodesRemove), options};
   AddOutputOptions(added.list, &options->output);
   for (CLI::App* verb : {added.list, added.set, added.add, added.remove})
-    verb->add_option("--project", options->project,
-                     "A project, whose own copy counts before the installation's")
+    verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
         ->type_name("DIR");
   for (CLI::App* verb : {added.set, added.add, added.remove}) {
     verb->add_option("CODE", options->code, "The code; letter case counts")->required();
@@ -54,7 +53,7 @@ Area AddArea(CLI::App* codes, TextFileKind kind, const std::string& help) {
 }
 
 void AddObjects(CLI::App* codes) {
-  const Area area = AddArea(codes, TextFileKind::kObjects, "Object codes, KODFIL.DAT");
+  const Area area = AddArea(codes, SettingsFileKind::kObjects, "Object codes, KODFIL.DAT");
   for (CLI::App* verb : {area.set, area.add})
     AddField(verb, area.options, "TEXT", "text", "TEXT", "Its text, of which programs read the first word")
         ->required();
@@ -62,7 +61,7 @@ void AddObjects(CLI::App* codes) {
 
 void AddEnvironment(CLI::App* codes) {
   const Area area =
-      AddArea(codes, TextFileKind::kEnvironment,
+      AddArea(codes, SettingsFileKind::kEnvironment,
               "Environmental codes, MILJKOD.DAT: methods, interpretations, classes of contamination");
   for (CLI::App* verb : {area.set, area.add, area.remove}) {
     CLI::Option* section =
@@ -83,28 +82,27 @@ void AddEnvironment(CLI::App* codes) {
 }
 
 void AddLines(CLI::App* codes) {
-  const Area area = AddArea(codes, TextFileKind::kLines, "Line codes, LINKOD.PAR");
+  const Area area = AddArea(codes, SettingsFileKind::kLines, "Line codes, LINKOD.PAR");
   for (CLI::App* verb : {area.set, area.add}) {
     const bool needed = verb == area.add;
-    AddField(verb, area.options, "--word", "word", "WORD", "The word behind the code")->required(needed);
-    AddField(verb, area.options, "--number", "number", "N", "The number behind the word")->required(needed);
-    AddField(verb, area.options, "--value", "value", "N", "The whole number behind that (default 0)");
+    AddField(verb, area.options, "--word", "word", "WORD", "The word after the code")->required(needed);
+    AddField(verb, area.options, "--number", "number", "N", "The number after the word")->required(needed);
+    AddField(verb, area.options, "--value", "value", "N", "The whole number after that (default 0)");
     AddField(verb, area.options, "--text", "text", "TEXT", "The description");
   }
 }
 
 void AddStamp(CLI::App* codes) {
   const auto options = std::make_shared<CodesOptions>();
-  options->kind = TextFileKind::kStamp;
+  options->kind = SettingsFileKind::kStamp;
   CLI::App* stamp = codes->add_subcommand("stamp", "The fields of a title-block file");
   stamp->require_subcommand(1);
   stamp->add_option("FILE", options->file, "Title-block file")->required();
   AddOutputOptions(AddVerb(stamp, "list", "Every field", options, CodesList), &options->output);
-  CLI::App* set = AddVerb(stamp, "set", "Change a field, or add it; the file is made when it is missing",
-                          options, CodesSet);
-  set->add_option("NAME", options->code, "Name of the field, as DATUM or RITARE")->required();
-  AddField(set, options, "WORD", "word", "WORD", "What is written: a key or a text without blanks")
-      ->required();
+  CLI::App* set =
+      AddVerb(stamp, "set", "Change or add a field; a missing file is created", options, CodesSet);
+  set->add_option("NAME", options->code, "Name of the field, such as DATUM or RITARE")->required();
+  AddField(set, options, "WORD", "word", "WORD", "Its content: a key or a text without blanks")->required();
   AddField(set, options, "FIRST", "first", "N", "First number")->required();
   AddField(set, options, "SECOND", "second", "N", "Second number")->required();
   AddField(set, options, "THIRD", "third", "N", "Third number (default 3)");
@@ -114,8 +112,8 @@ void AddStamp(CLI::App* codes) {
 void AddCheck(CLI::App* codes) {
   const auto options = std::make_shared<CodesOptions>();
   CLI::App* check =
-      AddVerb(codes, "check", "The lines that reading skips or cuts, and why; status 1 with any", options,
-              CodesCheck);
+      AddVerb(codes, "check", "The lines that reading skips or cuts, and why; status 1 if there are any",
+              options, CodesCheck);
   check->add_option("FILE", options->file, "A settings, code or title-block file")->required();
   check
       ->add_option(

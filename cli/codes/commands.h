@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
-#include "cli/codes/check.h"
 #include "cli/output/records.h"
+#include "velmora/settings/settings_text.h"
 
 namespace CLI {
 class App;
@@ -17,7 +17,7 @@ namespace velmora::cli {
 void AddCodesCommands(CLI::App& app);
 
 struct CodesOptions {
-  TextFileKind kind = TextFileKind::kObjects;
+  SettingsFileKind kind = SettingsFileKind::kObjects;
   std::string file;  // stamp and check
   std::string project;
   std::string code;
@@ -27,6 +27,10 @@ struct CodesOptions {
   bool force = false;
   OutputOptions output;
 };
+
+// The names that the command has for the kinds of files, in the order of SettingsFileKind.
+inline constexpr const char* kKindNames[] = {"objects", "environment", "lines", "stamp", "settings", "rig"};
+inline const char* NameOfKind(SettingsFileKind kind) { return kKindNames[static_cast<size_t>(kind)]; }
 
 // Of MILJKOD.DAT, from section 1 on.
 inline constexpr const char* kSections[] = {"methods", "interpretations", "classes"};

@@ -4,13 +4,12 @@
 #include "cli/codes/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
-#include "velmora/settings/miljkod_format.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::cli {
 namespace {
 
-bool IsStamp(const CodesOptions& options) { return options.kind == TextFileKind::kStamp; }
+bool IsStamp(const CodesOptions& options) { return options.kind == SettingsFileKind::kStamp; }
 
 int SectionOf(const CodesOptions& options) {
   const auto* const found = std::find(std::begin(kSections), std::end(kSections), options.section);
@@ -31,9 +30,9 @@ CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, co
   if (other == entries->end()) return found;
   const std::string lines = std::to_string(found->line) + " and " + std::to_string(other->line);
   throw Refusal(At(PathForDisplay(codes.Path()),
-                   Quoted(options.code) + " stands in lines " + lines +
-                       (found->section != other->section ? "; --section says which is meant"
-                                                         : "; take one of them out by hand first")));
+                   Quoted(options.code) + " is in lines " + lines +
+                       (found->section != other->section ? "; choose one with --section"
+                                                         : "; remove one of them by hand first")));
 }
 
 [[noreturn]] void RefuseUnknown(const CodesOptions& options, const CodeFileOnDisk& codes) {
@@ -43,9 +42,10 @@ CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, co
                                                      " add adds one"));
 }
 
-void TakeFields(const CodesOptions& options, const CodeFile& file, CodeEntry* entry) {
-  for (size_t i = 0; i < file.fields.size(); ++i) {
-    const auto given = options.fields.find(file.fields[i].name);
+void TakeFields(const CodesOptions& options, CodeEntry* entry) {
+  const std::vector<CodeField> fields = FieldsOf(options.kind);
+  for (size_t i = 0; i < fields.size(); ++i) {
+    const auto given = options.fields.find(fields[i].name);
     if (given == options.fields.end()) continue;
     const CString text = FromUtf8(given->second);
     // Blanks at the ends are not read back; a line end is refused, not dropped.
@@ -55,17 +55,16 @@ void TakeFields(const CodesOptions& options, const CodeFile& file, CodeEntry* en
   }
 }
 
-CodeEntry NewEntry(const CodesOptions& options, const CodeFile& file) {
+CodeEntry NewEntry(const CodesOptions& options) {
   CodeEntry entry{0, SectionOf(options), FromUtf8(options.code), {}};
-  entry.fields.resize(file.fields.size());
-  for (size_t i = 0; i < file.fields.size(); ++i) {
-    const std::string name = file.fields[i].name;
-    if (name == "value") entry.fields[i] = L"0";
-    if (name == "third") entry.fields[i] = L"3";
-    if (entry.section == kClassSection && name == "max") entry.fields[i].Format(L"%d", kUsualMax);
-    if (entry.section == kClassSection && name == "step") entry.fields[i].Format(L"%d", kUsualStep);
+  entry.fields.resize(FieldsOf(options.kind).size());
+  if (options.kind == SettingsFileKind::kLines) entry.fields[kLineValue] = L"0";
+  if (options.kind == SettingsFileKind::kStamp) entry.fields[kStampThird] = L"3";
+  if (entry.section == kClassSection) {
+    entry.fields[kMiljkodMax].Format(L"%d", kUsualMax);
+    entry.fields[kMiljkodStep].Format(L"%d", kUsualStep);
   }
-  TakeFields(options, file, &entry);
+  TakeFields(options, &entry);
   return entry;
 }
 
@@ -76,7 +75,7 @@ std::string Described(const CodeEntry& entry) {
   return Printable(ToUtf8(text));
 }
 
-// Puts the changed entries into the file and says what was done.
+// Writes the changed entries and reports what was done.
 void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
   codes->Rewrite(entries, options.force);
@@ -85,21 +84,22 @@ void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntrie
   sink.Finish();
 }
 
-void RequireEntry(const CodeFileOnDisk& codes, const CodeEntry& entry) {
-  codes.File().require(entry);
+void RequireEntry(const CodesOptions& options, const CodeFileOnDisk& codes, const CodeEntry& entry) {
+  const std::string why = WhyRefused(options.kind, entry);
+  if (!why.empty()) throw Refusal(why + "; nothing was written");
   RequireCharacters(codes.Path(), entry.code);
   for (const CString& field : entry.fields) RequireCharacters(codes.Path(), field);
 }
 
 void NoteFirstWord(const CodesOptions& options, const CodeEntry& entry) {
-  if (options.kind == TextFileKind::kObjects && entry.fields[0].Find(L' ') >= 0)
+  if (options.kind == SettingsFileKind::kObjects && entry.fields[0].Find(L' ') >= 0)
     Warn("programs read only the first word of the text: " +
          Quoted(ToUtf8(entry.fields[0].Left(entry.fields[0].Find(L' ')))));
 }
 
 void Append(const CodesOptions& options, CodeFileOnDisk* codes, CodeEntries entries) {
-  const CodeEntry entry = NewEntry(options, codes->File());
-  RequireEntry(*codes, entry);
+  const CodeEntry entry = NewEntry(options);
+  RequireEntry(options, *codes, entry);
   const auto behind = std::find_if(entries.begin(), entries.end(),
                                    [&](const CodeEntry& other) { return other.section > entry.section; });
   entries.insert(behind, entry);
@@ -129,16 +129,16 @@ void CodesSet(const CodesOptions& options) {
     Append(options, &codes, entries);
     return;
   }
-  if (options.fields.empty()) throw Refusal("nothing to change was given; --help tells what there is");
+  if (options.fields.empty()) throw Refusal("nothing to change was given; --help lists the fields");
   const CodeEntry before = *entry;
-  TakeFields(options, codes.File(), &*entry);
+  TakeFields(options, &*entry);
   if (entry->SameContent(before)) {
     OutputFile sink("");
-    sink.Write(Described(before) + ": stands like this already in " + codes.Where() + "\n");
+    sink.Write(Described(before) + ": already so in " + codes.Where() + "\n");
     sink.Finish();
     return;
   }
-  RequireEntry(codes, *entry);
+  RequireEntry(options, codes, *entry);
   Finish(options, &codes, entries, *entry, "written to");
   NoteFirstWord(options, *entry);
 }
@@ -150,7 +150,30 @@ void CodesRemove(const CodesOptions& options) {
   if (found == entries.end()) RefuseUnknown(options, codes);
   const CodeEntry entry = *found;
   entries.erase(found);
-  Finish(options, &codes, entries, entry, "taken out of");
+  Finish(options, &codes, entries, entry, "removed from");
+}
+
+void CodesUpdate(const CodesOptions& options) {
+  const CodeFileOnDisk codes(options, false);
+  const CodeEntries missing = MissingMiljkods(codes.Entries());
+  if (!missing.empty()) {
+    CodeEntries entries = codes.Entries();
+    entries.insert(entries.end(), missing.begin(), missing.end());
+    codes.Rewrite(entries, options.force);
+  }
+  OutputFile sink(options.output.file);
+  const OutputFormat format = options.output.Format();
+  if (format == OutputFormat::kTable)
+    sink.Write(codes.Where() +
+               (missing.empty() ? ": has every code that programs rely on\n" : ", added:\n\n"));
+  if (format != OutputFormat::kTable || !missing.empty()) {
+    RecordWriter records(sink, format, {{"section", "section"}, {"code", "code"}, {"text", "text"}});
+    for (const CodeEntry& code : missing)
+      records.Row({std::string(kSections[static_cast<size_t>(code.section) - 1]), ToUtf8(code.code),
+                   ToUtf8(code.fields[kMiljkodText])});
+    records.Finish();
+  }
+  sink.Finish();
 }
 
 }  // namespace velmora::cli

@@ -7,7 +7,7 @@
 namespace velmora::cli {
 namespace {
 
-// A number is one in JSON; elsewhere it stands as the file has it.
+// A number in JSON; elsewhere the text of the file.
 Cell FieldCell(const CodeField& field, const CString& text) {
   if (text.IsEmpty() && field.number) return {};
   const std::optional<double> number = field.number ? ParseNumber(text.GetView()) : std::nullopt;
@@ -17,26 +17,26 @@ Cell FieldCell(const CodeField& field, const CString& text) {
 
 std::string SectionName(int section) { return kSections[static_cast<size_t>(section) - 1]; }
 
-// What reading makes of the line, where that is not what it says.
-std::string NoteOf(const LineFindings& findings, std::int64_t line) {
-  const auto at =
-      std::lower_bound(findings.begin(), findings.end(), line,
-                       [](const LineFinding& finding, std::int64_t l) { return finding.line < l; });
-  return at != findings.end() && at->line == line && at->misread ? at->what : "";
+// What reading skips or misreads of the line.
+std::string NoteOf(const Findings& findings, std::int64_t line) {
+  const auto at = std::lower_bound(findings.begin(), findings.end(), line,
+                                   [](const Finding& finding, std::int64_t l) { return finding.line < l; });
+  return at != findings.end() && at->line == line && at->misread ? at->text : "";
 }
 
 }  // namespace
 
 void CodesList(const CodesOptions& options) {
   const CodeFileOnDisk codes(options, false);
-  const CodeFile& file = codes.File();
-  const bool sections = file.kind == TextFileKind::kEnvironment;
+  const std::vector<CodeField> fields = FieldsOf(options.kind);
+  const bool sections = options.kind == SettingsFileKind::kEnvironment;
   std::vector<Column> columns = {{"line", "line", true}};
   if (sections) columns.push_back({"section", "section"});
-  columns.push_back(file.name.IsEmpty() ? Column{"field", "field"} : Column{"code", "code"});
-  for (const CodeField& field : file.fields) columns.push_back({field.name, field.name, field.number});
+  columns.push_back(options.kind == SettingsFileKind::kStamp ? Column{"field", "field"}
+                                                             : Column{"code", "code"});
+  for (const CodeField& field : fields) columns.push_back({field.name, field.name, field.number});
   const bool notes = std::any_of(codes.Entries().begin(), codes.Entries().end(), [&](const CodeEntry& entry) {
-    return !NoteOf(codes.Findings(), entry.line).empty();
+    return !NoteOf(codes.FileFindings(), entry.line).empty();
   });
   columns.push_back({"note", notes ? "note" : ""});
 
@@ -48,9 +48,8 @@ void CodesList(const CodesOptions& options) {
     std::vector<Cell> cells = {entry.line};
     if (sections) cells.emplace_back(SectionName(entry.section));
     cells.emplace_back(ToUtf8(entry.code));
-    for (size_t i = 0; i < file.fields.size(); ++i)
-      cells.push_back(FieldCell(file.fields[i], entry.fields[i]));
-    cells.emplace_back(NoteOf(codes.Findings(), entry.line));
+    for (size_t i = 0; i < fields.size(); ++i) cells.push_back(FieldCell(fields[i], entry.fields[i]));
+    cells.emplace_back(NoteOf(codes.FileFindings(), entry.line));
     records.Row(cells);
   }
   records.Finish();
@@ -61,8 +60,8 @@ void CodesList(const CodesOptions& options) {
     return at != codes.Entries().end() && at->line == line;
   };
   const bool unread =
-      std::any_of(codes.Findings().begin(), codes.Findings().end(),
-                  [&](const LineFinding& finding) { return finding.misread && !is_entry(finding.line); });
+      std::any_of(codes.FileFindings().begin(), codes.FileFindings().end(),
+                  [&](const Finding& finding) { return finding.misread && !is_entry(finding.line); });
   if (unread) WarnUnread(codes.Path());
 }
 

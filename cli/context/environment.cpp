@@ -32,7 +32,7 @@ bool Environment::HasIni() const { return !ini.m_iniPath.IsEmpty() && FileOrFold
 
 void FindEnvironment(const std::string& sub, Environment* environment) {
   RequireReadableRegistry();
-  // A registered installation whose user has no ini file yet says so in a box; here the caller does.
+  // The box for a registered installation whose user has no ini file is suppressed; the caller reports it.
   const MessageBoxHandler before =
       SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });
   const int result = environment->ini.InitXPWay(20, FromUtf8(sub), nullptr);
@@ -57,7 +57,7 @@ void RequireIni(const Environment& environment) {
   if (!environment.missing_ini.IsEmpty()) {
     const std::string path = PathForDisplay(environment.missing_ini);
     if (FileOrFolderExists(environment.missing_ini))
-      throw Refusal(At(path, "is no file that can be read; put the user's ini file in its place"));
+      throw Refusal(At(path, "is not a readable file; replace it with the user's ini file"));
     throw Refusal(At(path,
                      "the current user has no such file; make it: velmora env install --to DIR, where "
                      "the installation is"));

@@ -1,11 +1,7 @@
 #include "cli/context/settings_context.h"
 
-#include <algorithm>
-
 #include "cli/context/project_folder.h"
 #include "cli/terminal/error.h"
-#include "velmora/common/paths.h"
-#include "velmora/platform/files.h"
 
 namespace velmora::cli {
 
@@ -20,31 +16,9 @@ CTundrilInst SettingsContext::Facade() {
   return settings;
 }
 
-std::vector<Place> SettingsContext::PlacesOf(const CString& file) const {
-  std::vector<Place> places;
-  const auto add = [&](const char* name, const CString& folder) {
-    if (folder.IsEmpty()) return;
-    const CString path = JoinPath(folder, file);
-    const bool again = std::any_of(places.begin(), places.end(),
-                                   [&](const Place& place) { return place.path.CompareNoCase(path) == 0; });
-    if (!again) places.push_back({name, path, FileOrFolderExists(path)});
-  };
-  const CTundrilIni& ini = environment_.ini;
-  if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) {
-    CString folder;
-    SplitPath(ini.m_iniPath, &folder, nullptr);
-    add("beside Velmora.ini", folder);
-    return places;
-  }
-  if (has_project_) add("project copy", project_.m_ProjKat);
-  add("configuration folder", ini.m_cfgDir);
-  add("program folder", ini.m_programDir);
-  return places;
-}
-
-Place SettingsContext::RequirePlace(const CString& file) const {
-  const std::vector<Place> places = PlacesOf(file);
-  if (const Place* place = PlaceInUse(places)) return *place;
+SettingsPlace SettingsContext::RequirePlace(const CString& file) const {
+  const std::vector<SettingsPlace> places = PlacesOf(file);
+  if (const SettingsPlace* place = PlaceInUse(places)) return *place;
   const std::string name = ToUtf8(file);
   const std::string install = "make one: velmora env install --to DIR";
   if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
@@ -61,12 +35,6 @@ Place SettingsContext::RequirePlace(const CString& file) const {
   throw Refusal("no " + name +
                 (has_project_ ? " in the project or the installation" : " in the installation") +
                 "; bring it: velmora env sync" + own);
-}
-
-const Place* PlaceInUse(const std::vector<Place>& places) {
-  const auto found =
-      std::find_if(places.begin(), places.end(), [](const Place& place) { return place.exists; });
-  return found == places.end() ? nullptr : &*found;
 }
 
 }  // namespace velmora::cli

@@ -2,9 +2,9 @@
 #include <map>
 #include <vector>
 
-#include "cli/codes/check.h"
 #include "cli/context/environment.h"
 #include "cli/context/project_folder.h"
+#include "cli/context/settings_lines.h"
 #include "cli/project/check_names.h"
 #include "cli/project/commands.h"
 #include "cli/terminal/absolute_path.h"
@@ -18,7 +18,7 @@ namespace {
 
 std::string Shown(const CString& name) { return PathForDisplay(name); }
 
-// What belongs together: a program is in use when any of its names exists, and then needs all of them.
+// The names of one program. It is in use when any of them exists, and then needs all of them.
 struct Program {
   const char* name;
   std::vector<const wchar_t*> folders;
@@ -87,8 +87,8 @@ void CheckSettings(const CString& folder, const wchar_t* name, ProjectFindings* 
     findings->push_back({ToUtf8(name), 0, trouble});
     return;
   }
-  for (const LineFinding& finding : CheckTextLines(KindByName(name), lines))
-    if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.what});
+  for (const Finding& finding : CheckSettingsText(KindByName(name), lines))
+    if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.text});
 }
 
 // The folder list that a new project would get its folders from.

@@ -40,19 +40,20 @@ class EntryCheck {
       if (file.name == L"." || file.name == L"..") continue;
       if (++seen_ > kMostEntries) {
         if (seen_ == kMostEntries + 1)
-          Add(below + file.name, "is entry " + std::to_string(seen_) + "; no more than that were looked at");
+          Add(below + file.name,
+              "is entry " + std::to_string(seen_) + "; the entries after it are not checked");
         return;
       }
       CheckName(below + file.name, file.name.GetView());
       const std::optional<CString> real = RealPath(folder_ + L"\\" + below + file.name);
-      // What is no link lies where it is listed.
+      // An entry that is not a link has its real path in the folder.
       const bool is_link = real != real_folder + L"\\" + file.name;
       if (is_link)
         CheckLink(below + file.name, real);
       else if (file.status.kind == FileKind::kFolder)
         Walk(below + file.name + L"\\", *real);
       else if (file.status.kind == FileKind::kOther)
-        Add(below + file.name, "is a pipe or a device, and no file");
+        Add(below + file.name, "is a pipe or a device, not a file");
     }
   }
 
@@ -60,12 +61,12 @@ class EntryCheck {
     if (NamesDevice(name))
       Add(path, "is the name of a device on Windows, whose programs cannot open it; rename it");
     else if (HasNoNameOnWindows(name))
-      Add(path, "is no name that a file can have on Windows; rename it");
+      Add(path, "is not a valid file name on Windows; rename it");
   }
 
   void CheckLink(const CString& path, const std::optional<CString>& real) {
     if (!real) {
-      Add(path, "is a link that leads nowhere");
+      Add(path, "is a broken link");
     } else if (!(*real + L"\\").GetView().starts_with((real_root_ + L"\\").GetView())) {
       Add(path, "is a link that leads out of the project, to " + Quoted(PathForDisplay(*real)));
     }
@@ -99,7 +100,7 @@ void CheckArea(const CProjPath& project, ProjectFindings* findings) {
   }
   ++number;
   if (!open || stars < 2 || !reader.ReadLine(&line) || line.IsEmpty()) {
-    findings->push_back({where, number, "names no alignment behind its second \"*\" line"});
+    findings->push_back({where, number, "names no alignment after its second \"*\" line"});
     return;
   }
   const std::string alignment = "the alignment " + Quoted(ToUtf8(line));
@@ -130,7 +131,7 @@ void CheckFolderList(const CString& list, const CString& folder, ProjectFindings
     if (MayBeMadeIn(folder, line.GetView())) continue;
     ++refused;
     findings->push_back(
-        {where, number, quoted + " is not made: it leads out of the project or is no folder's name"});
+        {where, number, quoted + " is not made: it leads out of the project or is not a valid folder name"});
   }
   if (reader.Failed())
     findings->push_back({where, number, "cannot be read from here on; is it a folder list?"});

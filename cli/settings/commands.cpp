@@ -20,8 +20,7 @@ void AddFile(CLI::App* verb, const Options& options, const std::vector<std::stri
 }
 
 void AddProject(CLI::App* verb, const Options& options) {
-  verb->add_option("--project", options->project,
-                   "A project, whose own copy counts before the installation's")
+  verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
       ->type_name("DIR");
 }
 
@@ -38,12 +37,11 @@ void AddValues(CLI::App* settings) {
   get->add_option("KEY", options->key, "Key, letters in any case")->required();
   AddFormatOptions(get, &options->output);
 
-  CLI::App* set =
-      AddVerb(settings, "set", "Write a key where its file was found; an empty value takes it out", options,
-              SettingsSet);
+  CLI::App* set = AddVerb(settings, "set", "Write a key where its file was found; an empty value removes it",
+                          options, SettingsSet);
   set->add_option("KEY", options->key, "Key, letters in any case")->required();
   set->add_option("VALUE", options->value, "Value")->required();
-  set->add_flag("--force", options->force, "Also when lines that are no settings would be lost");
+  set->add_flag("--force", options->force, "Write even if lines that are not settings are lost");
   for (CLI::App* verb : {list, get, set}) {
     AddFile(verb, options, kFiles, kHelp);
     AddProject(verb, options);
@@ -77,12 +75,12 @@ void AddLocal(CLI::App* settings) {
   const auto options = std::make_shared<SettingsOptions>();
   CLI::App* create = AddVerb(local, "create",
                              "Copy the installation's files into the project; missing ones are "
-                             "made empty",
+                             "created empty",
                              options, LocalCreate);
   create->add_flag("--overwrite", options->overwrite,
-                   "Also in place of LINKOD.PAR, KODFIL.DAT, JB23.PAR and MILJKOD.DAT that are there");
+                   "Also replace existing LINKOD.PAR, KODFIL.DAT, JB23.PAR and MILJKOD.DAT");
   CLI::App* remove =
-      AddVerb(local, "remove", "Delete them, so that the installation's count again", options, LocalRemove);
+      AddVerb(local, "remove", "Delete them, so that the installation's apply again", options, LocalRemove);
   CLI::App* status =
       AddVerb(local, "status", "For each file: project copy, central or none", options, LocalStatus);
   for (CLI::App* verb : {create, remove})

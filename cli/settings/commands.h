@@ -5,6 +5,7 @@
 #include <string>
 
 #include "cli/output/records.h"
+#include "velmora/settings/parameter_files.h"
 
 namespace CLI {
 class App;
@@ -30,6 +31,10 @@ struct SettingsOptions {
   bool force = false;
   OutputOptions output;
 };
+
+// The settings of a file; an empty `path` is one that does not exist. Throws a Refusal when it cannot be
+// read.
+Settings SettingsIn(const ParameterFile& file, const CString& path);
 
 void SettingsList(const SettingsOptions& options);
 void SettingsGet(const SettingsOptions& options);

@@ -1,7 +1,6 @@
 #include "cli/context/project_folder.h"
 #include "cli/context/settings_context.h"
 #include "cli/settings/commands.h"
-#include "cli/settings/parameters.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
@@ -14,7 +13,7 @@ bool IsFolder(const std::string& name) {
   return status && status->kind == FileKind::kFolder;
 }
 
-// The file that both sides are read as: the one asked for, else what a file given is called.
+// The file that both sides are read as: --file, else by the name of a given file.
 ParameterFile FileOf(const SettingsOptions& options) {
   if (!options.file.empty()) return ParameterFileNamed(FromUtf8(options.file));
   std::optional<ParameterFile> file;
@@ -24,7 +23,7 @@ ParameterFile FileOf(const SettingsOptions& options) {
     const bool both_known = file && !file->defaults.empty() && !named.defaults.empty();
     if (both_known && file->name != named.name)
       throw Refusal(Quoted(options.a) + " and " + Quoted(options.b) +
-                    " are files of two kinds; --file says as which one to read both");
+                    " are files of two kinds; choose one of the kinds for both with --file");
     if (!file || file->defaults.empty()) file = named;
   }
   return file ? *file : ParameterFileNamed(CProjPath::TundrilParNamn);
@@ -33,8 +32,8 @@ ParameterFile FileOf(const SettingsOptions& options) {
 // The file that a side means: what a project's programs find, or a file alone. Empty when there is none.
 CString PathOf(const std::string& side, const ParameterFile& file) {
   if (!IsFolder(side)) return ProjectFolder(side);
-  const std::vector<Place> places = SettingsContext(side).PlacesOf(file.name);
-  const Place* place = PlaceInUse(places);
+  const std::vector<SettingsPlace> places = SettingsContext(side).PlacesOf(file.name);
+  const SettingsPlace* place = PlaceInUse(places);
   return place == nullptr ? CString() : place->path;
 }
 
@@ -53,8 +52,8 @@ void SettingsDiff(const SettingsOptions& options) {
   const ParameterFile file = FileOf(options);
   const CString path_a = PathOf(options.a, file);
   const CString path_b = PathOf(options.b, file);
-  const Settings a(file, path_a);
-  const Settings b(file, path_b);
+  const Settings a = SettingsIn(file, path_a);
+  const Settings b = SettingsIn(file, path_b);
   std::vector<CString> keys;
   for (const Setting& setting : a.All()) keys.push_back(setting.key);
   for (const Setting& setting : b.All())

@@ -1,20 +1,19 @@
 #include <algorithm>
 
-#include "cli/codes/check.h"
 #include "cli/context/settings_context.h"
+#include "cli/context/settings_lines.h"
 #include "cli/settings/commands.h"
-#include "cli/settings/parameters.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
 namespace {
 
-// What a parameter file says, and where it is.
+// The settings of a parameter file, and where it is.
 struct Listing {
   ParameterFile file;
-  std::vector<Place> places;
-  const Place* in_use;
+  std::vector<SettingsPlace> places;
+  const SettingsPlace* in_use;
   Settings settings;
 
   const char* SourceOf(const Setting& setting) const {
@@ -22,12 +21,12 @@ struct Listing {
   }
 };
 
-Listing Find(const SettingsOptions& options) {
+Listing FindListing(const SettingsOptions& options) {
   const SettingsContext context(options.project);
   const ParameterFile file = ParameterFileNamed(FromUtf8(options.file.empty() ? kUsualFile : options.file));
-  std::vector<Place> places = context.PlacesOf(file.name);
-  const Place* in_use = PlaceInUse(places);
-  const Settings settings(file, in_use == nullptr ? CString() : in_use->path);
+  std::vector<SettingsPlace> places = context.PlacesOf(file.name);
+  const SettingsPlace* in_use = PlaceInUse(places);
+  const Settings settings = SettingsIn(file, in_use == nullptr ? CString() : in_use->path);
   return {file, std::move(places), in_use, settings};
 }
 
@@ -45,7 +44,7 @@ std::string Heading(const Listing& listing) {
     return none + (listing.file.defaults.empty() ? "" : ", so all is built in");
   }
   std::string text = name + ": " + PathForDisplay(listing.in_use->path) + " (" + listing.in_use->name + ")";
-  for (const Place& place : listing.places)
+  for (const SettingsPlace& place : listing.places)
     if (place.exists && &place != listing.in_use) text += "\n  hides " + PathForDisplay(place.path);
   return text;
 }
@@ -67,11 +66,10 @@ std::string Summary(const Listing& listing) {
   return text;
 }
 
-bool IsMisread(const Listing& listing) {
-  const LineFindings findings =
-      CheckTextLines(KindByName(listing.file.name), TextLinesOf(listing.in_use->path));
+bool IsMisread(const Settings& settings) {
+  const Findings& findings = settings.FileFindings();
   return std::any_of(findings.begin(), findings.end(),
-                     [](const LineFinding& finding) { return finding.misread; });
+                     [](const Finding& finding) { return finding.misread; });
 }
 
 void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, OutputFile* sink,
@@ -91,8 +89,12 @@ void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen
 
 }  // namespace
 
+Settings SettingsIn(const ParameterFile& file, const CString& path) {
+  return {file, path.IsEmpty() ? TextLines() : TextLinesOf(path)};
+}
+
 void SettingsList(const SettingsOptions& options) {
-  const Listing listing = Find(options);
+  const Listing listing = FindListing(options);
   std::vector<const Setting*> chosen;
   for (const Setting& setting : listing.settings.All())
     if (!options.changed || Differs(setting) || !setting.built_in) chosen.push_back(&setting);
@@ -103,11 +105,11 @@ void SettingsList(const SettingsOptions& options) {
   if (!table || !chosen.empty()) WriteRows(listing, chosen, &sink, format);
   if (table) sink.Write((chosen.empty() ? "" : "\n") + Summary(listing) + "\n");
   sink.Finish();
-  if (listing.in_use != nullptr && IsMisread(listing)) WarnUnread(listing.in_use->path);
+  if (listing.in_use != nullptr && IsMisread(listing.settings)) WarnUnread(listing.in_use->path);
 }
 
 void SettingsGet(const SettingsOptions& options) {
-  const Listing listing = Find(options);
+  const Listing listing = FindListing(options);
   const Setting* setting = listing.settings.Find(FromUtf8(options.key));
   if (setting == nullptr || (!setting->stored && !setting->built_in)) {
     const std::string trouble = "no key " + Quoted(options.key) + ", and there is no default for it";
@@ -132,9 +134,9 @@ void SettingsWhere(const SettingsOptions& options) {
                        {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
   for (const wchar_t* name : names) {
     if (!options.file.empty() && FromUtf8(options.file).CompareNoCase(name) != 0) continue;
-    const std::vector<Place> places = context.PlacesOf(name);
-    const Place* in_use = PlaceInUse(places);
-    for (const Place& place : places)
+    const std::vector<SettingsPlace> places = context.PlacesOf(name);
+    const SettingsPlace* in_use = PlaceInUse(places);
+    for (const SettingsPlace& place : places)
       records.Row({ToUtf8(name),
                    std::string(&place == in_use ? "in use"
                                : place.exists   ? "hidden"

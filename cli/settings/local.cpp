@@ -20,16 +20,16 @@ std::vector<LocalFile> FilesMeant(const SettingsOptions& options) {
 
 std::string ShownFolder(SettingsContext& context) { return PathForDisplay(context.Project()->m_ProjKat); }
 
-// Where the installation's files are a project's, there is nothing to copy and all to lose.
+// Refuses the installation's own folders: there is nothing to copy, and deleting would lose its files.
 void RequireOwnFolder(SettingsContext& context) {
   const std::string folder = ShownFolder(context);
   for (const CString* installed : {&context.Ini()->m_cfgDir, &context.Ini()->m_programDir})
     if (!installed->IsEmpty() && SameFile(folder, PathForDisplay(*installed)))
       throw Refusal(
-          At(folder, "holds the installation's own settings and is no project; give --project another"));
+          At(folder, "holds the installation's own settings and is not a project; give another --project"));
 }
 
-// A file before something is done to it.
+// A file and what is going to be done to it.
 struct Planned {
   LocalFile file;
   CString path;
@@ -42,7 +42,7 @@ std::vector<Planned> Plan(const SettingsOptions& options, SettingsContext& conte
   std::vector<Planned> plan;
   for (const LocalFile& file : FilesMeant(options)) {
     Planned planned{file, JoinPath(context.Project()->m_ProjKat, file.name), {}, {}};
-    planned.source = FirstExisting(SettingsFilePaths(context.Ini(), nullptr, file.name));
+    planned.source = FindSettingsFile(context.Ini(), nullptr, file.name);
     planned.before = GetFileStatus(planned.path);
     planned.replaced = planned.before && options.overwrite && file.replaceable;
     plan.push_back(planned);
@@ -55,7 +55,7 @@ std::string Replaced(const std::vector<Planned>& plan) {
   for (const Planned& planned : plan) {
     if (!planned.replaced) continue;
     names += (names.empty() ? "" : ", ") + ToUtf8(planned.file.name);
-    if (planned.source.IsEmpty()) names += " (by an empty one, the installation having none)";
+    if (planned.source.IsEmpty()) names += " (by an empty one, as the installation has none)";
   }
   return names;
 }
@@ -74,7 +74,7 @@ bool IsEmptyOne(const FileStatus& file, std::wstring_view content) {
   return file.kind == FileKind::kFile && file.size == content.size() + line_ends;
 }
 
-// What has become of the file, from what it is now.
+// What was done to the file, judged by its state now.
 std::string Done(const Planned& planned) {
   if (planned.before && !planned.replaced) return "kept";
   const std::optional<FileStatus> after = GetFileStatus(planned.path);
@@ -158,8 +158,8 @@ void LocalStatus(const SettingsOptions& options) {
   RecordWriter records(sink, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"path", "path"}});
   for (const LocalFile& file : files) {
-    const std::vector<Place> places = context.PlacesOf(file.name);
-    const Place* place = PlaceInUse(places);
+    const std::vector<SettingsPlace> places = context.PlacesOf(file.name);
+    const SettingsPlace* place = PlaceInUse(places);
     const bool own = place == &places.front();
     records.Row({ToUtf8(file.name),
                  std::string(place == nullptr ? "none"

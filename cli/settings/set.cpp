@@ -1,10 +1,11 @@
-#include "cli/codes/check.h"
+#include <algorithm>
+
 #include "cli/context/settings_context.h"
+#include "cli/context/settings_lines.h"
 #include "cli/settings/commands.h"
-#include "cli/settings/parameters.h"
-#include "cli/settings/rig_lines.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
+#include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/settings/tundril_cfg.h"
 #include "velmora/text/letters.h"
@@ -19,27 +20,27 @@ std::string Characters(const CString& text) { return std::to_string(text.GetLeng
 // The longest value that is read back; one character more could be written.
 constexpr int kLongestValue = kValueRoom - 2;
 
-// A setting that would not be read back as it was given is refused.
+// Refuses a setting that would not be read back as given.
 void RequireReadable(const ParameterFile& file, const CString& key, const CString& value) {
   const auto has = [](const CString& text, const wchar_t* any) {
     return text.GetView().find_first_of(any) != std::wstring_view::npos;
   };
-  if (has(key, L"\r\n") || has(value, L"\r\n")) Refuse("a key and a value have no line ends");
+  if (has(key, L"\r\n") || has(value, L"\r\n")) Refuse("a key and a value must have no line ends");
   if (value.GetLength() > kLongestValue)
-    Refuse("the value has " + Characters(value) + ", and is read up to " + std::to_string(kLongestValue));
+    Refuse("the value has " + Characters(value) + "; at most " + std::to_string(kLongestValue) + " are read");
   if (file.rig) {
-    if (Settings(file, CString()).Find(key) == nullptr)
-      Refuse(Quoted(ToUtf8(key)) + " is no key of " + ToUtf8(file.name) + "; velmora settings list --file " +
-             ToUtf8(file.name) + " lists them");
+    if (Settings(file, {}).Find(key) == nullptr)
+      Refuse(Quoted(ToUtf8(key)) + " is not a key of " + ToUtf8(file.name) +
+             "; to list them: velmora settings list --file " + ToUtf8(file.name));
     if (value.IsEmpty() || has(value, L" \t\v\f"))
       Refuse("a value of " + ToUtf8(file.name) + " is one word without blanks");
     return;
   }
-  if (key.IsEmpty() || has(key, L"=")) Refuse("a key has one character or more, and no \"=\" among them");
+  if (key.IsEmpty() || has(key, L"=")) Refuse("a key has one character or more and no \"=\"");
   if (key.GetLength() >= kKeyRoom)
-    Refuse("the key has " + Characters(key) + ", and is read up to " + std::to_string(kKeyRoom - 1));
+    Refuse("the key has " + Characters(key) + "; at most " + std::to_string(kKeyRoom - 1) + " are read");
   if (TrimBlanks(key.GetView()).size() != key.GetView().size())
-    Refuse("blanks at the ends of a key would belong to it, and no program asks for such a key");
+    Refuse("blanks at the ends of a key would be part of it, and no program uses such a key");
 }
 
 void Write(SettingsContext* context, const ParameterFile& file, const CString& key, const CString& value) {
@@ -55,11 +56,52 @@ std::string Before(const Setting* setting, const ParameterFile& file) {
   return "before: " + ToUtf8(setting->value) + (setting->stored ? "" : ", built in");
 }
 
-// What the file says of the key, empty when nothing.
+// The value in the file; empty without one.
 CString StoredValue(const ParameterFile& file, const CString& path, const CString& key) {
-  const Settings settings(file, path);
+  const Settings settings = SettingsIn(file, path);
   const Setting* setting = settings.Find(key);
   return setting != nullptr && setting->stored ? setting->value : CString();
+}
+
+// A line without values: empty, or the placeholder that a project's copy is made with.
+bool IsVacant(const TextLine& line) {
+  return (line.number == 1 && IsStarLine(line.text.GetView())) || TrimBlanks(line.text.GetView()).empty();
+}
+
+// JB23.PAR has its values by line number. Only the key's own line is written anew; the others are copied, up
+// to a zero byte.
+void KeepFindingsOfWrite(const CString& key, const TextLines& lines, Findings* findings) {
+  const int own = FieldOfJb23Key(key.GetView()).line;
+  for (Finding& finding : *findings)
+    if (finding.line != own && !lines[static_cast<size_t>(finding.line) - 1].cut) finding.lost = false;
+}
+
+// Writes the built-in values to the lines up to the key's that the file lacks: a value written to a short
+// file would else go to the line after its last one. Returns a line that reports it, empty when nothing was
+// missing. Throws a Refusal when the file cannot be written.
+std::string FillRigLines(SettingsContext* context, const CString& path, const CString& key) {
+  const TextLines lines = TextLinesOf(path);
+  const int own = FieldOfJb23Key(key.GetView()).line;
+  std::vector<int> filled;
+  for (int number = 1; number <= own; ++number) {
+    const auto index = static_cast<size_t>(number) - 1;
+    if (index < lines.size() && !IsVacant(lines[index])) continue;
+    const Jb23Keys keys = Jb23KeysOfLine(number);
+    CTundrilInst settings = context->Facade();
+    for (const wchar_t* missing : {keys.scale, keys.step})
+      settings.Jb23WriteKey(missing, DefaultValue(Jb23Defaults(), missing));
+    filled.push_back(number);
+  }
+  if (filled.empty()) return "";
+  const TextLines after = TextLinesOf(path);
+  if (std::any_of(filled.begin(), filled.end(), [&](int number) {
+        const auto index = static_cast<size_t>(number) - 1;
+        return index >= after.size() || IsVacant(after[index]);
+      }))
+    RefuseUnwritten(path);
+  std::string numbers;
+  for (const int number : filled) numbers += (numbers.empty() ? "" : ", ") + std::to_string(number);
+  return "The built-in values were written to the lines that were missing: " + numbers + "\n";
 }
 
 }  // namespace
@@ -69,13 +111,13 @@ void SettingsSet(const SettingsOptions& options) {
   const CString value = FromUtf8(options.value);
   CString key = FromUtf8(options.key);
   RequireReadable(file, key, value);
-  // The rig's keys are found by their exact letters only when they are written.
+  // Writing finds the rig's keys by their exact letters only.
   if (file.rig) key.MakeUpper();
 
   SettingsContext context(options.project);
-  const Place place = context.RequirePlace(file.name);
+  const SettingsPlace place = context.RequirePlace(file.name);
   const std::string path = PathForDisplay(place.path);
-  const Settings settings(file, place.path);
+  const Settings settings = SettingsIn(file, place.path);
   const Setting* before = settings.Find(key);
   const bool stored = before != nullptr && before->stored;
   OutputFile sink("");
@@ -88,9 +130,8 @@ void SettingsSet(const SettingsOptions& options) {
     return;
   }
   RequireCharacters(place.path, key + value);
-  const TextLines lines = TextLinesOf(place.path);
-  LineFindings findings = CheckTextLines(KindByName(file.name), lines);
-  if (file.rig) KeepFindingsOfWrite(key, lines, &findings);
+  Findings findings = settings.FileFindings();
+  if (file.rig) KeepFindingsOfWrite(key, TextLinesOf(place.path), &findings);
   RefuseLosses(place.path, findings, options.force);
   std::string filled;
   if (file.rig) filled = FillRigLines(&context, place.path, key);
@@ -98,7 +139,7 @@ void SettingsSet(const SettingsOptions& options) {
   if (StoredValue(file, place.path, key) != value) RefuseUnwritten(place.path);
   const std::string name = Printable(ToUtf8(key));
   sink.Write(
-      (value.IsEmpty() ? name + " taken out of " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
+      (value.IsEmpty() ? name + " removed from " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
       path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + filled);
   sink.Finish();
 }

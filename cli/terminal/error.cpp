@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "velmora/text/codepage.h"
 
 namespace velmora::cli {
 namespace {
@@ -37,21 +36,6 @@ std::string Printable(std::string_view text) {
 void Warn(const std::string& text) {
   const std::string line = "velmora: " + Printable(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
-}
-
-std::string Quoted(std::string_view text) {
-  constexpr size_t kReadable = 60;  // bytes
-  std::string shown = "\"";
-  while (!text.empty() && shown.size() < kReadable) {
-    char32_t c = 0;
-    const size_t length = DecodeUtf8Sequence(text, &c);
-    if (length == 0 || c < 0x20 || (c >= 0x7F && c < 0xA0))
-      shown += '?';
-    else
-      shown.append(text.substr(0, length));
-    text.remove_prefix(length == 0 ? 1 : length);
-  }
-  return shown + (text.empty() ? "\"" : "...\"");
 }
 
 }  // namespace velmora::cli

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "velmora/text/quoted.h"
+
 namespace velmora::cli {
 
 // Exit status 1 with one line: what, where, what to do.
@@ -29,8 +31,6 @@ void Warn(const std::string& text);
 // One line with control characters replaced: a line feed by a blank, any other by "?".
 std::string Printable(std::string_view text);
 
-// The user's text in double quotes for an error line: printable, cut to a readable length.
-std::string Quoted(std::string_view text);
 
 }  // namespace velmora::cli
 

@@ -88,29 +88,29 @@ TEST_F(CodesCommand, ARewriteThatWouldLoseSomethingIsRefused) {
       {L"MILJKOD.DAT",
        "Egna koder\r\n*\r\n*\r\nX metod\r\n",
        {"environment", "update"},
-       ":1: stands in the header",
+       ":1: is in the header",
        "*\r\n*\r\nX metod\r\n*\r\nTOLK Tolkad klassificering\r\n*\r\n"
        "FK F\xF6roreningsklass max=6 steg=1\r\n*\r\n"},
       {L"MILJKOD.DAT",
        "*\r\n*\r\n*\r\n*\r\n*\r\nA fyra\r\n",
        {"environment", "add", "B", "b", "--section", "methods"},
-       ":6: stands in section 4",
+       ":6: is in section 4",
        "*\r\n*\r\nB b\r\n*\r\n*\r\n*\r\n"},
       // A class without a text would get its settings as one.
       {L"MILJKOD.DAT",
        "*\r\n*\r\n*\r\n*\r\nK1\r\n*\r\n",
        {"environment", "add", "A", "a", "--section", "methods"},
-       ":5: would be read otherwise",
+       ":5: would be read differently",
        "*\r\n*\r\nA a\r\n*\r\n*\r\nK1  max=100 steg=20\r\n*\r\n"},
       {L"LINKOD.PAR",
        "A b 1 2 till\r\n*\r\n",
        {"lines", "set", "A", "--text", "c"},
-       ":1: is not read, standing before",
+       ":1: is not read, as it is before",
        "A b 1 2                                          c\r\n*\r\n"},
       {L"LINKOD.PAR",
        "A b 1\r\n*\r\nC d 2\r\n",
        {"lines", "set", "A", "--word", "c"},
-       ":3: stands behind the line",
+       ":3: follows the line",
        "A c 1                                            \r\n*\r\n"},
       {L"KODFIL.DAT", "A a\r\nB b\r\n", {"objects", "add", "C", "c"}, "has no line \"*\"", nullptr},
   };
@@ -135,10 +135,10 @@ TEST_F(CodesCommand, WhatWouldNotBeReadBackIsRefused) {
     const char* what;
   } kCases[] = {
       {{"objects", "add", "A B", "c"}, "one word"},
-      {{"objects", "add", "*A", "c"}, "does not begin with"},
+      {{"objects", "add", "*A", "c"}, "must not begin with"},
       {{"objects", "add", "A", " "}, "without a text"},
       {{"objects", "add", "A", "b\nc"}, "no line ends"},
-      {{"objects", "add", "A", "\xE6\xB0\xB4"}, "has no such letter"},
+      {{"objects", "add", "A", "\xE6\xB0\xB4"}, "lacks a character"},
       {{"objects", "add", "VÄK", "igen"}, ":19: has the code \"VÄK\" already"},
       {{"environment", "add", "ABCDE", "a", "--section", "methods"}, "at most 4"},
       {{"environment", "set", "FK", "--step", "0"}, "would not be read back"},
@@ -146,8 +146,8 @@ TEST_F(CodesCommand, WhatWouldNotBeReadBackIsRefused) {
       {{"environment", "set", "FK", "Klass max=3"}, "would not be read back"},
       {{"environment", "set", "X", "--max", "3"}, "only classes"},
       {{"environment", "set", "SAKN", "text"}, "has no code \"SAKN\""},
-      {{"lines", "set", "GVY", "--number", "1,5"}, "\"1,5\" is no number"},
-      {{"lines", "set", "GVY", "--value", "1.5"}, "no whole number"},
+      {{"lines", "set", "GVY", "--number", "1,5"}, "\"1,5\" is not a number"},
+      {{"lines", "set", "GVY", "--value", "1.5"}, "not a whole number"},
       {{"lines", "set", "GVY", "--word", std::string(45, 'o')}, "begins in column 50"},
   };
   for (const auto& tried : kCases) {
@@ -169,7 +169,7 @@ TEST_F(CodesCommand, AStampFileIsMadeAndItsFieldsChange) {
   EXPECT_EQ(set({"DATUM", "IGÅR", "10.0", "20"}).status, 0);
   EXPECT_EQ(ReadBytes(At(L"stamp.dat")), "DATUM IG\xC5R 10.0 20 3\r\nRITARE \xD6.Ek 1.50 -2 2.5\r\n");
   ExpectRefused(set({"RAD1", "två ord", "1", "2"}), "one word");
-  ExpectRefused(set({"RAD1", "ord", "1", "x"}), "\"x\" is no number");
+  ExpectRefused(set({"RAD1", "ord", "1", "x"}), "\"x\" is not a number");
   const Ran list = RunVelmora({"codes", "stamp", file, "list", "--csv"});
   EXPECT_EQ(list.out,
             "line,field,word,first,second,third,note\n1,DATUM,IGÅR,10.0,20,3,\n2,RITARE,Ö.Ek,1.50,-2,2.5,\n");
@@ -184,12 +184,11 @@ TEST_F(CodesCommand, CheckSaysWhichLinesAreNotReadAndWhy) {
       {L"TUNDRIL.PAR",
        "A=1\r\n\r\n*\r\n=2\r\nB =3\r\na=4\r\n" + std::string(40, 'K') + "=1\r\nV=" + std::string(259, 'v') +
            "\r\n",
-       {"4,\"is no", "5,\"the blanks", "6,\"is skipped, the key", "7,\"is skipped, its key",
-        "8,\"is skipped, its value"}},
+       {"4,\"is not", "5,\"the blanks", "6,\"is skipped: the key", "7,is skipped: its key",
+        "8,is skipped: its value"}},
       {L"JB23.PAR",
        "1 2\r\n3\r\n4 x\r\n5 6 7\r\n\r\n1 2\r\n1 2\r\n1 2\r\n1 2\r\n1 2\r\n1 2\r\n12 12\r\n",
-       {"2,\"has no HASTSTEG", "3,\"KRAFTSTEG is no", "4,\"only two", "5,\"has no SPOLSKALA",
-        "12,\"is line"}},
+       {"2,\"has no HASTSTEG", "3,\"KRAFTSTEG is not", "4,\"only two", "5,\"has no SPOLSKALA", "12,is line"}},
       {L"KODFIL.DAT",
        "huvud utan kod\r\n*\r\nA\r\nB tv\xE5 ord\r\nC c\r\n*\r\n",
        {"3,\"is skipped", "4,\"only the first word of the text is read: \"\"två"}},
@@ -199,7 +198,7 @@ TEST_F(CodesCommand, CheckSaysWhichLinesAreNotReadAndWhy) {
        {"3,\"is skipped", "6,max=5 is read as 100", "7,max=200000 is", "7,steg=0 is read as 20"}},
       {L"LINKOD.PAR",
        "A b\r\nC d 1 2 mer\r\nE " + std::string(50, 'f') + " 1\r\n*\r\nG h 1\r\n",
-       {"1,\"is skipped", "2,\"is not read", "3,\"its fields", "5,\"stands behind"}},
+       {"1,\"is skipped", "2,\"is not read", "3,\"its fields", "5,\"follows"}},
       {L"STAMP.DAT", "A b 1\r\nC d 1 2 x\r\nE f 1 2 3\r\n*\r\n", {"1,\"is skipped", "2,\"is not read"}},
   };
   for (const auto& checked : kCases) {

@@ -77,8 +77,8 @@ TEST_F(EnvCommand, AnIniFileThatIsAFolderIsNamed) {
   ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ACADVER"}),
                 AsArgument(ini) + ": the current user has no");
   MakeFolders(L"user\\Quorval\\Zennik\\Velmora\\R20\\sv\\Velmora.ini");
-  ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ACADVER"}), AsArgument(ini) + ": is no file");
-  ExpectRefused(RunVelmora({"env", "set", "SYSTEM", "ACADVER", "25"}), AsArgument(ini) + ": is no file");
+  ExpectRefused(RunVelmora({"env", "get", "SYSTEM", "ACADVER"}), AsArgument(ini) + ": is not a readable file");
+  ExpectRefused(RunVelmora({"env", "set", "SYSTEM", "ACADVER", "25"}), AsArgument(ini) + ": is not a readable file");
 }
 
 #if !defined(_WIN32)
@@ -123,7 +123,7 @@ TEST_F(EnvCommand, CheckNamesFileAndLine) {
   const Ran ran = RunVelmora({"project", "check", Argument(L"proj"), "--csv"});
   EXPECT_EQ(ran.status, 1);
   for (const char* line :
-       {"TUNDRIL.RIT,,folder of the main program is missing", "TUNDRIL.PAR,2,\"is no \"\"key=value\"\"",
+       {"TUNDRIL.RIT,,folder of the main program is missing", "TUNDRIL.PAR,2,\"is not \"\"key=value\"\"",
         "3,\"the alignment \"\"road.vl\"\" is missing"})
     EXPECT_NE(ran.out.find(line), std::string::npos) << line << "\n" << ran.out;
   MakeFile(L"proj\\TUNDRIL.DBF\\road.vl", "0 0 0 0\r\n");

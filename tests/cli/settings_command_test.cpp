@@ -121,12 +121,12 @@ TEST_F(SettingsCommand, WhatWouldNotBeReadBackIsRefused) {
       {{"A ", "1"}, "blanks at the ends"},
       {{"A\nB", "1"}, "no line ends"},
       {{"A", "1\r"}, "no line ends"},
-      {{std::string(40, 'K'), "1"}, "has 40 characters, and is read up to 39"},
-      {{"A", std::string(259, 'v')}, "has 259 characters, and is read up to 258"},
-      {{"A", "\xE6\xB0\xB4"}, "has no such letter"},
+      {{std::string(40, 'K'), "1"}, "has 40 characters; at most 39 are read"},
+      {{"A", std::string(259, 'v')}, "has 259 characters; at most 258 are read"},
+      {{"A", "\xE6\xB0\xB4"}, "lacks a character"},
       {{"--file", "JB23.PAR", "SJUNKSKALA", "1 2"}, "one word"},
       {{"--file", "JB23.PAR", "SJUNKSKALA", ""}, "one word"},
-      {{"--file", "JB23.PAR", "TUNGSKALA", "1"}, "is no key of JB23.PAR"},
+      {{"--file", "JB23.PAR", "TUNGSKALA", "1"}, "is not a key of JB23.PAR"},
   };
   for (const auto& tried : kCases) {
     std::vector<std::string> arguments = {"settings", "set"};
@@ -143,7 +143,7 @@ TEST_F(SettingsCommand, WhatWouldNotBeReadBackIsRefused) {
 TEST_F(SettingsCommand, AWriteThatCannotBeIsToldAndNothingIsLost) {
   const std::string settings = "HSKALA=1\r\nen rad\r\n*\r\n";
   const CString file = MakeFile(L"proj\\TUNDRIL.PAR", settings);
-  ExpectRefused(InProject({"settings", "set", "LSKALA", "5"}), "TUNDRIL.PAR:2: is no \"key=value\"");
+  ExpectRefused(InProject({"settings", "set", "LSKALA", "5"}), "TUNDRIL.PAR:2: is not \"key=value\"");
   EXPECT_EQ(ReadBytes(file), settings);
   EXPECT_EQ(InProject({"settings", "set", "LSKALA", "5", "--force"}).status, 0);
   EXPECT_EQ(ReadBytes(file), "HSKALA=1\r\nLSKALA=5\r\n");

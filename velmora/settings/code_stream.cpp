@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "velmora/settings/settings_messages.h"
+#include "velmora/settings/settings_file.h"
 
 namespace velmora {
 

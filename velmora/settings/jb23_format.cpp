@@ -9,13 +9,13 @@ Jb23Keys Jb23KeysOfLine(int line) {
   return index < kJb23Lines.size() ? kJb23Lines[index] : Jb23Keys{L"UNKNOWN1", L"UNKNOWN2"};
 }
 
-Jb23Place PlaceOfJb23Key(std::wstring_view key) {
-  Jb23Place place;
-  place.step = key.find(L"STEG") != std::wstring_view::npos;
+Jb23Field FieldOfJb23Key(std::wstring_view key) {
+  Jb23Field field;
+  field.step = key.find(L"STEG") != std::wstring_view::npos;
   for (size_t line = 0; line < kJb23Lines.size(); ++line)
     if (key == kJb23Lines[line].scale || key == kJb23Lines[line].step)
-      place.line = static_cast<int>(line) + 1;
-  return place;
+      field.line = static_cast<int>(line) + 1;
+  return field;
 }
 
 Jb23Line ParseJb23Line(std::wstring_view line) {

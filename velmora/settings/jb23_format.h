@@ -30,13 +30,13 @@ inline constexpr std::array<Jb23Keys, 11> kJb23Lines = {{{L"SJUNKSKALA", L"SJUNK
 // The keys of a line, counted from 1; UNKNOWN1 and UNKNOWN2 from the twelfth on.
 Jb23Keys Jb23KeysOfLine(int line);
 
-struct Jb23Place {
+struct Jb23Field {
   int line = 1;  // from 1
   bool step = false;
 };
-// Where a key's value stands. Letter case counts, and callers rely on every unknown key meaning line 1
+// The field of a key's value. Letter case counts, and callers rely on every unknown key meaning line 1
 // (test KeysAndPlaces).
-Jb23Place PlaceOfJb23Key(std::wstring_view key);
+Jb23Field FieldOfJb23Key(std::wstring_view key);
 
 struct Jb23Line {
   CString scale;

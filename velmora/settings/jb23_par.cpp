@@ -3,7 +3,6 @@
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/settings_file.h"
-#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 namespace {
@@ -14,7 +13,7 @@ constexpr size_t kLongestToken = 255;
 }  // namespace
 
 CJb23Par::CJb23Par(CTundrilIni* ini, CProjPath* proj) {
-  const CString path = FirstExisting(SettingsFilePaths(ini, proj, CProjPath::Jb23ParNamn));
+  const CString path = FindSettingsFile(ini, proj, CProjPath::Jb23ParNamn);
   if (!path.IsEmpty() && !Load(path)) {
     DeleteAll();
     TellUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");

@@ -15,13 +15,13 @@ std::wstring InLowerCase(std::wstring_view key) {
 
 }  // namespace
 
-void KeyIndex::Add(std::wstring_view key, Place place) {
-  if (!key.empty()) places_.emplace(InLowerCase(key), place);
+void KeyIndex::Add(std::wstring_view key, Position position) {
+  if (!key.empty()) positions_.emplace(InLowerCase(key), position);
 }
 
-const KeyIndex::Place* KeyIndex::Find(std::wstring_view key) const {
-  const auto found = places_.find(InLowerCase(key));
-  return found == places_.end() ? nullptr : &found->second;
+const KeyIndex::Position* KeyIndex::Find(std::wstring_view key) const {
+  const auto found = positions_.find(InLowerCase(key));
+  return found == positions_.end() ? nullptr : &found->second;
 }
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// Places of keys in a list, looked up by the key's letters without regard to case.
+// Positions of keys in a list, looked up by the key's letters without regard to case.
 #ifndef VELMORA_SETTINGS_KEY_INDEX_H_
 #define VELMORA_SETTINGS_KEY_INDEX_H_
 
@@ -12,19 +12,19 @@ namespace velmora {
 
 class VELMORA_API KeyIndex {
  public:
-  struct Place {
+  struct Position {
     void* node = nullptr;
-    int position = 0;  // from 1
+    int number = 0;  // from 1
   };
 
-  void Clear() { places_.clear(); }
-  // A key that is there already keeps its place; an empty one has none.
-  void Add(std::wstring_view key, Place place);
+  void Clear() { positions_.clear(); }
+  // A key that is there already keeps its position; an empty one is not added.
+  void Add(std::wstring_view key, Position position);
   // Null when no such key was added.
-  const Place* Find(std::wstring_view key) const;
+  const Position* Find(std::wstring_view key) const;
 
  private:
-  std::unordered_map<std::wstring, Place> places_;
+  std::unordered_map<std::wstring, Position> positions_;
 };
 
 }  // namespace velmora

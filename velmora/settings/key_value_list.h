@@ -19,7 +19,7 @@
 namespace velmora {
 
 // `Record` has the fields `nyckel` (key) and `varde` (value). Records stay in the order they were added
-// in; of several with the same key the first is meant. Letters of keys compare without regard to case.
+// in; of several with the same key the first one answers. Letters of keys compare without regard to case.
 //
 // An index beside the list answers look-ups in constant time. The first look-up after the list was walked or
 // changed builds it anew, and so does one that finds another key in the record where it led, in the current
@@ -40,7 +40,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   CString ReadKey(const wchar_t* key) { return ReadKey(CString(key)); }
 
  protected:
-  // More records than any suite ever wrote: a file with more is none of ours.
+  // More records than the suite writes; a file with more is refused.
   static constexpr int kMostRecords = 1 << 17;
 
   enum class Put { kStored, kUnchanged, kRefused };
@@ -72,8 +72,8 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     return true;
   }
 
-  // Fills the empty list from a file. False, with the list empty, when it cannot be opened or not be
-  // read to its end: to be written back, a list holds the whole file or nothing.
+  // Fills the empty list from a file. False, with the list empty, when it cannot be opened or read to its
+  // end, as a list that is written back must hold the whole file.
   bool ReadFrom(const CString& path) {
     SettingsReader reader;
     if (!reader.Open(path)) return false;
@@ -106,17 +106,17 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
 
   bool Seek(std::wstring_view key) {
     if (!InStep()) Build();
-    const KeyIndex::Place* place = key.empty() ? nullptr : index_.Find(key);
-    if (place != nullptr && !EqualNoCase(KeyAt(static_cast<Node*>(place->node)), key)) {
+    const KeyIndex::Position* at = key.empty() ? nullptr : index_.Find(key);
+    if (at != nullptr && !EqualNoCase(KeyAt(static_cast<Node*>(at->node)), key)) {
       Build();
-      place = index_.Find(key);
+      at = index_.Find(key);
     }
-    if (place == nullptr)
+    if (at == nullptr)
       this->End();
     else
-      this->Reposition(static_cast<Node*>(place->node), place->position);
+      this->Reposition(static_cast<Node*>(at->node), at->number);
     KeepStep();
-    return place != nullptr;
+    return at != nullptr;
   }
 
   void Build() {
@@ -143,7 +143,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   KeyIndex index_;
   bool built_ = false;
   std::uint64_t seen_changes_ = 0;
-  std::wstring current_key_;  // of the current record and of the marked one, when last looked at
+  std::wstring current_key_;  // of the current record and of the marked one, at the last look-up
   std::wstring marked_key_;
 };
 

@@ -4,7 +4,7 @@
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/settings_messages.h"
+#include "velmora/settings/settings_file.h"
 
 namespace velmora {
 

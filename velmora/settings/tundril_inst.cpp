@@ -1,10 +1,10 @@
 #include "velmora/settings/tundril_inst.h"
 
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_lines.h"
 #include "velmora/settings/code_stream.h"
-#include "velmora/settings/default_settings.h"
 #include "velmora/settings/jb23_par.h"
+#include "velmora/settings/parameter_files.h"
 #include "velmora/settings/tundril_par.h"
 #include "velmora/text/numbers.h"
 
@@ -101,17 +101,7 @@ double CTundrilInst::ReadKeyDouble(const wchar_t* file, const wchar_t* key, int 
 }
 
 CString CTundrilInst::Default(const wchar_t* file, const CString& key) {
-  switch (FileNamed(file)) {
-    case File::kTundril:
-      return DefaultValue(TundrilDefaults(), key.GetView());
-    case File::kJb23:
-      return DefaultValue(Jb23Defaults(), key.GetView());
-    case File::kKarsk:
-      return DefaultValue(KarskDefaults(), key.GetView());
-    case File::kOther:
-      break;
-  }
-  return {};
+  return DefaultValue(ParameterFileNamed(file).defaults, key.GetView());
 }
 
 int CTundrilInst::WriteKey(const wchar_t* file, const CString& key, const CString& value) {

@@ -1,6 +1,6 @@
 // KODFIL.DAT, an entry a call.
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_files.h"
 #include "velmora/settings/code_stream.h"
 #include "velmora/settings/field_text.h"
 #include "velmora/settings/settings_file.h"
@@ -9,23 +9,11 @@
 namespace velmora {
 namespace {
 
-// Copies the lines through the first that begins with "*". False when the file cannot be read so far.
-bool CopyHeader(const CString& from, CodeStream* to) {
-  SettingsReader old;
-  if (!old.Open(from)) return false;
-  bool star = false;
-  for (CString line; !star && old.ReadLine(&line, SettingsReader::Zeros::kKeep);) {
-    star = IsStarLine(line.GetView());
-    if (!to->Write((line + L'\n').GetView())) return true;  // it has been told
-  }
-  return !old.Failed();
-}
-
 std::shared_ptr<CodeStream> BeginKodfil(const CString& path) {
   const CString temporary = TemporaryPathFor(path);
   const std::shared_ptr<CodeStream> stream = RewriteCodeFile(
       path, path + L"\n" + temporary, L"Skrivning av Tundril - kodfil.dat inställningar", temporary);
-  if (stream != nullptr && !CopyHeader(path, stream.get())) stream->Fail();
+  if (stream != nullptr && !CopyKodfilHeader(path, stream.get())) stream->Fail();
   return stream;
 }
 
@@ -33,7 +21,7 @@ std::shared_ptr<CodeStream> BeginKodfil(const CString& path) {
 
 int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int textSize) {
   if (!IsCodeFileOpen()) {
-    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
+    const CString path = FindSettingsFile(ini_, project_, CProjPath::Kodfil);
     if (path.IsEmpty()) return -1;
     m_pCodeFile = OpenCodeFile(path, L"Läsning av Velmora - kodfil.dat inställningar");
     if (m_pCodeFile == nullptr) return -1;
@@ -41,10 +29,12 @@ int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int 
     }
   }
   for (CString line; m_pCodeFile->ReadLine(&line);) {
-    const std::optional<ObjectCode> entry = ParseObjectCode(line.GetView());
-    if (!entry) continue;
+    const std::optional<CodeEntry> entry = ParseObjectCode(line.GetView());
+    if (!entry || entry->fields[kObjectText].IsEmpty()) continue;
+    // Callers rely on receiving only the first word of the text (test ObjectCodes).
+    std::wstring_view whole = entry->fields[kObjectText].GetView();
     CopyToBuffer(code, codeSize, entry->code.GetView());
-    CopyToBuffer(text, textSize, entry->text.GetView());
+    CopyToBuffer(text, textSize, TakeWord(&whole));
     return 0;
   }
   EndCodeFile();
@@ -53,16 +43,14 @@ int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int 
 
 int CTundrilInst::KodfilDatWrite(int mode, const wchar_t* code, const wchar_t* text) {
   if (mode == 1 || mode == 3) {
-    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Kodfil));
+    const CString path = FindSettingsFile(ini_, project_, CProjPath::Kodfil);
     EndCodeFile();
     if (!path.IsEmpty()) m_pCodeFile = BeginKodfil(path);
   }
   if (m_pCodeFile == nullptr) return 0;
   const CString entry = code;
   if (!entry.IsEmpty()) m_pCodeFile->Write(FormatCode(entry.GetView(), CString(text).GetView()).GetView());
-  if (mode >= 2) {
-    FinishCodeFile(L"*\n");
-  }
+  if (mode >= 2) FinishCodeFile(L"*\n");
   return 0;
 }
 

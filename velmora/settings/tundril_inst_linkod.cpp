@@ -1,45 +1,40 @@
 // LINKOD.PAR, a line a call.
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_lines.h"
 #include "velmora/settings/code_stream.h"
 #include "velmora/settings/field_text.h"
 #include "velmora/settings/settings_file.h"
 #include "velmora/settings/tundril_inst.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora {
 
 int CTundrilInst::LinkodRead(wchar_t* code, int codeSize, wchar_t* word, int wordSize, wchar_t* text,
                              int textSize, double* number, int* value) {
   if (!IsCodeFileOpen()) {
-    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
+    const CString path = FindSettingsFile(ini_, project_, CProjPath::Linkod);
     if (path.IsEmpty()) return 0;
     m_pCodeFile = OpenCodeFile(path, L"Läsning av Tundril - Linkod.dat inställningar");
     if (m_pCodeFile == nullptr) return -1;
   }
   CString line;
   if (!NextCodeLine(&line)) return 0;
-  const std::optional<LineCode> entry = ParseLineCode(line.GetView());
+  const std::optional<CodeEntry> entry = ParseLineCode(line.GetView());
   if (!entry) return -2;
-  CopyToBuffer(code, codeSize, entry->code.GetView());
-  CopyToBuffer(word, wordSize, entry->word.GetView());
-  CopyToBuffer(text, textSize, entry->text.GetView());
-  if (number != nullptr) *number = entry->number;
-  if (value != nullptr) *value = entry->value;
-  switch (entry->group) {
-    case LineCode::Group::kPvTo99:
-      return 2;
-    case LineCode::Group::kPvFrom100:
-      return 3;
-    case LineCode::Group::kOrdinary:
-      break;
-  }
-  return 1;
+  const LineCodeGroup group = GroupOfLineCode(entry->code.GetView());
+  const size_t prefix = group == LineCodeGroup::kOrdinary ? 0 : kPvLength;
+  CopyToBuffer(code, codeSize, entry->code.GetView().substr(prefix));
+  CopyToBuffer(word, wordSize, entry->fields[kLineWord].GetView());
+  CopyToBuffer(text, textSize, entry->fields[kLineText].GetView());
+  if (number != nullptr) *number = ParseNumber(entry->fields[kLineNumber].GetView()).value_or(0);
+  if (value != nullptr && !NumberScanner(entry->fields[kLineValue].GetView()).Next(value)) *value = 0;
+  return static_cast<int>(group);
 }
 
 int CTundrilInst::LinkodWrite(int mode, const wchar_t* code, const wchar_t* word, const wchar_t* number,
                               const wchar_t* text, const wchar_t* value) {
   if (mode == 1) {
-    const CString path = FirstExisting(SettingsFilePaths(ini_, project_, CProjPath::Linkod));
+    const CString path = FindSettingsFile(ini_, project_, CProjPath::Linkod);
     EndCodeFile();
     if (!path.IsEmpty())
       m_pCodeFile = RewriteCodeFile(path, path, L"Skrivning av Tundril - Linkod.par inställningar");

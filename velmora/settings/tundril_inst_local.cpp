@@ -26,7 +26,7 @@ void CreateLocalFile(const CTundrilIni* ini, const CProjPath& project, const Loc
   const CString path = JoinPath(project.m_ProjKat, file.name);
   const bool replaces = overwrite && file.replaceable;
   if (!replaces && FileOrFolderExists(path)) return;
-  const CString source = FirstExisting(SettingsFilePaths(ini, nullptr, file.name));
+  const CString source = FindSettingsFile(ini, nullptr, file.name);
   if (!source.IsEmpty())
     CopyWholeFile(source, path, !overwrite);
   else if (file.otherwise != nullptr)

@@ -1,8 +1,9 @@
 // Title-block files, a line a call.
-#include "velmora/settings/code_format.h"
+#include "velmora/settings/code_lines.h"
 #include "velmora/settings/code_stream.h"
 #include "velmora/settings/field_text.h"
 #include "velmora/settings/tundril_inst.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora {
 
@@ -16,13 +17,14 @@ int CTundrilInst::StampParRead(const wchar_t* path, wchar_t* name, int nameSize,
   }
   CString line;
   if (!NextCodeLine(&line)) return 0;
-  const std::optional<StampField> field = ParseStampField(line.GetView());
+  const std::optional<CodeEntry> field = ParseStampField(line.GetView());
   if (!field) return -2;
-  CopyToBuffer(name, nameSize, field->name.GetView());
-  CopyToBuffer(word, wordSize, field->word.GetView());
-  if (first != nullptr) *first = field->first;
-  if (second != nullptr) *second = field->second;
-  if (third != nullptr) *third = field->third;
+  CopyToBuffer(name, nameSize, field->code.GetView());
+  CopyToBuffer(word, wordSize, field->fields[kStampWord].GetView());
+  double* const numbers[] = {first, second, third};
+  for (size_t i = 0; i < 3; ++i)
+    if (numbers[i] != nullptr)
+      *numbers[i] = ParseNumber(field->fields[kStampFirst + i].GetView()).value_or(0);
   return 1;
 }
 

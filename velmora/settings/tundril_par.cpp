@@ -1,8 +1,8 @@
 #include "velmora/settings/tundril_par.h"
 
+#include "velmora/platform/files.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/settings_file.h"
-#include "velmora/settings/settings_messages.h"
 
 namespace velmora {
 
@@ -20,9 +20,8 @@ CTundrilPAR::CTundrilPAR(CTundrilIni* ini, CProjPath* proj, int which) {
 
 void CTundrilPAR::Load(CTundrilIni* ini, const CString& project_copy, const CString& name,
                        const wchar_t* caption) {
-  std::vector<CString> paths = SettingsFilePaths(ini, nullptr, name);
-  if (!project_copy.IsEmpty()) paths.insert(paths.begin(), project_copy);
-  path_ = FirstExisting(paths);
+  const bool own = !project_copy.IsEmpty() && FileOrFolderExists(project_copy);
+  path_ = own ? project_copy : FindSettingsFile(ini, nullptr, name);
   unreadable_ = !path_.IsEmpty() && !ReadFrom(path_);
   if (unreadable_) TellUnreadable(path_, caption);
 }

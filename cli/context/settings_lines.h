@@ -1,0 +1,28 @@
+// The lines of a settings or code file, as the library reads them, and when it must not be rewritten.
+#ifndef VELMORA_CLI_CONTEXT_SETTINGS_LINES_H_
+#define VELMORA_CLI_CONTEXT_SETTINGS_LINES_H_
+
+#include <string>
+
+#include "velmora/settings/settings_text.h"
+#include "velmora/text/string.h"
+
+namespace velmora::cli {
+
+// Empty when the whole file was read, else what is wrong with it; what was read until then is in `lines`.
+std::string ReadTextLines(const CString& path, TextLines* lines);
+// The same; throws a Refusal that names the file.
+TextLines TextLinesOf(const CString& path);
+
+// A note that the file has lines which a listing of it does not show as they are.
+void WarnUnread(const CString& path);
+
+// These throw a Refusal: when the encoding that the file has, or would get, lacks a character of the text;
+// when, unless forced, a rewrite of the file would lose something; for a write that was not carried out.
+void RequireCharacters(const CString& path, const CString& text);
+void RefuseLosses(const CString& path, const Findings& findings, bool force);
+[[noreturn]] void RefuseUnwritten(const CString& path);
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_CONTEXT_SETTINGS_LINES_H_
