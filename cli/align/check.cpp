@@ -39,7 +39,7 @@ void GrowBoxByArc(const kovltype& a, const kovltype& b, Box* box) {
 }
 
 std::string Metres(double value) {
-  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "beyond measure";
+  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "not finite";
 }
 
 void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& lines, bool descending,
@@ -47,10 +47,12 @@ void CheckStations(const std::vector<kovltype>& points, const std::vector<int>& 
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
   const int line = lines[i + 1];
   if (step == 0)
-    findings->Add(line, "station " + FormatFixed(points[i + 1].sek, 3) + " is that of the point before");
+    findings->Add(line,
+                  "station " + FormatFixed(points[i + 1].sek, 3) + " repeats that of the previous point");
   else if (!(step > 0))
-    findings->Add(line, "station " + FormatFixed(points[i + 1].sek, 3) + " turns back; stations here " +
-                            (descending ? "fall" : "rise"));
+    findings->Add(line, "station " + FormatFixed(points[i + 1].sek, 3) +
+                            " is out of order; the stations are " +
+                            (descending ? "descending" : "ascending"));
 }
 
 }  // namespace
@@ -64,37 +66,39 @@ double SegmentLength(const kovltype& a, const kovltype& b) {
 
 Findings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   Findings findings;
-  if (points.size() == 1) findings.Add(lines[0], "the plan has only this point; it needs two or more");
+  if (points.size() == 1) findings.Add(lines[0], "is the plan's only point; an alignment needs two or more");
   const bool descending = points.size() >= 2 && points[0].sek > points[1].sek;
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
     const kovltype& b = points[i + 1];
     const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
-    if (coincident) findings.Add(lines[i + 1], "coincides with the point before");
+    if (coincident) findings.Add(lines[i + 1], "coincides with the previous point");
     if (coincident && !IsStraight(a.bulge))
-      findings.Add(lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points makes no arc");
+      findings.Add(lines[i], "bulge " + FormatFixed(a.bulge, 4) + " between coincident points gives no arc");
     else if (std::fabs(a.bulge) > 1)
       findings.Add(lines[i], "bulge " + FormatFixed(a.bulge, 4) +
                                  " is an arc of more than half a circle; "
-                                 "it is run the shorter way");
+                                 "computations take the shorter way round");
     CheckStations(points, lines, descending, i, &findings);
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);
     if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
-      findings.Add(lines[i], "stations give this segment " + Metres(step) + ", its points " + Metres(length));
+      findings.Add(lines[i], "the segment is " + Metres(step) + " long by its stations, " + Metres(length) +
+                                 " by its points");
   }
   return findings;
 }
 
 Findings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   Findings findings;
-  if (points.size() == 1) findings.Add(lines[0], "the profile has only this point; it needs two or more");
+  if (points.size() == 1) findings.Add(lines[0], "is the profile's only point; a profile needs two or more");
   for (size_t i = 0; i < points.size(); ++i) {
     if (points[i].y != points[i].sek)
-      findings.Add(lines[i], "profile station " + FormatFixed(points[i].y, 3) + " and " +
-                                 FormatFixed(points[i].sek, 3) + " differ; levels need them equal");
+      findings.Add(lines[i], "profile stations " + FormatFixed(points[i].y, 3) + " and " +
+                                 FormatFixed(points[i].sek, 3) + " differ; levels are looked up by both");
     if (i > 0 && !(points[i].y > points[i - 1].y))
-      findings.Add(lines[i], "profile station " + FormatFixed(points[i].y, 3) + " does not rise");
+      findings.Add(lines[i],
+                   "profile station " + FormatFixed(points[i].y, 3) + " is not above the previous one");
   }
   return findings;
 }

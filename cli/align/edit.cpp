@@ -12,18 +12,19 @@ namespace {
 
 void Open(const EditOptions& options, AlignmentInput* input) {
   if (options.to == "-")
-    throw Refusal("an alignment is written to a file: give -o its name, or leave -o out to see the points");
+    throw Refusal(
+        "an alignment is written to a file only; give -o a file name, or omit -o to show the points");
   ReadAlignment(options.file, input);
   RequirePlan(*input);
   const bool in_place = options.to == options.file || SameFile(options.to, options.file);
   if (!options.to.empty() && in_place && input->bad_count > 0)
     throw Refusal(At(options.file, input->bad_lines[0].number,
-                     "this line is no point and would be lost (" + std::to_string(input->bad_count) +
-                         " such in all); give -o another name, or take it out first"));
+                     "this line is not a point and would be lost (" + std::to_string(input->bad_count) +
+                         " such lines in all); give -o another name, or remove it first"));
   if (!options.to.empty() && input->bad_count > 0)
     Warn(At(options.file, input->bad_lines[0].number,
-            "this line is no point and is left out (" + std::to_string(input->bad_count) +
-                " such in all; velmora align info lists them)"));
+            "this line is not a point and is left out (" + std::to_string(input->bad_count) +
+                " such lines in all; velmora align info lists them)"));
 }
 
 void ShowPoints(const EditOptions& options, CVaglinje* plan) {
@@ -77,7 +78,7 @@ void WarnAboutArcs(const std::vector<kovltype>& points, CVaglinje* plan) {
   }
   if (worst > kNoticed)
     Warn("stations differ by up to " + FormatFixed(worst, 3) +
-         " m from the lengths of the drawn arcs: the suite measures each segment by the bulge of its later "
+         " m from the true lengths of the arcs: the suite measures each segment by the bulge of its later "
          "point");
 }
 
@@ -102,7 +103,7 @@ void AlignShift(const EditOptions& options) {
   if (input.set.plan.SektKorr(options.x, options.y, options.station) < 0)
     throw Refusal(At(options.file, "no point within 1 mm of " + FormatFixed(options.x, 3) + "," +
                                        FormatFixed(options.y, 3) +
-                                       "; take a point's own northing and easting (--at X,Y)"));
+                                       "; give --at the northing and easting of a point"));
   // The profile runs by the same stations.
   input.set.plan.Home();
   const double shift = before - input.set.plan.pael->sek;
@@ -121,20 +122,22 @@ void AlignExtend(const EditOptions& options) {
   Open(options, &input);
   if (input.Descending())
     throw Refusal(
-        At(options.file, "its stations fall, and only an alignment with rising ones can be extended"));
+        At(options.file,
+           "its stations are descending; only an alignment with ascending stations can be extended"));
   for (size_t i = 1; i < input.plan.size(); ++i)
     if (!(input.plan[i].sek > input.plan[i - 1].sek))
-      throw Refusal(At(options.file, input.plan_lines[i],
-                       "station " + StationText(input.plan[i].sek, options.output.km) +
-                           " does not rise, and an end is found by stations; recompute them first: velmora "
-                           "align stations"));
+      throw Refusal(
+          At(options.file, input.plan_lines[i],
+             "station " + StationText(input.plan[i].sek, options.output.km) +
+                 " is not above the previous one, and the ends are located by station; recompute the "
+                 "stations first (velmora align stations)"));
   if (input.set.plan.Extend(options.before, options.after) < 0)
     throw Refusal(At(options.file,
-                     "an end cannot be placed: the alignment must run half a metre of station into "
-                     "the line at that end, with points apart from each other"));
+                     "a new end cannot be placed: half a metre of stations must lie on the alignment at "
+                     "that end, and its points must not coincide"));
   Warn(
-      "each new end lies half a metre nearer than its station says: the suite measures it from half a metre "
-      "inside the line");
+      "each new end point lies half a metre closer than its station says: the suite measures it from a "
+      "point half a metre inside the alignment");
   WriteOrShow(options, &input);
 }
 

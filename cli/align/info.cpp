@@ -20,7 +20,7 @@ struct Fact {
 };
 
 std::string Metres(double value) {
-  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "beyond measure";
+  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "not finite";
 }
 
 std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
@@ -41,7 +41,7 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
     add("length", "Length", Number{plan.length}, Metres(plan.length));
     const double first = input.plan.front().sek;
     const double last = input.plan.back().sek;
-    const std::string direction = input.Descending() ? "falling" : "rising";
+    const std::string direction = input.Descending() ? "descending" : "ascending";
     add("first_station", "", StationCell(first, km), "");
     add("last_station", "", StationCell(last, km), "");
     add("direction", "", direction, "");

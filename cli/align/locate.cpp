@@ -128,15 +128,13 @@ class Results {
     if (format_ == OutputFormat::kTable) sink_.Write("\n" + tally_.Text() + "\n");
     sink_.Finish();
     if (axes_.LooksSwapped())
-      Warn(At(options_.points, "northing and easting look exchanged: " + std::to_string(axes_.NearSwapped()) +
-                                   " points lie near the road with them swapped, " +
-                                   std::to_string(axes_.Near()) +
-                                   " as they stand; check the columns' titles or order"));
+      Warn(At(options_.points, "northing and easting look swapped: " + std::to_string(axes_.NearSwapped()) +
+                                   " points lie near the road when swapped, " + std::to_string(axes_.Near()) +
+                                   " as given; check the titles or the order of the columns"));
     if (tally_.Unreadable() == 0) return;
     Warn(At(options_.points, first_problem_.line,
             first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
-                " not placed, correct and run again"));
+                (tally_.Unreadable() == 1 ? " row was" : " rows were") + " not placed"));
     throw ExitWith{1};
   }
 

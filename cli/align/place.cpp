@@ -104,11 +104,11 @@ void AlignPlace(const PlaceOptions& options) {
   // The suite turns the sign of an offset that it finds on falling stations, and takes it unturned here.
   if (input.Descending())
     Warn(At(options.file,
-            "its stations fall: V and H are taken along its points from first to last, and align locate "
-            "tells them the other way; change the side of offsets that come from there"));
+            "its stations are descending: V and H are left and right along its points from first to last, "
+            "and align locate reports the opposite side; swap the side of offsets that it reported"));
   if (unreadable == 0) return;
   Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
-       " not placed, correct and run again");
+       " not placed");
   throw ExitWith{1};
 }
 

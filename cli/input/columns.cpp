@@ -48,8 +48,8 @@ void ListReader::TakeHeader() {
   const std::vector<std::wstring>& fields = rows_.Fields();
   if (fields.size() == 1)
     throw Refusal(At(rows_.File(), rows_.Line(),
-                     "has no columns; a list has a comma, semicolon or tab between them, and is UTF-8 or "
-                     "Windows-1252 text"));
+                     "has only one column; a list has a comma, semicolon or tab between its columns, and is "
+                     "UTF-8 or Windows-1252 text"));
   for (size_t i = 0; i < roles_.size(); ++i)
     for (const std::wstring& title : roles_[i].titles) {
       const auto found = std::find_if(fields.begin(), fields.end(), [&](const std::wstring& field) {
@@ -61,8 +61,8 @@ void ListReader::TakeHeader() {
   for (size_t i = 0; i < roles_.size(); ++i)
     if (roles_[i].required && !columns_[i])
       throw Refusal(At(rows_.File(), rows_.Line(),
-                       "no column for " + roles_[i].name + "; name one of them " + Titles(roles_[i]) +
-                           ", or leave the header out"));
+                       "no column for " + roles_[i].name + "; use one of the titles " + Titles(roles_[i]) +
+                           ", or omit the header"));
 }
 
 bool ListReader::Next() {
@@ -87,8 +87,8 @@ std::optional<double> ListReader::Value(size_t role) const {
 std::string ListReader::Problem(size_t role) const { return NoNumber(roles_[role], Utf8(role)); }
 
 std::string NoNumber(const Role& role, const std::string& field) {
-  if (field.empty()) return "no " + role.name;
-  return role.name + " " + Quoted(field) + " is no number";
+  if (field.empty()) return role.name + " is missing";
+  return role.name + " " + Quoted(field) + " is not a number";
 }
 
 }  // namespace velmora::cli

@@ -19,7 +19,7 @@ struct Role {
   bool required = false;             // a number that every row needs
 };
 
-// Why a field is not the number it should be, for the status of a row: `northing "66x" is no number`.
+// Why a field is not the number it should be, for the status of a row: `northing "66x" is not a number`.
 std::string NoNumber(const Role& role, const std::string& field);
 
 // Rows of a list by role.

@@ -26,7 +26,8 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
   }
   for (const std::string& input : inputs)
     if (SameFile(file, input))
-      throw Refusal(At(file, "is being read and would be replaced by the result; give -o another name"));
+      throw Refusal(
+          At(file, "is read by this command and would be replaced by the result; give -o another name"));
   const CString path = PathFromSystem(file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (status && status->kind == FileKind::kOther) {

@@ -35,10 +35,12 @@ class LevelCheck {
       }
       good_.push_back(Next() && HasNumber());
       if (!good_.back() && trouble_++ == 0)
-        first_ = At(file_, number_, "no level of a support point: " + Quoted(ToUtf8(line_.Left(80))));
+        first_ = At(file_, number_, Quoted(ToUtf8(line_.Left(80))) + " is not the level of a support point");
       (void)Next();
     }
-    if (reader_.Failed()) throw Refusal(At(file_, number_ + 1, "cannot be read further"));
+    if (reader_.Failed())
+      throw Refusal(At(file_, number_ + 1,
+                       "reading stopped here: a read error, or a line too long for support points"));
   }
 
   bool HasLevel(size_t point) const { return point < good_.size() && good_[point]; }
@@ -46,7 +48,7 @@ class LevelCheck {
   std::string Trouble() const {
     if (trouble_ == 0) return "";
     return first_ + "; " + std::to_string(trouble_) + (trouble_ == 1 ? " point has" : " points have") +
-           " none, correct the file";
+           " no level";
   }
 
  private:
@@ -74,7 +76,7 @@ class LevelCheck {
       if (!HasNumber())
         throw Refusal(
             At(file_, number_,
-               "is not one number, as the first six lines of a support-point file are; is it one?"));
+               "is not a single number, as each of the first six lines of a support-point file is"));
     }
     while (Next() && !line_.IsEmpty() && !AtStar()) {
     }
@@ -93,7 +95,7 @@ void ShowPoints(const ShowOptions& options) {
   const CString path = PathFromSystem(options.file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (options.file == "-" || (status && status->kind == FileKind::kOther))
-    throw Refusal("support points are read from a file on disk; write them to one first");
+    throw Refusal("support points are read from a file on disk only; save them to one first");
   const LevelCheck check(options.file);
   CStodPunkt points(path);
   int count = 0;

@@ -10,13 +10,6 @@ namespace {
 
 constexpr wchar_t kTemporaryName[] = L"vl.tmp";
 
-// The area file, and what it names, which may be anywhere; a pipe or a device might be waited for without
-// end.
-bool IsFile(const CString& path) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-
 // Copies the lines up to and including the second that begins with "*".
 bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
   int stars = 0;

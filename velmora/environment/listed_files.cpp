@@ -1,15 +1,9 @@
 #include "velmora/environment/listed_files.h"
 
 #include "velmora/common/paths.h"
-#include "velmora/platform/files.h"
 #include "velmora/project/dir_sort.h"
 
 namespace velmora {
-
-bool IsFolder(const CString& path) {
-  const auto status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFolder;
-}
 
 std::vector<CString> FilesIn(const CString& folder) {
   // A length that once ended the process: such a folder has no files for us.

@@ -8,8 +8,6 @@
 
 namespace velmora {
 
-bool IsFolder(const CString& path);
-
 // The names of the files in a folder, as CDirSort lists them unsorted. Empty for an empty name, for a
 // folder that is not there and for a path of kLongestFolder characters or more: nothing can be copied
 // from there.

@@ -41,11 +41,6 @@ CString UserDataFolder() {
   return registered.IsEmpty() ? UserApplicationData() : registered;
 }
 
-bool IsFile(const CString& path) {
-  const auto status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-
 // Another program may be making the same folder at this moment.
 bool MakeFolderIfMissing(const CString& folder) {
   return IsFolder(folder) || MakeFolder(folder) || IsFolder(folder);

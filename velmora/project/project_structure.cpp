@@ -72,8 +72,7 @@ bool MakeMarkerFile(const CString& folder) {
 // The file that the ini file names; empty when it names none that is there. A device is none.
 CString FolderListFile(CTundrilIni& ini) {
   CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
-  const std::optional<FileStatus> status = GetFileStatus(file);
-  if (!status || status->kind != FileKind::kFile) return {};
+  if (!IsFile(file)) return {};
   return file.Trim();
 }
 
