@@ -2,10 +2,11 @@
 // coordinates.
 #include <cmath>
 
-#include "cli/align/check.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/checks.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/locator/locator.h"
 
@@ -61,9 +62,9 @@ void Run(const Input& input) {
   RequireWrites(&line, path);
 
   std::vector<int> lines(points.size());
-  cli::CheckPlan(points, lines);
-  cli::CheckProfile(points, lines);
-  cli::MeasurePlan(points);
+  CheckPlan(points, lines);
+  CheckProfile(points, lines);
+  MeasurePlan(points);
   for (size_t i = 0; i + 1 < std::min<size_t>(input.Arguments(), 8); i += 2) {
     const double x = input.Number(i);
     const double y = input.Number(i + 1);

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <tuple>
+#include <utility>
 
 #include "cli/input/rows.h"
 #include "cli/output/options.h"
@@ -31,17 +33,17 @@ double ToNumber(const std::string& text) {
 
 // "a:b" or "x,y", each half read by `read`.
 template <class Read>
-Range ToPair(const std::string& text, char separator, Read read) {
+std::pair<double, double> ToPair(const std::string& text, char separator, Read read) {
   const size_t cut = text.find(separator);
   if (cut == std::string::npos)
     throw CLI::ValidationError("\"" + text + "\" lacks the \"" + separator + "\" between its two numbers");
   return {read(text.substr(0, cut)), read(text.substr(cut + 1))};
 }
 
-Range ToRange(const std::string& text, double (*read)(const std::string&)) {
-  const Range range = ToPair(text, ':', read);
-  if (range.low > range.high) throw CLI::ValidationError("\"" + text + "\": the lower limit comes first");
-  return range;
+Limits ToLimits(const std::string& text, double (*read)(const std::string&)) {
+  const auto [low, high] = ToPair(text, ':', read);
+  if (low > high) throw CLI::ValidationError("\"" + text + "\": the lower limit comes first");
+  return {low, high};
 }
 
 // An option with one value, handed to `take`.
@@ -61,9 +63,9 @@ void AddLocate(CLI::App* align) {
       ->required()
       ->type_name("CSV");
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
-           [options](const std::string& text) { options->area = ToRange(text, ToStation); });
+           [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
-           [options](const std::string& text) { options->offsets = ToRange(text, ToNumber); });
+           [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
@@ -134,11 +136,7 @@ void AddEdits(CLI::App* align) {
   CLI::App* shift = align->add_subcommand("shift", "Shift all stations so that a point gets a given station");
   auto move = AddEdit(shift, AlignShift);
   AddValue(shift, "--at", "X,Y", "Northing and easting of the point, within 1 mm of a point of the alignment",
-           [move](const std::string& text) {
-             const Range at = ToPair(text, ',', ToNumber);
-             move->x = at.low;
-             move->y = at.high;
-           })
+           [move](const std::string& text) { std::tie(move->x, move->y) = ToPair(text, ',', ToNumber); })
       ->required();
   AddValue(shift, "--station", "S", "Station that the point gets", [move](const std::string& text) {
     move->station = ToStation(text);

@@ -57,7 +57,11 @@ void OutputFile::Finish() {
 
 void OutputFile::Fail() const {
   if (IsStandard(file_)) throw Refusal("standard output cannot be written; is the disk full?");
-  throw Refusal(At(file_,
+  RefuseUnwritable(file_);
+}
+
+void RefuseUnwritable(const std::string& file) {
+  throw Refusal(At(file,
                    "cannot be written (no such folder, write-protected, or the disk is full); nothing "
                    "was changed there"));
 }

@@ -33,6 +33,9 @@ class OutputFile {
   std::optional<FileReplacement> replacement_;
 };
 
+// Throws a Refusal for a file that could not be written and is as it was.
+[[noreturn]] void RefuseUnwritable(const std::string& file);
+
 // Whether two names stand for one file on disk.
 bool SameFile(const std::string& a, const std::string& b);
 

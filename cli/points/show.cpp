@@ -101,23 +101,23 @@ void ShowPoints(const ShowOptions& options) {
   int count = 0;
   points.Where(&count);
   const OutputFormat format = options.output.Format();
-  OutputFile sink(options.output.file, {options.file});
+  OutputFile output(options.output.file, {options.file});
   if (format == OutputFormat::kTable) {
     const double header[] = {points.huvud1, points.huvud2, points.huvud3,
                              points.huvud4, points.huvud5, points.huvud6};
     std::string line = "Header ";
     for (const double value : header) line += " " + FormatShortest(value);
-    sink.Write(line + "\n");
-    if (points.gvy != 0) sink.Write("gvy     " + FormatFixed(points.gvy, 4) + "\n");
-    sink.Write("\n");
+    output.Write(line + "\n");
+    if (points.gvy != 0) output.Write("gvy     " + FormatFixed(points.gvy, 4) + "\n");
+    output.Write("\n");
   }
-  RecordWriter records(sink, format, {{"name", "name"}, {"level", "level", true}});
+  RecordWriter records(output, format, {{"name", "name"}, {"level", "level", true}});
   size_t point = 0;
   for (int at = points.Home(); at == 0; at = points++ == nullptr ? -1 : 0)
     records.Row(
         {ToUtf8(points.pael->namn), check.HasLevel(point++) ? Cell(Number{points.pael->z, 4}) : Cell()});
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (check.Trouble().empty()) return;
   Warn(check.Trouble());
   throw ExitWith{1};

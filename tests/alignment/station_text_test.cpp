@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace velmora::cli {
+#include <vector>
+
+namespace velmora {
 namespace {
 
 struct StationCase {
@@ -56,37 +58,39 @@ TEST(StationText, AcceptsWhatPeopleType) {
   }
 }
 
-TEST(StationText, RefusesWhatIsNoStation) {
-  for (const char* text :
-       {"",
-        " ",
-        "/",
-        "1/",
-        "/250",
-        "1/1000",
-        "1/-5",
-        "1/+5",
-        "1.5/250",
-        "1/2/3",
-        "1//2",
-        "1 250",
-        "1250m",
-        "1250,5",
-        "125O",
-        "nan",
-        "inf",
-        "1/1e2",
-        "--1/2",
-        "1/2 5",
-        "1/\xC3\xA5",
-        "\xFF",
-        "9999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999"
-        "9999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999"
-        "9999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999999"
-        "99999999/1"}) {
+TEST(StationText, RefusesOtherText) {
+  for (const std::string& text : std::vector<std::string>{"",
+                                                          " ",
+                                                          "/",
+                                                          "1/",
+                                                          "/250",
+                                                          "1/1000",
+                                                          "1/-5",
+                                                          "1/+5",
+                                                          "1.5/250",
+                                                          "1/2/3",
+                                                          "1//2",
+                                                          "1 250",
+                                                          "1250m",
+                                                          "1250,5",
+                                                          "125O",
+                                                          "nan",
+                                                          "inf",
+                                                          "1/1e2",
+                                                          "--1/2",
+                                                          "1/2 5",
+                                                          "1/\xC3\xA5",
+                                                          "\xFF",
+                                                          std::string(310, '9') + "/1"})
     EXPECT_FALSE(ParseStation(text)) << text;
-  }
+}
+
+TEST(StationText, OffsetsHaveASideFromHalfAMillimetre) {
+  EXPECT_EQ(OffsetText(12.4) + OffsetText(-3.2) + OffsetText(0.00049) + OffsetText(-0.0005),
+            "H 12.400V 3.2000.000V 0.001");
+  EXPECT_EQ(LengthText(1.5), "1.500 m");
+  EXPECT_EQ(LengthText(1e308 * 10), "not finite");
 }
 
 }  // namespace
-}  // namespace velmora::cli
+}  // namespace velmora

@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <optional>
+#include <span>
 
 #include "velmora/alignment/alignment_point.h"
 
@@ -31,6 +32,10 @@ struct PlanePoint {
 // A plan point in this plane.
 inline PlanePoint InPlane(const kovltype& point) { return {point.y, point.x}; }
 inline bool IsStraight(double bulge) { return std::fabs(bulge) <= kStraightBulge; }
+// The first two stations give the direction of stationing.
+inline bool IsDescending(std::span<const kovltype> points) {
+  return points.size() >= 2 && points[0].sek > points[1].sek;
+}
 
 inline double Distance(PlanePoint a, PlanePoint b) {
   const double dh = b.h - a.h;

@@ -1,4 +1,5 @@
-// Stations as people write them: metres, or kilometres and metres.
+// Stations, offsets and lengths as people write them. A station is metres, or kilometres and metres; an
+// offset is metres and a side, V (vänster) left and H (höger) right.
 #ifndef VELMORA_ALIGNMENT_STATION_TEXT_H_
 #define VELMORA_ALIGNMENT_STATION_TEXT_H_
 
@@ -18,6 +19,14 @@ std::string RoundStationText(double metres, bool km);
 //
 //   ParseStation("1/250.5")   // 1250.5
 std::optional<double> ParseStation(std::string_view text);
+
+// "V" or "H"; empty on the alignment itself, to the millimetre.
+std::string OffsetSide(double offset);
+// "H 12.400", "V 3.200", "0.000"
+std::string OffsetText(double offset);
+
+// "1250.000 m"
+std::string LengthText(double metres);
 
 }  // namespace velmora
 

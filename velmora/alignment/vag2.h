@@ -39,11 +39,11 @@ class VELMORA_API CVag2 {
   int Init(const wchar_t* file);
   int Init(const CString& file) { return Init(file.GetString()); }
 
-  // Told each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one, of
-  // others it may be empty.
+  // Called for each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one,
+  // of others it may be empty.
   using LineSink = std::function<void(int number, LineKind kind, const CString& line)>;
-  // The same from an open file, with every line to `sink` instead of the status bar. Returns 0; -1, with
-  // both empty, on a read error.
+  // The same from an open file, with every line passed to `sink` instead of the status bar. Returns 0; -1,
+  // with both empty, on a read error.
   int Read(TextReader& reader, const LineSink& sink);
 
   // Writes the combined file, or the profile alone with its type when there is no plan. Results and
@@ -60,8 +60,8 @@ class VELMORA_API CVag2 {
   int SaveOmr(CProjPath* project);
 
  private:
-  template <class OutputFile>
-  int ReadLines(TextReader& reader, OutputFile sink);
+  template <class Report>
+  int ReadLines(TextReader& reader, Report report);
 };
 
 }  // namespace velmora
