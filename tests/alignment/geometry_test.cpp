@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/recorded_messages.h"
+#include "velmora/alignment/checks.h"
 #include "velmora/alignment/vaglinje.h"
 
 namespace velmora {
@@ -31,6 +32,13 @@ TEST(Geometry, AnImpossibleRadiusIsReported) {
   EXPECT_EQ(a.bulge, 0);
   EXPECT_EQ(messages.status,
             std::vector<CString>{L"Fel (bulge->radie) radie: 10.00 (0.00,0.00 - 30.00,0.00)"});
+}
+
+TEST(Checks, FindingsAreListedUpToANumberAndCounted) {
+  const BoundedFindings findings = CheckPlan(std::vector<kovltype>(6001), std::vector<int>(6001));
+  EXPECT_EQ(findings.listed.size(), BoundedFindings::kMost);
+  EXPECT_EQ(findings.left_out, 2000);
+  EXPECT_EQ(findings.Count(), 12000);
 }
 
 }  // namespace

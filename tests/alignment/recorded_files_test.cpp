@@ -4,13 +4,18 @@
 //   > 0 0 0 0 7 $Name        its lines, in Windows-1252 with CR LF on disk; "~" for one without a line end
 //   < 0.0000 0.0000 ...      the file as it is then written
 //   ! Fel rad : ...          the texts shown meanwhile
+//   ? 3 coincides with ...   of a set, what the checks find, with the number of the point in the plan or
+//   profile
 //
 // With VELMORA_RECORD set the test writes the answers of this build instead.
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <numeric>
+#include <utility>
 
 #include "tests/alignment/shapes.h"
+#include "velmora/alignment/checks.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/vag2.h"
 #include "velmora/platform/files.h"
@@ -35,6 +40,8 @@ class RecordedFiles : public AlignmentFiles {
     CVag2 set;
     if (kind == "alignment") result = line.Init(file_) + line.Uppdat(file_);
     if (kind == "set") result = set.Init(file_) + set.Uppdat(file_);
+    Find(CheckPlan, set.plan.Points());
+    Find(CheckProfile, set.profil.Points());
     if (kind == "support") result = CStodPunkt(file_).Uppdat(nullptr);
     EXPECT_EQ(result, 0);
     if (kind != "area") return ReadBytes(file_);
@@ -57,9 +64,20 @@ class RecordedFiles : public AlignmentFiles {
       rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 2);
     }
     for (const CString& status : messages_.status) answers += "! " + ToUtf8(status) + "\n";
-    return answers;
+    return answers + std::exchange(findings_, {});
   }
 
+  void Find(BoundedFindings (*check)(const std::vector<kovltype>&, const std::vector<int>&),
+            const std::vector<kovltype>& points) {
+    std::vector<int> numbers(points.size());
+    std::iota(numbers.begin(), numbers.end(), 1);
+    for (const Finding& finding : check(points, numbers).listed) {
+      findings_ += "? " + std::to_string(finding.line) + " " + finding.text + "\n";
+      EXPECT_FALSE(finding.misread || finding.lost);
+    }
+  }
+
+  std::string findings_;
   CProjPath project_;
 };
 
@@ -78,7 +96,7 @@ TEST_F(RecordedFiles, AreReadAndWrittenAsRecorded) {
   };
   for (std::string line; std::getline(file, line);) {
     const std::string sign = line.substr(0, line.find(' '));
-    if (sign == "<" || sign == "<~" || sign == "!") {
+    if (sign == "<" || sign == "<~" || sign == "!" || sign == "?") {
       expected += line + "\n";
       continue;
     }
