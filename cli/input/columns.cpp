@@ -9,7 +9,7 @@
 namespace velmora::cli {
 namespace {
 
-// "Northing (m)" and "z [m]" go by their names.
+// "Northing (m)" and "z [m]" are found by their names.
 std::wstring_view WithoutUnit(std::wstring_view title) {
   return TrimBlanks(title.substr(0, std::min(title.find_first_of(L"(["), title.size())));
 }
@@ -33,8 +33,8 @@ ListReader::ListReader(const std::string& file, std::vector<Role> roles)
   for (size_t i = 0; i < columns_.size(); ++i) columns_[i] = i;
 }
 
-// Whether the required columns hold numbers where they stand without a header. One that does is enough:
-// the other is then a damaged number, not a title.
+// Whether a required column holds a number at its position without a header. One is enough: the other is
+// then a damaged number and not a title.
 bool ListReader::LooksLikeData() const {
   for (size_t i = 0; i < roles_.size(); ++i)
     if (roles_[i].required && i < rows_.Fields().size() &&
@@ -84,9 +84,9 @@ std::optional<double> ListReader::Value(size_t role) const {
   return FieldNumber(Text(role), rows_.DecimalComma());
 }
 
-std::string ListReader::Problem(size_t role) const { return NoNumber(roles_[role], Utf8(role)); }
+std::string ListReader::Problem(size_t role) const { return NotANumber(roles_[role], Utf8(role)); }
 
-std::string NoNumber(const Role& role, const std::string& field) {
+std::string NotANumber(const Role& role, const std::string& field) {
   if (field.empty()) return role.name + " is missing";
   return role.name + " " + Quoted(field) + " is not a number";
 }

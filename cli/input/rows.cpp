@@ -76,7 +76,7 @@ bool RowReader::Next() {
     if (static_cast<size_t>(text_.GetLength()) > kLongestRow) RefuseLongRow(file_, line_);
     if (TrimBlanks(text_.GetView()).empty()) continue;
     if (separator_ == 0) {
-      // Some spreadsheets say it on a line of its own.
+      // Some spreadsheets name the separator on a line of its own.
       const std::wstring_view row = text_.GetView();
       if (row.size() == 5 && EqualNoCase(row.substr(0, 4), L"sep=")) {
         separator_ = row[4];

@@ -1,4 +1,4 @@
-// Where a command's result goes: standard output, or a file that appears only when it is complete.
+// The output of a command: standard output, or a file that appears only when it is complete.
 #ifndef VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
 #define VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
 

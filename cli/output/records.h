@@ -1,4 +1,4 @@
-// Rows of results, for a reader on a terminal, as CSV or as JSON, written as they come.
+// Rows of results as a table, CSV or JSON, written as they come.
 #ifndef VELMORA_CLI_OUTPUT_RECORDS_H_
 #define VELMORA_CLI_OUTPUT_RECORDS_H_
 

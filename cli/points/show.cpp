@@ -21,8 +21,8 @@ struct ShowOptions {
   OutputOptions output;
 };
 
-// What the library passes over in silence: whether this is a support-point file at all, and which of its
-// levels are none.
+// Checks what the library accepts silently: whether the file is one of support points, and which levels are
+// not numbers.
 class LevelCheck {
  public:
   explicit LevelCheck(const std::string& file) : file_(file) {
@@ -59,7 +59,7 @@ class LevelCheck {
     return true;
   }
   bool AtStar() const { return line_.GetAt(0) == L'*'; }
-  // Whether the line is a number and nothing else: of "1O.5" the library takes the 1.
+  // Whether the line is a number and nothing else: of "1O.5" the library reads the 1.
   bool HasNumber() const {
     double value = 0;
     NumberScanner scanner(line_.GetView());

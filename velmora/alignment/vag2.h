@@ -5,7 +5,7 @@
 //   name of the alignment file, in the project's folder m_DbfKat
 //   lowest and highest station
 //   smallest and largest offset
-// What stands before belongs to other programs and is kept.
+// Lines before it belong to other programs and are kept.
 #ifndef VELMORA_ALIGNMENT_VAG2_H_
 #define VELMORA_ALIGNMENT_VAG2_H_
 
@@ -52,8 +52,8 @@ class VELMORA_API CVag2 {
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
   // Reads the area file at m_VlPath and then the alignment it names, wherever that leads. -1 when the file is
-  // missing, has not the three lines, or the alignment cannot be read; a device or a pipe counts as one that
-  // cannot be opened.
+  // missing, lacks one of the three lines, or the alignment cannot be read; a device or a pipe counts as one
+  // that cannot be opened.
   int ReadOmr(CProjPath* project);
   // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
   // not. Returns 0; -1 with the old file as it was.

@@ -47,8 +47,8 @@ int CVag2::ReadOmr(CProjPath* project) {
 int CVag2::SaveOmr(CProjPath* project) {
   TextWriter writer;
   if (!writer.Begin(project->m_VlPath, JoinPath(project->m_DbfKat, kTemporaryName))) return -1;
-  // Now it is our turn with the file: what is read stays true until it is replaced. One that is there and
-  // cannot be read would lose what other programs keep in it.
+  // Begin() holds the lock: nobody else replaces the file before Commit(). A file that exists and cannot be
+  // read is left alone, as it holds the lines of other programs.
   TextReader reader;
   const bool exists = FileOrFolderExists(project->m_VlPath);
   if (exists && !reader.Open(project->m_VlPath)) return -1;
