@@ -1,11 +1,13 @@
-// Single alignment files: reading, both ways; writing; and what is asked of the points. Arguments: pairs of
+// Single alignment files: reading them plain and in UTF-16, writing, checks and look-ups. Arguments: pairs of
 // coordinates.
 #include <cmath>
+#include <type_traits>
 
-#include "cli/align/check.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/alignment_format.h"
+#include "velmora/alignment/checks.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/locator/locator.h"
 
@@ -24,22 +26,22 @@ void RequireWrites(CVaglinje* line, const CString& path) {
   Require(again.Points().empty() || SameHead(again, *line), "type and name come back");
 }
 
-bool SameOrBothNot(double a, double b) { return Same(a, b) || (std::isnan(a) && std::isnan(b)); }
-
 void RequireLocatorAgrees(CVaglinje* line, double x, double y) {
   const Locator locator(*line);
-  double s[2] = {7, 7};
-  double o[2] = {7, 7};
-  Require(line->Vagstv(x, y, &s[0], &o[0], 0) == locator.Vagstv(x, y, &s[1], &o[1]), "Vagstv of the locator");
-  Require(SameOrBothNot(s[0], s[1]) && SameOrBothNot(o[0], o[1]), "station and offset of the locator");
-  double px[2] = {7, 7};
-  double py[2] = {7, 7};
-  Require(line->Vag2xy(x, y, &px[0], &py[0]) == locator.Vag2xy(x, y, &px[1], &py[1]),
-          "Vag2xy of the locator");
-  Require(SameOrBothNot(px[0], px[1]) && SameOrBothNot(py[0], py[1]), "the locator's map point");
-  double z[2] = {7, 7};
-  Require(line->Vagprofz(x, &z[0]) == locator.Vagprofz(x, &z[1]) && SameOrBothNot(z[0], z[1]),
-          "Vagprofz of the locator");
+  const auto same = [](double p, double q) { return Same(p, q) || (std::isnan(p) && std::isnan(q)); };
+  const auto compare = [&](const char* what, auto ask) {
+    double a[] = {7, 7};
+    double b[] = {7, 7};
+    Require(ask(*line, a) == ask(locator, b) && same(a[0], b[0]) && same(a[1], b[1]), what);
+  };
+  compare("Vag2xy of the locator", [&](auto& road, double* out) { return road.Vag2xy(x, y, out, out + 1); });
+  compare("Vagprofz of the locator", [&](auto& road, double* out) { return road.Vagprofz(x, out); });
+  compare("Vagstv of the locator", [&](auto& road, double* out) {
+    if constexpr (std::is_same_v<decltype(road), CVaglinje&>)
+      return road.Vagstv(x, y, out, out + 1, 0);
+    else
+      return road.Vagstv(x, y, out, out + 1);
+  });
 }
 
 }  // namespace
@@ -47,11 +49,11 @@ void RequireLocatorAgrees(CVaglinje* line, double x, double y) {
 void Run(const Input& input) {
   const CString path = Put(L"LINE.VL", input.File());
   CVaglinje line;
-  const int told = Messages();
+  const int reported = StatusTexts();
   if (line.Init(path) != 0) return;
   const std::vector<kovltype> points = line.Points();
-  const size_t skipped = static_cast<size_t>(Messages() - told);
-  Require(LinesOf(path).size() == points.size() + skipped, "every line is a point or told");
+  const size_t skipped = static_cast<size_t>(StatusTexts() - reported);
+  Require(LinesOf(path).size() == points.size() + skipped, "every line is a point or reported");
   if (const auto wide = InUtf16(input.File())) {
     CVaglinje other;
     Require(other.Init(Put(L"WIDE.VL", *wide)) == 0, "the same in UTF-16");
@@ -61,9 +63,9 @@ void Run(const Input& input) {
   RequireWrites(&line, path);
 
   std::vector<int> lines(points.size());
-  cli::CheckPlan(points, lines);
-  cli::CheckProfile(points, lines);
-  cli::MeasurePlan(points);
+  CheckPlan(points, lines);
+  CheckProfile(points, lines);
+  MeasurePlan(points);
   for (size_t i = 0; i + 1 < std::min<size_t>(input.Arguments(), 8); i += 2) {
     const double x = input.Number(i);
     const double y = input.Number(i + 1);

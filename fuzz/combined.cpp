@@ -1,4 +1,4 @@
-// Combined alignment files: reading, both ways, with and without a listener; and writing.
+// Combined alignment files: reading them plain and in UTF-16, with and without a line sink; and writing.
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/vag2.h"
@@ -12,7 +12,7 @@ void RequireSame(const CVag2& a, const CVag2& b, const char* what) {
   Require(FieldText(a.vlNamn) == FieldText(b.vlNamn), what);
 }
 
-void RequireListenerHearsAll(const CString& path, const CVag2& read) {
+void RequireSinkGetsEveryLine(const CString& path, const CVag2& read) {
   TextReader reader;
   Require(reader.Open(path), "the file opens again");
   CVag2 again;
@@ -24,9 +24,9 @@ void RequireListenerHearsAll(const CString& path, const CVag2& read) {
                        if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) ++points;
                      }) == 0,
           "the file is read again");
-  RequireSame(read, again, "a listener changes nothing");
-  Require(LinesOf(path).size() == static_cast<size_t>(lines), "every line is told");
-  Require(read.plan.Points().size() + read.profil.Points().size() == points, "every point is told");
+  RequireSame(read, again, "a sink changes nothing");
+  Require(LinesOf(path).size() == static_cast<size_t>(lines), "every line is reported");
+  Require(read.plan.Points().size() + read.profil.Points().size() == points, "every point is reported");
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void Run(const Input& input) {
   const CString path = Put(L"ROAD.VL", input.File());
   CVag2 read;
   if (read.Init(path) != 0) return;
-  RequireListenerHearsAll(path, read);
+  RequireSinkGetsEveryLine(path, read);
   if (const auto wide = InUtf16(input.File())) {
     CVag2 other;
     Require(other.Init(Put(L"WIDE.VL", *wide)) == 0, "the same in UTF-16");

@@ -1,4 +1,4 @@
-// Lists of points: row by row, and by the block as many threads read them.
+// Lists of points: row by row, and in blocks as several threads read them.
 #include "cli/align/point_list.h"
 #include "cli/terminal/error.h"
 #include "fuzz/support/input.h"
@@ -23,7 +23,7 @@ Points RowByRow(const std::string& file) {
   return points;
 }
 
-Points ByTheBlock(const std::string& file) {
+Points InBlocks(const std::string& file) {
   cli::PointList list(file);
   Points points;
   cli::ListedPoint first;
@@ -53,7 +53,7 @@ void Run(const Input& input) {
   const std::string file = PathForDisplay(path);
   Points rows;
   Points blocks;
-  Require(Try(RowByRow, file, &rows) == Try(ByTheBlock, file, &blocks), "both ways refuse the same");
+  Require(Try(RowByRow, file, &rows) == Try(InBlocks, file, &blocks), "both ways refuse the same");
   Require(std::equal(rows.begin(), rows.end(), blocks.begin(), blocks.end(), SamePoint),
           "both ways read the same");
   Require(rows.size() <= LinesOf(path).size(), "no more points than lines");

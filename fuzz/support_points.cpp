@@ -1,4 +1,4 @@
-// Support-point files: reading, both ways, and writing.
+// Support-point files: reading them plain and in UTF-16, and writing.
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/stod_punkt.h"
@@ -26,7 +26,7 @@ bool SamePoints(const std::vector<stdpkttype>& a, const std::vector<stdpkttype>&
 }
 
 // Whether a name, alone on its line, is read as something else.
-bool IsNoName(std::wstring_view name) { return name.starts_with(L'*') || EqualNoCase(name, L"gvy"); }
+bool IsMisread(std::wstring_view name) { return name.starts_with(L'*') || EqualNoCase(name, L"gvy"); }
 
 }  // namespace
 
@@ -45,14 +45,13 @@ void Run(const Input& input) {
   }
   Require(read.Uppdat(nullptr) == 0, "a file can be written back in its own encoding");
   for (const stdpkttype& point : points)
-    if (IsNoName(FieldText(point.namn))) return;
+    if (IsMisread(FieldText(point.namn))) return;
   CStodPunkt again(path);
   for (stdpkttype& point : points) point.z = static_cast<float>(Rewritten(point.z, 4));
   Require(SamePoints(points, PointsOf(&again)), "points come back");
-  const double heads[] = {read.huvud1, read.huvud2, read.huvud3, read.huvud4, read.huvud5};
-  const double heads_again[] = {again.huvud1, again.huvud2, again.huvud3, again.huvud4, again.huvud5};
-  for (size_t i = 0; i < std::size(heads); ++i)
-    Require(Same(heads_again[i], Rewritten(heads[i], 6)), "heads come back");
+  for (double CStodPunkt::*head : {&CStodPunkt::huvud1, &CStodPunkt::huvud2, &CStodPunkt::huvud3,
+                                   &CStodPunkt::huvud4, &CStodPunkt::huvud5})
+    Require(Same(again.*head, Rewritten(read.*head, 6)), "the header comes back");
 }
 
 }  // namespace velmora::fuzz

@@ -4,19 +4,6 @@
 #include "cli/terminal/error.h"
 
 namespace velmora::cli {
-namespace {
-
-std::vector<kovltype> Points(CVaglinje* alignment) {
-  std::vector<kovltype> points;
-  int count = 0;
-  alignment->Where(&count);
-  points.reserve(static_cast<size_t>(count));
-  for (int at = alignment->Home(); at == 0; at = (*alignment)++ == nullptr ? -1 : 0)
-    points.push_back(*alignment->pael);
-  return points;
-}
-
-}  // namespace
 
 std::string AlignmentInput::Name() const { return ToUtf8(set.vlNamn); }
 
@@ -32,25 +19,24 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
     if (kind == LineKind::kPlanPoint) input->plan_lines.push_back(number);
     if (kind == LineKind::kProfilePoint) input->profile_lines.push_back(number);
     if (kind != LineKind::kUnreadable) return;
-    ++input->bad_count;
-    if (input->bad_lines.size() < AlignmentInput::kMostBadLines)
-      input->bad_lines.push_back({number, ToUtf8(line.Left(120))});
+    input->skipped.Add({number, line.IsEmpty() ? "empty line, skipped"
+                                               : "unreadable, skipped: " + Quoted(ToUtf8(line.Left(120)))});
   });
   if (result < 0)
     throw Refusal(
-        At(file, lines + 1, "cannot be read further: a read error, or a line far too long for an alignment"));
-  input->plan = Points(&input->set.plan);
-  input->profile = Points(&input->set.profil);
+        At(file, lines + 1, "reading stopped here: a read error, or a line too long for an alignment"));
+  input->plan = input->set.plan.Points();
+  input->profile = input->set.profil.Points();
   if (!input->plan.empty() || !input->profile.empty()) return;
   if (lines == 0)
     throw Refusal(At(file, "is empty; an alignment has a line \"x y bulge station\" for each point"));
-  throw Refusal(At(file, "is no alignment: none of its " + std::to_string(lines) +
+  throw Refusal(At(file, "is not an alignment: none of its " + std::to_string(lines) +
                              " lines begins with the numbers of a point (x y bulge station)"));
 }
 
 void RequirePlan(const AlignmentInput& input) {
   if (input.plan.empty())
-    throw Refusal(At(input.file, "holds only a profile; this needs a plan (type 1 on the first line)"));
+    throw Refusal(At(input.file, "holds only a profile; a plan is needed (type 1 on the first line)"));
   if (input.plan.size() < 2)
     throw Refusal(
         At(input.file, input.plan_lines[0], "is the plan's only point; an alignment needs two or more"));
@@ -61,7 +47,7 @@ void RequireProfile(const AlignmentInput& input) {
     throw Refusal(At(input.file, "has no profile; levels need one (type 10, or a section \"Profil\")"));
   if (input.profile.size() < 2)
     throw Refusal(
-        At(input.file, input.profile_lines[0], "is the profile's only point; it needs two or more"));
+        At(input.file, input.profile_lines[0], "is the profile's only point; a profile needs two or more"));
 }
 
 }  // namespace velmora::cli

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <tuple>
+#include <utility>
 
 #include "cli/input/rows.h"
 #include "cli/output/options.h"
@@ -19,29 +21,29 @@ void AddFile(CLI::App* verb, std::string* file) { verb->add_option("FILE", *file
 
 double ToStation(const std::string& text) {
   const std::optional<double> station = ParseStation(text);
-  if (!station) throw CLI::ValidationError("\"" + text + "\" is no station; write 1250.5 or 1/250.500");
+  if (!station) throw CLI::ValidationError("\"" + text + "\" is not a station; write 1250.5 or 1/250.500");
   return *station;
 }
 
 double ToNumber(const std::string& text) {
   const std::optional<double> number = ParseWholeNumber(WideFromUtf8(text));
-  if (!number) throw CLI::ValidationError("\"" + text + "\" is no number");
+  if (!number) throw CLI::ValidationError("\"" + text + "\" is not a number");
   return *number;
 }
 
 // "a:b" or "x,y", each half read by `read`.
 template <class Read>
-Range ToPair(const std::string& text, char separator, Read read) {
+std::pair<double, double> ToPair(const std::string& text, char separator, Read read) {
   const size_t cut = text.find(separator);
   if (cut == std::string::npos)
     throw CLI::ValidationError("\"" + text + "\" lacks the \"" + separator + "\" between its two numbers");
   return {read(text.substr(0, cut)), read(text.substr(cut + 1))};
 }
 
-Range ToRange(const std::string& text, double (*read)(const std::string&)) {
-  const Range range = ToPair(text, ':', read);
-  if (range.low > range.high) throw CLI::ValidationError("\"" + text + "\": the low end comes first");
-  return range;
+Limits ToLimits(const std::string& text, double (*read)(const std::string&)) {
+  const auto [low, high] = ToPair(text, ':', read);
+  if (low > high) throw CLI::ValidationError("\"" + text + "\": the lower limit comes first");
+  return {low, high};
 }
 
 // An option with one value, handed to `take`.
@@ -61,16 +63,16 @@ void AddLocate(CLI::App* align) {
       ->required()
       ->type_name("CSV");
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
-           [options](const std::string& text) { options->area = ToRange(text, ToStation); });
+           [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
-           [options](const std::string& text) { options->offsets = ToRange(text, ToNumber); });
+           [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
   verb->add_option(
           "--mode", options->mode,
-          "Search: 0 everything (default), 1 only around the station guessed from the ends, 2 segments "
+          "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
           "without vertices")
       ->check(CLI::Range(0, 2));
   options->threads = AllCores();
-  verb->add_option("--threads", options->threads, "Threads to work with (default: all cores)")
+  verb->add_option("--threads", options->threads, "Number of threads (default: all cores)")
       ->check(CLI::Range(1, 256))
       ->type_name("N");
   AddOutputOptions(verb, &options->output);
@@ -80,7 +82,7 @@ void AddLocate(CLI::App* align) {
 
 void AddPlace(CLI::App* align) {
   auto options = std::make_shared<PlaceOptions>();
-  CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points and levels");
+  CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points, with profile levels");
   AddFile(verb, &options->file);
   verb->add_option("--stations", options->stations, "CSV with id, station and offset")
       ->required()
@@ -114,7 +116,7 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   AddFile(verb, &options->file);
   CLI::Option* to =
       verb->add_option("-o", options->to,
-                       "Write the alignment to OUT, which may be FILE; without it the points are shown")
+                       "Write the alignment to OUT, which may be FILE (default: show its points)")
           ->type_name("OUT");
   AddFormatOptions(verb, &options->output);
   for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
@@ -125,50 +127,46 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
 
 void AddEdits(CLI::App* align) {
   CLI::App* stations =
-      align->add_subcommand("stations", "Compute all stations anew from a start and the lengths");
+      align->add_subcommand("stations", "Recompute all stations from a start station and the lengths");
   auto recompute = AddEdit(stations, AlignStations);
   AddValue(stations, "--start", "S", "Station of the first point", [recompute](const std::string& text) {
     recompute->start = ToStation(text);
   })->required();
 
-  CLI::App* shift = align->add_subcommand("shift", "Shift all stations so that one point gets a given one");
+  CLI::App* shift = align->add_subcommand("shift", "Shift all stations so that a point gets a given station");
   auto move = AddEdit(shift, AlignShift);
-  AddValue(shift, "--at", "X,Y", "The point, northing and easting, within 1 mm of a point of the alignment",
-           [move](const std::string& text) {
-             const Range at = ToPair(text, ',', ToNumber);
-             move->x = at.low;
-             move->y = at.high;
-           })
+  AddValue(shift, "--at", "X,Y", "Northing and easting of the point, within 1 mm of a point of the alignment",
+           [move](const std::string& text) { std::tie(move->x, move->y) = ToPair(text, ',', ToNumber); })
       ->required();
-  AddValue(shift, "--station", "S", "The station it gets", [move](const std::string& text) {
+  AddValue(shift, "--station", "S", "Station that the point gets", [move](const std::string& text) {
     move->station = ToStation(text);
   })->required();
 
-  CLI::App* extend = align->add_subcommand("extend", "Lengthen the alignment straight on at its ends");
+  CLI::App* extend = align->add_subcommand("extend", "Lengthen the alignment in a straight line at its ends");
   auto lengthen = AddEdit(extend, AlignExtend);
   const auto metres = [](double EditOptions::*end, const std::shared_ptr<EditOptions>& options) {
     return [end, options](const std::string& text) {
       (*options).*end = ToNumber(text);
-      if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length is not negative");
+      if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length cannot be negative");
     };
   };
   AddValue(extend, "--before", "M", "Metres added before the start", metres(&EditOptions::before, lengthen));
-  AddValue(extend, "--after", "M", "Metres added behind the end", metres(&EditOptions::after, lengthen));
+  AddValue(extend, "--after", "M", "Metres added after the end", metres(&EditOptions::after, lengthen));
 }
 
 void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings to draw: CSV as for locate")->type_name("CSV");
-  verb->add_option("-o", options->to, "The picture (default: standard output)")->type_name("SVG");
+  verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });
 }
 
 void AddInfo(CLI::App* align) {
   auto options = std::make_shared<InfoOptions>();
-  CLI::App* verb = align->add_subcommand("info", "What the file holds, and what is wrong with it");
+  CLI::App* verb = align->add_subcommand("info", "Contents of the file, and the faults found in it");
   AddFile(verb, &options->file);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);

@@ -16,7 +16,7 @@ namespace velmora::cli {
 
 void AddAlignCommands(CLI::App& app);
 
-struct Range {
+struct Limits {
   double low;
   double high;
 };
@@ -24,8 +24,8 @@ struct Range {
 struct LocateOptions {
   std::string file;
   std::string points;
-  std::optional<Range> area;     // stations
-  std::optional<Range> offsets;  // left limit, right limit
+  std::optional<Limits> area;     // stations
+  std::optional<Limits> offsets;  // left limit, right limit
   int mode = 0;
   int threads = 1;
   OutputOptions output;
@@ -43,7 +43,7 @@ struct LevelOptions {
   OutputOptions output;
 };
 
-// What an edit does to an alignment, and where the result goes.
+// Of the verbs that change an alignment.
 struct EditOptions {
   std::string file;
   double start = 0;  // stations

@@ -1,9 +1,7 @@
-#include <cmath>
-
 #include "cli/align/alignment_input.h"
-#include "cli/align/check.h"
 #include "cli/align/commands.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -12,72 +10,56 @@ namespace {
 
 void Open(const EditOptions& options, AlignmentInput* input) {
   if (options.to == "-")
-    throw Refusal("an alignment is written to a file: give -o its name, or leave -o out to see the points");
+    throw Refusal(
+        "an alignment is written to a file only; give -o a file name, or omit -o to show the points");
   ReadAlignment(options.file, input);
   RequirePlan(*input);
-  const bool in_place = options.to == options.file || SameFile(options.to, options.file);
-  if (!options.to.empty() && in_place && input->bad_count > 0)
-    throw Refusal(At(options.file, input->bad_lines[0].number,
-                     "this line is no point and would be lost (" + std::to_string(input->bad_count) +
-                         " such in all); give -o another name, or take it out first"));
-  if (!options.to.empty() && input->bad_count > 0)
-    Warn(At(options.file, input->bad_lines[0].number,
-            "this line is no point and is left out (" + std::to_string(input->bad_count) +
-                " such in all; velmora align info lists them)"));
+  if (options.to.empty() || input->skipped.Count() == 0) return;
+  const std::int64_t line = input->skipped.listed.front().line;
+  const std::string count = " (" + std::to_string(input->skipped.Count()) + " such lines in all";
+  if (options.to == options.file || SameFile(options.to, options.file))
+    throw Refusal(At(options.file, line,
+                     "this line is not a point and would be lost" + count +
+                         "); give -o another name, or remove it first"));
+  Warn(At(options.file, line,
+          "this line is not a point and is left out" + count + "; velmora align info lists them)"));
 }
 
-void ShowPoints(const EditOptions& options, CVaglinje* plan) {
-  OutputFile sink("");
-  RecordWriter records(sink, options.output.Format(),
+void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
+  OutputFile output("");
+  RecordWriter records(output, options.output.Format(),
                        {{"point", "point", true},
                         {"station", "station", true},
                         {"northing", "northing", true},
                         {"easting", "easting", true},
                         {"bulge", "bulge", true}});
   std::int64_t number = 0;
-  for (int at = plan->Home(); at == 0; at = (*plan)++ == nullptr ? -1 : 0) {
-    const kovltype& point = *plan->pael;
+  for (const kovltype& point : plan.Points())
     records.Row({++number, StationCell(point.sek, options.output.km), Number{point.x}, Number{point.y},
                  Number{point.bulge, 4}});
-  }
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
   if (options.to.empty()) {
-    ShowPoints(options, &input->set.plan);
+    ShowPoints(options, input->set.plan);
     return;
   }
-  if (input->set.Uppdat(PathFromSystem(options.to)) < 0)
-    throw Refusal(At(options.to,
-                     "cannot be written (no such folder, write-protected, or the disk is full); nothing "
-                     "was changed there"));
-  const PlanMeasures now = MeasurePlan([&] {
-    std::vector<kovltype> points;
-    CVaglinje& plan = input->set.plan;
-    for (int at = plan.Home(); at == 0; at = plan++ == nullptr ? -1 : 0) points.push_back(*plan.pael);
-    return points;
-  }());
+  if (input->set.Uppdat(PathFromSystem(options.to)) < 0) RefuseUnwritable(options.to);
+  const PlanMeasures now = MeasurePlan(input->set.plan.Points());
   Warn(At(options.to, "written, stations " + StationText(now.lowest_station, options.output.km) + " to " +
                           StationText(now.highest_station, options.output.km)));
 }
 
-// The suite measures a segment by the bulge of its later point, so that its stations leave the lengths of
-// the arcs wherever straights and arcs meet.
-void WarnAboutArcs(const std::vector<kovltype>& points, CVaglinje* plan) {
+// The suite measures a segment by the bulge of its later point, so that its stations differ from the lengths
+// of the arcs wherever straights and arcs meet.
+void WarnAboutArcs(const CVaglinje& plan) {
   constexpr double kNoticed = 0.001;  // m
-  double length = 0;
-  double worst = 0;
-  plan->Home();
-  const double start = plan->pael->sek;
-  for (size_t i = 0; i + 1 < points.size() && (*plan)++ != nullptr; ++i) {
-    length += SegmentLength(points[i], points[i + 1]);
-    worst = std::max(worst, std::fabs(plan->pael->sek - start - length));
-  }
-  if (worst > kNoticed)
-    Warn("stations differ by up to " + FormatFixed(worst, 3) +
-         " m from the lengths of the drawn arcs: the suite measures each segment by the bulge of its later "
+  const double error = GreatestStationError(plan.Points());
+  if (error > kNoticed)
+    Warn("stations differ by up to " + FormatFixed(error, 3) +
+         " m from the true lengths of the arcs: the suite measures each segment by the bulge of its later "
          "point");
 }
 
@@ -87,7 +69,7 @@ void AlignStations(const EditOptions& options) {
   AlignmentInput input;
   Open(options, &input);
   input.set.plan.SektBerak(options.start);
-  WarnAboutArcs(input.plan, &input.set.plan);
+  WarnAboutArcs(input.set.plan);
   if (!input.profile.empty())
     Warn(At(options.file, "the profile keeps its stations " +
                               StationText(input.profile.front().y, options.output.km) + " to " +
@@ -102,10 +84,9 @@ void AlignShift(const EditOptions& options) {
   if (input.set.plan.SektKorr(options.x, options.y, options.station) < 0)
     throw Refusal(At(options.file, "no point within 1 mm of " + FormatFixed(options.x, 3) + "," +
                                        FormatFixed(options.y, 3) +
-                                       "; take a point's own northing and easting (--at X,Y)"));
-  // The profile runs by the same stations.
-  input.set.plan.Home();
-  const double shift = before - input.set.plan.pael->sek;
+                                       "; give --at the northing and easting of a point"));
+  // The profile has the same stations.
+  const double shift = before - input.set.plan.Points().front().sek;
   CVaglinje& profile = input.set.profil;
   for (int at = profile.Home(); at == 0; at = profile++ == nullptr ? -1 : 0) {
     profile.pael->y -= shift;
@@ -119,22 +100,24 @@ void AlignExtend(const EditOptions& options) {
     throw Refusal("nothing to extend: give --before M, --after M or both");
   AlignmentInput input;
   Open(options, &input);
-  if (input.Descending())
+  if (IsDescending(input.plan))
     throw Refusal(
-        At(options.file, "its stations fall, and only an alignment with rising ones can be extended"));
+        At(options.file,
+           "its stations are descending; only an alignment with ascending stations can be extended"));
   for (size_t i = 1; i < input.plan.size(); ++i)
     if (!(input.plan[i].sek > input.plan[i - 1].sek))
-      throw Refusal(At(options.file, input.plan_lines[i],
-                       "station " + StationText(input.plan[i].sek, options.output.km) +
-                           " does not rise, and an end is found by stations; recompute them first: velmora "
-                           "align stations"));
+      throw Refusal(
+          At(options.file, input.plan_lines[i],
+             "station " + StationText(input.plan[i].sek, options.output.km) +
+                 " is not above the previous one, and the ends are located by station; recompute the "
+                 "stations first (velmora align stations)"));
   if (input.set.plan.Extend(options.before, options.after) < 0)
     throw Refusal(At(options.file,
-                     "an end cannot be placed: the alignment must run half a metre of station into "
-                     "the line at that end, with points apart from each other"));
+                     "a new end cannot be placed: half a metre of stations must lie on the alignment at "
+                     "that end, and its points must not coincide"));
   Warn(
-      "each new end lies half a metre nearer than its station says: the suite measures it from half a metre "
-      "inside the line");
+      "each new end point lies half a metre closer than its station says: the suite measures it from a "
+      "point half a metre inside the alignment");
   WriteOrShow(options, &input);
 }
 

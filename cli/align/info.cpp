@@ -1,27 +1,26 @@
 #include <algorithm>
-#include <cmath>
+#include <array>
+#include <iterator>
+#include <nlohmann/json.hpp>
 
 #include "cli/align/alignment_input.h"
-#include "cli/align/check.h"
 #include "cli/align/commands.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
 
-// One thing told: a key for programs, a label for people, and the value both ways.
+// One property of an alignment: key and value for CSV and JSON, label and text for the table; either may be
+// absent.
 struct Fact {
   std::string key;
   std::string label;
   Cell value;
   std::string text;
 };
-
-std::string Metres(double value) {
-  return std::isfinite(value) ? FormatFixed(value, 3) + " m" : "beyond measure";
-}
 
 std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
   const bool has_plan = !input.plan.empty();
@@ -38,25 +37,28 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
   if (has_plan) {
     const PlanMeasures plan = MeasurePlan(input.plan);
     add_count("plan_points", "Plan points", static_cast<std::int64_t>(input.plan.size()));
-    add("length", "Length", Number{plan.length}, Metres(plan.length));
+    add("length", "Length", Number{plan.length}, LengthText(plan.length));
     const double first = input.plan.front().sek;
     const double last = input.plan.back().sek;
-    const std::string direction = input.Descending() ? "falling" : "rising";
+    const std::string direction = IsDescending(input.plan) ? "descending" : "ascending";
     add("first_station", "", StationCell(first, km), "");
     add("last_station", "", StationCell(last, km), "");
     add("direction", "", direction, "");
     add("", "Stations", {}, StationText(first, km) + " to " + StationText(last, km) + ", " + direction);
-    add("min_northing", "", Number{plan.box.min_x}, "");
-    add("max_northing", "", Number{plan.box.max_x}, "");
-    add("min_easting", "", Number{plan.box.min_y}, "");
-    add("max_easting", "", Number{plan.box.max_y}, "");
-    add("", "Northing", {}, FormatFixed(plan.box.min_x, 3) + " to " + FormatFixed(plan.box.max_x, 3));
-    add("", "Easting", {}, FormatFixed(plan.box.min_y, 3) + " to " + FormatFixed(plan.box.max_y, 3));
+    add("min_northing", "", Number{plan.bounds.min_northing}, "");
+    add("max_northing", "", Number{plan.bounds.max_northing}, "");
+    add("min_easting", "", Number{plan.bounds.min_easting}, "");
+    add("max_easting", "", Number{plan.bounds.max_easting}, "");
+    add("", "Northing", {},
+        FormatFixed(plan.bounds.min_northing, 3) + " to " + FormatFixed(plan.bounds.max_northing, 3));
+    add("", "Easting", {},
+        FormatFixed(plan.bounds.min_easting, 3) + " to " + FormatFixed(plan.bounds.max_easting, 3));
     add_count("arcs", "", plan.arcs);
     add("smallest_radius", "", plan.smallest_radius ? Cell(Number{*plan.smallest_radius}) : Cell(), "");
     add("", "Arcs", {},
-        plan.arcs == 0 ? "none"
-                       : std::to_string(plan.arcs) + ", smallest radius " + Metres(*plan.smallest_radius));
+        plan.arcs == 0
+            ? "none"
+            : std::to_string(plan.arcs) + ", smallest radius " + LengthText(*plan.smallest_radius));
   }
   if (has_profile) {
     const auto [low, high] =
@@ -70,68 +72,59 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
     add("", "Profile", {},
         "stations " + StationText(input.profile.front().y, km) + " to " +
             StationText(input.profile.back().y, km) + ", levels " + FormatFixed(low->x, 3) + " to " +
-            Metres(high->x));
+            LengthText(high->x));
   }
   return facts;
 }
 
 // In the order of the file.
-Findings FindingsOf(const AlignmentInput& input) {
-  Findings findings;
-  for (const AlignmentInput::BadLine& bad : input.bad_lines)
-    findings.listed.push_back(
-        {bad.number, bad.text.empty() ? "empty line, skipped" : "unreadable, skipped: " + Quoted(bad.text)});
-  findings.left_out = input.bad_count - static_cast<std::int64_t>(input.bad_lines.size());
-  for (const Findings& more :
-       {CheckPlan(input.plan, input.plan_lines), CheckProfile(input.profile, input.profile_lines)}) {
-    findings.listed.insert(findings.listed.end(), more.listed.begin(), more.listed.end());
-    findings.left_out += more.left_out;
+BoundedFindings FindingsOf(const AlignmentInput& input) {
+  BoundedFindings all = input.skipped;
+  for (BoundedFindings& more : std::array{CheckPlan(input.plan, input.plan_lines),
+                                          CheckProfile(input.profile, input.profile_lines)}) {
+    std::move(more.listed.begin(), more.listed.end(), std::back_inserter(all.listed));
+    all.left_out += more.left_out;
   }
-  std::stable_sort(findings.listed.begin(), findings.listed.end(),
+  std::stable_sort(all.listed.begin(), all.listed.end(),
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
-  return findings;
+  return all;
 }
 
-void WriteTable(OutputFile& sink, const std::vector<Fact>& facts, const Findings& all) {
-  constexpr size_t kListed = 20;
+void WriteTable(OutputFile& output, const std::vector<Fact>& facts, const BoundedFindings& findings) {
+  constexpr std::int64_t kListed = 20;
+  const auto write = [&](const std::string& label, const std::string& text) {
+    output.Write(label + std::string(16 - label.size(), ' ') + text + "\n");
+  };
   for (const Fact& fact : facts)
-    if (!fact.label.empty())
-      sink.Write(fact.label + std::string(16 - fact.label.size(), ' ') + fact.text + "\n");
-  const std::vector<Finding>& findings = all.listed;
-  if (findings.empty()) {
-    sink.Write("Findings        none\n");
-    return;
+    if (!fact.label.empty()) write(fact.label, fact.text);
+  const std::int64_t count = findings.Count();
+  write("Findings", count == 0 ? "none" : std::to_string(count));
+  for (std::int64_t i = 0; i < std::min(count, kListed); ++i) {
+    const Finding& finding = findings.listed[static_cast<size_t>(i)];
+    output.Write("  line " + std::to_string(finding.line) + ": " + finding.text + "\n");
   }
-  const auto total = static_cast<std::int64_t>(findings.size()) + all.left_out;
-  sink.Write("Findings        " + std::to_string(total) + "\n");
-  for (size_t i = 0; i < std::min(findings.size(), kListed); ++i)
-    sink.Write("  line " + std::to_string(findings[i].line) + ": " + findings[i].text + "\n");
-  if (total > static_cast<std::int64_t>(kListed))
-    sink.Write("  and " + std::to_string(total - static_cast<std::int64_t>(kListed)) +
-               " more (--json lists them)\n");
+  if (count > kListed)
+    output.Write("  and " + std::to_string(count - kListed) + " more (--json lists them)\n");
 }
 
 // One object, with the findings as an array in it.
-void WriteJson(OutputFile& sink, const std::vector<Fact>& facts, const Findings& all) {
-  const std::vector<Finding>& findings = all.listed;
-  std::string text = "{\n";
+void WriteJson(OutputFile& output, const std::vector<Fact>& facts, const BoundedFindings& findings) {
+  nlohmann::ordered_json info;
   for (const Fact& fact : facts)
-    if (!fact.key.empty()) text += "  " + JsonString(fact.key) + ": " + JsonCell(fact.value) + ",\n";
-  if (all.left_out > 0) text += "  \"findings_left_out\": " + std::to_string(all.left_out) + ",\n";
-  text += "  \"findings\": [";
-  for (size_t i = 0; i < findings.size(); ++i)
-    text += (i == 0 ? "\n" : ",\n") +
-            ("    {\"line\": " + std::to_string(findings[i].line) + ", \"text\": ") +
-            JsonString(findings[i].text) + "}";
-  sink.Write(text + (findings.empty() ? "]\n}\n" : "\n  ]\n}\n"));
+    if (!fact.key.empty()) info[fact.key] = JsonOf(fact.value);
+  if (findings.left_out > 0) info["findings_left_out"] = findings.left_out;
+  nlohmann::ordered_json& list = info["findings"] = nlohmann::ordered_json::array();
+  for (const Finding& finding : findings.listed)
+    list.push_back({{"line", finding.line}, {"text", finding.text}});
+  output.Write(JsonText(info, 2) + "\n");
 }
 
-void WriteCsv(OutputFile& sink, const std::vector<Fact>& facts, const Findings& findings) {
-  RecordWriter records(sink, OutputFormat::kCsv, {{"what", ""}, {"line", ""}, {"value", ""}});
+void WriteCsv(OutputFile& output, const std::vector<Fact>& facts, const BoundedFindings& findings) {
+  RecordWriter records(output, OutputFormat::kCsv, {{"what", ""}, {"line", ""}, {"value", ""}});
   for (const Fact& fact : facts)
     if (!fact.key.empty()) records.Row({fact.key, {}, fact.value});
   for (const Finding& finding : findings.listed)
-    records.Row({std::string("finding"), static_cast<std::int64_t>(finding.line), finding.text});
+    records.Row({std::string("finding"), finding.line, finding.text});
   if (findings.left_out > 0) records.Row({std::string("findings_left_out"), {}, findings.left_out});
   records.Finish();
 }
@@ -142,20 +135,20 @@ void AlignInfo(const InfoOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   const std::vector<Fact> facts = FactsOf(input, options.output.km);
-  const Findings findings = FindingsOf(input);
-  OutputFile sink(options.output.file, {options.file});
+  const BoundedFindings findings = FindingsOf(input);
+  OutputFile output(options.output.file, {options.file});
   switch (options.output.Format()) {
     case OutputFormat::kCsv:
-      WriteCsv(sink, facts, findings);
+      WriteCsv(output, facts, findings);
       break;
     case OutputFormat::kJson:
-      WriteJson(sink, facts, findings);
+      WriteJson(output, facts, findings);
       break;
     case OutputFormat::kTable:
-      WriteTable(sink, facts, findings);
+      WriteTable(output, facts, findings);
       break;
   }
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -9,8 +9,8 @@ void AlignLevel(const LevelOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequireProfile(input);
-  OutputFile sink(options.output.file, {options.file});
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file, {options.file});
+  RecordWriter records(output, options.output.Format(),
                        {{"station", "station", true}, {"level", "level", true}, {"status", "status"}});
   bool all = true;
   for (const double station : options.stations) {
@@ -23,7 +23,7 @@ void AlignLevel(const LevelOptions& options) {
     records.Row(cells);
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (all) return;
   Warn(At(options.file,
           "the profile has levels from station " + StationText(input.profile.front().y, options.output.km) +

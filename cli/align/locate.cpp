@@ -1,17 +1,150 @@
 #include <array>
+#include <charconv>
 #include <limits>
 
-#include "cli/align/axis_check.h"
 #include "cli/align/commands.h"
-#include "cli/align/locate_rows.h"
+#include "cli/align/placing.h"
+#include "cli/align/point_list.h"
+#include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/measures.h"
+#include "velmora/alignment/station_text.h"
 
 namespace velmora::cli {
 namespace {
 
-// How the rows turned out, for the line at the end.
+// --- a row of the result
+
+// A number, or an empty place.
+struct Value {
+  bool given;
+  double number;
+};
+struct Station : Value {
+  bool km;
+};
+// The side of an offset.
+struct Side : Value {};
+// An offset with its side, in the table alone.
+struct OffsetAndSide : Value {};
+
+// Calls row->Add(key, title, right, value) for each column in order; key and title as in Column. `placing`
+// is ignored for a row that is not a point.
+template <class Row>
+void AddColumns(const ListedPoint& point, const Placing& placing, bool km, Row* row) {
+  const bool is_point = point.problem.empty();
+  const bool found =
+      is_point && (placing.status == PlaceStatus::kOn || placing.status == PlaceStatus::kOutsideArea);
+  const Value offset{found, placing.offset};
+  const Value profile{is_point && placing.profile_level, placing.profile_level.value_or(0)};
+  const Value level{is_point && point.level, point.level.value_or(0)};
+  std::string unreadable;
+  if (!is_point) unreadable = "unreadable row (line " + std::to_string(point.line) + "): " + point.problem;
+  row->Add("id", "id", false, point.id);
+  row->Add("northing", "northing", true, Value{is_point, point.northing});
+  row->Add("easting", "easting", true, Value{is_point, point.easting});
+  row->Add("station", "station", true, Station{{found, placing.station}, km});
+  row->Add("offset", "", false, offset);
+  row->Add("side", "", false, Side{offset});
+  row->Add("", "offset", true, OffsetAndSide{offset});
+  row->Add("profile_level", "profile", true, profile);
+  row->Add("level", "level", true, level);
+  row->Add("difference", "diff", true, Value{profile.given && level.given, level.number - profile.number});
+  row->Add("status", "status", false, is_point ? std::string_view(StatusText(placing.status)) : unreadable);
+  row->Add("line", "", false, point.line);
+}
+
+// The columns alone.
+struct ColumnRow {
+  template <class AnyValue>
+  void Add(const char* key, const char* title, bool right, const AnyValue&) {
+    columns.push_back({key, title, right});
+  }
+  std::vector<Column> columns;
+};
+
+// The values as cells.
+class CellRow {
+ public:
+  template <class AnyValue>
+  void Add(const char*, const char*, bool, const AnyValue& value) {
+    cells.push_back(CellOf(value));
+  }
+  std::vector<Cell> cells;
+
+ private:
+  static Cell CellOf(std::string_view text) { return std::string(text); }
+  static Cell CellOf(std::int64_t integer) { return integer; }
+  static Cell CellOf(Value value) { return value.given ? Cell(Number{value.number}) : Cell(); }
+  static Cell CellOf(Station station) {
+    return station.given ? StationCell(station.number, station.km) : Cell();
+  }
+  static Cell CellOf(Side offset) { return offset.given ? Cell(OffsetSide(offset.number)) : Cell(); }
+  static Cell CellOf(OffsetAndSide offset) { return offset.given ? Cell(OffsetText(offset.number)) : Cell(); }
+};
+
+// The values as a line of CSV, without cells in between: most of the time of a large list is spent here.
+class CsvRow {
+ public:
+  explicit CsvRow(std::string* text) : text_(text) {}
+  template <class AnyValue>
+  void Add(const char*, const char*, bool, const AnyValue& value) {
+    Put(value);
+  }
+  void End() {
+    at_[-1] = '\n';
+    Flush();
+  }
+
+ private:
+  void Put(std::string_view text) {
+    Flush();
+    AppendCsvText(text, text_);
+    *at_++ = ',';
+  }
+  void Put(std::int64_t integer) {
+    at_ = std::to_chars(at_, row_.data() + row_.size(), integer).ptr;
+    *at_++ = ',';
+  }
+  void Put(Value value) {
+    constexpr int kDecimals = 3;
+    if (row_.data() + row_.size() - at_ < static_cast<std::ptrdiff_t>(2 * kLongestCsvNumber)) Flush();
+    if (value.given) at_ = PutCsvNumber(value.number, kDecimals, at_);
+    *at_++ = ',';
+  }
+  void Put(Station station) {
+    if (station.given && station.km)
+      Put(StationText(station.number, true));
+    else
+      Put(static_cast<Value>(station));
+  }
+  void Put(Side offset) {
+    if (offset.given)
+      for (const char c : OffsetSide(offset.number)) *at_++ = c;
+    *at_++ = ',';
+  }
+  void Put(OffsetAndSide) {}
+  void Flush() {
+    text_->append(row_.data(), at_);
+    at_ = row_.data();
+  }
+
+  std::string* text_;
+  std::array<char, 4 * kLongestCsvNumber> row_;
+  char* at_ = row_.data();
+};
+
+std::vector<Column> LocateColumns() {
+  ColumnRow row;
+  AddColumns({}, {}, false, &row);
+  return std::move(row.columns);
+}
+
+// --- the command
+
+// The number of rows of each status, for the line at the end.
 class Tally {
  public:
   void Add(PlaceStatus status) { ++placed_[static_cast<size_t>(status)]; }
@@ -43,19 +176,19 @@ class Tally {
 std::optional<StationArea> AreaOf(const LocateOptions& options) {
   if (!options.area && !options.offsets) return std::nullopt;
   constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  const Range stations = options.area.value_or(Range{-kNoLimit, kNoLimit});
-  const Range offsets = options.offsets.value_or(Range{-kNoLimit, kNoLimit});
+  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
+  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
   return StationArea{stations.low, stations.high, offsets.low, offsets.high};
 }
 
-// Some thousand rows on their way through.
+// Some thousand rows, from reading to writing.
 struct Block {
-  explicit Block(const Box& box) : axes(box) {}
+  explicit Block(const PlanBounds& bounds) : axes(bounds) {}
 
   RowBlock rows;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
   std::vector<ListedPoint> points;
-  std::vector<Placing> placings;  // of each point, also of rows that are none
+  std::vector<Placing> placings;  // of each row, also of those that are not points
   std::string csv;                // the rows' text, when CSV is wanted
   AxisCheck axes;
   Tally tally;
@@ -63,8 +196,8 @@ struct Block {
 
 constexpr size_t kUsualResult = 128;  // bytes of a row
 
-// Everything of a block that needs no other block.
-void WorkOut(const Placer& placer, const RowLayout& layout, bool csv, bool km, Block* block) {
+// Reads a block's points, places them and formats the rows of CSV; runs in any thread.
+void PlaceBlock(const Placer& placer, const RowLayout& layout, bool csv, bool km, Block* block) {
   constexpr size_t kShortRow = 24;
   block->points.reserve(block->rows.bytes.size() / kShortRow);
   PointsOfBlock(block->rows, layout, &block->points);
@@ -87,19 +220,22 @@ void WorkOut(const Placer& placer, const RowLayout& layout, bool csv, bool km, B
     } else {
       block->tally.AddUnreadable();
     }
-    if (csv) AppendLocateCsv(point, block->placings[i], km, &block->csv);
+    if (!csv) continue;
+    CsvRow row(&block->csv);
+    AddColumns(point, block->placings[i], km, &row);
+    row.End();
   }
 }
 
-// Writes finished blocks and keeps what is said at the end.
+// Writes finished blocks and collects the notes for the end.
 class Results {
  public:
-  Results(const LocateOptions& options, const Box& box, std::uint64_t size)
+  Results(const LocateOptions& options, const PlanBounds& bounds, std::uint64_t size)
       : options_(options),
         format_(options.output.Format()),
-        sink_(options.output.file, {options.file, options.points}),
-        records_(sink_, format_, LocateColumns()),
-        axes_(box),
+        output_(options.output.file, {options.file, options.points}),
+        records_(output_, format_, LocateColumns()),
+        axes_(bounds),
         progress_("Placing points", size) {}
 
   bool IsCsv() const { return format_ == OutputFormat::kCsv; }
@@ -116,34 +252,35 @@ class Results {
         }
     tally_.Add(block.tally);
     if (IsCsv()) {
-      sink_.Write(block.csv);
+      output_.Write(block.csv);
       return;
     }
-    for (size_t i = 0; i < block.points.size(); ++i)
-      records_.Row(LocateCells(block.points[i], block.placings[i], options_.output.km));
+    for (size_t i = 0; i < block.points.size(); ++i) {
+      CellRow row;
+      AddColumns(block.points[i], block.placings[i], options_.output.km, &row);
+      records_.Row(row.cells);
+    }
   }
 
   void Finish() {
     records_.Finish();
-    if (format_ == OutputFormat::kTable) sink_.Write("\n" + tally_.Text() + "\n");
-    sink_.Finish();
+    if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
+    output_.Finish();
     if (axes_.LooksSwapped())
-      Warn(At(options_.points, "northing and easting look exchanged: " + std::to_string(axes_.NearSwapped()) +
-                                   " points lie near the road with them swapped, " +
-                                   std::to_string(axes_.Near()) +
-                                   " as they stand; check the columns' titles or order"));
+      Warn(At(options_.points, "northing and easting look swapped: " + std::to_string(axes_.NearSwapped()) +
+                                   " points lie near the road when swapped, " + std::to_string(axes_.Near()) +
+                                   " as given; check the titles or the order of the columns"));
     if (tally_.Unreadable() == 0) return;
     Warn(At(options_.points, first_problem_.line,
             first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
-                " not placed, correct and run again"));
+                (tally_.Unreadable() == 1 ? " row was" : " rows were") + " not placed"));
     throw ExitWith{1};
   }
 
  private:
   const LocateOptions& options_;
   OutputFormat format_;
-  OutputFile sink_;
+  OutputFile output_;
   RecordWriter records_;
   AxisCheck axes_;
   Tally tally_;
@@ -161,12 +298,12 @@ void AlignLocate(const LocateOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   PointList points(options.points);
-  const Box box = MeasurePlan(input.plan).box;
-  Results results(options, box, points.Rows().Size());
+  const PlanBounds bounds = MeasurePlan(input.plan).bounds;
+  Results results(options, bounds, points.Rows().Size());
   const Placer placer(&input, options.mode, AreaOf(options));
   const RowLayout layout = points.Layout();
   OrderedWorkers<Block> workers(placer.IsThreadSafe() ? options.threads : 1, [&](Block* block) {
-    WorkOut(placer, layout, results.IsCsv(), options.output.km, block);
+    PlaceBlock(placer, layout, results.IsCsv(), options.output.km, block);
   });
   const auto put = [&](std::unique_ptr<Block> block) {
     block->consumed = points.Rows().Consumed();
@@ -174,16 +311,16 @@ void AlignLocate(const LocateOptions& options) {
     workers.Put(std::move(block));
   };
 
-  auto block = std::make_unique<Block>(box);
-  // The row that told the columns apart may be a point itself.
+  auto block = std::make_unique<Block>(bounds);
+  // The first row may be a point and not a header.
   if (ListedPoint first; points.TakeFirst(&first)) {
     block->points.push_back(std::move(first));
     put(std::move(block));
-    block = std::make_unique<Block>(box);
+    block = std::make_unique<Block>(bounds);
   }
   while (points.NextBlock(&block->rows)) {
     put(std::move(block));
-    block = std::make_unique<Block>(box);
+    block = std::make_unique<Block>(bounds);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish();

@@ -1,13 +1,13 @@
 #include <cmath>
 
 #include "cli/align/commands.h"
-#include "cli/align/offset_text.h"
 #include "cli/align/placing.h"
 #include "cli/input/columns.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -34,22 +34,26 @@ std::vector<Column> PlaceColumns() {
           {"line", ""}};
 }
 
+// A signed number, or one with its side: "V 3.2", "h12.4".
+std::optional<double> ParseOffset(std::wstring_view text, bool decimal_comma) {
+  text = TrimBlanks(text);
+  double sign = 0;
+  if (!text.empty()) {
+    const wchar_t side = UpperLetter(text.front());
+    sign = side == L'V' ? -1 : side == L'H' ? 1 : 0;
+  }
+  if (sign == 0) return FieldNumber(text, decimal_comma);
+  const std::optional<double> metres = FieldNumber(TrimBlanks(text.substr(1)), decimal_comma);
+  if (!metres || *metres < 0) return std::nullopt;
+  return sign * *metres;
+}
+
 std::optional<double> StationOf(const ListReader& list) {
   if (const std::optional<double> metres = list.Value(kStation)) return metres;
   std::string text = Utf8FromWide(list.Text(kStation));
   if (list.DecimalComma() && text.find('.') == std::string::npos)
     for (char& c : text) c = c == ',' ? '.' : c;
   return ParseStation(text);
-}
-
-// Why no map point came back for a station.
-PlaceStatus WhyOff(const AlignmentInput& input, double station) {
-  const double first = input.plan.front().sek;
-  const double last = input.plan.back().sek;
-  const bool descending = input.Descending();
-  if (descending ? station > first : station < first) return PlaceStatus::kBeforeStart;
-  if (descending ? station < last : station > last) return PlaceStatus::kBeyondEnd;
-  return PlaceStatus::kNothing;
 }
 
 }  // namespace
@@ -61,8 +65,8 @@ void AlignPlace(const PlaceOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   ListReader list(options.stations, StationRoles());
-  OutputFile sink(options.output.file, {options.file, options.stations});
-  RecordWriter records(sink, options.output.Format(), PlaceColumns());
+  OutputFile output(options.output.file, {options.file, options.stations});
+  RecordWriter records(output, options.output.Format(), PlaceColumns());
   Progress progress("Placing stations", list.Rows().Size());
   std::int64_t rows = 0;
   std::int64_t unreadable = 0;
@@ -96,19 +100,19 @@ void AlignPlace(const PlaceOptions& options) {
       cells[6] = Number{y};
       if (const std::optional<double> level = LevelAt(input, *station)) cells[7] = Number{*level};
     }
-    cells[8] = StatusText(placed ? PlaceStatus::kOn : WhyOff(input, *station));
+    cells[8] = StatusText(placed ? PlaceStatus::kOn : StatusOf(WhyNotFound(input.plan, *station)));
     records.Row(cells);
   }
   records.Finish();
-  sink.Finish();
-  // The suite turns the sign of an offset that it finds on falling stations, and takes it unturned here.
-  if (input.Descending())
+  output.Finish();
+  // On descending stations the suite reverses the sign of an offset that it finds, but not of one it places.
+  if (IsDescending(input.plan))
     Warn(At(options.file,
-            "its stations fall: V and H are taken along its points from first to last, and align locate "
-            "tells them the other way; change the side of offsets that come from there"));
+            "its stations are descending: V and H are left and right along its points from first to last, "
+            "and align locate reports the opposite side; swap the side of offsets that it reported"));
   if (unreadable == 0) return;
   Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
-       " not placed, correct and run again");
+       " not placed");
   throw ExitWith{1};
 }
 

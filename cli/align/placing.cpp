@@ -2,9 +2,13 @@
 
 #include <cmath>
 
-#include "cli/align/off_end.h"
-
 namespace velmora::cli {
+
+PlaceStatus StatusOf(OffEnd end) {
+  return end == OffEnd::kBeforeStart ? PlaceStatus::kBeforeStart
+         : end == OffEnd::kBeyondEnd ? PlaceStatus::kBeyondEnd
+                                     : PlaceStatus::kNothing;
+}
 
 const char* StatusText(PlaceStatus status) {
   switch (status) {
@@ -52,12 +56,9 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
     const bool is_station = std::isfinite(station[i]) && station[i] < CVaglinje::Sekkoll;
     if (found[i] < 0 || !is_station) {
       const PlanePoint p{easting[i], northing[i]};
-      // Where everything was searched, a vertex that is no end would have been taken.
-      const OffEnd off_end =
-          plan_ && found[i] < 0 ? WhyMissedAtEnd(input_->plan, p) : WhyMissed(input_->plan, p);
-      placing.status = off_end == OffEnd::kBeforeStart ? PlaceStatus::kBeforeStart
-                       : off_end == OffEnd::kBeyondEnd ? PlaceStatus::kBeyondEnd
-                                                       : PlaceStatus::kNothing;
+      // Where every vertex was searched, the nearest is an end: any other would have been found.
+      placing.status =
+          StatusOf(plan_ && found[i] < 0 ? WhyNotFoundAtEnd(input_->plan, p) : WhyNotFound(input_->plan, p));
       continue;
     }
     const bool outside = area_ && !area_->Holds(station[i], offset[i]);

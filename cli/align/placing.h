@@ -1,4 +1,4 @@
-// One point on an alignment: what the library finds for it.
+// Map points on an alignment: station, offset and level.
 #ifndef VELMORA_CLI_ALIGN_PLACING_H_
 #define VELMORA_CLI_ALIGN_PLACING_H_
 
@@ -6,12 +6,14 @@
 #include <string>
 
 #include "cli/align/alignment_input.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_area.h"
 #include "velmora/locator/locator.h"
 
 namespace velmora::cli {
 
 enum class PlaceStatus { kOn, kOutsideArea, kBeforeStart, kBeyondEnd, kNothing };
+PlaceStatus StatusOf(OffEnd end);
 const char* StatusText(PlaceStatus status);
 
 struct Placing {
@@ -24,7 +26,8 @@ struct Placing {
 // Finds points' stations and offsets, many at a time.
 class Placer {
  public:
-  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and told apart. `input` outlives this.
+  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and get kOutsideArea. `input`
+  // outlives this.
   Placer(AlignmentInput* input, int mode, std::optional<StationArea> area);
 
   // Whether Place may run in several threads at once.

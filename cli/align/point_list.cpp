@@ -25,7 +25,7 @@ void TakePoint(const Fields& fields, ListedPoint* point) {
   const bool bad_level = !point->level && !fields.IsEmpty(kLevel);
   if (northing && easting && !bad_level) return;
   const PointRole bad = !northing ? kNorthing : !easting ? kEasting : kLevel;
-  point->problem = NoNumber(PointRoles()[bad], fields.Utf8(bad));
+  point->problem = NotANumber(PointRoles()[bad], fields.Utf8(bad));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ struct ListedPoint {
   double northing = 0;
   double easting = 0;
   std::optional<double> level;
-  std::string problem;  // why the row is no point; empty when it is one
+  std::string problem;  // why the row is not a point; empty for a point
 };
 
 // Columns id, northing, easting and level, by header (id/namn, x/n/northing, y/e/easting, z/level and some
@@ -28,8 +28,8 @@ class PointList {
   bool Next(ListedPoint* point);
   const RowReader& Rows() const { return list_.Rows(); }
 
-  // For many rows at once: the first row, where it is a point and no header, then the others by the block.
-  // What a block holds is for PointsOfBlock, from any thread.
+  // For many rows at once: the first row, where it is a point and not a header, then the others in blocks
+  // for PointsOfBlock, from any thread.
   bool TakeFirst(ListedPoint* point) { return list_.FirstIsData() && Next(point); }
   bool NextBlock(RowBlock* block) { return list_.NextBlock(block); }
   RowLayout Layout() const { return list_.Layout(); }

@@ -11,7 +11,7 @@ namespace {
 Cell FieldCell(const CodeField& field, const CString& text) {
   if (text.IsEmpty() && field.number) return {};
   const std::optional<double> number = field.number ? ParseNumber(text.GetView()) : std::nullopt;
-  if (number) return Shown{*number, ToUtf8(text)};
+  if (number) return NumberAsText{*number, ToUtf8(text)};
   return ToUtf8(text);
 }
 

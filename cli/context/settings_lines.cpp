@@ -18,7 +18,7 @@ constexpr char kTooLarge[] = "is too large for a settings or code file; is it on
 
 std::string ReadTextLines(const CString& path, TextLines* lines) {
   const std::optional<FileStatus> status = GetFileStatus(path);
-  if (path.IsEmpty()) return "the name of a file is missing";
+  if (path.IsEmpty()) return "a file name is missing";
   if (!status) return "no such file";
   if (status->kind == FileKind::kFolder) return "is a folder, and a file belongs there; move it away";
   if (status->kind == FileKind::kOther) return "is not a regular file";

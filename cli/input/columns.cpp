@@ -9,7 +9,7 @@
 namespace velmora::cli {
 namespace {
 
-// "Northing (m)" and "z [m]" go by their names.
+// "Northing (m)" and "z [m]" are found by their names.
 std::wstring_view WithoutUnit(std::wstring_view title) {
   return TrimBlanks(title.substr(0, std::min(title.find_first_of(L"(["), title.size())));
 }
@@ -33,8 +33,8 @@ ListReader::ListReader(const std::string& file, std::vector<Role> roles)
   for (size_t i = 0; i < columns_.size(); ++i) columns_[i] = i;
 }
 
-// Whether the required columns hold numbers where they stand without a header. One that does is enough:
-// the other is then a damaged number, not a title.
+// Whether a required column holds a number at its position without a header. One is enough: the other is
+// then a damaged number and not a title.
 bool ListReader::LooksLikeData() const {
   for (size_t i = 0; i < roles_.size(); ++i)
     if (roles_[i].required && i < rows_.Fields().size() &&
@@ -48,8 +48,8 @@ void ListReader::TakeHeader() {
   const std::vector<std::wstring>& fields = rows_.Fields();
   if (fields.size() == 1)
     throw Refusal(At(rows_.File(), rows_.Line(),
-                     "has no columns; a list has a comma, semicolon or tab between them, and is UTF-8 or "
-                     "Windows-1252 text"));
+                     "has only one column; a list has a comma, semicolon or tab between its columns, and is "
+                     "UTF-8 or Windows-1252 text"));
   for (size_t i = 0; i < roles_.size(); ++i)
     for (const std::wstring& title : roles_[i].titles) {
       const auto found = std::find_if(fields.begin(), fields.end(), [&](const std::wstring& field) {
@@ -61,8 +61,8 @@ void ListReader::TakeHeader() {
   for (size_t i = 0; i < roles_.size(); ++i)
     if (roles_[i].required && !columns_[i])
       throw Refusal(At(rows_.File(), rows_.Line(),
-                       "no column for " + roles_[i].name + "; name one of them " + Titles(roles_[i]) +
-                           ", or leave the header out"));
+                       "no column for " + roles_[i].name + "; use one of the titles " + Titles(roles_[i]) +
+                           ", or omit the header"));
 }
 
 bool ListReader::Next() {
@@ -84,11 +84,11 @@ std::optional<double> ListReader::Value(size_t role) const {
   return FieldNumber(Text(role), rows_.DecimalComma());
 }
 
-std::string ListReader::Problem(size_t role) const { return NoNumber(roles_[role], Utf8(role)); }
+std::string ListReader::Problem(size_t role) const { return NotANumber(roles_[role], Utf8(role)); }
 
-std::string NoNumber(const Role& role, const std::string& field) {
-  if (field.empty()) return "no " + role.name;
-  return role.name + " " + Quoted(field) + " is no number";
+std::string NotANumber(const Role& role, const std::string& field) {
+  if (field.empty()) return role.name + " is missing";
+  return role.name + " " + Quoted(field) + " is not a number";
 }
 
 }  // namespace velmora::cli

@@ -12,26 +12,26 @@
 
 namespace velmora::cli {
 
-// A column that is looked for. Without a header the columns stand in the order of their roles.
+// A column that a reader asks for. Without a header the columns stand in the order of their roles.
 struct Role {
   std::string name;                  // in error lines
-  std::vector<std::wstring> titles;  // that it goes by; of several present the earlier in this list wins
+  std::vector<std::wstring> titles;  // of several present the earlier in this list wins
   bool required = false;             // a number that every row needs
 };
 
-// Why a field is not the number it should be, for the status of a row: `northing "66x" is no number`.
-std::string NoNumber(const Role& role, const std::string& field);
+// Why a field is not the number it should be, for the status of a row: `northing "66x" is not a number`.
+std::string NotANumber(const Role& role, const std::string& field);
 
 // Rows of a list by role.
 class ListReader {
  public:
-  // Looks at the first row. Throws a Refusal when the file cannot be opened, or has a header without a
+  // Reads the first row. Throws a Refusal when the file cannot be opened, or has a header without a
   // required column.
   ListReader(const std::string& file, std::vector<Role> roles);
 
   // The next row of data. False at the end.
   bool Next();
-  // Whether Next gives the first row, because it is no header.
+  // Whether Next gives the first row, because it is not a header.
   bool FirstIsData() const { return first_is_data_; }
 
   std::int64_t Line() const { return rows_.Line(); }
@@ -40,14 +40,14 @@ class ListReader {
   std::wstring Text(size_t role) const;
   std::string Utf8(size_t role) const;
   bool IsEmpty(size_t role) const { return Text(role).empty(); }
-  // Nothing when the field is empty or no number.
+  // Nothing when the field is empty or not a number.
   std::optional<double> Value(size_t role) const;
-  // As NoNumber, for a role's field.
+  // As NotANumber, for a role's field.
   std::string Problem(size_t role) const;
 
   const RowReader& Rows() const { return rows_; }
 
-  // Rows behind the last Next, many at once; RowFields takes them apart.
+  // The rows after the last Next, many at once; RowFields splits them.
   bool NextBlock(RowBlock* block) { return rows_.NextBlock(block); }
   RowLayout Layout() const { return {rows_.File(), rows_.Separator(), columns_}; }
 

@@ -10,7 +10,7 @@
 namespace velmora::cli {
 namespace {
 
-// The number of a plain field: a sign, at most fifteen digits and one point. Others take the general way.
+// The number of a plain field: a sign, at most fifteen digits and one point. Others are left to FieldNumber.
 std::optional<double> PlainNumber(std::string_view field, bool decimal_comma) {
   constexpr int kMostDigits = 15;  // below 2^53, and so are the powers of ten: their quotient is exact
   constexpr std::array<double, kMostDigits + 1> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,

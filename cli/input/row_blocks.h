@@ -1,4 +1,4 @@
-// A list read by the block, for rows that are taken apart by several threads at once.
+// A list read in blocks, whose rows several threads split at once.
 #ifndef VELMORA_CLI_INPUT_ROW_BLOCKS_H_
 #define VELMORA_CLI_INPUT_ROW_BLOCKS_H_
 
@@ -12,12 +12,12 @@
 
 namespace velmora::cli {
 
-// What a list's first rows say about all of them.
+// The layout of a list, from its first row.
 struct RowLayout {
   std::string file;  // for error lines
   wchar_t separator = L',';
   std::vector<std::optional<size_t>> columns;  // by role
-  // Where the separator is no comma, a comma is a decimal point.
+  // A comma is a decimal point unless it is the separator.
   bool DecimalComma() const { return separator != L','; }
 };
 
@@ -32,7 +32,7 @@ class RowFields {
 
   std::string Utf8(size_t role) const;
   bool IsEmpty(size_t role) const { return is_plain_ ? plain_[role].empty() : Wide(role).empty(); }
-  // Nothing when the field is empty or no number.
+  // Nothing when the field is empty or not a number.
   std::optional<double> Value(size_t role) const;
 
  private:

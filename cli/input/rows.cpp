@@ -16,7 +16,7 @@ void RefuseUnopened(const std::string& file) {
 }
 
 void RefuseLongRow(const std::string& file, std::int64_t line) {
-  throw Refusal(At(file, line, "this line is far too long for a row; is it a list of points at all?"));
+  throw Refusal(At(file, line, "this line is too long for a row; is the file a list of points?"));
 }
 
 wchar_t DetectSeparator(std::wstring_view row) {
@@ -76,7 +76,7 @@ bool RowReader::Next() {
     if (static_cast<size_t>(text_.GetLength()) > kLongestRow) RefuseLongRow(file_, line_);
     if (TrimBlanks(text_.GetView()).empty()) continue;
     if (separator_ == 0) {
-      // Some spreadsheets say it on a line of its own.
+      // Some spreadsheets name the separator on a line of its own.
       const std::wstring_view row = text_.GetView();
       if (row.size() == 5 && EqualNoCase(row.substr(0, 4), L"sep=")) {
         separator_ = row[4];
@@ -113,8 +113,7 @@ bool RowReader::NextBlock(RowBlock* block) {
 }
 
 void RowReader::RefuseUnread() const {
-  throw Refusal(
-      At(file_, line_ + 1, "cannot be read further: a read error, or a line far too long for a list"));
+  throw Refusal(At(file_, line_ + 1, "reading stopped here: a read error, or a line too long for a list"));
 }
 
 }  // namespace velmora::cli

@@ -1,5 +1,5 @@
-// Rows of a list of points or stations from anywhere: comma, semicolon or tab between the fields, UTF-8
-// or Windows-1252, with or without a byte-order mark, quoted or not.
+// Rows of a list of points or stations: comma, semicolon or tab between the fields, UTF-8, UTF-16 or
+// Windows-1252, with or without a byte-order mark, quoted or not.
 #ifndef VELMORA_CLI_INPUT_ROWS_H_
 #define VELMORA_CLI_INPUT_ROWS_H_
 
@@ -13,16 +13,16 @@
 
 namespace velmora::cli {
 
-// Throws a Refusal that tells why a file could not be opened.
+// Throws a Refusal that says why a file could not be opened.
 [[noreturn]] void RefuseUnopened(const std::string& file);
 
 // Throws a Refusal for a row of more than RowReader::kLongestRow.
 [[noreturn]] void RefuseLongRow(const std::string& file, std::int64_t line);
 
-// Whole lines of a list as the file has them.
+// Whole lines of a list, as bytes.
 struct RowBlock {
   std::string bytes;
-  TextEncoding encoding = TextEncoding::kWindows1252;  // that one: lines that are valid UTF-8 are UTF-8
+  TextEncoding encoding = TextEncoding::kWindows1252;  // in which lines that are valid UTF-8 are UTF-8
   std::int64_t first_line = 1;
 };
 
@@ -45,12 +45,12 @@ class RowReader {
   // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on, or
   // has a row of more than kLongestRow.
   bool Next();
-  // Many rows at once, those behind the last Next: whole lines, blank ones too. False and throws likewise.
+  // The rows after the last Next, many at once: whole lines, blank ones too. Fails as Next does.
   bool NextBlock(RowBlock* block);
   const std::vector<std::wstring>& Fields() const { return fields_; }
   std::int64_t Line() const { return line_; }
   wchar_t Separator() const { return separator_; }
-  // Where the separator is no comma, a comma is a decimal point.
+  // A comma is a decimal point unless it is the separator.
   bool DecimalComma() const { return separator_ != L','; }
 
   // In characters. Every field of a row takes memory of its own.

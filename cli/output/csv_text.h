@@ -13,7 +13,7 @@
 
 namespace velmora::cli {
 
-// Quoted where it has to be.
+// Quoted where its characters require it.
 inline void AppendCsvText(std::string_view text, std::string* row) {
   const auto is_special = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
   if (std::none_of(text.begin(), text.end(), is_special)) {
@@ -28,8 +28,8 @@ inline void AppendCsvText(std::string_view text, std::string* row) {
   *row += '"';
 }
 
-// Writes a number with one decimal more than tables show, nothing for what is no number, and moves behind it.
-// Needs room for kLongestCsvNumber characters.
+// Writes a number with one decimal more than tables show, nothing for one that is not finite, and returns the
+// end. Needs room for kLongestCsvNumber characters.
 inline constexpr size_t kLongestCsvNumber = 340;
 inline char* PutCsvNumber(double value, int decimals, char* at) {
   if (const size_t length = WritePlainFixed(value, decimals + 1, at)) return at + length;

@@ -27,7 +27,8 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
   }
   for (const std::string& input : inputs)
     if (SameFile(file, input))
-      throw Refusal(At(file, "is being read and would be replaced by the result; give -o another name"));
+      throw Refusal(
+          At(file, "is read by this command and would be replaced by the result; give -o another name"));
   const CString path = PathFromSystem(file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (status && status->kind == FileKind::kOther) {
@@ -57,7 +58,11 @@ void OutputFile::Finish() {
 
 void OutputFile::Fail() const {
   if (IsStandard(file_)) throw Refusal("standard output cannot be written; is the disk full?");
-  throw Refusal(At(file_,
+  RefuseUnwritable(file_);
+}
+
+void RefuseUnwritable(const std::string& file) {
+  throw Refusal(At(file,
                    "cannot be written (no such folder, write-protected, or the disk is full); nothing "
                    "was changed there"));
 }

@@ -1,4 +1,4 @@
-// Where a command's result goes: standard output, or a file that appears only when it is complete.
+// The output of a command: standard output, or a file that appears only when it is complete.
 #ifndef VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
 #define VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_
 
@@ -32,6 +32,9 @@ class OutputFile {
   std::FILE* stream_ = nullptr;
   std::optional<FileReplacement> replacement_;
 };
+
+// Throws a Refusal for a file that could not be written and is as it was.
+[[noreturn]] void RefuseUnwritable(const std::string& file);
 
 // Whether two names stand for one file on disk.
 bool SameFile(const std::string& a, const std::string& b);

@@ -8,9 +8,9 @@
 namespace velmora::cli {
 namespace {
 
-constexpr auto kPatience = std::chrono::seconds(1);
+constexpr auto kDelay = std::chrono::seconds(1);
 constexpr auto kRefresh = std::chrono::milliseconds(200);
-constexpr std::uint64_t kRowsBetweenLooks = 256;
+constexpr std::uint64_t kRowsBetweenReadings = 256;
 constexpr size_t kBarWidth = 30;
 
 }  // namespace
@@ -19,7 +19,7 @@ Progress::Progress(std::string what, std::uint64_t total)
     : what_(std::move(what)),
       total_(total),
       wanted_(StandardErrorIsTerminal()),
-      next_(Clock::now() + kPatience) {}
+      next_(Clock::now() + kDelay) {}
 
 Progress::~Progress() {
   if (shown_) std::fputs("\r\033[K", stderr);
@@ -27,7 +27,7 @@ Progress::~Progress() {
 
 void Progress::Update(std::uint64_t done, std::uint64_t rows) {
   if (!wanted_ || rows < next_rows_) return;
-  next_rows_ = rows + kRowsBetweenLooks;
+  next_rows_ = rows + kRowsBetweenReadings;
   const Clock::time_point now = Clock::now();
   if (now < next_) return;
   next_ = now + kRefresh;

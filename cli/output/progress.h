@@ -10,13 +10,13 @@ namespace velmora::cli {
 
 class Progress {
  public:
-  // `total` 0: it is not known, and only the count is shown.
+  // With a `total` of 0, unknown, only the count is shown.
   Progress(std::string what, std::uint64_t total);
-  ~Progress();  // wipes the bar
+  ~Progress();  // clears the bar
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  // Cheap: looks at the clock every few hundred rows.
+  // Cheap: reads the clock every few hundred rows.
   void Update(std::uint64_t done, std::uint64_t rows);
 
  private:

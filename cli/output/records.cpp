@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "cli/output/csv_text.h"
@@ -23,7 +22,7 @@ std::string CellText(const Cell& cell) {
   if (const auto* text = std::get_if<std::string>(&cell)) return *text;
   if (const auto* integer = std::get_if<std::int64_t>(&cell)) return std::to_string(*integer);
   if (const auto* number = std::get_if<Number>(&cell)) return FormatFixed(number->value, number->decimals);
-  if (const auto* shown = std::get_if<Shown>(&cell)) return shown->text;
+  if (const auto* shown = std::get_if<NumberAsText>(&cell)) return shown->text;
   return {};
 }
 
@@ -44,8 +43,8 @@ OutputFormat OutputOptions::Format() const {
   return OutputFormat::kTable;
 }
 
-RecordWriter::RecordWriter(OutputFile& sink, OutputFormat format, std::vector<Column> columns)
-    : sink_(sink), format_(format), columns_(std::move(columns)) {
+RecordWriter::RecordWriter(OutputFile& output, OutputFormat format, std::vector<Column> columns)
+    : output_(output), format_(format), columns_(std::move(columns)) {
   for (size_t i = 0; i < columns_.size(); ++i) {
     const Column& column = columns_[i];
     if (!(format_ == OutputFormat::kTable ? column.title : column.key).empty()) shown_.push_back(i);
@@ -53,7 +52,7 @@ RecordWriter::RecordWriter(OutputFile& sink, OutputFormat format, std::vector<Co
   if (format_ != OutputFormat::kCsv) return;
   std::string header;
   for (const size_t i : shown_) header += (header.empty() ? "" : ",") + columns_[i].key;
-  sink_.Write(header + "\n");
+  output_.Write(header + "\n");
 }
 
 void RecordWriter::Begin() {
@@ -68,14 +67,15 @@ void RecordWriter::Row(const std::vector<Cell>& cells) {
         if (i != shown_.front()) line += ',';
         AppendCsvCell(cells[i], &line);
       }
-      sink_.Write(line + "\n");
+      output_.Write(line + "\n");
       return;
-    case OutputFormat::kJson:
-      for (const size_t i : shown_)
-        line += (i == shown_.front() ? "" : ", ") + JsonString(columns_[i].key) + ": " + JsonCell(cells[i]);
-      sink_.Write((any_ ? ",\n  {" : "[\n  {") + line + "}");
+    case OutputFormat::kJson: {
+      nlohmann::ordered_json object;
+      for (const size_t i : shown_) object[columns_[i].key] = JsonOf(cells[i]);
+      output_.Write((any_ ? ",\n  " : "[\n  ") + JsonText(object));
       any_ = true;
       return;
+    }
     case OutputFormat::kTable:
       break;
   }
@@ -86,11 +86,11 @@ void RecordWriter::Row(const std::vector<Cell>& cells) {
     return;
   }
   held_.push_back(std::move(texts));
-  if (held_.size() == kRowsLookedAt) StartTable();
+  if (held_.size() == kRowsForWidths) StartTable();
 }
 
 void RecordWriter::Finish() {
-  if (format_ == OutputFormat::kJson) sink_.Write(any_ ? "\n]\n" : "[]\n");
+  if (format_ == OutputFormat::kJson) output_.Write(any_ ? "\n]\n" : "[]\n");
   Begin();
 }
 
@@ -122,12 +122,12 @@ void RecordWriter::TableRow(const std::vector<std::string>& texts) {
     line += columns_[shown_[i]].right ? pad + texts[i] : texts[i] + pad;
   }
   line.erase(line.find_last_not_of(' ') + 1);
-  sink_.Write(line + "\n");
+  output_.Write(line + "\n");
 }
 
 Cell StationCell(double station, bool km) {
   if (!km) return Number{station};
-  return Shown{station, StationText(station, true)};
+  return NumberAsText{station, StationText(station, true)};
 }
 
 size_t DisplayWidth(std::string_view text) {
@@ -135,18 +135,16 @@ size_t DisplayWidth(std::string_view text) {
       text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-std::string JsonString(std::string_view text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+nlohmann::ordered_json JsonOf(const Cell& cell) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return *text;
+  if (const auto* integer = std::get_if<std::int64_t>(&cell)) return *integer;
+  if (const auto* number = std::get_if<Number>(&cell)) return number->value;
+  if (const auto* number = std::get_if<NumberAsText>(&cell)) return number->value;
+  return nullptr;
 }
 
-std::string JsonCell(const Cell& cell) {
-  if (const auto* text = std::get_if<std::string>(&cell)) return JsonString(*text);
-  if (const auto* integer = std::get_if<std::int64_t>(&cell)) return std::to_string(*integer);
-  if (const auto* number = std::get_if<Number>(&cell)) return JsonNumber(number->value);
-  if (const auto* shown = std::get_if<Shown>(&cell)) return JsonNumber(shown->value);
-  return "null";
+std::string JsonText(const nlohmann::ordered_json& value, int indent) {
+  return value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
 }
-
-std::string JsonNumber(double value) { return std::isfinite(value) ? FormatShortest(value) : "null"; }
 
 }  // namespace velmora::cli

@@ -1,8 +1,9 @@
-// Rows of results, for a reader on a terminal, as CSV or as JSON, written as they come.
+// Rows of results as a table, CSV or JSON, written as they come.
 #ifndef VELMORA_CLI_OUTPUT_RECORDS_H_
 #define VELMORA_CLI_OUTPUT_RECORDS_H_
 
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -30,14 +31,14 @@ struct Number {
   double value;
   int decimals = 3;  // in the table; one more in CSV
 };
-// Text in the table and in CSV for what is a plain number in JSON, as stations are.
-struct Shown {
+// A number in JSON that is text in the table and in CSV, as a station in kilometres.
+struct NumberAsText {
   double value;
   std::string text;
 };
-using Cell = std::variant<std::monostate, std::string, std::int64_t, Number, Shown>;
+using Cell = std::variant<std::monostate, std::string, std::int64_t, Number, NumberAsText>;
 
-// A station: a number in JSON, the way the options ask for elsewhere.
+// A station: in kilometres where the options say so, except in JSON.
 Cell StationCell(double station, bool km);
 
 struct Column {
@@ -46,25 +47,25 @@ struct Column {
   bool right = false;
 };
 
-// Table: columns as wide as the first rows need (kRowsLookedAt of them), so that any number of rows takes
-// no more memory. CSV: a header and RFC 4180 rows. JSON: an array with an object a row; cells without a
+// Table: columns as wide as the first kRowsForWidths rows need, so that memory does not grow with their
+// number. CSV: a header and RFC 4180 rows. JSON: an array with an object a row; cells without a
 // value are null.
 class RecordWriter {
  public:
-  RecordWriter(OutputFile& sink, OutputFormat format, std::vector<Column> columns);
-  // For rows that are to be seen as they come: the table's columns are as wide as their titles.
+  RecordWriter(OutputFile& output, OutputFormat format, std::vector<Column> columns);
+  // For rows that are shown as they come: the table's columns are as wide as their titles.
   void Begin();
   void Row(const std::vector<Cell>& cells);
-  // Writes what is still held back; the sink is not finished.
+  // Writes the rows still held back; does not finish the file.
   void Finish();
 
-  static constexpr size_t kRowsLookedAt = 500;
+  static constexpr size_t kRowsForWidths = 500;
 
  private:
   void TableRow(const std::vector<std::string>& texts);
   void StartTable();
 
-  OutputFile& sink_;
+  OutputFile& output_;
   OutputFormat format_;
   std::vector<Column> columns_;
   std::vector<size_t> shown_;  // which cells of a row are written
@@ -76,11 +77,11 @@ class RecordWriter {
 
 // The number of characters that a terminal shows for UTF-8 text.
 size_t DisplayWidth(std::string_view text);
-// A JSON string literal; bytes that are no UTF-8 become U+FFFD.
-std::string JsonString(std::string_view text);
-std::string JsonNumber(double value);
-// A cell as a JSON value.
-std::string JsonCell(const Cell& cell);
+// A cell as a JSON value; a number that is not finite is null.
+nlohmann::ordered_json JsonOf(const Cell& cell);
+// The text of a JSON value, on one line, or on one for each value with `indent` blanks a level. Bytes that
+// are not UTF-8 become U+FFFD.
+std::string JsonText(const nlohmann::ordered_json& value, int indent = -1);
 
 }  // namespace velmora::cli
 

@@ -26,12 +26,12 @@ inline int AllCores() { return std::max(1, static_cast<int>(std::thread::hardwar
 //   }
 //   while (!workers.Empty()) write(workers.Take());
 //
-// Everything but `work` runs in the caller's thread. With one thread `work` does too.
+// All but `work` runs in the caller's thread; with one thread `work` does too.
 template <class Block>
 class OrderedWorkers {
  public:
   OrderedWorkers(int threads, std::function<void(Block*)> work) : work_(std::move(work)), threads_(threads) {
-    // The threads that the system gives are enough; with none, the caller's does the work.
+    // Fewer threads than asked for will do; with none, the caller's does the work.
     try {
       for (int i = 0; threads > 1 && i < threads; ++i) running_.emplace_back([this] { Run(); });
     } catch (const std::system_error&) {

@@ -21,8 +21,8 @@ struct ShowOptions {
   OutputOptions output;
 };
 
-// What the library passes over in silence: whether this is a support-point file at all, and which of its
-// levels are none.
+// Checks what the library accepts silently: whether the file is one of support points, and which levels are
+// not numbers.
 class LevelCheck {
  public:
   explicit LevelCheck(const std::string& file) : file_(file) {
@@ -35,10 +35,12 @@ class LevelCheck {
       }
       good_.push_back(Next() && HasNumber());
       if (!good_.back() && trouble_++ == 0)
-        first_ = At(file_, number_, "no level of a support point: " + Quoted(ToUtf8(line_.Left(80))));
+        first_ = At(file_, number_, Quoted(ToUtf8(line_.Left(80))) + " is not the level of a support point");
       (void)Next();
     }
-    if (reader_.Failed()) throw Refusal(At(file_, number_ + 1, "cannot be read further"));
+    if (reader_.Failed())
+      throw Refusal(At(file_, number_ + 1,
+                       "reading stopped here: a read error, or a line too long for support points"));
   }
 
   bool HasLevel(size_t point) const { return point < good_.size() && good_[point]; }
@@ -46,7 +48,7 @@ class LevelCheck {
   std::string Trouble() const {
     if (trouble_ == 0) return "";
     return first_ + "; " + std::to_string(trouble_) + (trouble_ == 1 ? " point has" : " points have") +
-           " none, correct the file";
+           " no level";
   }
 
  private:
@@ -57,7 +59,7 @@ class LevelCheck {
     return true;
   }
   bool AtStar() const { return line_.GetAt(0) == L'*'; }
-  // Whether the line is a number and nothing else: of "1O.5" the library takes the 1.
+  // Whether the line is a number and nothing else: of "1O.5" the library reads the 1.
   bool HasNumber() const {
     double value = 0;
     NumberScanner scanner(line_.GetView());
@@ -74,7 +76,7 @@ class LevelCheck {
       if (!HasNumber())
         throw Refusal(
             At(file_, number_,
-               "is not one number, as the first six lines of a support-point file are; is it one?"));
+               "is not a single number, as each of the first six lines of a support-point file is"));
     }
     while (Next() && !line_.IsEmpty() && !AtStar()) {
     }
@@ -93,29 +95,29 @@ void ShowPoints(const ShowOptions& options) {
   const CString path = PathFromSystem(options.file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (options.file == "-" || (status && status->kind == FileKind::kOther))
-    throw Refusal("support points are read from a file on disk; write them to one first");
+    throw Refusal("support points are read from a file on disk only; save them to one first");
   const LevelCheck check(options.file);
   CStodPunkt points(path);
   int count = 0;
   points.Where(&count);
   const OutputFormat format = options.output.Format();
-  OutputFile sink(options.output.file, {options.file});
+  OutputFile output(options.output.file, {options.file});
   if (format == OutputFormat::kTable) {
     const double header[] = {points.huvud1, points.huvud2, points.huvud3,
                              points.huvud4, points.huvud5, points.huvud6};
     std::string line = "Header ";
     for (const double value : header) line += " " + FormatShortest(value);
-    sink.Write(line + "\n");
-    if (points.gvy != 0) sink.Write("gvy     " + FormatFixed(points.gvy, 4) + "\n");
-    sink.Write("\n");
+    output.Write(line + "\n");
+    if (points.gvy != 0) output.Write("gvy     " + FormatFixed(points.gvy, 4) + "\n");
+    output.Write("\n");
   }
-  RecordWriter records(sink, format, {{"name", "name"}, {"level", "level", true}});
+  RecordWriter records(output, format, {{"name", "name"}, {"level", "level", true}});
   size_t point = 0;
   for (int at = points.Home(); at == 0; at = points++ == nullptr ? -1 : 0)
     records.Row(
         {ToUtf8(points.pael->namn), check.HasLevel(point++) ? Cell(Number{points.pael->z, 4}) : Cell()});
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (check.Trouble().empty()) return;
   Warn(check.Trouble());
   throw ExitWith{1};

@@ -37,11 +37,6 @@ std::vector<Program> Programs() {
        {CProjPath::HarbelDbsNamn}}};
 }
 
-bool IsKind(const CString& path, FileKind kind) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == kind;
-}
-
 void CheckPrograms(const CString& folder, ProjectFindings* findings) {
   bool any = false;
   for (const Program& program : Programs()) {
@@ -50,16 +45,16 @@ void CheckPrograms(const CString& folder, ProjectFindings* findings) {
                       std::any_of(program.databases.begin(), program.databases.end(), there);
     any = any || used;
     if (!used) continue;
-    const auto need = [&](const wchar_t* name, FileKind kind, const char* what) {
+    const auto need = [&](const wchar_t* name, bool (*is_kind)(const CString&), const char* what) {
       const CString path = JoinPath(folder, name);
       if (!FileOrFolderExists(path))
         findings->push_back({ToUtf8(name), 0, std::string(what) + " of " + program.name + " is missing"});
-      else if (!IsKind(path, kind))
+      else if (!is_kind(path))
         findings->push_back(
             {ToUtf8(name), 0, std::string("is not a ") + what + ", as " + program.name + " needs it"});
     };
-    for (const wchar_t* name : program.folders) need(name, FileKind::kFolder, "folder");
-    for (const wchar_t* name : program.databases) need(name, FileKind::kFile, "database");
+    for (const wchar_t* name : program.folders) need(name, IsFolder, "folder");
+    for (const wchar_t* name : program.databases) need(name, IsFile, "database");
   }
   if (!any) findings->push_back({".", 0, "holds no program's folders or databases; is it a project?"});
 }
@@ -112,7 +107,7 @@ void ProjectCheck(const ProjectOptions& options) {
   ProjectFindings findings;
   CheckPrograms(folder, &findings);
   CheckNames(folder, &findings);
-  if (IsKind(project.m_DbfKat, FileKind::kFolder)) CheckNames(project.m_DbfKat, &findings);
+  if (IsFolder(project.m_DbfKat)) CheckNames(project.m_DbfKat, &findings);
   for (const wchar_t* name :
        {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
         CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})

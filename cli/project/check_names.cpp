@@ -11,11 +11,6 @@
 namespace velmora::cli {
 namespace {
 
-bool IsFile(const CString& path) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-
 bool HasNoNameOnWindows(std::wstring_view name) {
   for (const wchar_t c : name)
     if (c < L' ') return true;

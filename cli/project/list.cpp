@@ -11,11 +11,6 @@
 namespace velmora::cli {
 namespace {
 
-bool IsFolder(const CString& path) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFolder;
-}
-
 // The folder itself and the one it lies in, which a listing of folders has too.
 bool IsDots(const dirsorttype& entry) {
   const std::wstring_view name = entry.namn;

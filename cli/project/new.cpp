@@ -17,8 +17,7 @@ class FolderListIni {
  public:
   explicit FolderListIni(const std::string& list) {
     const CString path = PathFromSystem(AbsolutePath(list));
-    const std::optional<FileStatus> status = GetFileStatus(path);
-    if (!status || status->kind != FileKind::kFile) throw Refusal(At(list, "no such folder list"));
+    if (!IsFile(path)) throw Refusal(At(list, "no such folder list"));
     std::string pattern =
         "velmora-" + std::to_string(std::filesystem::file_time_type::clock::now().time_since_epoch().count());
     const CString folder = PathFromSystem(std::filesystem::temp_directory_path().string());

@@ -8,17 +8,12 @@
 namespace velmora::cli {
 namespace {
 
-bool IsFolder(const std::string& name) {
-  const std::optional<FileStatus> status = GetFileStatus(ProjectFolder(name));
-  return status && status->kind == FileKind::kFolder;
-}
-
 // The file that both sides are read as: --file, else by the name of a given file.
 ParameterFile FileOf(const SettingsOptions& options) {
   if (!options.file.empty()) return ParameterFileNamed(FromUtf8(options.file));
   std::optional<ParameterFile> file;
   for (const std::string* side : {&options.a, &options.b}) {
-    if (IsFolder(*side)) continue;
+    if (IsFolder(ProjectFolder(*side))) continue;
     const ParameterFile named = ParameterFileNamed(NameOfPath(ProjectFolder(*side)));
     const bool both_known = file && !file->defaults.empty() && !named.defaults.empty();
     if (both_known && file->name != named.name)
@@ -31,7 +26,7 @@ ParameterFile FileOf(const SettingsOptions& options) {
 
 // The file that a side means: what a project's programs find, or a file alone. Empty when there is none.
 CString PathOf(const std::string& side, const ParameterFile& file) {
-  if (!IsFolder(side)) return ProjectFolder(side);
+  if (!IsFolder(ProjectFolder(side))) return ProjectFolder(side);
   const std::vector<SettingsPlace> places = SettingsContext(side).PlacesOf(file.name);
   const SettingsPlace* place = PlaceInUse(places);
   return place == nullptr ? CString() : place->path;

@@ -1,6 +1,6 @@
 #include "tests/alignment/shapes.h"
 
-#include <cmath>
+#include <cstdlib>
 
 namespace velmora {
 
@@ -15,15 +15,14 @@ int OpenLine::IndexOf(const Node* wanted) const {
   return -1;
 }
 
-double Uniform(std::mt19937& random, double low, double high) {
-  return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
+std::string RecordedFile(const std::string& name) {
+  return std::string(std::getenv("VELMORA_RECORDED")) + "/" + name;
 }
 
-testing::AssertionResult Near(const std::vector<double>& actual, const std::vector<double>& expected) {
-  for (size_t i = 0; i < expected.size(); ++i)
-    if (!(std::fabs(actual[i] - expected[i]) <= 1e-9))
-      return testing::AssertionFailure() << "number " << i << " is " << actual[i] << ", not " << expected[i];
-  return testing::AssertionSuccess();
+bool Recording() { return std::getenv("VELMORA_RECORD") != nullptr; }
+
+double Uniform(std::mt19937& random, double low, double high) {
+  return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
 }
 
 }  // namespace velmora

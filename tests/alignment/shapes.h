@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -34,10 +35,11 @@ class OpenLine : public CVaglinje {
   int IndexOf(const Node* wanted) const;
 };
 
-double Uniform(std::mt19937& random, double low, double high);
+// A file of recorded/, and whether its answers are to be written and not compared.
+std::string RecordedFile(const std::string& name);
+bool Recording();
 
-// Whether the numbers agree to a nanometre.
-testing::AssertionResult Near(const std::vector<double>& actual, const std::vector<double>& expected);
+double Uniform(std::mt19937& random, double low, double high);
 
 class AlignmentFiles : public testing::Test {
  protected:

@@ -68,11 +68,11 @@ TEST_F(AlignCommand, InfoTellsWhatTheExampleHolds) {
   EXPECT_EQ(info["plan_points"], 13);
   EXPECT_EQ(info["arcs"], 5);
   EXPECT_NEAR(info["length"], 2164.4642, 0.05);
-  EXPECT_EQ(info["direction"], "rising");
+  EXPECT_EQ(info["direction"], "ascending");
   EXPECT_TRUE(info["findings"].empty()) << info["findings"];
 
   const Ran falling = RunVelmora({"align", "info", Example("road-falling.vl")});
-  EXPECT_NE(falling.out.find("falling"), std::string::npos) << falling.out;
+  EXPECT_NE(falling.out.find("descending"), std::string::npos) << falling.out;
 }
 
 TEST_F(AlignCommand, InfoNamesEveryFaultWithItsLine) {
@@ -89,9 +89,9 @@ TEST_F(AlignCommand, InfoNamesEveryFaultWithItsLine) {
   for (const json& finding : info["findings"])
     all += std::to_string(finding["line"].get<int>()) + " " + finding["text"].get<std::string>() + "\n";
   for (const char* expected :
-       {"2 unreadable, skipped: \"rubbish\"", "3 bulge 1.5000", "4 station 90.000 turns back",
-        "5 coincides with the point before", "5 bulge 0.5000 between coincident points",
-        "6 station 190.000 is that of the point before", "7 empty line"})
+       {"2 unreadable, skipped: \"rubbish\"", "3 bulge 1.5000", "4 station 90.000 is out of order",
+        "5 coincides with the previous point", "5 bulge 0.5000 between coincident points",
+        "6 station 190.000 repeats that of the previous point", "7 empty line"})
     EXPECT_NE(all.find(expected), std::string::npos) << expected << "\nin\n" << all;
 }
 
@@ -106,7 +106,7 @@ TEST_F(AlignCommand, LocateGivesStationOffsetSideLevelAndStatus) {
                                  "BAD,1O,2,3\n");      // line 7
   const Ran ran = RunVelmora({"align", "locate", Corner(), "--points", points, "--json"});
   EXPECT_EQ(ran.status, 1);
-  EXPECT_NE(ran.err.find("p.csv:7: northing \"1O\" is no number"), std::string::npos) << ran.err;
+  EXPECT_NE(ran.err.find("p.csv:7: northing \"1O\" is not a number"), std::string::npos) << ran.err;
   const json rows = json::parse(ran.out);
   ASSERT_EQ(rows.size(), 6U);
   const auto expect = [&](size_t i, double station, double offset, const char* side, double level) {
@@ -124,7 +124,7 @@ TEST_F(AlignCommand, LocateGivesStationOffsetSideLevelAndStatus) {
   EXPECT_EQ(rows[3]["status"], "before its start");
   EXPECT_TRUE(rows[3]["station"].is_null());
   EXPECT_EQ(rows[4]["status"], "beyond its end");
-  EXPECT_EQ(rows[5]["status"], "unreadable row (line 7): northing \"1O\" is no number");
+  EXPECT_EQ(rows[5]["status"], "unreadable row (line 7): northing \"1O\" is not a number");
 
   // Without the vertices the wedge is no place on the road.
   const json segments =
@@ -212,7 +212,7 @@ TEST_F(AlignCommand, ControlsAndEndlessNumbersStayOutOfResults) {
 TEST_F(AlignCommand, ExchangedAxesAreNoticed) {
   const std::string road = Put(L"r.vl", "6652000 653000 0 0 1 $R\n6652000 654000 0 1000\n");
   const Ran wrong = RunVelmora({"align", "locate", road, "--points", "-"}, "id,n,e\na,653500,6652010\n");
-  EXPECT_NE(wrong.err.find("look exchanged"), std::string::npos) << wrong.err;
+  EXPECT_NE(wrong.err.find("look swapped"), std::string::npos) << wrong.err;
   const Ran right = RunVelmora({"align", "locate", road, "--points", "-"}, "id,n,e\na,6652010,653500\n");
   EXPECT_EQ(right.err, "");
 }
@@ -238,7 +238,7 @@ TEST_F(AlignCommand, PlaceTakesStationsBackToTheMap) {
   const Ran falling =
       RunVelmora({"align", "place", Example("road-falling.vl"), "--stations", "-"}, "id,station\na,3000\n");
   EXPECT_EQ(falling.status, 0);
-  EXPECT_NE(falling.err.find("its stations fall"), std::string::npos) << falling.err;
+  EXPECT_NE(falling.err.find("its stations are descending"), std::string::npos) << falling.err;
 }
 
 TEST_F(AlignCommand, LevelAnswersWithinTheProfileOnly) {
@@ -309,7 +309,7 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
 
   ExpectRefused(RunVelmora({"align", "info", AsArgument(PathOf(L"missing.vl"))}), "missing.vl: no such file");
   ExpectRefused(RunVelmora({"align", "info", AsArgument(folder_.Path())}), "is a folder");
-  ExpectRefused(RunVelmora({"align", "info", binary}), "noise.vl: is no alignment");
+  ExpectRefused(RunVelmora({"align", "info", binary}), "noise.vl: is not an alignment");
   ExpectRefused(RunVelmora({"align", "info", empty}), "empty.vl: is empty");
   ExpectRefused(RunVelmora({"align", "locate", one, "--points", points}), "one.vl:1: ");
   ExpectRefused(RunVelmora({"align", "locate", profile, "--points", points}),
@@ -325,7 +325,7 @@ TEST_F(AlignCommand, UnusableFilesGiveOneClearLine) {
                 "no.csv");
   ExpectRefused(RunVelmora({"align", "shift", Corner(), "--at", "1,1", "--station", "0"}), "within 1 mm");
   ExpectRefused(RunVelmora({"align", "extend", Example("road-falling.vl"), "--before", "5"}),
-                "its stations fall");
+                "its stations are descending");
   const std::string turning = Put(L"turning.vl", "0 0 0 0 1 $T\n0 100 0 200\n0 200 0 100\n");
   ExpectRefused(RunVelmora({"align", "extend", turning, "--after", "5"}), "turning.vl:3: ");
 }

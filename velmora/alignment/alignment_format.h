@@ -1,4 +1,5 @@
-// The lines of alignment files, to records and back. No files, no state beyond CombinedLines' section.
+// The lines of alignment files, to records and back. Pure functions, but for the section that CombinedLines
+// keeps.
 //
 // Single alignment file
 //   first line := x y bulge sek [type] ['$' name ['$' anything]]
@@ -6,7 +7,7 @@
 // Combined file: the same, then optionally
 //   '*' anything, a heading ("Profil"), '*', and
 //   line       := level station bulge
-// Numbers are separated by blanks; what stands behind the last one is not looked at.
+// Numbers are separated by blanks; what follows the last one is ignored.
 #ifndef VELMORA_ALIGNMENT_ALIGNMENT_FORMAT_H_
 #define VELMORA_ALIGNMENT_ALIGNMENT_FORMAT_H_
 
@@ -43,7 +44,7 @@ CString CannotOpenAlignment(const wchar_t* file);
 // "Fel rad : %s", the line cut at its first line feed
 CString UnreadableLine(const CString& line);
 
-// What a line of a combined file turned out to be.
+// The kinds of lines in a combined file.
 enum class LineKind {
   kPlanPoint,
   kProfilePoint,
@@ -51,18 +52,18 @@ enum class LineKind {
   kUnreadable,
 };
 
-// Tells the lines of a combined file apart, one after the other from the first.
+// Classifies the lines of a combined file, in order from the first.
 class VELMORA_API CombinedLines {
  public:
-  // Decides from a file's first line, and its second where the first does not settle it, which of the
-  // two alignments the four-number lines are. The lines are still to be passed to Next.
+  // The first line, and the second where the first has no type, decide which of the two alignments the
+  // lines of four numbers belong to. Both lines are passed to Next as well.
   CombinedLines(std::wstring_view first, std::wstring_view second);
 
   // *point is filled for a point.
   LineKind Next(std::wstring_view line, kovltype* point);
 
-  // What a line is that has only numbers, and how many of them: 4 in the first part, 3 in the profile's
-  // section, 0 where the next line is no point whatever it holds.
+  // The kind of a point's line, and how many numbers it has: 4 in the first part, 3 in the profile's
+  // section, 0 where the next line is not a point whatever it holds.
   LineKind PointKind() const {
     return !in_profile_ && type_ == kPlanType ? LineKind::kPlanPoint : LineKind::kProfilePoint;
   }

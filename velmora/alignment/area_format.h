@@ -1,5 +1,5 @@
 // The working area of a project, from the lines of its area file and back. The file is described in
-// vag2.h. No files, no state beyond AreaLines' section.
+// vag2.h.
 #ifndef VELMORA_ALIGNMENT_AREA_FORMAT_H_
 #define VELMORA_ALIGNMENT_AREA_FORMAT_H_
 
@@ -17,13 +17,13 @@ struct WorkingArea {
   double offset_max = 0;
 };
 
-// Takes a file's lines one after the other from the first.
+// Reads the lines of an area file, in order from the first.
 class AreaLines {
  public:
   explicit AreaLines(WorkingArea* area) : area_(area) {}
 
-  // A line without its line end. False when no further one is wanted: all three are read, or one is no pair
-  // of numbers.
+  // Takes a line without its line end. False when reading ends: all three lines are read, or one is not a
+  // pair of numbers.
   bool Next(std::wstring_view line);
   // Whether all three lines have been read.
   bool Complete() const { return read_ == 3; }

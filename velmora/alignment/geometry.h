@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <optional>
+#include <span>
 
 #include "velmora/alignment/alignment_point.h"
 
@@ -21,7 +22,7 @@ inline constexpr double kThreeHalfPi = kPi + kHalfPi;
 inline constexpr double kStationTolerance = 0.0001;  // m
 inline constexpr double kStraightBulge = 1e-6;       // a bulge of at most this is a straight
 inline constexpr double kQuadrantTolerance = 1e-5;   // m from an axis through an arc's centre
-inline constexpr double kNoCoordinate = 999999.9;    // stands for a result that is none
+inline constexpr double kNoCoordinate = 999999.9;    // reported where there is no result
 
 struct PlanePoint {
   double h;
@@ -31,6 +32,10 @@ struct PlanePoint {
 // A plan point in this plane.
 inline PlanePoint InPlane(const kovltype& point) { return {point.y, point.x}; }
 inline bool IsStraight(double bulge) { return std::fabs(bulge) <= kStraightBulge; }
+// The first two stations give the direction of stationing.
+inline bool IsDescending(std::span<const kovltype> points) {
+  return points.size() >= 2 && points[0].sek > points[1].sek;
+}
 
 inline double Distance(PlanePoint a, PlanePoint b) {
   const double dh = b.h - a.h;
@@ -46,7 +51,7 @@ struct Arc {
 // The circle of the arc from `a` to `b`. With bulge = tan(θ/4) for the sweep θ and the chord c, the
 // sagitta is |bulge| c / 2 and the radius (c²/4 + sagitta²) / (2 sagitta). A positive bulge turns
 // counter-clockwise: the centre of an arc below a half circle lies to the left of a→b. Neither a bulge
-// of 0 nor a chord of 0 has a circle; the results are then no numbers.
+// of 0 nor a chord of 0 has a circle; the results are then not finite.
 Arc ArcFromBulge(PlanePoint a, PlanePoint b, double bulge);
 
 // The bulge of the shorter arc of this radius from `a` to `b`; a positive radius turns clockwise and
@@ -88,7 +93,7 @@ struct Direction {
 };
 Direction DirectionFromCentre(double dh, double dv);
 
-// What of an arc does not depend on the point whose foot is looked for.
+// The part of a foot on an arc that does not depend on the point.
 struct ArcFrame {
   Arc circle;
   Direction to_a;

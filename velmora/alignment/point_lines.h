@@ -1,5 +1,5 @@
-// Alignment files by the block: the lines that every survey program writes, numbers with one blank between
-// them, between a file's bytes and points without a line's text being made.
+// Fast reading and writing of plain lines of alignment files, numbers with one blank between them: between a
+// file's bytes and points, without a text for each line.
 #ifndef VELMORA_ALIGNMENT_POINT_LINES_H_
 #define VELMORA_ALIGNMENT_POINT_LINES_H_
 
@@ -13,8 +13,8 @@
 
 namespace velmora {
 
-// Passes the numbers of all plain lines that `reader` holds next to `take`. The line that follows is for the
-// general way.
+// Passes the numbers of all plain lines that `reader` holds next to `take`. The line after them is for the
+// general parser.
 template <class Take>
 void TakePlainLines(TextReader* reader, NumberLines* lines, Take take) {
   const std::string_view text = reader->Buffered();

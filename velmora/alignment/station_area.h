@@ -1,4 +1,4 @@
-// The part of an alignment's surroundings that is worked in: stations and offsets between limits.
+// A working area: stations and offsets between limits.
 #ifndef VELMORA_ALIGNMENT_STATION_AREA_H_
 #define VELMORA_ALIGNMENT_STATION_AREA_H_
 
@@ -10,7 +10,7 @@ struct StationArea {
   double offset_min = 0;  // the left limit
   double offset_max = 0;
 
-  // Stations have a millimetre to spare.
+  // Stations have a tolerance of a millimetre, offsets have none.
   bool Holds(double station, double offset) const {
     constexpr double kTolerance = 0.001;
     return !(station < station_min - kTolerance || station > station_max + kTolerance) &&

@@ -1,5 +1,5 @@
-// How the station and offset of a point are chosen among the segments and vertices of a plan: the rules
-// that the walk over the list (CVaglinje::Vagstv) and the snapshot (Locator) both go by.
+// The rules by which the station and offset of a point are chosen among the segments and vertices of a plan,
+// shared by the walk over the list (CVaglinje::Vagstv) and the snapshot (Locator).
 #ifndef VELMORA_ALIGNMENT_STATION_SEARCH_H_
 #define VELMORA_ALIGNMENT_STATION_SEARCH_H_
 
@@ -11,11 +11,12 @@
 
 namespace velmora {
 
-inline constexpr double kNothingBest = 1.1e9;  // m; a best above kFoundBelow means that nothing was found
+inline constexpr double kNothingBest =
+    1.1e9;  // m; a best offset above kFoundBelow means that nothing was found
 inline constexpr double kFoundBelow = 1e9;
 
-// The nearest foot among the segments seen. Of equal offsets the segment with the lowest index wins,
-// in whatever order they are seen.
+// The nearest foot among the segments considered, in any order: of equal offsets the segment with the lowest
+// index wins.
 struct StationSearch {
   bool descending;
   double station;  // Seknoll until a segment has a foot
@@ -23,7 +24,7 @@ struct StationSearch {
   double best = kNothingBest;  // |offset|
   size_t segment = 0;          // of the best
 
-  void See(size_t index, const kovltype& a, const Foot& foot) {
+  void Consider(size_t index, const kovltype& a, const Foot& foot) {
     const double distance = std::fabs(foot.offset);
     if (foot.place != FootPlace::kInside) return;
     if (!(distance < best || (distance == best && index < segment))) return;
@@ -36,7 +37,7 @@ struct StationSearch {
 };
 
 // The offset of a point whose nearest vertex is `vertex`, `distance` away: to the left where the straight
-// from the vertex before it says so. Its sign does not turn where stations fall.
+// from the vertex before it says so. Its sign does not change on descending stations.
 inline double OffsetFromVertex(const kovltype* before, const kovltype& vertex, PlanePoint p,
                                double distance) {
   const bool left = before != nullptr && FootOnStraight(InPlane(*before), InPlane(vertex), p).offset < 0;

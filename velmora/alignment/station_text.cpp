@@ -56,4 +56,18 @@ std::optional<double> ParseStation(std::string_view text) {
   return below_zero ? -station : station;
 }
 
+std::string OffsetSide(double offset) {
+  if (std::fabs(offset) < 0.0005) return "";
+  return offset < 0 ? "V" : "H";
+}
+
+std::string OffsetText(double offset) {
+  const std::string side = OffsetSide(offset);
+  return (side.empty() ? "" : side + " ") + FormatFixed(std::fabs(offset), 3);
+}
+
+std::string LengthText(double metres) {
+  return std::isfinite(metres) ? FormatFixed(metres, 3) + " m" : "not finite";
+}
+
 }  // namespace velmora

@@ -80,7 +80,7 @@ bool CStodPunkt::ReadHeader(TextReader& reader) {
   return false;
 }
 
-// The points that stand next in what has been read of the file; a line that is not plain is left.
+// Reads the plain points next in the buffer, up to a line that is not plain.
 void CStodPunkt::ReadPlainPoints(TextReader* reader) {
   const std::string_view text = reader->Buffered();
   size_t done = 0;
@@ -93,7 +93,7 @@ void CStodPunkt::ReadPlainPoints(TextReader* reader) {
   reader->Skip(done);
 }
 
-// False for a file of blank lines, which would take thirty times its size.
+// False for a file of blank lines, whose points would take thirty times its size.
 bool CStodPunkt::Read(TextReader& reader) {
   CString line;
   if (!ReadHeader(reader))
@@ -121,7 +121,7 @@ bool CStodPunkt::Read(TextReader& reader) {
 int CStodPunkt::Uppdat(const wchar_t* file) {
   const CString target = file == nullptr ? filnamn : CString(file);
   TextWriter writer;
-  // What could not be read is not replaced by what was not read.
+  // A file that could not be read is not replaced by an empty one.
   bool good = !(unreadable_ && target.CompareNoCase(filnamn) == 0) && writer.Begin(target);
   if (good) {
     CString text;

@@ -6,8 +6,8 @@
 //   for each point: name, level, six values
 //   a line "*"
 // Blank lines make points too, but a file of more than kManyPoints points has kFewestBytes for each of them,
-// or it counts as one that cannot be read: what the suite writes has five times as many. What the header and
-// the six values mean is their users' affair; they are carried through.
+// or it counts as one that cannot be read: what the suite writes has five times as many. The header and the
+// six values are kept for the programs that know their meaning.
 #ifndef VELMORA_ALIGNMENT_STOD_PUNKT_H_
 #define VELMORA_ALIGNMENT_STOD_PUNKT_H_
 
@@ -48,7 +48,7 @@ class VELMORA_API CStodPunkt : public list0<stdpkttype> {
   // leaves an empty object; the name is kept.
   //
   // Callers rely on a point's six values not coming from its line: they are scanned from the text of the
-  // last message (common/format_buffer.h), so that in practice they stay 0 (test SixValuesStayZero).
+  // last message (common/last_message.h), so that in practice they stay 0 (test SixValuesStayZero).
   CStodPunkt(const wchar_t* file);  // NOLINT(google-explicit-constructor): clients write it as a conversion
   CStodPunkt(const CString& file) : CStodPunkt(file.GetString()) {}  // NOLINT(google-explicit-constructor)
   ~CStodPunkt() override = default;

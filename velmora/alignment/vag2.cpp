@@ -17,9 +17,9 @@ CVag2::CVag2() {
   profil.typ = kProfileType;
 }
 
-// `sink` as a LineSink; what does nothing with points costs nothing.
-template <class OutputFile>
-int CVag2::ReadLines(TextReader& reader, OutputFile sink) {
+// `report` as a LineSink; inlined, so that one that ignores points costs nothing.
+template <class Report>
+int CVag2::ReadLines(TextReader& reader, Report report) {
   Clear(&plan);
   Clear(&profil);
   // The second line can decide what the first one is.
@@ -38,7 +38,7 @@ int CVag2::ReadLines(TextReader& reader, OutputFile sink) {
     kovltype point{};
     const LineKind kind = format.Next(line.GetView(), &point);
     if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) list_for(kind)->Ny(1, &point);
-    sink(++number, kind, line);
+    report(++number, kind, line);
   };
   for (int i = 0; i < known; ++i) take(lines[i]);
   NumberLines four(4);
@@ -52,13 +52,13 @@ int CVag2::ReadLines(TextReader& reader, OutputFile sink) {
       TakePlainLines(&reader, &four, [&](const std::array<double, 4>& n) {
         const kovltype point{n[0], n[1], n[2], n[3]};
         list->Ny(1, &point);
-        sink(++number, kind, no_text);
+        report(++number, kind, no_text);
       });
     else if (format.NumbersALine() == 3)
       TakePlainLines(&reader, &three, [&](const std::array<double, 4>& n) {
         const kovltype point{n[0], n[1], n[2], n[1]};
         list->Ny(1, &point);
-        sink(++number, kind, no_text);
+        report(++number, kind, no_text);
       });
     if (!reader.ReadLine(&line)) break;
     take(ConvertReadLine(line));

@@ -5,7 +5,7 @@
 //   name of the alignment file, in the project's folder m_DbfKat
 //   lowest and highest station
 //   smallest and largest offset
-// What stands before belongs to other programs and is kept.
+// Lines before it belong to other programs and are kept.
 #ifndef VELMORA_ALIGNMENT_VAG2_H_
 #define VELMORA_ALIGNMENT_VAG2_H_
 
@@ -39,11 +39,11 @@ class VELMORA_API CVag2 {
   int Init(const wchar_t* file);
   int Init(const CString& file) { return Init(file.GetString()); }
 
-  // Told each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one, of
-  // others it may be empty.
+  // Called for each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one,
+  // of others it may be empty.
   using LineSink = std::function<void(int number, LineKind kind, const CString& line)>;
-  // The same from an open file, with every line to `sink` instead of the status bar. Returns 0; -1, with
-  // both empty, on a read error.
+  // The same from an open file, with every line passed to `sink` instead of the status bar. Returns 0; -1,
+  // with both empty, on a read error.
   int Read(TextReader& reader, const LineSink& sink);
 
   // Writes the combined file, or the profile alone with its type when there is no plan. Results and
@@ -52,16 +52,16 @@ class VELMORA_API CVag2 {
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
   // Reads the area file at m_VlPath and then the alignment it names, wherever that leads. -1 when the file is
-  // missing, has not the three lines, or the alignment cannot be read; a device or a pipe counts as one that
-  // cannot be opened.
+  // missing, lacks one of the three lines, or the alignment cannot be read; a device or a pipe counts as one
+  // that cannot be opened.
   int ReadOmr(CProjPath* project);
   // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
   // not. Returns 0; -1 with the old file as it was.
   int SaveOmr(CProjPath* project);
 
  private:
-  template <class OutputFile>
-  int ReadLines(TextReader& reader, OutputFile sink);
+  template <class Report>
+  int ReadLines(TextReader& reader, Report report);
 };
 
 }  // namespace velmora

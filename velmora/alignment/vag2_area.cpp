@@ -10,13 +10,6 @@ namespace {
 
 constexpr wchar_t kTemporaryName[] = L"vl.tmp";
 
-// The area file, and what it names, which may be anywhere; a pipe or a device might be waited for without
-// end.
-bool IsFile(const CString& path) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-
 // Copies the lines up to and including the second that begins with "*".
 bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
   int stars = 0;
@@ -54,8 +47,8 @@ int CVag2::ReadOmr(CProjPath* project) {
 int CVag2::SaveOmr(CProjPath* project) {
   TextWriter writer;
   if (!writer.Begin(project->m_VlPath, JoinPath(project->m_DbfKat, kTemporaryName))) return -1;
-  // Now it is our turn with the file: what is read stays true until it is replaced. One that is there and
-  // cannot be read would lose what other programs keep in it.
+  // Begin() holds the lock: nobody else replaces the file before Commit(). A file that exists and cannot be
+  // read is left alone, as it holds the lines of other programs.
   TextReader reader;
   const bool exists = FileOrFolderExists(project->m_VlPath);
   if (exists && !reader.Open(project->m_VlPath)) return -1;

@@ -1,5 +1,5 @@
 // Road alignment: points joined by straights and arcs, each point with a station. The same class holds
-// a plan (map coordinates) or a vertical profile (level and station), told apart by `typ`.
+// a plan (map coordinates) or a vertical profile (level and station), as `typ` says.
 //
 // Units, axes and signs are those of alignment_point.h:
 //
@@ -41,9 +41,9 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   CVaglinje() = default;
   ~CVaglinje() override = default;
 
-  // --- file (vaglinje_file.cpp); the format is told in alignment_format.h
+  // --- file (vaglinje_file.cpp); alignment_format.h describes the format
 
-  // Replaces the points by the file's. A line that is no point is named in the status bar ("Fel rad :
+  // Replaces the points by the file's. A line that is not a point is reported in the status bar ("Fel rad :
   // ...") and skipped. `typ` stays when the first line has none. Null only empties the list.
   // Returns 0; -1 after a message box, with the list empty, when the file cannot be opened or read.
   int Init(const wchar_t* file);
@@ -55,7 +55,7 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
 
   // Sets the working area: the first point's station to the last's, 30 m to either side. Callers rely
-  // on falling stations giving an area that admits no station (test FallingStationsAdmitNothing).
+  // on descending stations giving an area that admits no station (tests/alignment/recorded).
   // Returns 0; -1 with an area of zeros on an empty alignment.
   int Reset();
   // As list0: 1 appends, any other value inserts before the current point.
@@ -77,8 +77,8 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   // other value is 0 without the vertices.
   // Returns 0; -1 when nothing is found, with Seknoll in *sek and 0 in *avst.
   //
-  // Where stations fall along the list the offset changes sign here and not in Vag2xy, so a round trip
-  // comes back with the other sign. Intended; held by the test DescendingRoundTripTurnsOffset.
+  // On descending stations the offset changes sign here and not in Vag2xy, so a round trip
+  // comes back with the other sign. Intended; held by tests/alignment/recorded/round_trips.txt.
   int Vagstv(double x, double y, double* sek, double* avst, int lage);
 
   // The foot of (px, py) on the straight (x1, y1)-(x2, y2), the first of each pair horizontal. Returns 1
@@ -95,8 +95,8 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
 
   // Lengthens the alignment straight on by `fore` metres at its start and `efter` at its end, where
   // these are above 0. Callers rely on the new points lying half a metre nearer than their stations say
-  // (test ExtendStartsHalfAMetreIntoTheLine). Returns 0; -1 when an end cannot be placed, as at any
-  // alignment with falling stations.
+  // (tests/alignment/recorded). Returns 0; -1 when an end cannot be placed, as at any
+  // alignment with descending stations.
   int Extend(double fore, double efter);
 
   // Vagstv, held to the working area (stations with 1 mm to spare). Returns 0 with the outputs that are
@@ -117,7 +117,7 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
 
   // Sets every station from `start` and the lengths of the segments. Callers rely on each segment being
   // taken as straight or arc by its later point's bulge, where every other operation goes by the earlier
-  // one's (test StationsFollowTheLaterBulge). Returns 0, also on an empty alignment.
+  // one's (tests/alignment/recorded). Returns 0, also on an empty alignment.
   int SektBerak(double start);
   // Shifts all stations so that the point within 1 mm of (x, y), of several the last, gets `sek`.
   // Returns 0; -1 with nothing changed when there is none.

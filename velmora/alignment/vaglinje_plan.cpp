@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kIntoTheLine = 0.5;  // m, to where Extend takes an end's direction
+constexpr double kIntoTheLine = 0.5;  // m from an end, where Extend measures its direction
 
 PlanePoint InPlane(const kokotype& point) { return {point.ko1, point.ko2}; }
 
@@ -82,16 +82,16 @@ int CVaglinje::Vagstv(double x, double y, double* sek, double* avst, int lage) {
   Node* start = forsta;
   Node* last = nullptr;
   if (lage == 1) start = NarrowSearch(x, y, &last);
-  const bool look_at_vertices = SearchSegments(x, y, lage, last, &search);
+  const bool search_vertices = SearchSegments(x, y, lage, last, &search);
   *sek = search.station;
   *avst = search.offset;
-  if (look_at_vertices && NearestVertex(x, y, start, search.best, sek, avst)) return 0;
+  if (search_vertices && NearestVertex(x, y, start, search.best, sek, avst)) return 0;
   return search.Result();
 }
 
-// Guesses from the distances to both ends where a search need not look. Returns where a vertex search
-// starts and, in *last, the end point; the segment search goes on from the current point and the mark
-// exactly as they are left here, which need not be neighbours.
+// Skips what the distances to both ends seem to rule out. Returns where a vertex search starts and, in
+// *last, the end point; the segment search continues from the current point and the mark exactly as they
+// are left here, which need not be neighbours.
 CVaglinje::Node* CVaglinje::NarrowSearch(double x, double y, Node** last) {
   const PlanePoint p{y, x};
   double ignored_x = 0;
@@ -113,11 +113,11 @@ CVaglinje::Node* CVaglinje::NarrowSearch(double x, double y, Node** last) {
   return start;
 }
 
-// Runs through the segments (mark, current). Returns whether the vertices are to be looked at too.
+// Searches the segments (mark, current). Returns whether the vertices are to be searched too.
 bool CVaglinje::SearchSegments(double x, double y, int lage, const Node* last, StationSearch* search) {
   bool one_more = false;
   for (size_t segment = 0; (*this)++ != nullptr; ++segment) {
-    search->See(segment, *pmark, FootOnSegment(*pmark, *pael, {y, x}));
+    search->Consider(segment, *pmark, FootOnSegment(*pmark, *pael, {y, x}));
     if (lage == 1) {
       if (one_more || aktuell == last) return search->station > Sekkoll;
       one_more = search->station < Sekkoll;
@@ -149,12 +149,12 @@ bool CVaglinje::NearestVertex(double x, double y, Node* start, double best, doub
 
 int CVaglinje::Extend(double fore, double efter) {
   if (typ == kProfileType) return -1;
-  // The unit vector from one plan point to another; null coordinates when they coincide.
+  // The unit vector from one plan point to another; zero when they coincide.
   const auto direction = [](const PlanePoint& from, const PlanePoint& to) {
     const double length = Distance(from, to);
     return length > 0 ? PlanePoint{(to.h - from.h) / length, (to.v - from.v) / length} : PlanePoint{0, 0};
   };
-  const auto is_none = [](const PlanePoint& u) { return u.h == 0 && u.v == 0; };
+  const auto is_zero = [](const PlanePoint& u) { return u.h == 0 && u.v == 0; };
   PlanePoint p{};
 
   if (fore > 0) {
@@ -162,7 +162,7 @@ int CVaglinje::Extend(double fore, double efter) {
     const kovltype first = *pael;
     if (Vag2xy(first.sek + kIntoTheLine, 0, &p.v, &p.h) < 0) return -1;
     const PlanePoint u = direction(InPlane(first), p);
-    if (is_none(u)) return -1;
+    if (is_zero(u)) return -1;
     Home();
     const kovltype added{p.v - u.v * fore, p.h - u.h * fore, 0, first.sek - fore};
     Ny(0, &added);
@@ -173,7 +173,7 @@ int CVaglinje::Extend(double fore, double efter) {
     const kovltype last = *pael;
     if (Vag2xy(last.sek - kIntoTheLine, 0, &p.v, &p.h) < 0) return -1;
     const PlanePoint u = direction(p, InPlane(last));
-    if (is_none(u)) return -1;
+    if (is_zero(u)) return -1;
     const kovltype added{p.v + u.v * efter, p.h + u.h * efter, 0, last.sek + efter};
     Ny(1, &added);
   }

@@ -21,7 +21,7 @@ double Beyond(double distance) {
 PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station)
     : points_(std::move(points)),
       no_station_(no_station),
-      descending_(points_.size() >= 2 && points_[0].sek > points_[1].sek),
+      descending_(IsDescending(points_)),
       vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
   if (points_.empty()) return;
   const size_t count = points_.size();
@@ -82,7 +82,7 @@ void PlanSnapshot::Bound() {
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {
   const ArcFrame* arc = ArcOf(segment);
-  search->feet.See(segment, points_[segment],
+  search->feet.Consider(segment, points_[segment],
                    arc != nullptr ? FootOnArc(*arc, p) : FootOnStraight(At(segment), At(segment + 1), p));
 }
 

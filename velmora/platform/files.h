@@ -49,6 +49,15 @@ struct FoundFile {
 // Nothing when there is no such file or folder. Symbolic links are followed.
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
 VELMORA_API bool FileOrFolderExists(const CString& path);
+// Whether there is an ordinary file (a folder) of this name.
+inline bool IsFile(const CString& path) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFile;
+}
+inline bool IsFolder(const CString& path) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  return status && status->kind == FileKind::kFolder;
+}
 
 inline bool FileExists(const CString& path) {
   const auto status = GetFileStatus(path);

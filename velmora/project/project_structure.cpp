@@ -74,8 +74,7 @@ bool MakeMarkerFile(const CString& folder) {
 // The file named in the ini file; empty when there is no such regular file.
 CString FolderListFile(CTundrilIni& ini) {
   CString file = ini.ReadKey(L"ARKIV", L"MAPPAR");
-  const std::optional<FileStatus> status = GetFileStatus(file);
-  if (!status || status->kind != FileKind::kFile) return {};
+  if (!IsFile(file)) return {};
   return file.Trim();
 }
 

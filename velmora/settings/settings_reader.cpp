@@ -1,15 +1,12 @@
 #include "velmora/settings/settings_reader.h"
 
-#include <optional>
-
 #include "velmora/platform/files.h"
 
 namespace velmora {
 
 bool SettingsReader::Open(const CString& path) {
   too_large_ = false;
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile && reader_.Open(path);
+  return IsFile(path) && reader_.Open(path);
 }
 
 bool SettingsReader::ReadLine(CString* line, Zeros zeros) {

@@ -1,0 +1,82 @@
+#include "velmora/alignment/checks.h"
+
+#include <cmath>
+#include <string>
+
+#include "velmora/alignment/geometry.h"
+#include "velmora/alignment/measures.h"
+#include "velmora/alignment/station_text.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora {
+namespace {
+
+constexpr double kCoincident = 0.01;      // m: straights shorter than this are skipped by every search
+constexpr double kLengthTolerance = 0.1;  // m between a segment's stations and its length
+
+// Adds findings on points, which a rewrite of the file keeps as they are.
+class PointFindings {
+ public:
+  explicit PointFindings(const std::vector<int>& lines) : lines_(lines) {}
+  void Add(size_t point, std::string text) {
+    found_.Add({lines_[point], std::move(text), /*misread=*/false, /*lost=*/false});
+  }
+  BoundedFindings Take() { return std::move(found_); }
+
+ private:
+  const std::vector<int>& lines_;
+  BoundedFindings found_;
+};
+
+void CheckStations(const std::vector<kovltype>& points, bool descending, size_t i, PointFindings* findings) {
+  const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
+  const std::string station = "station " + FormatFixed(points[i + 1].sek, 3);
+  if (step == 0)
+    findings->Add(i + 1, station + " repeats that of the previous point");
+  else if (!(step > 0))
+    findings->Add(
+        i + 1, station + " is out of order; the stations are " + (descending ? "descending" : "ascending"));
+}
+
+}  // namespace
+
+BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
+  PointFindings findings(lines);
+  if (points.size() == 1) findings.Add(0, "is the plan's only point; an alignment needs two or more");
+  const bool descending = IsDescending(points);
+  for (size_t i = 0; i + 1 < points.size(); ++i) {
+    const kovltype& a = points[i];
+    const kovltype& b = points[i + 1];
+    const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
+    const std::string bulge = "bulge " + FormatFixed(a.bulge, 4);
+    if (coincident) findings.Add(i + 1, "coincides with the previous point");
+    if (coincident && !IsStraight(a.bulge))
+      findings.Add(i, bulge + " between coincident points gives no arc");
+    else if (std::fabs(a.bulge) > 1)
+      findings.Add(i,
+                   bulge + " is an arc of more than half a circle; computations take the shorter way round");
+    CheckStations(points, descending, i, &findings);
+    const double step = std::fabs(b.sek - a.sek);
+    const double length = SegmentLength(a, b);
+    if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
+      findings.Add(i, "the segment is " + LengthText(step) + " long by its stations, " + LengthText(length) +
+                          " by its points");
+  }
+  return findings.Take();
+}
+
+BoundedFindings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
+  PointFindings findings(lines);
+  if (points.size() == 1) findings.Add(0, "is the profile's only point; a profile needs two or more");
+  for (size_t i = 0; i < points.size(); ++i) {
+    const std::string station = FormatFixed(points[i].y, 3);
+    if (points[i].y != points[i].sek)
+      findings.Add(i, "profile stations " + station + " and " + FormatFixed(points[i].sek, 3) +
+                          " differ; levels are looked up by both");
+    if (i > 0 && !(points[i].y > points[i - 1].y))
+      findings.Add(i, "profile station " + station + " is not above the previous one");
+  }
+  return findings.Take();
+}
+
+}  // namespace velmora

@@ -1,0 +1,69 @@
+// Measures of an alignment and of points beside it. Pure functions on points.
+#ifndef VELMORA_ALIGNMENT_MEASURES_H_
+#define VELMORA_ALIGNMENT_MEASURES_H_
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "velmora/alignment/geometry.h"
+
+namespace velmora {
+
+// Northings and eastings between limits.
+struct PlanBounds {
+  double min_northing, max_northing, min_easting, max_easting;
+};
+
+struct PlanMeasures {
+  double length = 0;  // along straights and arcs, m
+  int arcs = 0;
+  std::optional<double> smallest_radius;
+  double lowest_station = 0;
+  double highest_station = 0;
+  PlanBounds bounds{};  // arcs included
+};
+PlanMeasures MeasurePlan(const std::vector<kovltype>& points);
+
+// The length of the segment from `a` to `b`: of the straight, or of the arc that `a`'s bulge describes.
+double SegmentLength(const kovltype& a, const kovltype& b);
+
+// The greatest difference between a point's station, counted from the first one's, and the length of the
+// plan up to it.
+double GreatestStationError(const std::vector<kovltype>& points);
+
+// Which end of an alignment a point or a station that is not found lies off.
+enum class OffEnd { kBeforeStart, kBeyondEnd, kNeither };
+
+// For a map point that no segment and no vertex matched: off an end when that is the nearest vertex and the
+// point lies behind it in the alignment's direction there.
+OffEnd WhyNotFound(const std::vector<kovltype>& plan, PlanePoint p);
+// The same without a search, for a point whose nearest vertex is known to be an end.
+OffEnd WhyNotFoundAtEnd(const std::vector<kovltype>& plan, PlanePoint p);
+// For a station without a map point; the plan is not empty.
+OffEnd WhyNotFound(const std::vector<kovltype>& plan, double station);
+
+// Notices points whose northing and easting are swapped.
+class AxisCheck {
+ public:
+  // Points count as near the alignment within its bounds, widened by their own size and at least 1 km.
+  explicit AxisCheck(const PlanBounds& bounds);
+  void Add(double northing, double easting);
+  // Adds the counts of another check of the same alignment.
+  void Add(const AxisCheck& other);
+  // Whether far more points would lie near the alignment with their axes swapped.
+  bool LooksSwapped() const { return near_swapped_ > 0 && near_swapped_ > 4 * near_; }
+  std::int64_t Near() const { return near_; }
+  std::int64_t NearSwapped() const { return near_swapped_; }
+
+ private:
+  bool IsNear(double northing, double easting) const;
+
+  PlanBounds bounds_;
+  std::int64_t near_ = 0;
+  std::int64_t near_swapped_ = 0;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_MEASURES_H_
