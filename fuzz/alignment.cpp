@@ -49,10 +49,10 @@ void RequireLocatorAgrees(CVaglinje* line, double x, double y) {
 void Run(const Input& input) {
   const CString path = Put(L"LINE.VL", input.File());
   CVaglinje line;
-  const int reported = StatusTexts();
+  const int reported = Messages();
   if (line.Init(path) != 0) return;
   const std::vector<kovltype> points = line.Points();
-  const size_t skipped = static_cast<size_t>(StatusTexts() - reported);
+  const size_t skipped = static_cast<size_t>(Messages() - reported);
   Require(LinesOf(path).size() == points.size() + skipped, "every line is a point or reported");
   if (const auto wide = InUtf16(input.File())) {
     CVaglinje other;

@@ -41,7 +41,7 @@ CString UserDataFolder() {
 
 bool MakeFolderIfMissing(const CString& folder) {
   // Checked again, because another program may create the same folder at this moment.
-  return FolderExists(folder) || MakeFolder(folder) || FolderExists(folder);
+  return IsFolder(folder) || MakeFolder(folder) || IsFolder(folder);
 }
 
 void Show(const wchar_t* text, const CString& path) {
@@ -88,9 +88,9 @@ void CopyUserData(const CString& from_folder, const CString& to_folder) {
 // Copies a user's data from the folder under the maker's former name when there is none under the present
 // one. Returns 0 or the result of the set-up.
 int CopyFormerData(const CString& ini_path, const CString& data_folder, const CString& sub) {
-  if (FileExists(ini_path)) return 0;
+  if (IsFile(ini_path)) return 0;
   const CString former = FormerMakerPath(ini_path);
-  if (former.IsEmpty() || !FileExists(former)) return 0;
+  if (former.IsEmpty() || !IsFile(former)) return 0;
   // The ini path of an earlier call may be in another folder, whose data are not this user's.
   const CString folder = UserFolder(data_folder, kRelease, sub);
   if (!EqualNoCase(ini_path.GetView(), JoinPath(folder, kIniName).GetView())) return 0;
@@ -128,7 +128,7 @@ int CTundrilIni::InitXPWay(int mode, const wchar_t* sub, const wchar_t* dir) {
     ini_path = JoinPath(m_cfgDir, kIniName);
   }
   if (const int failed = CopyFormerData(ini_path, data_folder, sub_name)) return failed;
-  if (!FileExists(ini_path)) {
+  if (!IsFile(ini_path)) {
     if (mode < 1) return kNoUserDataQuiet;
     ShowMessage(L"Fel! Hittar inte data för Velmora för aktuell användare. Starta upp via Lindqvar!");
     return kNoUserData;

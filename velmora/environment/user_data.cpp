@@ -81,7 +81,7 @@ bool HasSettingsExtension(const CString& name) {
 UserFilePlan PlanUserFileCheck(const CTundrilIni& ini) {
   UserFilePlan plan;
   plan.user_folder = UserFolderOf(ini);
-  plan.user_folder_exists = !plan.user_folder.IsEmpty() && FolderExists(plan.user_folder);
+  plan.user_folder_exists = !plan.user_folder.IsEmpty() && IsFolder(plan.user_folder);
   if (!plan.user_folder_exists) return plan;
   plan.shared_folder = SharedFolderOf(ini);
   PlanFolder(plan.shared_folder, plan.user_folder, /*copies_ini_file=*/false, &plan.files);
@@ -99,7 +99,7 @@ int CTundrilIni::AllUserFileCheck() {
 int CTundrilIni::User2Cfg(CString& folder) {
   const CString user_folder = UserFolderOf(*this);
   if (folder.IsEmpty()) folder = FormerMakerPath(user_folder);
-  if (user_folder.IsEmpty() || folder.IsEmpty() || !FolderExists(user_folder) || !FolderExists(folder))
+  if (user_folder.IsEmpty() || folder.IsEmpty() || !IsFolder(user_folder) || !IsFolder(folder))
     return -1;
   int copied = 0;
   for (const CString& name : FilesIn(folder))

@@ -59,15 +59,6 @@ inline bool IsFolder(const CString& path) {
   return status && status->kind == FileKind::kFolder;
 }
 
-inline bool FileExists(const CString& path) {
-  const auto status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFile;
-}
-inline bool FolderExists(const CString& path) {
-  const auto status = GetFileStatus(path);
-  return status && status->kind == FileKind::kFolder;
-}
-
 // The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..".
 // For comparison with other results of RealPath, not for display. Nothing when there is no such entry or a
 // link leads nowhere.
