@@ -14,6 +14,7 @@
 #include "velmora/drawing/alignment_sheet.h"
 #include "velmora/drawing/format_sheet.h"
 #include "velmora/drawing/labels.h"
+#include "velmora/drawing/plan_frame.h"
 #include "velmora/drawing/plan_path.h"
 #include "velmora/drawing/ritnings_format.h"
 #include "velmora/drawing/scale.h"
@@ -186,6 +187,7 @@ TEST(Svg, PicturesAreAsExpected) {
   road.borings[0].id = std::string(100000, 'W');
   road.borings.push_back({"<stray>", 6652300, 653400, {}, false, 0, 0});
   road.borings.push_back({"outside", 6752300, 653400, 90000, true, 1300, 5});
+  road.borings.push_back({"corner", 6652300, 653939, 14, true, road.plan[4].sek, -28});
   expect("road.svg", [&](Canvas& canvas) { DrawAlignment(road, canvas); });
   PlotInput turned = Road(151);
   for (kovltype& point : turned.plan) point = {point.y, point.x, -point.bulge, 3000 - point.sek};
@@ -214,6 +216,13 @@ TEST(PlanPath, MoreThanAHalfCircleRunsAsItsBulgeSays) {
   EXPECT_NEAR(arc.At(1 / 3.0).point.v, 10, 1e-9);   // north
   EXPECT_NEAR(arc.At(2 / 3.0).point.h, -10, 1e-9);  // west
   EXPECT_NEAR(arc.At(0).direction.v, 1, 1e-9);
+}
+
+TEST(PlanFrame, RotatesAndBack) {
+  const std::vector<PlanePoint> points = {{6e5, 6e6}, {6e5 + 40, 6e6 + 900}};
+  const PlanFrame frame(points, {10, 20, 300, 100});
+  EXPECT_GT(std::fabs(frame.Direction({0, 1}).x), 0.9);
+  for (const PlanePoint& p : points) EXPECT_NEAR(Distance(frame.FromSheet(frame.ToSheet(p)), p), 0, 1e-6);
 }
 
 TEST(Labels, BoxesOverlap) {

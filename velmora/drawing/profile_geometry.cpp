@@ -54,7 +54,6 @@ std::vector<ProfilePoint> ProfileLine::Samples(double step) const {
 }
 
 std::optional<double> ProfileLine::LevelAt(double station) const {
-  if (points_.empty() || points_.front().y > station) return std::nullopt;
   const auto above = [&](const kovltype& point) { return point.y > station; };
   const auto b = std::find_if(points_.begin(), points_.end(), above);
   if (b == points_.begin() || b == points_.end()) return std::nullopt;
