@@ -21,7 +21,7 @@ bool Matches(const CodeEntry& entry, const CodesOptions& options) {
   return entry.code == FromUtf8(options.code) && (section == 0 || entry.section == section);
 }
 
-// The entry meant; the end when there is none. Throws a Refusal when it could be several.
+// The entry that the options name; the end without one. Throws a Refusal when there are several.
 CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, const CodeFileOnDisk& codes) {
   const auto matches = [&](const CodeEntry& entry) { return Matches(entry, options); };
   const auto found = std::find_if(entries->begin(), entries->end(), matches);
@@ -100,9 +100,9 @@ void NoteFirstWord(const CodesOptions& options, const CodeEntry& entry) {
 void Append(const CodesOptions& options, CodeFileOnDisk* codes, CodeEntries entries) {
   const CodeEntry entry = NewEntry(options);
   RequireEntry(options, *codes, entry);
-  const auto behind = std::find_if(entries.begin(), entries.end(),
-                                   [&](const CodeEntry& other) { return other.section > entry.section; });
-  entries.insert(behind, entry);
+  const auto next = std::find_if(entries.begin(), entries.end(),
+                                 [&](const CodeEntry& other) { return other.section > entry.section; });
+  entries.insert(next, entry);
   Finish(options, codes, entries, entry, "added to");
   NoteFirstWord(options, entry);
 }

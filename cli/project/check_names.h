@@ -1,5 +1,5 @@
-// Names in a project that lead out of it, or that no file can have on Windows: entries of its folders, and
-// what files name.
+// Names in a project that lead out of it or are invalid on Windows: entries of its folders, and the names in
+// its files.
 #ifndef VELMORA_CLI_PROJECT_CHECK_NAMES_H_
 #define VELMORA_CLI_PROJECT_CHECK_NAMES_H_
 
@@ -19,7 +19,7 @@ struct ProjectFinding {
 };
 using ProjectFindings = std::vector<ProjectFinding>;
 
-// Everything in the folder and below it, as far as kMostEntries. Links are looked at, not followed.
+// Everything in the folder and below it, as far as kMostEntries. Links are checked, not followed.
 void CheckEntries(const CString& folder, ProjectFindings* findings);
 inline constexpr size_t kMostEntries = 100'000;
 

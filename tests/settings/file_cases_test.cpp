@@ -10,6 +10,7 @@
 //   > show PATH                  the file's lines; > names PATH: what is in a folder
 //   > model KIND PATH            its entries and its findings, "line! text", where "(kept)" is not lost by a
 //                                rewrite and "(read)" is not misread
+//   > settings FILE PATH         all keys with the values that apply, the content of PATH read as FILE
 //
 //   > read KIND [PATH|SIZE]      what the facade delivers until the sequence ends, each after its result
 //   > next KIND [PATH|SIZE]      a single call
@@ -151,6 +152,14 @@ class FileCases : public SettingsFolders {
     if (verb == "update") inst_.MiljkodUppdatX();
     if (verb == "init") inst_.Init(&ini_, &project_);
     if (verb == "model") return Model(words[1], LinesOf(words[2]));
+    if (verb == "settings") {
+      std::string all;
+      const Settings settings(ParameterFileNamed(FromUtf8(words[1])), LinesOf(words[2]));
+      for (const Setting& setting : settings.All())
+        all += ToUtf8(setting.key + L"=" + setting.value) + (setting.stored ? " (file)" : "") +
+               (setting.built_in ? "\n" : " (no default)\n");
+      return all;
+    }
     if (verb == "names") {
       std::string names;
       for (const CString& name : NamesIn(path)) names += (names.empty() ? "" : " ") + ToUtf8(name);

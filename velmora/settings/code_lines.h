@@ -51,7 +51,7 @@ struct LineFindings {
   std::int64_t line = 0;
   Findings* all = nullptr;
 
-  // The finding's text is `what`, with `part` quoted behind it.
+  // The finding's text is `what`, with `part` quoted after it.
   void Add(std::string what, bool misread = true, bool lost = true) const;
   void Add(const std::string& what, std::wstring_view part, bool misread = true, bool lost = true) const;
 };
@@ -60,7 +60,7 @@ struct LineFindings {
 // empty, a missing integer "0" and a missing third number "3"; limits are read in the class section only.
 std::optional<CodeEntry> ParseCodeLine(SettingsFileKind kind, std::wstring_view line, int section,
                                        const LineFindings& findings);
-// The same, for one kind of file, of which nobody wants the findings.
+// The same, for one kind of file, without its findings.
 std::optional<CodeEntry> ParseObjectCode(std::wstring_view line, const LineFindings& findings = {});
 std::optional<CodeEntry> ParseMiljkod(std::wstring_view line, bool with_limits,
                                       const LineFindings& findings = {});
@@ -88,11 +88,11 @@ CString FormatMiljkodClass(std::wstring_view name, std::wstring_view text, Miljk
 // A code with its text, in KODFIL.DAT and sections 1 and 2 of MILJKOD.DAT.
 CString FormatCode(std::wstring_view code, std::wstring_view text);
 
-// "PV" with a number behind it makes two further groups of line codes.
+// "PV" and a number make two further groups of line codes.
 enum class LineCodeGroup { kOrdinary = 1, kPvTo99 = 2, kPvFrom100 = 3 };
 LineCodeGroup GroupOfLineCode(std::wstring_view code);
 inline constexpr int kPvLength = 2;
-// Fields padded to 49 characters, the description behind them. Fields beyond that are lost.
+// Fields padded to 49 characters, then the description. Fields beyond that are lost.
 CString FormatLineCode(std::wstring_view fields, std::wstring_view text);
 
 }  // namespace velmora

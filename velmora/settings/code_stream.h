@@ -12,8 +12,8 @@
 
 namespace velmora {
 
-// One sequence at a time: beginning another, closing it and the object's end give up a rewrite that is
-// not finished, and the file stays as it was.
+// One sequence at a time: beginning another, closing it and the destructor abandon a rewrite that is not
+// finished, and the file stays as it was.
 class CodeStream {
  public:
   [[nodiscard]] bool OpenForReading(const CString& path);
@@ -27,12 +27,12 @@ class CodeStream {
   // Whether reading ended before the end of the file.
   bool ReadFailed() const { return reader_.Failed(); }
 
-  // Text as it stands. False, with the stream closed, when it cannot be written; a stream that is read
-  // takes none and stays open.
+  // Writes the text unchanged. False, with the stream closed, when it cannot be written; a stream that is
+  // being read stays open and writes nothing.
   bool Write(std::wstring_view text);
   // Puts the new content in place. False when it could not be; closed either way.
   bool Finish();
-  // Gives the rewrite up as failed. Always false.
+  // Abandons the rewrite as failed. Always false.
   bool Fail();
   void Close();
 

@@ -15,7 +15,7 @@ inline constexpr int kValueRoom = 260;  // of its value
 struct KeyValueLine {
   enum class Kind {
     kNone,    // no "=", or nothing before it
-    kBlank,   // key or value too long: it takes a place in the list, with neither
+    kBlank,   // key or value too long: an empty record of the list
     kRecord,  //
   };
   Kind kind = Kind::kNone;

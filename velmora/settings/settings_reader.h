@@ -10,11 +10,11 @@
 
 namespace velmora {
 
-// Settings are small. What is none of them (a folder, a pipe, a file that grows while it is read) ends
-// the reading instead of the program.
+// Refuses what is not a settings file (a folder, a pipe, a file that grows while it is read), as settings
+// are small.
 class VELMORA_API SettingsReader {
  public:
-  // False when there is no such file, and when it is a folder or anything else that is no file.
+  // False when there is no such file, and when it is a folder or anything else than a file.
   [[nodiscard]] bool Open(const CString& path);
   // The next line without its line end, and without what follows a zero byte in it unless the line is to be
   // copied. False at the end.

@@ -40,12 +40,12 @@ class VELMORA_API CTundrilCFG : public KeyValueList<cfgtype> {
   //   the value has 260 characters or more: a new key stays in memory, without value
   //   the file cannot be written, or was there and could not be read: the change stays in memory, also a
   //   letter that the file's encoding lacks, and no later write succeeds before it is replaced
-  // The file on disk is then as it was. A line end or, in the key, a "=" is written as it stands and is read
+  // The file on disk is then as it was. A line end or, in the key, a "=" is written unchanged and is read
   // back as something else.
   int WriteKey(const CString& key, const CString& value);
 
  protected:
-  // Reads the file; one that is missing is no error. Always 0.
+  // Reads the file; a missing one is not an error. Always 0.
   int Init(const wchar_t* program, const wchar_t* path);
 
  private:

@@ -73,13 +73,13 @@ class VELMORA_API CTundrilInst {
   // JB23.PAR on disk, without the built-in defaults: the scale or the step of one quantity
   // (jb23_format.h). Empty when the file or the line is missing.
   CString Jb23ReadKey(const CString& key);
-  // Writes one of them; the line's other value stays. A line that the file lacks is written behind its
+  // Writes one of them; the line's other value stays. A line that the file lacks is written after its
   // last one, whatever its number, with "0" for the other value. Without a file, SJUNKSKALA (or an unknown
   // key) makes one beside TUNDRIL.CFG; other keys make none. Returns `value`.
   CString Jb23WriteKey(const CString& key, const CString& value);
 
   // A project's own copies of the settings files. Nothing is shown; what cannot be copied, made or
-  // deleted is passed over.
+  // deleted is skipped.
 
   // Copies LINKOD.PAR, KODFIL.DAT, Stenkod.dat, StenkodN.dat, JB23.PAR and MILJKOD.DAT of the
   // installation into the project, with `withPar` other than 0 TUNDRIL.PAR before them. With `overwrite`
@@ -96,7 +96,7 @@ class VELMORA_API CTundrilInst {
   int ProjInst();
   // 1 when the project has its own KARSK.PAR, else 0.
   int ProjStenInst();
-  // Sees to it that the C library reads and writes numbers with ".". 0; -1 when it does not.
+  // Makes the C library read and write numbers with ".". 0; -1 when it does not.
   static int LocaleCheckAndFix();
 
   // KODFIL.DAT. The next entry: 0; -1 when there is no further one, no file or it cannot be opened. A word
@@ -111,10 +111,10 @@ class VELMORA_API CTundrilInst {
   // old file, through its line "*", is kept. Always 0.
   int KodfilDatWrite(int mode, const wchar_t* code, const wchar_t* text);
 
-  // MILJKOD.DAT (miljkod_format.h). The next entry of a section: 0; -1 when there is no further one, no
+  // MILJKOD.DAT (code_lines.h). The next entry of a section: 0; -1 when there is no further one, no
   // file or it cannot be opened. With `max` and `steg` both given, what a class's text says about them is
-  // taken out of it into them. A name of more than four characters is told in a message box and its line
-  // passed over.
+  // moved from it into them. A name of more than four characters is reported in a message box and its
+  // line skipped.
   int MiljkodRead(int section, wchar_t* name, int nameSize, wchar_t* text, int textSize, int* max, int* steg);
   template <int kName, int kText>
   int MiljkodRead(int section, wchar_t (&name)[kName], wchar_t (&text)[kText], int* max, int* steg) {
@@ -123,7 +123,7 @@ class VELMORA_API CTundrilInst {
   // Rewrites the file that is there: mode 1 begins; 2 and 4 write an entry of section 1 and 2, 6 one of
   // section 3; 3 and 5 end section 1 and 2, 7 section 3 and the file. 0; -1 when nothing was begun.
   int MiljKodWrite(int mode, const wchar_t* name, const wchar_t* text, int max, int steg);
-  // Sees to it that the file has the codes that every program relies on. A file that has them is left
+  // Adds the missing ones of the codes that every program relies on. A file that has them is left
   // alone; in the rewrite the header, section 0 and sections beyond 3 are lost. Always 0.
   int MiljkodUppdatX();
 
@@ -142,7 +142,7 @@ class VELMORA_API CTundrilInst {
     return LinkodRead(code, kCode, word, kWord, text, kText, number, value);
   }
   // Rewrites the file that is there: mode 1 begins, 2 writes an ordinary code, 4 one with "PV" before it,
-  // 5 finishes. Numbers come as text. 0; -1 when nothing was begun.
+  // 5 finishes. Numbers are given as text. 0; -1 when nothing was begun.
   int LinkodWrite(int mode, const wchar_t* code, const wchar_t* word, const wchar_t* number,
                   const wchar_t* text, const wchar_t* value);
 

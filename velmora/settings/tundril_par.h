@@ -29,7 +29,7 @@ class VELMORA_API CTundrilPAR : public KeyValueList<partype> {
   ~CTundrilPAR() override = default;
 
   // As CTundrilCFG::WriteKey, but a value that is stored already writes nothing, also when only memory has
-  // it after a failed write, and a file that cannot be written is told in a message box.
+  // it after a failed write, and a file that cannot be written is reported in a message box.
   int WriteKey(const CString& key, const CString& value);
 
   // The file that was read; empty when there was none.
