@@ -14,10 +14,10 @@ TEST(Geometry, QuarterTurnJumpNearAnAxis) {
   const struct {
     double dh, dv, angle;
   } kCases[] = {
-      {0.9e-5, 10, 0},        {1.1e-5, 10, kHalfPi},         // north, from the east
-      {-10, 0.9e-5, kHalfPi}, {-10, 1.1e-5, kPi},            // west, from the north
-      {-0.9e-5, -10, kPi},    {-1.1e-5, -10, kThreeHalfPi},  // south, from the west
-      {10, -1.1e-5, kTwoPi},  {10, -0.9e-5, kThreeHalfPi},   // east, from the south
+      {0.999e-5, 10, 0},        {1.001e-5, 10, kHalfPi},         // north, from the east
+      {-10, 0.999e-5, kHalfPi}, {-10, 1.001e-5, kPi},            // west, from the north
+      {-0.999e-5, -10, kPi},    {-1.001e-5, -10, kThreeHalfPi},  // south, from the west
+      {10, -1.001e-5, kTwoPi},  {10, -0.999e-5, kThreeHalfPi},   // east, from the south
   };
   for (const auto& c : kCases) EXPECT_NEAR(DirectionFromCentre(c.dh, c.dv).angle, c.angle, 1e-5) << c.angle;
 }
