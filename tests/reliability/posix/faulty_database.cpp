@@ -26,7 +26,7 @@ Extra& ExtraOf(sqlite3_file* file) {
 }
 
 // The result that stands for the injected error, or that of the call. *count bytes are to be written.
-// SQLite repeats an interrupted call itself.
+// An interrupted call is made again, as SQLite's own file system does.
 template <class Call>
 int Hooked(DiskAction action, const char* path, std::string_view bytes, int failure, Call call) {
   size_t count = bytes.size();
