@@ -11,9 +11,9 @@
 namespace velmora {
 namespace {
 
-using cli::plot::SheetPoint;
-using cli::plot::Svg;
-using cli::plot::TextAnchor;
+using drawing::SheetPoint;
+using drawing::Svg;
+using drawing::TextAnchor;
 
 constexpr double kWidth = 180;  // mm
 constexpr double kHeight = 110;

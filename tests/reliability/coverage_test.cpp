@@ -23,7 +23,7 @@ namespace {
 // changes settings of the process, its lists and its windows is among them.
 const std::map<std::string, std::string> kWritesNothing = {
     {"",
-     "ApplicationProfile AvailableInstructionSets CommandLine ConvertReadLine "
+     "ApplicationProfile CommandLine ConvertReadLine "
      "ConvertSlashes ConvertWrittenLine FileOrFolderExists FindFiles FormatFirstLine "
      "FormatKeyValueLine FormatPoint FormatProfilePoint GetFileStatus "
      "JoinPath LibraryModule LoadText MatchesWildcard NameOfPath ParseFirstLine "
