@@ -8,7 +8,7 @@
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
-#include "velmora/text/number_lines.h"
+#include "velmora/alignment/number_lines.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::fuzz {

@@ -24,6 +24,8 @@
 
 #include <arm_neon.h>
 
+#define VELMORA_HAS_X86_VECTORS 0
+
 namespace velmora {
 
 namespace baseline_lanes {
@@ -75,6 +77,8 @@ inline bool HasWideLanes() { return false; }
 #else
 
 #include <immintrin.h>
+
+#define VELMORA_HAS_X86_VECTORS 1
 
 #if defined(_MSC_VER) && !defined(__clang__)
 #include <intrin.h>
