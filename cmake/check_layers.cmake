@@ -4,7 +4,8 @@
 #
 # ROOMS lists the folders of each house from the lowest up. A file may include what stands in its own room and
 # in those before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h,
-# cli/command.cpp) are above them all, but export.h and version.h are for everybody. Outside
+# cli/command.cpp) are above them all, but export.h, portability.h and version.h are for
+# everybody. Outside
 # velmora/platform no header of the system or of a processor is included and no condition asks for either.
 # What changes a disk, or opens a file to read its content, is called in one source a system, where tests
 # observe each call and make it fail; so are the calls of SQLite and of Windows that write files themselves.
@@ -13,9 +14,9 @@ cmake_minimum_required(VERSION 3.23)
 
 set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
 set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64")
-set(for_everybody velmora/export.h velmora/version.h)
-# Clients include it, so it asks for their system.
-set(may_ask velmora/export.h)
+set(for_everybody velmora/export.h velmora/portability.h velmora/version.h)
+# Clients include the one, so it asks for their system; the other holds what differs between compilers.
+set(may_ask velmora/export.h velmora/portability.h)
 
 # Opening an existing file only to ask about it changes nothing and is free.
 set(disk_calls_home "^velmora/platform/(posix|win32)/disk_calls\\.cpp$")

@@ -6,9 +6,9 @@
 
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
+#include "velmora/alignment/number_lines.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
-#include "velmora/text/number_lines.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::fuzz {
@@ -49,8 +49,8 @@ void RequireNumber(const std::string& word) {
 
 void RequireLines(std::string bytes, int count) {
   bytes.append(NumberLines::kSlack, '\n');
-  for (const bool quickest : {true, false}) {
-    NumberLines lines(count, quickest);
+  for (const bool wide : {HasWideLanes(), false}) {
+    NumberLines lines(count, wide);
     std::string_view rest = bytes;
     std::array<double, 4> numbers{};
     while (!rest.empty()) {

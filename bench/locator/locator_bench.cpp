@@ -22,17 +22,16 @@
 #include "bench/locator/peers.h"
 #include "bench/locator/roads.h"
 #include "bench/measure.h"
+#include "velmora/alignment/vaglinje.h"
 #include "velmora/locator/locator.h"
+#include "velmora/locator/plan_search.h"
+#include "velmora/platform/vector_lanes.h"
 
 namespace velmora {
 namespace {
 
 using bench::Median;
 using bench::Seconds;
-
-const char* SetName(InstructionSet set) {
-  return set == InstructionSet::kAvx512 ? "AVX-512" : set == InstructionSet::kAvx2 ? "AVX2" : "SSE2";
-}
 
 class Bench {
  public:
@@ -57,7 +56,7 @@ class Bench {
   void AgainstBoost(size_t vertices, bool arcs, Order order);
   void AgainstGeos(size_t vertices);
   void Building(size_t vertices);
-  void Sets(size_t vertices);
+  void Lanes(size_t vertices);
   void Threads(size_t vertices);
   void Walks(size_t vertices);
   void GrowthWithPoints();
@@ -178,24 +177,26 @@ void Bench::Building(size_t vertices) {
       "Boost R-tree, 4 a node");
 }
 
-// Ratios to SSE2.
-void Bench::Sets(size_t vertices) {
+// The batch search with the vectors of better processors beside those of every one.
+void Bench::Lanes(size_t vertices) {
+  if (!HasWideLanes()) return;
   const std::vector<kovltype> road = MakeRoad(vertices, false);
   const size_t count = Points(vertices);
   const Places places = MakePlaces(road, count, Order::kAlong);
   Outcome out(count);
-  const std::vector<InstructionSet> sets = AvailableInstructionSets();
-  std::vector<Locator> locators;
-  for (const InstructionSet set : sets) locators.emplace_back(road, 1, set);
-  std::vector<std::vector<double>> times(sets.size());
-  for (int round = -1; round < rounds_; ++round)
-    for (size_t k = 0; k < sets.size(); ++k) {
-      const double seconds = Seconds([&] { Locate(locators[k], places, 0, count, &out); });
-      if (round >= 0) times[k].push_back(seconds / static_cast<double>(count) * 1e9);
-    }
-  for (size_t k = 1; k < sets.size(); ++k)
-    Add(Case(vertices, false, Order::kAlong) + ", " + SetName(sets[k]), Median(times[k]), Median(times[0]),
-        Median(times[0]) / Median(times[k]), "ns", "SSE2");
+  const PlanSearch wide(road, CVaglinje::Seknoll, WideRoutines());
+  const PlanSearch baseline(road, CVaglinje::Seknoll, BaselineRoutines());
+  const auto find = [&](const PlanSearch& search) {
+    search.Find(places.x.data(), places.y.data(), count, out.station.data(), out.offset.data(),
+                out.result.data());
+  };
+  find(wide);
+  find(baseline);
+  const bench::Pair seconds = bench::TakeTurns(
+      rounds_, [&] { find(wide); }, [&] { find(baseline); });
+  const double per_point = 1e9 / static_cast<double>(count);
+  Add(Case(vertices, false, Order::kAlong) + ", wide lanes", seconds.ours * per_point,
+      seconds.theirs * per_point, seconds.theirs / seconds.ours, "ns", "baseline lanes");
 }
 
 void Bench::Threads(size_t vertices) {
@@ -307,7 +308,7 @@ void Bench::Run() {
   for (const size_t vertices : sizes) Building(vertices);
   for (const size_t vertices : sizes)
     if (!small_ || vertices < 1000000) AgainstGeos(vertices);
-  Sets(10000);
+  Lanes(10000);
   Threads(10000);
   Walks(10000);
   GrowthWithPoints();

@@ -52,36 +52,28 @@ TEST(Format, WritesNumbersAsPrintfDoes) {
   }
 }
 
-TEST(Format, KeepsTheWidthOfTheArgument) {
+TEST(Format, WritesEveryKindOfArgument) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+  const CString name = L"ROAD.VL";
+  const wchar_t* const none = nullptr;
+  // Each keeps its own width, whatever the format says.
   EXPECT_EQ(Formatted(L"%x %x %u", -1, static_cast<short>(-1), -1), L"ffffffff ffff 4294967295");
   EXPECT_EQ(Formatted(L"%lld %I64d %zu %hd", std::numeric_limits<std::int64_t>::min(), std::int64_t{1} << 40,
                       size_t{7}, short{8}),
             L"-9223372036854775808 1099511627776 7 8");
-  EXPECT_EQ(Formatted(L"%d %llu", kMost, kMost), L"18446744073709551615 18446744073709551615");
-  EXPECT_EQ(Formatted(L"%lf %.1f", 1.5, 2.25F), L"1.500000 2.2");
-}
-
-TEST(Format, WritesTextFromPointersAndStrings) {
-  const CString name = L"ROAD.VL";
-  const wchar_t* const none = nullptr;
-  EXPECT_EQ(
-      Formatted(L"%s|%s|%ls|%s|%s", L"a", name, name.GetString(), std::wstring_view(L"abcdef", 3), none),
-      L"a|ROAD.VL|ROAD.VL|abc|(null)");
+  EXPECT_EQ(Formatted(L"%d %lf %.1f", kMost, 1.5, 2.25F), L"18446744073709551615 1.500000 2.2");
+  EXPECT_EQ(Formatted(L"%s|%s|%ls|%s", L"a", name, std::wstring_view(L"abcdef", 3), none),
+            L"a|ROAD.VL|abc|(null)");
   EXPECT_EQ(Formatted(L"%-10s|%10s|%.3s|%8.2s|", name, name, name, name),
             L"ROAD.VL   |   ROAD.VL|ROA|      RO|");
-  EXPECT_EQ(Formatted(L"%c%c|%3c|%-3c|", L'å', 65, L'x', L'y'), L"åA|  x|y  |");
-  EXPECT_EQ(Formatted(L"100 %%, %s %%s", L"%d"), L"100 %, %d %s");
-  CString text = L"väg";
-  text.Format(L"%s-%s-%s", text, text.GetString(), text);
-  EXPECT_EQ(text, L"väg-väg-väg");
-}
-
-TEST(Format, StarAndNumberSign) {
+  EXPECT_EQ(Formatted(L"%c%c|%3c|%-3c|%%%s", L'å', 65, L'x', L'y', L"%d"), L"åA|  x|y  |%%d");
   EXPECT_EQ(Formatted(L"%*d|%-*d|%*d|%.*f|%*.*f|%.*f", 5, 42, 5, 42, -5, 42, 2, 3.14159, 8, 1, 2.55, -1, 1.0),
             L"   42|42   |42   |3.14|     2.5|1.000000");
   EXPECT_EQ(Formatted(L"%#X %#o %#x %#o|%#06x|%#6x|%#.4x|%#.0o", 255, 8, 0, 0, 255, 255, 255, 0),
             L"0XFF 010 0 0|0x00ff|  0xff|0x00ff|0");
+  CString text = L"väg";
+  text.Format(L"%s-%s-%s", text, text.GetString(), text);
+  EXPECT_EQ(text, L"väg-väg-väg");
 }
 
 TEST(Format, DamagedFormatsAndWrongArgumentsStayHarmless) {
@@ -94,15 +86,11 @@ TEST(Format, DamagedFormatsAndWrongArgumentsStayHarmless) {
   constexpr int kMost = std::numeric_limits<int>::max();
   for (const wchar_t* huge : {L"%999999999999999999d", L"%.99999999999d", L"%.99999999999f", L"%*.*g"})
     EXPECT_LE(Formatted(huge, -kMost, kMost, 1e308).GetLength(), 5000);
-}
-
-TEST(Format, EveryShortFormatEnds) {
-  const std::wstring kSigns = L"%-0#*.5lIdsfcx";
-  std::vector<std::wstring> formats = {L"%"};
+  std::vector<std::wstring> formats = {L"%"};  // every short one
   for (size_t i = 0; i < formats.size(); ++i) {
     EXPECT_LE(Formatted(formats[i].c_str(), 5, L"text", 2.5).GetLength(), 600) << Utf8FromWide(formats[i]);
     if (formats[i].size() < 5)
-      for (const wchar_t c : kSigns) formats.push_back(formats[i] + c);
+      for (const wchar_t c : std::wstring(L"%-0#*.5lIdsfcx")) formats.push_back(formats[i] + c);
   }
 }
 

@@ -3,17 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 #include <limits>
-#include <random>
 
 namespace velmora {
 namespace {
-
-std::wstring Wide(std::string_view ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
 TEST(Numbers, TheLongestNumberAtTheStartIsTaken) {
   const std::wstring nines(400, L'9');
@@ -49,9 +43,8 @@ TEST(Numbers, TheLongestNumberAtTheStartIsTaken) {
   for (const auto& number : kCases) {
     NumberScanner scanner(number.text);
     double value = 777;
-    EXPECT_TRUE(scanner.Next(&value)) << ::testing::PrintToString(number.text);
-    EXPECT_EQ(value, number.value) << ::testing::PrintToString(number.text);
-    EXPECT_EQ(scanner.Rest(), number.rest) << ::testing::PrintToString(number.text);
+    EXPECT_TRUE(scanner.Next(&value) && value == number.value && scanner.Rest() == number.rest)
+        << ::testing::PrintToString(number.text);
     EXPECT_EQ(ParseNumber(number.text), number.value);
     EXPECT_EQ(ParseWholeNumber(number.text + L" \t").has_value(), *number.rest == L'\0');
   }
@@ -67,10 +60,9 @@ TEST(Numbers, OthersAreNoNumbersAndChangeNothing) {
     NumberScanner scanner(text);
     double value = 777;
     float single = 777;
-    EXPECT_FALSE(scanner.Next(&value) || scanner.Next(&single)) << ::testing::PrintToString(text);
-    EXPECT_TRUE(value == 777 && single == 777) << ::testing::PrintToString(text);
-    EXPECT_EQ(scanner.Rest(), text);
-    EXPECT_FALSE(ParseNumber(text));
+    EXPECT_FALSE(scanner.Next(&value) || scanner.Next(&single) || ParseNumber(text) || value != 777 ||
+                 single != 777 || scanner.Rest() != text)
+        << ::testing::PrintToString(text);
   }
 }
 
@@ -95,22 +87,6 @@ TEST(Numbers, ScannerReadsALineFieldByField) {
   EXPECT_EQ(values, (std::array<double, 3>{1, 2, 9}));
 }
 
-TEST(Numbers, EveryDoubleReadsBackAsItself) {
-  std::mt19937_64 random(1);
-  for (int i = 0; i < 20000; ++i) {
-    auto value = std::bit_cast<double>(random());
-    if (!std::isfinite(value)) continue;
-    if (i % 2 == 0) value = std::remainder(value, 1e7);  // as large as coordinates are
-    std::array<char, 40> printed;
-    std::snprintf(printed.data(), printed.size(), "%.17g", value);
-    for (const std::string& text : {FormatShortest(value), std::string(printed.data())}) {
-      const auto back = ParseWholeNumber(Wide(text));
-      ASSERT_TRUE(back) << text;
-      ASSERT_EQ(std::bit_cast<std::uint64_t>(*back), std::bit_cast<std::uint64_t>(value)) << text;
-    }
-  }
-}
-
 TEST(Numbers, FormatFixedWritesWhatIsAskedFor) {
   EXPECT_EQ(FormatFixed(2.5, -1), "2");  // halves go to the even digit
   EXPECT_EQ(FormatFixed(-1234.56789, 3), "-1234.568");
@@ -119,7 +95,8 @@ TEST(Numbers, FormatFixedWritesWhatIsAskedFor) {
   const double infinity = std::numeric_limits<double>::infinity();
   EXPECT_EQ(FormatFixed(-infinity, 2), "-inf");
   EXPECT_EQ(FormatFixed(std::copysign(std::nan(""), -1.0), 2), "nan");
-  EXPECT_EQ(FormatShortest(0.1), "0.1");
+  for (const char* shortest : {"0.1", "-1.7976931348623157e+308", "5e-324", "6580000.1234", "nan"})
+    EXPECT_EQ(FormatShortest(std::strtod(shortest, nullptr)), shortest);
 }
 
 }  // namespace

@@ -12,28 +12,22 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(CString, NullCountsAsEmpty) {
+TEST(CString, NullCountsAsEmptyAndPartsAreJoined) {
   const wchar_t* const none = nullptr;
   CString text = none;
   EXPECT_TRUE(text == nullptr && nullptr == text && text == none && text == L"");
   text += none;
   EXPECT_EQ(text + nullptr + L"x" + none, L"x");
   EXPECT_TRUE(text.Compare(nullptr) == 0 && text.CompareNoCase(nullptr) == 0);
-  EXPECT_EQ(CString(none, 5), L"");
+  EXPECT_TRUE(CString(none, 5) == L"" && CString(L"abcdef", -1) == L"" && CString(L'x', -3) == L"");
   EXPECT_EQ(CString(L"x").Find(none), 0);
   text = L'y';
   text = nullptr;
   EXPECT_EQ(text.GetLength(), 0);
-}
-
-TEST(CString, IsMadeFromPartsAndJoined) {
-  EXPECT_EQ(CString(L"abcdef", -1), L"");
-  EXPECT_EQ(CString(L'x', -3), L"");
   EXPECT_EQ(CString(std::wstring_view(L"a\0b", 3)).GetLength(), 3);
   const CString a = L"a";
-  EXPECT_EQ(L"x" + a + L"y" + L'z' + a, L"xayza");
-  EXPECT_EQ(L'c' + a, L"ca");
-  CString text = L"ab";
+  EXPECT_EQ(L'c' + (L"x" + a + L"y" + L'z' + a), L"cxayza");
+  text = L"ab";
   text += text;
   text += text.GetString() + 2;
   text += L'!';
@@ -57,24 +51,16 @@ TEST(CString, PartsAreCutAtTheEnds) {
   for (const int outside : {-1, 8, INT_MIN, INT_MAX}) EXPECT_EQ(text.GetAt(outside), L'\0') << outside;
 }
 
-TEST(CString, FindsFromAPlaceOn) {
-  const CString text = L"a\\b\\c";
-  EXPECT_EQ(text.Find(L'\\', 1), 1);
-  EXPECT_EQ(text.Find(L'\\', 2), 3);
-  EXPECT_EQ(text.Find(L"\\c", -7), 3);
-  EXPECT_EQ(text.Find(L"\\c", 4), -1);
-  EXPECT_EQ(text.Find(L'a', 99), -1);
-  EXPECT_EQ(text.ReverseFind(L'\\'), 3);
-  EXPECT_EQ(text.ReverseFind(L'x'), -1);
-}
-
-TEST(CString, TrimsBlanksOrOneCharacter) {
+TEST(CString, FindsAndTrims) {
+  const CString path = L"a\\b\\c";
+  EXPECT_TRUE(path.Find(L'\\', 1) == 1 && path.Find(L'\\', 2) == 3 && path.Find(L'a', 99) == -1);
+  EXPECT_TRUE(path.Find(L"\\c", -7) == 3 && path.Find(L"\\c", 4) == -1);
+  EXPECT_TRUE(path.ReverseFind(L'\\') == 3 && path.ReverseFind(L'x') == -1);
   const CString text = L" \t\r\n\v\fxx a xx \n";
   EXPECT_EQ(CString(text).TrimLeft().TrimRight(L'\n'), L"xx a xx ");
   EXPECT_EQ(CString(text).TrimRight().TrimLeft(L' '), L"\t\r\n\v\fxx a xx");
   EXPECT_EQ(CString(text).Trim().Trim(L'x').Trim(L' '), L"a");
-  EXPECT_EQ(CString(L"xxx").Trim(L'x'), L"");
-  EXPECT_EQ(CString(L"\u00A0 ").Trim(), L"\u00A0");
+  EXPECT_TRUE(CString(L"xxx").Trim(L'x') == L"" && CString(L"\u00A0 ").Trim() == L"\u00A0");
 }
 
 TEST(CString, ComparesByCharacterNumberOrWithoutCase) {

@@ -9,7 +9,7 @@
 #include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/alignment_point.h"
 #include "velmora/platform/text_file.h"
-#include "velmora/text/number_lines.h"
+#include "velmora/alignment/number_lines.h"
 
 namespace velmora {
 

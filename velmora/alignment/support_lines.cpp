@@ -1,7 +1,5 @@
 #include "velmora/alignment/support_lines.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -15,98 +13,61 @@
 namespace velmora {
 namespace {
 
-// Most points are shorter than that.
-constexpr size_t kAtOnce = 64;
 constexpr size_t kNameSize = std::size(decltype(stdpkttype::namn){});
-// What is looked at of a name: more than a record holds.
-constexpr size_t kNameBytes = sizeof(__m128i);
-static_assert(kNameSize <= kNameBytes);
 
-unsigned Bits(__m128i mask) { return static_cast<unsigned>(_mm_movemask_epi8(mask)); }
-// A bit for each of the lowest `count`.
-constexpr unsigned Lowest(size_t count) { return (1U << count) - 1; }
+// Whether a plain name may have it: ASCII without blanks.
+constexpr bool IsPlain(unsigned c) { return c - '!' <= '~' - '!'; }
 
-// A bit for each byte that a plain name may have: ASCII without blanks.
-unsigned NameBytes(__m128i bytes) {
-  return Bits(_mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(' ')),
-                            _mm_cmpgt_epi8(_mm_set1_epi8('~' + 1), bytes)));
-}
-
-// A bit for each line feed among the first kAtOnce bytes.
-std::uint64_t LineFeeds(const char* text) {
-  const __m128i feed = _mm_set1_epi8('\n');
-  std::uint64_t feeds = 0;
-  for (int i = 0; i < 4; ++i) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text) + i);
-    feeds |= std::uint64_t{Bits(_mm_cmpeq_epi8(bytes, feed))} << (16 * i);
-  }
-  return feeds;
-}
-
-// The three lines of a point, without their ends.
-struct PointText {
-  std::array<std::string_view, 3> lines;
-  size_t length = 0;  // with the ends; 0 when they are not all there
-};
-
-PointText PointTextOf(std::string_view text) {
-  PointText point;
-  if (text.size() < kAtOnce) return point;
-  std::uint64_t feeds = LineFeeds(text.data());
-  size_t start = 0;
-  for (std::string_view& line : point.lines) {
-    const size_t end =
-        feeds != 0 ? static_cast<size_t>(std::countr_zero(feeds)) : text.find('\n', std::max(start, kAtOnce));
-    if (end == std::string_view::npos) return point;
-    feeds &= feeds - 1;
-    line = text.substr(start, end - start);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    start = end + 1;
-  }
-  point.length = start;
-  return point;
-}
-
-// Takes the name of at most kNameBytes, as many as are read. False, with the field undefined, when it is not
-// plain.
-bool ReadPlainName(std::string_view line, wchar_t (&field)[kNameSize]) {
-  constexpr std::string_view kLevelRecord = "gvy";
-  const auto same = [](char a, char b) { return (a | 32) == b; };
-  if (line.empty() || line.front() == '*') return false;
-  if (std::equal(line.begin(), line.end(), kLevelRecord.begin(), kLevelRecord.end(), same)) return false;
-  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(line.data()));
-  if ((~NameBytes(bytes) & Lowest(line.size())) != 0) return false;
-  const size_t length = std::min(line.size(), kNameSize - 1);
-  for (size_t i = 0; i < kNameSize; ++i) field[i] = i < length ? line[i] : L'\0';
+// Moves `text` behind the line end that stands `at` characters from its start. False when none does.
+bool TakeLineEnd(std::string_view* text, size_t at) {
+  if ((*text)[at] == '\r') ++at;
+  if ((*text)[at] != '\n') return false;
+  text->remove_prefix(at + 1);
   return true;
 }
 
-// A number of at most seven digits: they and their power of ten are exact in a float, so is the rounding of
-// the quotient. Blanks before it are passed over. Eight bytes may be read from any of its own.
-bool ReadPlainFloat(std::string_view line, float* number) {
-  constexpr int kMostDigits = 7;
+// Takes the line of a name, cut to the field. False, with the field undefined, when it is not plain.
+bool TakePlainName(std::string_view* text, wchar_t (&field)[kNameSize]) {
+  constexpr size_t kLongest = 2 * kNameSize;
+  const char* const name = text->data();
+  if (text->size() < kLongest + 2 || *name == '*') return false;
+  size_t length = 0;
+  for (; length < kLongest && IsPlain(static_cast<unsigned char>(name[length])); ++length)
+    if (length < kNameSize) field[length] = name[length];
+  constexpr std::string_view kLevelRecord = "gvy";
+  const auto same = [](char a, char b) { return (a | 32) == b; };
+  if (length == 0 || std::equal(name, name + length, kLevelRecord.begin(), kLevelRecord.end(), same))
+    return false;
+  for (size_t i = std::min(length, kNameSize - 1); i < kNameSize; ++i) field[i] = L'\0';
+  return TakeLineEnd(text, length);
+}
+
+// Takes the line of a number of at most seven digits: they and their power of ten are exact in a float, so is
+// the rounding of the quotient. Blanks before it are passed over.
+bool TakePlainFloat(std::string_view* text, float* number) {
+  constexpr size_t kMostDigits = 7;
   constexpr std::array<float, kMostDigits + 1> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F};
-  while (line.starts_with(' ')) line.remove_prefix(1);
-  const bool negative = line.starts_with('-');
-  if (negative) line.remove_prefix(1);
-  if (line.empty() || line.size() > kMostDigits + 1) return false;
-  const int length = static_cast<int>(line.size());
-  const std::uint64_t bytes = digit_bytes::Load(line.data());
-  const std::uint64_t others = digit_bytes::NotDigits(bytes) & digit_bytes::TopBits(length);
-  std::uint64_t digits = bytes;
-  int count = length;
-  int decimals = 0;
-  if (others != 0) {
-    const int point = std::countr_zero(others) / 8;
-    if (line[static_cast<size_t>(point)] != '.' || (others & (others - 1)) != 0) return false;
-    count = length - 1;
-    decimals = count - point;
-    const std::uint64_t before = (std::uint64_t{1} << (8 * point)) - 1;
-    digits = (bytes & before) | ((bytes >> 8) & ~before);  // closed up over the point
+  while (text->starts_with(' ')) text->remove_prefix(1);
+  const bool negative = text->starts_with('-');
+  if (negative) text->remove_prefix(1);
+  if (text->size() < kMostDigits + 4) return false;
+  std::uint64_t digits = digit_bytes::Load(text->data());
+  std::uint64_t others = digit_bytes::NotDigits(digits) & digit_bytes::kTopBits;
+  const auto first_other = [&others] { return static_cast<size_t>(std::countr_zero(others)) / 8; };
+  size_t end = first_other();
+  size_t count = end;
+  size_t decimals = 0;
+  if (end < sizeof digits && (*text)[end] == '.') {
+    const std::uint64_t before = (std::uint64_t{1} << (8 * end)) - 1;
+    digits = (digits & before) | ((digits >> 8) & ~before);  // closed up over the point
+    others &= others - 1;
+    decimals = first_other() - end - 1;
+    count = end + decimals;
+    end = count + 1;
   }
-  if (count == 0 || count > kMostDigits) return false;
+  if (count == 0 || count > kMostDigits || !TakeLineEnd(text, end)) return false;
   const float quotient =
-      static_cast<float>(digit_bytes::Value(digits, count)) / kPowers[static_cast<size_t>(decimals)];
+      static_cast<float>(digit_bytes::Value(digits, static_cast<int>(count))) / kPowers[decimals];
   *number = negative ? -quotient : quotient;
   return true;
 }
@@ -124,10 +85,11 @@ bool WritePadded(double value, size_t width, int decimals, char** at) {
   return true;
 }
 
-// Writes "%9.4f". A float times 10^4 is exact as a double, so that levels below 10^4 are filled in by place.
+// Writes "%9.4f". Levels below 10^4 are filled in by place.
 bool WriteLevel(float level, char** at) {
-  if (std::signbit(level) || !(level < 9999)) return WritePadded(level, 9, 4, at);
-  const auto scaled = static_cast<std::uint32_t>(_mm_cvtsd_si32(_mm_set_sd(double{level} * 1e4)));
+  std::uint64_t scaled = 0;
+  if (std::signbit(level) || !(level < 9999) || !fixed_digits::TenThousandths(level, &scaled))
+    return WritePadded(level, 9, 4, at);
   const std::uint32_t whole = fixed_digits::kFourDigits[scaled / 10'000];
   const int zeros = std::countr_zero(whole | 1U << 24) & ~7;
   const std::uint32_t blanks = 0x10101010U & ((1U << zeros) - 1);  // '0' less ' ' before the first digit
@@ -140,25 +102,13 @@ bool WriteLevel(float level, char** at) {
   return true;
 }
 
-// The name's characters as bytes: what is beyond ASCII, or negative, stays none that a plain name has.
-__m128i BytesOfName(const wchar_t (&name)[kNameSize]) {
-  const auto* const at = reinterpret_cast<const __m128i*>(name);
-  if constexpr (sizeof(wchar_t) == 4)
-    return _mm_packs_epi16(_mm_packs_epi32(_mm_loadu_si128(at), _mm_loadu_si128(at + 1)),
-                           _mm_packs_epi32(_mm_loadu_si128(at + 2), _mm_setzero_si128()));
-  else
-    return _mm_packs_epi16(_mm_loadu_si128(at), _mm_loadl_epi64(at + 1));
-}
-
-// Writes the name to room for kNameBytes and moves behind it.
+// Writes the name and moves behind it. False when it is not plain.
 bool WriteName(const wchar_t (&name)[kNameSize], char** at) {
-  static_assert(kNameSize == 12, "BytesOfName loads as many");
-  const __m128i bytes = BytesOfName(name);
-  const unsigned ends = Bits(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()));
-  const auto length = static_cast<size_t>(std::countr_zero(ends));  // the bytes behind a full field are zeros
-  if ((~NameBytes(bytes) & Lowest(length)) != 0) return false;
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(*at), bytes);
-  *at += length;
+  for (const wchar_t c : name) {
+    if (c == L'\0') break;
+    if (!IsPlain(static_cast<unsigned>(c))) return false;
+    *(*at)++ = static_cast<char>(c);
+  }
   return true;
 }
 
@@ -185,15 +135,11 @@ void EndLine(char** at) {
 }  // namespace
 
 size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point) {
-  const PointText lines = PointTextOf(text);
-  const auto [name, level, values] = lines.lines;
-  // With lines of such lengths, whatever is read at once lies within the first kAtOnce bytes.
-  constexpr size_t kLongestLevel = 32;
-  static_assert(kNameBytes + 2 + kLongestLevel + sizeof(std::uint64_t) <= kAtOnce);
-  if (lines.length == 0 || name.size() > kNameBytes || level.size() > kLongestLevel || values.empty() ||
-      !ReadPlainName(name, point->namn) || !ReadPlainFloat(level, &point->z))
-    return 0;
-  return lines.length;
+  std::string_view rest = text;
+  if (!TakePlainName(&rest, point->namn) || !TakePlainFloat(&rest, &point->z)) return 0;
+  const size_t end = rest.find('\n');  // of the values
+  if (end == std::string_view::npos || end == 0 || (end == 1 && rest.front() == '\r')) return 0;
+  return text.size() - rest.size() + end + 1;
 }
 
 bool SupportLineWriter::Point(const stdpkttype& point) {

@@ -11,8 +11,8 @@ bool BoundTree::Node::MayHoldFoot(PlanePoint p) const {
   const double h = p.h - middle.h;
   const double v = p.v - middle.v;
   const double away = std::sqrt(h * h + v * v);
-  // From anywhere in the box `p` lies within size/2 of (h, v), so that beyond this none of the tangents
-  // can be square to the line to it.
+  // From any point of the box `p` lies within size/2 of (h, v). Beyond this limit none of the tangents is
+  // perpendicular to the line to it.
   const double along = std::fabs(h * tangent.h + v * tangent.v);
   return along <= away * spread + size + 1e-6 + 1e-9 * away;
 }

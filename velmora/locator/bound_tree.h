@@ -1,5 +1,5 @@
-// A tree over bounds that are listed in an order in which neighbours lie near each other, as the segments
-// of a road do: each node bounds kFan consecutive ones of the level below. Built in one pass.
+// A tree over bounds in an order in which neighbours lie near each other, as the segments of a road do: each
+// node bounds kFan consecutive ones of the level below. Built in one pass.
 #ifndef VELMORA_LOCATOR_BOUND_TREE_H_
 #define VELMORA_LOCATOR_BOUND_TREE_H_
 
@@ -17,12 +17,12 @@ class BoundTree {
   static constexpr size_t kFan = 8;
 
   struct Node {
-    Box box;
+    BoundingBox box;
     PlanePoint tangent;
-    double spread;  // at least the sine of the tangents' spread; below 0 without tangents
+    double spread;  // at least the sine of the tangents' spread; negative without tangents
     double size;    // diagonal of the box
 
-    // Whether a foot of `p` may lie on what the node bounds.
+    // Whether a foot of `p` may lie on one of the bounded segments.
     bool MayHoldFoot(PlanePoint p) const;
   };
 
@@ -30,7 +30,7 @@ class BoundTree {
   void Build(const std::vector<FootBound>& leaves);
 
   // Calls visit(leaf) for the leaves whose node and all nodes above pass keep(node, squared distance of its
-  // box), the nearest child first. `keep` may grow stricter as leaves are visited.
+  // box), the nearest child first. `keep` may become stricter as leaves are visited.
   template <class Keep, class Visit>
   void Search(PlanePoint p, Keep keep, Visit visit) const;
 
@@ -59,7 +59,7 @@ void BoundTree::Search(PlanePoint p, Keep keep, Visit visit) const {
       visit(size_t{next.node});
       continue;
     }
-    // The children, farthest first, so that the nearest is taken up next.
+    // The children, farthest first, so that the nearest is visited next.
     const std::vector<Node>& below = levels_[next.level - 1];
     const size_t begin = next.node * kFan;
     const size_t end = begin + kFan < below.size() ? begin + kFan : below.size();

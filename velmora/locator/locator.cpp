@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-// What ends the walk of Vag2xy: in the second point and on, the first value above the station, both with
+// The walk of Vag2xy ends at the first of these values above the station, from the second point on; both have
 // their signs turned where stations fall.
 std::vector<double> PlanEnds(const std::vector<kovltype>& points, bool descending) {
   std::vector<double> ends;
@@ -29,9 +29,9 @@ std::vector<double> ProfileEnds(const std::vector<kovltype>& points) {
 }  // namespace
 
 struct Locator::State {
-  State(std::vector<kovltype> points, int type, InstructionSet set)
+  State(std::vector<kovltype> points, int type)
       : typ(type),
-        search(std::move(points), CVaglinje::Seknoll, set),
+        search(std::move(points), CVaglinje::Seknoll),
         plan_stations(PlanEnds(search.Plan().Points(), search.Plan().Descending())),
         profile_stations(ProfileEnds(search.Plan().Points())) {}
 
@@ -43,8 +43,8 @@ struct Locator::State {
 
 Locator::Locator(const CVaglinje& line) : Locator(line.Points(), line.typ) {}
 
-Locator::Locator(std::vector<kovltype> points, int typ, InstructionSet set)
-    : state_(std::make_unique<State>(std::move(points), typ, set)) {}
+Locator::Locator(std::vector<kovltype> points, int typ)
+    : state_(std::make_unique<State>(std::move(points), typ)) {}
 
 Locator::~Locator() = default;
 Locator::Locator(Locator&&) noexcept = default;

@@ -1,11 +1,11 @@
-// Stations and offsets of very many points: a snapshot of an alignment that is searched instead of walked.
+// Stations and offsets of very many points: a snapshot of an alignment, searched instead of walked.
 //
-//   Locator locator(line);                                   // after Init; the alignment may then go
+//   Locator locator(line);                                   // after Init; the alignment is then not needed
 //   locator.Vagstv(x, y, count, sek, avst, result);          // arrays, from any number of threads
 //
 // Every answer is, to the last bit, the one that the alignment itself gives: results, stations, offsets,
-// and what outputs hold where there is no answer. Each operation takes one point, or arrays of `count`
-// that do not overlap.
+// and the outputs where there is no answer, on every processor. Each operation takes one point, or arrays
+// of `count` that do not overlap.
 #ifndef VELMORA_LOCATOR_LOCATOR_H_
 #define VELMORA_LOCATOR_LOCATOR_H_
 
@@ -16,20 +16,19 @@
 #include "velmora/alignment/alignment_point.h"
 #include "velmora/alignment/vaglinje.h"
 #include "velmora/export.h"
-#include "velmora/locator/instruction_set.h"
 
 namespace velmora {
 
-// Unchangeable to its callers and safe to use from many threads at once. Look-ups remember what they worked
-// out about the ground near the line, within a limit that grows with the number of vertices: the first one
-// at a place takes some microseconds, the later ones some nanoseconds (docs/performance.md). Beside more than
-// 65,000 vertices they also keep the memory in which they sort scattered points, 52 MB at most.
+// Immutable to its callers and safe to use from many threads at once. Look-ups cache what they computed
+// about the ground near the line, within a limit that grows with the number of vertices: the first one at a
+// place takes some microseconds, later ones some nanoseconds (docs/performance.md). With more than 65,000
+// vertices they also keep the memory in which they sort scattered points, 52 MB at most.
 class VELMORA_API Locator {
  public:
-  // Takes the points, `typ` and Seknoll as they are now; the current point and the mark stay.
+  // Copies the points, `typ` and Seknoll as they are now; the current point and the mark stay.
   explicit Locator(const CVaglinje& line);
-  // From points in order and a type as CVaglinje's. Results do not depend on the instructions used.
-  Locator(std::vector<kovltype> points, int typ, InstructionSet set = AvailableInstructionSets().back());
+  // From points in order and a type as CVaglinje's.
+  Locator(std::vector<kovltype> points, int typ);
   ~Locator();
   Locator(Locator&&) noexcept;
   Locator& operator=(Locator&&) noexcept;

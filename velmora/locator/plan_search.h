@@ -1,5 +1,5 @@
-// Station and offset of many points: the table near the line first, then each point's candidates, then the
-// trees. For any number of threads at once.
+// Station and offset of many points: by the batch search near the line, else among the candidates of each
+// point's cell, else by the trees. For any number of threads at once.
 #ifndef VELMORA_LOCATOR_PLAN_SEARCH_H_
 #define VELMORA_LOCATOR_PLAN_SEARCH_H_
 
@@ -8,17 +8,17 @@
 #include <vector>
 
 #include "velmora/alignment/alignment_point.h"
-#include "velmora/locator/ground_order.h"
-#include "velmora/locator/instruction_set.h"
-#include "velmora/locator/near_kernel.h"
-#include "velmora/locator/near_table.h"
+#include "velmora/locator/batch_search.h"
+#include "velmora/locator/candidate_grid.h"
 #include "velmora/locator/plan_snapshot.h"
+#include "velmora/locator/spatial_sort.h"
 
 namespace velmora {
 
 class PlanSearch {
  public:
-  PlanSearch(std::vector<kovltype> points, double no_station, InstructionSet set);
+  PlanSearch(std::vector<kovltype> points, double no_station,
+             const BatchRoutines& routines = FastestRoutines());
   ~PlanSearch();
   PlanSearch(const PlanSearch&) = delete;
   PlanSearch& operator=(const PlanSearch&) = delete;
@@ -31,18 +31,18 @@ class PlanSearch {
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
                    int* result) const;
-  // Each at most kNearBlock points.
-  void FindPoints(size_t first, size_t count, SpatialSort* order) const;
+  // Each at most kMostInBatch points.
+  void FindPoints(size_t first, size_t count, SpatialSort* sort) const;
   void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
                  int* result) const;
-  void FindNear(const double* x, const double* y, size_t count, double* station, double* offset,
-                int* result) const;
+  void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
+                   int* result) const;
   StationOffset FindOne(PlanePoint p) const;
 
   PlanSnapshot plan_;
-  NearRoutines routines_;
-  NearTable near_;
-  NearView view_;
+  BatchRoutines routines_;
+  CandidateGrid grid_;
+  BatchView view_;
   mutable std::atomic<SpatialSort*> spare_ = nullptr;
 };
 

@@ -7,8 +7,8 @@ namespace velmora {
 namespace {
 
 constexpr size_t kSpare = 16;  // elements after the last vertex
-// Farther out than any foot that counts, and so far within what squares of distances hold.
-constexpr double kNowhere = 1e100;
+// Farther out than any foot that counts; squared distances do not overflow yet.
+constexpr double kFarthestPoint = 1e100;
 
 // A bound on squared distances that leaves room for rounding at any distance that counts.
 double Beyond(double distance) {
@@ -61,22 +61,22 @@ void PlanSnapshot::Bound() {
   std::vector<FootBound> leaves((Segments() + kFan - 1) / kFan);
   for (size_t i = 0; i < Segments(); ++i) {
     const SegmentBounds bounds = BoundsOfSegment(points_[i], points_[i + 1], ArcOf(i));
-    if (bounds.wild) {
+    if (bounds.unbounded) {
       unbounded_.push_back(static_cast<std::uint32_t>(i));
       continue;
     }
     leaves[i / kFan].Include(bounds.feet);
-    if (bounds.pad > 0) {
-      if (pads_.empty()) pads_.resize(h_.size());
-      pads_[i] = bounds.pad;
+    if (bounds.chord_slack > 0) {
+      if (chord_slacks_.empty()) chord_slacks_.resize(h_.size());
+      chord_slacks_[i] = bounds.chord_slack;
     }
-    for (const FootBound& place : bounds.axis_places)
-      axis_places_.push_back({place, static_cast<std::uint32_t>(i)});
+    for (const FootBound& quirk : bounds.axis_quirks)
+      axis_quirks_.push_back({quirk, static_cast<std::uint32_t>(i)});
   }
   for (const FootBound& leaf : leaves) extent_.Include(leaf.box);
   tree_.Build(leaves);
-  leaves.assign((axis_places_.size() + kFan - 1) / kFan, {});
-  for (size_t i = 0; i < axis_places_.size(); ++i) leaves[i / kFan].Include(axis_places_[i].bound);
+  leaves.assign((axis_quirks_.size() + kFan - 1) / kFan, {});
+  for (size_t i = 0; i < axis_quirks_.size(); ++i) leaves[i / kFan].Include(axis_quirks_[i].bound);
   axis_tree_.Build(leaves);
 }
 
@@ -96,7 +96,7 @@ StationOffset PlanSnapshot::Conclude(const PointSearch& search, PlanePoint p) co
 StationOffset PlanSnapshot::Find(PlanePoint p) const {
   PointSearch search = NewSearch();
   if (points_.empty()) return Conclude(search, p);
-  // Whatever has no finite coordinates is at no distance from anything.
+  // No segment is at a finite distance from a point that is not finite.
   if (!std::isfinite(p.h) || !std::isfinite(p.v)) return {-1, no_station_, 0};
 
   const size_t last = points_.size() - 1;
@@ -106,10 +106,10 @@ StationOffset PlanSnapshot::Find(PlanePoint p) const {
     for (const size_t end : {size_t{segment}, size_t{segment} + 1})
       search.ConsiderVertex(end, Distance(p, At(end)));
   }
-  if (std::fabs(p.h) > kNowhere || std::fabs(p.v) > kNowhere) return Conclude(search, p);
+  if (std::fabs(p.h) > kFarthestPoint || std::fabs(p.v) > kFarthestPoint) return Conclude(search, p);
 
-  // A foot farther away than a vertex that may answer does not matter. Once such a vertex is nearer than
-  // both ends it stays so.
+  // A foot farther away than a vertex that may answer does not count. Once such a vertex is nearer than
+  // both ends it remains so.
   const auto feet_beyond = [&] {
     const bool vertex_answers = vertices_count_ && IsInterior(search.vertex);
     return Beyond(vertex_answers ? std::min(search.feet.best, search.vertex_distance) : search.feet.best);
@@ -135,8 +135,8 @@ StationOffset PlanSnapshot::Find(PlanePoint p) const {
       },
       [&](size_t leaf) {
         const size_t begin = leaf * BoundTree::kFan;
-        const size_t end = std::min(begin + BoundTree::kFan, axis_places_.size());
-        for (size_t i = begin; i < end; ++i) ConsiderSegment(axis_places_[i].segment, p, &search);
+        const size_t end = std::min(begin + BoundTree::kFan, axis_quirks_.size());
+        for (size_t i = begin; i < end; ++i) ConsiderSegment(axis_quirks_[i].segment, p, &search);
       });
   return Conclude(search, p);
 }

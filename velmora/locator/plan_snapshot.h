@@ -1,5 +1,5 @@
-// The points of a plan laid out for searching, and the search that holds everywhere: near the line, far
-// from it and for points that are nowhere. Immutable once built.
+// The points of a plan laid out for searching, and the search by trees, which answers for every point: near
+// the line, far from it and not finite. Immutable once built.
 #ifndef VELMORA_LOCATOR_PLAN_SNAPSHOT_H_
 #define VELMORA_LOCATOR_PLAN_SNAPSHOT_H_
 
@@ -22,7 +22,7 @@ struct StationOffset {
   double offset;
 };
 
-// The nearest foot and the nearest vertex of one point among what was looked at.
+// The nearest foot and the nearest vertex of one point among those considered.
 struct PointSearch {
   StationSearch feet;
   double vertex_distance = std::numeric_limits<double>::infinity();
@@ -37,7 +37,7 @@ struct PointSearch {
 
 class PlanSnapshot {
  public:
-  // One place at which an arc answers beside an axis through its centre.
+  // A place at which an arc answers beside an axis through its centre (SegmentBounds::axis_quirks).
   struct AxisQuirk {
     FootBound bound;
     std::uint32_t segment;
@@ -49,28 +49,28 @@ class PlanSnapshot {
   size_t Segments() const { return points_.size() < 2 ? 0 : points_.size() - 1; }
   bool Descending() const { return descending_; }
   PlanePoint At(size_t vertex) const { return {h_[vertex], v_[vertex]}; }
-  // For comparing segments eight at a time from any one on, with some to spare after the last: coordinates,
-  // the inverse of a chord's squared length (0 for a degenerate one), and the pads of SegmentBounds, null
-  // when all are 0.
+  // Arrays for comparing several segments at once from any one on, with spare elements after the last:
+  // coordinates, the inverse of a chord's squared length (0 for a degenerate one), and the chord slacks of
+  // SegmentBounds, null when all are 0.
   const double* H() const { return h_.data(); }
   const double* V() const { return v_.data(); }
   const double* Stations() const { return stations_.data(); }
   const double* Inverse() const { return inverse_.data(); }
-  const double* Pads() const { return pads_.empty() ? nullptr : pads_.data(); }
-  double Pad(size_t segment) const { return pads_.empty() ? 0.0 : pads_[segment]; }
+  const double* ChordSlacks() const { return chord_slacks_.empty() ? nullptr : chord_slacks_.data(); }
+  double ChordSlack(size_t segment) const { return chord_slacks_.empty() ? 0.0 : chord_slacks_[segment]; }
   const ArcFrame* ArcOf(size_t segment) const {
     return arc_of_.empty() || arc_of_[segment] == kNoArc ? nullptr : &arcs_[arc_of_[segment]];
   }
-  // Whether a search may leave out segments that its bounds rule out.
+  // Whether some segment has no bounds, so that no cell can list its candidates.
   bool HasUnbounded() const { return !unbounded_.empty(); }
-  const Box& Extent() const { return extent_; }
+  const BoundingBox& Extent() const { return extent_; }
   const BoundTree& Tree() const { return tree_; }
   const BoundTree& AxisTree() const { return axis_tree_; }
-  const std::vector<AxisQuirk>& AxisQuirks() const { return axis_places_; }
+  const std::vector<AxisQuirk>& AxisQuirks() const { return axis_quirks_; }
 
   PointSearch NewSearch() const { return {{descending_, no_station_}}; }
   void ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const;
-  // What CVaglinje::Vagstv answers when it has seen the same.
+  // The answer of CVaglinje::Vagstv after the same segments and vertices.
   StationOffset Conclude(const PointSearch& search, PlanePoint p) const;
   // Whether the nearest vertex may answer: not an end.
   bool IsInterior(size_t vertex) const { return vertex > 0 && vertex + 1 < points_.size(); }
@@ -87,15 +87,15 @@ class PlanSnapshot {
   std::vector<kovltype> points_;
   double no_station_;
   bool descending_;
-  bool vertices_count_;  // false when the first is nowhere: no other is then nearer
-  std::vector<double> h_, v_, stations_, inverse_, pads_;
+  bool vertices_count_;  // false when the first is not a number: no other is then nearer
+  std::vector<double> h_, v_, stations_, inverse_, chord_slacks_;
   std::vector<ArcFrame> arcs_;
   std::vector<std::uint32_t> arc_of_;
   std::vector<std::uint32_t> unbounded_;
-  Box extent_ = kEmptyBox;
+  BoundingBox extent_ = kEmptyBounds;
   BoundTree tree_;
   BoundTree axis_tree_;
-  std::vector<AxisQuirk> axis_places_;
+  std::vector<AxisQuirk> axis_quirks_;
 };
 
 }  // namespace velmora

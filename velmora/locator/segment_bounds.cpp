@@ -30,7 +30,7 @@ Tangents TangentAt(double angle, double spread) { return {{-std::sin(angle), std
 
 // The largest distance from the chord of a point of the box; distance from a convex set is largest at a
 // corner.
-double FarthestFromChord(PlanePoint a, PlanePoint b, const Box& box) {
+double FarthestFromChord(PlanePoint a, PlanePoint b, const BoundingBox& box) {
   return std::max({DistanceFromChord(a, b, box.low), DistanceFromChord(a, b, box.high),
                    DistanceFromChord(a, b, {box.low.h, box.high.v}),
                    DistanceFromChord(a, b, {box.high.h, box.low.v})});
@@ -38,11 +38,11 @@ double FarthestFromChord(PlanePoint a, PlanePoint b, const Box& box) {
 
 void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bounds) {
   const Arc& circle = arc.circle;
-  // Not a number, as between coincident points, or infinite: no foot is ever nearer than another.
+  // Not a number, as between coincident points, or infinite: no foot is nearer than any other.
   if (!std::isfinite(circle.radius) || !std::isfinite(circle.centre.h) || !std::isfinite(circle.centre.v))
     return;
-  bounds->wild = circle.radius > kLargestRadius || !Within(circle.centre, kLargestRadius);
-  if (bounds->wild) return;
+  bounds->unbounded = circle.radius > kLargestRadius || !Within(circle.centre, kLargestRadius);
+  if (bounds->unbounded) return;
 
   // The angle is the one between the ranks, a quarter turn off where an end lies beside an axis.
   const bool counter_clockwise = arc.bulge > 0;
@@ -53,7 +53,7 @@ void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bo
   const double to = last + kAngleNoise;
   const double slack = 1e-6 + 1e-12 * circle.radius;
 
-  Box box = kEmptyBox;
+  BoundingBox box = kEmptyBounds;
   box.Include(OnCircle(circle, from));
   box.Include(OnCircle(circle, to));
   for (double axis = std::ceil(from / kQuarter); axis * kQuarter <= to; ++axis)
@@ -69,38 +69,38 @@ void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bo
   const bool as_drawn = std::fabs(arc.bulge) <= 1 && last - first < 3 &&
                         Distance(OnCircle(circle, first), begin) <= noise &&
                         Distance(OnCircle(circle, last), end) <= noise;
-  bounds->pad = as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box);
+  bounds->chord_slack = as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box);
 
   for (int axis = 0; axis < 4; ++axis) {
     // Beside the axis that ends quadrant `axis`, points count as that quadrant's beginning.
     if (!arc.Holds(axis)) continue;
     const double angle = (axis + 1) * kQuarter;
-    FootBound place;
-    place.box.Include(OnCircle(circle, angle));
-    place.box.Grow(1.1 * kQuadrantTolerance + slack);
-    place.tangents = TangentAt(angle, 0);
-    bounds->axis_places.push_back(place);
+    FootBound quirk;
+    quirk.box.Include(OnCircle(circle, angle));
+    quirk.box.Grow(1.1 * kQuadrantTolerance + slack);
+    quirk.tangents = TangentAt(angle, 0);
+    bounds->axis_quirks.push_back(quirk);
   }
 }
 
 }  // namespace
 
-void Box::Include(PlanePoint p) {
+void BoundingBox::Include(PlanePoint p) {
   low = {std::min(low.h, p.h), std::min(low.v, p.v)};
   high = {std::max(high.h, p.h), std::max(high.v, p.v)};
 }
 
-void Box::Include(const Box& other) {
+void BoundingBox::Include(const BoundingBox& other) {
   low = {std::min(low.h, other.low.h), std::min(low.v, other.low.v)};
   high = {std::max(high.h, other.high.h), std::max(high.v, other.high.v)};
 }
 
-void Box::Grow(double by) {
+void BoundingBox::Grow(double by) {
   low = {low.h - by, low.v - by};
   high = {high.h + by, high.v + by};
 }
 
-double Box::SquaredDistance(PlanePoint p) const {
+double BoundingBox::SquaredDistance(PlanePoint p) const {
   const double h = std::max({low.h - p.h, p.h - high.h, 0.0});
   const double v = std::max({low.v - p.v, p.v - high.v, 0.0});
   return h * h + v * v;
@@ -142,7 +142,7 @@ SegmentBounds BoundsOfSegment(const kovltype& a, const kovltype& b, const ArcFra
   const PlanePoint to = InPlane(b);
   SegmentBounds bounds;
   if (!Within(from, kLargestCoordinate) || !Within(to, kLargestCoordinate)) {
-    bounds.wild = true;
+    bounds.unbounded = true;
     return bounds;
   }
   const double length = Distance(from, to);
@@ -151,13 +151,14 @@ SegmentBounds BoundsOfSegment(const kovltype& a, const kovltype& b, const ArcFra
   bounds.feet.box.Grow(2 * kChordReach * length + 1e-6 + 1e-12 * length);
   if (arc != nullptr) {
     BoundArc(from, to, *arc, &bounds);
-    bounds.pad = std::max(bounds.pad, 1e-6);  // a chord's foot is never an arc's
+    bounds.chord_slack = std::max(bounds.chord_slack, 1e-6);  // a chord's foot is never an arc's
   } else if (length * length >= kShortestSquared / 2) {
     bounds.feet.tangents = {{(to.h - from.h) / length, (to.v - from.v) / length}, 1e-9};
-    // Rounding grows with the length; a pad also keeps the shortest from the fast comparison.
-    if (length > kLongStraight) bounds.pad = 0.001;
+    // Rounding grows with the length.
+    if (length > kLongStraight) bounds.chord_slack = 0.001;
   }
-  if (length < 0.02) bounds.pad = std::max(bounds.pad, 0.02);
+  // Keeps degenerate segments out of the comparison of bare chords.
+  if (length < 0.02) bounds.chord_slack = std::max(bounds.chord_slack, 0.02);
   return bounds;
 }
 

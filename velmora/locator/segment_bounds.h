@@ -1,5 +1,5 @@
-// Where the points lie for which a segment may answer: bounds that a search can rely on, rounding
-// included. What the bounds leave out has no foot there that CVaglinje::Vagstv would find.
+// Bounds on where a segment's feet lie, rounding included: outside them CVaglinje::Vagstv finds no foot on
+// the segment.
 #ifndef VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 #define VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 
@@ -10,12 +10,13 @@
 
 namespace velmora {
 
-struct Box {
+// Upright, in the plane.
+struct BoundingBox {
   PlanePoint low;
   PlanePoint high;
 
   void Include(PlanePoint p);
-  void Include(const Box& other);
+  void Include(const BoundingBox& other);
   void Grow(double by);
   double Diagonal() const { return Distance(low, high); }
   PlanePoint Middle() const { return {(low.h + high.h) * 0.5, (low.v + high.v) * 0.5}; }
@@ -23,7 +24,7 @@ struct Box {
   double SquaredDistance(PlanePoint p) const;
 };
 inline constexpr double kFarOut = 1e300;
-inline constexpr Box kEmptyBox = {{kFarOut, kFarOut}, {-kFarOut, -kFarOut}};
+inline constexpr BoundingBox kEmptyBounds = {{kFarOut, kFarOut}, {-kFarOut, -kFarOut}};
 
 // The directions, up to their sign, of tangents: within `spread` of `middle`, a unit vector. A spread of
 // more than a quarter turn is any direction; below 0 there is none.
@@ -34,10 +35,9 @@ struct Tangents {
   void Include(const Tangents& other);
 };
 
-// A foot on a curve within `box` lies there, and the line from it to its point is square to one of
-// `tangents`.
+// Feet lie within `box`, and the line from a foot to its point is perpendicular to one of `tangents`.
 struct FootBound {
-  Box box = kEmptyBox;
+  BoundingBox box = kEmptyBounds;
   Tangents tangents;
 
   void Include(const FootBound& other);
@@ -45,15 +45,15 @@ struct FootBound {
 
 // Bounds of one segment.
 struct SegmentBounds {
-  // Beyond every bound: coordinates or a circle so large that sums overflow or lose their metres.
-  bool wild = false;
-  // The segment's feet, and its first point.
+  // Without bounds: coordinates or a circle so large that sums overflow or lose whole metres.
+  bool unbounded = false;
+  // The segment's feet and its first point.
   FootBound feet;
-  // Feet lie within `pad` of the chord prolonged by kChordReach of its length at both ends.
-  double pad = 0;
-  // An arc also answers for points within kQuadrantTolerance of an axis through its centre, as if they
-  // lay a quarter turn back: places on its circle, away from it, each with the tangent there.
-  std::vector<FootBound> axis_places;
+  // Feet lie within `chord_slack` of the chord prolonged by kChordReach of its length at both ends.
+  double chord_slack = 0;
+  // Axis quirk: an arc also answers for points within kQuadrantTolerance of an axis through its centre, as
+  // if they lay a quarter turn back. Each is a place on the arc's circle, not on the arc.
+  std::vector<FootBound> axis_quirks;
 };
 
 inline constexpr double kChordReach = 0.00011;

@@ -1,4 +1,4 @@
-// Finds where a walk along stations would end, without the walk.
+// Finds the segment at which a walk along stations would end.
 #ifndef VELMORA_LOCATOR_STATION_INDEX_H_
 #define VELMORA_LOCATOR_STATION_INDEX_H_
 
@@ -12,7 +12,7 @@ namespace velmora {
 class StationIndex {
  public:
   StationIndex() = default;
-  // Values that are not numbers are above nothing.
+  // Values that are not numbers are above no other.
   explicit StationIndex(std::vector<double> values);
 
   // The position of the first value above `value`; the number of values when there is none.

@@ -2,8 +2,6 @@
 #ifndef VELMORA_TEXT_FIXED_DIGITS_H_
 #define VELMORA_TEXT_FIXED_DIGITS_H_
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -15,42 +13,25 @@
 namespace velmora {
 namespace fixed_digits {
 
-__extension__ using Wide = unsigned __int128;
-
-inline constexpr int kMostPlainDecimals = 8;
-inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfTen = {
-    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfFive = {
-    1, 5, 25, 125, 625, 3'125, 15'625, 78'125, 390'625};
-
-// `product` / 2^shift as the nearest integer, halves to the even one. `shift` is from 1 to one less than
-// the type's bits, and the product leaves its highest bit free.
-template <class Unsigned>
-constexpr Unsigned ShiftRounded(Unsigned product, int shift) {
-  const Unsigned below_half = (Unsigned{1} << (shift - 1)) - 1;
-  return (product + below_half + ((product >> shift) & 1)) >> shift;
-}
+inline constexpr int kMostPlainDecimals = 4;  // so that the products below fit into 63 bits
+inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfTen = {1, 10, 100, 1'000, 10'000};
+inline constexpr std::array<std::uint64_t, kMostPlainDecimals + 1> kPowersOfFive = {1, 5, 25, 125, 625};
 
 // |value| times 10^decimals as the nearest integer, halves to the even one, from the double's own bits: its
 // 53 digits times a power of five are exact, and so is the shift. False when it is too large.
 inline bool ScaledExactly(double value, int decimals, std::uint64_t* scaled) {
-  constexpr int kFitsInto64 = 4;  // decimals: 53 bits and the 10 of 5^4
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const int exponent = static_cast<int>(bits >> 52) & 0x7FF;
   const std::uint64_t fraction = bits & ((std::uint64_t{1} << 52) - 1);
   const std::uint64_t mantissa = exponent == 0 ? fraction : fraction | std::uint64_t{1} << 52;
   // The value is mantissa / 2^(1075 - exponent).
   const int shift = 1075 - std::max(exponent, 1) - decimals;
-  const std::uint64_t power = kPowersOfFive[static_cast<size_t>(decimals)];
-  if (decimals <= kFitsInto64 && shift > 0 && shift < 64) {
-    *scaled = ShiftRounded(mantissa * power, shift);
-    return true;
-  }
   if (shift <= 0) return false;
-  // Beyond that the number is less than half of its last decimal.
-  const Wide rounded = shift < 100 ? ShiftRounded(static_cast<Wide>(mantissa) * power, shift) : 0;
-  *scaled = static_cast<std::uint64_t>(rounded);
-  return rounded >> 64 == 0;
+  const std::uint64_t product = mantissa * kPowersOfFive[static_cast<size_t>(decimals)];
+  const std::uint64_t below_half = (std::uint64_t{1} << (std::min(shift, 63) - 1)) - 1;
+  // From a shift of 64 on the product is less than half.
+  *scaled = shift < 64 ? (product + below_half + ((product >> shift) & 1)) >> shift : 0;
+  return true;
 }
 
 // The digits of every number below 10^4 as bytes 0 to 9, the first one lowest.
@@ -93,8 +74,8 @@ inline size_t WriteInteger(std::uint64_t number, char* out) {
 inline constexpr size_t kLongestPlain = 40;
 
 // Writes "%.{decimals}f" to `out`, which has room for kLongestPlain characters, and returns its length. 0,
-// with `out` undefined, for what takes the general way (FormatFixed): more than eight decimals, more
-// digits than 64 bits hold, what is no number.
+// with `out` undefined, for what takes the general way (FormatFixed): more than four decimals, numbers too
+// large for 64 bits, infinities and NaN.
 inline size_t WritePlainFixed(double value, int decimals, char* out) {
   std::uint64_t scaled = 0;
   if (decimals < 0 || decimals > fixed_digits::kMostPlainDecimals ||
@@ -119,22 +100,16 @@ inline size_t WritePlainFixed(double value, int decimals, char* out) {
 
 namespace fixed_digits {
 
-// Both magnitudes times 10^4 as the nearest integers. A product that is not halfway between two of them lies
-// on the side where the exact one does, for halves are doubles themselves; from 10^8 on and at a half it is
-// false. Doing two numbers at once without a shift by each one's exponent takes a fifth off the time of a
-// line.
-inline bool TenThousandths(double first, double second, std::uint64_t* scaled) {
-  const __m128d sign = _mm_set1_pd(-0.0);
-  const __m128d whole = _mm_set1_pd(0x1p52);  // added to a product, the sum's lowest bit is a one
-  const __m128d magnitude = _mm_andnot_pd(sign, _mm_set_pd(second, first));
-  const __m128d product = _mm_mul_pd(magnitude, _mm_set1_pd(1e4));
-  const __m128d sum = _mm_add_pd(product, whole);
-  const __m128d away = _mm_andnot_pd(sign, _mm_sub_pd(product, _mm_sub_pd(sum, whole)));
-  const __m128d plain =
-      _mm_and_pd(_mm_cmplt_pd(magnitude, _mm_set1_pd(99'999'999)), _mm_cmplt_pd(away, _mm_set1_pd(0.5)));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(scaled),
-                   _mm_xor_si128(_mm_castpd_si128(sum), _mm_castpd_si128(whole)));
-  return _mm_movemask_pd(plain) == 3;
+// |value| times 10^4 as the nearest integer. A product that is not halfway between two of them lies on the
+// side where the exact one does, for halves are doubles themselves; from 10^8 on and at a half it is false.
+// Without a shift by the number's exponent, so that the numbers of a line are scaled side by side.
+inline bool TenThousandths(double value, std::uint64_t* scaled) {
+  constexpr double kWhole = 0x1p52;  // added to a product, the sum's lowest bit is a one
+  const double magnitude = std::fabs(value);
+  const double product = magnitude * 1e4;
+  const double sum = product + kWhole;
+  *scaled = std::bit_cast<std::uint64_t>(sum) ^ std::bit_cast<std::uint64_t>(kWhole);
+  return (magnitude < 99'999'999) & (std::fabs(product - (sum - kWhole)) < 0.5);
 }
 
 }  // namespace fixed_digits
@@ -144,8 +119,9 @@ inline bool TenThousandths(double first, double second, std::uint64_t* scaled) {
 template <size_t kNumbers>
 inline char* WriteFourDecimals(const std::array<double, 4>& numbers, char* out) {
   std::array<std::uint64_t, 4> scaled;
-  if (!fixed_digits::TenThousandths(numbers[0], numbers[1], &scaled[0]) ||
-      !fixed_digits::TenThousandths(numbers[2], numbers[3], &scaled[2])) {
+  bool plain = true;
+  for (size_t i = 0; i < scaled.size(); ++i) plain &= fixed_digits::TenThousandths(numbers[i], &scaled[i]);
+  if (!plain) {
     for (size_t i = 0; i < kNumbers; ++i) {
       const size_t length = WritePlainFixed(numbers[i], 4, out);
       if (length == 0) return nullptr;
@@ -154,7 +130,6 @@ inline char* WriteFourDecimals(const std::array<double, 4>& numbers, char* out) 
     }
     return out;
   }
-#pragma GCC unroll 4
   for (size_t i = 0; i < kNumbers; ++i) {
     *out = '-';
     out += std::signbit(numbers[i]) ? 1 : 0;

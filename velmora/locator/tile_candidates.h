@@ -1,6 +1,6 @@
-// Which segments can be nearest to some point of a square of the ground.
-#ifndef VELMORA_LOCATOR_NEAR_CANDIDATES_H_
-#define VELMORA_LOCATOR_NEAR_CANDIDATES_H_
+// The segments that can be nearest to some point of a cell of the ground.
+#ifndef VELMORA_LOCATOR_TILE_CANDIDATES_H_
+#define VELMORA_LOCATOR_TILE_CANDIDATES_H_
 
 #include <array>
 #include <cstddef>
@@ -18,11 +18,11 @@ struct SegmentRun {
 
 // Distances of a point from `count` chords, the first at `first`, each prolonged by kChordReach at both
 // ends. Writes up to kChordsAtOnce - 1 elements more than asked for.
-inline constexpr size_t kChordsAtOnce = 8;
+inline constexpr size_t kChordsAtOnce = 4;
 using ChordDistances = void (*)(const PlanSnapshot& plan, PlanePoint p, size_t first, size_t count,
                                 double* distances);
 
-// The candidates for a tile of squares, looked up once; from them those of each square.
+// The candidates of a tile of cells, found once; from them those of each cell.
 class TileCandidates {
  public:
   // For all points within `radius` of `middle`.
@@ -30,11 +30,11 @@ class TileCandidates {
 
   static constexpr size_t kMostRuns = 16;
   struct Candidates {
-    // Whatever is not among them is farther than this from each of the points. 0 when there are too many to
-    // be worth a list.
+    // Every other segment is farther than this from each of the points. 0 when there are too many to be
+    // worth a list.
     double reach = 0;
-    // Whether a candidate's foot is never nearer than its chord less its pad: false beside an axis place.
-    bool chords_tell = true;
+    // Whether no candidate's foot is nearer than its chord less its slack: false beside an axis quirk.
+    bool chords_bound_feet = true;
     size_t runs = 0;
     std::array<SegmentRun, kMostRuns> run;  // in order
 
@@ -45,20 +45,20 @@ class TileCandidates {
 
  private:
   static constexpr size_t kMostSegments = 256;
-  static constexpr size_t kMostPlaces = 64;
+  static constexpr size_t kMostQuirks = 64;
 
   void Collect(PlanePoint middle, double radius);
-  void CollectAxisPlaces(PlanePoint middle, double reach);
+  void CollectAxisQuirks(PlanePoint middle, double reach);
 
   const PlanSnapshot* plan_;
   ChordDistances distances_;
   bool too_many_ = false;
   size_t runs_ = 0;
   std::array<SegmentRun, kMostRuns> run_;  // NOLINT: filled as far as it is read
-  size_t places_ = 0;
-  std::array<const PlanSnapshot::AxisQuirk*, kMostPlaces> place_;  // NOLINT: likewise
+  size_t quirks_ = 0;
+  std::array<const PlanSnapshot::AxisQuirk*, kMostQuirks> quirk_;  // NOLINT: likewise
 };
 
 }  // namespace velmora
 
-#endif  // VELMORA_LOCATOR_NEAR_CANDIDATES_H_
+#endif  // VELMORA_LOCATOR_TILE_CANDIDATES_H_

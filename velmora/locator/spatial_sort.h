@@ -1,7 +1,7 @@
-// Points in no order, put into one in which those close together on the ground follow each other: where the
-// plan is larger than the processor's caches, jumping about in it costs more than the sorting.
-#ifndef VELMORA_LOCATOR_GROUND_ORDER_H_
-#define VELMORA_LOCATOR_GROUND_ORDER_H_
+// Sorts points by where they lie on the ground: where the plan is larger than the processor's caches, random
+// access to it costs more than the sorting.
+#ifndef VELMORA_LOCATOR_SPATIAL_SORT_H_
+#define VELMORA_LOCATOR_SPATIAL_SORT_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -10,15 +10,16 @@
 
 #include "velmora/locator/segment_bounds.h"
 #include "velmora/platform/large_memory.h"
+#include "velmora/portability.h"
 
 namespace velmora {
 
 class SpatialSort {
  public:
-  // Room for up to `most` points over a plan's extent; about `cells` patches of ground.
-  SpatialSort(const Box& extent, size_t cells, size_t most);
+  // For up to `most` points over a plan's extent, which is divided into about `cells` cells.
+  SpatialSort(const BoundingBox& extent, size_t cells, size_t most);
 
-  // Whether there was memory for it.
+  // False when memory ran out.
   bool IsUsable() const {
     return points_ != nullptr && cells_ != nullptr && starts_ != nullptr && answers_ != nullptr;
   }
@@ -30,7 +31,7 @@ class SpatialSort {
     double y;
     std::uint32_t from;  // its position in the caller's order
   };
-  // Takes up to `most` points. Points that are nowhere come somewhere.
+  // Takes up to `most` points. Non-finite points are clamped to the grid; their order is unspecified.
   void Sort(const double* x, const double* y, size_t count);
   const Point* Points() const { return points_.get(); }
 
@@ -40,24 +41,24 @@ class SpatialSort {
     std::uint32_t from;
     int result;
   };
-  // Takes the answer to each point of a batch once, in any order, and then puts them where they belong: first
-  // with those whose places are close by, so that nothing is written all over a large array.
+  // Keeps the answers to the points of a batch, each once and in any order, and then scatters them to the
+  // caller's arrays. Buckets answers by destination, so that writes stay within the cache.
   void Keep(const Answer& answer) {
-    Answer* const place = &answers_[next_[answer.from >> kPlacesBits]++];
-    __builtin_prefetch(place + kAhead, 1);
+    Answer* const place = &answers_[next_[answer.from >> kBucketBits]++];
+    PrefetchForWrite(place + kAhead);
     *place = answer;
   }
   void ScatterAnswers(size_t count, double* station, double* offset, int* result) const;
 
  private:
-  static constexpr unsigned kPlacesBits = 13;
-  static constexpr size_t kAhead = 10;  // answers: memory is asked for before it is written
+  static constexpr unsigned kBucketBits = 13;
+  static constexpr size_t kAhead = 10;  // answers to prefetch
 
-  struct GiveBack {
+  struct Free {
     void operator()(void* memory) const { GiveLargeMemoryBack(memory); }
   };
   template <class T>
-  using LargeArray = std::unique_ptr<T[], GiveBack>;
+  using LargeArray = std::unique_ptr<T[], Free>;
   template <class T>
   static LargeArray<T> Take(size_t count) {
     return LargeArray<T>(static_cast<T*>(TakeLargeMemory(count * sizeof(T))));
@@ -71,8 +72,8 @@ class SpatialSort {
   LargeArray<Point> points_;
   LargeArray<std::uint32_t> cells_;  // of the caller's points
   std::unique_ptr<std::uint32_t[]> starts_;
-  LargeArray<Answer> answers_;  // those with places from i << kPlacesBits on at that position
-  std::vector<std::uint32_t> next_;
+  LargeArray<Answer> answers_;       // bucket i begins at i << kBucketBits
+  std::vector<std::uint32_t> next_;  // of each bucket, the position after its last answer
 };
 
 // Whether most points lie farther than `close` from the one before.
@@ -80,4 +81,4 @@ bool AreScattered(const double* x, const double* y, size_t count, double close);
 
 }  // namespace velmora
 
-#endif  // VELMORA_LOCATOR_GROUND_ORDER_H_
+#endif  // VELMORA_LOCATOR_SPATIAL_SORT_H_

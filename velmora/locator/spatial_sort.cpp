@@ -1,4 +1,4 @@
-#include "velmora/locator/ground_order.h"
+#include "velmora/locator/spatial_sort.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,13 +6,13 @@
 
 namespace velmora {
 
-SpatialSort::SpatialSort(const Box& extent, size_t cells, size_t most)
+SpatialSort::SpatialSort(const BoundingBox& extent, size_t cells, size_t most)
     : low_(extent.low),
       most_(most),
       points_(Take<Point>(most)),
       cells_(Take<std::uint32_t>(most)),
       answers_(Take<Answer>(most)),
-      next_((most >> kPlacesBits) + 1) {
+      next_((most >> kBucketBits) + 1) {
   const double width = std::max(extent.high.h - extent.low.h, 1.0);
   const double height = std::max(extent.high.v - extent.low.v, 1.0);
   const auto wanted = static_cast<double>(cells);
@@ -25,8 +25,8 @@ SpatialSort::SpatialSort(const Box& extent, size_t cells, size_t most)
 }
 
 void SpatialSort::Sort(const double* x, const double* y, size_t count) {
-  for (size_t i = 0; i < next_.size(); ++i) next_[i] = static_cast<std::uint32_t>(i << kPlacesBits);
-  // Also what is no number comes to lie within the limits.
+  for (size_t i = 0; i < next_.size(); ++i) next_[i] = static_cast<std::uint32_t>(i << kBucketBits);
+  // std::max(0.0, x) is 0 where x is not a number.
   const double last_column = columns_ - 1;
   const double last_row = rows_ - 1;
   std::uint32_t* const cell = cells_.get();
@@ -40,9 +40,9 @@ void SpatialSort::Sort(const double* x, const double* y, size_t count) {
   std::fill_n(starts, cells + 1, 0U);
   for (size_t i = 0; i < count; ++i) ++starts[cell[i] + 1];
   for (size_t i = 0; i < cells; ++i) starts[i + 1] += starts[i];
-  constexpr size_t kAhead = 24;  // points: memory is asked for before it is written
+  constexpr size_t kAhead = 24;  // points to prefetch
   for (size_t i = 0; i < count; ++i) {
-    __builtin_prefetch(&points_[starts[cell[std::min(i + kAhead, count - 1)]]], 1);
+    PrefetchForWrite(&points_[starts[cell[std::min(i + kAhead, count - 1)]]]);
     points_[starts[cell[i]]++] = {x[i], y[i], static_cast<std::uint32_t>(i)};
   }
 }

@@ -1,9 +1,8 @@
-#include "velmora/text/number_lines.h"
-
-#include <smmintrin.h>
+#include "velmora/alignment/number_lines.h"
 
 #include <bit>
 
+#include "velmora/portability.h"
 #include "velmora/text/digit_bytes.h"
 
 namespace velmora {
@@ -36,18 +35,14 @@ NumberShape ShapeOf(const char* p) {
   shape.decimals = decimals;
   shape.length = digits + (has_point ? 1 + decimals : 0);
   shape.divisor = static_cast<double>(kPowers[static_cast<size_t>(decimals)]);
-  constexpr std::uint8_t kNothing = 0x80;
-  shape.places.fill(kNothing);
-  size_t place = shape.places.size();
-  for (int at = digits + decimals; at >= 0; --at)
-    if (at != digits) shape.places[--place] = static_cast<std::uint8_t>(at);
+  shape.places.Set(digits, decimals);
   return shape;
 }
 
 // Each way reads the digits of a number of this shape at `p`, behind its sign. False when there is none.
-// What the digits are worth together is below 10^14, exact as a double.
+// Together they are below 10^14, exact as a double.
 
-struct AnyProcessor {
+struct BaselineWay {
   static bool Digits(const char* p, const NumberShape& shape, double* digits) {
     const std::uint64_t whole = Load(p);
     if ((NotDigits(whole) & TopBits(shape.digits)) != 0) return false;
@@ -61,28 +56,21 @@ struct AnyProcessor {
   }
 };
 
-struct Sse41 {
-  __attribute__((target("sse4.1"))) static bool Digits(const char* p, const NumberShape& shape,
-                                                       double* digits) {
-    __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    bytes = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
-    bytes = _mm_shuffle_epi8(bytes, _mm_load_si128(reinterpret_cast<const __m128i*>(shape.places.data())));
-    const __m128i above_nine = _mm_subs_epu8(bytes, _mm_set1_epi8(9));
-    if (_mm_testz_si128(above_nine, above_nine) == 0 || (shape.decimals != 0 && p[shape.digits] != '.'))
+VELMORA_WIDE_BEGIN
+struct WideWay {
+  static bool Digits(const char* p, const NumberShape& shape, double* digits) {
+    std::int64_t number = 0;
+    if (!ReadVectorDigits(p, shape.places, &number) || (shape.decimals != 0 && p[shape.digits] != '.'))
       return false;
-    // Pairs of neighbours become one number: of two digits, four, eight.
-    const __m128i twos = _mm_maddubs_epi16(bytes, _mm_set1_epi16(1 << 8 | 10));
-    const __m128i fours = _mm_madd_epi16(twos, _mm_set1_epi32(1 << 16 | 100));
-    const __m128i eights = _mm_madd_epi16(_mm_packus_epi32(fours, fours), _mm_set1_epi32(1 << 16 | 10'000));
-    const std::int64_t both = _mm_cvtsi128_si64(eights);
-    *digits = static_cast<double>((both & 0xFFFFFFFF) * 100'000'000 + (both >> 32));
+    *digits = static_cast<double>(number);
     return true;
   }
 };
+VELMORA_WIDE_END
+
 // Reads a number of this shape and moves behind it. False when there is none.
 template <class Way>
-__attribute__((always_inline)) inline bool ReadShaped(const char** at, const NumberShape& shape,
-                                                      double* number) {
+VELMORA_ALWAYS_INLINE bool ReadShaped(const char** at, const NumberShape& shape, double* number) {
   const char* p = *at;
   const bool negative = *p == '-';
   p += negative ? 1 : 0;
@@ -97,8 +85,8 @@ __attribute__((always_inline)) inline bool ReadShaped(const char** at, const Num
 
 // Reads the line and moves behind its last number.
 template <class Way, size_t kNumbers>
-__attribute__((always_inline)) inline bool ReadNumbers(const char** at, std::array<NumberShape, 4>* shapes,
-                                                       std::array<double, 4>* numbers) {
+VELMORA_ALWAYS_INLINE bool ReadNumbers(const char** at, std::array<NumberShape, 4>* shapes,
+                                       std::array<double, 4>* numbers) {
   static_assert(NumberLines::kSlack >= kNumbers * kFarthest);
   for (size_t i = 0; i < kNumbers; ++i) {
     NumberShape& shape = (*shapes)[i];
@@ -116,32 +104,25 @@ __attribute__((always_inline)) inline bool ReadNumbers(const char** at, std::arr
 }
 
 template <class Way>
-__attribute__((always_inline)) inline bool ReadLine(int count, const char** at,
-                                                    std::array<NumberShape, 4>* shapes,
-                                                    std::array<double, 4>* numbers) {
+VELMORA_ALWAYS_INLINE bool ReadLine(int count, const char** at, std::array<NumberShape, 4>* shapes,
+                                    std::array<double, 4>* numbers) {
   return count == 4 ? ReadNumbers<Way, 4>(at, shapes, numbers) : ReadNumbers<Way, 3>(at, shapes, numbers);
 }
 
-bool ReadLineAnywhere(int count, const char** at, std::array<NumberShape, 4>* shapes,
-                      std::array<double, 4>* numbers) {
-  return ReadLine<AnyProcessor>(count, at, shapes, numbers);
+VELMORA_WIDE_BEGIN
+bool ReadWideLine(int count, const char** at, std::array<NumberShape, 4>* shapes,
+                  std::array<double, 4>* numbers) {
+  return ReadLine<WideWay>(count, at, shapes, numbers);
 }
-__attribute__((target("sse4.1"))) bool ReadLineSse41(int count, const char** at,
-                                                     std::array<NumberShape, 4>* shapes,
-                                                     std::array<double, 4>* numbers) {
-  return ReadLine<Sse41>(count, at, shapes, numbers);
-}
+VELMORA_WIDE_END
 
 }  // namespace
-
-NumberLines::NumberLines(int count, bool quickest)
-    : count_(count), sse41_(quickest && __builtin_cpu_supports("sse4.1") != 0) {}
 
 size_t NumberLines::Read(std::string_view text, std::array<double, 4>* numbers) {
   if (text.size() < kSlack) return 0;
   const char* p = text.data();
-  const bool plain =
-      sse41_ ? ReadLineSse41(count_, &p, &shapes_, numbers) : ReadLineAnywhere(count_, &p, &shapes_, numbers);
+  const bool plain = wide_ ? ReadWideLine(count_, &p, &shapes_, numbers)
+                           : ReadLine<BaselineWay>(count_, &p, &shapes_, numbers);
   if (!plain) return 0;
   if (*p == '\r') ++p;
   return *p == '\n' ? static_cast<size_t>(p - text.data()) + 1 : 0;

@@ -4,13 +4,14 @@
 // its shape: how many digits stand before and behind the point in each column. The next line mostly has
 // the same, so it is read as if it had, without looking for where its numbers end, and what came out is
 // then checked. Every other line is left to the general reader, which gives the same doubles.
-#ifndef VELMORA_TEXT_NUMBER_LINES_H_
-#define VELMORA_TEXT_NUMBER_LINES_H_
+#ifndef VELMORA_ALIGNMENT_NUMBER_LINES_H_
+#define VELMORA_ALIGNMENT_NUMBER_LINES_H_
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
+
+#include "velmora/platform/vector_digits.h"
 
 namespace velmora {
 
@@ -20,15 +21,14 @@ struct NumberShape {
   int decimals = 0;  // behind it, up to 7; 0: there is no point
   int length = 0;    // with the point, without a sign
   double divisor = 1;
-  // For sixteen bytes at once: where each digit goes so that the number ends with the last byte.
-  alignas(16) std::array<std::uint8_t, 16> places{};
+  DigitPlaces places;
 };
 
 // Reads lines of three or four numbers with one blank between them.
 class NumberLines {
  public:
-  // `count` is 3 or 4. Not the quickest way is the one that every processor knows.
-  explicit NumberLines(int count, bool quickest = true);
+  // `count` is 3 or 4. Without `wide` lanes only as every processor can.
+  explicit NumberLines(int count, bool wide = HasWideLanes()) : count_(count), wide_(wide) {}
 
   // Reads the line at the start of `text` and returns its length with its line end, CR LF or LF. 0 when the
   // line is not plain or `text` does not hold it with kSlack bytes to spare; `numbers` are then undefined.
@@ -39,10 +39,10 @@ class NumberLines {
 
  private:
   int count_;
-  bool sse41_;
+  bool wide_;
   std::array<NumberShape, 4> shapes_;
 };
 
 }  // namespace velmora
 
-#endif  // VELMORA_TEXT_NUMBER_LINES_H_
+#endif  // VELMORA_ALIGNMENT_NUMBER_LINES_H_
