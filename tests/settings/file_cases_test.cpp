@@ -42,7 +42,7 @@
 #include <thread>
 
 #include "tests/support/recorded_messages.h"
-#include "tests/support/shell.h"
+#include "tests/support/run_command.h"
 #include "tests/support/test_files.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
@@ -340,7 +340,7 @@ class FileCases : public SettingsFolders {
 };
 
 TEST(SettingsFiles, CasesAreAnsweredAsRecorded) {
-  const std::string path = testing::ShellPath(std::getenv("VELMORA_SETTINGS_CASES"));
+  const std::string path = testing::PathFromEnvironment("VELMORA_SETTINGS_CASES");
   std::ifstream file(path, std::ios::binary);
   std::string all, name;
   Texts lines;
