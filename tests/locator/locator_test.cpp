@@ -229,18 +229,18 @@ TEST(Locator, LargeScatteredBatchesAnswerAsSinglePoints) {
     for (kovltype& p : points) p.sek *= sign;
     std::vector<kovltype> profile = points;
     for (kovltype& p : profile) p.y = p.sek;
-    OpenLine plan(points), level(profile);
-    const Locator in_plan(plan), in_profile(level);
+    OpenLine plan(points), profile_line(profile);
+    const Locator in_plan(plan), in_profile(profile_line);
     for (int i = 0; i < 2000; ++i) {
       double sek = points[random() % points.size()].sek + Uniform(random, -1, 1) * (i % 2 == 0 ? 1.5e-4 : 30);
       if (i % 100 == 0) sek = i % 200 == 0 ? kNan : kInf * sign;
-      Answer walked{}, found{};
-      walked.result = plan.Vag2xy(sek, 3, &walked.a, &walked.b);
-      found.result = in_plan.Vag2xy(sek, 3, &found.a, &found.b);
-      EXPECT_EQ(walked, found) << sek;
-      walked.result = level.Vagprofz(sek, &walked.a);
-      found.result = in_profile.Vagprofz(sek, &found.a);
-      EXPECT_EQ(walked, found) << sek;
+      const auto answer = [sek](auto& in_plan, auto& in_profile) {
+        Answer point{}, level{};
+        point.result = in_plan.Vag2xy(sek, 3, &point.a, &point.b);
+        level.result = in_profile.Vagprofz(sek, &level.a);
+        return std::vector<Answer>{point, level};
+      };
+      EXPECT_EQ(answer(plan, profile_line), answer(in_plan, in_profile)) << sek;
     }
   }
 }
