@@ -2,14 +2,22 @@
 
 add_library(velmora_options INTERFACE)
 target_include_directories(velmora_options INTERFACE "${PROJECT_SOURCE_DIR}")
-target_compile_options(velmora_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${VELMORA_WERROR}>:-Werror>
-  # GCC 12 sees overlaps inside operator+ of std::string that are not there.
-  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
-  # Fuzz targets reach what programs do not.
-  $<$<NOT:$<BOOL:${VELMORA_FUZZ}>>:-fvisibility=hidden$<SEMICOLON>-fvisibility-inlines-hidden>
-  # The same bits from every compiler and processor: no fused multiply-add behind our back.
-  -ffp-contract=off)
+if(MSVC)  # also clang-cl
+  target_compile_options(velmora_options INTERFACE
+    /W4 $<$<BOOL:${VELMORA_WERROR}>:/WX> /utf-8 /EHsc /Zc:__cplusplus /permissive-
+    # The same bits from every compiler and processor.
+    /fp:precise)
+  target_compile_definitions(velmora_options INTERFACE NOMINMAX)
+else()
+  target_compile_options(velmora_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${VELMORA_WERROR}>:-Werror>
+    # GCC 12 sees overlaps inside operator+ of std::string that are not there.
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
+    # Fuzz targets reach what programs do not.
+    $<$<NOT:$<BOOL:${VELMORA_FUZZ}>>:-fvisibility=hidden$<SEMICOLON>-fvisibility-inlines-hidden>
+    # The same bits from every compiler and processor: no fused multiply-add.
+    -ffp-contract=off)
+endif()
 if(VELMORA_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
   add_link_options(-fsanitize=address,undefined)
@@ -23,7 +31,11 @@ endif()
 if(WIN32)
   target_compile_definitions(velmora_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
   # A program of the suite gets one DLL, not the compiler's run time beside it.
-  target_link_options(velmora_options INTERFACE -static)
+  if(MSVC)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  else()
+    target_link_options(velmora_options INTERFACE -static)
+  endif()
 endif()
 
 # velmora_room(TARGET NAME [SOURCES file...] [SYSTEM file...] [POSIX file...] [WIN32 file...])

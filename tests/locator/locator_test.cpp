@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <iomanip>
 #include <limits>
 #include <sstream>
@@ -143,53 +144,70 @@ PlanePoint AnyPlace(std::mt19937& random, const std::vector<kovltype>& points) {
   }
 }
 
-// What the test prints of a difference: the points as they would be written here, and the place.
-std::string Shown(const std::vector<kovltype>& points, double x, double y) {
-  std::ostringstream out;
-  out << std::setprecision(17) << "points {";
-  for (const kovltype& a : points)
-    out << "{" << a.x << ", " << a.y << ", " << a.bulge << ", " << a.sek << "}, ";
-  out << "}, x " << x << ", y " << y;
-  return out.str();
-}
+struct Places {
+  std::vector<double> x, y;
+
+  Places(std::mt19937& random, const std::vector<kovltype>& points, size_t count) {
+    while (x.size() < count) {
+      const PlanePoint p = AnyPlace(random, points);
+      x.push_back(p.v);
+      y.push_back(p.h);
+    }
+  }
+  // find(x, y, count, station, offset, result)
+  template <class Find>
+  std::vector<Answer> Batch(Find find) const {
+    std::vector<double> a(x.size()), b(x.size());
+    std::vector<int> result(x.size());
+    find(x.data(), y.data(), x.size(), a.data(), b.data(), result.data());
+    std::vector<Answer> answers;
+    for (size_t i = 0; i < x.size(); ++i) answers.push_back({result[i], a[i], b[i]});
+    return answers;
+  }
+  // line.Vagstv(x, y, station, offset, more...)
+  template <class Line, class... More>
+  std::vector<Answer> OneByOne(Line& line, More... more) const {
+    std::vector<Answer> answers(x.size());
+    for (size_t i = 0; i < x.size(); ++i)
+      answers[i].result = line.Vagstv(x[i], y[i], &answers[i].a, &answers[i].b, more...);
+    return answers;
+  }
+};
 
 TEST(Locator, AnswersAsTheWalkDoes) {
-  constexpr size_t kPlaces = 64;
   std::mt19937 random(20);
   std::vector<BatchRoutines> routines = {BaselineRoutines()};
   if (HasWideLanes()) routines.push_back(WideRoutines());
   const char* const wanted = std::getenv("VELMORA_LOCATOR_CASES");
-  const size_t cases = wanted == nullptr ? 200000 : std::strtoull(wanted, nullptr, 10);
-  size_t found = 0;
-  for (size_t done = 0; done < cases; done += kPlaces) {
+  const size_t rounds = (wanted == nullptr ? 200000 : std::strtoull(wanted, nullptr, 10)) / 64;
+  std::ptrdiff_t found = 0;
+  for (size_t round = 0; round < rounds; ++round) {
     const std::vector<kovltype> points = AnyLine(random, 1 + random() % (random() % 8 == 0 ? 400 : 24));
+    const Places places(random, points, 64);
     OpenLine line(points);
-    std::vector<double> x(kPlaces), y(kPlaces);
-    std::vector<Answer> walked(kPlaces);
-    for (size_t i = 0; i < kPlaces; ++i) {
-      const PlanePoint p = AnyPlace(random, points);
-      x[i] = p.v;
-      y[i] = p.h;
-      walked[i].result = line.Vagstv(p.v, p.h, &walked[i].a, &walked[i].b, 0);
-      found += walked[i].result == 0;
-    }
-    for (size_t width = 0; width < routines.size(); ++width) {
-      const PlanSearch search(points, CVaglinje::Seknoll, routines[width]);
+    const std::vector<Answer> walked = places.OneByOne(line, 0);
+    found += std::count_if(walked.begin(), walked.end(), [](const Answer& a) { return a.result == 0; });
+    for (const BatchRoutines& width : routines) {
+      const PlanSearch search(points, CVaglinje::Seknoll, width);
       for (const bool known : {false, true}) {  // the second time the cells are computed
-        std::vector<double> a(kPlaces), b(kPlaces);
-        std::vector<int> result(kPlaces);
-        search.Find(x.data(), y.data(), kPlaces, a.data(), b.data(), result.data());
-        for (size_t i = 0; i < kPlaces; ++i)
-          ASSERT_EQ(walked[i], (Answer{result[i], a[i], b[i]}))
-              << "round " << done / kPlaces << ", width " << width << ", known " << known << ": "
-              << Shown(points, x[i], y[i]);
+        const std::vector<Answer> located = places.Batch(std::bind_front(&PlanSearch::Find, &search));
+        const auto [at, other] = std::mismatch(walked.begin(), walked.end(), located.begin());
+        if (at == walked.end()) continue;
+        std::ostringstream shown;
+        shown << std::setprecision(17);
+        for (const kovltype& p : points)
+          shown << "{" << p.x << ", " << p.y << ", " << p.bulge << ", " << p.sek << "}, ";
+        const auto i = static_cast<size_t>(at - walked.begin());
+        shown << "at " << places.x[i] << ", " << places.y[i] << ": walked " << *at << ", located " << *other;
+        FAIL() << "round " << round << ", " << &width - routines.data() << ", " << known << ": "
+               << shown.str();
       }
     }
   }
-  EXPECT_GT(found, cases / 2);
+  EXPECT_GT(found, static_cast<std::ptrdiff_t>(rounds * 32));
 }
 
-// A plan larger than the caches, asked in no order by two threads at once, which both work out the ground;
+// A plan larger than the caches, searched in no order by two threads at once, which both compute the cells;
 // and stations looked for among those that turn back.
 TEST(Locator, LargeScatteredBatchesAnswerAsSinglePoints) {
   std::mt19937 random(3);
@@ -197,50 +215,36 @@ TEST(Locator, LargeScatteredBatchesAnswerAsSinglePoints) {
   for (int i = 0; i < 70000; ++i)
     points.push_back({1000.0 * (i / 1000) + Uniform(random, 0, 40), 30.0 * (i % 1000), i % 5 == 0 ? 0.1 : 0.0,
                       30.0 * i + Uniform(random, -20, 20)});
-  const Locator together(points, 7);
-  const Locator single(points, 7);
-  constexpr size_t kCount = 20000;
-  const auto look = [&](unsigned seed) {
-    std::mt19937 places(seed);
-    std::vector<double> x(kCount), y(kCount), a(kCount), b(kCount);
-    std::vector<int> result(kCount);
-    for (size_t i = 0; i < kCount; ++i) {
-      const PlanePoint p = AnyPlace(places, points);
-      x[i] = p.v;
-      y[i] = p.h;
-    }
-    together.Vagstv(x.data(), y.data(), kCount, a.data(), b.data(), result.data());
-    size_t different = 0;
-    for (size_t i = 0; i < kCount; ++i) {
-      Answer alone{};
-      alone.result = single.Vagstv(x[i], y[i], &alone.a, &alone.b);
-      different += alone == Answer{result[i], a[i], b[i]} ? 0 : 1;
-    }
-    return different;
+  const Locator together(points, 7), single(points, 7);
+  const auto agrees = [&](unsigned seed) {
+    std::mt19937 own(seed);
+    const Places places(own, points, 20000);
+    const auto batch = [&](const auto&... arguments) { together.Vagstv(arguments...); };
+    return places.Batch(batch) == places.OneByOne(single);
   };
-  size_t of_other = 1;
-  std::thread other([&] { of_other = look(1); });
-  EXPECT_EQ(look(2), 0u);
+  bool other_agrees = false;
+  std::thread other([&] { other_agrees = agrees(1); });
+  EXPECT_TRUE(agrees(2));
   other.join();
-  EXPECT_EQ(of_other, 0u);
+  EXPECT_TRUE(other_agrees);
 
   points.resize(2000);
   for (const double sign : {1.0, -1.0}) {
     for (kovltype& p : points) p.sek *= sign;
     std::vector<kovltype> profile = points;
     for (kovltype& p : profile) p.y = p.sek;
-    OpenLine plan(points), level(profile);
-    const Locator in_plan(plan), in_profile(level);
+    OpenLine plan(points), profile_line(profile);
+    const Locator in_plan(plan), in_profile(profile_line);
     for (int i = 0; i < 2000; ++i) {
       double sek = points[random() % points.size()].sek + Uniform(random, -1, 1) * (i % 2 == 0 ? 1.5e-4 : 30);
       if (i % 100 == 0) sek = i % 200 == 0 ? kNan : kInf * sign;
-      Answer walked{}, found{};
-      walked.result = plan.Vag2xy(sek, 3, &walked.a, &walked.b);
-      found.result = in_plan.Vag2xy(sek, 3, &found.a, &found.b);
-      EXPECT_EQ(walked, found) << sek;
-      walked.result = level.Vagprofz(sek, &walked.a);
-      found.result = in_profile.Vagprofz(sek, &found.a);
-      EXPECT_EQ(walked, found) << sek;
+      const auto answer = [sek](auto& in_plan, auto& in_profile) {
+        Answer point{}, level{};
+        point.result = in_plan.Vag2xy(sek, 3, &point.a, &point.b);
+        level.result = in_profile.Vagprofz(sek, &level.a);
+        return std::vector<Answer>{point, level};
+      };
+      EXPECT_EQ(answer(plan, profile_line), answer(in_plan, in_profile)) << sek;
     }
   }
 }
