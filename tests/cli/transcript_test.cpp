@@ -13,7 +13,7 @@
 // its status N is not 0. In files, words and output ␀ to ␟, ␠ and ␡ stand for control characters and for a blank
 // at a line's end, \xNN for a byte that is no UTF-8, ␄ at the end for a last line without an end, and ␤ for a
 // last line that is empty; a line that begins as one of the above has "\" before it. kFolder stands for the
-// folder, the letters YYYY-MM-DD for today. On Windows "\" and "/" are the same.
+// folder, YYYY-MM-DD for today and HH.MM behind it for any time. On Windows "\" and "/" are the same.
 // A form "suite" is Windows-1252 with CR LF, shown as UTF-8 with LF; "utf16" has a byte-order mark.
 #include <gtest/gtest.h>
 
@@ -24,6 +24,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <regex>
 
 #include "tests/environment/installed.h"
 #include "tests/support/run_command.h"
@@ -82,6 +83,7 @@ std::string Today() {
 // Bytes as a transcript shows them, in whole lines.
 std::string Shown(std::string bytes) {
   for (const std::string& here : HereSpelled()) bytes = Replaced(bytes, here, kFolder);
+  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}\\.[0-9]{2}"), "YYYY-MM-DD$1HH.MM");
   bytes = Replaced(bytes, Today(), "YYYY-MM-DD");
   std::string shown;
   for (std::string_view rest = bytes; !rest.empty();) {
