@@ -67,10 +67,10 @@ Words Lines(const std::string& text) {
   return lines;
 }
 
-// The folder, and the system's spelling of it in JSON.
-std::array<std::string, 2> HereSpelled() {
+// The folder as the system spells it, in JSON, and as files of the suite spell it.
+Words HereSpelled() {
   const std::string here = NameOf(fs::current_path());
-  return {Replaced(here, "\\", "\\\\"), here};
+  return {here, Replaced(here, "\\", "\\\\"), ToUtf8(PathFromSystem(here))};
 }
 
 std::string Today() {
@@ -110,7 +110,7 @@ std::string Shown(std::string bytes) {
 
 // The bytes that Shown() shows.
 std::string Bytes(const std::string& shown) {
-  std::string text = Replaced(shown, kFolder, HereSpelled()[1]);
+  std::string text = Replaced(shown, kFolder, HereSpelled()[0]);
   text = Replaced(Replaced(Replaced(text, "␄\n", ""), "␤\n", "\n"), "␠", " ");
   for (int c = 0; c <= 0x21; ++c)
     text = Replaced(text, std::string("\xE2\x90") + static_cast<char>(0x80 + c),
