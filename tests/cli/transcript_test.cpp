@@ -30,6 +30,7 @@
 #include "tests/support/run_command.h"
 #include "tests/support/shell.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/registry_store.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::testing {
@@ -190,6 +191,11 @@ Ran RunTool(const Words& words) {
       {"ls", [&] { ran.out = Listed(at(1)); }},
       {"mkdir", [&] { fs::create_directories(PathOf(at(1))); }},
       {"protect", [&] { SetWriteProtected(PathFromSystem(at(1)), true); }},
+      {"registry", [&] {  // registry TYPE NAME BYTES
+         RegistryKey key;
+         EXPECT_EQ(key.Create(HKEY_CURRENT_USER, L"Software\\velmora-command-test", KEY_ALL_ACCESS), kRegistryDone);
+         EXPECT_EQ(key.Write(FromUtf8(at(2)), static_cast<unsigned>(std::stoi(at(1))), at(3)), kRegistryDone);
+       }},
       {"repeat", [&] {  // repeat COUNT TEXT FILE
          std::string all;
          for (int i = std::stoi(at(1)); i > 0; --i) all += at(2);
@@ -297,7 +303,7 @@ std::string Played(const std::string& transcript, bool keep_shared) {
 // A value of Windows' registry that a transcript may make or change: absent while this lives, and put back.
 class Absent {
  public:
-  Absent(HKEY root, const wchar_t* key, const wchar_t* name) : value_(root, key, name, L"") {
+  Absent(HKEY root, const CString& key, const wchar_t* name) : value_(root, key, name, L"") {
     CRegistry registry;
     registry.SetRootKey(root);
     registry.SetKey(key, 0, KEY_ALL_ACCESS);
@@ -328,8 +334,9 @@ class Transcript : public ::testing::TestWithParam<std::string> {
     registry_.push_back(
         std::make_unique<RegistryValue>(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all"));
     if (!kWindows) return;
+    const CString r20_of_no = CString(kR20, static_cast<int>(std::size(kR20)) - 3) + L"no";
     for (const wchar_t* name : {L"InstallPath", L"Package"})
-      for (const wchar_t* key : {kR20, kDist, kReleaseKey})
+      for (const CString& key : {CString(kR20), CString(kDist), CString(kReleaseKey), r20_of_no})
         absent_.push_back(std::make_unique<Absent>(HKEY_LOCAL_MACHINE, key, name));
     absent_.push_back(std::make_unique<Absent>(HKEY_CURRENT_USER, L"Software\\velmora-command-test", L"Namn"));
   }
