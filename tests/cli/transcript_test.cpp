@@ -1,7 +1,7 @@
-// Transcripts of the command, tests/cli/transcripts/*.txt: each is played in an empty folder with a registry and
-// data folders of its own, and what the commands write must be what the file says.
-// VELMORA_RECORD=1 ctest --preset linux -R '^cli$' writes what they answer into the files instead, to be reviewed
-// with git diff; a line "[windows] $ ..." is recorded on Windows only, where nothing else is.
+// Transcripts of the command, tests/cli/transcripts/*.txt: each is played in an empty folder with a registry
+// and data folders of its own, and what the commands write must be what the file says. VELMORA_RECORD=1 ctest
+// --preset linux -R '^cli$' writes what they answer into the files instead, to be reviewed with git diff; a
+// line "[windows] $ ..." is recorded on Windows only, where nothing else is.
 //
 //   # text          comment
 //   <<< name [form] a file: its lines follow, up to a line "<<<"
@@ -9,11 +9,11 @@
 //   % line          a line for the shell; not played on Windows
 //   [linux] $ ...   played on this system only
 //
-// What a command writes follows it: standard output, standard error with "! " before each line, and "= N" when
-// its status N is not 0. In files, words and output ␀ to ␟, ␠ and ␡ stand for control characters and for a blank
-// at a line's end, \xNN for a byte that is no UTF-8, ␄ at the end for a last line without an end, and ␤ for a
-// last line that is empty; a line that begins as one of the above has "\" before it. kFolder stands for the
-// folder, YYYY-MM-DD for today and HH.MM behind it for any time. On Windows "\" and "/" are the same.
+// What a command writes follows it: standard output, standard error with "! " before each line, and "= N"
+// when its status N is not 0. In files, words and output ␀ to ␟, ␠ and ␡ stand for control characters and for
+// a blank at a line's end, \xNN for a byte that is no UTF-8, ␄ at the end for a last line without an end, and
+// ␤ for a last line that is empty; a line that begins as one of the above has "\" before it. kFolder stands
+// for the folder, YYYY-MM-DD for today and HH.MM behind it for any time. On Windows "\" and "/" are the same.
 // A form "suite" is Windows-1252 with CR LF, shown as UTF-8 with LF; "utf16" has a byte-order mark.
 #include <gtest/gtest.h>
 
@@ -84,7 +84,8 @@ std::string Today() {
 // Bytes as a transcript shows them, in whole lines.
 std::string Shown(std::string bytes) {
   for (const std::string& here : HereSpelled()) bytes = Replaced(bytes, here, kFolder);
-  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}\\.[0-9]{2}"), "YYYY-MM-DD$1HH.MM");
+  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}\\.[0-9]{2}"),
+                             "YYYY-MM-DD$1HH.MM");
   bytes = Replaced(bytes, Today(), "YYYY-MM-DD");
   std::string shown;
   for (std::string_view rest = bytes; !rest.empty();) {
@@ -124,23 +125,18 @@ std::string Bytes(const std::string& shown) {
 
 std::string ToForm(const std::string& text, const std::string& form) {
   if (form.empty()) return text;
-  std::string bytes = form == "suite" ? "" : "\xFF\xFE";
-  for (const wchar_t c : WideFromUtf8(form == "suite" ? Replaced(text, "\n", "\r\n") : text)) {
-    bytes += static_cast<char>(c);
-    if (form != "suite") bytes += static_cast<char>(c >> 8);
-  }
+  const bool suite = form == "suite";
+  std::string bytes = suite ? "" : "\xFF\xFE";
+  EXPECT_TRUE(AppendEncoded(WideFromUtf8(suite ? Replaced(text, "\n", "\r\n") : text),
+                            suite ? TextEncoding::kWindows1252 : TextEncoding::kUtf16Le, &bytes));
   return bytes;
 }
 
-// A line end without CR and a CR without LF are seen, and so is a byte that is no letter of Latin-1.
+// A line end without its CR is shown as "\r\n", so that it is seen.
 std::string FromSuite(const std::string& bytes) {
-  std::string text;
-  for (const char c : Replaced(Replaced(bytes, "\n", "\r\n"), "\r\r\n", "\n")) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0xA0) text += static_cast<char>(0xC0 | byte >> 6);
-    text += static_cast<char>(byte >= 0xA0 ? 0x80 | (byte & 0x3F) : byte);
-  }
-  return text;
+  std::wstring text;
+  AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
+  return Replaced(Replaced(Utf8FromWide(text), "\n", "\r\n"), "\r\r\n", "\n");
 }
 
 std::string ReadFile(const std::string& name) {
@@ -159,7 +155,8 @@ std::string Listed(const std::string& folder) {
     names.push_back(Replaced(NameOf(entry.path()), "\\", "/") + (entry.is_directory() ? "/" : ""));
   std::sort(names.begin(), names.end());
   std::string all;
-  for (const std::string& name : names) all += name + "\n";
+  for (const std::string& name : names)
+    if (!name.starts_with("./registry.db")) all += name + "\n";
   return all;
 }
 
@@ -170,8 +167,8 @@ void SetTime(const std::string& name, const std::string& time) {
   tm.tm_year -= 1900;
   tm.tm_mon -= 1;
   tm.tm_isdst = -1;
-  fs::last_write_time(PathOf(name),
-                      std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(std::mktime(&tm))));
+  fs::last_write_time(PathOf(name), std::chrono::file_clock::from_sys(
+                                        std::chrono::system_clock::from_time_t(std::mktime(&tm))));
 }
 
 Ran RunSample() {
@@ -191,18 +188,22 @@ Ran RunTool(const Words& words) {
       {"ls", [&] { ran.out = Listed(at(1)); }},
       {"mkdir", [&] { fs::create_directories(PathOf(at(1))); }},
       {"protect", [&] { SetWriteProtected(PathFromSystem(at(1)), true); }},
-      {"registry", [&] {  // registry TYPE NAME BYTES
+      {"registry",
+       [&] {  // registry TYPE NAME BYTES
          RegistryKey key;
-         EXPECT_EQ(key.Create(HKEY_CURRENT_USER, L"Software\\velmora-command-test", KEY_ALL_ACCESS), kRegistryDone);
+         EXPECT_EQ(key.Create(HKEY_CURRENT_USER, L"Software\\velmora-command-test", KEY_ALL_ACCESS),
+                   kRegistryDone);
          EXPECT_EQ(key.Write(FromUtf8(at(2)), static_cast<unsigned>(std::stoi(at(1))), at(3)), kRegistryDone);
        }},
-      {"repeat", [&] {  // repeat COUNT TEXT FILE
+      {"repeat",
+       [&] {  // repeat COUNT TEXT FILE
          std::string all;
          for (int i = std::stoi(at(1)); i > 0; --i) all += at(2);
          WriteFile(at(3), all);
        }},
       {"rm", [&] { EXPECT_TRUE(fs::remove_all(PathOf(at(1)))) << at(1); }},
-      {"sample", [&] { ran = RunSample(); }},  // the sample installation, brought to the user, and a folder "proj"
+      {"sample",
+       [&] { ran = RunSample(); }},  // the sample installation, brought to the user, and a folder "proj"
       {"time", [&] { SetTime(at(1), at(2)); }},
       {"unprotect", [&] { SetWriteProtected(PathFromSystem(at(1)), false); }},
   };
@@ -238,8 +239,8 @@ Ran RunInShell(const std::string& line) {
   const TemporaryFolder folder;
   const auto name = [&](const wchar_t* file) { return AsArgument(folder.File(file)); };
   Ran ran;
-  ran.status = RunShell("( PATH=" + NameOf(PathOf(VelmoraCommand()).parent_path()) + ":$PATH; " + line +
-                        "\n) < /dev/null > " + name(L"out") + " 2> " + name(L"err"));
+  ran.status = RunShell("( PATH=" + NameOf(PathOf(VelmoraCommand()).parent_path()) + ":$PATH LC_ALL=C; " +
+                        line + "\n) < /dev/null > " + name(L"out") + " 2> " + name(L"err"));
   ran.out = ReadBytes(folder.File(L"out"));
   ran.err = ReadBytes(folder.File(L"err"));
   return ran;
@@ -282,13 +283,15 @@ std::string Played(const std::string& transcript, bool keep_shared) {
       const std::string name = line.substr(at, line.find(' ', at) - at);
       std::string content;
       for (; lines.at(i + 1) != "<<<"; ++i) content += lines[i + 1] + "\n";
-      for (const std::string& word : Lines(content)) played += word + "\n";
-      WriteFile(Bytes(name), ToForm(Bytes(content), line.substr(std::min(line.size(), at + name.size() + 1))));
+      played += content;
+      WriteFile(Bytes(name),
+                ToForm(Bytes(content), line.substr(std::min(line.size(), at + name.size() + 1))));
       played += lines[++i] + "\n";
       keep = true;
       continue;
     }
-    const bool elsewhere = line.starts_with(kWindows ? "[linux]" : "[windows]") || (kWindows && line[0] == '%');
+    const bool elsewhere =
+        line.starts_with(kWindows ? "[linux]" : "[windows]") || (kWindows && line[0] == '%');
     keep = elsewhere;
     if (elsewhere) continue;
     const Ran ran = line[0] == '%' ? RunInShell(line.substr(2)) : RunLine(line.substr(line.find("$ ") + 2));
@@ -300,24 +303,11 @@ std::string Played(const std::string& transcript, bool keep_shared) {
   return played;
 }
 
-// A value of Windows' registry that a transcript may make or change: absent while this lives, and put back.
-class Absent {
- public:
-  Absent(HKEY root, const CString& key, const wchar_t* name) : value_(root, key, name, L"") {
-    CRegistry registry;
-    registry.SetRootKey(root);
-    registry.SetKey(key, 0, KEY_ALL_ACCESS);
-    registry.DeleteValue(name);
-  }
-
- private:
-  RegistryValue value_;
-};
-
 class Transcript : public ::testing::TestWithParam<std::string> {
  protected:
   Transcript() : before_(fs::current_path()) {
-    const std::string base = NameOf((kWindows ? before_.root_path() : fs::temp_directory_path()) / "velmora-");
+    const std::string base =
+        NameOf((kWindows ? before_.root_path() : fs::temp_directory_path()) / "velmora-");
     std::random_device random;
     do {
       folder_ = base;
@@ -327,33 +317,41 @@ class Transcript : public ::testing::TestWithParam<std::string> {
     fs::current_path(PathOf(folder_));
     const CString here = PathFromSystem(NameOf(fs::current_path()));
     for (const auto& [name, value] : std::initializer_list<std::pair<const wchar_t*, std::optional<CString>>>{
-             {L"VELMORA_REGISTRY", here + L"\\registry.db"}, {L"XDG_DATA_HOME", here + L"\\xdg"}, {L"TUNDRIL", {}}})
+             {L"VELMORA_REGISTRY", here + L"\\registry.db"},
+             {L"XDG_DATA_HOME", here + L"\\xdg"},
+             {L"TUNDRIL", {}}})
       variables_.push_back(std::make_unique<EnvironmentVariable>(name, value));
     for (const char* name : {"user", "all"}) fs::create_directory(name);
-    registry_.push_back(std::make_unique<RegistryValue>(HKEY_CURRENT_USER, kShellFolders, L"Appdata", here + L"\\user"));
-    registry_.push_back(
-        std::make_unique<RegistryValue>(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all"));
-    if (!kWindows) return;
-    const CString r20_of_no = CString(kR20, static_cast<int>(std::size(kR20)) - 3) + L"no";
-    for (const wchar_t* name : {L"InstallPath", L"Package"})
-      for (const CString& key : {CString(kR20), CString(kDist), CString(kReleaseKey), r20_of_no})
-        absent_.push_back(std::make_unique<Absent>(HKEY_LOCAL_MACHINE, key, name));
-    absent_.push_back(std::make_unique<Absent>(HKEY_CURRENT_USER, L"Software\\velmora-command-test", L"Namn"));
+    Keep(HKEY_CURRENT_USER, kShellFolders, L"Appdata", here + L"\\user");
+    Keep(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all");
+    // What transcripts make is absent at first, and goes with them.
+    Keep(HKEY_CURRENT_USER, L"Software\\velmora-command-test", L"Namn", std::nullopt);
+    for (const CString& key : {CString(kR20), CString(kDist), CString(kReleaseKey),
+                               CString(kR20).Left(-2 + CString(kR20).GetLength()) + L"no"})
+      for (const wchar_t* name : {L"InstallPath", L"Package"})
+        Keep(HKEY_LOCAL_MACHINE, key, name, std::nullopt);
   }
   ~Transcript() override {
-    while (!absent_.empty()) absent_.pop_back();
     while (!registry_.empty()) registry_.pop_back();
     fs::current_path(before_);
-    fs::permissions(PathOf(folder_), fs::perms::owner_all, fs::perm_options::add);
     std::error_code ignored;
     fs::remove_all(PathOf(folder_), ignored);
+  }
+
+  // A value, or its absence, for as long as the test runs.
+  void Keep(HKEY root, const CString& key, const CString& name, const std::optional<CString>& value) {
+    registry_.push_back(std::make_unique<RegistryValue>(root, key, name, value.value_or(CString())));
+    if (value) return;
+    CRegistry registry;
+    registry.SetRootKey(root);
+    registry.SetKey(key, 0, KEY_ALL_ACCESS);
+    registry.DeleteValue(name);
   }
 
   fs::path before_;
   std::string folder_;
   std::vector<std::unique_ptr<EnvironmentVariable>> variables_;
   std::vector<std::unique_ptr<RegistryValue>> registry_;
-  std::vector<std::unique_ptr<Absent>> absent_;
 };
 
 fs::path Transcripts() { return PathOf(ShellPath(std::getenv("VELMORA_TRANSCRIPTS"))); }
@@ -381,7 +379,8 @@ Words Names() {
   return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Transcript, ::testing::ValuesIn(Names()), [](const auto& of) { return of.param; });
+INSTANTIATE_TEST_SUITE_P(Of, Transcript, ::testing::ValuesIn(Names()),
+                         [](const auto& of) { return of.param; });
 
 }  // namespace
 }  // namespace velmora::testing
