@@ -1,20 +1,19 @@
-// Transcripts of the command, tests/cli/transcripts/*.txt: each is played in an empty folder with a registry
-// and data folders of its own, and what the commands write must be what the file says. VELMORA_RECORD=1 ctest
-// --preset linux -R '^cli$' writes what they answer into the files instead, to be reviewed with git diff; a
-// line "[windows] $ ..." is recorded on Windows only, where nothing else is.
+// Transcripts of the command, tests/cli/transcripts/*.txt: each runs in an empty folder with a registry and
+// data folders of its own, and the output of its commands must be as written in the file. VELMORA_RECORD=1
+// ctest --preset linux -R '^cli$' writes the actual output into the files; review it with git diff. Run on
+// Windows, it records only the commands marked [windows].
 //
-//   # text          comment
-//   <<< name [form] a file: its lines follow, up to a line "<<<"
-//   $ words         a command: velmora, or a tool listed below; "< name" at the end gives it standard input
-//   % line          a line for the shell; not played on Windows
-//   [linux] $ ...   played on this system only
+//   # text           comment
+//   <<< NAME [FORM]  the lines of an input file, up to a line "<<<"
+//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard
+//   input % LINE           a line for the shell, not on Windows [linux] $ WORDS  a command for one system
 //
-// What a command writes follows it: standard output, standard error with "! " before each line, and "= N"
-// when its status N is not 0. In files, words and output ␀ to ␟, ␠ and ␡ stand for control characters and for
-// a blank at a line's end, \xNN for a byte that is no UTF-8, ␄ at the end for a last line without an end, and
-// ␤ for a last line that is empty; a line that begins as one of the above has "\" before it. kFolder stands
-// for the folder, YYYY-MM-DD for today and HH.MM behind it for any time. On Windows "\" and "/" are the same.
-// A form "suite" is Windows-1252 with CR LF, shown as UTF-8 with LF; "utf16" has a byte-order mark.
+// After a command: standard output, standard error with "! " before each line, and "= N" for a status other
+// than 0. Escapes: U+2400 to U+2421 for control characters and for a trailing blank, \xNN for a byte that is
+// not UTF-8, U+2404 at the end for a missing last line end, U+2424 for an empty last line, "\" before a line
+// that begins like one of the marks above. kFolder stands for the folder, YYYY-MM-DD for today and HH.MM
+// after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR LF, shown as
+// UTF-8 with LF; utf16: with its byte-order mark.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -44,7 +43,7 @@ constexpr bool kWindows = true;
 #else
 constexpr bool kWindows = false;
 #endif
-constexpr std::string_view kFolder = "/home/me/the-test-folder";  // as long as the folder itself, for columns
+constexpr std::string_view kFolder = "/home/me/the-test-folder";  // of the same length, so that columns align
 
 fs::path PathOf(const std::string& name) { return {std::u8string(name.begin(), name.end())}; }
 std::string NameOf(const fs::path& path) {
@@ -68,7 +67,7 @@ Words Lines(const std::string& text) {
   return lines;
 }
 
-// The folder as the system spells it, in JSON, and as files of the suite spell it.
+// The folder: in the system's spelling, as JSON text, and in the suite's spelling.
 Words HereSpelled() {
   const std::string here = NameOf(fs::current_path());
   return {here, Replaced(here, "\\", "\\\\"), ToUtf8(PathFromSystem(here))};
@@ -81,8 +80,8 @@ std::string Today() {
   return text.data();
 }
 
-// Bytes as a transcript shows them, in whole lines.
-std::string Shown(std::string bytes) {
+// Output as a transcript has it, in complete lines.
+std::string Escaped(std::string bytes) {
   for (const std::string& here : HereSpelled()) bytes = Replaced(bytes, here, kFolder);
   bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}\\.[0-9]{2}"),
                              "YYYY-MM-DD$1HH.MM");
@@ -110,8 +109,8 @@ std::string Shown(std::string bytes) {
   return shown;
 }
 
-// The bytes that Shown() shows.
-std::string Bytes(const std::string& shown) {
+// The inverse of Escaped().
+std::string Unescaped(const std::string& shown) {
   std::string text = Replaced(shown, kFolder, HereSpelled()[0]);
   text = Replaced(Replaced(Replaced(text, "␄\n", ""), "␤\n", "\n"), "␠", " ");
   for (int c = 0; c <= 0x21; ++c)
@@ -132,7 +131,7 @@ std::string ToForm(const std::string& text, const std::string& form) {
   return bytes;
 }
 
-// A line end without its CR is shown as "\r\n", so that it is seen.
+// A line end without CR appears as CR LF, so that it differs.
 std::string FromSuite(const std::string& bytes) {
   std::wstring text;
   AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
@@ -178,7 +177,7 @@ Ran RunSample() {
   return {ran.status, "", ran.err};
 }
 
-// The tools beside velmora; `at(n)` is the n-th word, empty behind the last.
+// The tools. at(n) is the n-th word, empty after the last.
 Ran RunTool(const Words& words) {
   const auto at = [&](size_t n) { return n < words.size() ? words[n] : std::string(); };
   Ran ran{0, "", ""};
@@ -202,8 +201,7 @@ Ran RunTool(const Words& words) {
          WriteFile(at(3), all);
        }},
       {"rm", [&] { EXPECT_TRUE(fs::remove_all(PathOf(at(1)))) << at(1); }},
-      {"sample",
-       [&] { ran = RunSample(); }},  // the sample installation, brought to the user, and a folder "proj"
+      {"sample", [&] { ran = RunSample(); }},  // the sample installation and a folder "proj"
       {"time", [&] { SetTime(at(1), at(2)); }},
       {"unprotect", [&] { SetWriteProtected(PathFromSystem(at(1)), false); }},
   };
@@ -225,7 +223,7 @@ Ran RunLine(const std::string& line) {
     inside = true;
     if (c != '"') words.back() += c;
   }
-  for (std::string& word : words) word = Bytes(word);
+  for (std::string& word : words) word = Unescaped(word);
   std::string input;
   if (words.size() > 2 && words[words.size() - 2] == "<") {
     input = ReadFile(words.back());
@@ -252,19 +250,19 @@ bool IsMarked(const std::string& line) {
   return false;
 }
 
-std::string Answer(const Ran& ran) {
+std::string Output(const Ran& ran) {
   std::string answer;
-  for (const std::string& line : Lines(Shown(ran.out)))
+  for (const std::string& line : Lines(Escaped(ran.out)))
     answer += (IsMarked(line) || line.starts_with("! ") || line.starts_with("= ") ? "\\" : "") + line + "\n";
-  for (const std::string& line : Lines(Shown(ran.err))) answer += "! " + line + "\n";
+  for (const std::string& line : Lines(Escaped(ran.err))) answer += "! " + line + "\n";
   if (ran.status != 0) answer += "= " + std::to_string(ran.status) + "\n";
   return answer;
 }
 
-// The transcript with what its commands answer now; `keep_shared`: only of those for this system alone.
-std::string Played(const std::string& transcript, bool keep_shared) {
+// The transcript with the actual output. With `keep_shared`, only that of commands for this system alone.
+std::string Play(const std::string& transcript, bool keep_shared) {
   std::string played;
-  bool keep = true;  // the lines that follow
+  bool keep = true;  // the output lines that follow
   const Words lines = Lines(transcript);
   for (size_t i = 0; i < lines.size(); ++i) {
     const std::string& line = lines[i];
@@ -284,8 +282,8 @@ std::string Played(const std::string& transcript, bool keep_shared) {
       std::string content;
       for (; lines.at(i + 1) != "<<<"; ++i) content += lines[i + 1] + "\n";
       played += content;
-      WriteFile(Bytes(name),
-                ToForm(Bytes(content), line.substr(std::min(line.size(), at + name.size() + 1))));
+      WriteFile(Unescaped(name),
+                ToForm(Unescaped(content), line.substr(std::min(line.size(), at + name.size() + 1))));
       played += lines[++i] + "\n";
       keep = true;
       continue;
@@ -298,7 +296,7 @@ std::string Played(const std::string& transcript, bool keep_shared) {
     if (keep_shared && line[0] != '[')
       keep = true;
     else
-      played += Answer(ran);
+      played += Output(ran);
   }
   return played;
 }
@@ -313,7 +311,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
       folder_ = base;
       while (folder_.size() < kFolder.size()) folder_ += static_cast<char>('0' + random() % 10);
     } while (!fs::create_directory(PathOf(folder_)));
-    EXPECT_EQ(folder_.size(), kFolder.size()) << "the folder for temporary files has too long a name";
+    EXPECT_EQ(folder_.size(), kFolder.size()) << "the path of the temporary folder is too long";
     fs::current_path(PathOf(folder_));
     const CString here = PathFromSystem(NameOf(fs::current_path()));
     for (const auto& [name, value] : std::initializer_list<std::pair<const wchar_t*, std::optional<CString>>>{
@@ -324,7 +322,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
     for (const char* name : {"user", "all"}) fs::create_directory(name);
     Keep(HKEY_CURRENT_USER, kShellFolders, L"Appdata", here + L"\\user");
     Keep(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all");
-    // What transcripts make is absent at first, and goes with them.
+    // Absent at first and removed at the end.
     Keep(HKEY_CURRENT_USER, L"Software\\velmora-command-test", L"Namn", std::nullopt);
     for (const CString& key : {CString(kR20), CString(kDist), CString(kReleaseKey),
                                CString(kR20).Left(-2 + CString(kR20).GetLength()) + L"no"})
@@ -338,7 +336,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
     fs::remove_all(PathOf(folder_), ignored);
   }
 
-  // A value, or its absence, for as long as the test runs.
+  // Sets a registry value, or removes it, for as long as the test runs.
   void Keep(HKEY root, const CString& key, const CString& name, const std::optional<CString>& value) {
     registry_.push_back(std::make_unique<RegistryValue>(root, key, name, value.value_or(CString())));
     if (value) return;
@@ -360,7 +358,7 @@ TEST_P(Transcript, Holds) {
   const CString file = PathFromSystem(NameOf(Transcripts() / (GetParam() + ".txt")));
   const bool record = std::getenv("VELMORA_RECORD") != nullptr;
   std::string expected = ReadBytes(file);
-  std::string actual = Played(expected, record && kWindows);
+  std::string actual = Play(expected, record && kWindows);
   if (record) {
     if (actual != expected) WriteBytes(file, actual);
     return;
