@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
@@ -305,7 +306,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
  protected:
   Transcript() : before_(fs::current_path()) {
     const std::string base =
-        NameOf((kWindows ? before_.root_path() : fs::temp_directory_path()) / "velmora-");
+        NameOf((kWindows ? fs::temp_directory_path().root_path() : fs::temp_directory_path()) / "velmora-");
     std::random_device random;
     do {
       folder_ = base;
