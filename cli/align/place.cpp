@@ -112,7 +112,7 @@ void AlignPlace(const PlaceOptions& options) {
             "and align locate reports the opposite side; swap the side of offsets that it reported"));
   if (unreadable == 0) return;
   Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
-       " not placed");
+       " not placed; correct the list and run again");
   throw ExitWith{1};
 }
 

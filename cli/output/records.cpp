@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 #include "cli/output/csv_text.h"
@@ -33,6 +35,13 @@ void AppendCsvCell(const Cell& cell, std::string* row) {
   } else {
     AppendCsvText(CellText(cell), row);
   }
+}
+
+// Whole numbers without a decimal point, as long as they are exact.
+nlohmann::ordered_json JsonOf(double number) {
+  constexpr double kExact = 9007199254740992;  // 2^53
+  if (std::trunc(number) == number && std::fabs(number) <= kExact) return static_cast<std::int64_t>(number);
+  return number;
 }
 
 }  // namespace
@@ -138,8 +147,8 @@ size_t DisplayWidth(std::string_view text) {
 nlohmann::ordered_json JsonOf(const Cell& cell) {
   if (const auto* text = std::get_if<std::string>(&cell)) return *text;
   if (const auto* integer = std::get_if<std::int64_t>(&cell)) return *integer;
-  if (const auto* number = std::get_if<Number>(&cell)) return number->value;
-  if (const auto* number = std::get_if<NumberAsText>(&cell)) return number->value;
+  if (const auto* number = std::get_if<Number>(&cell)) return JsonOf(number->value);
+  if (const auto* number = std::get_if<NumberAsText>(&cell)) return JsonOf(number->value);
   return nullptr;
 }
 

@@ -5,13 +5,14 @@
 //
 //   # text           comment
 //   <<< NAME [FORM]  the lines of an input file, up to a line "<<<"
-//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard
-//   input % LINE           a line for the shell, not on Windows [linux] $ WORDS  a command for one system
+//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard input
+//   % LINE           a line for the shell, not on Windows
+//   [linux] $ WORDS  a command for one system
 //
 // After a command: standard output, standard error with "! " before each line, and "= N" for a status other
 // than 0. Escapes: U+2400 to U+2421 for control characters and for a trailing blank, \xNN for a byte that is
 // not UTF-8, U+2404 at the end for a missing last line end, U+2424 for an empty last line, "\" before a line
-// that begins like one of the marks above. kFolder stands for the folder, YYYY-MM-DD for today and HH.MM
+// that begins like one of the marks above. /home/me/the-test-folder stands for the folder, YYYY-MM-DD for today and HH.MM
 // after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR LF, shown as
 // UTF-8 with LF; utf16: with its byte-order mark.
 #include <gtest/gtest.h>
@@ -27,8 +28,8 @@
 #include <regex>
 
 #include "tests/environment/installed.h"
+#include "tests/support/background_command.h"
 #include "tests/support/run_command.h"
-#include "tests/support/shell.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/codepage.h"
@@ -236,12 +237,13 @@ Ran RunLine(const std::string& line) {
 
 Ran RunInShell(const std::string& line) {
   const TemporaryFolder folder;
-  const auto name = [&](const wchar_t* file) { return AsArgument(folder.File(file)); };
+  const CString out = folder.File(L"out");
+  const CString err = folder.File(L"err");
+  const std::string path = NameOf(PathOf(VelmoraCommand()).parent_path());
   Ran ran;
-  ran.status = RunShell("( PATH=" + NameOf(PathOf(VelmoraCommand()).parent_path()) + ":$PATH LC_ALL=C; " +
-                        line + "\n) < /dev/null > " + name(L"out") + " 2> " + name(L"err"));
-  ran.out = ReadBytes(folder.File(L"out"));
-  ran.err = ReadBytes(folder.File(L"err"));
+  ran.status = BackgroundCommand({"sh", "-c", "PATH=" + path + ":$PATH LC_ALL=C; " + line}, out, err).Wait();
+  ran.out = ReadBytes(out);
+  ran.err = ReadBytes(err);
   return ran;
 }
 
@@ -353,7 +355,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
   std::vector<std::unique_ptr<RegistryValue>> registry_;
 };
 
-fs::path Transcripts() { return PathOf(ShellPath(std::getenv("VELMORA_TRANSCRIPTS"))); }
+fs::path Transcripts() { return PathOf(PathFromEnvironment("VELMORA_TRANSCRIPTS")); }
 
 TEST_P(Transcript, Holds) {
   const CString file = PathFromSystem(NameOf(Transcripts() / (GetParam() + ".txt")));

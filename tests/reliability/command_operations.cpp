@@ -60,7 +60,7 @@ Operations CommandOperations() {
            PrepareInstallation,
            InstallSample,
            "1",
-           {"0 the folder cannot be made; check the permissions and the space there",
+           {"0 the folder cannot be created; check the permissions and the space there",
             "0 the file cannot be written; check the permissions and the space there",
             "0 cannot be read; check the permissions and the space there", "0 the disk is full",
             "0 the registry file cannot be used; check the path in VELMORA_REGISTRY and its permissions",
