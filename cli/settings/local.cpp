@@ -116,7 +116,7 @@ void LocalCreate(const SettingsOptions& options) {
   sink.Finish();
   if (failed)
     throw Refusal(At(ShownFolder(context),
-                     "some files could not be written; check the permissions and the space there"));
+                     "some files could not be written; check permissions and disk space"));
 }
 
 void LocalRemove(const SettingsOptions& options) {
