@@ -13,7 +13,6 @@
 #include "velmora/drawing/ritnings_format.h"
 #include "velmora/environment/registry.h"
 #include "velmora/environment/tundril_ini.h"
-#include "velmora/environment/user_data.h"
 #include "velmora/link/dde_com.h"
 #include "velmora/locator/locator.h"
 #include "velmora/platform/gdi_types.h"

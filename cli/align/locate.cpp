@@ -273,7 +273,8 @@ class Results {
     if (tally_.Unreadable() == 0) return;
     Warn(At(options_.points, first_problem_.line,
             first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") + " not placed; correct the list and run again"));
+                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
+                " not placed; correct the list and run again"));
     throw ExitWith{1};
   }
 

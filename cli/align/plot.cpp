@@ -61,11 +61,11 @@ void AlignPlot(const PlotOptions& options) {
   drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) inputs.push_back(options.points);
-  OutputFile sink(options.to, inputs);
+  OutputFile output(options.to, inputs);
   drawing::SvgCanvas canvas;
   drawing::DrawAlignment(drawing, canvas);
-  sink.Write(canvas.Finish());
-  sink.Finish();
+  output.Write(canvas.Finish());
+  output.Finish();
   if (trouble.empty()) return;
   Warn(trouble);
   throw ExitWith{1};

@@ -17,18 +17,18 @@ void CodesCheck(const CodesOptions& options) {
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
   Findings findings = CheckSettingsText(kind, TextLinesOf(path));
   std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
-    sink.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");
-    sink.Finish();
+    output.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");
+    output.Finish();
     return;
   }
-  RecordWriter records(sink, format, {{"line", "line", true}, {"finding", "finding"}});
+  RecordWriter records(output, format, {{"line", "line", true}, {"finding", "finding"}});
   for (const Finding& finding : findings)
     records.Row({finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (!findings.empty()) throw ExitWith{1};
 }
 

@@ -79,9 +79,9 @@ std::string Described(const CodeEntry& entry) {
 void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
   codes->Rewrite(entries, options.force);
-  OutputFile sink("");
-  sink.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
-  sink.Finish();
+  OutputFile output("");
+  output.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
+  output.Finish();
 }
 
 void RequireEntry(const CodesOptions& options, const CodeFileOnDisk& codes, const CodeEntry& entry) {
@@ -133,9 +133,9 @@ void CodesSet(const CodesOptions& options) {
   const CodeEntry before = *entry;
   TakeFields(options, &*entry);
   if (entry->SameContent(before)) {
-    OutputFile sink("");
-    sink.Write(Described(before) + ": already so in " + codes.Where() + "\n");
-    sink.Finish();
+    OutputFile output("");
+    output.Write(Described(before) + ": already so in " + codes.Where() + "\n");
+    output.Finish();
     return;
   }
   RequireEntry(options, codes, *entry);
@@ -161,19 +161,19 @@ void CodesUpdate(const CodesOptions& options) {
     entries.insert(entries.end(), missing.begin(), missing.end());
     codes.Rewrite(entries, options.force);
   }
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable)
-    sink.Write(codes.Where() +
-               (missing.empty() ? ": has every code that programs rely on\n" : ", added:\n\n"));
+    output.Write(codes.Where() +
+                 (missing.empty() ? ": has every code that programs rely on\n" : ", added:\n\n"));
   if (format != OutputFormat::kTable || !missing.empty()) {
-    RecordWriter records(sink, format, {{"section", "section"}, {"code", "code"}, {"text", "text"}});
+    RecordWriter records(output, format, {{"section", "section"}, {"code", "code"}, {"text", "text"}});
     for (const CodeEntry& code : missing)
       records.Row({std::string(kSections[static_cast<size_t>(code.section) - 1]), ToUtf8(code.code),
                    ToUtf8(code.fields[kMiljkodText])});
     records.Finish();
   }
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -40,10 +40,10 @@ void CodesList(const CodesOptions& options) {
   });
   columns.push_back({"note", notes ? "note" : ""});
 
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
-  if (format == OutputFormat::kTable) sink.Write(codes.Where() + "\n\n");
-  RecordWriter records(sink, format, columns);
+  if (format == OutputFormat::kTable) output.Write(codes.Where() + "\n\n");
+  RecordWriter records(output, format, columns);
   for (const CodeEntry& entry : codes.Entries()) {
     std::vector<Cell> cells = {entry.line};
     if (sections) cells.emplace_back(SectionName(entry.section));
@@ -53,7 +53,7 @@ void CodesList(const CodesOptions& options) {
     records.Row(cells);
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   const auto is_entry = [&](std::int64_t line) {
     const auto at = std::lower_bound(codes.Entries().begin(), codes.Entries().end(), line,
                                      [](const CodeEntry& entry, std::int64_t l) { return entry.line < l; });

@@ -1,6 +1,6 @@
 #include "cli/context/environment.h"
 
-#include "cli/context/registry_trouble.h"
+#include "cli/context/registry_error.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"

@@ -23,7 +23,7 @@ SettingsPlace SettingsContext::RequirePlace(const CString& file) const {
   const std::string install = "make one: velmora env install --to DIR";
   if (file.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
     throw Refusal("no " + name +
-                  (HasInstallation() ? " in the installation; bring it: velmora env sync"
+                  (HasInstallation() ? " in the installation; copy it: velmora env sync"
                                      : ", as no installation was found; " + install));
   const bool stones = file.CompareNoCase(CProjPath::StenParNamn) == 0;
   const std::string own =
@@ -34,7 +34,7 @@ SettingsPlace SettingsContext::RequirePlace(const CString& file) const {
                   " no installation was found; " + install + own);
   throw Refusal("no " + name +
                 (has_project_ ? " in the project or the installation" : " in the installation") +
-                "; bring it: velmora env sync" + own);
+                "; copy it: velmora env sync" + own);
 }
 
 }  // namespace velmora::cli

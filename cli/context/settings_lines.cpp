@@ -9,36 +9,10 @@
 #include "velmora/settings/settings_reader.h"
 
 namespace velmora::cli {
-namespace {
-
-constexpr size_t kMostLines = size_t{1} << 17;  // as many as a list of settings holds
-constexpr char kTooLarge[] = "is too large for a settings or code file; is it one?";
-
-}  // namespace
-
-std::string ReadTextLines(const CString& path, TextLines* lines) {
-  const std::optional<FileStatus> status = GetFileStatus(path);
-  if (path.IsEmpty()) return "a file name is missing";
-  if (!status) return "no such file";
-  if (status->kind == FileKind::kFolder) return "is a folder, and a file belongs there; move it away";
-  if (status->kind == FileKind::kOther) return "is not a regular file";
-  if (status->size > SettingsReader::kLargestFile) return kTooLarge;
-  SettingsReader reader;
-  if (!reader.Open(path)) return "cannot be opened for reading; check its permissions";
-  TextLine line;
-  while (reader.ReadLine(&line.text)) {
-    ++line.number;
-    line.cut = reader.LineWasCut();
-    if (lines->size() == kMostLines) return kTooLarge;
-    lines->push_back(line);
-  }
-  return reader.Failed() ? "cannot be read to its end; is it a text file?" : "";
-}
-
 TextLines TextLinesOf(const CString& path) {
   TextLines lines;
-  const std::string trouble = ReadTextLines(path, &lines);
-  if (!trouble.empty()) throw Refusal(At(PathForDisplay(path), trouble));
+  const std::string problem = ReadTextLines(path, &lines);
+  if (!problem.empty()) throw Refusal(At(PathForDisplay(path), problem));
   return lines;
 }
 

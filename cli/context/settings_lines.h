@@ -9,9 +9,7 @@
 
 namespace velmora::cli {
 
-// Empty when the whole file was read, else what is wrong with it; what was read until then is in `lines`.
-std::string ReadTextLines(const CString& path, TextLines* lines);
-// The same; throws a Refusal that names the file.
+// The whole file; throws a Refusal that names it when it cannot be read.
 TextLines TextLinesOf(const CString& path);
 
 // A note that the file has lines which a listing of it does not show as they are.

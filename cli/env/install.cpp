@@ -1,4 +1,4 @@
-#include "cli/context/registry_trouble.h"
+#include "cli/context/registry_error.h"
 #include "cli/env/commands.h"
 #include "cli/env/sample_files.h"
 #include "cli/terminal/absolute_path.h"
@@ -48,7 +48,7 @@ CString RegisteredText(HKEY root, const CString& path, const wchar_t* name) {
   if (registry.SetKey(path, 0, KEY_READ) != 0) text = registry.ReadString(name, L"");
   const int error = registry.m_nLastError;
   if (error != kRegistryDone && error != kRegistryNotFound)
-    throw Refusal("the registry: " + RegistryTrouble(error));
+    throw Refusal("the registry: " + RegistryErrorText(error));
   return text;
 }
 
@@ -128,12 +128,12 @@ void EnvInstall(const EnvOptions& options) {
   PutRegistry(HKEY_LOCAL_MACHINE, key, L"InstallPath", program);
   PutRegistry(HKEY_LOCAL_MACHINE, key, L"Package", L"Sample");
 
-  OutputFile sink("");
-  sink.Write("Program folder   " + PathForDisplay(program) + "\n");
-  sink.Write("Ini file         " + PathForDisplay(ini) + "\n");
-  sink.Write("Shared data      " + PathForDisplay(shared_folder) + "\n");
-  sink.Write("Next: velmora env sync, velmora env show, velmora project new DIR --tundril\n");
-  sink.Finish();
+  OutputFile output("");
+  output.Write("Program folder   " + PathForDisplay(program) + "\n");
+  output.Write("Ini file         " + PathForDisplay(ini) + "\n");
+  output.Write("Shared data      " + PathForDisplay(shared_folder) + "\n");
+  output.Write("Next: velmora env sync, velmora env show, velmora project new DIR --tundril\n");
+  output.Finish();
 }
 
 }  // namespace velmora::cli

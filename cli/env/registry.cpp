@@ -1,6 +1,6 @@
 #include <cstdint>
 
-#include "cli/context/registry_trouble.h"
+#include "cli/context/registry_error.h"
 #include "cli/env/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
@@ -70,7 +70,7 @@ std::string ValueText(const StoredValue& value) {
 }
 
 void Check(int error, const std::string& where) {
-  if (error != kRegistryDone) throw Refusal(At(where, RegistryTrouble(error)));
+  if (error != kRegistryDone) throw Refusal(At(where, RegistryErrorText(error)));
 }
 
 std::vector<StoredValue> ValuesOf(const EnvOptions& options, std::vector<CString>* keys) {
@@ -89,9 +89,9 @@ void RegistryGet(const EnvOptions& options) {
   const CString name = FromUtf8(options.section);
   for (const StoredValue& value : ValuesOf(options, nullptr)) {
     if (!EqualNoCase(value.name.GetView(), name.GetView())) continue;
-    OutputFile sink("");
-    sink.Write(ValueText(value) + "\n");
-    sink.Finish();
+    OutputFile output("");
+    output.Write(ValueText(value) + "\n");
+    output.Finish();
     return;
   }
   throw Refusal(At(options.key, "has no value " + Quoted(options.section)));
@@ -105,21 +105,21 @@ void RegistrySet(const EnvOptions& options) {
     // A key that is not there could not be made either.
     if (error == kRegistryNotFound) error = kRegistryCannotWrite;
     throw Refusal(At(options.key, "cannot be written: " +
-                                      RegistryTrouble(error == kRegistryDone ? kRegistryDenied : error)));
+                                      RegistryErrorText(error == kRegistryDone ? kRegistryDenied : error)));
   }
 }
 
 void RegistryList(const EnvOptions& options) {
   std::vector<CString> keys;
   const std::vector<StoredValue> values = ValuesOf(options, &keys);
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"name", "name"}, {"type", "type"}, {"value", "value"}});
   for (const CString& key : keys) records.Row({ToUtf8(key), std::string("key"), {}});
   for (const StoredValue& value : values)
     records.Row({ToUtf8(value.name), TypeName(value.type), ValueText(value)});
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

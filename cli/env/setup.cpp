@@ -1,5 +1,5 @@
 #include "cli/context/environment.h"
-#include "cli/context/registry_trouble.h"
+#include "cli/context/registry_error.h"
 #include "cli/env/commands.h"
 #include "cli/terminal/error.h"
 #include "cli/terminal/questions.h"
@@ -41,9 +41,9 @@ std::string Outcome(int result) {
 
 void EnvSetup(const EnvOptions& options) {
   RequireReadableRegistry();
-  OutputFile sink("");
+  OutputFile output("");
   const auto say = [&](const std::string& what, const std::string& how) {
-    sink.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");
+    output.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");
   };
   bool taken = false;
   for (const wchar_t* branch : {L"DIST", L"RELEASE", L"R20"}) {
@@ -65,7 +65,7 @@ void EnvSetup(const EnvOptions& options) {
     say("Configuration folder", PathForDisplay(ini.m_cfgDir));
   }
   if (result == 0) say("Result", Outcome(result));
-  sink.Finish();
+  output.Finish();
   if (result != 0) throw Refusal("set-up " + std::to_string(result) + ": " + Outcome(result));
 }
 
@@ -89,9 +89,9 @@ void EnvSync(const EnvOptions& options) {
       if (later.destination == file.destination) return wanted(later);
     return true;
   };
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   RecordWriter records(
-      sink, options.output.Format(),
+      output, options.output.Format(),
       {{"file", "file"}, {"state", "state"}, {"done", "done"}, {"destination", "destination"}});
   bool failed = false;
   for (const UserFile& file : plan.files) {
@@ -111,7 +111,7 @@ void EnvSync(const EnvOptions& options) {
     records.Row({PathForDisplay(name), std::string(state), done, PathForDisplay(file.destination)});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (failed) throw Refusal("some files could not be copied; check permissions and disk space");
 }
 

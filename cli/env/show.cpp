@@ -64,8 +64,8 @@ void EnvShow(const EnvOptions& options) {
   Environment environment;
   FindEnvironment(options.sub, &environment);
   const CTundrilIni& ini = environment.ini;
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"field", "field"}, {"value", "value"}, {"from", "from"}});
   const auto row = [&](const std::string& field, const std::string& value, const std::string& from) {
     records.Row({field, value, from});
@@ -91,7 +91,7 @@ void EnvShow(const EnvOptions& options) {
     row(field.name, field.text == &CTundrilIni::m_cfgDir ? PathForDisplay(ini.m_cfgDir) : value, from);
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (environment.found_by != FoundBy::kNothing) return;
   if (!environment.missing_ini.IsEmpty())
     Warn(At(PathForDisplay(environment.missing_ini),
@@ -108,9 +108,9 @@ void EnvGet(const EnvOptions& options) {
   if (value.IsEmpty())
     throw Refusal(At(PathForDisplay(environment.ini.m_iniPath),
                      "has no key " + Quoted(options.key) + " in section " + Quoted(options.section)));
-  OutputFile sink("");
-  sink.Write(ToUtf8(value) + "\n");
-  sink.Finish();
+  OutputFile output("");
+  output.Write(ToUtf8(value) + "\n");
+  output.Finish();
 }
 
 void EnvSet(const EnvOptions& options) {

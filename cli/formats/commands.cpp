@@ -26,21 +26,21 @@ std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::strin
   if (index >= 0) return {table.formater[index]};
   std::string known;
   for (const ritformattype& format : all) known += (known.empty() ? "" : ", ") + ToUtf8(format.namn);
-  throw Refusal(Quoted(name) + " is no sheet format; there are " + known);
+  throw Refusal(Quoted(name) + " is not a sheet format; the formats are " + known);
 }
 
 void Formats(const FormatsOptions& options) {
   const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
   if (!options.svg.empty()) {
-    OutputFile sink(options.svg);
+    OutputFile output(options.svg);
     drawing::SvgCanvas canvas;
     drawing::DrawFormats(chosen, canvas);
-    sink.Write(canvas.Finish());
-    sink.Finish();
+    output.Write(canvas.Finish());
+    output.Finish();
     return;
   }
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"name", "name"},
                         {"", "area, mm", true},
                         {"area_width", ""},
@@ -63,7 +63,7 @@ void Formats(const FormatsOptions& options) {
     records.Row(row);
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace

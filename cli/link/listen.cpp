@@ -28,12 +28,12 @@ void LinkListen(const LinkOptions& options) {
   NotificationQueue queue;
   com.m_pNotifyWnd = &queue;
   ConnectToProgram();
-  OutputFile sink("");
+  OutputFile output("");
   RecordWriter records(
-      sink, options.output.Format(),
+      output, options.output.Format(),
       {{"message", "message", true}, {"wparam", "wParam", true}, {"lparam", "lParam", true}});
   records.Begin();
-  sink.Finish();
+  output.Finish();
   std::int64_t count = 0;
   const auto done = [&] { return (options.count > 0 && count >= options.count) || Interrupt::Requested(); };
   for (bool there = true; there && !done();) {
@@ -42,13 +42,13 @@ void LinkListen(const LinkOptions& options) {
       if (done()) break;
       ++count;
       records.Row({each.message, each.wParam, each.lParam});
-      sink.Finish();  // at once
+      output.Finish();  // at once
     }
     queue.notifications.clear();
   }
   CDdeCom::Close();
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (!done()) throw Refusal("the field-data program has ended");
 }
 

@@ -48,14 +48,14 @@ class SimulatedServer {
  public:
   SimulatedServer(const std::vector<ScriptStep>& steps, OutputFormat format)
       : steps_(steps),
-        records_(sink_, format,
+        records_(output_, format,
                  {{"client", "client", true},
                   {"event", "event     "},
                   {"item", "item        "},
                   {"text", "text"}}) {
     Check(server_.Start(conversation::kService, conversation::kTopic));
     records_.Begin();
-    sink_.Finish();
+    output_.Finish();
   }
 
   // Runs the steps that are due and handles pending events. False when a script ends the server.
@@ -76,7 +76,7 @@ class SimulatedServer {
   bool AClientHasDisconnected() const { return disconnected_; }
   void Finish() {
     records_.Finish();
-    sink_.Finish();
+    output_.Finish();
   }
 
  private:
@@ -93,12 +93,12 @@ class SimulatedServer {
   void Record(int client, const char* event, const std::string& item, const std::string& text) {
     const auto cell = [](const std::string& value) { return value.empty() ? Cell() : Cell(value); };
     records_.Row({static_cast<std::int64_t>(client), std::string(event), cell(item), cell(text)});
-    sink_.Finish();  // at once
+    output_.Finish();  // at once
   }
 
   const std::vector<ScriptStep>& steps_;
   DdeServer server_;
-  OutputFile sink_{""};
+  OutputFile output_{""};
   RecordWriter records_;
   std::map<int, ScriptPlayer> players_;  // by client
   bool disconnected_ = false;

@@ -77,9 +77,9 @@ void CheckSettings(const CString& folder, const wchar_t* name, ProjectFindings* 
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
-  const std::string trouble = ReadTextLines(path, &lines);
-  if (!trouble.empty()) {
-    findings->push_back({ToUtf8(name), 0, trouble});
+  const std::string problem = ReadTextLines(path, &lines);
+  if (!problem.empty()) {
+    findings->push_back({ToUtf8(name), 0, problem});
     return;
   }
   for (const Finding& finding : CheckSettingsText(KindByName(name), lines))
@@ -117,18 +117,18 @@ void ProjectCheck(const ProjectOptions& options) {
   if (const CString list = FolderList(options.folder_list); !list.IsEmpty())
     CheckFolderList(list, folder, &findings);
 
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
-    sink.Write("Nothing missing, nothing odd.\n");
-    sink.Finish();
+    output.Write("No findings.\n");
+    output.Finish();
     return;
   }
-  RecordWriter records(sink, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
+  RecordWriter records(output, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
   for (const ProjectFinding& finding : findings)
     records.Row({finding.where, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (!findings.empty()) throw ExitWith{1};
 }
 

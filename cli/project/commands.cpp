@@ -47,21 +47,21 @@ void AddProjectCommands(CLI::App& app) {
   AddOutputOptions(status, &options->output);
 
   CLI::App* list = AddVerb(project, "list", "The files that match a pattern", options, ProjectList);
-  list->add_option(
-          "PATTERN", options->folder,
-          "A folder for all in it, or with wildcards as DIR/*.DAT (quoted, so that the shell leaves them)")
+  list->add_option("PATTERN", options->folder,
+                   "A folder for all in it, or with wildcards as DIR/*.DAT (in quotes, so that the shell "
+                   "does not expand them)")
       ->required();
   list->add_option("--sort", options->sort, "name (default), size or date")
       ->check(CLI::IsMember({"name", "size", "date"}))
       ->type_name("BY");
-  list->add_flag("--falling", options->falling, "Largest, latest or last name first");
+  list->add_flag("--descending", options->descending, "Largest, latest or last name first");
   list->add_flag("--folders", options->folders, "Folders too");
   AddOutputOptions(list, &options->output);
 
   CLI::App* check =
-      AddVerb(project, "check", "What is missing or odd in a project's folder", options, ProjectCheck);
+      AddVerb(project, "check", "Missing entries and faults in a project's folder", options, ProjectCheck);
   AddFolder(check, options);
-  AddFolderList(check, options, "Folder list whose lines are looked at");
+  AddFolderList(check, options, "Folder list to check");
   AddOutputOptions(check, &options->output);
 }
 

@@ -23,7 +23,7 @@ struct ProjectOptions {
   std::string folder_list;
   std::string status;
   std::string sort = "name";
-  bool falling = false;
+  bool descending = false;
   bool folders = false;
   OutputOptions output;
 };

@@ -48,12 +48,12 @@ void ProjectList(const ProjectOptions& options) {
     throw Refusal(At(options.folder, whole_folder ? "the folder is empty"
                                                   : "nothing matches; check the folder and the wildcards"));
   }
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"name", "name"}, {"size", "size", true}, {"date", "date"}, {"time", "time"}});
   const auto sizes = SizesOf(pattern);
-  // Falling is the rising order from its end: the library's own falling keys compare less.
-  int at = options.falling ? list.End() : list.Home();
+  // Descending is the ascending order from its end: the library's own descending keys compare less.
+  int at = options.descending ? list.End() : list.Home();
   while (at == 0) {
     const dirsorttype& entry = *list.pael;
     const auto size = sizes.find(entry.namn);
@@ -63,10 +63,10 @@ void ProjectList(const ProjectOptions& options) {
     cells[2] = ToUtf8(entry.datum);
     cells[3] = ToUtf8(entry.tid);
     if (!IsDots(entry)) records.Row(cells);
-    at = (options.falling ? list-- : list++) == nullptr ? -1 : 0;
+    at = (options.descending ? list-- : list++) == nullptr ? -1 : 0;
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -59,9 +59,9 @@ void ProjectNew(const ProjectOptions& options) {
   if (made == 0)
     throw Refusal(At(options.folder,
                      "the project was not made, or not all of it; what stood there before is untouched"));
-  OutputFile sink("");
-  sink.Write(PathForDisplay(folder) + "\n");
-  sink.Finish();
+  OutputFile output("");
+  output.Write(PathForDisplay(folder) + "\n");
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -27,8 +27,8 @@ constexpr NamedPath kPaths[] = {
 void ProjectPaths(const ProjectOptions& options) {
   CProjPath project;
   project.SetPath(ProjectFolder(options.folder));
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"field", "field"}, {"state", "there"}, {"path", "path"}});
   for (const NamedPath& named : kPaths) {
     const CString& path = project.*(named.path);
@@ -37,7 +37,7 @@ void ProjectPaths(const ProjectOptions& options) {
     records.Row({std::string(named.field), std::string(state), PathForDisplay(path)});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -19,19 +19,18 @@ void ProjectStatus(const ProjectOptions& options) {
     if (!is_number) number = states.Find(text);
     states.SetStatus(number);
     const bool unknown = states.m_nStatus == CProjektStatus::kUnknown;
-    if (unknown && number != CProjektStatus::kUnknown)
-      throw Refusal(Quoted(options.status) + " is no project status; velmora project status lists them");
-    if (unknown && !is_number && text.CompareNoCase(states.GetStatus()) != 0)
-      throw Refusal(Quoted(options.status) + " is no project status; velmora project status lists them");
+    const bool by_name = !is_number && text.CompareNoCase(states.GetStatus()) == 0;
+    if (unknown && (number != CProjektStatus::kUnknown || (!is_number && !by_name)))
+      throw Refusal(Quoted(options.status) + " is not a project status; velmora project status lists them");
     only = {static_cast<std::int64_t>(number), ToUtf8(states.GetStatus())};
   }
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(), {{"number", "number", true}, {"text", "text"}});
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(), {{"number", "number", true}, {"text", "text"}});
   if (!only.empty()) records.Row(only);
   for (int at = only.empty() ? states.Home() : -1; at == 0; at = states++ == nullptr ? -1 : 0)
     records.Row({static_cast<std::int64_t>(states.pael->nummer), ToUtf8(states.pael->text)});
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

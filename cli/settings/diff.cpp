@@ -54,11 +54,11 @@ void SettingsDiff(const SettingsOptions& options) {
   for (const Setting& setting : b.All())
     if (a.Find(setting.key) == nullptr) keys.push_back(setting.key);
 
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
-  if (table) sink.Write("A: " + ShownPath(path_a) + "\nB: " + ShownPath(path_b) + "\n\n");
-  RecordWriter records(sink, format,
+  if (table) output.Write("A: " + ShownPath(path_a) + "\nB: " + ShownPath(path_b) + "\n\n");
+  RecordWriter records(output, format,
                        {{"key", "key"},
                         {"a", "A"},
                         {"a_from", "from"},
@@ -77,8 +77,8 @@ void SettingsDiff(const SettingsOptions& options) {
   }
   if (!table || different > 0) records.Finish();
   if (table && different == 0)
-    sink.Write("All " + std::to_string(keys.size()) + " keys have the same values.\n");
-  sink.Finish();
+    output.Write("All " + std::to_string(keys.size()) + " keys have the same values.\n");
+  output.Finish();
 }
 
 }  // namespace velmora::cli

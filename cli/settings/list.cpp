@@ -41,7 +41,7 @@ std::string Heading(const Listing& listing) {
   const std::string name = ToUtf8(listing.file.name);
   if (listing.in_use == nullptr) {
     const std::string none = name + ": there is no such file";
-    return none + (listing.file.defaults.empty() ? "" : ", so all is built in");
+    return none + (listing.file.defaults.empty() ? "" : "; all values are built in");
   }
   std::string text = name + ": " + PathForDisplay(listing.in_use->path) + " (" + listing.in_use->name + ")";
   for (const SettingsPlace& place : listing.places)
@@ -72,9 +72,9 @@ bool IsMisread(const Settings& settings) {
                      [](const Finding& finding) { return finding.misread; });
 }
 
-void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, OutputFile* sink,
+void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen, OutputFile* output,
                OutputFormat format) {
-  RecordWriter records(*sink, format,
+  RecordWriter records(*output, format,
                        {{"key", "key"},
                         {"value", "value"},
                         {"default", listing.file.defaults.empty() ? "" : "default"},
@@ -98,13 +98,13 @@ void SettingsList(const SettingsOptions& options) {
   std::vector<const Setting*> chosen;
   for (const Setting& setting : listing.settings.All())
     if (!options.changed || Differs(setting) || !setting.built_in) chosen.push_back(&setting);
-  OutputFile sink(options.output.file);
+  OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
-  if (table) sink.Write(Heading(listing) + "\n\n");
-  if (!table || !chosen.empty()) WriteRows(listing, chosen, &sink, format);
-  if (table) sink.Write((chosen.empty() ? "" : "\n") + Summary(listing) + "\n");
-  sink.Finish();
+  if (table) output.Write(Heading(listing) + "\n\n");
+  if (!table || !chosen.empty()) WriteRows(listing, chosen, &output, format);
+  if (table) output.Write((chosen.empty() ? "" : "\n") + Summary(listing) + "\n");
+  output.Finish();
   if (listing.in_use != nullptr && IsMisread(listing.settings)) WarnUnread(listing.in_use->path);
 }
 
@@ -116,12 +116,12 @@ void SettingsGet(const SettingsOptions& options) {
     throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + trouble
                                             : At(PathForDisplay(listing.in_use->path), "has " + trouble));
   }
-  OutputFile sink("");
+  OutputFile output("");
   if (options.output.Format() == OutputFormat::kTable)
-    sink.Write(Printable(ToUtf8(setting->value)) + "\n");
+    output.Write(Printable(ToUtf8(setting->value)) + "\n");
   else
-    WriteRows(listing, {setting}, &sink, options.output.Format());
-  sink.Finish();
+    WriteRows(listing, {setting}, &output, options.output.Format());
+  output.Finish();
 }
 
 void SettingsWhere(const SettingsOptions& options) {
@@ -129,8 +129,8 @@ void SettingsWhere(const SettingsOptions& options) {
       CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
       CProjPath::Kodfil,         CProjPath::Miljkod,        CProjPath::Linkod};
   const SettingsContext context(options.project);
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
   for (const wchar_t* name : names) {
     if (!options.file.empty() && FromUtf8(options.file).CompareNoCase(name) != 0) continue;
@@ -144,7 +144,7 @@ void SettingsWhere(const SettingsOptions& options) {
                    std::string(place.name), PathForDisplay(place.path)});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (!context.HasInstallation())
     Warn("no installation found, so these are the usual folders; make one: velmora env install --to DIR");
 }

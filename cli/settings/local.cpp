@@ -14,8 +14,8 @@
 namespace velmora::cli {
 namespace {
 
-std::vector<LocalFile> FilesMeant(const SettingsOptions& options) {
-  return options.stones ? std::vector<LocalFile>{LocalStoneFile()} : LocalFiles();
+std::vector<ProjectCopy> FilesMeant(const SettingsOptions& options) {
+  return options.stones ? std::vector<ProjectCopy>{StoneProjectCopy()} : ProjectCopies();
 }
 
 std::string ShownFolder(SettingsContext& context) { return PathForDisplay(context.Project()->m_ProjKat); }
@@ -31,7 +31,7 @@ void RequireOwnFolder(SettingsContext& context) {
 
 // A file and what is going to be done to it.
 struct Planned {
-  LocalFile file;
+  ProjectCopy file;
   CString path;
   CString source;  // the installation's; empty when it has none
   std::optional<FileStatus> before;
@@ -40,7 +40,7 @@ struct Planned {
 
 std::vector<Planned> Plan(const SettingsOptions& options, SettingsContext& context) {
   std::vector<Planned> plan;
-  for (const LocalFile& file : FilesMeant(options)) {
+  for (const ProjectCopy& file : FilesMeant(options)) {
     Planned planned{file, JoinPath(context.Project()->m_ProjKat, file.name), {}, {}};
     planned.source = FindSettingsFile(context.Ini(), nullptr, file.name);
     planned.before = GetFileStatus(planned.path);
@@ -78,10 +78,10 @@ bool IsEmptyOne(const FileStatus& file, std::wstring_view content) {
 std::string Done(const Planned& planned) {
   if (planned.before && !planned.replaced) return "kept";
   const std::optional<FileStatus> after = GetFileStatus(planned.path);
-  if (planned.source.IsEmpty() && planned.file.otherwise == nullptr)
+  if (planned.source.IsEmpty() && planned.file.default_content == nullptr)
     return after ? "kept" : "not made, the installation has none";
   const std::optional<FileStatus> source = GetFileStatus(planned.source);
-  const bool good = planned.source.IsEmpty() ? after && IsEmptyOne(*after, planned.file.otherwise)
+  const bool good = planned.source.IsEmpty() ? after && IsEmptyOne(*after, planned.file.default_content)
                                              : after && source && IsCopy(*after, *source);
   if (!good) return planned.replaced ? "could not be replaced" : "could not be made";
   return planned.source.IsEmpty() ? "made empty" : planned.replaced ? "replaced" : "copied";
@@ -102,8 +102,8 @@ void LocalCreate(const SettingsOptions& options) {
   else
     facade.CreateLokalaFiler(options.overwrite ? 1 : 0, 1);
 
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"done", "done"}, {"source", "from"}});
   bool failed = false;
   for (const Planned& planned : plan) {
@@ -113,10 +113,10 @@ void LocalCreate(const SettingsOptions& options) {
     records.Row({ToUtf8(planned.file.name), done, copied ? PathForDisplay(planned.source) : std::string()});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (failed)
-    throw Refusal(At(ShownFolder(context),
-                     "some files could not be written; check permissions and disk space"));
+    throw Refusal(
+        At(ShownFolder(context), "some files could not be written; check permissions and disk space"));
 }
 
 void LocalRemove(const SettingsOptions& options) {
@@ -135,8 +135,8 @@ void LocalRemove(const SettingsOptions& options) {
   else
     facade.RemoveLokalaFiler();
 
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(), {{"file", "file"}, {"done", "done"}});
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(), {{"file", "file"}, {"done", "done"}});
   bool failed = false;
   for (const Planned& planned : plan) {
     const bool gone = !FileOrFolderExists(planned.path);
@@ -144,7 +144,7 @@ void LocalRemove(const SettingsOptions& options) {
     records.Row({ToUtf8(planned.file.name), std::string(gone ? "deleted" : "could not be deleted")});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
   if (failed)
     throw Refusal(At(ShownFolder(context),
                      "some files could not be deleted: a folder of that name, or no permission there"));
@@ -152,12 +152,12 @@ void LocalRemove(const SettingsOptions& options) {
 
 void LocalStatus(const SettingsOptions& options) {
   SettingsContext context(options.project);
-  std::vector<LocalFile> files = FilesMeant(options);
-  if (!options.stones) files.push_back(LocalStoneFile());
-  OutputFile sink(options.output.file);
-  RecordWriter records(sink, options.output.Format(),
+  std::vector<ProjectCopy> files = FilesMeant(options);
+  if (!options.stones) files.push_back(StoneProjectCopy());
+  OutputFile output(options.output.file);
+  RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"path", "path"}});
-  for (const LocalFile& file : files) {
+  for (const ProjectCopy& file : files) {
     const std::vector<SettingsPlace> places = context.PlacesOf(file.name);
     const SettingsPlace* place = PlaceInUse(places);
     const bool own = place == &places.front();
@@ -168,7 +168,7 @@ void LocalStatus(const SettingsOptions& options) {
                  place == nullptr ? Cell() : Cell(PathForDisplay(place->path))});
   }
   records.Finish();
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

@@ -120,13 +120,13 @@ void SettingsSet(const SettingsOptions& options) {
   const Settings settings = SettingsIn(file, place.path);
   const Setting* before = settings.Find(key);
   const bool stored = before != nullptr && before->stored;
-  OutputFile sink("");
+  OutputFile output("");
   if (stored ? before->value == value : value.IsEmpty()) {
-    sink.Write(path +
-               (value.IsEmpty() ? " has no " + Printable(ToUtf8(key))
-                                : " has " + Printable(ToUtf8(key + L"=" + value)) + " already") +
-               "\n");
-    sink.Finish();
+    output.Write(path +
+                 (value.IsEmpty() ? " has no " + Printable(ToUtf8(key))
+                                  : " has " + Printable(ToUtf8(key + L"=" + value)) + " already") +
+                 "\n");
+    output.Finish();
     return;
   }
   RequireCharacters(place.path, key + value);
@@ -138,10 +138,10 @@ void SettingsSet(const SettingsOptions& options) {
   Write(&context, file, key, value);
   if (StoredValue(file, place.path, key) != value) RefuseUnwritten(place.path);
   const std::string name = Printable(ToUtf8(key));
-  sink.Write(
+  output.Write(
       (value.IsEmpty() ? name + " removed from " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
       path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + filled);
-  sink.Finish();
+  output.Finish();
 }
 
 }  // namespace velmora::cli

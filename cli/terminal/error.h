@@ -31,7 +31,6 @@ void Warn(const std::string& text);
 // One line with control characters replaced: a line feed by a blank, any other by "?".
 std::string Printable(std::string_view text);
 
-
 }  // namespace velmora::cli
 
 #endif  // VELMORA_CLI_TERMINAL_ERROR_H_

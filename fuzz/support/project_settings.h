@@ -2,10 +2,10 @@
 #ifndef VELMORA_FUZZ_SUPPORT_PROJECT_SETTINGS_H_
 #define VELMORA_FUZZ_SUPPORT_PROJECT_SETTINGS_H_
 
-#include "cli/context/settings_lines.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/project/proj_path.h"
+#include "velmora/settings/settings_text.h"
 #include "velmora/settings/tundril_inst.h"
 
 namespace velmora::fuzz {
@@ -22,7 +22,7 @@ struct ProjectSettings {
 // The lines of a file, whose findings are in order and name lines that exist.
 inline TextLines CheckedLines(SettingsFileKind kind, const CString& path) {
   TextLines lines;
-  Require(cli::ReadTextLines(path, &lines).empty(), "the file can be read");
+  Require(ReadTextLines(path, &lines).empty(), "the file can be read");
   std::int64_t last = 0;
   for (const Finding& finding : CheckSettingsText(kind, lines)) {
     Require(finding.line >= last && finding.line <= static_cast<std::int64_t>(lines.size()) &&

@@ -28,16 +28,16 @@ struct FirstLine {
   std::optional<int> type;  // only with all four numbers before it
   CString name;             // empty without "$"
 };
-VELMORA_API FirstLine ParseFirstLine(std::wstring_view line);
+FirstLine ParseFirstLine(std::wstring_view line);
 
 // Nothing when the line does not start with four numbers.
-VELMORA_API std::optional<kovltype> ParsePoint(std::wstring_view line);
+std::optional<kovltype> ParsePoint(std::wstring_view line);
 // Level, station and bulge; `sek` is the station.
-VELMORA_API std::optional<kovltype> ParseProfilePoint(std::wstring_view line);
+std::optional<kovltype> ParseProfilePoint(std::wstring_view line);
 
-VELMORA_API CString FormatFirstLine(const kovltype& point, int type, std::wstring_view name);
-VELMORA_API CString FormatPoint(const kovltype& point);
-VELMORA_API CString FormatProfilePoint(const kovltype& point);
+CString FormatFirstLine(const kovltype& point, int type, std::wstring_view name);
+CString FormatPoint(const kovltype& point);
+CString FormatProfilePoint(const kovltype& point);
 
 // "Kan ej öppna väglinje : %s"
 CString CannotOpenAlignment(const wchar_t* file);

@@ -42,7 +42,7 @@ NumberShape ShapeOf(const char* p) {
 // Each way reads the digits of a number of this shape at `p`, behind its sign. False when there is none.
 // Together they are below 10^14, exact as a double.
 
-struct BaselineWay {
+struct BaselineDigits {
   static bool Digits(const char* p, const NumberShape& shape, double* digits) {
     const std::uint64_t whole = Load(p);
     if ((NotDigits(whole) & TopBits(shape.digits)) != 0) return false;
@@ -122,7 +122,7 @@ size_t NumberLines::Read(std::string_view text, std::array<double, 4>* numbers) 
   if (text.size() < kSlack) return 0;
   const char* p = text.data();
   const bool plain = wide_ ? ReadWideLine(count_, &p, &shapes_, numbers)
-                           : ReadLine<BaselineWay>(count_, &p, &shapes_, numbers);
+                           : ReadLine<BaselineDigits>(count_, &p, &shapes_, numbers);
   if (!plain) return 0;
   if (*p == '\r') ++p;
   return *p == '\n' ? static_cast<size_t>(p - text.data()) + 1 : 0;

@@ -17,7 +17,7 @@ CVag2::CVag2() {
   profil.typ = kProfileType;
 }
 
-// `report` as a LineSink; inlined, so that one that ignores points costs nothing.
+// `report` as a LineReport; inlined, so that one that ignores points costs nothing.
 template <class Report>
 int CVag2::ReadLines(TextReader& reader, Report report) {
   Clear(&plan);
@@ -90,7 +90,7 @@ int CVag2::Init(const wchar_t* file) {
   return -1;
 }
 
-int CVag2::Read(TextReader& reader, const LineSink& sink) { return ReadLines(reader, sink); }
+int CVag2::Read(TextReader& reader, const LineReport& report) { return ReadLines(reader, report); }
 
 int CVag2::Uppdat(const wchar_t* file) {
   int plan_points = 0;

@@ -41,10 +41,10 @@ class VELMORA_API CVag2 {
 
   // Called for each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one,
   // of others it may be empty.
-  using LineSink = std::function<void(int number, LineKind kind, const CString& line)>;
-  // The same from an open file, with every line passed to `sink` instead of the status bar. Returns 0; -1,
+  using LineReport = std::function<void(int number, LineKind kind, const CString& line)>;
+  // The same from an open file, with every line passed to `report` instead of the status bar. Returns 0; -1,
   // with both empty, on a read error.
-  int Read(TextReader& reader, const LineSink& sink);
+  int Read(TextReader& reader, const LineReport& report);
 
   // Writes the combined file, or the profile alone with its type when there is no plan. Results and
   // messages as CVaglinje::Uppdat.

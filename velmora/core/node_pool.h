@@ -39,7 +39,7 @@ class NodePool {
       Chunk* chunk = chunks_;
       chunks_ = chunk->next;
       if (chunk->is_large)
-        GiveLargeMemoryBack(chunk);
+        FreeLargeMemory(chunk);
       else
         ::operator delete(chunk);
     }
@@ -69,7 +69,7 @@ class NodePool {
     if (size > kLargePiece) size = (size + kLargePiece - 1) / kLargePiece * kLargePiece;
     const size_t count = (size - head) / size_;
     const bool is_large = size >= kLargePiece;
-    void* memory = is_large ? TakeLargeMemory(size) : ::operator new(size, std::nothrow);
+    void* memory = is_large ? AllocateLargeMemory(size) : ::operator new(size, std::nothrow);
     if (memory == nullptr) return false;
     chunks_ = new (memory) Chunk{chunks_, is_large};
     next_ = static_cast<char*>(memory) + head;

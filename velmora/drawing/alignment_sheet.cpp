@@ -37,7 +37,7 @@ std::vector<std::string> Facts(const PlotInput& input, const PlanPath& path, con
       facts.push_back("Station " + StationText(first, input.km_stations) + ", one point alone");
     } else {
       facts.push_back("Stations " + StationText(first, input.km_stations) + " to " +
-                      StationText(last, input.km_stations) + (last < first ? ", falling" : ""));
+                      StationText(last, input.km_stations) + (last < first ? ", descending" : ""));
     }
     facts.push_back("Length " + FormatFixed(path.Length(), 3) + " m");
   } else if (!profile.IsEmpty()) {

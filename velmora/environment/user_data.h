@@ -42,7 +42,7 @@ struct UserFilePlan {
 // Reads the registry and the folders; changes nothing. The folders follow from the path of the object's ini
 // file (user_folders.h) and from the folders that the shell has registered. The platform's version is the key
 // ZENNIKVER of the ini file's section SYSTEM, 26.15 without one.
-VELMORA_API UserFilePlan PlanUserFileCheck(const CTundrilIni& ini);
+UserFilePlan PlanUserFileCheck(const CTundrilIni& ini);
 
 }  // namespace velmora
 

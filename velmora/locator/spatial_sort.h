@@ -55,13 +55,13 @@ class SpatialSort {
   static constexpr size_t kAhead = 10;  // answers to prefetch
 
   struct Free {
-    void operator()(void* memory) const { GiveLargeMemoryBack(memory); }
+    void operator()(void* memory) const { FreeLargeMemory(memory); }
   };
   template <class T>
   using LargeArray = std::unique_ptr<T[], Free>;
   template <class T>
   static LargeArray<T> Take(size_t count) {
-    return LargeArray<T>(static_cast<T*>(TakeLargeMemory(count * sizeof(T))));
+    return LargeArray<T>(static_cast<T*>(AllocateLargeMemory(count * sizeof(T))));
   }
 
   PlanePoint low_;

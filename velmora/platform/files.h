@@ -48,7 +48,7 @@ struct FoundFile {
 
 // Nothing when there is no such file or folder. Symbolic links are followed.
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
-VELMORA_API bool FileOrFolderExists(const CString& path);
+bool FileOrFolderExists(const CString& path);
 // Whether there is an ordinary file (a folder) of this name.
 inline bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
@@ -66,17 +66,17 @@ std::optional<CString> RealPath(const CString& path);
 
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.
-VELMORA_API bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
-VELMORA_API bool RemoveWholeFile(const CString& path);
-VELMORA_API bool RemoveEmptyFolder(const CString& path);
+bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
+bool RemoveWholeFile(const CString& path);
+bool RemoveEmptyFolder(const CString& path);
 // One level; false when it exists already or its parent does not.
-VELMORA_API bool MakeFolder(const CString& path);
+bool MakeFolder(const CString& path);
 
 // The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to case.
 // The pattern follows the Windows rules (wildcard.cpp). Empty when nothing matches. write_protected reflects
 // the entry's own permission bits only.
-VELMORA_API std::vector<FoundFile> FindFiles(const CString& pattern);
-VELMORA_API bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern);
+std::vector<FoundFile> FindFiles(const CString& pattern);
+bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern);
 
 // Reads a file from its start.
 class VELMORA_API InputFile {
@@ -111,7 +111,7 @@ class VELMORA_API InputFile {
 //
 // Close your own readers of the target first: not every system can replace an open file. Commit waits about
 // two seconds for the readers of other programs.
-class VELMORA_API FileReplacement {
+class FileReplacement {
  public:
   FileReplacement();
   ~FileReplacement();  // as Abandon
@@ -133,13 +133,13 @@ class VELMORA_API FileReplacement {
 };
 
 // A whole replacement in one call.
-[[nodiscard]] VELMORA_API bool ReplaceFileContent(const CString& target, std::string_view bytes);
+[[nodiscard]] bool ReplaceFileContent(const CString& target, std::string_view bytes);
 
 // A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
 // valid text are preserved.
-VELMORA_API CString PathFromSystem(std::string_view name);
+CString PathFromSystem(std::string_view name);
 // The path in the system's notation, for messages.
-VELMORA_API std::string PathForDisplay(const CString& path);
+std::string PathForDisplay(const CString& path);
 
 }  // namespace velmora
 

@@ -13,8 +13,8 @@ inline constexpr size_t kLargePiece = size_t{2} << 20;
 
 // Memory in large pages where the system has them: what is filled for the first time is handed over page by
 // page, and with the usual small ones that takes longer than the filling. Null when memory runs out.
-VELMORA_API void* TakeLargeMemory(size_t size);
-VELMORA_API void GiveLargeMemoryBack(void* memory);
+VELMORA_API void* AllocateLargeMemory(size_t size);
+VELMORA_API void FreeLargeMemory(void* memory);
 
 }  // namespace velmora
 

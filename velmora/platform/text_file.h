@@ -70,7 +70,7 @@ class VELMORA_API TextReader {
 };
 
 // Writes a whole text file; the target changes in Commit (FileReplacement).
-class VELMORA_API TextWriter {
+class TextWriter {
  public:
   // The encoding is that of the old file's byte-order mark, else Windows-1252. False as
   // FileReplacement::Begin.

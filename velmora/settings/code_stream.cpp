@@ -53,13 +53,13 @@ void CodeStream::Close() {
 std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption) {
   auto stream = std::make_shared<CodeStream>();
   if (stream->OpenForReading(path)) return stream;
-  TellUnreadable(path, caption);
+  ShowUnreadable(path, caption);
   return nullptr;
 }
 
 std::shared_ptr<CodeStream> RewriteCodeFile(const CString& path, const CString& paths, const wchar_t* caption,
                                             const CString& temporary) {
-  const auto tell = [paths, caption] { TellUnwritable(paths, caption); };
+  const auto tell = [paths, caption] { ShowUnwritable(paths, caption); };
   auto stream = std::make_shared<CodeStream>();
   if (stream->BeginRewrite(path, tell, temporary)) return stream;
   tell();

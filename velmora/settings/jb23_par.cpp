@@ -16,7 +16,7 @@ CJb23Par::CJb23Par(CTundrilIni* ini, CProjPath* proj) {
   const CString path = FindSettingsFile(ini, proj, CProjPath::Jb23ParNamn);
   if (!path.IsEmpty() && !Load(path)) {
     DeleteAll();
-    TellUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
+    ShowUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
   }
 }
 

@@ -6,16 +6,16 @@
 
 namespace velmora {
 
-struct LocalFile {
+struct ProjectCopy {
   const wchar_t* name;
-  const wchar_t* otherwise;  // the content where the installation has no such file; null: none is made
+  const wchar_t* default_content;  // the content where the installation has no such file; null: none is made
   bool replaceable;          // by the installation's, when that is asked for
 };
 
 // In the order in which they are made. CProjPath's names are read anew by every call.
-std::vector<LocalFile> LocalFiles();
+std::vector<ProjectCopy> ProjectCopies();
 // The rock and stone program's parameters.
-LocalFile LocalStoneFile();
+ProjectCopy StoneProjectCopy();
 
 }  // namespace velmora
 

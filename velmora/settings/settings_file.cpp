@@ -62,16 +62,16 @@ CString TemporaryPathFor(const CString& path) {
   return path.Left(path.GetLength() - kExtension) + L".tmp";
 }
 
-void TellOfFile(const wchar_t* text, const CString& path, const CString& caption) {
+void ShowFileMessage(const wchar_t* text, const CString& path, const CString& caption) {
   ShowOwnerlessMessage(FormatForUser(text, path), MB_OK | MB_ICONEXCLAMATION, caption);
 }
 
-void TellUnreadable(const CString& path, const CString& caption) {
-  TellOfFile(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path, caption);
+void ShowUnreadable(const CString& path, const CString& caption) {
+  ShowFileMessage(L"Kan inte öppna -filen\n%s\nAvbryter läsning!", path, caption);
 }
 
-void TellUnwritable(const CString& path, const CString& caption) {
-  TellOfFile(L"Kan inte öppna -filen\n%s\nAvbryter!", path, caption);
+void ShowUnwritable(const CString& path, const CString& caption) {
+  ShowFileMessage(L"Kan inte öppna -filen\n%s\nAvbryter!", path, caption);
 }
 
 }  // namespace velmora

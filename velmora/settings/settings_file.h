@@ -34,9 +34,9 @@ CString FindSettingsFile(const CTundrilIni* ini, const CProjPath* project, const
 CString TemporaryPathFor(const CString& path);
 
 // The boxes. Their wording is the suite's own, the missing word too. `text` has one "%s".
-void TellOfFile(const wchar_t* text, const CString& path, const CString& caption);
-void TellUnreadable(const CString& path, const CString& caption);
-void TellUnwritable(const CString& path, const CString& caption);
+void ShowFileMessage(const wchar_t* text, const CString& path, const CString& caption);
+void ShowUnreadable(const CString& path, const CString& caption);
+void ShowUnwritable(const CString& path, const CString& caption);
 
 }  // namespace velmora
 

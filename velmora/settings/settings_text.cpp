@@ -1,12 +1,21 @@
 #include "velmora/settings/settings_text.h"
 
 #include <algorithm>
+#include <optional>
 
+#include "velmora/platform/files.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_files.h"
 #include "velmora/settings/parameter_files.h"
+#include "velmora/settings/settings_reader.h"
 
 namespace velmora {
+namespace {
+
+constexpr size_t kMostLines = size_t{1} << 17;  // as many as a list of settings holds
+constexpr char kTooLarge[] = "is too large for a settings or code file; is it one?";
+
+}  // namespace
 
 SettingsFileKind KindByName(const CString& name) {
   const struct {
@@ -34,6 +43,25 @@ void CompleteFindings(const TextLines& lines, Findings* findings) {
     if (line.cut) findings->push_back({line.number, "holds a zero byte, and what follows it is not read"});
   std::stable_sort(findings->begin(), findings->end(),
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
+}
+
+std::string ReadTextLines(const CString& path, TextLines* lines) {
+  const std::optional<FileStatus> status = GetFileStatus(path);
+  if (path.IsEmpty()) return "a file name is missing";
+  if (!status) return "no such file";
+  if (status->kind == FileKind::kFolder) return "is a folder where a file is expected; move it away";
+  if (status->kind == FileKind::kOther) return "is not a regular file";
+  if (status->size > SettingsReader::kLargestFile) return kTooLarge;
+  SettingsReader reader;
+  if (!reader.Open(path)) return "cannot be opened for reading; check its permissions";
+  TextLine line;
+  while (reader.ReadLine(&line.text)) {
+    ++line.number;
+    line.cut = reader.LineWasCut();
+    if (lines->size() == kMostLines) return kTooLarge;
+    lines->push_back(line);
+  }
+  return reader.Failed() ? "cannot be read to its end; is it a text file?" : "";
 }
 
 }  // namespace velmora

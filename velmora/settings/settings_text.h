@@ -3,6 +3,7 @@
 #define VELMORA_SETTINGS_SETTINGS_TEXT_H_
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,10 @@ struct TextLine {
   bool cut = false;  // at a zero byte
 };
 using TextLines = std::vector<TextLine>;
+
+// Reads a file as far as 131,072 lines, as many as a list of settings holds. Empty when the whole file was read, else what is wrong with it;
+// what was read until then is in `lines`. Shows nothing.
+std::string ReadTextLines(const CString& path, TextLines* lines);
 
 // A line that begins with "*" ends a header, a section or a file.
 constexpr bool IsStarLine(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }

@@ -23,7 +23,7 @@ int CTundrilCFG::Init(const wchar_t* program, const wchar_t* path) {
   if (unreadable_) {
     CString caption;
     caption.Format(L"Läsning av %s - konfigurering", CString(program));
-    TellOfFile(L"Kan inte öppna CFG-filen\n%s\nAvbryter läsning!", path_, caption);
+    ShowFileMessage(L"Kan inte öppna CFG-filen\n%s\nAvbryter läsning!", path_, caption);
   }
   return 0;
 }

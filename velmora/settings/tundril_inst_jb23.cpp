@@ -39,7 +39,7 @@ CString CTundrilInst::Jb23ReadKey(const CString& key) {
   if (path.IsEmpty()) return {};
   SettingsReader reader;
   if (!reader.Open(path)) {
-    TellUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
+    ShowUnreadable(path, L"Läsning av Tundril - jb2/3 inställningar");
     return {};
   }
   CString line;

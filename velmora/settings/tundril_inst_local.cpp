@@ -21,7 +21,7 @@ void WriteNewFile(const CString& path, const wchar_t* text) {
   (void)writer.Commit();
 }
 
-void CreateLocalFile(const CTundrilIni* ini, const CProjPath& project, const LocalFile& file,
+void CreateLocalFile(const CTundrilIni* ini, const CProjPath& project, const ProjectCopy& file,
                      bool overwrite) {
   const CString path = JoinPath(project.m_ProjKat, file.name);
   const bool replaces = overwrite && file.replaceable;
@@ -29,15 +29,15 @@ void CreateLocalFile(const CTundrilIni* ini, const CProjPath& project, const Loc
   const CString source = FindSettingsFile(ini, nullptr, file.name);
   if (!source.IsEmpty())
     CopyWholeFile(source, path, !overwrite);
-  else if (file.otherwise != nullptr)
-    WriteNewFile(path, file.otherwise);
+  else if (file.default_content != nullptr)
+    WriteNewFile(path, file.default_content);
 }
 
 bool PointIsDecimal() { return std::strcmp(std::localeconv()->decimal_point, ".") == 0; }
 
 }  // namespace
 
-std::vector<LocalFile> LocalFiles() {
+std::vector<ProjectCopy> ProjectCopies() {
   return {{CProjPath::TundrilParNamn, L"*\n", false},
           {CProjPath::Linkod, L"*\n", true},
           {CProjPath::Kodfil, L"*\n*\n", true},
@@ -47,24 +47,24 @@ std::vector<LocalFile> LocalFiles() {
           {CProjPath::Miljkod, L"*\n*\n*\n*\n*\n", true}};
 }
 
-LocalFile LocalStoneFile() { return {CProjPath::StenParNamn, L"*\n", false}; }
+ProjectCopy StoneProjectCopy() { return {CProjPath::StenParNamn, L"*\n", false}; }
 
 int CTundrilInst::CreateLokalaFiler(int overwrite, int withPar) {
   if (!HasFolder(project_)) return 0;
-  for (const LocalFile& file : LocalFiles())
+  for (const ProjectCopy& file : ProjectCopies())
     if (withPar != 0 || file.name != CProjPath::TundrilParNamn)
       CreateLocalFile(ini_, *project_, file, overwrite != 0);
   return 0;
 }
 
 int CTundrilInst::CreateLokalStenFil(int overwrite) {
-  if (HasFolder(project_)) CreateLocalFile(ini_, *project_, LocalStoneFile(), overwrite != 0);
+  if (HasFolder(project_)) CreateLocalFile(ini_, *project_, StoneProjectCopy(), overwrite != 0);
   return 0;
 }
 
 int CTundrilInst::RemoveLokalaFiler() {
   if (!HasFolder(project_)) return 0;
-  for (const LocalFile& file : LocalFiles()) RemoveWholeFile(JoinPath(project_->m_ProjKat, file.name));
+  for (const ProjectCopy& file : ProjectCopies()) RemoveWholeFile(JoinPath(project_->m_ProjKat, file.name));
   return 0;
 }
 

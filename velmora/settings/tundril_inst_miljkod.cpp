@@ -124,7 +124,7 @@ int CTundrilInst::MiljkodUppdatX() {
   entries.insert(entries.end(), missing.begin(), missing.end());
   // What could not be read would be lost.
   if (!readable || !ReplaceCodes(SettingsFileKind::kEnvironment, path, entries))
-    TellUnwritable(path, kWriting);
+    ShowUnwritable(path, kWriting);
   return 0;
 }
 

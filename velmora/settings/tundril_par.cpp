@@ -23,7 +23,7 @@ void CTundrilPAR::Load(CTundrilIni* ini, const CString& project_copy, const CStr
   const bool own = !project_copy.IsEmpty() && FileOrFolderExists(project_copy);
   path_ = own ? project_copy : FindSettingsFile(ini, nullptr, name);
   unreadable_ = !path_.IsEmpty() && !ReadFrom(path_);
-  if (unreadable_) TellUnreadable(path_, caption);
+  if (unreadable_) ShowUnreadable(path_, caption);
 }
 
 int CTundrilPAR::WriteKey(const CString& key, const CString& value) {
@@ -31,7 +31,7 @@ int CTundrilPAR::WriteKey(const CString& key, const CString& value) {
   if (put == Put::kRefused) return -1;
   if (put == Put::kUnchanged || path_.IsEmpty()) return 0;
   if (!unreadable_ && WriteTo(path_)) return 0;
-  TellOfFile(L"Could not open file for write\n%s", path_, L"Update Velmora Settings");
+  ShowFileMessage(L"Could not open file for write\n%s", path_, L"Update Velmora Settings");
   return -1;
 }
 

@@ -21,33 +21,33 @@ constexpr bool IsUtf16(TextEncoding encoding) {
 }
 
 // The byte-order mark of an encoding; Windows-1252 has none.
-VELMORA_API std::string_view ByteOrderMark(TextEncoding encoding);
+std::string_view ByteOrderMark(TextEncoding encoding);
 // The encoding whose mark `start` begins with; Windows-1252 without one.
-VELMORA_API TextEncoding EncodingFromMark(std::string_view start);
+TextEncoding EncodingFromMark(std::string_view start);
 
-VELMORA_API wchar_t DecodeWindows1252(unsigned char byte);
+wchar_t DecodeWindows1252(unsigned char byte);
 // Nothing for a character that Windows-1252 does not have.
-VELMORA_API std::optional<unsigned char> EncodeWindows1252(wchar_t c);
+std::optional<unsigned char> EncodeWindows1252(wchar_t c);
 
 // Appends the text of `bytes`. Nothing is dropped: in UTF-8 a byte that starts no valid sequence is
 // taken as Windows-1252 (files edited by two programs mix them), in UTF-16 a lone surrogate stays.
-VELMORA_API void AppendDecoded(std::string_view bytes, TextEncoding encoding, std::wstring* text);
+void AppendDecoded(std::string_view bytes, TextEncoding encoding, std::wstring* text);
 
 // Appends the bytes of `text`. False when the encoding lacks a character; *bytes is then as before.
-[[nodiscard]] VELMORA_API bool AppendEncoded(std::wstring_view text, TextEncoding encoding,
+[[nodiscard]] bool AppendEncoded(std::wstring_view text, TextEncoding encoding,
                                              std::string* bytes);
 
-VELMORA_API bool IsValidUtf8(std::string_view bytes);
+bool IsValidUtf8(std::string_view bytes);
 
 // Strict UTF-8 for names and terminals: what does not decode or encode becomes U+FFFD.
-VELMORA_API std::wstring WideFromUtf8(std::string_view utf8);
-VELMORA_API std::string Utf8FromWide(std::wstring_view text);
+std::wstring WideFromUtf8(std::string_view utf8);
+std::string Utf8FromWide(std::wstring_view text);
 
 // One character at a time, for code that walks bytes: the length of the valid UTF-8 sequence at the
 // start of `bytes` (0 when there is none) and its code point.
-VELMORA_API size_t DecodeUtf8Sequence(std::string_view bytes, char32_t* code_point);
-VELMORA_API void AppendUtf8(char32_t code_point, std::string* bytes);
-VELMORA_API void AppendWide(char32_t code_point, std::wstring* text);
+size_t DecodeUtf8Sequence(std::string_view bytes, char32_t* code_point);
+void AppendUtf8(char32_t code_point, std::string* bytes);
+void AppendWide(char32_t code_point, std::wstring* text);
 
 }  // namespace velmora
 

@@ -11,20 +11,20 @@
 
 namespace velmora {
 
-VELMORA_API wchar_t LowerLetter(wchar_t letter);
-VELMORA_API wchar_t UpperLetter(wchar_t letter);
+wchar_t LowerLetter(wchar_t letter);
+wchar_t UpperLetter(wchar_t letter);
 
 // The blanks of the C library's "C" locale: space, \t, \n, \v, \f, \r.
 constexpr bool IsBlank(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
 constexpr bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
 // `text` without the blanks at both ends.
-VELMORA_API std::wstring_view TrimBlanks(std::wstring_view text);
+std::wstring_view TrimBlanks(std::wstring_view text);
 
 // Below, equal to or above 0 as `a` stands before, with or after `b`, letters compared in lower case.
 VELMORA_API int CompareNoCase(std::wstring_view a, std::wstring_view b);
 // The same with letters in upper case, as disks order their names: "_" comes behind the letters.
-VELMORA_API int CompareInCapitals(std::wstring_view a, std::wstring_view b);
+int CompareInCapitals(std::wstring_view a, std::wstring_view b);
 inline bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
   return a.size() == b.size() && CompareNoCase(a, b) == 0;
 }

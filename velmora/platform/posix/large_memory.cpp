@@ -11,12 +11,12 @@ constexpr std::align_val_t kAlignment{kLargePiece};
 
 }  // namespace
 
-void* TakeLargeMemory(size_t size) {
+void* AllocateLargeMemory(size_t size) {
   void* memory = ::operator new(size, kAlignment, std::nothrow);
   if (memory != nullptr) (void)madvise(memory, size, MADV_HUGEPAGE);
   return memory;
 }
 
-void GiveLargeMemoryBack(void* memory) { ::operator delete(memory, kAlignment); }
+void FreeLargeMemory(void* memory) { ::operator delete(memory, kAlignment); }
 
 }  // namespace velmora

@@ -5,8 +5,8 @@
 namespace velmora {
 
 // Large pages need a privilege here that users do not have.
-void* TakeLargeMemory(size_t size) { return ::operator new(size, std::nothrow); }
+void* AllocateLargeMemory(size_t size) { return ::operator new(size, std::nothrow); }
 
-void GiveLargeMemoryBack(void* memory) { ::operator delete(memory); }
+void FreeLargeMemory(void* memory) { ::operator delete(memory); }
 
 }  // namespace velmora

@@ -1,11 +1,11 @@
-#include "cli/context/registry_trouble.h"
+#include "cli/context/registry_error.h"
 
 #include "cli/terminal/error.h"
 #include "velmora/platform/registry_store.h"
 
 namespace velmora::cli {
 
-std::string RegistryTrouble(int error) {
+std::string RegistryErrorText(int error) {
   switch (error) {
     case kRegistryNotFound:
       return "no such key or value";
@@ -34,7 +34,7 @@ void RequireReadableRegistry() {
   RegistryKey key;
   const int error = key.Open(HKEY_LOCAL_MACHINE, L"SOFTWARE", KEY_READ);
   if (error != kRegistryDone && error != kRegistryNotFound)
-    throw Refusal("the registry: " + RegistryTrouble(error));
+    throw Refusal("the registry: " + RegistryErrorText(error));
 }
 
 }  // namespace velmora::cli
