@@ -1,5 +1,5 @@
-// Single alignment files: reading them plain and in UTF-16, writing, checks and look-ups. Arguments: pairs of
-// coordinates.
+// Alignment files, single and combined: reading them plain and in UTF-16, with and without a line sink,
+// writing, checks and look-ups. Arguments: pairs of coordinates.
 #include <cmath>
 #include <type_traits>
 
@@ -8,22 +8,49 @@
 #include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/checks.h"
 #include "velmora/alignment/measures.h"
-#include "velmora/alignment/vaglinje.h"
+#include "velmora/alignment/vag2.h"
 #include "velmora/locator/locator.h"
 
 namespace velmora::fuzz {
 namespace {
 
-bool SameHead(const CVaglinje& a, const CVaglinje& b) {
-  return a.typ == b.typ && FieldText(a.namn) == FieldText(b.namn);
+struct Content {
+  std::vector<kovltype> plan, profile;
+  CString name;
+  int typ;
+};
+Content ContentOf(const CVaglinje& line) {
+  return {line.Points(), {}, CString(FieldText(line.namn)), line.typ};
+}
+Content ContentOf(const CVag2& set) {
+  return {set.plan.Points(), set.profil.Points(), CString(FieldText(set.vlNamn)), set.plan.typ};
 }
 
-void RequireWrites(CVaglinje* line, const CString& path) {
+void RequireSame(const Content& a, const Content& b, const char* what) {
+  Require(SamePoints(a.plan, b.plan) && SamePoints(a.profile, b.profile), what);
+  Require(a.name == b.name && a.typ == b.typ, what);
+}
+
+// Of an alignment that was read from the input's file.
+template <class Alignment>
+void RequireKept(Alignment* line, const Input& input, const CString& path) {
+  Content content = ContentOf(*line);
+  if (const auto wide = InUtf16(input.File())) {
+    Alignment other;
+    Require(other.Init(Put(L"WIDE.VL", *wide)) == 0, "the same in UTF-16");
+    RequireSame(content, ContentOf(other), "the quick way reads what the general way reads");
+  }
   Require(line->Uppdat(path) == 0, "a file can be written back in its own encoding");
-  CVaglinje again;
+  Alignment again;
   Require(again.Init(path) == 0, "what was written is read");
-  Require(SamePoints(again.Points(), Rewritten(line->Points())), "points come back with four decimals");
-  Require(again.Points().empty() || SameHead(again, *line), "type and name come back");
+  for (auto* points : {&content.plan, &content.profile}) *points = Rewritten(*points);
+  const Content back = ContentOf(again);
+  Require(SamePoints(back.plan, content.plan), "points come back with four decimals");
+  Require(SamePoints(back.profile, content.profile), "so do those of the profile");
+  const bool has_head = !back.plan.empty() && std::is_same_v<Alignment, CVaglinje>;
+  Require(!has_head || (back.name == content.name && back.typ == content.typ), "type and name come back");
+  const std::string first = ReadBytes(path);
+  Require(again.Uppdat(path) == 0 && ReadBytes(path) == first, "a second write is the first one");
 }
 
 void RequireLocatorAgrees(CVaglinje* line, double x, double y) {
@@ -44,9 +71,34 @@ void RequireLocatorAgrees(CVaglinje* line, double x, double y) {
   });
 }
 
+void RequireSinkGetsEveryLine(const CString& path, const CVag2& read) {
+  TextReader reader;
+  Require(reader.Open(path), "the file opens again");
+  CVag2 again;
+  int lines = 0;
+  size_t points = 0;
+  const auto sink = [&](int number, LineKind kind, const CString&) {
+    Require(number == ++lines, "lines come in order");
+    if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) ++points;
+  };
+  Require(again.Read(reader, sink) == 0, "the file is read again");
+  RequireSame(ContentOf(read), ContentOf(again), "a sink changes nothing");
+  Require(LinesOf(path).size() == static_cast<size_t>(lines), "every line is reported");
+  Require(read.plan.Points().size() + read.profil.Points().size() == points, "every point is reported");
+}
+
+void TryCombined(const Input& input) {
+  const CString path = Put(L"ROAD.VL", input.File());
+  CVag2 set;
+  if (set.Init(path) != 0) return;
+  RequireSinkGetsEveryLine(path, set);
+  RequireKept(&set, input, path);
+}
+
 }  // namespace
 
 void Run(const Input& input) {
+  TryCombined(input);
   const CString path = Put(L"LINE.VL", input.File());
   CVaglinje line;
   const int reported = Messages();
@@ -54,13 +106,7 @@ void Run(const Input& input) {
   const std::vector<kovltype> points = line.Points();
   const size_t skipped = static_cast<size_t>(Messages() - reported);
   Require(LinesOf(path).size() == points.size() + skipped, "every line is a point or reported");
-  if (const auto wide = InUtf16(input.File())) {
-    CVaglinje other;
-    Require(other.Init(Put(L"WIDE.VL", *wide)) == 0, "the same in UTF-16");
-    Require(SamePoints(points, other.Points()) && SameHead(line, other),
-            "the quick way reads what the general way reads");
-  }
-  RequireWrites(&line, path);
+  RequireKept(&line, input, path);
 
   std::vector<int> lines(points.size());
   CheckPlan(points, lines);

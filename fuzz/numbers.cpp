@@ -42,7 +42,7 @@ void RequireNumber(const std::string& word) {
   Require(Same(std::strtod(shortest.c_str(), nullptr), *number), "the shortest text reads back");
   if (std::fabs(*number) > 1e9) return;
   for (const bool km : {false, true}) {
-    const std::optional<double> station = cli::ParseStation(cli::StationText(*number, km));
+    const std::optional<double> station = ParseStation(StationText(*number, km));
     Require(station && std::fabs(*station - *number) < 0.001, "a station reads back");
   }
 }
@@ -79,7 +79,7 @@ void Run(const Input& input) {
     const size_t end = std::min(bytes.find_first_of(" \t\n\v\f\r", start), bytes.size());
     const std::string word = bytes.substr(start, end - start);
     if (word.find('\0') == std::string::npos) RequireNumber(word);
-    if (const auto station = cli::ParseStation(word)) Require(std::isfinite(*station), "a station is finite");
+    if (const auto station = ParseStation(word)) Require(std::isfinite(*station), "a station is finite");
     start = end + 1;
   }
   RequireLines(bytes, 3);

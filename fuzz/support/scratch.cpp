@@ -90,9 +90,8 @@ double Rewritten(double value, int decimals) {
 bool Same(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 bool SamePoints(const std::vector<kovltype>& a, const std::vector<kovltype>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const kovltype& p, const kovltype& q) {
-    return Same(p.x, q.x) && Same(p.y, q.y) && Same(p.bulge, q.bulge) && Same(p.sek, q.sek);
-  });
+  return a.size() == b.size() &&
+         (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(kovltype)) == 0);
 }
 
 std::vector<kovltype> Rewritten(std::vector<kovltype> points) {

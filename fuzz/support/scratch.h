@@ -33,8 +33,6 @@ bool CanHold(std::string_view file, std::wstring_view text);
 
 // The words of a line.
 std::vector<CString> WordsOf(const CString& line);
-// Up to a zero, as the settings files are read.
-inline CString UpToZero(const CString& line) { return CString(line.GetString()); }
 
 // A number as it is read back after it was written with so many decimals.
 double Rewritten(double value, int decimals);

@@ -114,21 +114,6 @@ TEST(AlignmentSheet, NoTextCoversAnotherOrALine) {
   }
 }
 
-// North is up on this sheet.
-TEST(AlignmentSheet, TheRoadIsToScale) {
-  const PlotInput input = Road(0);
-  const RecordedSheet sheet = Drawing(input);
-  const double millimetres = 1000 / std::stod(sheet.texts.substr(sheet.texts.find("Plan 1:") + 7));
-  const auto road =
-      std::find_if(sheet.all.begin(), sheet.all.end(), [](auto& d) { return d.style == kRoad; });
-  for (size_t i = 0; i < input.plan.size(); ++i) {
-    const auto [at, bulge] = road->points.at(i);
-    EXPECT_NEAR(at.x - road->points[0].at.x, (input.plan[i].y - input.plan[0].y) * millimetres, 1e-6);
-    EXPECT_NEAR(road->points[0].at.y - at.y, (input.plan[i].x - input.plan[0].x) * millimetres, 1e-6);
-    EXPECT_EQ(bulge, input.plan[i].bulge);
-  }
-}
-
 // Whatever the numbers: every coordinate is finite and near the sheet, and no flood of ticks.
 TEST(AlignmentSheet, SurvivesAnyNumbers) {
   const double nan = std::numeric_limits<double>::quiet_NaN();

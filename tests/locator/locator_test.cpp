@@ -47,19 +47,10 @@ std::ostream& operator<<(std::ostream& out, const Answer& answer) {
 }
 
 double AnyBulge(std::mt19937& random) {
-  const double kBulges[] = {0,
-                            0,
-                            0,
-                            1,
-                            -1,
-                            std::sqrt(2.0) - 1,
-                            1 - std::sqrt(2.0),
-                            1.0001e-6,
-                            -1e-5,
-                            Uniform(random, -0.4, 0.4),
-                            Uniform(random, -3, 3),
-                            Uniform(random, -1e-3, 1e-3)};
-  return kBulges[random() % std::size(kBulges)];
+  const double kBulges[] = {0, 1, -1, std::sqrt(2.0) - 1, 1 - std::sqrt(2.0), 1.0001e-6, -1e-5};
+  const double kReaches[] = {0, 0.4, 3, 1e-3};
+  const double reach = kReaches[random() % 4];
+  return random() % 2 == 0 ? kBulges[random() % std::size(kBulges)] : Uniform(random, -reach, reach);
 }
 
 std::vector<kovltype> AnyLine(std::mt19937& random, size_t count) {

@@ -14,9 +14,6 @@ void Fill(CVaglinje* line, int points) {
   }
 }
 
-void PrepareNothing(Scene&) {}
-void PrepareLine(Scene& s) { s.CopyExample("road.vl", L"P\\TUNDRIL.DBF\\A.VL"); }
-
 // The lines of others fill several reads, so that reading may fail among them.
 void PrepareArea(Scene& s) {
   std::string others;
@@ -58,17 +55,19 @@ int WritePoints(Scene& s) {
 Operations AlignmentOperations() {
   const std::string cannot_open = "-1" + Box("Velmora", "Kan ej öppna väglinje : @\\P\\TUNDRIL.DBF\\A.VL");
   const std::string not_updated = Box("Velmora", "Kan ej skapa/uppdatera stödpunkt : @\\P\\$A.STP");
-  return {
-      {"WriteAnAlignment", PrepareLine, WriteLine, "0", {cannot_open}},
-      {"MakeAnAlignmentSet", PrepareNothing, WriteBoth, "0", {cannot_open}},
-      {"WriteAProfileOnly", PrepareLine, WriteProfileOnly, "0", {cannot_open}},
-      {"SaveTheArea", PrepareArea, SaveArea, "0", {"-1"}},
-      {"MakeTheAreaFile", PrepareLine, SaveArea, "0", {"-1"}},
-      {"WriteSupportPoints",
-       [](Scene& s) { s.CopyExample("support.stp", L"P\\$A.STP"); },
-       WritePoints,
-       "0",
-       {"-1" + not_updated, "-1" + Box("Velmora", "Kan ej öppna stödpunkt : @\\P\\$A.STP") + not_updated}}};
+  const auto line = Copying("road.vl", L"P\\TUNDRIL.DBF\\A.VL");
+  const auto points = Copying("support.stp", L"P\\$A.STP");
+  const std::string cannot_read = Box("Velmora", "Kan ej öppna stödpunkt : @\\P\\$A.STP");
+  return {{"WriteAnAlignment", line, WriteLine, "0", {cannot_open}},
+          {"MakeAnAlignmentSet", Nothing, WriteBoth, "0", {cannot_open}},
+          {"WriteAProfileOnly", line, WriteProfileOnly, "0", {cannot_open}},
+          {"SaveTheArea", PrepareArea, SaveArea, "0", {"-1"}},
+          {"MakeTheAreaFile", line, SaveArea, "0", {"-1"}},
+          {"WriteSupportPoints",
+           points,
+           WritePoints,
+           "0",
+           {"-1" + not_updated, "-1" + cannot_read + not_updated}}};
 }
 
 }  // namespace velmora::testing

@@ -51,7 +51,7 @@ std::string InstallSample(Scene& s) {
 
 Operations CommandOperations() {
   return {{"WriteAResult",
-           [](Scene& s) { s.MakeFile(L"OUT.CSV", "old\n"); },
+           Holding(L"OUT.CSV", "old\n"),
            WriteResult,
            "1",
            {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was changed "

@@ -100,32 +100,27 @@ Operations EnvironmentOperations() {
   const auto no_file = [](const std::string& project) {
     return "0" + Box("Velmora", "Fel, kan EJ skapa fil:\n@\\" + project + "\\HARBEL.DBF\\Harbel.krd");
   };
-  return {
-      {"CheckUserFiles",
-       PrepareUserFiles,
-       [](Scene& s) { return s.ini.AllUserFileCheck(); },
-       "-1",
-       {"-1"},
-       true},
-      {"TakeOlderSettings", PrepareOlderSettings, TakeOlderSettings, "1", {"0"}, true},
-      {.name = "TakeOverFormerData",
-       .prepare = PrepareFormerData,
-       .run = [](Scene&) { return CTundrilIni().InitXPWay(20, L"sv", nullptr); },
-       .done = "0",
-       .failures = SetUpFailures(),
-       .several = true,
-       .registry = Registry::kRead,
-       .settles = false},
-      {"MakeAProject", PrepareFolderList, MakeProject, "1",
-       NotMade({"0", "1", no_file("N\\P"),
-                "1" + Box("Velmora", "Otillåten katalog i listan @\\list.txt, rad 2:\n")},
-               {"N", "N\\P", "N\\P\\LISTED", "N\\P\\LISTED\\BELOW"}),
-       true},
-      {"CompleteAProject", [](Scene& s) { s.MakeFile(L"P\\TUNDRIL.DBS", "database"); }, CompleteProject, "1",
-       NotMade({no_file("P")},
-               {"P\\TUNDRIL.RIT", "P\\STACK", "P\\MIRSEN.DBF", "P\\DUNVEL.RIT", "P\\MIRSEN.RIT",
-                "P\\KARSK.DBF", "P\\KARSK.RIT", "P\\HARBEL.DBF", "P\\HARBEL.RIT"}),
-       true}};
+  const auto check = [](Scene& s) { return s.ini.AllUserFileCheck(); };
+  return {Silent("CheckUserFiles", PrepareUserFiles, check, "-1", true),
+          {"TakeOlderSettings", PrepareOlderSettings, TakeOlderSettings, "1", {"0"}, true},
+          {.name = "TakeOverFormerData",
+           .prepare = PrepareFormerData,
+           .run = [](Scene&) { return CTundrilIni().InitXPWay(20, L"sv", nullptr); },
+           .done = "0",
+           .failures = SetUpFailures(),
+           .several = true,
+           .registry = Registry::kRead,
+           .settles = false},
+          {"MakeAProject", PrepareFolderList, MakeProject, "1",
+           NotMade({"0", "1", no_file("N\\P"),
+                    "1" + Box("Velmora", "Otillåten katalog i listan @\\list.txt, rad 2:\n")},
+                   {"N", "N\\P", "N\\P\\LISTED", "N\\P\\LISTED\\BELOW"}),
+           true},
+          {"CompleteAProject", Holding(L"P\\TUNDRIL.DBS", "database"), CompleteProject, "1",
+           NotMade({no_file("P")},
+                   {"P\\TUNDRIL.RIT", "P\\STACK", "P\\MIRSEN.DBF", "P\\DUNVEL.RIT", "P\\MIRSEN.RIT",
+                    "P\\KARSK.DBF", "P\\KARSK.RIT", "P\\HARBEL.DBF", "P\\HARBEL.RIT"}),
+           true}};
 }
 
 }  // namespace velmora::testing

@@ -12,11 +12,6 @@ void PrepareOld(Scene& s) {
   s.MakeFile(L"B.TXT", std::string(150'000, 'b'));
 }
 
-void PrepareProfile(Scene& s) {
-  s.MakeFile(L"cfg\\Velmora.ini",
-             "; kept\r\n[SYSTEM]\r\nDOCEXE = old\r\nother line\r\n\r\n[ARKIV]\r\nMAPPAR=x\r\n");
-}
-
 bool ReplaceThroughANamedFile(Scene& s) {
   FileReplacement file;
   const bool begun = file.Begin(s.At(L"B.TXT"), s.At(L"B.tmp"));
@@ -36,12 +31,14 @@ bool WriteText(Scene& s) {
 }  // namespace
 
 Operations FileOperations() {
+  const auto profile = Holding(
+      L"cfg\\Velmora.ini", "; kept\r\n[SYSTEM]\r\nDOCEXE = old\r\nother line\r\n\r\n[ARKIV]\r\nMAPPAR=x\r\n");
   return {
       {"ReplaceAFile", PrepareOld,
        [](Scene& s) { return ReplaceFileContent(s.At(L"A.TXT"), std::string(150'000, 'n')); }},
       {"MakeAFile", PrepareOld, [](Scene& s) { return ReplaceFileContent(s.At(L"NEW.TXT"), "new"); }},
       {"ReplaceThroughANamedFile", PrepareOld, ReplaceThroughANamedFile},
-      {"WriteText", [](Scene& s) { s.MakeFile(L"A.TXT", "\xEF\xBB\xBFold\r\n"); }, WriteText},
+      {"WriteText", Holding(L"A.TXT", "\xEF\xBB\xBFold\r\n"), WriteText},
       {"CopyOverAFile", PrepareOld,
        [](Scene& s) { return CopyWholeFile(s.At(L"B.TXT"), s.At(L"A.TXT"), false); }},
       {"CopyToAFreeName", PrepareOld,
@@ -55,12 +52,12 @@ Operations FileOperations() {
        .run = [](Scene& s) { return RemoveEmptyFolder(s.At(L"F")); },
        .forgets = true},
       {"MakeAFolder", PrepareOld, [](Scene& s) { return MakeFolder(s.At(L"F")); }},
-      {"ChangeAProfile", PrepareProfile,
+      {"ChangeAProfile", profile,
        [](Scene& s) { return WriteProfile(L"system", L"DocExe", L"new", s.ini.m_iniPath); }},
-      {"ChangeAProfileWithAMark", [](Scene& s) { s.MakeFile(L"A.INI", "\xEF\xBB\xBF[S]\r\nk=å\r\n"); },
+      {"ChangeAProfileWithAMark", Holding(L"A.INI", "\xEF\xBB\xBF[S]\r\nk=å\r\n"),
        [](Scene& s) { return WriteProfile(L"S", L"k", L"åäö", s.At(L"A.INI")); }},
       {"MakeAProfile", PrepareOld, [](Scene& s) { return WriteProfile(L"S", L"k", L"v", s.At(L"NEW.INI")); }},
-      {"DeleteAKeyOfTheIniFile", PrepareProfile,
+      {"DeleteAKeyOfTheIniFile", profile,
        [](Scene& s) { return s.ini.WriteKey(L"SYSTEM", L"DOCEXE", L""); }}};
 }
 

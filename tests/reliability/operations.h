@@ -70,7 +70,7 @@ struct Run {
 
 struct Operation {
   std::string name;
-  void (*prepare)(Scene& scene);
+  std::function<void(Scene&)> prepare;
   Run run;
   std::string done = "1";  // Told of a success
   // Told of each kind of failure. For an operation that does not report failures `done` is among them.
@@ -81,6 +81,20 @@ struct Operation {
   bool forgets = false;  // a power cut may undo a removal
 };
 using Operations = std::vector<Operation>;
+
+// What an operation finds: nothing but the scene, a file with these bytes, a file of the example data.
+inline void Nothing(Scene&) {}
+inline auto Holding(const CString& path, const std::string& bytes) {
+  return [=](Scene& s) { s.MakeFile(path, bytes); };
+}
+inline auto Copying(const std::string& name, const CString& to) {
+  return [=](Scene& s) { s.CopyExample(name, to); };
+}
+// An operation that does not report failures.
+inline Operation Silent(const char* name, std::function<void(Scene&)> prepare, Run run, const char* done,
+                        bool several = false) {
+  return {name, std::move(prepare), std::move(run), done, {done}, several};
+}
 
 Operations FileOperations();
 Operations SettingsOperations();

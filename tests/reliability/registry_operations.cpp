@@ -9,7 +9,6 @@ namespace {
 const HKEY kUserRoot = HKEY_CURRENT_USER;
 const CString kKey = kSweptKey;
 
-void PrepareNothing(Scene&) {}
 void PrepareRegistry(Scene&) {
   EXPECT_TRUE(SetRegistryText(kUserRoot, kKey, L"text", L"old"));
   EXPECT_TRUE(SetRegistryText(kUserRoot, kKey, L"other", L"stays"));
@@ -66,7 +65,7 @@ Operations RegistryOperations() {
   Operations operations = {
       {"SetATextOfTheRegistry", PrepareRegistry,
        [](Scene&) { return SetRegistryText(kUserRoot, kKey, L"text", L"new"); }},
-      {"MakeTheRegistry", PrepareNothing, MakeKey, "0", writing_errors, true},
+      {"MakeTheRegistry", Nothing, MakeKey, "0", writing_errors, true},
       {"DeleteAValueOfAnOpenKey", PrepareRegistry, DeleteOfOpenKey, "0", errors},
       {"DeleteAKeyOfTheRegistry", PrepareRegistry,
        [](Scene&) { return DeleteRegistryKey(kUserRoot, kKey + L"\\empty"); }, "0", errors, true},

@@ -52,8 +52,9 @@ void PrepareProjectsCopies(Scene& s) {
     s.MakeFile(CString(L"P\\") + name, "the project's");
 }
 
-void PrepareClasses(Scene& s) {
-  s.MakeFile(L"cfg\\MILJKOD.DAT", "head\r\n*\r\n*\r\nM method\r\n*\r\n*\r\nK class max=3 steg=1\r\n*\r\n");
+void PrepareOwnParameters(Scene& s) {
+  PrepareCopies(s);
+  s.MakeFile(L"P\\TUNDRIL.PAR", "HSKALA=1\r\n");
 }
 
 std::vector<int> MakeCopies(Scene& s) {
@@ -99,12 +100,6 @@ std::vector<int> WriteStamp(Scene& s) {
           facade.StampParWrite(path, 3, L"", L"", L"", L"", L"")};
 }
 
-// The failures of a sequence of writes whose first call, or whose last one, notices it.
-std::vector<std::string> AtBeginOrEnd(const std::string& begin, const std::string& end,
-                                      const std::string& box) {
-  return {begin + box, end + box};
-}
-
 }  // namespace
 
 Operations SettingsOperations() {
@@ -113,86 +108,64 @@ Operations SettingsOperations() {
   for (std::string told = "0"; not_updated.size() < 4;
        told += Unreadable("Tundril - Miljkod.dat inställningar", "cfg\\MILJKOD.DAT"))
     not_updated.push_back(told + Unwritable("Miljkod.dat", "cfg\\MILJKOD.DAT"));
+  const std::string no_configuration =
+      Box("Läsning av Tundril - konfigurering",
+          "Kan inte öppna CFG-filen\n@\\cfg\\TUNDRIL.CFG\nAvbryter läsning!");
+  const auto configuration = Copying("installation/TUNDRIL.CFG", L"cfg\\TUNDRIL.CFG");
+  const auto parameters = Copying("installation/TUNDRIL.PAR", L"P\\TUNDRIL.PAR");
+  const auto stamp = Copying("installation/STAMPEL1.DAT", L"P\\STAMP.DAT");
+  const auto environment = Copying("installation/MILJKOD.DAT", L"cfg\\MILJKOD.DAT");
+  const auto classes =
+      Holding(L"cfg\\MILJKOD.DAT", "head\r\n*\r\n*\r\nM method\r\n*\r\n*\r\nK class max=3 steg=1\r\n*\r\n");
+  const auto rig = Holding(L"cfg\\JB23.PAR", LongerThanARead());
+  const auto codes = Holding(L"cfg\\KODFIL.DAT", LongerThanARead() + "*\r\nold   text\r\n*\r\n");
+  const auto own_codes = Holding(L"P\\KODFIL.DAT", "old\r\n*\r\n*\r\n");
+  const auto add = [](Scene& s) { return CTundrilPAR(&s.ini, &s.project).WriteKey(L"NEWKEY", L"7 å"); };
+  const auto set = [](Scene& s) { return Facade(s).WriteKey(L"KARSK.PAR", L"HSKALA", -1); };
+  const auto set_rig = [](Scene& s) { return Facade(s).WriteKey(L"JB23.PAR", L"HASTSTEG", 2.5, 3); };
+  const auto write_rig = [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"USKALA", L"700")); };
+  const auto make_rig = [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"SJUNKSKALA", L"200")); };
+  const auto copy = [](Scene& s) { return Facade(s).CreateLokalaFiler(1, 1); };
+  const auto complete = [](Scene& s) { return Facade(s).ProjInst(); };
+  const auto update = [](Scene& s) { return Facade(s).MiljkodUppdatX(); };
+  // Of a sequence of writes: the first call notices it, or the last one.
+  const auto failing = [](const std::string& begin, const std::string& end, const std::string& box) {
+    return std::vector<std::string>{begin + box, end + box};
+  };
+  const auto failed_parameters =
+      failing("-1", "-1" + unreadable("P\\TUNDRIL.PAR"), NotUpdated("P\\TUNDRIL.PAR"));
+  const auto failed_facade = failing("-1", "-1" + Unreadable("Karsk - inställningar", "cfg\\KARSK.PAR"),
+                                     NotUpdated("cfg\\KARSK.PAR"));
+  // The file is written also when it was not readable.
+  const auto failed_rig =
+      failing("0", "-1" + Unreadable("Tundril - jb2/3 inställningar", "cfg\\JB23.PAR"), "");
+  const auto failed_environment =
+      failing("0 -1 -1 -1 -1 -1 -1", "0 0 0 0 0 0 0", Unwritable("Miljkod.dat", "cfg\\MILJKOD.DAT"));
+  const auto failed_lines = failing("0 -1 -1 -1", "0 0 0 0", Unwritable("Linkod.par", "P\\LINKOD.PAR"));
+  const auto failed_stamp = failing("0 -1 -1", "0 0 0", Unwritable("Stämpel", "P\\STAMP.DAT"));
+  Operation removal = Silent("RemoveAProjectsSettings", PrepareProjectsCopies, RemoveCopies, "0 0", true);
+  removal.forgets = true;
   return {
-      {"WriteTheConfiguration",
-       [](Scene& s) { s.CopyExample("installation/TUNDRIL.CFG", L"cfg\\TUNDRIL.CFG"); },
-       WriteConfiguration,
-       "0",
-       {"-1", "-1" + Box("Läsning av Tundril - konfigurering",
-                         "Kan inte öppna CFG-filen\n@\\cfg\\TUNDRIL.CFG\nAvbryter läsning!")}},
-      {"MakeTheConfiguration", [](Scene&) {}, WriteConfiguration, "0", {"-1"}},
-      {"WriteParameters",
-       [](Scene& s) { s.CopyExample("installation/TUNDRIL.PAR", L"P\\TUNDRIL.PAR"); },
-       [](Scene& s) { return CTundrilPAR(&s.ini, &s.project).WriteKey(L"NEWKEY", L"7 å"); },
-       "0",
-       {"-1" + NotUpdated("P\\TUNDRIL.PAR"),
-        "-1" + unreadable("P\\TUNDRIL.PAR") + NotUpdated("P\\TUNDRIL.PAR")}},
-      {"WriteParametersThroughTheFacade",
-       PrepareCopies,
-       [](Scene& s) { return Facade(s).WriteKey(L"KARSK.PAR", L"HSKALA", -1); },
-       "0",
-       {"-1" + NotUpdated("cfg\\KARSK.PAR"),
-        "-1" + Unreadable("Karsk - inställningar", "cfg\\KARSK.PAR") + NotUpdated("cfg\\KARSK.PAR")}},
-      // The file is written also when it was not readable.
-      {"WriteRigParametersThroughTheFacade",
-       PrepareCopies,
-       [](Scene& s) { return Facade(s).WriteKey(L"JB23.PAR", L"HASTSTEG", 2.5, 3); },
-       "0",
-       {"0", "-1" + Unreadable("Tundril - jb2/3 inställningar", "cfg\\JB23.PAR")},
-       true},
-      {"WriteARigParameter",
-       [](Scene& s) { s.MakeFile(L"cfg\\JB23.PAR", LongerThanARead()); },
-       [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"USKALA", L"700")); },
-       "700",
-       {"700"}},
-      {"MakeTheRigParameters",
-       [](Scene&) {},
-       [](Scene& s) { return ToUtf8(Facade(s).Jb23WriteKey(L"SJUNKSKALA", L"200")); },
-       "200",
-       {"200"}},
-      {"CopySettingsToTheProject",
-       PrepareCopies,
-       [](Scene& s) { return Facade(s).CreateLokalaFiler(1, 1); },
-       "0",
-       {"0"},
-       true},
-      {"MakeSettingsInTheProject",
-       [](Scene& s) { s.MakeFile(L"P\\KODFIL.DAT", "old\r\n*\r\n*\r\n"); },
-       MakeCopies,
-       "0 0",
-       {"0 0"},
-       true},
-      {"CompleteAProjectsSettings",
-       [](Scene& s) {
-         PrepareCopies(s);
-         s.MakeFile(L"P\\TUNDRIL.PAR", "HSKALA=1\r\n");
-       },
-       [](Scene& s) { return Facade(s).ProjInst(); },
-       "1",
-       {"1"},
-       true},
-      {.name = "RemoveAProjectsSettings",
-       .prepare = PrepareProjectsCopies,
-       .run = RemoveCopies,
-       .done = "0 0",
-       .failures = {"0 0"},
-       .several = true,
-       .forgets = true},
+      {"WriteTheConfiguration", configuration, WriteConfiguration, "0", {"-1", "-1" + no_configuration}},
+      {"MakeTheConfiguration", Nothing, WriteConfiguration, "0", {"-1"}},
+      {"WriteParameters", parameters, add, "0", failed_parameters},
+      {"WriteParametersThroughTheFacade", PrepareCopies, set, "0", failed_facade},
+      {"WriteRigParametersThroughTheFacade", PrepareCopies, set_rig, "0", failed_rig, true},
+      Silent("WriteARigParameter", rig, write_rig, "700"),
+      Silent("MakeTheRigParameters", Nothing, make_rig, "200"),
+      Silent("CopySettingsToTheProject", PrepareCopies, copy, "0", true),
+      Silent("MakeSettingsInTheProject", own_codes, MakeCopies, "0 0", true),
+      Silent("CompleteAProjectsSettings", PrepareOwnParameters, complete, "1", true),
+      removal,
       {"WriteObjectCodes",
-       [](Scene& s) { s.MakeFile(L"cfg\\KODFIL.DAT", LongerThanARead() + "*\r\nold   text\r\n*\r\n"); },
+       codes,
        WriteObjectCodes,
        "0 0 0",
        {"0 0 0" + Unwritable("kodfil.dat", "cfg\\KODFIL.DAT\n@\\cfg\\KODFIL.tmp")}},
-      {"WriteEnvironmentalCodes",
-       [](Scene& s) { s.CopyExample("installation/MILJKOD.DAT", L"cfg\\MILJKOD.DAT"); },
-       WriteEnvironmentalCodes, "0 0 0 0 0 0 0",
-       AtBeginOrEnd("0 -1 -1 -1 -1 -1 -1", "0 0 0 0 0 0 0", Unwritable("Miljkod.dat", "cfg\\MILJKOD.DAT"))},
-      {"AddEnvironmentalCodes", PrepareClasses, [](Scene& s) { return Facade(s).MiljkodUppdatX(); }, "0",
-       not_updated},
-      {"WriteLineCodes", PrepareCopies, WriteLineCodes, "0 0 0 0",
-       AtBeginOrEnd("0 -1 -1 -1", "0 0 0 0", Unwritable("Linkod.par", "P\\LINKOD.PAR"))},
-      {"WriteAStamp", [](Scene& s) { s.CopyExample("installation/STAMPEL1.DAT", L"P\\STAMP.DAT"); },
-       WriteStamp, "0 0 0", AtBeginOrEnd("0 -1 -1", "0 0 0", Unwritable("Stämpel", "P\\STAMP.DAT"))}};
+      {"WriteEnvironmentalCodes", environment, WriteEnvironmentalCodes, "0 0 0 0 0 0 0", failed_environment},
+      {"AddEnvironmentalCodes", classes, update, "0", not_updated},
+      {"WriteLineCodes", PrepareCopies, WriteLineCodes, "0 0 0 0", failed_lines},
+      {"WriteAStamp", stamp, WriteStamp, "0 0 0", failed_stamp}};
 }
 
 }  // namespace velmora::testing
