@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -95,78 +96,78 @@ TEST_F(Registry, KeysAndValuesAreCountedAndDeleted) {
   EXPECT_EQ(registry_.WriteString(L"v", L"x"), 0);
 }
 
-TEST_F(Registry, TypedValuesAreStoredAsTheirBytes) {
+TEST_F(Registry, TypedValuesAreStoredAsTheirBytesAndReadBySizeNotByType) {
   registry_.m_bLazyWrite = 0;
-  EXPECT_EQ(Stored(registry_.WriteBool(L"v", 1)), "\1\0\0\0"s);
-  EXPECT_EQ(registry_.ReadBool(L"v", 0), 1);
-  EXPECT_EQ(Stored(registry_.WriteColor(L"v", 0x00FF8001UL)), "\1\x80\xFF\0"s);
-  EXPECT_EQ(registry_.ReadColor(L"v", 0), 0x00FF8001UL);
-  EXPECT_EQ(Stored(registry_.WriteDword(L"v", 0xFFFFFFFEUL)), "\xFE\xFF\xFF\xFF");
-  EXPECT_EQ(registry_.ReadDword(L"V", 0), 0xFFFFFFFEUL);
-  EXPECT_EQ(Stored(registry_.WriteInt(L"v", -2)), "\xFE\xFF\xFF\xFF");
-  EXPECT_EQ(registry_.ReadInt(L"v", 0), -2);
-  EXPECT_EQ(Stored(registry_.WriteFloat(L"v", -1.5)), "\0\0\0\0\0\0\xF8\xBF"s);
-  EXPECT_EQ(registry_.ReadFloat(L"v", 0), -1.5);
-  EXPECT_EQ(Stored(registry_.WriteDateTime(L"v", {.m_dt = 2.0, .m_status = 1})),
-            "\0\0\0\0\0\0\0\x40\1\0\0\0\0\0\0\0"s);
-  const COleDateTime time = registry_.ReadDateTime(L"v", {});
-  EXPECT_TRUE(time.m_dt == 2.0 && time.m_status == 1);
-  CPoint point{.x = 1, .y = -2};
-  EXPECT_EQ(Stored(registry_.WritePoint(L"v", &point)), "\1\0\0\0\xFE\xFF\xFF\xFF"s);
-  point = {};
-  EXPECT_TRUE(registry_.ReadPoint(L"v", &point) == 1 && point.x == 1 && point.y == -2);
-  CSize size{.cx = 0x01020304, .cy = 5};
-  EXPECT_EQ(Stored(registry_.WriteSize(L"v", &size)), "\4\3\2\1\5\0\0\0"s);
-  size = {};
-  EXPECT_TRUE(registry_.ReadSize(L"v", &size) == 1 && size.cx == 0x01020304 && size.cy == 5);
-  CRect rect{.left = 1, .top = 2, .right = 3, .bottom = -1};
-  EXPECT_EQ(Stored(registry_.WriteRect(L"v", &rect)), "\1\0\0\0\2\0\0\0\3\0\0\0\xFF\xFF\xFF\xFF"s);
-  rect = {};
-  EXPECT_EQ(registry_.ReadRect(L"v", &rect), 1);
-  EXPECT_TRUE(rect.left == 1 && rect.top == 2 && rect.right == 3 && rect.bottom == -1);
-  EXPECT_EQ(registry_.GetDataSize(L"v"), 16);
-  EXPECT_EQ(registry_.GetDataType(L"v"), unsigned{REG_BINARY});
-}
-
-TEST_F(Registry, TheSizeDecidesAndNotTheType) {
-  Store(REG_SZ, "\6\0\0\0"s);
-  EXPECT_EQ(registry_.ReadInt(L"v", -1), 6);
-  for (const size_t length : {size_t{3}, size_t{93}}) {
-    Store(REG_BINARY, std::string(length, '\1'));
-    EXPECT_EQ(registry_.ReadBool(L"v", 8), 8);
-    EXPECT_EQ(registry_.ReadColor(L"v", 9), 9U);
-    EXPECT_EQ(registry_.ReadInt(L"v", -1), -1);
-    EXPECT_EQ(registry_.ReadFloat(L"v", 0.5), 0.5);
-    EXPECT_EQ(registry_.ReadDateTime(L"v", {.m_dt = 3, .m_status = 2}).m_status, 2);
-    CPoint point{.x = 1, .y = 2};
-    CRect rect{.left = 5, .top = 6, .right = 7, .bottom = 8};
-    CFont font;
-    EXPECT_TRUE(registry_.ReadPoint(L"v", &point) == 0 && point.y == 2);
-    EXPECT_TRUE(registry_.ReadRect(L"v", &rect) == 0 && rect.bottom == 8);
-    EXPECT_EQ(registry_.ReadFont(L"v", &font), 0);
-  }
-  EXPECT_EQ(registry_.WriteRect(L"v", nullptr), 0);
-}
-
-TEST_F(Registry, FontsAreStoredAsTheirDescription) {
-  LOGFONTW description{};
+  CRegistry& r = registry_;
+  CPoint point;
+  CSize size;
+  CRect rect;
+  CFont font, none, read;
+  LOGFONTW description{}, found{};
   description.lfHeight = -12;
-  constexpr std::string_view kFace = "Arial";
-  std::copy(kFace.begin(), kFace.end(), description.lfFaceName);
-  CFont font;
-  EXPECT_EQ(registry_.WriteFont(L"v", &font), 0);
+  description.lfFaceName[0] = L'A';
   ASSERT_EQ(font.Create(description), 1);
-  const std::string stored = Stored(registry_.WriteFont(L"v", &font));
-  ASSERT_EQ(stored.size(), 92U);
-  EXPECT_EQ(stored.substr(0, 4), "\xF4\xFF\xFF\xFF");
-  EXPECT_EQ(stored.substr(28, 6), "A\0r\0i\0"s);
-  CFont read;
-  LOGFONTW found{};
-  EXPECT_EQ(registry_.ReadFont(L"v", &read), 1);
-  ASSERT_EQ(read.GetLogFont(&found), 1);
-  EXPECT_EQ(found.lfHeight, -12);
-  EXPECT_EQ(std::memcmp(found.lfFaceName, description.lfFaceName, sizeof found.lfFaceName), 0);
-  EXPECT_TRUE(registry_.WriteFont(L"v", nullptr) == 0 && registry_.ReadFont(L"v", nullptr) == 0);
+  const std::string font_bytes = "\xF4\xFF\xFF\xFF"s + std::string(24, '\0') + "A"s + std::string(63, '\0');
+  const struct {
+    std::function<int()> write;
+    std::string stored;
+    std::function<bool(bool there)> read;  // the value, or else what is given for it
+  } kTypes[] = {
+      {[&] { return r.WriteBool(L"v", 1); }, "\1\0\0\0"s,
+       [&](bool there) { return r.ReadBool(L"v", 8) == (there ? 1 : 8); }},
+      {[&] { return r.WriteColor(L"v", 0x00FF8001UL); }, "\1\x80\xFF\0"s,
+       [&](bool there) { return r.ReadColor(L"v", 9) == (there ? 0x00FF8001UL : 9UL); }},
+      {[&] { return r.WriteDword(L"v", 0xFFFFFFFEUL); }, "\xFE\xFF\xFF\xFF",
+       [&](bool there) { return r.ReadDword(L"V", 9) == (there ? 0xFFFFFFFEUL : 9UL); }},
+      {[&] { return r.WriteInt(L"v", -2); }, "\xFE\xFF\xFF\xFF",
+       [&](bool there) { return r.ReadInt(L"v", -1) == (there ? -2 : -1); }},
+      {[&] { return r.WriteFloat(L"v", -1.5); }, "\0\0\0\0\0\0\xF8\xBF"s,
+       [&](bool there) { return r.ReadFloat(L"v", 0.5) == (there ? -1.5 : 0.5); }},
+      {[&] { return r.WriteDateTime(L"v", {.m_dt = 2.0, .m_status = 1}); },
+       "\0\0\0\0\0\0\0\x40\1\0\0\0\0\0\0\0"s,
+       [&](bool there) {
+         const COleDateTime time = r.ReadDateTime(L"v", {.m_dt = 3, .m_status = 2});
+         return time.m_dt == (there ? 2 : 3) && time.m_status == (there ? 1 : 2);
+       }},
+      {[&] { return r.WritePoint(L"v", &(point = {.x = 1, .y = -2})); }, "\1\0\0\0\xFE\xFF\xFF\xFF"s,
+       [&](bool there) {
+         point = {.x = 9, .y = 9};
+         const bool done = r.ReadPoint(L"v", &point) == 1;
+         return done == there && point.x == (there ? 1 : 9) && point.y == (there ? -2 : 9);
+       }},
+      {[&] { return r.WriteSize(L"v", &(size = {.cx = 0x01020304, .cy = 5})); }, "\4\3\2\1\5\0\0\0"s,
+       [&](bool there) {
+         size = {};
+         return (r.ReadSize(L"v", &size) == 1) == there && size.cx == (there ? 0x01020304 : 0) &&
+                size.cy == (there ? 5 : 0);
+       }},
+      {[&] { return r.WriteRect(L"v", &(rect = {.left = 1, .top = 2, .right = 3, .bottom = -1})); },
+       "\1\0\0\0\2\0\0\0\3\0\0\0\xFF\xFF\xFF\xFF"s,
+       [&](bool there) {
+         rect = {.left = 9, .top = 9, .right = 9, .bottom = 9};
+         const bool same = r.ReadRect(L"v", &rect) == 1 && rect.left == 1 && rect.top == 2 && rect.right == 3;
+         return same == there && rect.bottom == (there ? -1 : 9);
+       }},
+      {[&] { return r.WriteFont(L"v", &font); }, font_bytes,
+       [&](bool there) {
+         if ((r.ReadFont(L"v", &read) == 1) != there) return false;
+         return read.GetLogFont(&found) == 1 && std::memcmp(&found, &description, sizeof found) == 0;
+       }},
+  };
+  for (const auto& type : kTypes) {
+    EXPECT_EQ(Stored(type.write()), type.stored);
+    EXPECT_EQ(r.GetDataSize(L"v"), static_cast<int>(type.stored.size()));
+    EXPECT_TRUE(type.read(true)) << type.stored;
+    Store(REG_SZ, type.stored);
+    EXPECT_TRUE(type.read(true)) << type.stored;
+    for (const size_t length : {size_t{3}, size_t{93}}) {
+      Store(REG_BINARY, std::string(length, '\1'));
+      EXPECT_TRUE(type.read(false)) << type.stored;
+    }
+  }
+  EXPECT_EQ(r.GetDataType(L"v"), unsigned{REG_BINARY});
+  EXPECT_TRUE(r.WriteRect(L"v", nullptr) == 0 && r.WriteFont(L"v", &none) == 0);
+  EXPECT_TRUE(r.WriteFont(L"v", nullptr) == 0 && r.ReadFont(L"v", nullptr) == 0);
 }
 
 // Readers of the suite rely on the bytes that are stored: as many as there are characters, and one.

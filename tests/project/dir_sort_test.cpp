@@ -11,7 +11,6 @@
 
 #include "tests/support/print_text.h"
 #include "tests/support/test_files.h"
-#include "velmora/environment/running_program.h"
 #include "velmora/project/dir_entry.h"
 
 namespace velmora {
@@ -130,20 +129,6 @@ TEST(DirEntry, TheRankOfTwoEntriesForEveryKey) {
   }
 }
 
-TEST(DirSort, FallingNamesWithoutNumberComeReversed) {
-  CDirSort list;
-  AddNames({L"10.DAT", L"A.DAT", L"9.DAT", L"b.DAT", L"010.DAT"}, &list);
-  list.Sortera(-1);
-  EXPECT_EQ(NamesOf(list), (Names{L"b.DAT", L"A.DAT", L"010.DAT", L"10.DAT", L"9.DAT"}));
-}
-
-TEST(DirSort, SizesRiseUnderBothKeys) {
-  const TemporaryFolder folder;
-  WriteBytes(folder.File(L"A"), std::string(5000, 'x'));
-  WriteBytes(folder.File(L"B"), std::string(1200, 'x'));
-  for (const int key : {2, -2}) EXPECT_EQ(Listed(folder.File(L"*"), key), (Names{L"B", L"A"}));
-}
-
 TEST(DirSort, FilesAreListedByPatternAndFoldersOnDemandOnly) {
   const TemporaryFolder folder;
   for (const wchar_t* name : {L"10.dat", L"9.DAT", L"b.DATX", L"A.DAT.bak"})
@@ -191,16 +176,6 @@ TEST(DirSort, TheValueHoldsWhileInitRunsAndWhatTheSortThrowsPassesThrough) {
   EXPECT_EQ(list.seen, 17);
   EXPECT_EQ(list.m_nVal, 3);
   EXPECT_THROW(list.Init(folder.File(L"*"), 3, 1, 0, 0), const wchar_t*);
-}
-
-TEST(DirSort, ANewFileHasTodaysDate) {
-  const TemporaryFolder folder;
-  const CString before = TodayText();
-  WriteBytes(folder.File(L"a"), "");
-  CDirSort list;
-  list.Init(folder.File(L"*"), 1, 1, 0, 0);
-  ASSERT_EQ(list.Home(), 0);
-  EXPECT_TRUE(list.pael->datum == before || list.pael->datum == TodayText()) << ToUtf8(list.pael->datum);
 }
 
 }  // namespace

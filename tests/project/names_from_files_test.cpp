@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "tests/environment/installed.h"
-#include "velmora/alignment/vag2.h"
 #include "velmora/common/folder_levels.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
@@ -45,7 +44,6 @@ class NamesFromFiles : public Installed {
   NamesFromFiles() {
     project_.SetPath(MakeFolders(L"inner\\P"));
     MakeFolders(L"inner\\P\\TUNDRIL.DBF");
-    MakeFile(L"road.vl", "0 0 0 10\r\n0 10 0 20\r\n");
     ini_.m_useIniFile = 1;
     ini_.m_iniPath = MakeFile(L"Velmora.ini", "[ARKIV]\r\nMAPPAR=" + ToUtf8(list_) + "\r\n");
     WriteBytes(list_, "");
@@ -85,21 +83,6 @@ TEST_F(NamesFromFiles, AFolderListMakesNothingOutsideTheProject) {
     EXPECT_LT(told[0].GetLength(), list_.GetLength() + 350);
   }
   EXPECT_EQ(NamesIn(project_.m_ProjKat).size(), 4U);  // TUNDRIL.DBF, velmora-ute, server, Foto.
-}
-
-TEST_F(NamesFromFiles, AnAreaFileReadsWhereItsNameLeadsAndWritesNothing) {
-  const auto read = [this](const std::string& name) {
-    WriteBytes(project_.m_VlPath, "*\r\n*\r\n" + name + "\r\n0 1\r\n0 1\r\n");
-    CVag2 set;
-    const int result = set.ReadOmr(&project_);
-    EXPECT_EQ(set.plan.Points().size(), result == 0 ? 2U : 0U) << name.substr(0, 40);
-    EXPECT_EQ(set.SaveOmr(&project_), 0) << name.substr(0, 40);
-    return result;
-  };
-  for (const auto& name : kHostileNames) EXPECT_EQ(read(name.bytes), -1) << name.bytes.substr(0, 40);
-  EXPECT_EQ(messages_.boxes.size(), std::size(kHostileNames));
-  EXPECT_EQ(read("..\\..\\..\\road.vl"), 0);
-  EXPECT_EQ(NamesIn(project_.m_DbfKat), std::vector<CString>{L"TUNDRIL.VL"});
 }
 
 TEST_F(NamesFromFiles, AFileThatIsNoFolderListIsReadToALimit) {
