@@ -28,16 +28,6 @@ TEST(Files, StatusTellsKindSizeAndProtection) {
   EXPECT_EQ(GetFileStatus(folder.Path() + L"\\").value().kind, FileKind::kFolder);
 }
 
-TEST(Files, FoldersOneLevelAtATime) {
-  const TemporaryFolder folder;
-  const CString a = folder.File(L"a");
-  const CString b = a + L"\\\u00E5";
-  EXPECT_FALSE(MakeFolder(b));
-  EXPECT_TRUE(MakeFolder(a) && MakeFolder(b));
-  EXPECT_FALSE(MakeFolder(a) || RemoveEmptyFolder(a) || RemoveWholeFile(b));
-  EXPECT_TRUE(RemoveEmptyFolder(b) && RemoveEmptyFolder(a));
-}
-
 TEST(Files, CopyKeepsTheTime) {
   const TemporaryFolder folder;
   const CString from = folder.File(L"FROM");

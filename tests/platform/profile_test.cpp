@@ -65,7 +65,7 @@ TEST_F(Profile, ReadsFromTheSection) {
       {"[S]\r\n[T]\r\n[S]\r\nk=3\r\n", L"S", L"k", L""},
       {"[S]\nl=w\nk=v\n", L"S", L"k", L"v"},
       {"[S]\rl=w\rk=v\r", L"S", L"k", L"v"},
-      {"\xFF\xFE[\0S\0]\0\n\0k\0=\0v\0\x16\x04"s, L"S", L"k", L"v\u0416"},
+      {"\xFF\xFE[\0S\0]\0\r\0\n\0k\0=\0v\0\x16\x04\r\0\n\0"s, L"S", L"k", L"v\u0416"},
       {"\xEF\xBB\xBF[S]\r\nk=v\xC3\xA5\r\n", L"S", L"k", L"v\u00E5"},
       {"k=v\r\n[]\r\nk=x\r\n", L"", L"k", L""},
       {"[S]\r\n=w\r\n", L"S", L"", L""},
