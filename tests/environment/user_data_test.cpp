@@ -121,25 +121,19 @@ TEST_F(UserData, FolderOfTooLongANameHasNoFiles) {
 }
 
 TEST_F(UserData, OlderSettingsAreBroughtWhereTheUserHasNone) {
-  CString folder = At(L"backup");
-  MakeFile(L"backup\\Tundril.par", "older");
-  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
-  EXPECT_EQ(ini_.User2Cfg(folder), -1);  // the user has no folder yet
-  MakeFile(CString(kUser) + L"\\OWN.dat", "own");
-  EXPECT_EQ(ini_.User2Cfg(folder), 1);
-  EXPECT_EQ(UserBytes(L"Tundril.par"), "older");
   CString former;
-  EXPECT_EQ(ini_.User2Cfg(former), -1);  // nor a former one
+  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
+  MakeFile(CString(kUser) + L"\\OWN.dat", "own");
+  EXPECT_EQ(ini_.User2Cfg(former), -1);  // there is no former one
   EXPECT_EQ(former, At(kFormerUser));
   for (const wchar_t* name : {L"a.par", L"B.KAL", L"c.Cfg", L"D.DAT", L"e.xml", L"f.sdf", L"own.DAT",
                               L"g.ini", L"PAR", L"h.par.bak", L"i.datx"})
     MakeFile(CString(kFormerUser) + L"\\" + name, "older");
   EXPECT_EQ(ini_.User2Cfg(former), 6);
   EXPECT_EQ(UserBytes(L"OWN.dat"), "own");
-  EXPECT_EQ(NamesIn(At(kUser)).size(), 8U);
+  EXPECT_EQ(NamesIn(At(kUser)).size(), 7U);
   ini_.m_iniPath = L"Velmora.ini";  // tells no user folder
-  EXPECT_EQ(ini_.User2Cfg(folder), -1);
-  EXPECT_FALSE(PlanUserFileCheck(ini_).user_folder_exists);
+  EXPECT_EQ(ini_.User2Cfg(former), -1);
 }
 
 }  // namespace

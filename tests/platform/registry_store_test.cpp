@@ -38,6 +38,10 @@ TEST_F(RegistryStore, KeysAreMadeWithThoseAbove) {
   EXPECT_EQ(Opens(Key(L"\u00C5"), KEY_READ, nullptr), kRegistryBadRoot);
   EXPECT_EQ(Opens(CString(L"A\0B", 3)), kRegistryBadArgument);
   EXPECT_EQ(Opens(L"\\"), kRegistryBadPath);
+  RegistryKey long_key = Made(Key(CString(L'k', 255)));
+  EXPECT_EQ(long_key.Write(CString(L'n', 16383), REG_SZ, "ab"), kRegistryDone);
+  for (const CString& name : {CString(L'n', 16384), CString(L"a\0b", 3)})
+    EXPECT_EQ(long_key.Write(name, REG_SZ, "ab"), kRegistryBadArgument);
   EXPECT_EQ(RegistryKey().Create(kUser, L"\\" + Key(L"A"), KEY_READ), kRegistryBadPath);
 }
 
@@ -67,27 +71,14 @@ TEST_F(RegistryStore, NamesKeepTheirSpellingAndCompareWithoutCase) {
   EXPECT_EQ(size, 2U);
 }
 
-TEST_F(RegistryStore, LongNames) {
-  RegistryKey key = Made(Base());
-  Made(Key(CString(L'k', 255)));
-  EXPECT_EQ(Opens(Key(CString(L'K', 255))), kRegistryDone);
-  EXPECT_EQ(key.Write(CString(L'n', 16383), REG_SZ, "ab"), kRegistryDone);
-  for (const CString& name : {CString(L'n', 16384), CString(L"a\0b", 3)})
-    EXPECT_EQ(key.Write(name, REG_SZ, "ab"), kRegistryBadArgument);
-}
-
 TEST_F(RegistryStore, AKeyDoesWhatItWasOpenedFor) {
-  const struct {
-    int access;
-    int write, read;
-  } cases[] = {{KEY_WRITE, kRegistryDone, kRegistryDenied}, {KEY_READ, kRegistryDenied, kRegistryDone}};
   size_t size = 0;
   char buffer[8];
   RegistryKey key = Made(Base());
-  for (const auto& each : cases) {
-    ASSERT_EQ(key.Open(kUser, Base(), each.access), kRegistryDone);
-    EXPECT_EQ(key.Write(L"v", REG_SZ, "cd"), each.write);
-    EXPECT_EQ(key.Read(L"v", buffer, &size), each.read);
+  for (const bool writes : {true, false}) {
+    ASSERT_EQ(key.Open(kUser, Base(), writes ? KEY_WRITE : KEY_READ), kRegistryDone);
+    EXPECT_EQ(key.Write(L"v", REG_SZ, "cd"), writes ? kRegistryDone : kRegistryDenied);
+    EXPECT_EQ(key.Read(L"v", buffer, &size), writes ? kRegistryDenied : kRegistryDone);
   }
   EXPECT_EQ(key.Delete(L"v"), kRegistryDenied);
   key.Close();
@@ -129,8 +120,7 @@ TEST_F(RegistryStore, TwoViewsOfSoftware) {
 }
 
 TEST_F(RegistryStore, TextIsStoredWhole) {
-  for (const CString& text :
-       {CString(L"C:\\a b"), CString(), CString(L'\u00E5', 1000), CString(L"\U00010330")}) {
+  for (const CString& text : {CString(), CString(L'\u00E5', 1000), CString(L"\U00010330")}) {
     EXPECT_TRUE(SetRegistryText(kUser, Key(L"A\\B"), L"v", text));
     EXPECT_EQ(TextOf(kUser, Key(L"A\\B"), L"v"), text);
   }

@@ -124,19 +124,5 @@ TEST_F(TextFile, WhatIsNoTextFails) {
   EXPECT_TRUE(ReadAll(path_) == std::wstring(L"first\n") + kFailed);
 }
 
-TEST_F(TextFile, ReaderTellsHowFarItIsAndClosesAtTheEnd) {
-  WriteBytes(path_, std::string(600'000, '\n'));
-  TextReader reader;
-  ASSERT_TRUE(reader.Open(path_));
-  CString line;
-  int lines = 0;
-  EXPECT_LT(reader.Consumed(), 600'000U);
-  while (reader.ReadLine(&line)) ++lines;
-  EXPECT_EQ(lines, 600'000);
-  EXPECT_TRUE(Rewrite(path_, L"new"));  // the reader is in nobody's way
-  EXPECT_EQ(reader.Consumed(), 600'000U);
-  EXPECT_EQ(reader.Size(), 600'000U);
-}
-
 }  // namespace
 }  // namespace velmora

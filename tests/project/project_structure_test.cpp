@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "tests/environment/installed.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/last_message.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
@@ -30,7 +32,7 @@ class ProjectStructure : public Installed {
   ProjectStructure() { ini.m_useIniFile = 1; }
 
   // An ini file that names a folder list with these lines.
-  CString ListFolders(const char* lines) {
+  CString ListFolders(const std::string& lines) {
     const CString list = MakeFile(L"mappar.txt", lines);
     ini.m_iniPath = MakeFile(L"bin\\Velmora.ini", "[ARKIV]\r\nMAPPAR=" + ToUtf8(list) + "\r\n");
     return list;
@@ -107,6 +109,66 @@ TEST_F(ProjectStructure, TheListIsForNewProjectsAndOnDemand) {
   EXPECT_EQ(NamesIn(other), Names{});
   EXPECT_EQ(Create(other, {.create = 0, .list = 1}, &ini), 1);
   EXPECT_EQ(NamesIn(other), NamesIn(project));
+}
+
+// Names read from a file: whatever they are, nothing outside the project is created.
+TEST_F(ProjectStructure, AListedFolderThatLeadsOutIsPassedOver) {
+  const std::string kRefused[] = {"..\\ute",
+                                  "..\\..\\ute",
+                                  "\\..\\ute",
+                                  "Foto\\.. \\..\\ute",
+                                  "a/../../ute",
+                                  "C:\\velmora-ute",
+                                  "C:velmora-ute",
+                                  "\\\\?\\C:\\velmora-ute",
+                                  "Foto:gömd",
+                                  "CON",
+                                  "nul.txt",
+                                  "Foto\\COM1",
+                                  "LPT9.dat",
+                                  "aux ",
+                                  "prn.",
+                                  "\\\\.\\COM1",
+                                  std::string("a\0\\..\\..\\ute", 12),
+                                  std::string(300, 'x'),
+                                  std::string(70'000, 'x')};
+  MakeFolders(L"P");
+  std::string lines;
+  for (const std::string& name : kRefused) lines += name + "\r\n";
+  // The last three are joined to the project's path.
+  const CString list = ListFolders(lines + "Karta\r\n\\velmora-ute\r\n\\\\server\\share\\ute\r\nFoto.");
+  const Names around = NamesIn(folder_.Path());
+  EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
+  EXPECT_EQ(NamesIn(folder_.Path()), around);
+  EXPECT_EQ(NamesIn(project).size(), 4U);
+  for (const wchar_t* path : {L"C:\\velmora-ute", L"\\velmora-ute", L"C:velmora-ute"})
+    EXPECT_FALSE(FileOrFolderExists(path)) << ToUtf8(path);
+  const Names told = Told();
+  ASSERT_EQ(told.size(), std::size(kRefused));
+  for (size_t i = 0; i < told.size(); ++i) {
+    CString refused;
+    refused.Format(L"Otillåten katalog i listan %s, rad %d:\n", list.GetString(), static_cast<int>(i + 1));
+    EXPECT_EQ(told[i].Left(refused.GetLength()), refused);
+    EXPECT_LT(told[i].GetLength(), list.GetLength() + 350);
+  }
+}
+
+TEST_F(ProjectStructure, AFileThatIsNoFolderListIsReadToALimit) {
+  const auto told = [this](const std::string& first, int count, const std::string& last) {
+    std::string lines;
+    while (count-- > 0) lines += first;
+    const CString list = ListFolders(lines + last);
+    EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
+    Names texts = Told();
+    for (CString& text : texts)
+      text = text.Mid(CString(L"Otillåten katalog i listan , rad ").GetLength() + list.GetLength());
+    return texts;
+  };
+  MakeFolders(L"P");
+  EXPECT_EQ(told("Foto\n\n", kMostListedFolders, "Karta\nRit\n"), Names{L"8193:\nKarta"});
+  EXPECT_EQ(told("..\n", kMostRefusedFolders, "Karta\n").size(), static_cast<size_t>(kMostRefusedFolders));
+  EXPECT_EQ(told("Rit\n", 1, std::string(5'000'000, 'x') + "\nKarta\n"), Names{L"2:\n"});
+  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Rit"}));
 }
 
 TEST_F(ProjectStructure, WithoutAListTheProjectIsMadeAllTheSame) {
