@@ -184,7 +184,6 @@ TEST(List0, AgreesWithAPlainVectorThroughRandomSteps) {
       },
       [&] {
         const int steps = list.Add();
-        EXPECT_EQ(list.pael->id, 0);  // also where an element was before
         list.pael->id = next_id;
         return Answers(steps, model.Add(next_id));
       },
@@ -204,6 +203,14 @@ TEST(List0, AgreesWithAPlainVectorThroughRandomSteps) {
                                                 model.ids.empty() ? -1 : model.pos, model.Size()}));
     if (testing::Test::HasFailure()) return;
   }
+}
+
+TEST(List0, NyWithoutASourceFillsWithZeros) {
+  RecordList list;
+  Append(&list, {7, 7});
+  list.Delete();  // the next element may get its memory
+  ASSERT_EQ(list.Ny(1), 0);
+  EXPECT_TRUE(list.pael->key == 0 && list.pael->id == 0);
 }
 
 TEST(List0, CopyingThrows) {

@@ -186,8 +186,8 @@ TEST_F(Registry, ReadStringKey3264FindsWhatOnlyThe64BitViewHas) {
   EXPECT_EQ(registry_.SetRootKey(HKEY_LOCAL_MACHINE), 1);
   EXPECT_EQ(registry_.ReadStringKey3264(Key(L"X"), L"Path", L"?"), L"C:\\64");
   EXPECT_EQ(registry_.m_nLastError, 0);
-  EXPECT_EQ(registry_.ReadStringKey3264(Key(L"X"), L"missing", L"?"), L"?");
-  EXPECT_EQ(registry_.ReadStringKey3264(Key(L"Y"), L"Path", L"?"), L"?");
+  for (const wchar_t* missing : {L"X", L"Y"})
+    EXPECT_EQ(registry_.ReadStringKey3264(Key(missing), L"missing", L"?"), L"?");
   EXPECT_EQ(registry_.m_nLastError, 2);
   EXPECT_EQ(registry_.GetCurrentPath(), Key(L"A"));
   EXPECT_EQ(key.Delete(L"Path"), kRegistryDone);

@@ -81,10 +81,7 @@ TEST_F(TundrilIni, NumbersAndFlagsFromTheirText) {
   }
 }
 
-TEST_F(TundrilIni, WithoutTheVariableTheDefaultFolderIsKept) {
-  EXPECT_EQ(ini_.Init(1), 0);
-  EXPECT_EQ(ini_.m_cfgDir, L"C:\\Tundril");
-  EXPECT_EQ(ini_.m_iniPath, L"Velmora.ini");  // none there: the system is to look for it
+TEST_F(TundrilIni, WithoutTheVariableTheProgramFolderIsKept) {
   ini_.m_programDir = At(L"elsewhere");
   const CString ini_path = MakeIni(L"elsewhere");
   EXPECT_EQ(ini_.Init(1), 0);

@@ -85,22 +85,6 @@ TEST_F(Conversation, FromGreetingToClose) {
       << Seen();
 }
 
-// The greeting names an item. The project folder is cut, so that it ends with the text.
-TEST_F(Conversation, TheServersItem) {
-  Serve("greet 1 VELMORA.4711 rest\nsend 195\n");
-  CDdeCom com;
-  Window window;
-  com.m_pNotifyWnd = &window;
-  com.SetProjPath(string(600, 'p').c_str());
-  ASSERT_EQ(CDdeCom::Connect(), 0);
-  ASSERT_TRUE(Greeted());
-  EXPECT_TRUE(Sees("poke,VELMORA.4711,10000 " + string(505, 'p'))) << Seen();
-  EXPECT_LT(Seen().find("unadvise,-1,\nadvise,VELMORA.4711,\n"), Seen().find("poke")) << Seen();
-  EXPECT_TRUE(!TestBus::CarriesEveryItem() || HandleUntil([&] { return !window.told.empty(); }));
-  CDdeCom::Close();
-  EXPECT_TRUE(Sees("unadvise,VELMORA.4711,"));
-}
-
 // After Close the number stays, and so the next greeting is a line like any other. A new object starts over,
 // and closes what is open.
 TEST_F(Conversation, ASecondConversation) {

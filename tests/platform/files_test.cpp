@@ -9,12 +9,6 @@
 namespace velmora {
 namespace {
 
-CString NamesOf(const std::vector<FoundFile>& found) {
-  CString names;
-  for (const FoundFile& each : found) names += each.name + L" ";
-  return names;
-}
-
 TEST(Files, StatusTellsKindSizeAndProtection) {
   const TemporaryFolder folder;
   const CString path = folder.File(L"A.TXT");
@@ -43,23 +37,6 @@ TEST(Files, CopyKeepsTheTime) {
   EXPECT_TRUE(CopyWholeFile(from, folder.File(L"NEW"), /*keep_existing=*/true));
   EXPECT_EQ(ReadBytes(folder.File(L"NEW")), std::string(150'000, 'f'));
   EXPECT_EQ(GetFileStatus(folder.File(L"NEW"))->modified, GetFileStatus(from)->modified);
-}
-
-TEST(Files, FindListsByNameAfterTheDots) {
-  const TemporaryFolder folder;
-  for (const wchar_t* name : {L"b.txt", L"A.TXT", L"c_.txt", L"C.doc", L"\u00C5.txt", L"z"})
-    WriteBytes(folder.File(name), "12");
-  ASSERT_TRUE(MakeFolder(folder.File(L"B")));
-  const auto found = FindFiles(folder.File(L"*.*"));
-  ASSERT_EQ(NamesOf(found), L". .. A.TXT B b.txt C.doc c_.txt z \u00C5.txt ");
-  EXPECT_EQ(found[2].status.size, 2U);
-  EXPECT_EQ(found[2].status.modified, GetFileStatus(folder.File(L"A.TXT"))->modified);
-  EXPECT_EQ(found[3].status.kind, FileKind::kFolder);
-  EXPECT_EQ(NamesOf(FindFiles(folder.File(L"?.TXT"))), L"A.TXT b.txt \u00C5.txt ");
-  EXPECT_EQ(NamesOf(FindFiles(folder.File(L"a.txt"))), L"A.TXT ");
-  for (const CString& nothing :
-       {folder.File(L"*.par"), folder.File(L"missing\\*"), folder.File(L""), CString()})
-    EXPECT_TRUE(FindFiles(nothing).empty());
 }
 
 TEST(Files, Wildcards) {

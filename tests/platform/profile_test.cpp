@@ -81,26 +81,26 @@ std::string WithoutBlankLines(std::string bytes) {
 }
 
 TEST_F(Profile, Writes) {
-  const CString path = Make("k=0\r\n[S]\r\nk=\"1\"\r\nK=2\r\n; tail\r\n[T]\r\njunk\r\n[S]\r\nn=3\r\n");
+  const std::string end = "[T]\r\njunk\r\n[S]\r\nn=3\r\n", end_with_junk = "[T]\r\njunk=1\r\n[S]\r\nn=3\r\n";
+  const std::string new_key = "; tail\r\nn=\"\xE5=\x80\";c\r\n";
+  const CString path = Make("k=0\r\n[S]\r\nk=\"1\"\r\nK=2\r\n; tail\r\n" + end);
   const struct {
     const wchar_t* section;
     const wchar_t* key;
     const wchar_t* value;
-    const char* expected;
+    std::string expected;  // behind the first two lines
   } steps[] = {
-      {L"s", L" K ", L"1", "k=0\r\n[S]\r\nk=1\r\nK=2\r\n; tail\r\n[T]\r\njunk\r\n[S]\r\nn=3\r\n"},
-      {L"S", L"k", nullptr, "k=0\r\n[S]\r\nK=2\r\n; tail\r\n[T]\r\njunk\r\n[S]\r\nn=3\r\n"},
-      {L"S", L"n", L"\"\u00E5=\u20AC\";c",
-       "k=0\r\n[S]\r\nK=2\r\n; tail\r\nn=\"\xE5=\x80\";c\r\n[T]\r\njunk\r\n[S]\r\nn=3\r\n"},
-      {L"S", L"K", nullptr, "k=0\r\n[S]\r\n; tail\r\nn=\"\xE5=\x80\";c\r\n[T]\r\njunk\r\n[S]\r\nn=3\r\n"},
-      {L"T", L"junk", L"1", "k=0\r\n[S]\r\n; tail\r\nn=\"\xE5=\x80\";c\r\n[T]\r\njunk=1\r\n[S]\r\nn=3\r\n"},
-      {L"T", L"x", nullptr, "k=0\r\n[S]\r\n; tail\r\nn=\"\xE5=\x80\";c\r\n[T]\r\njunk=1\r\n[S]\r\nn=3\r\n"},
-      {L"U", L"n", L"v",
-       "k=0\r\n[S]\r\n; tail\r\nn=\"\xE5=\x80\";c\r\n[T]\r\njunk=1\r\n[S]\r\nn=3\r\n[U]\r\nn=v\r\n"},
+      {L"s", L" K ", L"1", "k=1\r\nK=2\r\n; tail\r\n" + end},
+      {L"S", L"k", nullptr, "K=2\r\n; tail\r\n" + end},
+      {L"S", L"n", L"\"\u00E5=\u20AC\";c", "K=2\r\n" + new_key + end},
+      {L"S", L"K", nullptr, new_key + end},
+      {L"T", L"junk", L"1", new_key + end_with_junk},
+      {L"T", L"x", nullptr, new_key + end_with_junk},
+      {L"U", L"n", L"v", new_key + end_with_junk + "[U]\r\nn=v\r\n"},
   };
   for (const auto& each : steps) {
     EXPECT_TRUE(WriteProfile(each.section, each.key, each.value, path));
-    EXPECT_EQ(WithoutBlankLines(ReadBytes(path)), each.expected);
+    EXPECT_EQ(WithoutBlankLines(ReadBytes(path)), "k=0\r\n[S]\r\n" + each.expected);
   }
 }
 
@@ -127,10 +127,6 @@ TEST_F(Profile, FilesThatAreNone) {
     EXPECT_FALSE(WriteProfile(L"S", L"k", L"v", none));
     EXPECT_TRUE(ReadProfile(L"S", L"k", none).IsEmpty());
   }
-  const CString guarded = Make("[S]\r\nk=1\r\n");
-  SetWriteProtected(guarded, true);
-  EXPECT_FALSE(WriteProfile(L"S", L"k", L"v", guarded));
-  EXPECT_EQ(ReadBytes(guarded), "[S]\r\nk=1\r\n");
 }
 
 // Every byte that a change does not concern.
