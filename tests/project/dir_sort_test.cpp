@@ -128,6 +128,20 @@ TEST(DirEntry, TheRankOfTwoEntriesForEveryKey) {
   }
 }
 
+TEST(DirSort, FallingNamesWithoutNumberComeReversed) {
+  CDirSort list;
+  AddNames({L"10.DAT", L"A.DAT", L"9.DAT", L"b.DAT", L"010.DAT"}, &list);
+  list.Sortera(-1);
+  EXPECT_EQ(NamesOf(list), (Names{L"b.DAT", L"A.DAT", L"010.DAT", L"10.DAT", L"9.DAT"}));
+}
+
+TEST(DirSort, SizesRiseUnderBothKeys) {
+  const TemporaryFolder folder;
+  WriteBytes(folder.File(L"A"), std::string(5000, 'x'));
+  WriteBytes(folder.File(L"B"), std::string(1200, 'x'));
+  for (const int key : {2, -2}) EXPECT_EQ(Listed(folder.File(L"*"), key), (Names{L"B", L"A"}));
+}
+
 TEST(DirSort, FilesAreListedByPatternAndFoldersOnDemandOnly) {
   const TemporaryFolder folder;
   for (const wchar_t* name : {L"10.dat", L"9.DAT", L"b.DATX", L"A.DAT.bak"})
