@@ -3,18 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/print_text.h"
-#include "velmora/common/text_hooks.h"
 
 namespace velmora {
 namespace {
 
-struct SplitCase {
-  const wchar_t* path;
-  const wchar_t* folder;
-  const wchar_t* name;
-};
 TEST(Paths, SplitAtTheLastBackslash) {
-  const SplitCase kCases[] = {
+  const wchar_t* const kCases[][3] = {
       {L"C:\\P\\ROAD.VL", L"C:\\P", L"ROAD.VL"},
       {L" \t\"C:\\P Q\\ROAD.VL\" ", L"C:\\P Q", L"ROAD.VL"},
       {L"\"\"C:\\P\\\"\"", L"C:\\P", L""},  // every surrounding quote
@@ -25,12 +19,12 @@ TEST(Paths, SplitAtTheLastBackslash) {
       {L"", L"", L""},
       {L" \" ", L"", L""},
   };
-  for (const SplitCase& c : kCases) {
-    CString folder = L"f", name = L"n";
-    SplitPath(c.path, &folder, &name);
-    EXPECT_EQ(folder, c.folder) << ToUtf8(c.path);
-    EXPECT_EQ(name, c.name) << ToUtf8(c.path);
-    SplitPath(c.path, nullptr, nullptr);
+  for (const auto& [path, folder, name] : kCases) {
+    CString found_folder = L"f", found_name = L"n";
+    SplitPath(path, &found_folder, &found_name);
+    EXPECT_EQ(found_folder, folder) << ToUtf8(path);
+    EXPECT_EQ(found_name, name) << ToUtf8(path);
+    SplitPath(path, nullptr, nullptr);
   }
   CString path = L"A\\B";
   SplitPath(path, &path, nullptr);
@@ -50,12 +44,6 @@ TEST(Paths, JoiningTidiesNothing) {
 }
 
 TEST(Paths, SwedishLettersKeepTheirCaseInSortKeys) { EXPECT_EQ(SortUpper(L"azåäöÅé09_Zß"), L"AZåäöÅé09_Zß"); }
-
-TEST(TextHooks, LinesPassUnchanged) {
-  const CString line = L" å\t{|}~ 1,5 ";
-  EXPECT_EQ(ConvertReadLine(line), line);
-  EXPECT_EQ(ConvertWrittenLine(line), line);
-}
 
 }  // namespace
 }  // namespace velmora

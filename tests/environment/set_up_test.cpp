@@ -140,17 +140,5 @@ TEST_F(SetUp, DataUnderTheFormerNameAreTakenOver) {
   EXPECT_EQ(ReadBytes(codes), "edited");
 }
 
-TEST_F(SetUp, FoldersThatCannotBeMadeAreNamed) {
-  Install(kDist, L"C:\\Prog");
-  MakeIni(kFormerUser);
-  const CString blocked = MakeFile(L"user\\Quorval", "a file");
-  EXPECT_EQ(Run(20), -6);
-  RemoveWholeFile(blocked);
-  MakeFile(L"user\\Quorval\\Zennik", "a file");
-  EXPECT_EQ(Run(20), -4);
-  EXPECT_EQ(Shown(), (std::vector<CString>{L"Kunde inte skapa applikationens huvudkatalog:\n" + blocked,
-                                           L"Kunde inte skapa lokala kataloger:\n" + At(kUser)}));
-}
-
 }  // namespace
 }  // namespace velmora

@@ -85,31 +85,6 @@ TEST_F(Conversation, FromGreetingToClose) {
       << Seen();
 }
 
-// The greeting names an item; of a name that is none (more than 255 characters) and of none at all nothing
-// changes but m_Pid. The project folder is cut, so that it ends with the text.
-TEST_F(Conversation, TheServersItem) {
-  for (const string& item : {string("VELMORA.4711 rest"), string(), string(400, 'x')}) {
-    Serve("greet 1 " + item + "\nsend 195\n");
-    const bool named = item.starts_with("VELMORA");
-    const string name = named ? "VELMORA.4711" : "-1";
-    CDdeCom com;
-    Window window;
-    com.m_pNotifyWnd = &window;
-    com.SetProjPath(string(600, 'p').c_str());
-    ASSERT_EQ(CDdeCom::Connect(), 0);
-    ASSERT_TRUE(Greeted());
-    EXPECT_TRUE(Sees("poke," + name + ",10000 " + string(505, 'p'))) << Seen();
-    if (named) {
-      EXPECT_LT(Seen().find("unadvise,-1,\nadvise,VELMORA.4711,\n"), Seen().find("poke")) << Seen();
-      EXPECT_TRUE(!TestBus::CarriesEveryItem() || HandleUntil([&] { return !window.told.empty(); }));
-    } else {
-      EXPECT_EQ(Seen().find("unadvise"), string::npos) << Seen();
-    }
-    CDdeCom::Close();
-    EXPECT_TRUE(Sees("unadvise," + name + ","));
-  }
-}
-
 // After Close the number stays, and so the next greeting is a line like any other. A new object starts over,
 // and closes what is open.
 TEST_F(Conversation, ASecondConversation) {

@@ -15,8 +15,6 @@ class TestBus {
 
   // A bus stands still from now on, as one that hangs.
   void Stop();
-  // Whether data on another item than "-1" reach the client. Not under Wine.
-  static bool CarriesEveryItem();
   // Whether what was poked is acknowledged to the client. Not under Wine.
   static bool TellsAnswers();
 

@@ -22,10 +22,10 @@ TEST(ShellFolders, ReadsTheEnvironment) {
   const EnvironmentVariable unset(L"VELMORA_TEST_VALUE", std::nullopt);
   EXPECT_FALSE(ReadEnvironment(L"VELMORA_TEST_VALUE", &value));
   EXPECT_EQ(value, L"before");
-  for (const CString& text : {CString(L"C:\\a b\\\u00E5"), CString(L'x', 300), CString(L'y', 256)}) {
-    const EnvironmentVariable set(L"VELMORA_TEST_VALUE", text);
+  for (const int length : {300, 256}) {
+    const EnvironmentVariable set(L"VELMORA_TEST_VALUE", CString(L'\u00E5', length));
     EXPECT_TRUE(ReadEnvironment(L"VELMORA_TEST_VALUE", &value));
-    EXPECT_EQ(value, text);
+    EXPECT_EQ(value, CString(L'\u00E5', length));
   }
 }
 

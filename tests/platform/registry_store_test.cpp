@@ -38,6 +38,10 @@ TEST_F(RegistryStore, KeysAreMadeWithThoseAbove) {
   EXPECT_EQ(Opens(Key(L"\u00C5"), KEY_READ, nullptr), kRegistryBadRoot);
   EXPECT_EQ(Opens(CString(L"A\0B", 3)), kRegistryBadArgument);
   EXPECT_EQ(Opens(L"\\"), kRegistryBadPath);
+  RegistryKey long_key = Made(Key(CString(L'k', 255)));
+  EXPECT_EQ(long_key.Write(CString(L'n', 16383), REG_SZ, "ab"), kRegistryDone);
+  for (const CString& name : {CString(L'n', 16384), CString(L"a\0b", 3)})
+    EXPECT_EQ(long_key.Write(name, REG_SZ, "ab"), kRegistryBadArgument);
   EXPECT_EQ(RegistryKey().Create(kUser, L"\\" + Key(L"A"), KEY_READ), kRegistryBadPath);
 }
 
@@ -57,52 +61,24 @@ TEST_F(RegistryStore, NamesKeepTheirSpellingAndCompareWithoutCase) {
   for (const StoredValue& each : values)
     listed += ToUtf8(each.name) + " " + std::to_string(each.type) + " " + each.bytes + "; ";
   EXPECT_EQ(listed, " 77 ; a\\b 4 4444; \xC3\x96n 1 22; ");
-}
-
-TEST_F(RegistryStore, ValuesOfAnyBytes) {
-  RegistryKey key = Made(Base());
-  for (const std::string& bytes : {"\0a\0\xFF"s, ""s, std::string(100'000, '\x7F'), "x"s}) {
-    EXPECT_EQ(key.Write(L"v", REG_BINARY, bytes), kRegistryDone);
-    std::string buffer(100'001, '#');
-    size_t size = 0;
-    unsigned type = 0;
-    EXPECT_EQ(key.Describe(L"V", &type, &size), kRegistryDone);
-    EXPECT_EQ(size, bytes.size());
-    EXPECT_EQ(type, unsigned{REG_BINARY});
-    EXPECT_EQ(key.Read(L"V", buffer, &size), kRegistryDone);
-    EXPECT_EQ(buffer.substr(0, size), bytes);
-    if (bytes.empty()) continue;
-    EXPECT_EQ(key.Read(L"v", std::span(buffer).first(bytes.size() - 1), &size), kRegistryMoreData);
-    EXPECT_EQ(size, bytes.size());
-  }
-  EXPECT_EQ(key.Delete(L"v"), kRegistryDone);
-  EXPECT_EQ(key.Delete(L"v"), kRegistryNotFound);
-  EXPECT_EQ(key.Describe(L"v", nullptr, nullptr), kRegistryNotFound);
+  EXPECT_EQ(key.Delete(L"A\\B"), kRegistryDone);
+  EXPECT_EQ(key.Delete(L"a\\b"), kRegistryNotFound);
+  EXPECT_EQ(key.Describe(L"a\\b", nullptr, nullptr), kRegistryNotFound);
+  char small[1];
   size_t size = 0;
-  EXPECT_EQ(key.Read(L"v", {}, &size), kRegistryNotFound);
-}
-
-TEST_F(RegistryStore, LongNames) {
-  RegistryKey key = Made(Base());
-  Made(Key(CString(L'k', 255)));
-  EXPECT_EQ(Opens(Key(CString(L'K', 255))), kRegistryDone);
-  EXPECT_EQ(key.Write(CString(L'n', 16383), REG_SZ, "ab"), kRegistryDone);
-  for (const CString& name : {CString(L'n', 16384), CString(L"a\0b", 3)})
-    EXPECT_EQ(key.Write(name, REG_SZ, "ab"), kRegistryBadArgument);
+  EXPECT_EQ(key.Read(L"a\\b", small, &size), kRegistryNotFound);
+  EXPECT_EQ(key.Read(L"\u00F6n", small, &size), kRegistryMoreData);
+  EXPECT_EQ(size, 2U);
 }
 
 TEST_F(RegistryStore, AKeyDoesWhatItWasOpenedFor) {
-  const struct {
-    int access;
-    int write, read;
-  } cases[] = {{KEY_WRITE, kRegistryDone, kRegistryDenied}, {KEY_READ, kRegistryDenied, kRegistryDone}};
   size_t size = 0;
   char buffer[8];
   RegistryKey key = Made(Base());
-  for (const auto& each : cases) {
-    ASSERT_EQ(key.Open(kUser, Base(), each.access), kRegistryDone);
-    EXPECT_EQ(key.Write(L"v", REG_SZ, "cd"), each.write);
-    EXPECT_EQ(key.Read(L"v", buffer, &size), each.read);
+  for (const bool writes : {true, false}) {
+    ASSERT_EQ(key.Open(kUser, Base(), writes ? KEY_WRITE : KEY_READ), kRegistryDone);
+    EXPECT_EQ(key.Write(L"v", REG_SZ, "cd"), writes ? kRegistryDone : kRegistryDenied);
+    EXPECT_EQ(key.Read(L"v", buffer, &size), writes ? kRegistryDenied : kRegistryDone);
   }
   EXPECT_EQ(key.Delete(L"v"), kRegistryDenied);
   key.Close();
@@ -144,11 +120,8 @@ TEST_F(RegistryStore, TwoViewsOfSoftware) {
 }
 
 TEST_F(RegistryStore, TextIsStoredWhole) {
-  for (const CString& text :
-       {CString(L"C:\\a b"), CString(), CString(L'\u00E5', 1000), CString(L"\U00010330")}) {
-    EXPECT_TRUE(SetRegistryText(kUser, Key(L"A\\B"), L"v", text));
-    EXPECT_EQ(TextOf(kUser, Key(L"A\\B"), L"v"), text);
-  }
+  const CString text(L'\u00E5', 1000);
+  EXPECT_TRUE(SetRegistryText(kUser, Base(), L"v", text) && TextOf(kUser, Base(), L"v") == text);
   EXPECT_FALSE(SetRegistryText(nullptr, Base(), L"v", L"x"));
   EXPECT_EQ(RegistryBytes(L"a\u00E5"), "a\0\xE5\0\0\0"s);
   EXPECT_EQ(RegistryText("a\0b\0c"s), L"ab");

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "tests/environment/installed.h"
+#include "velmora/common/folder_levels.h"
 #include "velmora/common/last_message.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
@@ -30,7 +32,7 @@ class ProjectStructure : public Installed {
   ProjectStructure() { ini.m_useIniFile = 1; }
 
   // An ini file that names a folder list with these lines.
-  CString ListFolders(const char* lines) {
+  CString ListFolders(const std::string& lines) {
     const CString list = MakeFile(L"mappar.txt", lines);
     ini.m_iniPath = MakeFile(L"bin\\Velmora.ini", "[ARKIV]\r\nMAPPAR=" + ToUtf8(list) + "\r\n");
     return list;
@@ -45,28 +47,6 @@ class ProjectStructure : public Installed {
   const CString project = At(L"P");
   CTundrilIni ini;
 };
-
-TEST_F(ProjectStructure, EachProgramGetsItsFoldersAsTheClassNamesThemNow) {
-  const struct {
-    Wanted wanted;
-    Names names;
-  } kCases[] = {
-      {{.show = 0}, {}},
-      {{.tundril = 1}, {L"STAPEL", L"TUNDRIL.DBF", L"TUNDRIL.RIT"}},
-      {{.mirsen = 1}, {L"DUNVEL.RIT", L"MIRSEN.DBF", L"MIRSEN.RIT"}},
-      {{.karsk = -1}, {L"KARSK.DBF", L"KARSK.RIT", L"STAPEL"}},
-      {{.harbel = 2}, {L"HARBEL.DBF", L"HARBEL.RIT"}},
-  };
-  const wchar_t* const name = std::exchange(CProjPath::StackKat, L"STAPEL");
-  CString path = project + L"\\år";
-  for (const auto& c : kCases) {
-    path += L"\\ny";
-    EXPECT_EQ(Create(path, c.wanted), 1);
-    EXPECT_EQ(NamesIn(path), c.names);
-  }
-  CProjPath::StackKat = name;
-  EXPECT_EQ(Told(), Names{});
-}
 
 TEST_F(ProjectStructure, ADatabaseRefusesWithTheUnformattedText) {
   MakeFile(L"P\\TUNDRIL.DBS", "data");
@@ -97,21 +77,18 @@ TEST_F(ProjectStructure, AnExistingFolderIsAskedForUnlessSilent) {
 }
 
 TEST_F(ProjectStructure, WhatCannotBeMadeIsToldSubFoldersOnDemandOnly) {
-  const CString file = MakeFile(L"P\\HARBEL.DBF", "a file");
-  const CString folder_not_made = L"Fel, kan EJ skapa katalog:\n";
-  EXPECT_EQ(Create(file + L"\\a\\b", {.show = 0, .tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{folder_not_made + file + L"\\a"});
+  const CString file = MakeFile(L"P", "a file");
   EXPECT_EQ(Create(file, {.create = 0, .show = 0, .tundril = 1}), 0);
   EXPECT_EQ(Told(), Names{});
-  EXPECT_EQ(Create(file, {.create = 0, .tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{folder_not_made + file + L"\\TUNDRIL.DBF"});
-  EXPECT_EQ(Create(project, {.create = 0, .show = 0, .harbel = 1}), 0);
-  EXPECT_EQ(Told(), Names{L"Fel, kan EJ skapa fil:\n" + file + L"\\Harbel.krd"});
-  EXPECT_EQ(ReadBytes(file), "a file");
+  EXPECT_EQ(Create(file + L"\\a\\b", {.show = 0, .tundril = 1}), 0);
+  EXPECT_EQ(Told(), Names{L"Fel, kan EJ skapa katalog:\n" + file + L"\\a"});
 }
 
-TEST_F(ProjectStructure, TheMarkerFileIsWrittenOnce) {
-  EXPECT_EQ(Create(project, {.harbel = 1}), 1);
+TEST_F(ProjectStructure, FoldersHaveTheNamesTheClassHasNowAndTheMarkerFileIsWrittenOnce) {
+  const wchar_t* const name = std::exchange(CProjPath::StackKat, L"STAPEL");
+  EXPECT_EQ(Create(project, {.karsk = -1, .harbel = 2}), 1);
+  CProjPath::StackKat = name;
+  EXPECT_EQ(NamesIn(project), (Names{L"HARBEL.DBF", L"HARBEL.RIT", L"KARSK.DBF", L"KARSK.RIT", L"STAPEL"}));
   EXPECT_EQ(ReadBytes(project + L"\\HARBEL.DBF\\Harbel.krd"), "***");
   const CString own = MakeFile(L"P\\HARBEL.DBF\\Harbel.krd", "own");
   EXPECT_EQ(Create(project, {.create = 0, .harbel = 1}), 1);
@@ -130,17 +107,64 @@ TEST_F(ProjectStructure, TheListIsForNewProjectsAndOnDemand) {
   EXPECT_EQ(NamesIn(other), NamesIn(project));
 }
 
-TEST_F(ProjectStructure, AListedFolderThatLeadsOutIsPassedOverAndOneThatCannotBeMadeEndsTheWork) {
-  MakeFile(L"P\\file", "");
-  const CString list =
-      ListFolders("..\\ute\r\n\r\nC:\\ute\r\nFoto\r\n\\..\\ute\r\nnul\r\nfile\\sub\\x\r\nKarta\r\n");
-  EXPECT_EQ(Create(project, {.create = 0, .show = 0, .list = 1}, &ini), 0);
-  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"file"}));
-  EXPECT_FALSE(FileOrFolderExists(At(L"ute")));
-  const CString refused = L"Otillåten katalog i listan " + list + L", rad ";
-  EXPECT_EQ(Told(),
-            (Names{refused + L"1:\n..\\ute", refused + L"3:\nC:\\ute", refused + L"5:\n\\..\\ute",
-                   refused + L"6:\nnul", L"Fel, kan EJ skapa katalog:\n" + project + L"\\file\\sub"}));
+// Names read from a file: whatever they are, nothing outside the project is created.
+TEST_F(ProjectStructure, AListedFolderThatLeadsOutIsPassedOver) {
+  const std::string kRefused[] = {"..\\ute",
+                                  "..\\..\\ute",
+                                  "\\..\\ute",
+                                  "Foto\\.. \\..\\ute",
+                                  "a/../../ute",
+                                  "C:\\velmora-ute",
+                                  "C:velmora-ute",
+                                  "\\\\?\\C:\\velmora-ute",
+                                  "Foto:gömd",
+                                  "CON",
+                                  "nul.txt",
+                                  "Foto\\COM1",
+                                  "LPT9.dat",
+                                  "aux ",
+                                  "prn.",
+                                  "\\\\.\\COM1",
+                                  std::string("a\0\\..\\..\\ute", 12),
+                                  std::string(300, 'x'),
+                                  std::string(70'000, 'x')};
+  MakeFolders(L"P");
+  std::string lines;
+  for (const std::string& name : kRefused) lines += name + "\r\n";
+  // The last three are joined to the project's path.
+  const CString list = ListFolders(lines + "Karta\r\n\\velmora-ute\r\n\\\\server\\share\\ute\r\nFoto.");
+  const Names around = NamesIn(folder_.Path());
+  EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
+  EXPECT_EQ(NamesIn(folder_.Path()), around);
+  EXPECT_EQ(NamesIn(project).size(), 4U);
+  for (const wchar_t* path : {L"C:\\velmora-ute", L"\\velmora-ute", L"C:velmora-ute"})
+    EXPECT_FALSE(FileOrFolderExists(path)) << ToUtf8(path);
+  const Names told = Told();
+  ASSERT_EQ(told.size(), std::size(kRefused));
+  for (size_t i = 0; i < told.size(); ++i) {
+    CString refused;
+    refused.Format(L"Otillåten katalog i listan %s, rad %d:\n", list.GetString(), static_cast<int>(i + 1));
+    EXPECT_EQ(told[i].Left(refused.GetLength()), refused);
+    EXPECT_LT(told[i].GetLength(), list.GetLength() + 350);
+  }
+}
+
+TEST_F(ProjectStructure, AFileThatIsNoFolderListIsReadToALimit) {
+  const auto told = [this](const std::string& first, int count, const std::string& last) {
+    std::string lines;
+    while (count-- > 0) lines += first;
+    const CString list = ListFolders(lines + last);
+    EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
+    Names texts = Told();
+    for (CString& text : texts)
+      text = text.Mid(CString(L"Otillåten katalog i listan , rad ").GetLength() + list.GetLength());
+    return texts;
+  };
+  MakeFolders(L"P");
+  EXPECT_EQ(told("Foto\n\n", kMostListedFolders, "Karta\nRit\n"), Names{L"8193:\nKarta"});
+  EXPECT_EQ(told("..\n", kMostRefusedFolders, "Karta\n").size(), static_cast<size_t>(kMostRefusedFolders));
+  EXPECT_EQ(told("Rit\n", 1, std::string(5'000'000, 'x') + "\nKarta\n"), Names{L"2:\n"});
+  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Rit"}));
 }
 
 TEST_F(ProjectStructure, WithoutAListTheProjectIsMadeAllTheSame) {
@@ -155,45 +179,23 @@ TEST_F(ProjectStructure, WithoutAListTheProjectIsMadeAllTheSame) {
 // The program is not registered, so that its set-up does not succeed and its own ini file serves.
 TEST_F(ProjectStructure, TheShortFormTakesTheListThatTheProgramsIniFileNames) {
   ListFolders("Foto\r\n");
-  for (const int create : {1, 0}) {
-    SetCommandLine(At(L"bin\\a.exe"));
-    SetApplicationProfile(L"before.ini");
-    EXPECT_EQ(CProjPath().CreateProjectStructure(project, create, 1, 0, 0, 0, 0, 1 - create), 1);
-    EXPECT_EQ(NamesIn(project), Names{L"Foto"});
-    RemoveEmptyFolder(project + L"\\Foto");
-  }
+  SetCommandLine(At(L"bin\\a.exe"));
+  SetApplicationProfile(L"before.ini");
+  EXPECT_EQ(CProjPath().CreateProjectStructure(project, 0, 1, 0, 0, 0, 0, 1), 1);
+  EXPECT_EQ(NamesIn(project), Names{L"Foto"});
   EXPECT_EQ(CProjPath().CreateProjectStructure(project, 0, 1, 0, 0, 1, 0, 0), 1);
-  EXPECT_EQ(NamesIn(project), (Names{L"KARSK.DBF", L"KARSK.RIT", L"STACK"}));
+  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"KARSK.DBF", L"KARSK.RIT", L"STACK"}));
 }
 
-const std::pair<CString CProjPath::*, const wchar_t*> kFields[] = {
-    // and what stands behind the folder
-    {&CProjPath::m_ProjKat, L""},
-    {&CProjPath::m_ZipPath, L"\\TUNDRIL.ZIP"},
-    {&CProjPath::m_DbsPath, L"\\TUNDRIL.DBS"},
-    {&CProjPath::m_HarbelDbsPath, L"\\HARBEL.GDS"},
-    {&CProjPath::m_TerrDbsPath, L"\\MIRSEN.TDS"},
-    {&CProjPath::m_StenDbsPath, L"\\KARSK.DBS"},
-    {&CProjPath::m_DbfKat, L"\\TUNDRIL.DBF"},
-    {&CProjPath::m_RitKat, L"\\TUNDRIL.RIT"},
-    {&CProjPath::m_StackKat, L"\\STACK"},
-    {&CProjPath::m_PostDbfKat, L"\\MIRSEN.DBF"},
-    {&CProjPath::m_PostRitKat, L"\\MIRSEN.RIT"},
-    {&CProjPath::m_StabRitKat, L"\\DUNVEL.RIT"},
-    {&CProjPath::m_UtvDbsPath, L"\\TUNDRILUTV.DBS"},
-    {&CProjPath::m_AvpPath, L"\\TUNDRIL.DBF\\TUNDRIL.AVP"},
-    {&CProjPath::m_VlPath, L"\\TUNDRIL.DBF\\TUNDRIL.VL"},
-    {&CProjPath::m_ParPath, L"\\TUNDRIL.PAR"},
-    {&CProjPath::m_StenParPath, L"\\KARSK.PAR"},
-    {&CProjPath::m_PicturesKat, L"\\Pictures"},
-};
-
-TEST(ProjPath, EveryFieldIsComposedFromTheFolderAsGiven) {
+TEST(ProjPath, FieldsAreComposedFromTheFolderAsGiven) {
   CProjPath paths;
-  for (const wchar_t* folder : {L"C:\\Väg 40", L"C:\\Path\\", L"", L"%s%d", L"D:\\P"}) {
+  for (const CString& folder :
+       {CString(L"C:\\Väg 40"), CString(L"C:\\Path\\"), CString(), CString(L"%s%d")}) {
     EXPECT_EQ(paths.SetPath(folder), 0);
     EXPECT_EQ(paths.SetPath(paths.m_ProjKat), 0);  // its own field as the argument
-    for (const auto& [field, behind] : kFields) EXPECT_EQ(paths.*field, CString(folder) + behind);
+    EXPECT_EQ(paths.m_ProjKat, folder);
+    EXPECT_EQ(paths.m_StenParPath, folder + L"\\KARSK.PAR");
+    EXPECT_EQ(paths.m_AvpPath, folder + L"\\TUNDRIL.DBF\\TUNDRIL.AVP");
   }
 }
 

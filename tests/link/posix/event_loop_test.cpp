@@ -24,6 +24,8 @@ TEST_F(EventLoop, TheDescriptorTellsWhatComesAndNoCallHangs) {
     }
   }
 
+  EXPECT_NE(Seen().find("unadvise,-1,\nadvise,NAMN,\n"), std::string::npos) << Seen();
+
   bus_.Stop();
   const auto start = std::chrono::steady_clock::now();
   for (int i = 0; i < 5000; ++i) CDdeCom::DdeMessage(CStringA('x', 511));

@@ -30,7 +30,6 @@ TestBus::~TestBus() = default;
 
 void TestBus::Stop() { kill(static_cast<pid_t>(system_->daemon.Process()), SIGSTOP); }
 
-bool TestBus::CarriesEveryItem() { return true; }
 bool TestBus::TellsAnswers() { return true; }
 
 }  // namespace velmora::testing

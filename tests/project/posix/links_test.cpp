@@ -1,14 +1,11 @@
 // Links in a project, which systems of another kind make seldom.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/support/print_text.h"
 #include "tests/support/test_files.h"
-#include "velmora/alignment/vag2.h"
 #include "velmora/common/folder_levels.h"
 #include "velmora/platform/files.h"
-#include "velmora/project/proj_path.h"
 
 namespace velmora {
 namespace {
@@ -37,16 +34,6 @@ TEST(ProjectLinks, WhatLeadsOutOfTheFolderIsNotMade) {
       EXPECT_EQ(MayBeMadeIn(folder.File(project), c.listed), c.may) << ToUtf8(c.listed);
   EXPECT_TRUE(MayBeMadeIn(folder.File(L"not there yet"), L"x"));
   EXPECT_EQ(MakeFolderLevels(folder.File(L"P\\dead\\x")), folder.File(L"P\\dead"));
-}
-
-TEST(ProjectLinks, AnAreaFileThatNamesAPipeIsNotWaitedFor) {
-  const TemporaryFolder folder;
-  CProjPath project;
-  project.SetPath(folder.Path());
-  MakeFolder(project.m_DbfKat);
-  WriteBytes(project.m_VlPath, "*\n*\npipe.vl\n0 1\n0 1\n");
-  ASSERT_EQ(mkfifo(PathForDisplay(project.m_DbfKat + L"\\pipe.vl").c_str(), 0600), 0);
-  EXPECT_EQ(CVag2().ReadOmr(&project), -1);
 }
 
 }  // namespace
