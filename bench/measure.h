@@ -1,4 +1,4 @@
-// What the benchmarks that stand beside peers share: rounds, medians, a table of ratios and its JSON.
+// What the benchmarks with peers share: rounds, medians, a table of ratios and its JSON.
 #ifndef VELMORA_BENCH_MEASURE_H_
 #define VELMORA_BENCH_MEASURE_H_
 

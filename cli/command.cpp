@@ -50,7 +50,7 @@ std::string Joined(const std::vector<std::string>& words, const char* between) {
   return all;
 }
 
-// An unknown or missing word is answered with the words that may stand there; for other errors the parser's
+// An unknown or missing word is answered with the possible words; for other errors the parser's
 // own text is enough.
 std::string UsageError(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);

@@ -1,4 +1,4 @@
-# How everything of ours is compiled, and the rooms of the library and of the command.
+# How all sources are compiled, and the rooms of the library and of the command.
 
 add_library(velmora_options INTERFACE)
 target_include_directories(velmora_options INTERFACE "${PROJECT_SOURCE_DIR}")

@@ -2,19 +2,20 @@
 #
 #   cmake -DROOT=<source tree> -DROOMS="velmora/text|velmora/platform|...|cli/terminal|..." -P check_layers.cmake
 #
-# ROOMS lists the folders of each house from the lowest up. A file may include what stands in its own room and
-# in those before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h,
-# cli/command.cpp) are above them all, but export.h, portability.h and version.h are for
-# everybody. Outside
-# velmora/platform no header of the system or of a processor is included and no condition asks for either.
+# ROOMS lists the folders of each tree from the lowest up. A file may include what is in its own room and in those
+# before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h, cli/command.cpp) are above
+# them all, but export.h, portability.h and version.h may be included anywhere. Outside velmora/platform no header
+# of the system or of a processor is included, no condition asks for either, and outside velmora/portability.h no
+# compiler extension is spelled out.
 # What changes a disk, or opens a file to read its content, is called in one source a system, where tests
 # observe each call and make it fail; so are the calls of SQLite and of Windows that write files themselves.
 # Fails with a line for each offence.
 cmake_minimum_required(VERSION 3.23)
 
 set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
-set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64")
-set(for_everybody velmora/export.h velmora/portability.h velmora/version.h)
+set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64|__GNUC__|__clang__")
+set(extensions "__builtin_|__atomic_|__sync_|__attribute__|__declspec|__int128|__extension__|gnu::")
+set(anywhere velmora/export.h velmora/portability.h velmora/version.h)
 # Clients include the one, so it asks for their system; the other holds what differs between compilers.
 set(may_ask velmora/export.h velmora/portability.h)
 
@@ -54,7 +55,7 @@ function(room_of file result)
 endfunction()
 
 function(check_include file number included)
-  if(included IN_LIST for_everybody OR (included MATCHES "^velmora/" AND file MATCHES "^cli/"))
+  if(included IN_LIST anywhere OR (included MATCHES "^velmora/" AND file MATCHES "^cli/"))
     return()
   endif()
   room_of("${file}" room)
@@ -79,8 +80,11 @@ function(check_line file number line)
     check_include("${file}" ${number} "${CMAKE_MATCH_1}")
   elseif(NOT file MATCHES "^velmora/platform/")
     if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)")
-      if(CMAKE_MATCH_1 MATCHES "${system_headers}")
-        offence("<${CMAKE_MATCH_1}> belongs in velmora/platform")
+      set(header "${CMAKE_MATCH_1}")
+      if(header MATCHES "${system_headers}")
+        offence("<${header}> belongs in velmora/platform")
+      elseif(line MATCHES "\"")
+        offence("\"${header}\" is not a path from the root of the sources")
       endif()
     elseif(line MATCHES "^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)[^a-z].*" AND NOT file IN_LIST may_ask)
       if(line MATCHES "(^|[^A-Za-z0-9_])(${system_macros})([^A-Za-z0-9_]|$)")
@@ -109,6 +113,10 @@ foreach(file IN LISTS files)
   string(REPLACE "\r" "" text "${text}")
   string(REGEX REPLACE "[][;\\]" " " text "${text}")
   string(REPLACE "\n" ";" lines "${text}")
+  set(number 1)
+  if(NOT file MATCHES "^velmora/platform/" AND NOT file IN_LIST may_ask AND text MATCHES "(^|[^A-Za-z0-9_])(${extensions})")
+    offence("the compiler extension \"${CMAKE_MATCH_2}\" belongs in velmora/portability.h")
+  endif()
   set(calls)
   foreach(kind IN ITEMS disk_calls database_calls profile_calls)
     foreach(call IN LISTS ${kind})

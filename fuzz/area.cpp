@@ -1,4 +1,4 @@
-// Area files: reading, and a rewrite that keeps what stands before the area. Arguments: the new limits.
+// Area files: reading, and a rewrite that keeps what comes before the area. Arguments: the new limits.
 #include "fuzz/support/input.h"
 #include "fuzz/support/scratch.h"
 #include "velmora/alignment/vag2.h"
@@ -43,7 +43,7 @@ void Run(const Input& input) {
   road.omrAvstMax = input.Number(3);
   Require(road.SaveOmr(&project) == 0, "the area can be saved");
   if (foreign.empty()) return;
-  Require(ForeignPart(project.m_VlPath) == foreign, "what stands before the area is kept");
+  Require(ForeignPart(project.m_VlPath) == foreign, "what comes before the area is kept");
   CVag2 again;
   Require(again.ReadOmr(&project) == 0, "what was saved is read");
   for (double CVag2::*limit : {&CVag2::omrSekMin, &CVag2::omrSekMax, &CVag2::omrAvstMin, &CVag2::omrAvstMax})

@@ -31,7 +31,7 @@ std::vector<std::string> Shortest(const std::vector<double>& numbers) {
 Rows Delivered(CTundrilInst* facade, Kind kind, int section, const CString& path, int size) {
   Rows rows;
   for (;;) {
-    // Of exactly this size, so that a sanitizer sees what is written behind them.
+    // Of exactly this size, so that a sanitizer sees what is written after their end.
     const auto room = static_cast<size_t>(size);
     std::vector<wchar_t> a(room), b(room), c(room);
     double n[3] = {};

@@ -49,7 +49,7 @@ struct Pattern {
   const char* name;
   std::string bytes;   // over and over
   bool small = false;  // for the small run too
-  // Longer files of lines tell nothing that those of line feeds do not, and take a minute each.
+  // Longer files of lines show nothing that those of line feeds do not, and take a minute each.
   int Largest() const { return bytes.size() == 1 ? 100 : 10; }
 };
 

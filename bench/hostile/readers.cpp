@@ -83,7 +83,7 @@ void MakeListedFolders(const CString& folder) {
   CProjPath().CreateProjectStructure(In(folder, L"made"), &ini, 1, 0, 0, 0, 0, 0, 1);
 }
 
-// A command with the file, as its user gives it, behind the arguments.
+// A command with the file, as its user gives it, after the arguments.
 std::function<void(const CString&)> Command(std::vector<std::string> arguments, const wchar_t* file,
                                             std::vector<std::string> more = {}) {
   return [arguments, file, more](const CString& folder) {
@@ -94,7 +94,7 @@ std::function<void(const CString&)> Command(std::vector<std::string> arguments, 
   };
 }
 
-// The same for a list that stands beside an alignment.
+// The same for a list beside an alignment.
 std::function<void(const CString&)> WithRoad(const char* verb, const char* option) {
   return [verb, option](const CString& folder) {
     cli::RunCommand({"align", verb, PathForDisplay(In(folder, L"road.vl")), option,

@@ -11,9 +11,9 @@
 namespace velmora::cli {
 namespace {
 
-// `trouble` tells of rows that are no points, and stays empty without any.
+// `problem` describes the rows that are not points; empty when there are none.
 std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input,
-                                             std::string* trouble) {
+                                             std::string* problem) {
   std::vector<drawing::PlotBoring> borings;
   PointList points(options.points);
   const Placer placer(input, 0, std::nullopt);
@@ -38,7 +38,7 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
     borings.push_back(std::move(boring));
   }
   if (unreadable > 0)
-    *trouble = first_problem + "; " + std::to_string(unreadable) +
+    *problem = first_problem + "; " + std::to_string(unreadable) +
                (unreadable == 1 ? " row is" : " rows are") + " not in the drawing, correct and run again";
   return borings;
 }
@@ -55,8 +55,8 @@ void AlignPlot(const PlotOptions& options) {
   drawing.file =
       options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
   drawing.km_stations = options.km;
-  std::string trouble;
-  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input, &trouble);
+  std::string problem;
+  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input, &problem);
   drawing.plan = std::move(input.plan);
   drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
@@ -66,8 +66,8 @@ void AlignPlot(const PlotOptions& options) {
   drawing::DrawAlignment(drawing, canvas);
   output.Write(canvas.Finish());
   output.Finish();
-  if (trouble.empty()) return;
-  Warn(trouble);
+  if (problem.empty()) return;
+  Warn(problem);
   throw ExitWith{1};
 }
 

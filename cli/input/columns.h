@@ -12,7 +12,7 @@
 
 namespace velmora::cli {
 
-// A column that a reader asks for. Without a header the columns stand in the order of their roles.
+// A column that a reader asks for. Without a header the columns are in the order of their roles.
 struct Role {
   std::string name;                  // in error lines
   std::vector<std::wstring> titles;  // of several present the earlier in this list wins

@@ -10,7 +10,7 @@
 namespace velmora::cli {
 
 inline constexpr size_t kLongestText = conversation::kLongestText;  // bytes
-inline constexpr size_t kLongestFolder = 505;                       // "10000 " stands before it
+inline constexpr size_t kLongestFolder = 505;                       // "10000 " comes before it
 inline constexpr size_t kLongestScripted = 32'000;
 
 // UTF-8 to Windows-1252. Throws a Refusal that begins with `what` when a character has no code there or the

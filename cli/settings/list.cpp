@@ -112,9 +112,9 @@ void SettingsGet(const SettingsOptions& options) {
   const Listing listing = FindListing(options);
   const Setting* setting = listing.settings.Find(FromUtf8(options.key));
   if (setting == nullptr || (!setting->stored && !setting->built_in)) {
-    const std::string trouble = "no key " + Quoted(options.key) + ", and there is no default for it";
-    throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + trouble
-                                            : At(PathForDisplay(listing.in_use->path), "has " + trouble));
+    const std::string problem = "no key " + Quoted(options.key) + ", and there is no default for it";
+    throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + problem
+                                            : At(PathForDisplay(listing.in_use->path), "has " + problem));
   }
   OutputFile output("");
   if (options.output.Format() == OutputFormat::kTable)

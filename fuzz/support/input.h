@@ -1,4 +1,4 @@
-// What a fuzz target is given: the content of a file and, behind a last line "##", arguments, one a line.
+// What a fuzz target is given: the content of a file and, after a last line "##", arguments, one a line.
 //
 //   HSKALA=100
 //   ##

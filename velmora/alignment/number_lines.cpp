@@ -39,7 +39,7 @@ NumberShape ShapeOf(const char* p) {
   return shape;
 }
 
-// Each way reads the digits of a number of this shape at `p`, behind its sign. False when there is none.
+// Each of these reads the digits of a number of this shape at `p`, after its sign. False when there is none.
 // Together they are below 10^14, exact as a double.
 
 struct BaselineDigits {
@@ -68,7 +68,7 @@ struct WideWay {
 };
 VELMORA_WIDE_END
 
-// Reads a number of this shape and moves behind it. False when there is none.
+// Reads a number of this shape and moves past it. False when there is none.
 template <class Way>
 VELMORA_ALWAYS_INLINE bool ReadShaped(const char** at, const NumberShape& shape, double* number) {
   const char* p = *at;
@@ -83,7 +83,7 @@ VELMORA_ALWAYS_INLINE bool ReadShaped(const char** at, const NumberShape& shape,
   return true;
 }
 
-// Reads the line and moves behind its last number.
+// Reads the line and moves past its last number.
 template <class Way, size_t kNumbers>
 VELMORA_ALWAYS_INLINE bool ReadNumbers(const char** at, std::array<NumberShape, 4>* shapes,
                                        std::array<double, 4>* numbers) {

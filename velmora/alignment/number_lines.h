@@ -1,7 +1,7 @@
 // Lines of plain numbers straight from a file's bytes, many millions a second.
 //
 // A plain number is an optional "-", digits and, as a rule, a point with further digits. Of a line is taken
-// its shape: how many digits stand before and behind the point in each column. The next line mostly has
+// its shape: how many digits are before and after the point in each column. The next line mostly has
 // the same, so it is read as if it had, without looking for where its numbers end, and what came out is
 // then checked. Every other line is left to the general reader, which gives the same doubles.
 #ifndef VELMORA_ALIGNMENT_NUMBER_LINES_H_
@@ -18,7 +18,7 @@ namespace velmora {
 // How many digits a column's numbers have, with what follows from it.
 struct NumberShape {
   int digits = 0;    // before the point, 1 to 7; 0: not known
-  int decimals = 0;  // behind it, up to 7; 0: there is no point
+  int decimals = 0;  // after it, up to 7; 0: there is no point
   int length = 0;    // with the point, without a sign
   double divisor = 1;
   DigitPlaces places;

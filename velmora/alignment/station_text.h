@@ -14,7 +14,7 @@ std::string StationText(double metres, bool km);
 // The same without the decimals where they are zero, for the round stations of an axis: "1250", "1/250".
 std::string RoundStationText(double metres, bool km);
 
-// Reads both forms, and "1+250" for "1/250"; blanks around it are ignored. After the "/" stand metres
+// Reads both forms, and "1+250" for "1/250"; blanks around it are ignored. After the "/" come metres
 // from 0 to below 1000. Nothing for any other text.
 //
 //   ParseStation("1/250.5")   // 1250.5

@@ -108,7 +108,7 @@ bool CStodPunkt::Read(TextReader& reader) {
     CString next;
     if (line.CompareNoCase(kLevelRecord) == 0) {
       if (reader.ReadLine(&next)) ScanInto(next.GetView(), &gvy);
-      (void)reader.ReadLine(&next);  // the empty line behind it
+      (void)reader.ReadLine(&next);  // the empty line after it
       continue;
     }
     Ny(1);

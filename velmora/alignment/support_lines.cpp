@@ -18,7 +18,7 @@ constexpr size_t kNameSize = std::size(decltype(stdpkttype::namn){});
 // Whether a plain name may have it: ASCII without blanks.
 constexpr bool IsPlain(unsigned c) { return c - '!' <= '~' - '!'; }
 
-// Moves `text` behind the line end that stands `at` characters from its start. False when none does.
+// Moves `text` past the line end `at` characters from its start. False when there is none.
 bool TakeLineEnd(std::string_view* text, size_t at) {
   if ((*text)[at] == '\r') ++at;
   if ((*text)[at] != '\n') return false;
@@ -72,7 +72,7 @@ bool TakePlainFloat(std::string_view* text, float* number) {
   return true;
 }
 
-// Writes "%{width}.{decimals}f", of a width up to nine, and moves behind it; what it writes beyond is written
+// Writes "%{width}.{decimals}f", of a width up to nine, and moves past it; what it writes beyond is written
 // over. False for a number that is not plain.
 bool WritePadded(double value, size_t width, int decimals, char** at) {
   std::array<char, kLongestPlain> digits;
@@ -94,15 +94,15 @@ bool WriteLevel(float level, char** at) {
   const int zeros = std::countr_zero(whole | 1U << 24) & ~7;
   const std::uint32_t blanks = 0x10101010U & ((1U << zeros) - 1);  // '0' less ' ' before the first digit
   const std::uint32_t before = whole + 0x30303030U - blanks;
-  const std::uint32_t behind = fixed_digits::kFourDigits[scaled % 10'000] + 0x30303030U;
+  const std::uint32_t decimals_text = fixed_digits::kFourDigits[scaled % 10'000] + 0x30303030U;
   std::memcpy(*at, &before, sizeof before);
   (*at)[4] = '.';
-  std::memcpy(*at + 5, &behind, sizeof behind);
+  std::memcpy(*at + 5, &decimals_text, sizeof decimals_text);
   *at += 9;
   return true;
 }
 
-// Writes the name and moves behind it. False when it is not plain.
+// Writes the name and moves past it. False when it is not plain.
 bool WriteName(const wchar_t (&name)[kNameSize], char** at) {
   for (const wchar_t c : name) {
     if (c == L'\0') break;

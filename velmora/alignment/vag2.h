@@ -1,7 +1,7 @@
 // The alignment of a project: a plan and its profile in one file, and the working area, which a small
 // file of the project keeps.
 //
-// Area file: sections separated by lines beginning with "*". The part behind the second such line is
+// Area file: sections separated by lines beginning with "*". The part after the second such line is
 //   name of the alignment file, in the project's folder m_DbfKat
 //   lowest and highest station
 //   smallest and largest offset
@@ -55,7 +55,7 @@ class VELMORA_API CVag2 {
   // missing, lacks one of the three lines, or the alignment cannot be read; a device or a pipe counts as one
   // that cannot be opened.
   int ReadOmr(CProjPath* project);
-  // Rewrites the area file: what stands up to its second "*" line is kept, lines behind the old area are
+  // Rewrites the area file: what comes up to its second "*" line is kept, lines after the old area are
   // not. Returns 0; -1 with the old file as it was.
   int SaveOmr(CProjPath* project);
 

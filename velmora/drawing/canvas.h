@@ -40,7 +40,7 @@ struct Style {
   std::optional<Colour> line = std::nullopt;
   double width = 0;              // of the line
   bool round = false;            // line ends and corners; else cut off and mitred
-  std::array<double, 2> dash{};  // the lengths of a dash and of the gap behind it; 0 for a solid line
+  std::array<double, 2> dash{};  // the lengths of a dash and of the gap after it; 0 for a solid line
 
   bool operator==(const Style&) const = default;
 };

@@ -25,7 +25,7 @@ SheetPoint OnLine(const PlanSheet& sheet, const GridLines& lines, double value, 
       {lines.across.h * value + lines.along.h * along, lines.across.v * value + lines.along.v * along});
 }
 
-// A line's number stands where the line meets the left edge or, when it is steep, the lower edge.
+// A line's number is placed where the line meets the left edge or, when it is steep, the lower edge.
 void NumberLines(const PlanSheet& sheet, const GridLines& lines) {
   const SheetRect& panel = sheet.panel;
   const SheetPoint direction = sheet.frame.Direction(lines.along);

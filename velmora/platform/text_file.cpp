@@ -122,7 +122,7 @@ bool TextReader::ReadLine(CString* line) {
 
 bool TextReader::ReadBlock(size_t size, std::string* lines, size_t longest) {
   if (failed_) return false;
-  size_t end = 0;  // behind the last line end, in Pending()
+  size_t end = 0;  // after the last line end, in Pending()
   size_t searched = 0;
   do {
     const std::string_view unseen = Pending().substr(searched);

@@ -12,7 +12,7 @@
 //   StoreWhole        the lanes cut to whole numbers, to 32-bit memory
 //
 // `baseline_lanes` runs on every processor of its kind (SSE2 on x86-64, NEON on 64-bit ARM). `wide_lanes`
-// runs where HasWideLanes() says so (AVX2); code that uses it stands between VELMORA_WIDE_BEGIN and
+// runs where HasWideLanes() says so (AVX2); code that uses it is between VELMORA_WIDE_BEGIN and
 // VELMORA_WIDE_END and is not called elsewhere. Both give the same bits.
 #ifndef VELMORA_PLATFORM_VECTOR_LANES_H_
 #define VELMORA_PLATFORM_VECTOR_LANES_H_

@@ -11,7 +11,7 @@ constexpr int kFirstYear = 1970;
 constexpr int kLastYear = 2037;
 constexpr size_t kShortNameLength = 12;
 
-// 0 behind the end of a full field.
+// 0 after the end of a full field.
 wchar_t At(std::span<const wchar_t> field, size_t i) { return i < field.size() ? field[i] : L'\0'; }
 
 // As SortUpper for one letter, without a copy: sorting compares each name about twenty times.

@@ -79,7 +79,7 @@ struct MiljkodLimits {
   int step = kUsualStep;
 };
 // Takes " max=N" and " steg=N" off the end of a class's text, letters without regard to case. Callers rely
-// on the maximum being found only before the step, and on 0 being a maximum but no step (test Limits).
+// on the maximum being found only before the step, and on 0 being a maximum but no step (tests/settings/file_cases.txt).
 MiljkodLimits TakeMiljkodLimits(CString* text);
 // The limits in the entry's fields; the usual ones for what is not an integer there.
 MiljkodLimits LimitsOf(const CodeEntry& entry);

@@ -35,7 +35,7 @@ struct Jb23Field {
   bool step = false;
 };
 // The field of a key's value. Letter case counts, and callers rely on every unknown key meaning line 1
-// (test KeysAndPlaces).
+// (tests/settings/file_cases.txt).
 Jb23Field FieldOfJb23Key(std::wstring_view key);
 
 struct Jb23Line {

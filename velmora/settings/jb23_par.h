@@ -22,7 +22,7 @@ class VELMORA_API CJb23Par : public KeyValueList<partype> {
     return PutKey(key, value) == Put::kRefused ? -1 : 0;
   }
 
-  // Always empty: callers rely on looking for the file themselves (test Jb23HasNoFileName).
+  // Always empty: callers rely on looking for the file themselves (tests/settings/file_cases.txt).
   CString GetParFilNamn() { return {}; }
 
  private:

@@ -24,7 +24,7 @@ struct KeyValueLine {
 };
 
 // The key ends at the first "="; nothing is trimmed. Callers rely on the odd limit of a read value, one
-// character below what fits and what can be written (test LimitsOfKeysAndValues).
+// character below what fits and what can be written (tests/settings/file_cases.txt).
 VELMORA_API KeyValueLine ParseKeyValueLine(std::wstring_view line);
 
 // With its line end.

@@ -1,4 +1,4 @@
-// A list of line codes in memory. All of it stands in the header, so that nothing of it is exported.
+// A list of line codes in memory. It is defined in the header, so that nothing of it is exported.
 #ifndef VELMORA_SETTINGS_LINKOD_LISTA_H_
 #define VELMORA_SETTINGS_LINKOD_LISTA_H_
 

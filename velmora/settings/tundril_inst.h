@@ -64,7 +64,7 @@ class VELMORA_API CTundrilInst {
 
   // Writes the file where it was found, if the value is another one. Results as CTundrilPAR::WriteKey; 0
   // for another file. JB23.PAR gets no new keys: -1, and callers rely on the file being written all the
-  // same (test Jb23ThroughTheFacade).
+  // same (tests/settings/file_cases.txt).
   int WriteKey(const wchar_t* file, const CString& key, const CString& value);
   // -1 is written as "MAX" for a key with "SKALA" in it.
   int WriteKey(const wchar_t* file, const CString& key, int value);

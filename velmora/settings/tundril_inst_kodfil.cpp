@@ -31,7 +31,7 @@ int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int 
   for (CString line; m_pCodeFile->ReadLine(&line);) {
     const std::optional<CodeEntry> entry = ParseObjectCode(line.GetView());
     if (!entry || entry->fields[kObjectText].IsEmpty()) continue;
-    // Callers rely on receiving only the first word of the text (test ObjectCodes).
+    // Callers rely on receiving only the first word of the text (tests/settings/file_cases.txt).
     std::wstring_view whole = entry->fields[kObjectText].GetView();
     CopyToBuffer(code, codeSize, entry->code.GetView());
     CopyToBuffer(text, textSize, TakeWord(&whole));

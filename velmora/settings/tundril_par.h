@@ -24,7 +24,7 @@ class VELMORA_API CTundrilPAR : public KeyValueList<partype> {
   CTundrilPAR(CTundrilIni* ini, CProjPath* proj);
   // `which` 1 reads KARSK.PAR in the same way; with any other number the object is empty, without a path.
   // Callers rely on 0 being no other: it looks at TUNDRIL.PAR, message and all, and keeps nothing of it
-  // (test WhichFile).
+  // (tests/settings/file_cases.txt).
   CTundrilPAR(CTundrilIni* ini, CProjPath* proj, int which);
   ~CTundrilPAR() override = default;
 

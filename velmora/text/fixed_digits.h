@@ -114,7 +114,7 @@ inline bool TenThousandths(double value, std::uint64_t* scaled) {
 
 }  // namespace fixed_digits
 
-// Writes the first kNumbers of four as "%.4f" with a blank behind each, to room for kLongestPlain + 1
+// Writes the first kNumbers of four as "%.4f" with a blank after each, to room for kLongestPlain + 1
 // characters a number, and returns its end. Null, with the room undefined, for what takes the general way.
 template <size_t kNumbers>
 inline char* WriteFourDecimals(const std::array<double, 4>& numbers, char* out) {

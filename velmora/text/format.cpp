@@ -143,7 +143,7 @@ class Formatter {
   }
 
  private:
-  // rest_ stands at "%".
+  // rest_ begins at "%".
   std::wstring One() {
     const std::wstring_view whole = rest_;
     rest_.remove_prefix(1);

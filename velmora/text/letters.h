@@ -21,9 +21,9 @@ constexpr bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 // `text` without the blanks at both ends.
 std::wstring_view TrimBlanks(std::wstring_view text);
 
-// Below, equal to or above 0 as `a` stands before, with or after `b`, letters compared in lower case.
+// Below, equal to or above 0 as `a` sorts before, with or after `b`, letters compared in lower case.
 VELMORA_API int CompareNoCase(std::wstring_view a, std::wstring_view b);
-// The same with letters in upper case, as disks order their names: "_" comes behind the letters.
+// The same with letters in upper case, as disks order their names: "_" comes after the letters.
 int CompareInCapitals(std::wstring_view a, std::wstring_view b);
 inline bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
   return a.size() == b.size() && CompareNoCase(a, b) == 0;

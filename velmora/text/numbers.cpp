@@ -47,7 +47,7 @@ bool IsTooSmall(std::string_view number) {
     const auto read = std::from_chars(number.data() + from, number.data() + number.size(), exponent);
     if (read.ec == std::errc::result_out_of_range) return number[from] == '-';
   }
-  // How far before the point the first digit stands. Near enough: the limits are 300 places away.
+  // How far before the point the first digit is. Near enough: the limits are 300 places away.
   const long long places = static_cast<long long>(point) - static_cast<long long>(first);
   return exponent < -places;
 }

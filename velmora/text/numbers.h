@@ -37,7 +37,7 @@ class NumberScanner {
 // Fills `values` from the start of `text` and returns how many could be read.
 size_t ScanNumbers(std::wstring_view text, std::span<double> values);
 
-// The number that `text` starts with, after blanks; nothing when none stands there.
+// The number that `text` starts with, after blanks; nothing when there is none.
 [[nodiscard]] std::optional<double> ParseNumber(std::wstring_view text);
 // The number that `text` consists of, blanks around it apart.
 [[nodiscard]] std::optional<double> ParseWholeNumber(std::wstring_view text);
