@@ -131,9 +131,12 @@ bool PosixNewFile::IsTarget(const FolderEntry& entry) const {
   if (fstat(entry.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
       entry.name == target_.name)
     return true;
-  return fstatat(entry.folder.Get(), entry.name.c_str(), &a, AT_SYMLINK_NOFOLLOW) == 0 &&
-         fstatat(target_.folder.Get(), target_.name.c_str(), &b, AT_SYMLINK_NOFOLLOW) == 0 &&
-         IsSameFile(a, b);
+  // The target is looked up first and kept open. Another writer's rename moves its temporary to the target, never
+  // back, and no new file gets the number of an open one; the other way round its file is met under both names.
+  const FileDescriptor target(
+      openat(target_.folder.Get(), target_.name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  return target && fstat(target.Get(), &b) == 0 &&
+         fstatat(entry.folder.Get(), entry.name.c_str(), &a, AT_SYMLINK_NOFOLLOW) == 0 && IsSameFile(a, b);
 }
 
 // A temporary that is the target itself would destroy the old file; TemporaryName is used instead.

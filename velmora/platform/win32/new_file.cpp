@@ -66,10 +66,12 @@ Target Examine(const std::wstring& path) {
   return GetFileType(file.Get()) == FILE_TYPE_DISK ? Target::kReplaceable : Target::kRefused;
 }
 
-bool IsSameFile(const std::wstring& a, const std::wstring& b) {
-  if (EqualNoCase(a, b)) return true;
-  const FileHandle first = OpenToAsk(a, 0);
-  const FileHandle second = OpenToAsk(b, 0);
+// Whether the temporary name is another name of the target. The target is opened first and stays open: another
+// writer's rename moves its temporary to the target, so that the other way round its file is met under both names.
+bool IsSameFile(const std::wstring& temporary, const std::wstring& target) {
+  if (EqualNoCase(temporary, target)) return true;
+  const FileHandle first = OpenToAsk(target, 0);
+  const FileHandle second = OpenToAsk(temporary, 0);
   BY_HANDLE_FILE_INFORMATION x{};
   BY_HANDLE_FILE_INFORMATION y{};
   return first && second && GetFileInformationByHandle(first.Get(), &x) != 0 &&
