@@ -12,6 +12,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <sstream>
 
 #include "tests/alignment/shapes.h"
 #include "tests/support/recorded_file.h"
@@ -111,15 +112,13 @@ Numbers AnswersOf(OpenLine& line, const std::string& operation, const Numbers& i
   return {};
 }
 
-Numbers NumbersIn(std::string_view text) {
+Numbers NumbersIn(const std::string& text) {
   Numbers numbers;
-  while (!text.empty()) {
-    const std::string_view word = text.substr(0, text.find(' '));
-    double number = 0;
+  std::istringstream words(text);
+  double number = 0;
+  for (std::string word; words >> word;)
     if (std::from_chars(word.data(), word.data() + word.size(), number).ec == std::errc())
       numbers.push_back(number);
-    text.remove_prefix(std::min(word.size() + 1, text.size()));
-  }
   return numbers;
 }
 

@@ -50,7 +50,7 @@
 #include "velmora/settings/code_files.h"
 #include "velmora/settings/jb23_par.h"
 #include "velmora/settings/parameter_files.h"
-#include "velmora/settings/settings_reader.h"
+#include "velmora/settings/settings_text.h"
 #include "velmora/settings/tundril_cfg.h"
 #include "velmora/settings/tundril_inst.h"
 #include "velmora/settings/tundril_par.h"
@@ -265,14 +265,7 @@ class FileCases : public SettingsFolders {
 
   TextLines LinesOf(const std::string& path) const {
     TextLines lines;
-    SettingsReader reader;
-    if (!reader.Open(At(FromUtf8(path)))) return lines;
-    TextLine line;
-    while (reader.ReadLine(&line.text)) {
-      ++line.number;
-      line.cut = reader.LineWasCut();
-      lines.push_back(line);
-    }
+    ReadTextLines(At(FromUtf8(path)), &lines);
     return lines;
   }
 
