@@ -1,10 +1,9 @@
-// The content as each kind of code file: the facade delivers the model's entries, into buffers of any size,
+// The content as each kind of code file: the facade delivers the model's codes, into buffers of any size,
 // and entries that are rewritten read back. Argument: the size.
 #include <algorithm>
 
 #include "fuzz/support/project_settings.h"
 #include "velmora/settings/code_files.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::fuzz {
 namespace {
@@ -13,77 +12,40 @@ using Kind = SettingsFileKind;
 
 constexpr int kLargeSize = 5000;  // more than any line here has
 
-// What the facade delivers of an entry: its result and texts, and its numbers in the shortest form.
-struct Row {
-  int result = 0;
-  std::vector<CString> texts;
-  std::vector<std::string> numbers;
-  bool operator==(const Row&) const = default;
-};
-using Rows = std::vector<Row>;
-
-std::vector<std::string> Shortest(const std::vector<double>& numbers) {
-  std::vector<std::string> texts;
-  for (const double number : numbers) texts.push_back(FormatShortest(number));
-  return texts;
-}
-
-Rows Delivered(CTundrilInst* facade, Kind kind, int section, const CString& path, int size) {
-  Rows rows;
-  for (;;) {
-    // Of exactly this size, so that a sanitizer sees what is written after their end.
-    const auto room = static_cast<size_t>(size);
-    std::vector<wchar_t> a(room), b(room), c(room);
-    double n[3] = {};
-    int max = 0, step = 0;
-    Row row;
+// The codes that the facade delivers.
+std::vector<CString> Delivered(CTundrilInst* facade, Kind kind, int section, const CString& path, int size) {
+  std::vector<CString> codes;
+  // Of exactly this size, so that a sanitizer sees what is written behind them.
+  const auto room = static_cast<size_t>(size);
+  std::vector<wchar_t> a(room), b(room), c(room);
+  double n[3] = {};
+  int max = 0, step = 0;
+  for (int result = 1; result != 0;) {
     const bool limits = section == kClassSection;
     if (kind == Kind::kObjects)
-      row.result = 1 + facade->KodfilDatRead(a.data(), size, b.data(), size);
+      result = 1 + facade->KodfilDatRead(a.data(), size, b.data(), size);
     else if (kind == Kind::kEnvironment)
-      row.result = 1 + facade->MiljkodRead(section, a.data(), size, b.data(), size, limits ? &max : nullptr,
-                                           limits ? &step : nullptr);
+      result = 1 + facade->MiljkodRead(section, a.data(), size, b.data(), size, limits ? &max : nullptr,
+                                       limits ? &step : nullptr);
     else if (kind == Kind::kLines)
-      row.result = facade->LinkodRead(a.data(), size, b.data(), size, c.data(), size, &n[0], &max);
+      result = facade->LinkodRead(a.data(), size, b.data(), size, c.data(), size, &n[0], &max);
     else
-      row.result = facade->StampParRead(path, a.data(), size, b.data(), size, &n[0], &n[1], &n[2]);
-    if (row.result == 0) return rows;
-    Require(row.result == -2 || (row.result > 0 && row.result <= 3), "a known result");
-    if (row.result < 0) continue;
-    row.texts = {a.data(), b.data()};
-    if (kind == Kind::kLines) row.texts.emplace_back(c.data());
-    if (limits) row.numbers = Shortest({static_cast<double>(max), static_cast<double>(step)});
-    if (kind == Kind::kLines) row.numbers = Shortest({n[0], static_cast<double>(max)});
-    if (kind == Kind::kStamp) row.numbers = Shortest({n[0], n[1], n[2]});
-    rows.push_back(row);
+      result = facade->StampParRead(path, a.data(), size, b.data(), size, &n[0], &n[1], &n[2]);
+    Require(result == -2 || (result >= 0 && result <= 3), "a known result");
+    if (result > 0) codes.emplace_back(a.data());
   }
+  return codes;
 }
 
-Rows Expected(const CodeEntries& entries, Kind kind, int section, int size) {
-  Rows rows;
+std::vector<CString> Expected(const CodeEntries& entries, Kind kind, int section, int size) {
+  std::vector<CString> codes;
   for (const CodeEntry& entry : entries) {
-    const std::vector<CString>& fields = entry.fields;
-    if (entry.section != section || (kind == Kind::kObjects && fields[0].IsEmpty())) continue;
-    Row row{1, {entry.code, fields[0]}, {}};
-    std::vector<double> numbers;
-    const auto take = [&](size_t first, size_t count) {
-      for (size_t i = first; i < first + count; ++i)
-        numbers.push_back(ParseNumber(fields[i].GetView()).value_or(-1));
-    };
-    if (kind == Kind::kObjects) row.texts[1] = WordsOf(fields[kObjectText])[0];
-    if (section == kClassSection) take(kMiljkodMax, 2);
-    if (kind == Kind::kStamp) take(kStampFirst, 3);
-    if (kind == Kind::kLines) {
-      take(kLineNumber, 2);
-      row.texts.push_back(fields[kLineText]);
-      row.result = static_cast<int>(GroupOfLineCode(entry.code.GetView()));
-      if (row.result > 1) row.texts[0] = entry.code.Mid(kPvLength);
-    }
-    for (CString& text : row.texts) text = text.Left(size - 1);
-    row.numbers = Shortest(numbers);
-    rows.push_back(row);
+    if (entry.section != section || (kind == Kind::kObjects && entry.fields[0].IsEmpty())) continue;
+    const bool shortened =
+        kind == Kind::kLines && static_cast<int>(GroupOfLineCode(entry.code.GetView())) > 1;
+    codes.push_back((shortened ? entry.code.Mid(kPvLength) : entry.code).Left(size - 1));
   }
-  return rows;
+  return codes;
 }
 
 bool Same(const CodeEntries& a, const CodeEntries& b) {
@@ -144,7 +106,7 @@ void Run(const Input& input) {
       for (const int room : {size, kLargeSize})
         Require(Delivered(&settings.facade, kind, section, path, room) ==
                     Expected(file.entries, kind, section, room),
-                "the facade delivers the model's entries");
+                "the facade delivers the model's codes");
     if (file.can_rewrite) TryRewrite(input, kind, path, file);
     if (sections) TryUpdate(&settings.facade, input, file);
     if (kind != Kind::kObjects || !file.can_rewrite) continue;

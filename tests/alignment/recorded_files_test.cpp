@@ -1,20 +1,18 @@
 // Files as they are read and written back, from recorded/files.txt:
 //
-//   alignment                what reads the file: alignment, set, support or area
+//   == alignment             what reads the file: alignment, set, support or area
 //   > 0 0 0 0 7 $Name        its lines, in Windows-1252 with CR LF on disk; "~" for one without a line end
 //   < 0.0000 0.0000 ...      the file as it is then written
 //   ! Fel rad : ...          the texts shown meanwhile
 //   ? 3 coincides with ...   of a set, what the checks find, with the number of the point in the plan or
 //   profile
-//
-// With VELMORA_RECORD set the test writes the answers of this build instead.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <numeric>
 #include <utility>
 
 #include "tests/alignment/shapes.h"
+#include "tests/support/recorded_file.h"
 #include "velmora/alignment/checks.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/vag2.h"
@@ -82,39 +80,21 @@ class RecordedFiles : public AlignmentFiles {
 };
 
 TEST_F(RecordedFiles, AreReadAndWrittenAsRecorded) {
-  const std::string path = RecordedFile("files.txt");
-  std::ifstream file(path, std::ios::binary);
-  std::string all, kind, bytes, expected;
-  int blocks = 0;
-  const auto finish = [&] {
-    if (kind.empty()) return;
-    ++blocks;
-    const std::string answers = Answers(kind, bytes);
-    all += answers;
-    EXPECT_TRUE(answers == expected || Recording()) << kind << "\n" << bytes << "is now\n" << answers;
-    kind = bytes = expected = "";
-  };
-  for (std::string line; std::getline(file, line);) {
-    const std::string sign = line.substr(0, line.find(' '));
-    if (sign == "<" || sign == "<~" || sign == "!" || sign == "?") {
-      expected += line + "\n";
-      continue;
-    }
-    if (sign == ">" || sign == "~") {
-      const std::wstring text = WideFromUtf8(line.substr(std::min<size_t>(line.size(), 2)));
-      EXPECT_TRUE(AppendEncoded(text, TextEncoding::kWindows1252, &bytes));
-      if (sign == ">") bytes += "\r\n";
-    } else {
-      finish();
-      if (sign != "#") kind = line;
-    }
-    all += line + "\n";
-  }
-  finish();
-  EXPECT_GT(blocks, 40);
+  testing::PlayRecorded(
+      RecordedFile("files.txt"), [this](const std::string& kind, const testing::Lines& lines) {
+        std::string played, bytes;
+        for (const std::string& line : lines) {
+          const std::string sign = line.substr(0, line.find(' '));
+          if (sign != ">" && sign != "~" && sign != "#") continue;
+          played += line + "\n";
+          if (sign == "#") continue;
+          const std::wstring text = WideFromUtf8(line.substr(std::min<size_t>(line.size(), 2)));
+          EXPECT_TRUE(AppendEncoded(text, TextEncoding::kWindows1252, &bytes));
+          if (sign == ">") bytes += "\r\n";
+        }
+        return played + Answers(kind, bytes);
+      });
   EXPECT_TRUE(messages_.boxes.empty());
-  file.close();
-  if (Recording()) std::ofstream(path, std::ios::binary) << all;
 }
 
 }  // namespace

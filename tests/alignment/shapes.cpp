@@ -19,8 +19,6 @@ std::string RecordedFile(const std::string& name) {
   return std::string(std::getenv("VELMORA_RECORDED")) + "/" + name;
 }
 
-bool Recording() { return std::getenv("VELMORA_RECORD") != nullptr; }
-
 double Uniform(std::mt19937& random, double low, double high) {
   return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
 }

@@ -35,9 +35,8 @@ class OpenLine : public CVaglinje {
   int IndexOf(const Node* wanted) const;
 };
 
-// A file of recorded/, and whether its answers are to be written and not compared.
+// A file of recorded/.
 std::string RecordedFile(const std::string& name);
-bool Recording();
 
 double Uniform(std::mt19937& random, double low, double high);
 

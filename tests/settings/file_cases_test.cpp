@@ -35,12 +35,12 @@
 #include <algorithm>
 #include <clocale>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <sstream>
 #include <thread>
 
+#include "tests/support/recorded_file.h"
 #include "tests/support/recorded_messages.h"
 #include "tests/support/run_command.h"
 #include "tests/support/test_files.h"
@@ -50,7 +50,7 @@
 #include "velmora/settings/code_files.h"
 #include "velmora/settings/jb23_par.h"
 #include "velmora/settings/parameter_files.h"
-#include "velmora/settings/settings_reader.h"
+#include "velmora/settings/settings_text.h"
 #include "velmora/settings/tundril_cfg.h"
 #include "velmora/settings/tundril_inst.h"
 #include "velmora/settings/tundril_par.h"
@@ -59,7 +59,7 @@
 namespace velmora {
 namespace {
 
-using Texts = std::vector<std::string>;
+using Texts = testing::Lines;
 
 Texts Split(const std::string& text, char separator) {
   Texts parts;
@@ -265,14 +265,7 @@ class FileCases : public SettingsFolders {
 
   TextLines LinesOf(const std::string& path) const {
     TextLines lines;
-    SettingsReader reader;
-    if (!reader.Open(At(FromUtf8(path)))) return lines;
-    TextLine line;
-    while (reader.ReadLine(&line.text)) {
-      ++line.number;
-      line.cut = reader.LineWasCut();
-      lines.push_back(line);
-    }
+    ReadTextLines(At(FromUtf8(path)), &lines);
     return lines;
   }
 
@@ -340,33 +333,8 @@ class FileCases : public SettingsFolders {
 };
 
 TEST(SettingsFiles, CasesAreAnsweredAsRecorded) {
-  const std::string path = testing::PathFromEnvironment("VELMORA_SETTINGS_CASES");
-  std::ifstream file(path, std::ios::binary);
-  std::string all, name;
-  Texts lines;
-  const auto play = [&] {
-    std::string expected, played;
-    for (const std::string& line : lines) expected += line + "\n";
-    FileCases cases;
-    played = cases.Play(lines);
-    if (std::getenv("VELMORA_RECORD") == nullptr) {
-      EXPECT_EQ(played, expected) << name;
-    }
-    all += name + played;
-    lines.clear();
-  };
-  for (std::string line; std::getline(file, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (!line.starts_with("== ")) {
-      lines.push_back(line);
-      continue;
-    }
-    play();
-    name = line + "\n";
-  }
-  EXPECT_FALSE(name.empty()) << path;
-  play();
-  if (std::getenv("VELMORA_RECORD") != nullptr) std::ofstream(path, std::ios::binary) << all;
+  testing::PlayRecorded(testing::PathFromEnvironment("VELMORA_SETTINGS_CASES"),
+                        [](const auto&, const auto& lines) { return FileCases().Play(lines); });
 }
 
 // The stream is shared: a read that was left goes on, whatever is asked for, and in a copy too.
