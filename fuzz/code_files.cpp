@@ -15,7 +15,7 @@ constexpr int kLargeSize = 5000;  // more than any line here has
 // The codes that the facade delivers.
 std::vector<CString> Delivered(CTundrilInst* facade, Kind kind, int section, const CString& path, int size) {
   std::vector<CString> codes;
-  // Of exactly this size, so that a sanitizer sees what is written behind them.
+  // Of exactly this size, so that a sanitizer sees what is written after their end.
   const auto room = static_cast<size_t>(size);
   std::vector<wchar_t> a(room), b(room), c(room);
   double n[3] = {};
