@@ -39,7 +39,10 @@ void ReadAs(unsigned which, const CString& name) {
 void Run(const Input& input) {
   const std::string& bytes = input.File();
   const bool is_database = bytes.starts_with("SQLite format 3");
-  if (is_database) Put(L"registry.db", bytes);
+  if (is_database) {
+    for (const wchar_t* name : {L"registry.db-wal", L"registry.db-shm"}) RemoveWholeFile(Scratch(name));
+    Put(L"registry.db", bytes);
+  }
   RegistryKey key;
   const int made = key.Create(HKEY_CURRENT_USER, kKey, KEY_ALL_ACCESS);
   if (!is_database) {
