@@ -80,17 +80,11 @@ Numbers AnswersOf(OpenLine& line, const std::string& operation, const Numbers& i
   }
   if (is("Measure")) {
     const PlanMeasures m = MeasurePlan(points);
-    const PlanBounds& bounds = m.bounds;
-    return {m.length,
-            static_cast<double>(m.arcs),
-            m.smallest_radius.value_or(-77),
-            m.lowest_station,
-            m.highest_station,
-            bounds.min_northing,
-            bounds.max_northing,
-            bounds.min_easting,
-            bounds.max_easting,
-            GreatestStationError(points)};
+    Numbers all = {m.length, 1.0 * m.arcs, m.smallest_radius.value_or(-77), m.lowest_station};
+    const auto& [south, north, west, east] = m.bounds;
+    for (const double each : {m.highest_station, south, north, west, east}) all.push_back(each);
+    all.push_back(GreatestStationError(points));
+    return all;
   }
   if (is("OffEnd")) {  // of a map point, searched and known to be nearest to an end
     const PlanePoint p{in[1], in[0]};

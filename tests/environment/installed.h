@@ -23,6 +23,7 @@ inline constexpr wchar_t kDist[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Vel
 inline constexpr wchar_t kReleaseKey[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\RELEASE\\sv";
 inline constexpr wchar_t kR20[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\R20\\sv";
 // Below the test's folder.
+inline constexpr wchar_t kShared[] = L"all\\Quorval\\Zennik\\Velmora\\sv";
 inline constexpr wchar_t kUser[] = L"user\\Quorval\\Zennik\\Velmora\\R20\\sv";
 inline constexpr wchar_t kFormerUser[] = L"user\\Brovald\\Zennik\\Velmora\\R20\\sv";
 

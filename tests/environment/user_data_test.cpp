@@ -11,8 +11,6 @@
 namespace velmora {
 namespace {
 
-constexpr wchar_t kShared[] = L"all\\Quorval\\Zennik\\Velmora\\sv";
-
 class UserData : public Installed {
  protected:
   UserData() {
@@ -86,26 +84,23 @@ TEST_F(UserData, MissingAndOlderFilesAreCopied) {
 TEST_F(UserData, BinariesGoToTheRegisteredPlatform) {
   MakeIni(kUser);
   MakeIni(L"programs\\Quorval\\Binaries");  // no name is left out here
-  const struct {
-    const wchar_t* version;
-    CString programs, platform;  // that of the version
-    CString destination;
-  } kCases[] = {
+  // The version, the programs, the platform of the version, and where the files go.
+  const CString kCases[][4] = {
       {L"", L"Saknas", At(L"usual"), L""},
       {L"", At(L"programs"), L"saknas", L""},
       {L"", At(L"programs"), At(L"usual"), MakeFolders(L"usual\\Binaries")},
       {L"30.1", At(L"programs"), At(L"other"), MakeFolders(L"other\\Binaries")},
   };
-  for (const auto& a : kCases) {
-    const CString version = *a.version == L'\0' ? L"26.15" : a.version;
-    ini_.WriteKey(L"SYSTEM", L"ZENNIKVER", a.version);
+  for (const auto& [named, programs, platform, destination] : kCases) {
+    const CString version = named.IsEmpty() ? CString(L"26.15") : named;
+    ini_.WriteKey(L"SYSTEM", L"ZENNIKVER", named);
     Register(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", L"ProgramFilesDir",
-             a.programs);
+             programs);
     Register(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Quorval\\Zennik\\" + version + L"\\Kernel Services",
-             L"Root Directory", a.platform);
-    EXPECT_EQ(PlanUserFileCheck(ini_).binaries_destination, a.destination);
+             L"Root Directory", platform);
+    EXPECT_EQ(PlanUserFileCheck(ini_).binaries_destination, destination);
     ini_.AllUserFileCheck();
-    EXPECT_TRUE(a.destination.IsEmpty() || ReadBytes(a.destination + L"\\Velmora.ini") == "[SYSTEM]\r\n");
+    EXPECT_TRUE(destination.IsEmpty() || ReadBytes(destination + L"\\Velmora.ini") == "[SYSTEM]\r\n");
   }
 }
 

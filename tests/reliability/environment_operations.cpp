@@ -8,8 +8,6 @@
 namespace velmora::testing {
 namespace {
 
-constexpr wchar_t kSharedFiles[] = L"all\\Quorval\\Zennik\\Velmora\\sv";
-
 CString In(const wchar_t* folder, const wchar_t* name) { return CString(folder) + L"\\" + name; }
 
 void SetAge(const Scene& s, const std::string& path, int hours) {
@@ -44,7 +42,7 @@ std::vector<std::string> SetUpFailures() {
 void PrepareUserFiles(Scene& s) {
   PrepareUser(s);
   for (const wchar_t* name : {L"MISSING.PAR", L"NEWER.DAT", L"OLDER.DAT", L"Velmora.ini"})
-    s.MakeFile(In(kSharedFiles, name), "shared");
+    s.MakeFile(In(kShared, name), "shared");
   for (const wchar_t* name : {L"NEWER.DAT", L"OLDER.DAT", L"OWN.TXT"}) s.MakeFile(In(kUser, name), "user");
   SetAge(s, "user/Quorval/Zennik/Velmora/R20/sv/NEWER.DAT", 9);
   SetAge(s, "all/Quorval/Zennik/Velmora/sv/OLDER.DAT", 9);

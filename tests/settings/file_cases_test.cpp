@@ -215,28 +215,29 @@ class FileCases : public SettingsFolders {
     return shown;
   }
 
-  template <class List>
-  void Hold(std::shared_ptr<List> list, CString name) {
+  template <class List, class... Arguments>
+  void Hold(const Arguments&... arguments) {
+    const auto list = std::make_shared<List>(arguments...);
     get_ = [=](const CString& key) {
       return std::to_string(list->FindKey(key)) + " " + ToUtf8(list->ReadKey(key)) + "\n";
     };
     set_ = [=](const CString& key, const CString& value) { return list->WriteKey(key, value); };
-    records_ = [=] {
+    records_ = [=, from = folder_.Path().GetLength()] {
+      CString name;
+      if constexpr (!std::is_same_v<List, CTundrilCFG>) name = list->GetParFilNamn().Mid(from);
       int count = 0;
       const int at = list->Where(&count);
       return std::to_string(at) + " of " + std::to_string(count) + " " + ToUtf8(name) + "\n";
     };
   }
   void Open(const std::string& name, const CString& path) {
-    const auto par = [&](auto list) { Hold(list, list->GetParFilNamn().Mid(folder_.Path().GetLength())); };
     if (name == "ini") ini_.m_iniPath = path;
-    if (name == "ini") Hold(std::make_shared<CTundrilCFG>(&ini_), L"");
-    if (name == "cfg") Hold(std::make_shared<CTundrilCFG>(L"Karsk", path), L"");
-    if (name == "jb23") par(std::make_shared<CJb23Par>(&ini_, &project_));
-    if (name == "par") par(std::make_shared<CTundrilPAR>(&ini_, &project_));
-    if (name == "none") par(std::make_shared<CTundrilPAR>(nullptr, nullptr));
-    if (name.starts_with("par") && name.size() > 3)
-      par(std::make_shared<CTundrilPAR>(&ini_, &project_, name.back() - '0'));
+    if (name == "ini") return Hold<CTundrilCFG>(&ini_);
+    if (name == "cfg") return Hold<CTundrilCFG>(L"Karsk", path);
+    if (name == "jb23") return Hold<CJb23Par>(&ini_, &project_);
+    if (name == "par") return Hold<CTundrilPAR>(&ini_, &project_);
+    if (name == "none") return Hold<CTundrilPAR>(nullptr, nullptr);
+    Hold<CTundrilPAR>(&ini_, &project_, name.back() - '0');
   }
 
   std::string Values(const CString& file, const CString& key) {

@@ -1,29 +1,12 @@
-// Files that hold keys: what the table of cases (file_cases.txt) does not reach.
+// The index of keys: what the table of cases (file_cases.txt) does not reach.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
-#include "tests/support/recorded_messages.h"
-#include "tests/support/test_files.h"
-#include "velmora/platform/files.h"
 #include "velmora/settings/tundril_cfg.h"
 
 namespace velmora {
 namespace {
-
-TEST(KeyValue, AFileWithAnEndlessLineIsNeitherReadNorReplaced) {
-  std::string endless = "A=1\r\nB=";
-  endless.resize(size_t{65} << 20, 'x');
-  const TemporaryFolder folder;
-  RecordedMessages messages;
-  const CString path = folder.File(L"endless.cfg");
-  WriteBytes(path, endless);
-  CTundrilCFG whole_or_nothing(L"P", path);
-  EXPECT_EQ(whole_or_nothing.ReadKey(L"A"), L"");
-  EXPECT_EQ(whole_or_nothing.WriteKey(L"C", L"3"), -1);
-  EXPECT_EQ(GetFileStatus(path)->size, endless.size());
-  EXPECT_EQ(messages.boxes.size(), 1u);
-}
 
 // The first match in list order, found without the index.
 int PlaceOf(CTundrilCFG& cfg, const wchar_t* key) {

@@ -7,8 +7,6 @@
 namespace velmora {
 namespace {
 
-constexpr wchar_t kShared[] = L"all\\Quorval\\Zennik\\Velmora\\sv";
-
 class ListedNames : public Installed {};
 
 TEST_F(ListedNames, AreNotCopied) {
