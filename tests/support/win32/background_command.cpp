@@ -52,8 +52,15 @@ BackgroundCommand::BackgroundCommand(const std::vector<std::string>& words, cons
   start.hStdOutput = Open(output, GENERIC_WRITE, CREATE_ALWAYS);
   start.hStdError = errors.IsEmpty() ? start.hStdOutput : Open(errors, GENERIC_WRITE, CREATE_ALWAYS);
   PROCESS_INFORMATION process = {};
-  if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) !=
-      0) {
+  // Under load Wine now and then does not start a program at the first attempt.
+  BOOL started = FALSE;
+  for (int attempt = 0; attempt < 5 && started == FALSE; ++attempt) {
+    if (attempt > 0) Sleep(200);
+    std::wstring arguments = line;
+    started = CreateProcessW(nullptr, arguments.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                             &process);
+  }
+  if (started != FALSE) {
     AssignProcessToJobObject(Job(), process.hProcess);
     CloseHandle(process.hThread);
     process_ = reinterpret_cast<std::intptr_t>(process.hProcess);
