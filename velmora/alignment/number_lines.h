@@ -18,7 +18,7 @@ namespace velmora {
 // How many digits a column's numbers have, with what follows from it.
 struct NumberShape {
   int digits = 0;    // before the point, 1 to 7; 0: not known
-  int decimals = 0;  // after it, up to 7; 0: there is no point
+  int decimals = 0;  // after it, up to 7; 0: without a point
   int length = 0;    // with the point, without a sign
   double divisor = 1;
   DigitPlaces places;

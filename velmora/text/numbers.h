@@ -42,7 +42,7 @@ size_t ScanNumbers(std::wstring_view text, std::span<double> values);
 // The number that `text` consists of, blanks around it apart.
 [[nodiscard]] std::optional<double> ParseWholeNumber(std::wstring_view text);
 
-// "%.{decimals}f"; "inf", "-inf" and "nan" for what is no number.
+// "%.{decimals}f"; "inf", "-inf" and "nan" where the value is not finite.
 std::string FormatFixed(double value, int decimals);
 // The shortest text that reads back as the same double.
 std::string FormatShortest(double value);
