@@ -2,13 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
 
 #include "cli/align/commands.h"
 #include "cli/codes/commands.h"
 #include "cli/env/commands.h"
 #include "cli/formats/commands.h"
 #include "cli/link/commands.h"
+#include "cli/output/output_file.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
 #include "cli/settings/commands.h"
@@ -24,9 +24,11 @@ constexpr int kDone = 0;
 constexpr int kRefused = 1;
 constexpr int kWrongUsage = 2;
 
-void PrintLine(std::FILE* to, const std::string& line) {
-  std::fwrite(line.data(), 1, line.size(), to);
-  if (line.empty() || line.back() != '\n') std::fputc('\n', to);
+void PrintLine(std::string line) {
+  if (!line.ends_with('\n')) line += '\n';
+  OutputFile output("");
+  output.Write(line);
+  output.Finish();
 }
 
 // The innermost area or verb that was recognised, and its words on the command line.
@@ -34,6 +36,11 @@ struct Understood {
   const CLI::App* app;
   std::string called_as;  // without "velmora"
 };
+
+int RefuseUsage(const Understood& at, const std::string& problem) {
+  Warn(problem + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") + "--help)");
+  return kWrongUsage;
+}
 
 Understood Deepest(const CLI::App& app) {
   Understood deepest{&app, ""};
@@ -76,17 +83,16 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     const Understood asked = Deepest(app);
     // The parser appends the name to the text that it is given.
     const std::string called_as = "velmora " + asked.called_as;
-    PrintLine(stdout,
-              asked.app->help(asked.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' '))));
+    PrintLine(asked.app->help(asked.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' '))));
     return kDone;
   } catch (const CLI::CallForVersion&) {
-    PrintLine(stdout, app.version());
+    PrintLine(app.version());
     return kDone;
   } catch (const CLI::ParseError& error) {
     const Understood at = Deepest(app);
-    Warn(UsageError(app, at, error) + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") +
-         "--help)");
-    return kWrongUsage;
+    return RefuseUsage(at, UsageError(app, at, error));
+  } catch (const WrongUsage& error) {
+    return RefuseUsage(Deepest(app), error.what());
   }
 }
 

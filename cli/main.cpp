@@ -3,5 +3,6 @@
 
 int main(int argc, char** argv) {
   velmora::PrepareStandardStreams();
+  velmora::RemoveUnfinishedFilesAtInterrupt();
   return velmora::cli::RunCommand(velmora::ProgramArguments(argc, argv));
 }

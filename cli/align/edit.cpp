@@ -1,5 +1,6 @@
 #include "cli/align/alignment_input.h"
 #include "cli/align/commands.h"
+#include "cli/output/ending.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
@@ -12,12 +13,15 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   if (options.to == "-")
     throw Refusal(
         "an alignment is written to a file only; give -o a file name, or omit -o to show the points");
+  std::vector<std::string> endings = {".vl"};
+  if (const std::string own = EndingOf(options.file); !own.empty() && own != ".vl") endings.push_back(own);
+  RequireEnding(options.to, "an alignment", endings);
   ReadAlignment(options.file, input);
   RequirePlan(*input);
   if (options.to.empty() || input->skipped.Count() == 0) return;
   const std::int64_t line = input->skipped.listed.front().line;
   const std::string count = " (" + std::to_string(input->skipped.Count()) + " such lines in all";
-  if (options.to == options.file || SameFile(options.to, options.file))
+  if (SameFile(options.to, options.file))
     throw Refusal(At(options.file, line,
                      "this line is not a point and would be lost" + count +
                          "); give -o another name, or remove it first"));
@@ -46,7 +50,7 @@ void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
     ShowPoints(options, input->set.plan);
     return;
   }
-  if (input->set.Uppdat(PathFromSystem(options.to)) < 0) RefuseUnwritable(options.to);
+  if (input->set.Uppdat(PathAsSpelled(options.to)) < 0) RefuseUnwritable(options.to);
   const PlanMeasures now = MeasurePlan(input->set.plan.Points());
   Warn(At(options.to, "written, stations " + StationText(now.lowest_station, options.output.km) + " to " +
                           StationText(now.highest_station, options.output.km)));
@@ -97,7 +101,7 @@ void AlignShift(const EditOptions& options) {
 
 void AlignExtend(const EditOptions& options) {
   if (options.before == 0 && options.after == 0)
-    throw Refusal("nothing to extend: give --before M, --after M or both");
+    throw WrongUsage("nothing to extend: give --before M, --after M or both");
   AlignmentInput input;
   Open(options, &input);
   if (IsDescending(input.plan))

@@ -295,7 +295,7 @@ class Results {
 void AlignLocate(const LocateOptions& options) {
   AlignmentInput input;
   if (options.file == "-" && options.points == "-")
-    throw Refusal("only one of FILE and --points can be standard input");
+    throw WrongUsage("only one of FILE and --points can be standard input");
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   PointList points(options.points);

@@ -60,7 +60,7 @@ std::optional<double> StationOf(const ListReader& list) {
 
 void AlignPlace(const PlaceOptions& options) {
   if (options.file == "-" && options.stations == "-")
-    throw Refusal("only one of FILE and --stations can be standard input");
+    throw WrongUsage("only one of FILE and --stations can be standard input");
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequirePlan(input);

@@ -1,6 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
@@ -47,7 +48,8 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
 
 void AlignPlot(const PlotOptions& options) {
   if (options.file == "-" && options.points == "-")
-    throw Refusal("only one of FILE and --points can be standard input");
+    throw WrongUsage("only one of FILE and --points can be standard input");
+  RequireEnding(options.to, "a drawing", {".svg"});
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   drawing::PlotInput drawing;

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "cli/output/ending.h"
 #include "cli/output/options.h"
 #include "cli/output/records.h"
 #include "cli/terminal/error.h"
@@ -22,8 +23,8 @@ struct FormatsOptions {
 std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::string& name) {
   std::vector<ritformattype> all(table.formater, table.formater + table.antal);
   if (name.empty()) return all;
-  const int index = table.Format2Index(FromUtf8(name));
-  if (index >= 0) return {table.formater[index]};
+  for (const ritformattype& format : all)
+    if (FromUtf8(name).CompareNoCase(format.namn) == 0) return {format};
   std::string known;
   for (const ritformattype& format : all) known += (known.empty() ? "" : ", ") + ToUtf8(format.namn);
   throw Refusal(Quoted(name) + " is not a sheet format; the formats are " + known);
@@ -32,6 +33,7 @@ std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::strin
 void Formats(const FormatsOptions& options) {
   const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
   if (!options.svg.empty()) {
+    RequireEnding(options.svg, "a drawing", {".svg"});
     OutputFile output(options.svg);
     drawing::SvgCanvas canvas;
     drawing::DrawFormats(chosen, canvas);

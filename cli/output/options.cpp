@@ -10,7 +10,8 @@ void AddFormatOptions(CLI::App* verb, OutputOptions* options) {
 }
 
 void AddOutputOptions(CLI::App* verb, OutputOptions* options) {
-  verb->add_option("-o", options->file, "Write the result to OUT (.csv and .json select the format)")
+  verb->add_option("-o", options->file,
+                   "Write the result to OUT (.csv, .json, .txt: the ending selects the format)")
       ->type_name("OUT");
   AddFormatOptions(verb, options);
 }

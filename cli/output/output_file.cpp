@@ -1,9 +1,5 @@
 #include "cli/output/output_file.h"
 
-#include <filesystem>
-#include <system_error>
-
-#include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/device_file.h"
 
@@ -14,10 +10,9 @@ bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
 
 }  // namespace
 
-bool SameFile(const std::string& a, const std::string& b) {
-  if (IsStandard(a) || IsStandard(b)) return false;
-  std::error_code error;
-  return std::filesystem::equivalent(SystemPath(a), SystemPath(b), error) && !error;
+bool SameFile(const std::string& output, const std::string& input) {
+  if (IsStandard(output) || IsStandard(input)) return false;
+  return IsSameFile(PathAsSpelled(output), PathFromSystem(input));
 }
 
 OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& inputs) : file_(file) {
@@ -29,7 +24,7 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
     if (SameFile(file, input))
       throw Refusal(
           At(file, "is read by this command and would be replaced by the result; give -o another name"));
-  const CString path = PathFromSystem(file);
+  const CString path = PathAsSpelled(file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (status && status->kind == FileKind::kOther) {
     stream_ = OpenDeviceToWrite(path);

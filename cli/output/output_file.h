@@ -36,8 +36,9 @@ class OutputFile {
 // Throws a Refusal for a file that could not be written and is as it was.
 [[noreturn]] void RefuseUnwritable(const std::string& file);
 
-// Whether two names stand for one file on disk.
-bool SameFile(const std::string& a, const std::string& b);
+// Whether a file to be written, its name as spelled, is one that is read, whose name is found in any letter
+// case.
+bool SameFile(const std::string& output, const std::string& input);
 
 }  // namespace velmora::cli
 

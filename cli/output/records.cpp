@@ -7,18 +7,13 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/output/csv_text.h"
+#include "cli/output/ending.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
-
-bool EndsWith(const std::string& text, std::string_view end) {
-  return text.size() >= end.size() && std::equal(end.rbegin(), end.rend(), text.rbegin(), [](char a, char b) {
-           return a == (b | 32) || (a | 32) == b;
-         });
-}
 
 std::string CellText(const Cell& cell) {
   if (const auto* text = std::get_if<std::string>(&cell)) return *text;
@@ -47,8 +42,13 @@ nlohmann::ordered_json JsonOf(double number) {
 }  // namespace
 
 OutputFormat OutputOptions::Format() const {
-  if (csv || (!json && EndsWith(file, ".csv"))) return OutputFormat::kCsv;
-  if (json || EndsWith(file, ".json")) return OutputFormat::kJson;
+  RequireEnding(file, "a result", {".csv", ".json", ".txt"});
+  const std::string ending = EndingOf(file);
+  if ((csv && ending == ".json") || (json && ending == ".csv"))
+    throw Refusal(At(file, std::string(csv ? "--csv" : "--json") +
+                               " and the ending say different things; omit the option or change the name"));
+  if (csv || ending == ".csv") return OutputFormat::kCsv;
+  if (json || ending == ".json") return OutputFormat::kJson;
   return OutputFormat::kTable;
 }
 

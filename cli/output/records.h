@@ -22,7 +22,8 @@ struct OutputOptions {
   bool json = false;
   bool km = false;  // stations as km/m
 
-  // What --csv or --json say, else what the file's name ends in, else a table.
+  // What the file's name ends in or --csv or --json say, else a table. Throws a Refusal for an ending that
+  // says something else.
   OutputFormat Format() const;
 };
 

@@ -16,6 +16,12 @@ class Refusal : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Exit status 2 with the same and where the help is.
+class WrongUsage : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 // An exit status without a message: everything has been printed already.
 struct ExitWith {
   int status;

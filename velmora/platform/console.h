@@ -17,6 +17,10 @@ void PrepareStandardStreams();
 bool StandardInputIsTerminal();
 bool StandardErrorIsTerminal();
 
+// From now on what ends the process from outside first removes the files that it has not completed
+// (FileReplacement): Ctrl-C, SIGTERM, SIGHUP, on Windows also the closing of the console or the session.
+void RemoveUnfinishedFilesAtInterrupt();
+
 // While an object of it exists, the first Ctrl-C (or SIGTERM) is recorded instead of ending the process; the
 // second one ends it.
 class Interrupt {

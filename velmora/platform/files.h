@@ -64,6 +64,10 @@ inline bool IsFolder(const CString& path) {
 // link leads nowhere.
 std::optional<CString> RealPath(const CString& path);
 
+// Whether both names lead to one existing file or folder, by whatever names, links and letter case. `a` is
+// looked up first and kept open while `b` is.
+bool IsSameFile(const CString& a, const CString& b);
+
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
@@ -138,6 +142,9 @@ class FileReplacement {
 // A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
 // valid text are preserved.
 CString PathFromSystem(std::string_view name);
+// The same for a file to be written: where the disk distinguishes letter case, the name is taken as spelled
+// and is never the entry that differs from it in letter case only.
+CString PathAsSpelled(std::string_view name);
 // The path in the system's notation, for messages.
 std::string PathForDisplay(const CString& path);
 

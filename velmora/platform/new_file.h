@@ -46,6 +46,11 @@ class NewFile {
   bool failed_ = false;
 };
 
+// Removes the new files that are not yet renamed, before the process is ended from outside. May be called in
+// a signal handler (posix) or a handler's thread (win32), also while other threads write; they can no longer
+// commit what was removed.
+void RemoveNewFiles();
+
 // Null when the target cannot be opened for writing (FileReplacement::Begin). An empty `temporary` selects
 // TemporaryName.
 std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary);

@@ -4,18 +4,29 @@
 
 #include <csignal>
 
+#include "velmora/platform/new_file.h"
+
 namespace velmora {
 namespace {
 
 volatile std::sig_atomic_t g_requested = 0;
 
-extern "C" void RecordInterrupt(int) { g_requested = 1; }
-
-void SetHandler(void (*handler)(int), int flags) {
+void SetHandler(int signal, void (*handler)(int)) {
   struct sigaction action = {};
   action.sa_handler = handler;
-  action.sa_flags = flags;
-  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
+  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+  sigaction(signal, &action, nullptr);
+}
+
+extern "C" void EndProcess(int signal) {
+  RemoveNewFiles();
+  SetHandler(signal, SIG_DFL);
+  raise(signal);
+}
+
+extern "C" void RecordInterrupt(int signal) {
+  g_requested = 1;
+  SetHandler(signal, EndProcess);
 }
 
 }  // namespace
@@ -29,8 +40,20 @@ void PrepareStandardStreams() {}
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
-Interrupt::Interrupt() { SetHandler(RecordInterrupt, static_cast<int>(SA_RESETHAND)); }
-Interrupt::~Interrupt() { SetHandler(SIG_DFL, 0); }
+void RemoveUnfinishedFilesAtInterrupt() {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction now = {};
+    // One that is ignored, as under nohup, stays so.
+    if (sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_DFL) SetHandler(signal, EndProcess);
+  }
+}
+
+Interrupt::Interrupt() {
+  for (const int signal : {SIGINT, SIGTERM}) SetHandler(signal, RecordInterrupt);
+}
+Interrupt::~Interrupt() {
+  for (const int signal : {SIGINT, SIGTERM}) SetHandler(signal, EndProcess);
+}
 bool Interrupt::Requested() { return g_requested != 0; }
 
 }  // namespace velmora

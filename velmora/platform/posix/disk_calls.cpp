@@ -148,6 +148,8 @@ int RemoveName(const FolderEntry& entry) {
                   [&](size_t) { return unlinkat(entry.folder.Get(), entry.name.c_str(), 0); });
 }
 
+int RemoveNameInHandler(int folder, const char* name) { return unlinkat(folder, name, 0); }
+
 int FlushFolder(const FolderEntry& entry) {
   return WithHook(On(DiskAction::kFlushFolder, entry.folder_path), [&](size_t) {
     const int at = entry.folder ? entry.folder.Get() : AT_FDCWD;

@@ -32,6 +32,8 @@ int RenameOver(const FolderEntry& from, const FolderEntry& to);
 // Fails when the name exists.
 int RenameToFreeName(const FolderEntry& from, const FolderEntry& to);
 int RemoveName(const FolderEntry& entry);
+// The same for a signal handler: without the hook.
+int RemoveNameInHandler(int folder, const char* name);
 // Flushes the folder's names to the disk.
 int FlushFolder(const FolderEntry& entry);
 

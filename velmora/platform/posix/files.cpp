@@ -113,6 +113,14 @@ std::optional<CString> RealPath(const CString& path) {
   return CString(std::wstring_view(real));
 }
 
+bool IsSameFile(const CString& a, const CString& b) {
+  const FileDescriptor first(open(NativePath(a).c_str(), O_PATH | O_CLOEXEC));
+  struct stat x {};
+  struct stat y {};
+  return first && fstat(first.Get(), &x) == 0 && stat(NativePath(b).c_str(), &y) == 0 &&
+         x.st_dev == y.st_dev && x.st_ino == y.st_ino;
+}
+
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   const std::string path = NativePath(from);
   const FileDescriptor source(OpenToRead(path, O_NONBLOCK));
@@ -199,6 +207,8 @@ std::uint64_t InputFile::Size() const { return system_ ? system_->size : 0; }
 void InputFile::Close() { system_.reset(); }
 
 CString PathFromSystem(std::string_view name) { return CString(TextFromNativePath(name)); }
+
+CString PathAsSpelled(std::string_view name) { return CString(kAsSpelled) + PathFromSystem(name); }
 
 std::string PathForDisplay(const CString& path) {
   if (const auto bytes = NativeBytes(path.GetView())) return *bytes;

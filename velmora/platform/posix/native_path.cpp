@@ -120,6 +120,7 @@ std::string MatchNames(const std::string& path) {
 }  // namespace
 
 std::optional<std::string> NativeBytes(std::wstring_view text) {
+  if (text.starts_with(kAsSpelled)) text.remove_prefix(1);
   std::string bytes;
   bytes.reserve(text.size());
   for (const wchar_t unit : text) {
@@ -167,7 +168,7 @@ std::string NativePath(const CString& path) {
     if (folder.empty()) return {};
     *bytes = folder + WithoutDots(std::string_view(*bytes).substr(2));
   }
-  return MatchNames(*bytes);
+  return path.GetView().starts_with(kAsSpelled) ? *bytes : MatchNames(*bytes);
 }
 
 }  // namespace velmora

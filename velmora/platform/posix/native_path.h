@@ -6,6 +6,7 @@
 //                 stops at the drive's root
 //   letter case   a name that does not exist as spelled is the entry of its folder that differs in
 //                 letter case only; of several the first by character number
+//   U+DC2F        as the first character: the names after it are taken as spelled (PathAsSpelled)
 //
 // Names are UTF-8. An invalid byte becomes the lone surrogate U+DC00 + byte, so that names from the system
 // can be translated back. A backslash within a name on the disk becomes U+DC5C.
@@ -19,6 +20,8 @@
 #include "velmora/text/string.h"
 
 namespace velmora {
+
+inline constexpr wchar_t kAsSpelled = 0xDC2F;
 
 // The path for system calls. Empty, which every call rejects, when the text contains a zero or is invalid, or
 // the user's data folder is unknown.

@@ -4,10 +4,10 @@
 #include <sys/file.h>
 #include <sys/xattr.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <cstdio>
 #include <thread>
 
@@ -40,6 +40,9 @@ bool NameIs(int folder, const char* name, int fd) {
   return fstatat(folder, name, &by_name, AT_SYMLINK_NOFOLLOW) == 0 && fstat(fd, &open) == 0 &&
          IsSameFile(by_name, open);
 }
+
+// More at once are written too, but are left behind by an interrupt.
+std::array<ListedNewFile, 64> g_new_files;
 
 enum class Leftover { kNone, kInUse, kBlocked };
 
@@ -131,8 +134,9 @@ bool PosixNewFile::IsTarget(const FolderEntry& entry) const {
   if (fstat(entry.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
       entry.name == target_.name)
     return true;
-  // The target is looked up first and kept open. Another writer's rename moves its temporary to the target, never
-  // back, and no new file gets the number of an open one; the other way round its file is met under both names.
+  // The target is looked up first and kept open. Another writer's rename moves its temporary to the target,
+  // never back, and no new file gets the number of an open one; the other way round its file is met under
+  // both names.
   const FileDescriptor target(
       openat(target_.folder.Get(), target_.name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
   return target && fstat(target.Get(), &b) == 0 &&
@@ -158,7 +162,10 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
     file_ = FileDescriptor(CreateNew(temporary_, mode));
     if (file_) {
       // Before it was locked another writer may have removed it as a leftover.
-      if (TryLock(file_.Get()) && IsStillOurs()) return true;
+      if (TryLock(file_.Get()) && IsStillOurs()) {
+        List();
+        return true;
+      }
       file_.Close();
     } else if (errno != EEXIST) {
       return false;
@@ -172,6 +179,32 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
 
 bool PosixNewFile::IsStillOurs() const {
   return NameIs(temporary_.folder.Get(), temporary_.name.c_str(), file_.Get());
+}
+
+void PosixNewFile::List() {
+  for (ListedNewFile& entry : g_new_files) {
+    if (entry.taken.exchange(true)) continue;
+    entry.folder = temporary_.folder.Get();
+    entry.file = file_.Get();
+    temporary_.name.copy(entry.name.data(), NAME_MAX);
+    entry.name[std::min<size_t>(temporary_.name.size(), NAME_MAX)] = '\0';
+    entry.complete = true;
+    listed_ = &entry;
+    return;
+  }
+}
+
+void PosixNewFile::Unlist() {
+  if (listed_ == nullptr) return;
+  listed_->complete = false;
+  listed_->taken = false;
+  listed_ = nullptr;
+}
+
+void RemoveNewFiles() {
+  for (const ListedNewFile& entry : g_new_files)
+    if (entry.complete && NameIs(entry.folder, entry.name.data(), entry.file))
+      (void)RemoveNameInHandler(entry.folder, entry.name.data());
 }
 
 bool PosixNewFile::Begin(const std::string& target, const std::string& temporary, mode_t mode) {
@@ -206,6 +239,7 @@ bool PosixNewFile::RenameIntoPlace(Existing existing) {
   if (take(temporary_, target_) != 0) return false;
   // A failure to flush the folder does not undo the rename.
   (void)FlushFolder(target_);
+  Unlist();
   file_.Close();
   return true;
 }
@@ -213,6 +247,7 @@ bool PosixNewFile::RenameIntoPlace(Existing existing) {
 // Removes the name while the lock is held, so that another writer's new file is not removed.
 PosixNewFile::~PosixNewFile() {
   if (file_ && IsStillOurs()) (void)RemoveName(temporary_);
+  Unlist();
 }
 
 std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary) {

@@ -7,6 +7,9 @@
 
 #include <sys/stat.h>
 
+#include <array>
+#include <atomic>
+#include <climits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +19,15 @@
 #include "velmora/platform/posix/file_descriptor.h"
 
 namespace velmora {
+
+// A new file as a signal handler finds it: nothing here is allocated or freed while it may look.
+struct ListedNewFile {
+  std::atomic<bool> taken = false;
+  std::atomic<bool> complete = false;  // the members below are set
+  int folder = -1;
+  int file = -1;
+  std::array<char, NAME_MAX + 1> name;
+};
 
 class PosixNewFile final : public NewFile {
  public:
@@ -40,10 +52,13 @@ class PosixNewFile final : public NewFile {
   bool IsTarget(const FolderEntry& entry) const;
   bool CreateTemporary(mode_t mode);
   bool IsStillOurs() const;
+  void List();
+  void Unlist();
 
   FolderEntry target_;
   FolderEntry temporary_;
   FileDescriptor file_;
+  ListedNewFile* listed_ = nullptr;
   std::optional<timespec> modified_;
 };
 

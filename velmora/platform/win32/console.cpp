@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 
+#include "velmora/platform/new_file.h"
 #include "velmora/platform/types.h"
 #include "velmora/text/codepage.h"
 
@@ -16,7 +17,12 @@ namespace {
 
 std::atomic<bool> g_requested = false;
 
-// Runs on a thread of its own. When it returns FALSE the system ends the process.
+// Both run on a thread of their own. FALSE passes the event to the handler set before, the system's last,
+// which ends the process.
+BOOL WINAPI RemoveUnfinishedFiles(DWORD) {
+  RemoveNewFiles();
+  return FALSE;
+}
 BOOL WINAPI RecordInterrupt(DWORD) { return g_requested.exchange(true) ? FALSE : TRUE; }
 
 bool IsConsole(DWORD which) {
@@ -43,6 +49,8 @@ void PrepareStandardStreams() {
 
 bool StandardInputIsTerminal() { return IsConsole(STD_INPUT_HANDLE); }
 bool StandardErrorIsTerminal() { return IsConsole(STD_ERROR_HANDLE); }
+
+void RemoveUnfinishedFilesAtInterrupt() { SetConsoleCtrlHandler(RemoveUnfinishedFiles, TRUE); }
 
 Interrupt::Interrupt() { SetConsoleCtrlHandler(RecordInterrupt, TRUE); }
 Interrupt::~Interrupt() { SetConsoleCtrlHandler(RecordInterrupt, FALSE); }

@@ -93,6 +93,11 @@ FileHandle OpenFileToRead(const wchar_t* path) {
   return file;
 }
 
+FileHandle OpenToAsk(const CString& path) {
+  return FileHandle(CreateFileW(SystemPath(path), 0, kShareAll, nullptr, OPEN_EXISTING,
+                                FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
 std::uint64_t SizeOf(HANDLE file) {
   LARGE_INTEGER size{};
   if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &size) == 0) return 0;
@@ -118,9 +123,19 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
 
 bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }
 
+bool IsSameFile(const CString& a, const CString& b) {
+  const FileHandle first = OpenToAsk(a);
+  const FileHandle second = OpenToAsk(b);
+  BY_HANDLE_FILE_INFORMATION x{};
+  BY_HANDLE_FILE_INFORMATION y{};
+  return first && second && GetFileInformationByHandle(first.Get(), &x) != 0 &&
+         GetFileInformationByHandle(second.Get(), &y) != 0 &&
+         x.dwVolumeSerialNumber == y.dwVolumeSerialNumber && x.nFileIndexHigh == y.nFileIndexHigh &&
+         x.nFileIndexLow == y.nFileIndexLow;
+}
+
 std::optional<CString> RealPath(const CString& path) {
-  const FileHandle entry(CreateFileW(SystemPath(path), 0, kShareAll, nullptr, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  const FileHandle entry = OpenToAsk(path);
   if (!entry) return std::nullopt;
   std::wstring real(MAX_PATH, L'\0');
   for (;;) {

@@ -1,6 +1,7 @@
 #include "velmora/platform/win32/new_file.h"
 
 #include <cstddef>
+#include <mutex>
 #include <vector>
 
 #include "velmora/platform/win32/disk_calls.h"
@@ -66,20 +67,6 @@ Target Examine(const std::wstring& path) {
   return GetFileType(file.Get()) == FILE_TYPE_DISK ? Target::kReplaceable : Target::kRefused;
 }
 
-// Whether the temporary name is another name of the target. The target is opened first and stays open: another
-// writer's rename moves its temporary to the target, so that the other way round its file is met under both names.
-bool IsSameFile(const std::wstring& temporary, const std::wstring& target) {
-  if (EqualNoCase(temporary, target)) return true;
-  const FileHandle first = OpenToAsk(target, 0);
-  const FileHandle second = OpenToAsk(temporary, 0);
-  BY_HANDLE_FILE_INFORMATION x{};
-  BY_HANDLE_FILE_INFORMATION y{};
-  return first && second && GetFileInformationByHandle(first.Get(), &x) != 0 &&
-         GetFileInformationByHandle(second.Get(), &y) != 0 &&
-         x.dwVolumeSerialNumber == y.dwVolumeSerialNumber && x.nFileIndexHigh == y.nFileIndexHigh &&
-         x.nFileIndexLow == y.nFileIndexLow;
-}
-
 std::vector<std::byte> AccessList(HANDLE file) {
   DWORD size = 0;
   GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -109,14 +96,26 @@ void CopyProperties(const std::wstring& old_name, HANDLE to) {
     SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, access.data());
 }
 
+// The new files that exist, for RemoveNewFiles. Renaming and removing take turns: a file that has the
+// target's name must not be removed through its handle.
+std::mutex g_turn;
+std::vector<const Win32NewFile*> g_new_files;
+
 }  // namespace
+
+void RemoveNewFiles() {
+  const std::scoped_lock turn(g_turn);
+  for (const Win32NewFile* file : g_new_files) file->Remove();
+}
 
 bool Win32NewFile::ChooseTemporary(const CString& temporary) {
   if (!temporary.IsEmpty()) {
     temporary_ = FullPath(SystemPath(temporary));
     if (temporary_.empty()) return false;
     // A temporary that is the target itself would destroy the old file; TemporaryName is used instead.
-    if (!IsSameFile(temporary_, target_)) return true;
+    // Another writer's rename moves its temporary to the target: with the target opened first, the other way
+    // round its file is met under both names.
+    if (!EqualNoCase(temporary_, target_) && !IsSameFile(CString(target_), CString(temporary_))) return true;
   }
   const size_t name = target_.rfind(L'\\') + 1;
   std::wstring target_name = target_.substr(name);
@@ -152,7 +151,11 @@ bool Win32NewFile::CreateTemporary() {
   const ULONGLONG start = GetTickCount64();
   do {
     file_ = CreateNew(temporary_);
-    if (file_) return true;
+    if (file_) {
+      const std::scoped_lock turn(g_turn);
+      g_new_files.push_back(this);
+      return true;
+    }
     bool pause = false;
     if (!RemoveLeftover(&pause)) return false;
     if (pause) Sleep(kPauseMs);
@@ -181,14 +184,22 @@ bool Win32NewFile::RenameIntoPlace(Existing existing) {
   if (!FlushToDisk(file_.Get(), temporary_)) return false;
   // Other readers of the old file, such as a virus scanner, usually close it soon.
   const bool renamed = Persist(kLongestRenameMs, kLongestRenameMs, [&] {
-    return RenameOpenFile(file_.Get(), temporary_, target_, existing == Existing::kReplace);
+    const std::scoped_lock turn(g_turn);
+    if (!RenameOpenFile(file_.Get(), temporary_, target_, existing == Existing::kReplace)) return false;
+    std::erase(g_new_files, this);
+    return true;
   });
   if (renamed) file_.Close();
   return renamed;
 }
 
+void Win32NewFile::Remove() const { (void)RemoveOpenFile(file_.Get(), temporary_); }
+
 Win32NewFile::~Win32NewFile() {
-  if (file_) (void)RemoveOpenFile(file_.Get(), temporary_);
+  if (!file_) return;
+  Remove();
+  const std::scoped_lock turn(g_turn);
+  std::erase(g_new_files, this);
 }
 
 std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& temporary) {

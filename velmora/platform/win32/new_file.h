@@ -22,6 +22,8 @@ class Win32NewFile final : public NewFile {
   bool Begin(const CString& target, const CString& temporary);
   // Overrides the modification time.
   void SetModified(const FILETIME& modified) { modified_ = modified; }
+  // Before it is renamed.
+  void Remove() const;
 
  protected:
   size_t WriteSome(std::string_view bytes) override;
