@@ -131,8 +131,9 @@ bool PosixNewFile::IsTarget(const FolderEntry& entry) const {
   if (fstat(entry.folder.Get(), &a) == 0 && fstat(target_.folder.Get(), &b) == 0 && IsSameFile(a, b) &&
       entry.name == target_.name)
     return true;
-  // The target is looked up first and kept open. Another writer's rename moves its temporary to the target, never
-  // back, and no new file gets the number of an open one; the other way round its file is met under both names.
+  // The target is looked up first and kept open. Another writer's rename moves its temporary to the target,
+  // never back, and no new file gets the number of an open one; the other way round its file is met under
+  // both names.
   const FileDescriptor target(
       openat(target_.folder.Get(), target_.name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
   return target && fstat(target.Get(), &b) == 0 &&
@@ -152,20 +153,34 @@ bool PosixNewFile::ChooseTemporary(const std::string& temporary) {
   return static_cast<bool>(temporary_.folder);
 }
 
+// The same for every spelling of the path.
+std::string PosixNewFile::HeldName() const {
+  struct stat folder {};
+  (void)fstat(temporary_.folder.Get(), &folder);
+  return std::to_string(folder.st_dev) + "/" + std::to_string(folder.st_ino) + "/" + temporary_.name;
+}
+
 bool PosixNewFile::CreateTemporary(mode_t mode) {
+  const std::string name = HeldName();
   const auto give_up = std::chrono::steady_clock::now() + kLongestWait;
   do {
     file_ = FileDescriptor(CreateNew(temporary_, mode));
     if (file_) {
       // Before it was locked another writer may have removed it as a leftover.
-      if (TryLock(file_.Get()) && IsStillOurs()) return true;
+      if (TryLock(file_.Get()) && IsStillOurs()) {
+        Hold(name);
+        return true;
+      }
       file_.Close();
     } else if (errno != EEXIST) {
       return false;
     }
     const Leftover leftover = RemoveLeftover(temporary_);
     if (leftover == Leftover::kBlocked) return false;
-    if (leftover == Leftover::kInUse) std::this_thread::sleep_for(kPause);
+    if (leftover == Leftover::kInUse) {
+      if (IsHeldByThisThread(name)) return false;
+      std::this_thread::sleep_for(kPause);
+    }
   } while (std::chrono::steady_clock::now() < give_up);
   return false;
 }

@@ -40,6 +40,7 @@ class PosixNewFile final : public NewFile {
   bool IsTarget(const FolderEntry& entry) const;
   bool CreateTemporary(mode_t mode);
   bool IsStillOurs() const;
+  std::string HeldName() const;
 
   FolderEntry target_;
   FolderEntry temporary_;

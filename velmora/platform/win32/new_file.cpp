@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "velmora/platform/win32/disk_calls.h"
+#include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -66,8 +67,9 @@ Target Examine(const std::wstring& path) {
   return GetFileType(file.Get()) == FILE_TYPE_DISK ? Target::kReplaceable : Target::kRefused;
 }
 
-// Whether the temporary name is another name of the target. The target is opened first and stays open: another
-// writer's rename moves its temporary to the target, so that the other way round its file is met under both names.
+// Whether the temporary name is another name of the target. The target is opened first and stays open:
+// another writer's rename moves its temporary to the target, so that the other way round its file is met
+// under both names.
 bool IsSameFile(const std::wstring& temporary, const std::wstring& target) {
   if (EqualNoCase(temporary, target)) return true;
   const FileHandle first = OpenToAsk(target, 0);
@@ -148,13 +150,19 @@ bool Win32NewFile::RemoveLeftover(bool* pause) {
 }
 
 bool Win32NewFile::CreateTemporary() {
+  std::wstring lower = temporary_;
+  for (wchar_t& c : lower) c = LowerLetter(c);
+  const std::string name = Utf8FromWide(lower);
   refusals_left_ = kMostRefusals;
   const ULONGLONG start = GetTickCount64();
   do {
     file_ = CreateNew(temporary_);
-    if (file_) return true;
+    if (file_) {
+      Hold(name);
+      return true;
+    }
     bool pause = false;
-    if (!RemoveLeftover(&pause)) return false;
+    if (IsHeldByThisThread(name) || !RemoveLeftover(&pause)) return false;
     if (pause) Sleep(kPauseMs);
   } while (GetTickCount64() - start < kLongestTurnMs);
   return false;
