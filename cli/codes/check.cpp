@@ -20,6 +20,7 @@ bool HasUsualName(const CString& name) {
 void CodesCheck(const CodesOptions& options) {
   const CString path = PathFromSystem(AbsolutePath(options.file));
   const auto* const named = std::find(std::begin(kKindNames), std::end(kKindNames), options.kind_name);
+  const TextLines lines = TextLinesOf(path);
   if (options.kind_name.empty() && !HasUsualName(NameOfPath(path)))
     throw Refusal(At(PathForDisplay(path),
                      "is not known by its name; say what it is with --kind objects, environment, lines, "
@@ -27,7 +28,7 @@ void CodesCheck(const CodesOptions& options) {
   const SettingsFileKind kind = options.kind_name.empty()
                                     ? KindByName(NameOfPath(path))
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
-  Findings findings = CheckSettingsText(kind, TextLinesOf(path));
+  Findings findings = CheckSettingsText(kind, lines);
   std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
   OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();

@@ -36,7 +36,8 @@ void CheckFirstLine(std::wstring_view line, bool is_point, const LineFindings& f
   NumberScanner scanner(between);
   if (int type = 0; scanner.Next(&type)) {
     if (type != kPlanType && type != kProfileType)
-      found.Add("is not a type of alignment and is written as " + std::to_string(kPlanType),
+      found.Add("is not a type of alignment (" + std::to_string(kPlanType) + " plan, " +
+                    std::to_string(kProfileType) + " profile)",
                 TrimBlanks(between.substr(0, between.size() - scanner.Rest().size())));
     between = scanner.Rest();
   }

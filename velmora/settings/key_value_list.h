@@ -27,7 +27,8 @@ namespace velmora {
 // changed builds it anew, and so does one that finds another key in the record where it led, in the current
 // record or in the marked one. A record can also be renamed through a pointer kept from before: a key that is
 // not in the index is sought in the records that a caller may have a pointer to. These are the ones that
-// look-ups led to, and all of them after the list was walked or kMostShown were looked up.
+// look-ups led to, and all of them after the list was walked or kMostShown were looked up: then a look-up
+// that finds nothing takes as long as a walk.
 template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:

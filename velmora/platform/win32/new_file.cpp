@@ -162,8 +162,10 @@ bool Win32NewFile::CreateTemporary() {
       return true;
     }
     bool pause = false;
-    if (IsHeldByThisThread(name) || !RemoveLeftover(&pause)) return false;
-    if (pause) Sleep(kPauseMs);
+    if (!RemoveLeftover(&pause)) return false;
+    if (!pause) continue;
+    if (IsHeldByThisThread(name)) return false;
+    Sleep(kPauseMs);
   } while (GetTickCount64() - start < kLongestTurnMs);
   return false;
 }
