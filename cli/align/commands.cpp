@@ -118,6 +118,8 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
       verb->add_option("-o", options->to,
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
           ->type_name("OUT");
+  verb->add_flag("--force", options->force,
+                 "Write even if lines are lost, or an arc moves by more than 1 mm");
   AddFormatOptions(verb, &options->output);
   for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
   AddStationOptions(verb, &options->output);

@@ -53,6 +53,7 @@ struct EditOptions {
   double before = 0;  // extend, m
   double after = 0;
   std::string to;  // empty: the points are shown and nothing is written
+  bool force = false;
   OutputOptions output;
 };
 

@@ -1,8 +1,10 @@
 #include "cli/align/alignment_input.h"
 #include "cli/align/commands.h"
+#include "cli/context/losses.h"
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
+#include "velmora/alignment/rewrite_losses.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -18,15 +20,8 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   RequireEnding(options.to, "an alignment", endings);
   ReadAlignment(options.file, input);
   RequirePlan(*input);
-  if (options.to.empty() || input->skipped.Count() == 0) return;
-  const std::int64_t line = input->skipped.listed.front().line;
-  const std::string count = " (" + std::to_string(input->skipped.Count()) + " such lines in all";
-  if (SameFile(options.to, options.file))
-    throw Refusal(At(options.file, line,
-                     "this line is not a point and would be lost" + count +
-                         "); give -o another name, or remove it first"));
-  Warn(At(options.file, line,
-          "this line is not a point and is left out" + count + "; velmora align info lists them)"));
+  if (!options.to.empty())
+    RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
 }
 
 void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
@@ -45,15 +40,37 @@ void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
   output.Finish();
 }
 
+// What writing the bulges changes, for a user; empty when nothing that shows. Throws a Refusal, unless
+// forced, when it is much.
+std::string RoundingOfBulges(const std::vector<kovltype>& plan, const std::vector<kovltype>& profile,
+                             const EditOptions& options) {
+  constexpr double kNoticed = 0.00005;  // m, as coordinates are rounded
+  constexpr double kMost = 0.001;
+  const ArcShift in_plan = LargestArcShift(plan);
+  const ArcShift in_profile = LargestArcShift(profile);
+  const bool of_plan = in_plan.metres >= in_profile.metres;
+  const ArcShift& largest = of_plan ? in_plan : in_profile;
+  if (largest.metres < kNoticed) return "";
+  const std::string rounding = "four decimals of its bulge move the middle of the " +
+                               std::string(of_plan ? "" : "profile's ") + "arc at station " +
+                               StationText((of_plan ? plan : profile)[largest.point].sek, options.output.km) +
+                               " by " + FormatFixed(largest.metres * 1000, 1) + " mm";
+  if (largest.metres > kMost && !options.force)
+    throw Refusal(At(options.file, rounding + ", so nothing was written; write anyway with --force"));
+  return "; " + rounding;
+}
+
 void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
   if (options.to.empty()) {
     ShowPoints(options, input->set.plan);
     return;
   }
+  const std::vector<kovltype> points = input->set.plan.Points();
+  const std::string rounding = RoundingOfBulges(points, input->set.profil.Points(), options);
   if (input->set.Uppdat(PathAsSpelled(options.to)) < 0) RefuseUnwritable(options.to);
-  const PlanMeasures now = MeasurePlan(input->set.plan.Points());
+  const PlanMeasures now = MeasurePlan(points);
   Warn(At(options.to, "written, stations " + StationText(now.lowest_station, options.output.km) + " to " +
-                          StationText(now.highest_station, options.output.km)));
+                          StationText(now.highest_station, options.output.km) + rounding));
 }
 
 // The suite measures a segment by the bulge of its later point, so that its stations differ from the lengths

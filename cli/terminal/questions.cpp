@@ -57,10 +57,10 @@ TerminalMessages::TerminalMessages(std::vector<CString> paths)
           [paths = std::move(paths)](const MessageBoxCall& call) { return Show(call, paths); })) {}
 TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
 
-void Confirm(const std::string& question, bool yes) {
+void Confirm(const std::string& question, bool yes, const std::string& option) {
   if (yes) return;
   if (!StandardInputIsTerminal())
-    throw Refusal(question + " No terminal to ask on; add --yes to answer yes. Nothing was changed");
+    throw Refusal(question + " No terminal to ask on; add " + option + " to answer yes. Nothing was changed");
   if (Ask(Printable(question), MB_YESNO | MB_DEFBUTTON2) != IDYES) throw Refusal("nothing was changed");
 }
 

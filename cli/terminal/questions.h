@@ -25,8 +25,8 @@ class TerminalMessages {
 };
 
 // A question of the command's own. Returns when `yes` is set or the user answers yes on the terminal;
-// throws a Refusal otherwise.
-void Confirm(const std::string& question, bool yes);
+// throws a Refusal otherwise. `option` sets `yes`.
+void Confirm(const std::string& question, bool yes, const std::string& option = "--yes");
 
 }  // namespace velmora::cli
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
@@ -101,6 +102,16 @@ TEST_F(Replacement, TemporaryOfTheCallersChoice) {
   ASSERT_TRUE(file.Begin(path_, folder_.File(L"a.txt")));
   file.Abandon();
   ExpectOnly("new");
+}
+
+TEST_F(Replacement, AThreadDoesNotWaitForItself) {
+  FileReplacement first, second;
+  ASSERT_TRUE(first.Begin(path_));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(second.Begin(path_));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  first.Abandon();
+  EXPECT_TRUE(second.Begin(path_));
 }
 
 // Each turn adds one to the number in the file; a turn that overlapped another would lose one.

@@ -71,6 +71,7 @@ bool IsSameFile(const CString& a, const CString& b);
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
+// False for a write-protected file on every system.
 bool RemoveWholeFile(const CString& path);
 bool RemoveEmptyFolder(const CString& path);
 // One level; false when it exists already or its parent does not.
@@ -110,8 +111,9 @@ class VELMORA_API InputFile {
 // whole old or the whole new content.
 //
 // The new file is in the target's folder, is flushed to the disk before the rename, and gets the permissions
-// of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other.
-// The next replacement of the file overwrites what a killed program left behind.
+// of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other,
+// and so do two threads; a thread that has begun a replacement cannot begin another one of the same file. The
+// next replacement of the file overwrites what a killed program left behind.
 //
 // Close your own readers of the target first: not every system can replace an open file. Commit waits about
 // two seconds for the readers of other programs.

@@ -137,6 +137,15 @@ bool TextReader::ReadBlock(size_t size, std::string* lines, size_t longest) {
   return end > 0;
 }
 
+bool TextReader::ReadRest(std::uint64_t most) {
+  while (consumed_ <= most && Fill()) {
+  }
+  failed_ = failed_ || consumed_ > most;
+  at_end_ = true;
+  file_.Close();
+  return !failed_;
+}
+
 std::string_view TextReader::Buffered() const {
   return failed_ || IsUtf16(encoding_) ? std::string_view() : Pending();
 }

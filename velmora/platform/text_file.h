@@ -39,6 +39,10 @@ class VELMORA_API TextReader {
   // ReadLine, with `longest` as the limit of a line. Not for UTF-16.
   [[nodiscard]] bool ReadBlock(size_t size, std::string* lines, size_t longest = kLongestLine);
 
+  // Reads the rest of the file into memory and closes it. False on a read error and for more than `most`
+  // bytes.
+  [[nodiscard]] bool ReadRest(std::uint64_t most);
+
   // Whether an error ended reading before the end of the file.
   bool Failed() const { return failed_; }
   // Whether the last line had a line end.

@@ -135,7 +135,13 @@ bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
          copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
 }
 
-bool RemoveWholeFile(const CString& path) { return RemoveFile(NativePath(path)) == 0; }
+bool RemoveWholeFile(const CString& path) {
+  const std::string native = NativePath(path);
+  struct stat status {};
+  const bool is_protected =
+      lstat(native.c_str(), &status) == 0 && S_ISREG(status.st_mode) && (status.st_mode & 0222) == 0;
+  return !is_protected && RemoveFile(native) == 0;
+}
 
 bool RemoveEmptyFolder(const CString& path) { return RemoveFolder(NativePath(path)) == 0; }
 
