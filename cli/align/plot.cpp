@@ -16,7 +16,7 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
                                              std::string* problem) {
   std::vector<drawing::PlotBoring> borings;
   PointList points(options.points);
-  const Placer placer(input, 0, std::nullopt);
+  const Placer placer(input, 0, std::nullopt, options.max_offset);
   Progress progress("Placing borings", points.Rows().Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
