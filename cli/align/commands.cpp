@@ -55,6 +55,14 @@ CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string
       ->type_size(1);
 }
 
+void AddMaxOffset(CLI::App* verb, double* metres) {
+  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
+           [metres](const std::string& text) {
+             *metres = ToNumber(text);
+             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": an offset without its side");
+           });
+}
+
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
@@ -66,6 +74,7 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
+  AddMaxOffset(verb, &options->max_offset);
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
@@ -161,6 +170,7 @@ void AddPlot(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  AddMaxOffset(verb, &options->max_offset);
   verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });

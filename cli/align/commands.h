@@ -21,9 +21,12 @@ struct Limits {
   double high;
 };
 
+inline constexpr double kMostOffset = 500;  // m; points farther away are reported as far from the road
+
 struct LocateOptions {
   std::string file;
   std::string points;
+  double max_offset = kMostOffset;
   std::optional<Limits> area;     // stations
   std::optional<Limits> offsets;  // left limit, right limit
   int mode = 0;
@@ -60,6 +63,7 @@ struct EditOptions {
 struct PlotOptions {
   std::string file;
   std::string points;
+  double max_offset = kMostOffset;
   std::string to;
   bool km = false;
 };

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cmath>
+
 #include "cli/align/alignment_input.h"
 #include "cli/align/commands.h"
 #include "cli/context/losses.h"
@@ -74,14 +77,47 @@ void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
 }
 
 // The suite measures a segment by the bulge of its later point, so that its stations differ from the lengths
-// of the arcs wherever straights and arcs meet.
-void WarnAboutArcs(const CVaglinje& plan) {
+// of the arcs wherever straights and arcs meet; and an arc that ends beside an axis a quarter too long or
+// short.
+void WarnAboutArcs(const AlignmentInput& input) {
   constexpr double kNoticed = 0.001;  // m
-  const double error = GreatestStationError(plan.Points());
-  if (error > kNoticed)
-    Warn("stations differ by up to " + FormatFixed(error, 3) +
-         " m from the true lengths of the arcs: the suite measures each segment by the bulge of its later "
-         "point");
+  const std::vector<kovltype> points = input.set.plan.Points();
+  const StationErrors errors = FindStationErrors(points);
+  if (!(errors.greatest > kNoticed)) return;
+  std::string text =
+      "stations differ by up to " + FormatFixed(errors.greatest, 3) + " m from the lengths along the line";
+  if (errors.later_bulge) {
+    const size_t to = *errors.later_bulge + 1;
+    text += ": the suite measures each segment by the bulge of its later point, first that to line " +
+            std::to_string(input.plan_lines[to]) +
+            (std::fabs(points[to].bulge) >= 1 ? ", as an arc of half a circle or more" : "");
+  }
+  if (errors.beside_axis)
+    text += std::string(errors.later_bulge ? "; and" : ": the suite measures") +
+            " an arc that ends beside an axis through its centre with a quarter of the circle more or less, "
+            "first "
+            "that to line " +
+            std::to_string(input.plan_lines[*errors.beside_axis + 1]);
+  Warn(At(input.file, text));
+}
+
+// How far inside an end the point lies from which the suite measures a new end point there: half a metre of
+// stations. Refuses a length that would lead back into the alignment.
+double InsideEnd(AlignmentInput* input, bool start, double length) {
+  constexpr double kHalfMetre = 0.5;
+  const kovltype& end = start ? input->plan.front() : input->plan.back();
+  PlanePoint inside{};
+  if (input->set.plan.Vag2xy(end.sek + (start ? kHalfMetre : -kHalfMetre), 0, &inside.v, &inside.h) < 0)
+    return 0;
+  const double distance = Distance(InPlane(end), inside);
+  const double least = std::max(kHalfMetre, distance);
+  if (length > 0 && length <= least)
+    throw Refusal(
+        At(input->file, FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
+                            " would fold the line back: the suite measures the new end from a point " +
+                            LengthText(distance) + " inside the alignment; give more than " +
+                            LengthText(least)));
+  return distance;
 }
 
 }  // namespace
@@ -90,7 +126,7 @@ void AlignStations(const EditOptions& options) {
   AlignmentInput input;
   Open(options, &input);
   input.set.plan.SektBerak(options.start);
-  WarnAboutArcs(input.set.plan);
+  WarnAboutArcs(input);
   if (!input.profile.empty())
     Warn(At(options.file, "the profile keeps its stations " +
                               StationText(input.profile.front().y, options.output.km) + " to " +
@@ -132,13 +168,21 @@ void AlignExtend(const EditOptions& options) {
              "station " + StationText(input.plan[i].sek, options.output.km) +
                  " is not above the previous one, and the ends are located by station; recompute the "
                  "stations first (velmora align stations)"));
+  const double inside_start = InsideEnd(&input, true, options.before);
+  const double inside_end = InsideEnd(&input, false, options.after);
   if (input.set.plan.Extend(options.before, options.after) < 0)
     throw Refusal(At(options.file,
                      "a new end cannot be placed: half a metre of stations must lie on the alignment at "
                      "that end, and its points must not coincide"));
-  Warn(
-      "each new end point lies half a metre closer than its station says: the suite measures it from a "
-      "point half a metre inside the alignment");
+  const auto report = [](const char* end, double length, double inside) {
+    if (length > 0)
+      Warn("the new " + std::string(end) + " lies " + LengthText(length - inside) + " from the old one, " +
+           LengthText(inside) +
+           " nearer than its station says: the suite measures it from a point half a metre "
+           "of stations inside the alignment");
+  };
+  report("start", options.before, inside_start);
+  report("end", options.after, inside_end);
   WriteOrShow(options, &input);
 }
 
