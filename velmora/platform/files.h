@@ -59,9 +59,9 @@ inline bool IsFolder(const CString& path) {
   return status && status->kind == FileKind::kFolder;
 }
 
-// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..".
-// For comparison with other results of RealPath, not for display. Nothing when there is no such entry or a
-// link leads nowhere.
+// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..";
+// also that of a root has no backslash at its end. For comparison with other results of RealPath, not for
+// display. Nothing when there is no such entry or a link leads nowhere.
 std::optional<CString> RealPath(const CString& path);
 
 // Whether both names lead to one existing file or folder, by whatever names, links and letter case. `a` is
@@ -77,7 +77,8 @@ bool RemoveEmptyFolder(const CString& path);
 // One level; false when it exists already or its parent does not.
 bool MakeFolder(const CString& path);
 
-// The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to case.
+// The entries that match `folder\pattern`, on Windows in the order in which the system delivers them,
+// elsewhere "." and ".." first and the others by name without regard to case.
 // The pattern follows the Windows rules (wildcard.cpp). Empty when nothing matches. write_protected reflects
 // the entry's own permission bits only.
 std::vector<FoundFile> FindFiles(const CString& pattern);
@@ -141,6 +142,8 @@ class FileReplacement {
 // A whole replacement in one call.
 [[nodiscard]] bool ReplaceFileContent(const CString& target, std::string_view bytes);
 
+// What separates the names of a path: backslashes, and slashes on systems that write paths with them.
+std::wstring_view PathSeparators();
 // A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
 // valid text are preserved.
 CString PathFromSystem(std::string_view name);

@@ -266,7 +266,7 @@ std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& tempo
   const std::string own_temporary = NativePath(temporary);
   if (own_temporary.empty() && !temporary.IsEmpty()) return nullptr;
   auto file = std::make_unique<PosixNewFile>();
-  if (!file->Begin(NativePath(target), own_temporary, 0666)) return nullptr;
+  if (!file->Begin(NativePathToCreate(target), own_temporary, 0666)) return nullptr;
   return file;
 }
 
