@@ -41,13 +41,14 @@ SettingsPlace SettingsContext::RequirePlace(const CString& file) const {
 
 std::string SettingsContext::SharedQuestion(const SettingsPlace& place) const {
   if (place.of_project) return "";
-  const std::string file = PathForDisplay(place.path);
-  const std::string shared = "which all projects without a copy of their own share?";
-  if (!has_project_) return "change " + file + ", " + shared;
-  return At(PathForDisplay(project_.m_ProjKat), "has no " + ToUtf8(NameOfPath(place.path)) +
-                                                    " of its own (velmora settings local create makes one); "
-                                                    "change " +
-                                                    file + ", " + shared);
+  const CString name = NameOfPath(place.path);
+  const std::string question =
+      "change " + PathForDisplay(place.path) + ", which all projects without a copy of their own share?";
+  if (!has_project_ || name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) return question;
+  const std::string stones = name.CompareNoCase(CProjPath::StenParNamn) == 0 ? " --stones" : "";
+  return At(PathForDisplay(project_.m_ProjKat), "has no " + ToUtf8(name) +
+                                                    " of its own (velmora settings local create" + stones +
+                                                    " makes one); " + question);
 }
 
 }  // namespace velmora::cli

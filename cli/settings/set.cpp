@@ -52,8 +52,8 @@ void RequireNumber(const ParameterFile& file, const CString& key, const CString&
   if (value.IsEmpty() || !ParseWholeNumber(built_in.GetView()) || ParseWholeNumber(value.GetView())) return;
   const bool scale = CString(key).MakeUpper().Find(L"SKALA") >= 0;
   if (scale && value.CompareNoCase(L"MAX") == 0) return;
-  Refuse(ToUtf8(key) + " is a number (built in: " + ToUtf8(built_in) + ")" + (scale ? " or MAX" : "") +
-         ", not " + Quoted(ToUtf8(value)) + "; write it anyway with --force");
+  throw Refusal(ToUtf8(key) + " is a number (built in: " + ToUtf8(built_in) + ")" + (scale ? " or MAX" : "") +
+                ", not " + Quoted(ToUtf8(value)) + "; nothing was written; write it anyway with --force");
 }
 
 // False when it was not written. The rig's lines before the key's that the file lacks get their built-in
@@ -89,6 +89,18 @@ std::string FilledLines(const std::vector<int>& filled) {
              : "The built-in values were written to the lines that were missing: " + numbers + "\n";
 }
 
+// What a write of the key would lose. Of JB23.PAR only the key's own line is written anew; the others are
+// copied. Elsewhere a line "key=" gets the value.
+Findings LossesOfWrite(const ParameterFile& file, const TextLines& lines, const Settings& settings,
+                       const CString& key) {
+  Findings findings = settings.FileFindings();
+  for (Finding& finding : findings)
+    if (file.rig ? finding.line != FieldOfJb23Key(key.GetView()).line
+                 : lines[static_cast<size_t>(finding.line) - 1].text.CompareNoCase(key + L"=") == 0)
+      finding.lost = false;
+  return findings;
+}
+
 }  // namespace
 
 void SettingsSet(const SettingsOptions& options) {
@@ -117,13 +129,7 @@ void SettingsSet(const SettingsOptions& options) {
   }
   RequireCharacters(place.path, key + value);
   if (!options.force) RequireNumber(file, key, value);
-  Findings findings = settings.FileFindings();
-  // Of JB23.PAR only the key's own line is written anew; the others are copied. A line "key=" gets the value.
-  for (Finding& finding : findings)
-    if (file.rig ? finding.line != FieldOfJb23Key(key.GetView()).line
-                 : lines[static_cast<size_t>(finding.line) - 1].text.CompareNoCase(key + L"=") == 0)
-      finding.lost = false;
-  RefuseLosses(path, findings, options.force);
+  RefuseLosses(path, LossesOfWrite(file, lines, settings, key), options.force);
   const std::string question = options.project.empty() ? "" : context.SharedQuestion(place);
   if (!question.empty()) Confirm(question, options.shared, "--shared");
   std::vector<int> filled;
