@@ -104,8 +104,7 @@ bool EndsBesideAxis(const kovltype& a, const kovltype& b) {
 
 bool RunsTheOtherWay(const kovltype& a, const kovltype& b) {
   const PlanePoint middle = PointOnSegment({a.x, a.y, a.bulge, 0}, {b.x, b.y, 0, 2}, 1, 0);
-  const Foot foot = DrawnFoot(a, b, middle);
-  return foot.place == FootPlace::kOutside;
+  return DrawnFoot(a, b, middle).place == FootPlace::kOutside;
 }
 
 void Coordinates::Prepare() {
@@ -188,7 +187,7 @@ std::optional<LinePlace> DrawnPlaces::Search(PlanePoint p, bool vertices) const 
   StationSearch search{descending_, 0};
   size_t nearest = 0;
   double distance = Distance(p, InPlane(plan_[0]));
-  const auto reach = [&] { return std::min(search.best, distance); };
+  const auto reach = [&] { return search.best; };
   segments_.VisitNear(p, reach, [&](size_t i) {
     search.Consider(i, plan_[i], DrawnFoot(plan_[i], plan_[i + 1], p));
     const double d = Distance(p, InPlane(plan_[i + 1]));
