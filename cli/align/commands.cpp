@@ -59,7 +59,7 @@ void AddMaxOffset(CLI::App* verb, double* metres) {
   AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
            [metres](const std::string& text) {
              *metres = ToNumber(text);
-             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": an offset without its side");
+             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
            });
 }
 

@@ -77,8 +77,8 @@ void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
 }
 
 // The suite measures a segment by the bulge of its later point, so that its stations differ from the lengths
-// of the arcs wherever straights and arcs meet; and an arc that ends beside an axis a quarter too long or
-// short.
+// of the arcs wherever straights and arcs meet. An arc that ends beside an axis through its centre is
+// measured from a quarter of the circle away.
 void WarnAboutArcs(const AlignmentInput& input) {
   constexpr double kNoticed = 0.001;  // m
   const std::vector<kovltype> points = input.set.plan.Points();
@@ -92,12 +92,13 @@ void WarnAboutArcs(const AlignmentInput& input) {
             std::to_string(input.plan_lines[to]) +
             (std::fabs(points[to].bulge) >= 1 ? ", as an arc of half a circle or more" : "");
   }
-  if (errors.beside_axis)
-    text += std::string(errors.later_bulge ? "; and" : ": the suite measures") +
-            " an arc that ends beside an axis through its centre with a quarter of the circle more or less, "
-            "first "
-            "that to line " +
-            std::to_string(input.plan_lines[*errors.beside_axis + 1]);
+  if (errors.beside_axis) {
+    text += errors.later_bulge ? "; and" : ": the suite measures";
+    text +=
+        " an arc that ends beside an axis through its centre a quarter of the circle too long or too short, "
+        "first that to line " +
+        std::to_string(input.plan_lines[*errors.beside_axis + 1]);
+  }
   Warn(At(input.file, text));
 }
 

@@ -131,21 +131,19 @@ PlaceNotes::PlaceNotes(const AlignmentInput& input, bool km) {
   for (size_t i = 0; i + 1 < input.plan.size(); ++i) {
     const kovltype& a = input.plan[i];
     const kovltype& b = input.plan[i + 1];
-    const std::string lines =
-        std::to_string(input.plan_lines[i]) + " and " + std::to_string(input.plan_lines[i + 1]);
-    const auto add = [&](double widened, const std::string& note) {
-      stretches_.push_back(
-          {std::min(a.sek, b.sek) - widened, std::max(a.sek, b.sek) + widened, At(input.file, note)});
-    };
     if (Distance(InPlane(a), InPlane(b)) == 0) continue;
+    const auto add = [&](double widened, const std::string& what, const std::string& then) {
+      stretches_.push_back({std::min(a.sek, b.sek) - widened, std::max(a.sek, b.sek) + widened,
+                            At(input.file, what + " lines " + std::to_string(input.plan_lines[i]) + " and " +
+                                               std::to_string(input.plan_lines[i + 1]) + then)});
+    };
     if (std::fabs(a.sek - b.sek) <= kStationTolerance)
-      add(kStationTolerance,
-          "station " + StationText(a.sek, km) + " is that of the points in lines " + lines +
-              (i == 0 ? ", and nothing can be placed between them" : "; it is placed at the first of them"));
+      add(kStationTolerance, "station " + StationText(a.sek, km) + " is that of the points in",
+          i == 0 ? ", and nothing can be placed between them" : "; it is placed at the first of them");
     else if (RunsTheOtherWay(a, b))
-      add(0, "the arc between lines " + lines +
-                 " is half a circle or more; stations on it are placed on the other side of the circle, "
-                 "where align locate does not find them");
+      add(0, "the arc between",
+          " is half a circle or more; stations on it are placed on the other side of the circle, where align "
+          "locate does not find them");
   }
 }
 

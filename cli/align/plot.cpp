@@ -26,7 +26,7 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
   Progress progress("Placing borings", points.Rows().Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
-  std::int64_t far = 0;
+  std::int64_t too_far = 0;
   std::string first_problem;
   std::string first_far;
   Corrections corrections;
@@ -42,10 +42,10 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
       placer.Place(&point.northing, &point.easting, 1, &placing);
       corrections.Add(point.line, point.northing, point.easting, placing);
       boring.placed = placing.status == PlaceStatus::kOn;
-      boring.far = placing.status == PlaceStatus::kFar;
+      boring.too_far = placing.status == PlaceStatus::kFar;
       boring.station = placing.station;
       boring.offset = placing.offset;
-      if (boring.far && far++ == 0)
+      if (boring.too_far && too_far++ == 0)
         first_far = At(options.points, point.line, "offset " + OffsetText(placing.offset));
     }
     borings.drawn.push_back(std::move(boring));
@@ -55,9 +55,9 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
                       (unreadable == 1 ? " row is" : " rows are") +
                       " not in the drawing, correct and run again";
   if (const auto note = corrections.Note(options.points, placer, options.km)) borings.notes.push_back(*note);
-  if (far > 0)
-    borings.notes.push_back(first_far + " is far from the road; " + std::to_string(far) +
-                            (far == 1 ? " boring is" : " borings are") +
+  if (too_far > 0)
+    borings.notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
+                            (too_far == 1 ? " boring is" : " borings are") +
                             " not in the profile (--max-offset gives the greatest offset)");
   return borings;
 }

@@ -12,9 +12,11 @@ namespace velmora {
 namespace {
 
 constexpr double kTurn = 2 * std::numbers::pi;
-constexpr double kAngleTolerance = 1e-9;  // of a foot at an arc's end, which rounding can put beyond it
-constexpr double kSamePlace = 1e-6;       // m
-constexpr double kShortest = 0.01;        // m: a shorter straight has no direction
+constexpr double kAngleTolerance = 1e-9;     // of a foot at an arc's end, which rounding can put beyond it
+constexpr double kSamePlace = 1e-6;          // m
+constexpr double kShortest = 0.01;           // m: a shorter straight has no direction
+constexpr size_t kMostCoincident = 16;       // points in a row of a corner that has sides
+constexpr std::ptrdiff_t kMostAlike = 1000;  // corners of one station that are compared
 
 double Cross(PlanePoint a, PlanePoint b) { return a.h * b.v - a.v * b.h; }
 double Dot(PlanePoint a, PlanePoint b) { return a.h * b.h + a.v * b.v; }
@@ -30,9 +32,9 @@ bool Jumps(PlanePoint centre, PlanePoint p) {
 std::optional<std::array<PlanePoint, 2>> DirectionsAt(const std::vector<kovltype>& plan, size_t at) {
   const auto apart = [&](size_t i) { return Distance(InPlane(plan[i]), InPlane(plan[at])) >= kShortest; };
   size_t before = at;
-  while (before > 0 && !apart(before)) --before;
+  while (before > 0 && at - before < kMostCoincident && !apart(before)) --before;
   size_t after = at;
-  while (after + 1 < plan.size() && !apart(after)) ++after;
+  while (after + 1 < plan.size() && after - at < kMostCoincident && !apart(after)) ++after;
   if (!apart(before) || !apart(after)) return std::nullopt;
   std::array directions = {DirectionOfTravel(plan[before], plan[before + 1], false),
                            DirectionOfTravel(plan[after - 1], plan[after], true)};
@@ -66,6 +68,18 @@ bool ChordTellsSide(const std::vector<kovltype>& plan, size_t at) {
   return true;
 }
 
+// The box of all points whose foot can be on the segment without an offset.
+PlaneBox BoxOf(const kovltype& a, const kovltype& b) {
+  constexpr double kBeyondEnds = 0.001;  // of a straight's length, by which feet may lie beyond its ends
+  const double chord = Distance(InPlane(a), InPlane(b));
+  // An arc keeps within its sagitta of the box around its ends, whatever its bulge.
+  const double sagitta = IsStraight(a.bulge) ? 0 : std::fabs(a.bulge) * chord / 2;
+  PlaneBox box;
+  box.Include(InPlane(a), sagitta + kBeyondEnds * chord);
+  box.Include(InPlane(b), sagitta + kBeyondEnds * chord);
+  return box;
+}
+
 }  // namespace
 
 Foot DrawnFoot(const kovltype& a, const kovltype& b, PlanePoint p) {
@@ -90,8 +104,7 @@ bool EndsBesideAxis(const kovltype& a, const kovltype& b) {
 
 bool RunsTheOtherWay(const kovltype& a, const kovltype& b) {
   const PlanePoint middle = PointOnSegment({a.x, a.y, a.bulge, 0}, {b.x, b.y, 0, 2}, 1, 0);
-  const Foot foot = DrawnFoot(a, b, middle);
-  return foot.place == FootPlace::kOutside;
+  return DrawnFoot(a, b, middle).place == FootPlace::kOutside;
 }
 
 void Coordinates::Prepare() {
@@ -113,12 +126,18 @@ DrawnPlaces::DrawnPlaces(std::vector<kovltype> plan)
     : plan_(std::move(plan)), descending_(IsDescending(plan_)) {
   for (size_t i = 0; i + 1 < plan_.size(); ++i) {
     const kovltype& a = plan_[i];
+    segments_.Add(BoxOf(a, plan_[i + 1]));
     if (i > 0 && (descending_ || !ChordTellsSide(plan_, i))) corners_.push_back({a.sek, i});
     if (IsStraight(a.bulge)) continue;
     const kovltype& b = plan_[i + 1];
     const Arc circle = ArcFromBulge(InPlane(a), InPlane(b), a.bulge);
     if (!std::isfinite(circle.centre.h) || !std::isfinite(circle.centre.v)) continue;
-    if (EndsBesideAxis(a, b)) axis_arcs_.push_back({a, b, circle});
+    if (EndsBesideAxis(a, b)) {
+      axis_arcs_.push_back({a, b, circle});
+      PlaneBox box;
+      box.Include(circle.centre, circle.radius);
+      circles_.Add(box);
+    }
     eastings_.Add(circle.centre.h);
     northings_.Add(circle.centre.v);
   }
@@ -136,7 +155,7 @@ bool DrawnPlaces::Correct(PlanePoint p, bool vertices, std::optional<LinePlace>*
     const auto [first, last] =
         std::equal_range(corners_.begin(), corners_.end(), Corner{before->station, 0},
                          [](const Corner& a, const Corner& b) { return a.station < b.station; });
-    for (auto corner = first; corner != last; ++corner)
+    for (auto corner = first; corner != last && corner - first < kMostAlike; ++corner)
       if (std::fabs(Distance(p, InPlane(plan_[corner->point])) - std::fabs(before->offset)) < kSamePlace)
         (*found)->offset = OffsetFrom(corner->point, p);
   }
@@ -150,12 +169,16 @@ bool DrawnPlaces::Correct(PlanePoint p, bool vertices, std::optional<LinePlace>*
 // Whether an arc that ends beside an axis can have taken the point from another segment, or lost it.
 bool DrawnPlaces::TakesJump(PlanePoint p, const std::optional<LinePlace>& found) const {
   const double best = found ? std::fabs(found->offset) + kSamePlace : kNothingBest;
-  return std::any_of(axis_arcs_.begin(), axis_arcs_.end(), [&](const AxisArc& arc) {
-    if (std::fabs(Distance(p, arc.circle.centre) - arc.circle.radius) > best) return false;
+  bool takes = false;
+  const auto reach = [&] { return takes ? -1 : best; };
+  circles_.VisitNear(p, reach, [&](size_t i) {
+    const AxisArc& arc = axis_arcs_[i];
+    if (takes || std::fabs(Distance(p, arc.circle.centre) - arc.circle.radius) > best) return;
     const Foot drawn = DrawnFoot(arc.a, arc.b, p);
     const Foot searched = FootOnSegment(arc.a, arc.b, p);
-    return drawn.place != searched.place || std::fabs(drawn.along - searched.along) > kSamePlace;
+    takes = drawn.place != searched.place || std::fabs(drawn.along - searched.along) > kSamePlace;
   });
+  return takes;
 }
 
 // By the rules of Vagstv, with the feet and sides of the drawn line.
@@ -164,14 +187,15 @@ std::optional<LinePlace> DrawnPlaces::Search(PlanePoint p, bool vertices) const 
   StationSearch search{descending_, 0};
   size_t nearest = 0;
   double distance = Distance(p, InPlane(plan_[0]));
-  for (size_t i = 0; i + 1 < plan_.size(); ++i) {
+  const auto reach = [&] { return search.best; };
+  segments_.VisitNear(p, reach, [&](size_t i) {
     search.Consider(i, plan_[i], DrawnFoot(plan_[i], plan_[i + 1], p));
     const double d = Distance(p, InPlane(plan_[i + 1]));
-    if (d < distance) {
+    if (d < distance || (d == distance && i + 1 < nearest)) {
       nearest = i + 1;
       distance = d;
     }
-  }
+  });
   if (vertices && distance < search.best && nearest > 0 && nearest + 1 < plan_.size())
     return LinePlace{plan_[nearest].sek, OffsetFrom(nearest, p)};
   if (search.Result() < 0) return std::nullopt;

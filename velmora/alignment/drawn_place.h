@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "velmora/alignment/box_runs.h"
 #include "velmora/alignment/geometry.h"
 
 namespace velmora {
@@ -86,7 +87,9 @@ class DrawnPlaces {
   bool descending_;
   std::vector<Corner> corners_;     // by station: those where the side found may be wrong
   std::vector<AxisArc> axis_arcs_;  // those that end beside an axis
-  Coordinates eastings_;            // of all arcs' centres
+  BoxRuns circles_;                 // of these arcs
+  BoxRuns segments_;
+  Coordinates eastings_;  // of all arcs' centres
   Coordinates northings_;
 };
 

@@ -56,12 +56,13 @@ std::vector<std::string> Borings(const PlotInput& input) {
   const std::vector<PlotBoring>& borings = input.borings;
   if (borings.empty()) return {"No borings"};
   const auto placed = static_cast<size_t>(std::count_if(borings.begin(), borings.end(), IsPlaced));
-  const auto far = static_cast<size_t>(
-      std::count_if(borings.begin(), borings.end(), [](const PlotBoring& b) { return b.far; }));
+  const auto too_far = static_cast<size_t>(
+      std::count_if(borings.begin(), borings.end(), [](const PlotBoring& b) { return b.too_far; }));
   std::vector<std::string> lines = {Counted(borings.size(), " boring", " borings")};
   if (placed < borings.size()) lines.front() += ", " + std::to_string(placed) + " of them along the line";
-  if (far > 0)
-    lines.push_back(std::to_string(far) + " farther than " + PlainNumber(input.max_offset) + " m from it");
+  if (too_far > 0)
+    lines.push_back(std::to_string(too_far) + " farther than " + PlainNumber(input.max_offset) +
+                    " m from it");
   return lines;
 }
 

@@ -19,8 +19,8 @@ struct PlotBoring {
   std::optional<double> level;
   bool placed = false;  // along the road: station and offset are valid
   double station = 0;
-  double offset = 0;  // positive to the right
-  bool far = false;   // not placed, as its offset is too large
+  double offset = 0;     // positive to the right
+  bool too_far = false;  // not placed, as its offset is too large
 };
 
 struct PlotInput {
@@ -29,7 +29,7 @@ struct PlotInput {
   std::vector<kovltype> plan;
   std::vector<kovltype> profile;  // by rising station, as the level look-up needs it
   std::vector<PlotBoring> borings;
-  double max_offset = 0;  // m, beyond which borings are `far`
+  double max_offset = 0;  // m, beyond which borings are `too_far`
   bool km_stations = false;
 };
 

@@ -64,8 +64,8 @@ std::string OffsetLabel(const PlotBoring& boring) {
   return (boring.offset > 0 ? "H " : "V ") + text;
 }
 
-void DrawStray(Canvas& canvas, SheetPoint at, bool small) {
-  const double half = small ? 1.4 * kManyDotsRadius : kBoringRadius;
+void DrawStray(Canvas& canvas, SheetPoint at, bool dot) {
+  const double half = dot ? 1.4 * kManyDotsRadius : kBoringRadius;
   canvas.Rectangle({at.x - half, at.y - half, 2 * half, 2 * half}, kStray);
 }
 

@@ -48,7 +48,7 @@ std::string OffsetLabel(const PlotBoring& boring);
 
 // The symbol of a boring without a place along the road: an empty square, where others are circles; a small
 // one where they are dots.
-void DrawStray(Canvas& canvas, SheetPoint at, bool small);
+void DrawStray(Canvas& canvas, SheetPoint at, bool dot);
 
 }  // namespace velmora::drawing
 
