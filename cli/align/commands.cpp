@@ -66,6 +66,8 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
+  verb->add_flag("--keep-outside", options->keep_outside,
+                 "With --area and --offsets: mark the points outside instead of leaving them out");
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
@@ -75,6 +77,8 @@ void AddLocate(CLI::App* align) {
   verb->add_option("--threads", options->threads, "Number of threads (default: all cores)")
       ->check(CLI::Range(1, 256))
       ->type_name("N");
+  AddListOptions(verb, PointRoles(), &options->list);
+  AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignLocate(*options); });
@@ -87,6 +91,8 @@ void AddPlace(CLI::App* align) {
   verb->add_option("--stations", options->stations, "CSV with id, station and offset")
       ->required()
       ->type_name("CSV");
+  AddListOptions(verb, StationRoles(), &options->list);
+  AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignPlace(*options); });
@@ -119,7 +125,7 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
           ->type_name("OUT");
   AddFormatOptions(verb, &options->output);
-  for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
+  for (const char* form : {"--csv", "--spreadsheet", "--json"}) to->excludes(verb->get_option(form));
   AddStationOptions(verb, &options->output);
   verb->callback([options, run] { run(*options); });
   return options;
@@ -159,6 +165,7 @@ void AddPlot(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  AddListOptions(verb, PointRoles(), &options->list);
   verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/input/list_options.h"
 #include "cli/output/records.h"
 
 namespace CLI {
@@ -24,8 +25,10 @@ struct Limits {
 struct LocateOptions {
   std::string file;
   std::string points;
+  ListOptions list;
   std::optional<Limits> area;     // stations
   std::optional<Limits> offsets;  // left limit, right limit
+  bool keep_outside = false;      // points outside them are marked and not left out
   int mode = 0;
   int threads = 1;
   OutputOptions output;
@@ -34,6 +37,7 @@ struct LocateOptions {
 struct PlaceOptions {
   std::string file;
   std::string stations;
+  ListOptions list;
   OutputOptions output;
 };
 
@@ -59,6 +63,7 @@ struct EditOptions {
 struct PlotOptions {
   std::string file;
   std::string points;
+  ListOptions list;
   std::string to;
   bool km = false;
 };

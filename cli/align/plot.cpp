@@ -15,14 +15,14 @@ namespace {
 std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input,
                                              std::string* problem) {
   std::vector<drawing::PlotBoring> borings;
-  PointList points(options.points);
+  PointList points(options.points, options.list);
   const Placer placer(input, 0, std::nullopt);
-  Progress progress("Placing borings", points.Rows().Size());
+  Progress progress("Placing borings", points.Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
   std::string first_problem;
   for (ListedPoint point; points.Next(&point);) {
-    progress.Update(points.Rows().Consumed(), ++rows);
+    progress.Update(points.Consumed(), ++rows);
     if (!point.problem.empty()) {
       if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
       continue;

@@ -3,6 +3,7 @@
 #include "cli/input/rows.h"
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
+#include "velmora/platform/text_file.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
