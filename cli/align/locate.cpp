@@ -346,6 +346,7 @@ void AlignLocate(const LocateOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   PointList points(options.points, options.list);
+  points.Report();
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;
   Results results(options, bounds, points);
   const Placer placer(&input, options.mode, AreaOf(options));

@@ -56,6 +56,7 @@ void AlignPlace(const PlaceOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   ListReader list(options.stations, StationRoles(), options.list);
+  list.Report();
   const ListLayout& layout = list.Layout();
   const RowFields& fields = list.Fields();
   const size_t carried = layout.carried.size();

@@ -16,6 +16,7 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
                                              std::string* problem) {
   std::vector<drawing::PlotBoring> borings;
   PointList points(options.points, options.list);
+  points.Report();
   const Placer placer(input, 0, std::nullopt);
   Progress progress("Placing borings", points.Size());
   std::uint64_t rows = 0;

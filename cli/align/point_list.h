@@ -27,6 +27,7 @@ class PointList {
   PointList(const std::string& file, const ListOptions& options, size_t block_size = RowReader::kBlockSize)
       : list_(file, PointRoles(), options, block_size) {}
   bool Next(ListedPoint* point);
+  void Report() const { list_.Report(); }
 
   // For many rows at once: blocks for PointsOfBlock, from any thread.
   bool NextBlock(RowBlock* block) { return list_.NextBlock(block); }

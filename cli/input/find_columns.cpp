@@ -196,7 +196,7 @@ class Finder {
     titles_ = row.fields;
     header_line_ = row.line;
     if (row.line != candidates_[0].line)
-      Warn(AtLine(row.line, "is taken for the header, and what is above it for a title"));
+      layout_.notes.push_back(AtLine(row.line, "is taken for the header, and what is above it for a title"));
     rows_->Skip(row.end, row.lines_end);
   }
 
@@ -298,7 +298,7 @@ class Finder {
                                                     " columns; is the file a list of points?"));
     layout_.decimal = DecimalOf(layout_.separator);
     Carry();
-    if (layout_.has_header) ReportUnknown();
+    if (layout_.has_header) NoteUnknown();
     if (options_.east_first) std::swap(layout_.columns[kNorthing], layout_.columns[kEasting]);
     return std::move(layout_);
   }
@@ -317,7 +317,7 @@ class Finder {
   }
 
   // The titles that are no role's where a role has no column.
-  void ReportUnknown() const {
+  void NoteUnknown() {
     const std::string unknown = Listed(titles_);
     std::string missing;
     std::string names;
@@ -327,8 +327,8 @@ class Finder {
       names += (names.empty() ? "" : ",") + roles_[i].key + "=TITLE";
     }
     if (unknown.empty() || missing.empty()) return;
-    Warn(AtLine(header_line_,
-                "no column for " + missing + " among " + unknown + "; name it with --columns " + names));
+    layout_.notes.push_back(AtLine(header_line_, "no column for " + missing + " among " + unknown +
+                                                     "; name it with --columns " + names));
   }
 
   const std::vector<Role>& roles_;

@@ -11,10 +11,9 @@
 
 namespace velmora::cli {
 
-// The layout of a list; the header, and lines of text above it, are then taken from `rows`. Reports such
-// lines, and titles that are not known where a role has no column. An empty list has a layout without
-// columns. Throws a Refusal when a required column is missing, and for a list without a header whose columns
-// can be two things.
+// The layout of a list; the header, and lines of text above it, are then taken from `rows`. An empty list has
+// a layout without columns. Throws a Refusal when a required column is missing, and for a list without a
+// header whose columns can be two things.
 ListLayout FindColumns(const std::vector<Role>& roles, const ListOptions& options, RowReader* rows);
 
 }  // namespace velmora::cli

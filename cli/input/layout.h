@@ -23,7 +23,8 @@ struct ListLayout {
     size_t column;
     std::string title;
   };
-  std::vector<Carried> carried;  // the columns without a role, in the order of the list
+  std::vector<Carried> carried;    // the columns without a role, in the order of the list
+  std::vector<std::string> notes;  // for the user: titles that are not known, text above the header
 };
 
 // The fields of a row, as UTF-8: views into the row where that is possible.

@@ -12,6 +12,10 @@ ListReader::ListReader(const std::string& file, const std::vector<Role>& roles, 
       layout_(FindColumns(roles, options, &rows_)),
       fields_(layout_) {}
 
+void ListReader::Report() const {
+  for (const std::string& note : layout_.notes) Warn(note);
+}
+
 bool ListReader::Next() {
   while (rows_.NextRow(layout_.separator, &row_))
     if (fields_.Split(row_, rows_.Encoding())) return true;

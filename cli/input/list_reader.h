@@ -15,14 +15,16 @@ namespace velmora::cli {
 
 class ListReader {
  public:
-  // Finds the columns, and reports titles that are not known where a role has no column. Throws a Refusal
-  // when the file cannot be opened, and when it is not clear which columns the required ones are.
+  // Finds the columns. Throws a Refusal when the file cannot be opened, and when it is not clear which
+  // columns the required ones are.
   ListReader(const std::string& file, const std::vector<Role>& roles, const ListOptions& options,
              size_t block_size = RowReader::kBlockSize);
   ListReader(const ListReader&) = delete;
   ListReader& operator=(const ListReader&) = delete;
 
   const ListLayout& Layout() const { return layout_; }
+  // Prints the layout's notes.
+  void Report() const;
 
   // The next row with anything in it, in Fields. False at the end; throws a Refusal when the file cannot be
   // read.
