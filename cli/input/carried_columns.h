@@ -2,6 +2,7 @@
 #ifndef VELMORA_CLI_INPUT_CARRIED_COLUMNS_H_
 #define VELMORA_CLI_INPUT_CARRIED_COLUMNS_H_
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,14 +16,14 @@ namespace velmora::cli {
 // or comes twice gets "list_" before it, and then a number behind it.
 std::vector<Column> WithCarried(const ListLayout& layout, std::vector<Column> ours);
 
-// The carried fields of many rows.
+// The carried fields of the rows of a block.
 class CarriedFields {
  public:
   explicit CarriedFields(size_t columns) : columns_(columns) {}
   void Add(const ListLayout& layout, const RowFields& fields) {
     for (const ListLayout::Carried& carried : layout.carried) {
       text_ += fields.Field(carried.column);
-      ends_.push_back(text_.size());
+      ends_.push_back(static_cast<std::uint32_t>(text_.size()));
     }
   }
   size_t Columns() const { return columns_; }
@@ -35,7 +36,7 @@ class CarriedFields {
  private:
   size_t columns_;
   std::string text_;
-  std::vector<size_t> ends_;  // in text_
+  std::vector<std::uint32_t> ends_;  // in text_
 };
 
 }  // namespace velmora::cli

@@ -60,11 +60,13 @@ void JoinGroups(std::wstring* text) {
 std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
   constexpr wchar_t kMinus = 0x2212;
   if (const std::optional<double> plain = PlainNumber(field, decimal)) return plain;
+  constexpr size_t kLongestGrouped = 100;
   std::wstring text = WideFromUtf8(field);
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOfNumber);
+  text.erase(text.begin(), first);
   while (!text.empty() && IsBlankOfNumber(text.back())) text.pop_back();
-  while (!text.empty() && IsBlankOfNumber(text.front())) text.erase(0, 1);
   if (text.starts_with(kMinus)) text[0] = L'-';
-  JoinGroups(&text);
+  if (text.size() <= kLongestGrouped) JoinGroups(&text);
   const bool has_point = text.find(L'.') != std::wstring::npos;
   const bool has_comma = text.find(L',') != std::wstring::npos;
   if ((has_point && has_comma) || (has_point && decimal == DecimalSign::kComma) ||

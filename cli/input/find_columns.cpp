@@ -13,7 +13,9 @@ using Fields = std::vector<std::string>;
 using Columns = std::vector<std::optional<size_t>>;  // by role
 
 constexpr size_t kRowsToHeader = 10;  // the header is among the first ones
-constexpr size_t kMostColumns = 256;  // every row of the result has those that are carried
+// Of columns that are carried, as every row of the result has them.
+constexpr size_t kMostColumns = 256;
+constexpr size_t kLongestTitle = 200;  // bytes
 
 // A row at the start of a list.
 struct Candidate {
@@ -312,7 +314,8 @@ class Finder {
       }
       const std::string& title = titles_[column];
       if (options_.only) continue;
-      layout_.carried.push_back({column, title.empty() ? "column" + std::to_string(column + 1) : title});
+      const bool usable = !title.empty() && title.size() <= kLongestTitle;
+      layout_.carried.push_back({column, usable ? title : "column" + std::to_string(column + 1)});
     }
   }
 

@@ -11,7 +11,7 @@ bool RowFields::Split(const Row& row, std::optional<TextEncoding> encoding) {
     problem_ = "a quote is not closed";
   else if (fields_.size() > layout_.width)
     problem_ = std::to_string(fields_.size()) + " fields, but " +
-               (layout_.has_header ? "the header has " : "the first row has ") +
+               (layout_.has_header ? "the header has " : "the list has columns for ") +
                std::to_string(layout_.width) + (layout_.separator == ',' ? " (a decimal comma?)" : "");
   return !fields_.empty();
 }

@@ -10,7 +10,10 @@ ListReader::ListReader(const std::string& file, const std::vector<Role>& roles, 
     : roles_(roles),
       rows_(file, options.encoding, block_size),
       layout_(FindColumns(roles, options, &rows_)),
-      fields_(layout_) {}
+      fields_(layout_) {
+  constexpr size_t kUsualColumns = 8;
+  rows_.ShrinkBlocks(1 + layout_.carried.size() / kUsualColumns);
+}
 
 void ListReader::Report() const {
   for (const std::string& note : layout_.notes) Warn(note);

@@ -4,6 +4,7 @@
 #ifndef VELMORA_CLI_INPUT_ROWS_H_
 #define VELMORA_CLI_INPUT_ROWS_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -78,6 +79,9 @@ class RowReader {
   bool AtEnd() const { return at_end_; }
   void Skip(size_t bytes, std::int64_t lines);
   std::optional<TextEncoding> Encoding() const;
+
+  // For rows that take `factor` times the memory of other lists' rows.
+  void ShrinkBlocks(size_t factor) { block_size_ = std::max<size_t>(1, block_size_ / factor); }
 
   // The next rows. False at the end; throws a Refusal when the file cannot be read on or has a line that is
   // too long.
