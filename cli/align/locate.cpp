@@ -199,9 +199,8 @@ struct Block {
   std::uint64_t consumed = 0;  // bytes of the list, through this block
   std::vector<ListedPoint> points;
   CarriedFields carried;
-  std::vector<std::uint64_t> ids;  // hashes for RepeatedIds
-  std::vector<Placing> placings;   // of each row, also of those that are not points
-  std::string csv;                 // the rows' text, when CSV is wanted
+  std::vector<Placing> placings;  // of each row, also of those that are not points
+  std::string csv;                // the rows' text, when CSV is wanted
   AxisCheck axes;
   Tally tally;
 };
@@ -226,11 +225,9 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
   const size_t count = block->points.size();
   std::vector<double> northing(count);
   std::vector<double> easting(count);
-  block->ids.resize(count);
   for (size_t i = 0; i < count; ++i) {
     northing[i] = block->points[i].northing;
     easting[i] = block->points[i].easting;
-    block->ids[i] = RepeatedIds::Hash(block->points[i].id);
   }
   block->placings.resize(count);
   if (csv != nullptr) block->csv.reserve(count * kUsualResult);
@@ -271,11 +268,8 @@ class Results {
     rows_ += block.points.size();
     progress_.Update(block.consumed, rows_);
     axes_.Add(block.axes);
-    constexpr size_t kAhead = 16;
-    for (size_t i = 0; i < block.points.size(); ++i) {
-      ids_.Prefetch(block.ids[std::min(i + kAhead, block.ids.size() - 1)]);
-      ids_.Add(block.ids[i], block.points[i].line, block.points[i].id);
-    }
+    if (!ids_.IsFull())
+      for (const ListedPoint& point : block.points) ids_.Add(point.id, point.line);
     if (tally_.Unreadable() == 0 && block.tally.Unreadable() > 0)
       for (const ListedPoint& point : block.points)
         if (!point.problem.empty()) {

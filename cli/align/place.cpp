@@ -73,7 +73,7 @@ void AlignPlace(const PlaceOptions& options) {
     std::vector<Cell> row(columns.size());
     for (size_t i = 0; i < carried; ++i) row[i] = std::string(fields.Field(layout.carried[i].column));
     const auto cells = std::span(row).subspan(carried);
-    ids.Add(RepeatedIds::Hash(fields.Text(kStationId)), list.Line(), fields.Text(kStationId));
+    ids.Add(fields.Text(kStationId), list.Line());
     cells[0] = std::string(fields.Text(kStationId));
     cells[9] = list.Line();
     const std::optional<double> station = StationOf(fields, layout.decimal);

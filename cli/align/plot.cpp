@@ -1,6 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/input/repeated_ids.h"
 #include "cli/output/output_file.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
@@ -19,11 +20,13 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
   points.Report();
   const Placer placer(input, 0, std::nullopt);
   Progress progress("Placing borings", points.Size());
+  RepeatedIds ids;
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
   std::string first_problem;
   for (ListedPoint point; points.Next(&point);) {
     progress.Update(points.Consumed(), ++rows);
+    ids.Add(point.id, point.line);
     if (!point.problem.empty()) {
       if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
       continue;
@@ -38,6 +41,8 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
     }
     borings.push_back(std::move(boring));
   }
+  progress.Clear();
+  ids.Report(options.points);
   if (unreadable > 0)
     *problem = first_problem + "; " + std::to_string(unreadable) +
                (unreadable == 1 ? " row is" : " rows are") + " not in the drawing, correct and run again";

@@ -163,7 +163,10 @@ class Finder {
       column = ColumnNumber(named->second);
       if (column && *column >= row.count) return false;
       if (column) continue;
-      column = FindTitle(keys, WideFromUtf8(named->second));
+      const std::wstring title = WideFromUtf8(named->second);
+      for (size_t k = 0; k < row.fields.size() && !column; ++k)
+        if (EqualNoCase(WideFromUtf8(row.fields[k]), title)) column = k;
+      if (!column) column = FindTitle(keys, title);
       if (!column) return false;
       by_title = true;
     }

@@ -1,17 +1,12 @@
 #include "cli/input/repeated_ids.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
 #include "cli/terminal/error.h"
 
 namespace velmora::cli {
-
-std::uint64_t RepeatedIds::Hash(std::string_view id) {
-  if (id.empty()) return 0;
-  const std::uint64_t hash = std::hash<std::string_view>()(id);
-  return hash == 0 ? 1 : hash;
-}
 
 // The id's slot or the empty one for it; null where a made-up list has filled all slots that it can have.
 RepeatedIds::Slot* RepeatedIds::Find(std::uint64_t hash) {
@@ -29,9 +24,10 @@ void RepeatedIds::Grow() {
     if (Slot* const to = slot.hash == 0 ? nullptr : Find(slot.hash)) *to = slot;
 }
 
-void RepeatedIds::Add(std::uint64_t hash, std::int64_t line, std::string_view id) {
-  if (hash == 0 || added_ == kMostIds) return;
+void RepeatedIds::Add(std::string_view id, std::int64_t line) {
+  if (id.empty() || IsFull()) return;
   ++added_;
+  const std::uint64_t hash = std::max<std::uint64_t>(1, std::hash<std::string_view>()(id));
   Slot* slot = Find(hash);
   if (slot == nullptr) return;
   if (slot->hash == hash) {

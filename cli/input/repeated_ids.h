@@ -7,19 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "velmora/portability.h"
-
 namespace velmora::cli {
 
 class RepeatedIds {
  public:
-  // Of an id; 0 for an empty one. Any thread may compute it.
-  static std::uint64_t Hash(std::string_view id);
-
-  // In the order of the lines. Only the first kMostIds are compared, so that memory and time are bounded.
-  void Add(std::uint64_t hash, std::int64_t line, std::string_view id);
-  // Before Add, some ids ahead, saves most of its time.
-  void Prefetch(std::uint64_t hash) const { PrefetchForRead(&slots_[hash & (slots_.size() - 1)]); }
+  // In the order of the lines. Empty ids are ignored, and so are those after the first kMostIds, so that
+  // memory and time are bounded.
+  void Add(std::string_view id, std::int64_t line);
+  bool IsFull() const { return added_ == kMostIds; }
   static constexpr size_t kMostIds = size_t{1} << 18;
 
   // Reports the first id that came again, with both lines, and how many more rows have one.
