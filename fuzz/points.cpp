@@ -17,19 +17,22 @@ bool SamePoint(const cli::ListedPoint& a, const cli::ListedPoint& b) {
 }
 
 Points RowByRow(const std::string& file) {
-  cli::PointList list(file);
+  cli::PointList list(file, {});
   Points points;
   for (cli::ListedPoint point; list.Next(&point);) points.push_back(point);
   return points;
 }
 
 Points InBlocks(const std::string& file) {
-  cli::PointList list(file);
+  constexpr size_t kFewBytes = 64;  // so that rows with line breaks lie at the ends of blocks
+  cli::PointList list(file, {}, kFewBytes);
   Points points;
-  cli::ListedPoint first;
-  if (list.TakeFirst(&first)) points.push_back(first);
-  const cli::RowLayout layout = list.Layout();
-  for (cli::RowBlock block; list.NextBlock(&block);) cli::PointsOfBlock(block, layout, &points);
+  const cli::ListLayout& layout = list.Layout();
+  cli::CarriedFields carried(layout.carried.size());
+  for (cli::RowBlock block; list.NextBlock(&block);) cli::PointsOfBlock(block, layout, &points, &carried);
+  for (size_t i = 0; i < points.size() * carried.Columns(); ++i)
+    Require(carried.Field(i / carried.Columns(), i % carried.Columns()).size() <= cli::kLongestRow,
+            "a field");
   return points;
 }
 

@@ -74,6 +74,8 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
+  verb->add_flag("--keep-outside", options->keep_outside,
+                 "With --area and --offsets: mark the points outside instead of leaving them out");
   AddMaxOffset(verb, &options->max_offset);
   verb->add_option(
           "--mode", options->mode,
@@ -84,6 +86,8 @@ void AddLocate(CLI::App* align) {
   verb->add_option("--threads", options->threads, "Number of threads (default: all cores)")
       ->check(CLI::Range(1, 256))
       ->type_name("N");
+  AddListOptions(verb, PointRoles(), &options->list);
+  AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignLocate(*options); });
@@ -96,6 +100,8 @@ void AddPlace(CLI::App* align) {
   verb->add_option("--stations", options->stations, "CSV with id, station and offset")
       ->required()
       ->type_name("CSV");
+  AddListOptions(verb, StationRoles(), &options->list);
+  AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignPlace(*options); });
@@ -130,7 +136,7 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   verb->add_flag("--force", options->force,
                  "Write even if lines are lost, or an arc moves by more than 1 mm");
   AddFormatOptions(verb, &options->output);
-  for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
+  for (const char* form : {"--csv", "--spreadsheet", "--json"}) to->excludes(verb->get_option(form));
   AddStationOptions(verb, &options->output);
   verb->callback([options, run] { run(*options); });
   return options;
@@ -170,6 +176,7 @@ void AddPlot(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
   verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/input/list_options.h"
 #include "cli/output/records.h"
 
 namespace CLI {
@@ -26,9 +27,11 @@ inline constexpr double kMostOffset = 500;  // m; points farther away are report
 struct LocateOptions {
   std::string file;
   std::string points;
+  ListOptions list;
   double max_offset = kMostOffset;
   std::optional<Limits> area;     // stations
   std::optional<Limits> offsets;  // left limit, right limit
+  bool keep_outside = false;      // points outside them are marked and not left out
   int mode = 0;
   int threads = 1;
   OutputOptions output;
@@ -37,6 +40,7 @@ struct LocateOptions {
 struct PlaceOptions {
   std::string file;
   std::string stations;
+  ListOptions list;
   OutputOptions output;
 };
 
@@ -63,6 +67,7 @@ struct EditOptions {
 struct PlotOptions {
   std::string file;
   std::string points;
+  ListOptions list;
   double max_offset = kMostOffset;
   std::string to;
   bool km = false;

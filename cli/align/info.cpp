@@ -119,8 +119,9 @@ void WriteJson(OutputFile& output, const std::vector<Fact>& facts, const Bounded
   output.Write(JsonText(info, 2) + "\n");
 }
 
-void WriteCsv(OutputFile& output, const std::vector<Fact>& facts, const BoundedFindings& findings) {
-  RecordWriter records(output, OutputFormat::kCsv, {{"what", ""}, {"line", ""}, {"value", ""}});
+void WriteCsv(OutputFile& output, OutputFormat format, const std::vector<Fact>& facts,
+              const BoundedFindings& findings) {
+  RecordWriter records(output, format, {{"what", ""}, {"line", ""}, {"value", ""}});
   for (const Fact& fact : facts)
     if (!fact.key.empty()) records.Row({fact.key, {}, fact.value});
   for (const Finding& finding : findings.listed)
@@ -137,9 +138,10 @@ void AlignInfo(const InfoOptions& options) {
   const std::vector<Fact> facts = FactsOf(input, options.output.km);
   const BoundedFindings findings = FindingsOf(input);
   OutputFile output(options.output.file, {options.file});
-  switch (options.output.Format()) {
+  switch (const OutputFormat format = options.output.Format()) {
     case OutputFormat::kCsv:
-      WriteCsv(output, facts, findings);
+    case OutputFormat::kSpreadsheet:
+      WriteCsv(output, format, facts, findings);
       break;
     case OutputFormat::kJson:
       WriteJson(output, facts, findings);

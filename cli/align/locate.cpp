@@ -1,10 +1,13 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <map>
+#include <numeric>
 
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/input/repeated_ids.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
@@ -87,31 +90,36 @@ class CellRow {
 // The values as a line of CSV, without cells in between: most of the time of a large list is spent here.
 class CsvRow {
  public:
-  explicit CsvRow(std::string* text) : text_(text) {}
+  CsvRow(const CsvDialect& dialect, std::string* text) : dialect_(dialect), text_(text) {}
+  void Carry(std::string_view field) {
+    AppendCsvText(field, dialect_, text_);
+    *text_ += dialect_.separator;
+  }
   template <class AnyValue>
   void Add(const char*, const char*, bool, const AnyValue& value) {
     Put(value);
   }
   void End() {
-    at_[-1] = '\n';
+    --at_;
     Flush();
+    text_->append(dialect_.line_end);
   }
 
  private:
   void Put(std::string_view text) {
     Flush();
-    AppendCsvText(text, text_);
-    *at_++ = ',';
+    AppendCsvText(text, dialect_, text_);
+    *at_++ = dialect_.separator;
   }
   void Put(std::int64_t integer) {
     at_ = std::to_chars(at_, row_.data() + row_.size(), integer).ptr;
-    *at_++ = ',';
+    *at_++ = dialect_.separator;
   }
   void Put(Value value) {
     constexpr int kDecimals = 3;
     if (row_.data() + row_.size() - at_ < static_cast<std::ptrdiff_t>(2 * kLongestCsvNumber)) Flush();
-    if (value.given) at_ = PutCsvNumber(value.number, kDecimals, at_);
-    *at_++ = ',';
+    if (value.given) at_ = PutCsvNumber(value.number, kDecimals, dialect_, at_);
+    *at_++ = dialect_.separator;
   }
   void Put(Station station) {
     if (station.given && station.km)
@@ -122,7 +130,7 @@ class CsvRow {
   void Put(Side offset) {
     if (offset.given)
       for (const char c : OffsetSide(offset.number)) *at_++ = c;
-    *at_++ = ',';
+    *at_++ = dialect_.separator;
   }
   void Put(OffsetAndSide) {}
   void Flush() {
@@ -130,6 +138,7 @@ class CsvRow {
     at_ = row_.data();
   }
 
+  const CsvDialect& dialect_;
   std::string* text_;
   std::array<char, 4 * kLongestCsvNumber> row_;
   char* at_ = row_.data();
@@ -153,6 +162,7 @@ class Tally {
     unreadable_ += other.unreadable_;
   }
   std::int64_t Unreadable() const { return unreadable_; }
+  std::int64_t Points() const { return std::accumulate(placed_.begin(), placed_.end(), std::int64_t{0}); }
 
   std::string Text() const {
     std::int64_t rows = unreadable_;
@@ -182,11 +192,12 @@ std::optional<StationArea> AreaOf(const LocateOptions& options) {
 
 // Some thousand rows, from reading to writing.
 struct Block {
-  explicit Block(const PlanBounds& bounds) : axes(bounds) {}
+  Block(const PlanBounds& bounds, const ListLayout& layout) : carried(layout.carried.size()), axes(bounds) {}
 
   RowBlock rows;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
   std::vector<ListedPoint> points;
+  CarriedFields carried;
   std::vector<Placing> placings;  // of each row, also of those that are not points
   std::string csv;                // the rows' text, when CSV is wanted
   AxisCheck axes;
@@ -196,11 +207,20 @@ struct Block {
 
 constexpr size_t kUsualResult = 128;  // bytes of a row
 
-// Reads a block's points, places them and formats the rows of CSV; runs in any thread.
-void PlaceBlock(const Placer& placer, const RowLayout& layout, bool csv, bool km, Block* block) {
+// Whether the result leaves the row out: a point that is not inside the area that was asked for.
+bool IsLeftOut(const LocateOptions& options, const ListedPoint& point, const Placing& placing) {
+  if (options.keep_outside || !(options.area || options.offsets) || !point.problem.empty()) return false;
+  return placing.status == PlaceStatus::kOutsideArea || placing.status == PlaceStatus::kBeforeStart ||
+         placing.status == PlaceStatus::kBeyondEnd || placing.status == PlaceStatus::kNothing;
+}
+
+// Reads a block's points, places them and formats the rows of CSV (`csv`, null for other formats); runs in
+// any thread.
+void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLayout& layout,
+                const CsvDialect* csv, Block* block) {
   constexpr size_t kShortRow = 24;
   block->points.reserve(block->rows.bytes.size() / kShortRow);
-  PointsOfBlock(block->rows, layout, &block->points);
+  PointsOfBlock(block->rows, layout, &block->points, &block->carried);
   block->rows = {};
   const size_t count = block->points.size();
   std::vector<double> northing(count);
@@ -210,20 +230,23 @@ void PlaceBlock(const Placer& placer, const RowLayout& layout, bool csv, bool km
     easting[i] = block->points[i].easting;
   }
   block->placings.resize(count);
-  if (csv) block->csv.reserve(count * kUsualResult);
+  if (csv != nullptr) block->csv.reserve(count * kUsualResult);
   placer.Place(northing.data(), easting.data(), count, block->placings.data());
   for (size_t i = 0; i < count; ++i) {
     const ListedPoint& point = block->points[i];
+    const Placing& placing = block->placings[i];
     if (point.problem.empty()) {
       block->axes.Add(point.northing, point.easting);
-      block->tally.Add(block->placings[i].status);
-      block->corrections.Add(point.line, point.northing, point.easting, block->placings[i]);
+      block->tally.Add(placing.status);
+      block->corrections.Add(point.line, point.northing, point.easting, placing);
     } else {
       block->tally.AddUnreadable();
     }
-    if (!csv) continue;
-    CsvRow row(&block->csv);
-    AddColumns(point, block->placings[i], km, &row);
+    if (csv == nullptr || IsLeftOut(options, point, placing)) continue;
+    CsvRow row(*csv, &block->csv);
+    for (size_t column = 0; column < block->carried.Columns(); ++column)
+      row.Carry(block->carried.Field(i, column));
+    AddColumns(point, placing, options.output.km, &row);
     row.End();
   }
 }
@@ -231,21 +254,24 @@ void PlaceBlock(const Placer& placer, const RowLayout& layout, bool csv, bool km
 // Writes finished blocks and collects the notes for the end.
 class Results {
  public:
-  Results(const LocateOptions& options, const PlanBounds& bounds, std::uint64_t size)
+  Results(const LocateOptions& options, const PlanBounds& bounds, const PointList& points)
       : options_(options),
         format_(options.output.Format()),
         output_(options.output.file, {options.file, options.points}),
-        records_(output_, format_, LocateColumns()),
+        records_(output_, format_, WithCarried(points.Layout(), LocateColumns())),
         axes_(bounds),
-        progress_("Placing points", size) {}
+        progress_("Placing points", points.Size()) {}
 
-  bool IsCsv() const { return format_ == OutputFormat::kCsv; }
+  // Null for other formats than CSV.
+  const CsvDialect* Csv() const { return DialectOf(format_); }
 
   void Write(const Block& block) {
     rows_ += block.points.size();
     progress_.Update(block.consumed, rows_);
     axes_.Add(block.axes);
     corrections_.Add(block.corrections);
+    if (!ids_.IsFull())
+      for (const ListedPoint& point : block.points) ids_.Add(point.id, point.line);
     if (tally_.Unreadable() == 0 && block.tally.Unreadable() > 0)
       for (const ListedPoint& point : block.points)
         if (!point.problem.empty()) {
@@ -253,12 +279,15 @@ class Results {
           break;
         }
     tally_.Add(block.tally);
-    if (IsCsv()) {
+    if (Csv() != nullptr) {
       output_.Write(block.csv);
       return;
     }
     for (size_t i = 0; i < block.points.size(); ++i) {
+      if (IsLeftOut(options_, block.points[i], block.placings[i])) continue;
       CellRow row;
+      for (size_t column = 0; column < block.carried.Columns(); ++column)
+        row.cells.emplace_back(std::string(block.carried.Field(i, column)));
       AddColumns(block.points[i], block.placings[i], options_.output.km, &row);
       records_.Row(row.cells);
     }
@@ -268,11 +297,16 @@ class Results {
     records_.Finish();
     if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
     output_.Finish();
+    progress_.Clear();
+    ids_.Report(options_.points);
     if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
-    if (axes_.LooksSwapped())
+    const bool most_swapped = 2 * axes_.NearSwapped() > tally_.Points();
+    if (most_swapped || axes_.LooksSwapped())
       Warn(At(options_.points, "northing and easting look swapped: " + std::to_string(axes_.NearSwapped()) +
-                                   " points lie near the road when swapped, " + std::to_string(axes_.Near()) +
-                                   " as given; check the titles or the order of the columns"));
+                                   (axes_.NearSwapped() == 1 ? " point lies" : " points lie") +
+                                   " near the road only when swapped, " + std::to_string(axes_.Near()) +
+                                   " as given; " + HowToSwap()));
+    if (tally_.Unreadable() == 0 && most_swapped) throw ExitWith{1};
     if (tally_.Unreadable() == 0) return;
     Warn(At(options_.points, first_problem_.line,
             first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
@@ -282,11 +316,18 @@ class Results {
   }
 
  private:
+  std::string HowToSwap() const {
+    const std::map<std::string, std::string>& columns = options_.list.columns;
+    if (columns.contains("n") || columns.contains("e")) return "exchange n and e in --columns";
+    return options_.list.east_first ? "leave out --axes en" : "give --axes en";
+  }
+
   const LocateOptions& options_;
   OutputFormat format_;
   OutputFile output_;
   RecordWriter records_;
   AxisCheck axes_;
+  RepeatedIds ids_;
   Tally tally_;
   Corrections corrections_;
   ListedPoint first_problem_;
@@ -302,30 +343,21 @@ void AlignLocate(const LocateOptions& options) {
     throw WrongUsage("only one of FILE and --points can be standard input");
   ReadAlignment(options.file, &input);
   RequirePlan(input);
-  PointList points(options.points);
+  PointList points(options.points, options.list);
+  points.Report();
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;
-  Results results(options, bounds, points.Rows().Size());
+  Results results(options, bounds, points);
   const Placer placer(&input, options.mode, AreaOf(options), options.max_offset);
-  const RowLayout layout = points.Layout();
+  const ListLayout& layout = points.Layout();
   OrderedWorkers<Block> workers(placer.IsThreadSafe() ? options.threads : 1, [&](Block* block) {
-    PlaceBlock(placer, layout, results.IsCsv(), options.output.km, block);
+    PlaceBlock(options, placer, layout, results.Csv(), block);
   });
-  const auto put = [&](std::unique_ptr<Block> block) {
-    block->consumed = points.Rows().Consumed();
+  auto block = std::make_unique<Block>(bounds, layout);
+  while (points.NextBlock(&block->rows)) {
+    block->consumed = points.Consumed();
     if (workers.Full()) results.Write(*workers.Take());
     workers.Put(std::move(block));
-  };
-
-  auto block = std::make_unique<Block>(bounds);
-  // The first row may be a point and not a header.
-  if (ListedPoint first; points.TakeFirst(&first)) {
-    block->points.push_back(std::move(first));
-    put(std::move(block));
-    block = std::make_unique<Block>(bounds);
-  }
-  while (points.NextBlock(&block->rows)) {
-    put(std::move(block));
-    block = std::make_unique<Block>(bounds);
+    block = std::make_unique<Block>(bounds, layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish(placer);

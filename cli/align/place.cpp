@@ -1,25 +1,18 @@
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
-#include "cli/input/columns.h"
+#include "cli/input/carried_columns.h"
+#include "cli/input/list_reader.h"
+#include "cli/input/repeated_ids.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
-#include "velmora/text/codepage.h"
-#include "velmora/text/letters.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
-
-enum StationRole : size_t { kId, kStation, kOffset };
-
-std::vector<Role> StationRoles() {
-  return {{"id", {L"id", L"namn", L"name", L"punkt", L"borrhål", L"borehole", L"boring"}, false},
-          {"station", {L"station", L"sek", L"sektion", L"chainage", L"längdmätning"}, true},
-          {"offset", {L"offset", L"avst", L"avstånd", L"sida"}, false}};
-}
 
 std::vector<Column> PlaceColumns() {
   return {{"id", "id"},
@@ -35,24 +28,22 @@ std::vector<Column> PlaceColumns() {
 }
 
 // A signed number, or one with its side: "V 3.2", "h12.4".
-std::optional<double> ParseOffset(std::wstring_view text, bool decimal_comma) {
-  text = TrimBlanks(text);
-  double sign = 0;
-  if (!text.empty()) {
-    const wchar_t side = UpperLetter(text.front());
-    sign = side == L'V' ? -1 : side == L'H' ? 1 : 0;
-  }
-  if (sign == 0) return FieldNumber(text, decimal_comma);
-  const std::optional<double> metres = FieldNumber(TrimBlanks(text.substr(1)), decimal_comma);
+std::optional<double> ParseOffset(std::string_view text, DecimalSign decimal) {
+  const char side = text.empty() ? '\0' : text.front();
+  const double sign = side == 'V' || side == 'v' ? -1 : side == 'H' || side == 'h' ? 1 : 0;
+  if (sign == 0) return FieldNumber(text, decimal);
+  const std::optional<double> metres = FieldNumber(TrimmedField(text.substr(1)), decimal);
   if (!metres || *metres < 0) return std::nullopt;
   return sign * *metres;
 }
 
-std::optional<double> StationOf(const ListReader& list) {
-  if (const std::optional<double> metres = list.Value(kStation)) return metres;
-  std::string text = Utf8FromWide(list.Text(kStation));
-  if (list.DecimalComma() && text.find('.') == std::string::npos)
-    for (char& c : text) c = c == ',' ? '.' : c;
+// Metres, or kilometres and metres: "1/250,5".
+std::optional<double> StationOf(const RowFields& fields, DecimalSign decimal) {
+  if (const std::optional<double> metres = fields.Value(kStation)) return metres;
+  std::string text(fields.Text(kStation));
+  const bool has_point = text.find('.') != std::string::npos;
+  if (decimal == DecimalSign::kComma && has_point) return std::nullopt;
+  if (decimal != DecimalSign::kPoint && !has_point) std::replace(text.begin(), text.end(), ',', '.');
   return ParseStation(text);
 }
 
@@ -64,28 +55,36 @@ void AlignPlace(const PlaceOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequirePlan(input);
-  ListReader list(options.stations, StationRoles());
+  ListReader list(options.stations, StationRoles(), options.list);
+  list.Report();
+  const ListLayout& layout = list.Layout();
+  const RowFields& fields = list.Fields();
+  const size_t carried = layout.carried.size();
+  const std::vector<Column> columns = WithCarried(layout, PlaceColumns());
   OutputFile output(options.output.file, {options.file, options.stations});
-  RecordWriter records(output, options.output.Format(), PlaceColumns());
-  Progress progress("Placing stations", list.Rows().Size());
+  RecordWriter records(output, options.output.Format(), columns);
+  Progress progress("Placing stations", list.Size());
+  RepeatedIds ids;
   std::int64_t rows = 0;
   std::int64_t unreadable = 0;
   std::string first_problem;
   PlaceNotes notes(input, options.output.km);
   while (list.Next()) {
-    progress.Update(list.Rows().Consumed(), static_cast<std::uint64_t>(++rows));
-    std::vector<Cell> cells(PlaceColumns().size());
-    cells[0] = Utf8FromWide(list.Text(kId));
+    progress.Update(list.Consumed(), static_cast<std::uint64_t>(++rows));
+    std::vector<Cell> row(columns.size());
+    for (size_t i = 0; i < carried; ++i) row[i] = std::string(fields.Field(layout.carried[i].column));
+    const auto cells = std::span(row).subspan(carried);
+    ids.Add(fields.Text(kStationId), list.Line());
+    cells[0] = std::string(fields.Text(kStationId));
     cells[9] = list.Line();
-    const std::optional<double> station = StationOf(list);
-    const bool no_offset = list.Text(kOffset).empty();
+    const std::optional<double> station = StationOf(fields, layout.decimal);
     const std::optional<double> offset =
-        no_offset ? 0.0 : ParseOffset(list.Text(kOffset), list.DecimalComma());
-    if (!station || !offset) {
+        fields.Text(kOffset).empty() ? 0.0 : ParseOffset(fields.Text(kOffset), layout.decimal);
+    if (!fields.Problem().empty() || !station || !offset) {
       const std::string problem = list.Problem(!station ? kStation : kOffset);
       if (unreadable++ == 0) first_problem = At(options.stations, list.Line(), problem);
       cells[8] = "unreadable row (line " + std::to_string(list.Line()) + "): " + problem;
-      records.Row(cells);
+      records.Row(row);
       continue;
     }
     cells[1] = StationCell(*station, options.output.km);
@@ -103,10 +102,12 @@ void AlignPlace(const PlaceOptions& options) {
     }
     cells[8] = StatusText(placed ? PlaceStatus::kOn : WhyNotPlaced(input, *station));
     notes.Add(*station);
-    records.Row(cells);
+    records.Row(row);
   }
   records.Finish();
   output.Finish();
+  progress.Clear();
+  ids.Report(options.stations);
   // On descending stations the suite reverses the sign of an offset that it finds, but not of one it places.
   if (IsDescending(input.plan))
     Warn(At(options.file,

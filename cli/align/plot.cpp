@@ -1,6 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/input/repeated_ids.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/output/progress.h"
@@ -21,9 +22,11 @@ struct Borings {
 
 Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
   Borings borings;
-  PointList points(options.points);
+  PointList points(options.points, options.list);
+  points.Report();
   const Placer placer(input, 0, std::nullopt, options.max_offset);
-  Progress progress("Placing borings", points.Rows().Size());
+  Progress progress("Placing borings", points.Size());
+  RepeatedIds ids;
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
   std::int64_t too_far = 0;
@@ -31,7 +34,8 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
   std::string first_far;
   Corrections corrections;
   for (ListedPoint point; points.Next(&point);) {
-    progress.Update(points.Rows().Consumed(), ++rows);
+    progress.Update(points.Consumed(), ++rows);
+    ids.Add(point.id, point.line);
     if (!point.problem.empty()) {
       if (unreadable++ == 0) first_problem = At(options.points, point.line, point.problem);
       continue;
@@ -50,6 +54,8 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
     }
     borings.drawn.push_back(std::move(boring));
   }
+  progress.Clear();
+  ids.Report(options.points);
   if (unreadable > 0)
     borings.problem = first_problem + "; " + std::to_string(unreadable) +
                       (unreadable == 1 ? " row is" : " rows are") +

@@ -3,52 +3,36 @@
 namespace velmora::cli {
 namespace {
 
-enum PointRole : size_t { kId, kNorthing, kEasting, kLevel };
-
-const std::vector<Role>& PointRoles() {
-  static const std::vector<Role> roles = {
-      {"id", {L"id", L"namn", L"name", L"punkt", L"borrhål", L"borehole", L"boring"}, false},
-      {"northing", {L"northing", L"n", L"x", L"nord", L"north"}, true},
-      {"easting", {L"easting", L"e", L"y", L"ost", L"öst", L"east"}, true},
-      {"level", {L"level", L"z", L"nivå", L"niva", L"höjd", L"elevation"}, false}};
-  return roles;
-}
-
-// From a row's fields, those of ListReader or of RowFields.
-template <class Fields>
-void TakePoint(const Fields& fields, ListedPoint* point) {
+void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
   const std::optional<double> northing = fields.Value(kNorthing);
   const std::optional<double> easting = fields.Value(kEasting);
+  point->line = line;
+  point->id = fields.Text(kPointId);
   point->level = fields.Value(kLevel);
   point->northing = northing.value_or(0);
   point->easting = easting.value_or(0);
-  const bool bad_level = !point->level && !fields.IsEmpty(kLevel);
-  if (northing && easting && !bad_level) return;
+  point->problem = fields.Problem();
+  const bool bad_level = !point->level && !fields.Text(kLevel).empty();
+  if (!point->problem.empty() || (northing && easting && !bad_level)) return;
   const PointRole bad = !northing ? kNorthing : !easting ? kEasting : kLevel;
-  point->problem = NotANumber(PointRoles()[bad], fields.Utf8(bad));
+  point->problem = NotANumber(PointRoles()[bad], fields.Text(bad));
 }
 
 }  // namespace
 
-PointList::PointList(const std::string& file) : list_(file, PointRoles()) {}
-
 bool PointList::Next(ListedPoint* point) {
   if (!list_.Next()) return false;
-  *point = {};
-  point->line = list_.Line();
-  point->id = list_.Utf8(kId);
-  TakePoint(list_, point);
+  TakePoint(list_.Fields(), list_.Line(), point);
   return true;
 }
 
-void PointsOfBlock(const RowBlock& block, const RowLayout& layout, std::vector<ListedPoint>* points) {
+void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<ListedPoint>* points,
+                   CarriedFields* carried) {
   RowFields fields(layout);
-  ForEachLine(block, [&](std::string_view line, std::int64_t number) {
-    if (!fields.Split(line, block.encoding, number)) return;
-    ListedPoint& point = points->emplace_back();
-    point.line = number;
-    point.id = fields.Utf8(kId);
-    TakePoint(fields, &point);
+  ForEachRow(block, layout.separator, [&](const Row& row) {
+    if (!fields.Split(row, block.encoding)) return;
+    TakePoint(fields, row.line, &points->emplace_back());
+    carried->Add(layout, fields);
   });
 }
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/input/columns.h"
+#include "cli/input/carried_columns.h"
+#include "cli/input/list_reader.h"
 
 namespace velmora::cli {
 
@@ -20,26 +21,28 @@ struct ListedPoint {
   std::string problem;  // why the row is not a point; empty for a point
 };
 
-// Columns id, northing, easting and level, by header (id/namn, x/n/northing, y/e/easting, z/level and some
-// more) or in that order.
+// Columns id, northing, easting and level.
 class PointList {
  public:
-  explicit PointList(const std::string& file);
+  PointList(const std::string& file, const ListOptions& options, size_t block_size = RowReader::kBlockSize)
+      : list_(file, PointRoles(), options, block_size) {}
   bool Next(ListedPoint* point);
-  const RowReader& Rows() const { return list_.Rows(); }
+  void Report() const { list_.Report(); }
 
-  // For many rows at once: the first row, where it is a point and not a header, then the others in blocks
-  // for PointsOfBlock, from any thread.
-  bool TakeFirst(ListedPoint* point) { return list_.FirstIsData() && Next(point); }
+  // For many rows at once: blocks for PointsOfBlock, from any thread.
   bool NextBlock(RowBlock* block) { return list_.NextBlock(block); }
-  RowLayout Layout() const { return list_.Layout(); }
+  const ListLayout& Layout() const { return list_.Layout(); }
+
+  std::uint64_t Size() const { return list_.Size(); }
+  std::uint64_t Consumed() const { return list_.Consumed(); }
 
  private:
   ListReader list_;
 };
 
-// Appends the points of a block's rows.
-void PointsOfBlock(const RowBlock& block, const RowLayout& layout, std::vector<ListedPoint>* points);
+// Appends the points of a block's rows, and the fields carried with them.
+void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<ListedPoint>* points,
+                   CarriedFields* carried);
 
 }  // namespace velmora::cli
 

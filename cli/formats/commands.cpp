@@ -78,7 +78,8 @@ void AddFormatsCommand(CLI::App& app) {
   CLI::Option* svg =
       formats->add_option("--svg", options->svg, "Draw them to scale instead")->type_name("FILE");
   AddOutputOptions(formats, &options->output);
-  for (const char* other : {"--csv", "--json", "-o"}) svg->excludes(formats->get_option(other));
+  for (const char* other : {"--csv", "--spreadsheet", "--json", "-o"})
+    svg->excludes(formats->get_option(other));
   formats->callback([options] { Formats(*options); });
 }
 

@@ -1,12 +1,36 @@
 #include "cli/input/rows.h"
 
 #include <algorithm>
+#include <span>
 
+#include "cli/input/fields.h"
 #include "cli/terminal/error.h"
-#include "velmora/text/letters.h"
-#include "velmora/text/numbers.h"
+#include "velmora/text/string.h"
 
 namespace velmora::cli {
+namespace {
+
+constexpr size_t kNone = std::string_view::npos;
+
+std::int64_t LineFeeds(std::string_view text) { return std::count(text.begin(), text.end(), '\n'); }
+
+// The end of the line that holds `at`, after its line feed. kNone when the text ends before it.
+size_t LineEnd(std::string_view text, size_t at, bool at_end) {
+  const size_t feed = text.find('\n', at);
+  if (feed != kNone) return feed + 1;
+  return at_end ? text.size() : kNone;
+}
+
+// The closing quote of a field whose text starts at `at`; kNone when there is none before kLongestRow.
+size_t ClosingQuote(std::string_view text, size_t at) {
+  text = text.substr(0, kLongestRow);
+  for (;; at += 2) {
+    at = text.find('"', at);
+    if (at == kNone || at + 1 >= text.size() || text[at + 1] != '"') return at;
+  }
+}
+
+}  // namespace
 
 void RefuseUnopened(const std::string& file) {
   const std::optional<FileStatus> status = GetFileStatus(PathFromSystem(file));
@@ -15,105 +39,144 @@ void RefuseUnopened(const std::string& file) {
   throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
 }
 
-void RefuseLongRow(const std::string& file, std::int64_t line) {
-  throw Refusal(At(file, line, "this line is too long for a row; is the file a list of points?"));
-}
-
-wchar_t DetectSeparator(std::wstring_view row) {
-  bool quoted = false;
-  bool semicolon = false;
-  for (const wchar_t c : row) {
-    if (c == L'"') quoted = !quoted;
-    if (quoted) continue;
-    if (c == L'\t') return L'\t';
-    semicolon = semicolon || c == L';';
+RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
+  RowExtent row;
+  size_t end = LineEnd(text, 0, at_end);
+  row.too_long = std::min(end, text.size()) > kLongestRow;
+  if (end == kNone || row.too_long) return row;
+  if (text.substr(0, end).find('"') == kNone) {
+    row.size = end;
+    return row;
   }
-  return semicolon ? L';' : L',';
-}
-
-std::vector<std::wstring> SplitRow(std::wstring_view row, wchar_t separator) {
-  std::vector<std::wstring> fields;
-  const auto is_blank = [&](wchar_t c) { return IsBlank(c) && c != separator; };
-  for (;;) {
-    while (!row.empty() && is_blank(row.front())) row.remove_prefix(1);
-    std::wstring field;
-    if (!row.empty() && row.front() == L'"') {
-      row.remove_prefix(1);
-      for (; !row.empty(); row.remove_prefix(1)) {
-        if (row.front() == L'"') {
-          if (row.substr(0, 2) != L"\"\"") break;
-          row.remove_prefix(1);
-        }
-        field += row.front();
-      }
-      if (!row.empty()) row.remove_prefix(1);
+  size_t at = 0;
+  for (;;) {  // at the start of a field
+    while (at < end && text[at] != separator && IsBlankByte(text[at])) ++at;
+    if (at < end && text[at] == '"') {
+      const size_t quote = ClosingQuote(text, at + 1);
+      const size_t quote_line_end = quote == kNone ? kNone : LineEnd(text, quote, at_end);
+      const std::int64_t breaks = LineFeeds(text.substr(0, std::min(quote, kLongestRow)).substr(at));
+      const bool goes_on = !at_end && (quote_line_end == kNone || quote + 1 == text.size());
+      if (goes_on && breaks < kMostLines && text.size() <= kLongestRow) return {};
+      row.unclosed = quote_line_end > kLongestRow || breaks >= kMostLines ||
+                     (breaks > 0 && !FieldEndsAt(text, quote + 1, separator));
+      if (row.unclosed) break;
+      row.lines += breaks;
+      end = quote_line_end;
+      at = quote + 1;
     }
-    const size_t end = std::min(row.find(separator), row.size());
-    field += TrimBlanks(row.substr(0, end));
-    fields.push_back(std::move(field));
-    if (end == row.size()) return fields;
-    row.remove_prefix(end + 1);
+    at = text.substr(0, end).find(separator, at);
+    if (at == kNone) break;
+    ++at;
   }
+  row.size = end;
+  return row;
 }
 
-std::optional<double> FieldNumber(std::wstring_view field, bool decimal_comma) {
-  if (!decimal_comma || field.find(L',') == std::wstring_view::npos) return ParseWholeNumber(field);
-  if (field.find(L'.') != std::wstring_view::npos) return std::nullopt;
-  std::wstring with_point(field);
-  with_point[with_point.find(L',')] = L'.';
-  return ParseWholeNumber(with_point);
-}
-
-RowReader::RowReader(std::string file) : file_(std::move(file)) {
-  const bool good = file_ == "-" ? reader_.OpenStandardInput(TextReader::Guess::kUtf8First)
-                                 : reader_.Open(PathFromSystem(file_), TextReader::Guess::kUtf8First);
+RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size)
+    : file_(std::move(file)), encoding_(encoding), block_size_(block_size) {
+  const bool good = file_ == "-" ? input_.OpenStandardInput() : input_.Open(PathFromSystem(file_));
   if (!good) RefuseUnopened(file_);
-}
-
-bool RowReader::Next() {
-  while (reader_.ReadLine(&text_)) {
-    ++line_;
-    if (static_cast<size_t>(text_.GetLength()) > kLongestRow) RefuseLongRow(file_, line_);
-    if (TrimBlanks(text_.GetView()).empty()) continue;
-    if (separator_ == 0) {
-      // Some spreadsheets name the separator on a line of its own.
-      const std::wstring_view row = text_.GetView();
-      if (row.size() == 5 && EqualNoCase(row.substr(0, 4), L"sep=")) {
-        separator_ = row[4];
-        continue;
-      }
-      separator_ = DetectSeparator(row);
-    }
-    fields_ = SplitRow(text_.GetView(), separator_);
-    return true;
+  // The bytes are taken as they are until it is known whether a mark is among them.
+  encoding_.reset();
+  constexpr size_t kLongestMark = 3;
+  while (pending_.size() < kLongestMark && More()) {
   }
-  if (reader_.Failed()) RefuseUnread();
-  return false;
+  const TextEncoding marked = EncodingFromMark(pending_);
+  pending_.erase(0, ByteOrderMark(marked).size());
+  encoding_ = marked == TextEncoding::kWindows1252 ? encoding : marked;
+  if (!encoding_ || !IsUtf16(*encoding_)) return;
+  units_.swap(pending_);
+  AppendUtf16();
 }
 
-bool RowReader::NextBlock(RowBlock* block) {
-  constexpr size_t kBlockSize = size_t{512} << 10;
-  constexpr size_t kLongestBytes = 4 * kLongestRow;
-  block->first_line = line_ + 1;
-  block->encoding = reader_.Encoding();
-  block->bytes.clear();
-  if (IsUtf16(block->encoding)) {
-    block->encoding = TextEncoding::kUtf8;
-    while (block->bytes.size() < kBlockSize && reader_.ReadLine(&text_)) {
-      block->bytes += ToUtf8(text_) + "\r\n";
-      ++line_;
-    }
-  } else if (reader_.ReadBlock(kBlockSize, &block->bytes, kLongestBytes)) {
-    line_ += std::count(block->bytes.begin(), block->bytes.end(), '\n');
-    if (block->bytes.back() != '\n') ++line_;
+std::optional<TextEncoding> RowReader::Encoding() const {
+  return encoding_ && IsUtf16(*encoding_) ? TextEncoding::kUtf8 : encoding_;
+}
+
+bool RowReader::More() {
+  constexpr size_t kMostRead = size_t{256} << 10;
+  if (at_end_) return false;
+  pending_.erase(0, start_);
+  start_ = 0;
+  const bool utf16 = encoding_ && IsUtf16(*encoding_);
+  std::string& to = utf16 ? units_ : pending_;
+  const size_t before = to.size();
+  to.resize(before + std::min(kMostRead, block_size_));
+  const std::int64_t count = input_.Read(std::span(to).subspan(before));
+  to.resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
+  if (count < 0)
+    throw Refusal(At(file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"));
+  at_end_ = count == 0;
+  consumed_ += static_cast<std::uint64_t>(count);
+  if (utf16) AppendUtf16();
+  return !at_end_;
+}
+
+// Decodes the units read so far, but for a half one at the end and the first half of a pair.
+void RowReader::AppendUtf16() {
+  const bool little = *encoding_ == TextEncoding::kUtf16Le;
+  size_t size = units_.size() / 2 * 2;
+  const auto high = [&](size_t unit) { return static_cast<unsigned char>(units_[unit + (little ? 1 : 0)]); };
+  if (!at_end_ && size > 0 && (high(size - 2) & 0xFC) == 0xD8) size -= 2;
+  std::wstring text;
+  AppendDecoded(std::string_view(units_).substr(0, size), *encoding_, &text);
+  pending_ += Utf8FromWide(text);
+  units_.erase(0, size);
+}
+
+void RowReader::Skip(size_t bytes, std::int64_t lines) {
+  start_ += bytes;
+  line_ += lines;
+}
+
+// The bytes of the rows that are pending as a whole.
+size_t RowReader::WholeRows(char separator) const {
+  const std::string_view text = Pending();
+  // Later lines are no longer than what is read at once.
+  if (std::min(text.find('\n'), text.size()) > kLongestRow) RefuseLongRow(line_);
+  if (text.find('"') == kNone) return at_end_ ? text.size() : text.rfind('\n') + 1;
+  size_t size = 0;
+  std::int64_t line = line_;
+  while (size < text.size()) {
+    const RowExtent row = MeasureRow(text.substr(size), separator, at_end_);
+    if (row.too_long) RefuseLongRow(line);
+    if (row.size == 0) break;
+    size += row.size;
+    line += row.lines;
   }
-  if (!block->bytes.empty()) return true;
-  if (reader_.Failed()) RefuseUnread();
-  return false;
+  return size;
 }
 
-void RowReader::RefuseUnread() const {
-  throw Refusal(At(file_, line_ + 1, "reading stopped here: a read error, or a line too long for a list"));
+bool RowReader::NextBlock(char separator, RowBlock* block) {
+  while (Pending().size() < block_size_ && More()) {
+  }
+  size_t size = WholeRows(separator);
+  while (size == 0 && !at_end_) {
+    More();
+    size = WholeRows(separator);
+  }
+  block->first_line = line_;
+  block->encoding = Encoding();
+  block->bytes.assign(Pending().substr(0, size));
+  Skip(size, LineFeeds(block->bytes));
+  return size > 0;
+}
+
+bool RowReader::NextRow(char separator, Row* row) {
+  RowExtent extent = MeasureRow(Pending(), separator, at_end_);
+  while (extent.size == 0 && !extent.too_long && !at_end_) {
+    More();
+    extent = MeasureRow(Pending(), separator, at_end_);
+  }
+  if (extent.too_long) RefuseLongRow(line_);
+  if (extent.size == 0) return false;
+  *row = {WithoutLineEnd(Pending().substr(0, extent.size)), line_, extent.unclosed};
+  Skip(extent.size, extent.lines);
+  return true;
+}
+
+void RowReader::RefuseLongRow(std::int64_t line) const {
+  throw Refusal(At(file_, line, "this line is too long for a row; is the file a list of points?"));
 }
 
 }  // namespace velmora::cli

@@ -1,74 +1,115 @@
 // Rows of a list of points or stations: comma, semicolon or tab between the fields, UTF-8, UTF-16 or
-// Windows-1252, with or without a byte-order mark, quoted or not.
+// Windows-1252, with or without a byte-order mark. A row is a line, or several where a field in quotes holds
+// line breaks.
 #ifndef VELMORA_CLI_INPUT_ROWS_H_
 #define VELMORA_CLI_INPUT_ROWS_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "velmora/platform/text_file.h"
+#include "velmora/platform/files.h"
+#include "velmora/text/codepage.h"
 
 namespace velmora::cli {
 
 // Throws a Refusal that says why a file could not be opened.
 [[noreturn]] void RefuseUnopened(const std::string& file);
 
-// Throws a Refusal for a row of more than RowReader::kLongestRow.
-[[noreturn]] void RefuseLongRow(const std::string& file, std::int64_t line);
+// The row at the start of a text.
+struct RowExtent {
+  size_t size = 0;  // with its line end; 0 when the text ends before the row does
+  std::int64_t lines = 1;
+  bool unclosed = false;  // a field's quote is not closed; the row ends with the line of that quote
+  bool too_long = false;  // a line has more than kLongestRow bytes
+};
+// A row, and a line of it, has at most kLongestRow bytes, and a field kMostLines lines. A quote that is
+// closed only beyond that, or on another line within a field, is an unclosed one: it takes no more than its
+// own line. `at_end`: nothing follows the text.
+RowExtent MeasureRow(std::string_view text, char separator, bool at_end);
+inline constexpr size_t kLongestRow = size_t{1} << 20;
+inline constexpr std::int64_t kMostLines = 100;
 
-// Whole lines of a list, as bytes.
+// Whole rows of a list. Without an encoding, each row that is valid UTF-8 is UTF-8, else Windows-1252.
 struct RowBlock {
   std::string bytes;
-  TextEncoding encoding = TextEncoding::kWindows1252;  // in which lines that are valid UTF-8 are UTF-8
+  std::optional<TextEncoding> encoding;
   std::int64_t first_line = 1;
 };
 
-// The separator of a list, from its first row: a tab if it has one, else a semicolon, else a comma.
-wchar_t DetectSeparator(std::wstring_view row);
+struct Row {
+  std::string_view bytes;  // without its line end
+  std::int64_t line = 0;   // its first one
+  bool unclosed = false;   // as in RowExtent
+};
 
-// The fields of a row, blanks around them dropped. A field in double quotes may hold the separator and
-// doubled quotes; one whose quote is never closed reaches to the end of the row.
-std::vector<std::wstring> SplitRow(std::wstring_view row, wchar_t separator);
+inline std::string_view WithoutLineEnd(std::string_view row) {
+  if (row.ends_with('\n')) row.remove_suffix(1);
+  if (row.ends_with('\r')) row.remove_suffix(1);
+  return row;
+}
 
-// The number that a field consists of; with `decimal_comma` a "," may stand for the ".".
-std::optional<double> FieldNumber(std::wstring_view field, bool decimal_comma);
+// Calls take(row) for each row of the block.
+template <class Take>
+void ForEachRow(const RowBlock& block, char separator, Take take) {
+  std::string_view rest = block.bytes;
+  for (std::int64_t line = block.first_line; !rest.empty();) {
+    const RowExtent row = MeasureRow(rest, separator, true);
+    take(Row{WithoutLineEnd(rest.substr(0, row.size)), line, row.unclosed});
+    rest.remove_prefix(row.size);
+    line += row.lines;
+  }
+}
 
-// Reads one row at a time; memory does not grow with their number.
+// Reads a list. Memory does not grow with its length.
 class RowReader {
  public:
-  // "-" is standard input. Throws a Refusal when the file cannot be opened.
-  explicit RowReader(std::string file);
+  static constexpr size_t kBlockSize = size_t{512} << 10;
 
-  // The next row that is not blank. False at the end; throws a Refusal when the file cannot be read on, or
-  // has a row of more than kLongestRow.
-  bool Next();
-  // The rows after the last Next, many at once: whole lines, blank ones too. Fails as Next does.
-  bool NextBlock(RowBlock* block);
-  const std::vector<std::wstring>& Fields() const { return fields_; }
+  // "-" is standard input. `encoding` is that of a file without a byte-order mark; nothing: as in RowBlock.
+  // Blocks have about `block_size` bytes. Throws a Refusal when the file cannot be opened.
+  RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size = kBlockSize);
+
+  // For the rows before the separator is known: what was read and not yet taken. More reads on and returns
+  // false at the end; the views are then no longer valid. Skip takes rows.
+  std::string_view Pending() const { return std::string_view(pending_).substr(start_); }
+  bool More();
+  bool AtEnd() const { return at_end_; }
+  void Skip(size_t bytes, std::int64_t lines);
+  std::optional<TextEncoding> Encoding() const;
+
+  // For rows that take `factor` times the memory of other lists' rows.
+  void ShrinkBlocks(size_t factor) { block_size_ = std::max<size_t>(1, block_size_ / factor); }
+
+  // The next rows. False at the end; throws a Refusal when the file cannot be read on or has a line that is
+  // too long.
+  bool NextBlock(char separator, RowBlock* block);
+  // The same for a single one, valid until the next call.
+  bool NextRow(char separator, Row* row);
+
+  // Of the next row.
   std::int64_t Line() const { return line_; }
-  wchar_t Separator() const { return separator_; }
-  // A comma is a decimal point unless it is the separator.
-  bool DecimalComma() const { return separator_ != L','; }
-
-  // In characters. Every field of a row takes memory of its own.
-  static constexpr size_t kLongestRow = size_t{1} << 20;
-
   const std::string& File() const { return file_; }
-  std::uint64_t Size() const { return reader_.Size(); }
-  std::uint64_t Consumed() const { return reader_.Consumed(); }
+  std::uint64_t Size() const { return input_.Size(); }  // bytes, 0 when unknown
+  std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress
+  [[noreturn]] void RefuseLongRow(std::int64_t line) const;
 
  private:
-  std::string file_;
-  TextReader reader_;
-  [[noreturn]] void RefuseUnread() const;
+  size_t WholeRows(char separator) const;
+  void AppendUtf16();
 
-  CString text_;
-  std::vector<std::wstring> fields_;
-  std::int64_t line_ = 0;
-  wchar_t separator_ = 0;
+  std::string file_;
+  InputFile input_;
+  std::optional<TextEncoding> encoding_;  // of the file
+  size_t block_size_;
+  std::string pending_;
+  size_t start_ = 0;
+  std::string units_;  // UTF-16 not yet decoded
+  std::int64_t line_ = 1;
+  std::uint64_t consumed_ = 0;
+  bool at_end_ = false;
 };
 
 }  // namespace velmora::cli

@@ -4,6 +4,7 @@
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/dde_text.h"
+#include "velmora/platform/text_file.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 

@@ -6,7 +6,9 @@ namespace velmora::cli {
 
 void AddFormatOptions(CLI::App* verb, OutputOptions* options) {
   CLI::Option* csv = verb->add_flag("--csv", options->csv, "Result as CSV");
-  verb->add_flag("--json", options->json, "Result as JSON")->excludes(csv);
+  CLI::Option* spreadsheet =
+      verb->add_flag("--spreadsheet", options->spreadsheet, "Result as CSV for a Swedish spreadsheet");
+  verb->add_flag("--json", options->json, "Result as JSON")->excludes(csv)->excludes(spreadsheet);
 }
 
 void AddOutputOptions(CLI::App* verb, OutputOptions* options) {

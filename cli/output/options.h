@@ -10,7 +10,7 @@ class App;
 
 namespace velmora::cli {
 
-// --csv, --json
+// --csv, --spreadsheet, --json
 void AddFormatOptions(CLI::App* verb, OutputOptions* options);
 // The same and -o.
 void AddOutputOptions(CLI::App* verb, OutputOptions* options);

@@ -21,8 +21,9 @@ Progress::Progress(std::string what, std::uint64_t total)
       wanted_(StandardErrorIsTerminal()),
       next_(Clock::now() + kDelay) {}
 
-Progress::~Progress() {
+void Progress::Clear() {
   if (shown_) std::fputs("\r\033[K", stderr);
+  shown_ = false;
 }
 
 void Progress::Update(std::uint64_t done, std::uint64_t rows) {

@@ -12,12 +12,14 @@ class Progress {
  public:
   // With a `total` of 0, unknown, only the count is shown.
   Progress(std::string what, std::uint64_t total);
-  ~Progress();  // clears the bar
+  ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
   // Cheap: reads the clock every few hundred rows.
   void Update(std::uint64_t done, std::uint64_t rows);
+  // Before other lines on standard error.
+  void Clear();
 
  private:
   void Draw(std::uint64_t done, std::uint64_t rows);

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
-#include "cli/output/csv_text.h"
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
@@ -23,12 +22,12 @@ std::string CellText(const Cell& cell) {
   return {};
 }
 
-void AppendCsvCell(const Cell& cell, std::string* row) {
+void AppendCsvCell(const Cell& cell, const CsvDialect& dialect, std::string* row) {
   if (const auto* number = std::get_if<Number>(&cell)) {
     std::array<char, kLongestCsvNumber> text;
-    row->append(text.data(), PutCsvNumber(number->value, number->decimals, text.data()));
+    row->append(text.data(), PutCsvNumber(number->value, number->decimals, dialect, text.data()));
   } else {
-    AppendCsvText(CellText(cell), row);
+    AppendCsvText(CellText(cell), dialect, row);
   }
 }
 
@@ -44,39 +43,55 @@ nlohmann::ordered_json JsonOf(double number) {
 OutputFormat OutputOptions::Format() const {
   RequireEnding(file, "a result", {".csv", ".json", ".txt"});
   const std::string ending = EndingOf(file);
-  if ((csv && ending == ".json") || (json && ending == ".csv"))
-    throw Refusal(At(file, std::string(csv ? "--csv" : "--json") +
+  const bool wants_csv = csv || spreadsheet;
+  if ((wants_csv && ending == ".json") || (json && ending == ".csv"))
+    throw Refusal(At(file, std::string(json  ? "--json"
+                                       : csv ? "--csv"
+                                             : "--spreadsheet") +
                                " and the ending say different things; omit the option or change the name"));
+  if (spreadsheet) return OutputFormat::kSpreadsheet;
   if (csv || ending == ".csv") return OutputFormat::kCsv;
   if (json || ending == ".json") return OutputFormat::kJson;
   return OutputFormat::kTable;
 }
 
+const CsvDialect* DialectOf(OutputFormat format) {
+  return format == OutputFormat::kCsv           ? &kPlainCsv
+         : format == OutputFormat::kSpreadsheet ? &kSpreadsheetCsv
+                                                : nullptr;
+}
+
 RecordWriter::RecordWriter(OutputFile& output, OutputFormat format, std::vector<Column> columns)
-    : output_(output), format_(format), columns_(std::move(columns)) {
+    : output_(output), format_(format), csv_(DialectOf(format)), columns_(std::move(columns)) {
   for (size_t i = 0; i < columns_.size(); ++i) {
     const Column& column = columns_[i];
     if (!(format_ == OutputFormat::kTable ? column.title : column.key).empty()) shown_.push_back(i);
   }
-  if (format_ != OutputFormat::kCsv) return;
-  std::string header;
-  for (const size_t i : shown_) header += (header.empty() ? "" : ",") + columns_[i].key;
-  output_.Write(header + "\n");
+  if (csv_ == nullptr) return;
+  output_.Write(csv_->mark);
+  std::vector<Cell> titles;
+  for (const Column& column : columns_) titles.emplace_back(column.key);
+  CsvLine(titles);
 }
 
 void RecordWriter::Begin() {
   if (format_ == OutputFormat::kTable && !started_) StartTable();
 }
 
-void RecordWriter::Row(const std::vector<Cell>& cells) {
+void RecordWriter::CsvLine(const std::vector<Cell>& cells) {
   std::string line;
+  for (const size_t i : shown_) {
+    if (i != shown_.front()) line += csv_->separator;
+    AppendCsvCell(cells[i], *csv_, &line);
+  }
+  output_.Write(line.append(csv_->line_end));
+}
+
+void RecordWriter::Row(const std::vector<Cell>& cells) {
   switch (format_) {
     case OutputFormat::kCsv:
-      for (const size_t i : shown_) {
-        if (i != shown_.front()) line += ',';
-        AppendCsvCell(cells[i], &line);
-      }
-      output_.Write(line + "\n");
+    case OutputFormat::kSpreadsheet:
+      CsvLine(cells);
       return;
     case OutputFormat::kJson: {
       nlohmann::ordered_json object;

@@ -9,16 +9,19 @@
 #include <variant>
 #include <vector>
 
+#include "cli/output/csv_text.h"
 #include "cli/output/output_file.h"
 
 namespace velmora::cli {
 
-enum class OutputFormat { kTable, kCsv, kJson };
+// kSpreadsheet: CSV as kSpreadsheetCsv.
+enum class OutputFormat { kTable, kCsv, kSpreadsheet, kJson };
 
 // The options that every command with a result has.
 struct OutputOptions {
   std::string file;
   bool csv = false;
+  bool spreadsheet = false;
   bool json = false;
   bool km = false;  // stations as km/m
 
@@ -48,6 +51,9 @@ struct Column {
   bool right = false;
 };
 
+// Nothing for other formats than CSV.
+const CsvDialect* DialectOf(OutputFormat format);
+
 // Table: columns as wide as the first kRowsForWidths rows need, so that memory does not grow with their
 // number. CSV: a header and RFC 4180 rows. JSON: an array with an object a row; cells without a
 // value are null.
@@ -63,11 +69,13 @@ class RecordWriter {
   static constexpr size_t kRowsForWidths = 500;
 
  private:
+  void CsvLine(const std::vector<Cell>& cells);
   void TableRow(const std::vector<std::string>& texts);
   void StartTable();
 
   OutputFile& output_;
   OutputFormat format_;
+  const CsvDialect* csv_;  // of CSV
   std::vector<Column> columns_;
   std::vector<size_t> shown_;  // which cells of a row are written
   std::vector<std::vector<std::string>> held_;

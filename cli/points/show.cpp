@@ -10,7 +10,7 @@
 #include "cli/output/records.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/stod_punkt.h"
-#include "velmora/text/letters.h"
+#include "velmora/alignment/support_check.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -21,82 +21,21 @@ struct ShowOptions {
   OutputOptions output;
 };
 
-// Checks what the library accepts silently: whether the file is one of support points, and which levels are
-// not numbers.
-class LevelCheck {
- public:
-  explicit LevelCheck(const std::string& file) : file_(file) {
-    if (!reader_.Open(PathFromSystem(file))) RefuseUnopened(file);
-    CheckHeader();
-    while (Next() && !AtStar()) {
-      if (line_.CompareNoCase(L"gvy") == 0) {
-        (void)(Next() && Next());
-        continue;
-      }
-      good_.push_back(Next() && HasNumber());
-      if (!good_.back() && trouble_++ == 0)
-        first_ = At(file_, number_, Quoted(ToUtf8(line_.Left(80))) + " is not the level of a support point");
-      (void)Next();
-    }
-    if (reader_.Failed())
-      throw Refusal(At(file_, number_ + 1,
-                       "reading stopped here: a read error, or a line too long for support points"));
-  }
-
-  bool HasLevel(size_t point) const { return point < good_.size() && good_[point]; }
-  // Empty when every point has one.
-  std::string Trouble() const {
-    if (trouble_ == 0) return "";
-    return first_ + "; " + std::to_string(trouble_) + (trouble_ == 1 ? " point has" : " points have") +
-           " no level";
-  }
-
- private:
-  bool Next() {
-    line_.Empty();
-    if (!reader_.ReadLine(&line_)) return false;
-    ++number_;
-    return true;
-  }
-  bool AtStar() const { return line_.GetAt(0) == L'*'; }
-  // Whether the line is a number and nothing else: of "1O.5" the library reads the 1.
-  bool HasNumber() const {
-    double value = 0;
-    NumberScanner scanner(line_.GetView());
-    return scanner.Next(&value) && TrimBlanks(scanner.Rest()).empty();
-  }
-
-  void CheckHeader() {
-    constexpr int kValues = 6;
-    for (int i = 1; i <= kValues; ++i) {
-      if (!Next())
-        throw Refusal(
-            At(file_, number_ + 1, "ends within its header of six numbers; is it a support-point file?"));
-      if (i == kValues && AtStar()) return;
-      if (!HasNumber())
-        throw Refusal(
-            At(file_, number_,
-               "is not a single number, as each of the first six lines of a support-point file is"));
-    }
-    while (Next() && !line_.IsEmpty() && !AtStar()) {
-    }
-  }
-
-  std::string file_;
-  TextReader reader_;
-  CString line_;
-  std::int64_t number_ = 0;
-  std::vector<bool> good_;  // by point
-  std::int64_t trouble_ = 0;
-  std::string first_;
-};
+SupportCheck Check(const std::string& file, const CString& path) {
+  TextReader reader;
+  if (!reader.Open(path)) RefuseUnopened(file);
+  SupportCheck check = CheckSupportPoints(&reader);
+  if (check.has_header && !check.failed) return check;
+  const Finding& why = check.findings.listed.front();
+  throw Refusal(At(file, why.line, why.text));
+}
 
 void ShowPoints(const ShowOptions& options) {
   const CString path = PathFromSystem(options.file);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (options.file == "-" || (status && status->kind == FileKind::kOther))
     throw Refusal("support points are read from a file on disk only; save them to one first");
-  const LevelCheck check(options.file);
+  const SupportCheck check = Check(options.file, path);
   CStodPunkt points(path);
   int count = 0;
   points.Where(&count);
@@ -113,13 +52,18 @@ void ShowPoints(const ShowOptions& options) {
   }
   RecordWriter records(output, format, {{"name", "name"}, {"level", "level", true}});
   size_t point = 0;
-  for (int at = points.Home(); at == 0; at = points++ == nullptr ? -1 : 0)
-    records.Row(
-        {ToUtf8(points.pael->namn), check.HasLevel(point++) ? Cell(Number{points.pael->z, 4}) : Cell()});
+  for (int at = points.Home(); at == 0; at = points++ == nullptr ? -1 : 0, ++point)
+    records.Row({ToUtf8(points.pael->namn), point < check.has_level.size() && check.has_level[point]
+                                                ? Cell(Number{points.pael->z, 4})
+                                                : Cell()});
   records.Finish();
   output.Finish();
-  if (check.Trouble().empty()) return;
-  Warn(check.Trouble());
+  const std::int64_t without = check.findings.Count();
+  if (without == 0) return;
+  const Finding& first = check.findings.listed.front();
+  Warn(At(options.file, first.line,
+          first.text + "; " + std::to_string(without) + (without == 1 ? " point has" : " points have") +
+              " no level"));
   throw ExitWith{1};
 }
 

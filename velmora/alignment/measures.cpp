@@ -130,8 +130,10 @@ AxisCheck::AxisCheck(const PlanBounds& bounds) {
 }
 
 void AxisCheck::Add(double northing, double easting) {
-  near_ += IsNear(northing, easting) ? 1 : 0;
-  near_swapped_ += IsNear(easting, northing) ? 1 : 0;
+  const bool near = IsNear(northing, easting);
+  const bool near_swapped = IsNear(easting, northing);
+  near_ += near && !near_swapped ? 1 : 0;
+  near_swapped_ += near_swapped && !near ? 1 : 0;
 }
 
 void AxisCheck::Add(const AxisCheck& other) {

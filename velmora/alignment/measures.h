@@ -55,6 +55,7 @@ class AxisCheck {
  public:
   // Points count as near the alignment within its bounds, widened by their own size and at least 1 km.
   explicit AxisCheck(const PlanBounds& bounds);
+  // Counts points that are near the alignment in one way only.
   void Add(double northing, double easting);
   // Adds the counts of another check of the same alignment.
   void Add(const AxisCheck& other);

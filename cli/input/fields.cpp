@@ -1,0 +1,148 @@
+#include "cli/input/fields.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "velmora/text/letters.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::cli {
+namespace {
+
+// The number of a plain field: a sign, at most fifteen digits and one decimal sign.
+std::optional<double> PlainNumber(std::string_view field, DecimalSign decimal) {
+  constexpr int kMostDigits = 15;  // below 2^53, and so are the powers of ten: their quotient is exact
+  constexpr std::array<double, kMostDigits + 1> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  const char point = decimal == DecimalSign::kComma ? ',' : '.';
+  const char other = decimal == DecimalSign::kEither ? ',' : point;
+  const bool negative = field.starts_with('-');
+  std::int64_t number = 0;
+  int digits = 0;
+  int before_point = -1;
+  for (size_t i = negative ? 1 : 0; i < field.size(); ++i) {
+    const char c = field[i];
+    if (c >= '0' && c <= '9') {
+      number = number * 10 + (c - '0');
+      if (++digits > kMostDigits) return std::nullopt;
+    } else if ((c == point || c == other) && before_point < 0) {
+      before_point = digits;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (digits == 0) return std::nullopt;
+  const int decimals = before_point < 0 ? 0 : digits - before_point;
+  const double value = static_cast<double>(number) / kPowers[static_cast<size_t>(decimals)];
+  return negative ? -value : value;
+}
+
+bool IsBlankOfNumber(wchar_t c) { return IsBlank(c) || c == 0xA0 || c == 0x202F; }
+
+// Takes the blanks out of "6 652 231.5": groups of three digits behind a first one of one to three. Other
+// blanks stay, and what has them is not a number.
+void JoinGroups(std::wstring* text) {
+  size_t at = text->starts_with(L'-') || text->starts_with(L'+') ? 1 : 0;
+  const auto digits = [&](size_t from) {
+    size_t end = from;
+    while (end < text->size() && IsDigit((*text)[end])) ++end;
+    return end - from;
+  };
+  const size_t first = digits(at);
+  if (first < 1 || first > 3) return;
+  for (at += first; at < text->size() && IsBlankOfNumber((*text)[at]) && digits(at + 1) == 3; at += 3)
+    text->erase(at, 1);
+}
+
+}  // namespace
+
+std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
+  constexpr wchar_t kMinus = 0x2212;
+  if (const std::optional<double> plain = PlainNumber(field, decimal)) return plain;
+  constexpr size_t kLongestGrouped = 100;
+  std::wstring text = WideFromUtf8(field);
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOfNumber);
+  text.erase(text.begin(), first);
+  while (!text.empty() && IsBlankOfNumber(text.back())) text.pop_back();
+  if (text.starts_with(kMinus)) text[0] = L'-';
+  if (text.size() <= kLongestGrouped) JoinGroups(&text);
+  const bool has_point = text.find(L'.') != std::wstring::npos;
+  const bool has_comma = text.find(L',') != std::wstring::npos;
+  if ((has_point && has_comma) || (has_point && decimal == DecimalSign::kComma) ||
+      (has_comma && decimal == DecimalSign::kPoint))
+    return std::nullopt;
+  std::replace(text.begin(), text.end(), L',', L'.');
+  return ParseWholeNumber(text);
+}
+
+std::string_view TrimmedField(std::string_view text) {
+  while (!text.empty() && IsBlankByte(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlankByte(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+bool FieldEndsAt(std::string_view text, size_t at, char separator) {
+  while (at < text.size() && IsBlankByte(text[at]) && text[at] != separator && text[at] != '\n') ++at;
+  return at >= text.size() || text[at] == separator || text[at] == '\n';
+}
+
+char DetectSeparator(std::string_view text) {
+  bool quoted = false;
+  bool semicolon = false;
+  char before = ',';  // the last character that is not a blank
+  for (const char c : text) {
+    // A quote elsewhere than at the start of a field is a character as any other.
+    if (c == '"' && (quoted || before == ',' || before == ';')) quoted = !quoted;
+    if (!quoted && c == '\n') break;
+    if (!quoted && c == '\t') return c;
+    if (!IsBlankByte(c)) before = c;
+    semicolon = semicolon || (!quoted && c == ';');
+  }
+  return semicolon ? ';' : ',';
+}
+
+std::string_view DecodeRow(std::string_view row, std::optional<TextEncoding> encoding, std::string* decoded) {
+  unsigned char all = 0;
+  for (const char c : row) all |= static_cast<unsigned char>(c);
+  if (all < 0x80 || (encoding != TextEncoding::kWindows1252 && IsValidUtf8(row))) return row;
+  std::wstring text;
+  AppendDecoded(row, encoding.value_or(TextEncoding::kWindows1252), &text);
+  *decoded = Utf8FromWide(text);
+  return *decoded;
+}
+
+void SplitRow(std::string_view row, char separator, size_t most, std::vector<std::string_view>* fields,
+              std::string* unquoted) {
+  fields->clear();
+  unquoted->clear();
+  while (fields->size() < most) {
+    size_t start = 0;
+    while (start < row.size() && IsBlankByte(row[start]) && row[start] != separator) ++start;
+    if (start < row.size() && row[start] == '"') {
+      unquoted->reserve(unquoted->size() + row.size());  // once: the views into it stay
+      const size_t begin = unquoted->size();
+      row.remove_prefix(start + 1);
+      for (; !row.empty(); row.remove_prefix(1)) {
+        if (row.front() == '"') {
+          if (row.substr(0, 2) != "\"\"") break;
+          row.remove_prefix(1);
+        }
+        *unquoted += row.front();
+      }
+      if (!row.empty()) row.remove_prefix(1);
+      const size_t end = std::min(row.find(separator), row.size());
+      *unquoted += TrimmedField(row.substr(0, end));
+      fields->push_back(std::string_view(*unquoted).substr(begin));
+      row.remove_prefix(end);
+    } else {
+      const size_t end = std::min(row.find(separator), row.size());
+      fields->push_back(TrimmedField(row.substr(0, end)));
+      row.remove_prefix(end);
+    }
+    if (row.empty()) return;
+    row.remove_prefix(1);
+  }
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,44 @@
+// A row's fields and the numbers in them. All text is UTF-8.
+#ifndef VELMORA_CLI_INPUT_FIELDS_H_
+#define VELMORA_CLI_INPUT_FIELDS_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "velmora/text/codepage.h"
+
+namespace velmora::cli {
+
+enum class DecimalSign { kEither, kPoint, kComma };
+
+// The number that a field consists of. Its digits may stand in groups of three with a blank between (plain,
+// U+00A0 or U+202F), and its minus may be U+2212.
+std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal);
+
+constexpr bool IsBlankByte(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// Without blanks at both ends.
+std::string_view TrimmedField(std::string_view text);
+
+// Whether the separator or the row's end comes next in `text`, blanks apart.
+bool FieldEndsAt(std::string_view text, size_t at, char separator);
+
+// The separator of a list, from its first row, at the start of `text`: a tab if it has one, else a semicolon,
+// else a comma.
+char DetectSeparator(std::string_view text);
+
+// A row as UTF-8: its own bytes where they are, else decoded into *decoded. Without an encoding a row that is
+// valid UTF-8 is UTF-8, any other Windows-1252.
+std::string_view DecodeRow(std::string_view row, std::optional<TextEncoding> encoding, std::string* decoded);
+
+// Replaces *fields by the fields of a row, blanks around them dropped: views into the row, or into *unquoted.
+// A field that begins with a double quote reaches to the closing one and may hold the separator, line breaks
+// and doubled quotes. Splits off `most` fields at most.
+void SplitRow(std::string_view row, char separator, size_t most, std::vector<std::string_view>* fields,
+              std::string* unquoted);
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_INPUT_FIELDS_H_

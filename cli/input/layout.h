@@ -1,0 +1,61 @@
+// Where the fields of a list's rows are, and the fields of one row.
+#ifndef VELMORA_CLI_INPUT_LAYOUT_H_
+#define VELMORA_CLI_INPUT_LAYOUT_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/input/fields.h"
+#include "cli/input/rows.h"
+
+namespace velmora::cli {
+
+struct ListLayout {
+  char separator = ',';
+  DecimalSign decimal = DecimalSign::kPoint;
+  bool has_header = false;
+  size_t width = 0;                            // columns: a row with a field beyond them is unreadable
+  std::vector<std::optional<size_t>> columns;  // by role
+  struct Carried {
+    size_t column;
+    std::string title;
+  };
+  std::vector<Carried> carried;    // the columns without a role, in the order of the list
+  std::vector<std::string> notes;  // for the user: titles that are not known, text above the header
+};
+
+// The fields of a row, as UTF-8: views into the row where that is possible.
+class RowFields {
+ public:
+  explicit RowFields(const ListLayout& layout) : layout_(layout) {}
+
+  // False for a row without anything in it. The row's bytes outlive the fields.
+  bool Split(const Row& row, std::optional<TextEncoding> encoding);
+  // Why the row cannot be read whatever its fields hold; empty when it can.
+  const std::string& Problem() const { return problem_; }
+
+  // Empty when the row has no such field.
+  std::string_view Field(size_t column) const {
+    return column < fields_.size() ? fields_[column] : std::string_view();
+  }
+  std::string_view Text(size_t role) const {
+    const std::optional<size_t> column = layout_.columns[role];
+    return column ? Field(*column) : std::string_view();
+  }
+  // Nothing when the field is empty or not a number.
+  std::optional<double> Value(size_t role) const { return FieldNumber(Text(role), layout_.decimal); }
+
+ private:
+  const ListLayout& layout_;
+  std::vector<std::string_view> fields_;
+  std::string decoded_;
+  std::string unquoted_;
+  std::string problem_;
+};
+
+}  // namespace velmora::cli
+
+#endif  // VELMORA_CLI_INPUT_LAYOUT_H_

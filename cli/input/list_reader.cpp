@@ -1,0 +1,37 @@
+#include "cli/input/list_reader.h"
+
+#include "cli/input/find_columns.h"
+#include "cli/terminal/error.h"
+
+namespace velmora::cli {
+
+ListReader::ListReader(const std::string& file, const std::vector<Role>& roles, const ListOptions& options,
+                       size_t block_size)
+    : roles_(roles),
+      rows_(file, options.encoding, block_size),
+      layout_(FindColumns(roles, options, &rows_)),
+      fields_(layout_) {
+  constexpr size_t kUsualColumns = 8;
+  rows_.ShrinkBlocks(1 + layout_.carried.size() / kUsualColumns);
+}
+
+void ListReader::Report() const {
+  for (const std::string& note : layout_.notes) Warn(note);
+}
+
+bool ListReader::Next() {
+  while (rows_.NextRow(layout_.separator, &row_))
+    if (fields_.Split(row_, rows_.Encoding())) return true;
+  return false;
+}
+
+std::string ListReader::Problem(size_t role) const {
+  return fields_.Problem().empty() ? NotANumber(roles_[role], fields_.Text(role)) : fields_.Problem();
+}
+
+std::string NotANumber(const Role& role, std::string_view field) {
+  if (field.empty()) return role.name + " is missing";
+  return role.name + " " + Quoted(field) + " is not a number";
+}
+
+}  // namespace velmora::cli
