@@ -132,9 +132,8 @@ void RowReader::Skip(size_t bytes, std::int64_t lines) {
 // The bytes of the rows that are pending as a whole.
 size_t RowReader::WholeRows(char separator) const {
   const std::string_view text = Pending();
-  // Later lines are no longer than what is read at once.
-  if (std::min(text.find('\n'), text.size()) > kLongestRow) RefuseLongRow(line_);
-  if (text.find('"') == kNone) return at_end_ ? text.size() : text.rfind('\n') + 1;
+  if (text.size() <= kLongestRow && text.find('"') == kNone)
+    return at_end_ ? text.size() : text.rfind('\n') + 1;
   size_t size = 0;
   std::int64_t line = line_;
   while (size < text.size()) {
