@@ -32,7 +32,10 @@ void AddRegistry(CLI::App* env) {
   CLI::App* remove =
       AddVerb(registry, "delete", "Delete a value, or a key without sub-keys", options, RegistryDelete);
   remove->add_option("KEY", options->key, kKeyHelp)->required();
-  remove->add_option("NAME", options->section, "Name of the value; without it the key and its values");
+  remove->add_option("NAME", options->section, "Name of the value; without it the key and its values")
+      ->check([](const std::string& name) {
+        return name.empty() ? std::string("is empty; leave it out to delete the key") : std::string();
+      });
   remove->add_flag("--yes", options->yes, "Delete a key without asking");
   CLI::App* list = AddVerb(registry, "list", "The sub-keys and values of a key", options, RegistryList);
   list->add_option("KEY", options->key, kKeyHelp)->required();

@@ -2,6 +2,7 @@
 
 #include "velmora/common/paths.h"
 #include "velmora/environment/registry.h"
+#include "velmora/platform/files.h"
 #include "velmora/platform/types.h"
 #include "velmora/text/letters.h"
 
@@ -36,8 +37,13 @@ std::optional<CString> ReadInstallation(const wchar_t* installation, const CStri
   return ReadText(HKEY_LOCAL_MACHINE, JoinPath(installation, sub), name);
 }
 
-CString WithoutBackslash(const CString& folder) {
-  return folder.Right(1) == L"\\" ? folder.Left(folder.GetLength() - 1) : folder;
+// With a backslash for each separator and none at the end.
+CString Backslashed(const CString& folder) {
+  std::wstring path(folder.GetView());
+  for (wchar_t& c : path)
+    if (PathSeparators().find(c) != std::wstring_view::npos) c = L'\\';
+  if (path.ends_with(L'\\')) path.pop_back();
+  return CString(path);
 }
 
 }  // namespace
@@ -51,7 +57,7 @@ std::optional<CString> FirstInstallationFolder(const CString& sub) {
 std::optional<CString> PackageInstalledIn(const CString& folder, const CString& sub) {
   for (const wchar_t* installation : kInstallations) {
     const auto registered = ReadInstallation(installation, sub, L"InstallPath");
-    if (registered && EqualNoCase(WithoutBackslash(*registered).GetView(), folder.GetView()))
+    if (registered && EqualNoCase(Backslashed(*registered).GetView(), folder.GetView()))
       return ReadInstallation(installation, sub, L"Package").value_or(CString());
   }
   return std::nullopt;

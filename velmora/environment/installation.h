@@ -11,8 +11,8 @@ namespace velmora {
 // The folder of the first installation that is registered for `sub`.
 std::optional<CString> FirstInstallationFolder(const CString& sub);
 // The package of the first installation registered for `sub` in this folder, compared without regard to
-// letter case and to a backslash at the end. Empty when it has no package; nothing when there is no such
-// installation.
+// letter case, to the kind of the system's separators and to one at the end. Empty when it has no package;
+// nothing when there is no such installation.
 std::optional<CString> PackageInstalledIn(const CString& folder, const CString& sub);
 
 // The registered application-data folders of the user and of all users, and the folder for programs. Empty

@@ -1,5 +1,7 @@
 #include "velmora/project/folder_list.h"
 
+#include <algorithm>
+
 #include "velmora/common/folder_levels.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/text/quoted.h"
@@ -7,13 +9,13 @@
 namespace velmora {
 namespace {
 
-constexpr int kShownOfRefusedLine = 255;
+constexpr size_t kShownOfRefusedLine = 255;
 
-// Leading separators are ignored, because the name is joined to the project's path. A line of separators is
-// the project itself.
-bool IsAllowed(std::wstring_view name) {
-  name.remove_prefix(std::min(name.find_first_not_of(L"\\/"), name.size()));
-  return name.empty() || StaysInsideFolder(name);
+// A line of separators is the project itself.
+ListedFolder FolderOf(std::int64_t number, std::wstring_view line) {
+  const std::wstring_view name = line.substr(std::min(line.find_first_not_of(L"\\/"), line.size()));
+  if (name.empty() || StaysInsideFolder(name)) return {number, CString(name), true};
+  return {number, CString(line.substr(0, kShownOfRefusedLine)), false};
 }
 
 }  // namespace
@@ -26,10 +28,9 @@ FolderList ReadFolderList(const CString& file) {
   std::int64_t number = 1;
   for (; reader.ReadLine(&line); ++number) {
     if (line.IsEmpty()) continue;
-    const bool allowed = IsAllowed(line.GetView());
-    ListedFolder folder{number, allowed ? line : line.Left(kShownOfRefusedLine), allowed};
+    ListedFolder folder = FolderOf(number, line.GetView());
     if (list.folders.size() == kMostListedFolders) {
-      list.unread = folder;
+      list.unread = std::move(folder);
       return list;
     }
     list.folders.push_back(std::move(folder));

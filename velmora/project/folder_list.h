@@ -14,8 +14,8 @@ namespace velmora {
 
 struct ListedFolder {
   std::int64_t line = 0;  // from 1
-  CString name;           // as it stands in the line, the first 255 characters when it is not allowed
-  bool allowed = true;    // the name stays inside the project
+  CString name;         // without leading separators; when it is not allowed, the line's first 255 characters
+  bool allowed = true;  // the name stays inside the project
 };
 
 struct FolderList {
