@@ -9,6 +9,7 @@
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
+
 std::string BoringKey::Number(const PlotBoring& boring) {
   const auto [at, added] = numbers_.try_emplace(&boring, numbers_.size() + 1);
   if (added) borings_.push_back(&boring);

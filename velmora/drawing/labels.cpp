@@ -156,8 +156,10 @@ bool Obstacles::AnyCell(const RotatedBox& box, const Take& take) const {
   const Axes axes = AxesOf(box);
   const auto reach = [](double low, double high, double from, size_t count) {
     const double last = static_cast<double>(count) - 1;
-    return std::pair(static_cast<size_t>(std::clamp((low - from) / kCell, 0.0, last)),
-                     static_cast<size_t>(std::clamp((high - from) / kCell, 0.0, last)));
+    const auto cell = [&](double at) {  // what is not a number counts as 0
+      return static_cast<size_t>(std::min(std::max(0.0, (at - from) / kCell), last));
+    };
+    return std::pair(cell(low), cell(high));
   };
   const double half_x = HalfExtent(axes, {1, 0});
   const double half_y = HalfExtent(axes, {0, 1});
