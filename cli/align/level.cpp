@@ -15,8 +15,9 @@ std::string WhyNoLevel(const AlignmentInput& input, double station, bool km) {
   const double first = profile.front().y;
   const double last = profile.back().y;
   if (first > last)
-    return "the profile's stations fall from " + StationText(first, km) + " to " + StationText(last, km) +
-           "; levels are looked up by rising stations, so that no station has one; list its points by rising "
+    return "the profile's stations descend from " + StationText(first, km) + " to " + StationText(last, km) +
+           "; levels are looked up by ascending stations, so that no station has one; list its points by "
+           "ascending "
            "station";
   const std::string range = "the profile has levels from station " + StationText(first, km) +
                             " up to, not including, " + StationText(last, km);
