@@ -1,11 +1,13 @@
 #include "cli/align/exchange_formats.h"
 
+#include <memory>
 #include <span>
 
 #include "cli/input/rows.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/terminal/error.h"
+#include "velmora/exchange/landxml.h"
 #include "velmora/exchange/sink.h"
 #include "velmora/exchange/wkt_csv.h"
 #include "velmora/platform/files.h"
@@ -48,7 +50,20 @@ std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&)
   return roads;
 }
 
+std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptions& options) {
+  const auto open = [&]() -> ByteSource {
+    const auto input = std::make_shared<InputFile>();
+    if (!input->Open(PathFromSystem(file))) RefuseUnopened(file);
+    return [input](std::span<char> buffer) { return input->Read(buffer); };
+  };
+  std::vector<ImportedRoad> roads;
+  const std::optional<XmlProblem> problem = exchange::ReadLandXml(open, options, &roads);
+  if (!problem) return roads;
+  throw Refusal(problem->line > 0 ? At(file, problem->line, problem->text) : At(file, problem->text));
+}
+
 constexpr ExchangeFormat kFormats[] = {
+    {".xml", false, WriteText<exchange::WriteLandXml>, ReadXmlFile},
     {".csv", false, WriteText<exchange::WriteWktCsv>, ReadCsv},
 };
 
