@@ -50,7 +50,7 @@ class ProfileMaker {
       } else if (i == 0 || i + 1 == levels_.size()) {
         Refuse(level.line, Titled(level) + ": a curve needs a point before and after it", &road_);
       } else {
-        AddCurve(level, Grade(i - 1), Grade(i));
+        if (AddCurve(level, Grade(i - 1), Grade(i))) continue;
       }
       if (road_.refused) return;
     }
@@ -93,7 +93,8 @@ class ProfileMaker {
     return true;
   }
 
-  void AddCurve(const LandLevel& level, double in, double out) {
+  // False when nothing can follow the curve.
+  bool AddCurve(const LandLevel& level, double in, double out) {
     const PlanePoint vertex = Point(level);
     const double turn = std::atan(out) - std::atan(in);
     double before = level.length * metres_ / 2;  // horizontal lengths from the vertex to the tangent points
@@ -108,18 +109,17 @@ class ProfileMaker {
     }
     if (!(before >= 0 && after >= 0 && std::isfinite(before + after))) {
       Refuse(level.line, Titled(level) + ": its length or radius is missing or not above 0", &road_);
-      return;
+      return false;
     }
     if (turn == 0 || before + after == 0) {
-      Append(level, vertex);
-      return;
+      return Append(level, vertex);
     }
     const PlanePoint from{vertex.h - before, vertex.v - in * before};
     const PlanePoint to{vertex.h + after, vertex.v + out * after};
-    if (!Append(level, from)) return;
+    if (!Append(level, from)) return false;
     if (level.kind == LandVertical::kCircle) {
       Curve(std::tan(turn / 4), to);
-      return;
+      return true;
     }
     double largest = 0;
     if (level.kind == LandVertical::kParabola) {
@@ -137,7 +137,11 @@ class ProfileMaker {
              Titled(level) + ": an arc differs from the parabola by " + difference + "; --fit allows more",
              &road_);
     else
-      Note(level.line, Titled(level) + ": becomes an arc, levels differ by up to " + difference, &road_);
+      Note(level.line,
+           Titled(level) + ": becomes " + (level.kind == LandVertical::kParabola ? "an arc" : "two arcs") +
+               ", levels differ by up to " + difference,
+           &road_);
+    return true;
   }
 
   void Curve(double bulge, PlanePoint to) {
