@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "cli/align/exchange_formats.h"
 #include "cli/input/rows.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
@@ -164,6 +165,65 @@ void AddPlot(CLI::App* align) {
   verb->callback([options] { AlignPlot(*options); });
 }
 
+double ToPositive(const std::string& text) {
+  const double number = ToNumber(text);
+  if (!(number > 0)) throw CLI::ValidationError("\"" + text + "\" is not above 0");
+  return number;
+}
+
+void AddExport(CLI::App* align) {
+  auto options = std::make_shared<ExportOptions>();
+  CLI::App* verb = align->add_subcommand("export", "Write the road for CAD and GIS programs, arcs exact");
+  AddFile(verb, &options->file);
+  verb->add_option("-o", options->to, "File to write; the ending chooses the format: " + ExchangeEndings())
+      ->required()
+      ->type_name("OUT");
+  verb->add_option("--points", options->points, "Points to write with their places: CSV, as for locate")
+      ->type_name("CSV");
+  AddValue(verb, "--stations", "M", "A mark every M metres of station",
+           [options](const std::string& text) { options->stations = ToPositive(text); });
+  verb->add_option("--srs", options->srs, "Code of the coordinate system, as 3006 (default: undefined)")
+      ->check(CLI::Range(1, 999'999))
+      ->type_name("CODE");
+  AddValue(verb, "--chord-error", "MM",
+           "Largest error of chords where a format also gives arcs as chords (1)",
+           [options](const std::string& text) { options->chord_error = ToPositive(text); });
+  verb->callback([options] { AlignExport(*options); });
+}
+
+void AddImport(CLI::App* align) {
+  auto options = std::make_shared<ImportCommand>();
+  exchange::ImportOptions* const formats = &options->formats;
+  CLI::App* verb = align->add_subcommand("import", "Make an alignment file from a road of another program");
+  verb->add_option("IN", options->file, "File to read; the ending says its format: " + ExchangeEndings())
+      ->required();
+  verb->add_option("-o", options->to, "Alignment file to write")->required()->type_name("VL");
+  verb->add_option("--name", options->name, "Name of the alignment, where the file holds several")
+      ->type_name("NAME");
+  verb->add_option("--layer", formats->layer, "Layer of the alignment, in formats with layers")
+      ->type_name("LAYER");
+  const auto metres = [](const std::string& text) { return ToPositive(text) / 1000; };
+  AddValue(verb, "--fit", "MM",
+           "Arcs are split so that rewriting the file with four decimals moves them by at most MM (1)",
+           [formats, metres](const std::string& text) { formats->fit = metres(text); });
+  AddValue(verb, "--spirals-as-arcs", "MM", "Replace spirals by arcs within MM (default: refuse spirals)",
+           [formats, metres](const std::string& text) { formats->spirals_as_arcs = metres(text); });
+  verb->add_option_function<std::string>(
+          "--feet",
+          [formats](const std::string& foot) {
+            formats->metres_per_foot = foot == "survey" ? 1200.0 / 3937.0 : 0.3048;
+          },
+          "Which foot a file in feet has (default: refuse feet)")
+      ->check(CLI::IsMember({"international", "survey"}));
+  AddValue(verb, "--start", "S", "Station of the first point, where the file has no stations (0)",
+           [options](const std::string& text) { options->start = ToStation(text); });
+  verb->add_option_function<std::string>(
+          "--stations", [formats](const std::string&) { formats->internal_stations = true; },
+          "Where the file has station equations: internal takes the continuous stations (default: refuse)")
+      ->check(CLI::IsMember({"internal"}));
+  verb->callback([options] { AlignImport(*options); });
+}
+
 void AddInfo(CLI::App* align) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = align->add_subcommand("info", "Contents of the file, and the faults found in it");
@@ -185,6 +245,8 @@ void AddAlignCommands(CLI::App& app) {
   AddLevel(align);
   AddEdits(align);
   AddPlot(align);
+  AddExport(align);
+  AddImport(align);
 }
 
 }  // namespace velmora::cli

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/output/records.h"
+#include "velmora/exchange/road.h"
 
 namespace CLI {
 class App;
@@ -63,6 +64,23 @@ struct PlotOptions {
   bool km = false;
 };
 
+struct ExportOptions {
+  std::string file;
+  std::string to;
+  std::string points;
+  double stations = 0;     // m between them; 0: none
+  int srs = 0;             // code of the spatial reference; 0: undefined
+  double chord_error = 1;  // mm
+};
+
+struct ImportCommand {
+  std::string file;
+  std::string to;
+  std::string name;  // of the alignment; empty: the only one
+  std::optional<double> start;
+  exchange::ImportOptions formats;
+};
+
 struct InfoOptions {
   std::string file;
   OutputOptions output;
@@ -76,6 +94,8 @@ void AlignStations(const EditOptions& options);
 void AlignShift(const EditOptions& options);
 void AlignExtend(const EditOptions& options);
 void AlignPlot(const PlotOptions& options);
+void AlignExport(const ExportOptions& options);
+void AlignImport(const ImportCommand& options);
 
 }  // namespace velmora::cli
 

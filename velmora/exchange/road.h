@@ -43,6 +43,8 @@ struct ExportInput {
   LocatedPoints borings;         // may be empty
   int srs = 0;                   // code of the spatial reference; 0: undefined
   double chord_error = 0.001;    // m, of arcs that a format also gives as chords
+  std::string date;              // of the export, local: "2024-03-01"
+  std::string time;              // "14:05:00"
 };
 
 // One alignment of an imported file. Every element that was refused or approximated is a finding with its
@@ -60,6 +62,7 @@ struct ImportOptions {
   std::optional<double> spirals_as_arcs;  // m; without it a spiral is refused
   std::optional<double> metres_per_foot;  // without it feet are refused
   bool internal_stations = false;         // continuous stations where the file has station equations
+  std::string layer;                      // of the alignment, in formats with layers; empty: any
 };
 
 }  // namespace velmora::exchange

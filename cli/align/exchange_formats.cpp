@@ -1,0 +1,87 @@
+#include "cli/align/exchange_formats.h"
+
+#include <span>
+
+#include "cli/input/rows.h"
+#include "cli/output/ending.h"
+#include "cli/output/output_file.h"
+#include "cli/terminal/error.h"
+#include "velmora/exchange/sink.h"
+#include "velmora/exchange/wkt_csv.h"
+#include "velmora/platform/files.h"
+
+namespace velmora::cli {
+namespace {
+
+using exchange::ExportInput;
+using exchange::ImportedRoad;
+using exchange::ImportOptions;
+
+// Of a format that is written from its first byte to its last.
+template <void (*kWrite)(const ExportInput&, const exchange::Sink&)>
+void WriteText(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
+  OutputFile output(to, inputs);
+  kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
+  output.Finish();
+}
+
+std::string ReadWholeFile(const std::string& file) {
+  constexpr size_t kLargest = size_t{1} << 30;
+  InputFile input;
+  if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
+  std::string bytes;
+  std::vector<char> block(size_t{1} << 20);
+  for (;;) {
+    const std::int64_t count = input.Read(block);
+    if (count < 0) throw Refusal(At(file, "cannot be read to its end"));
+    if (count == 0) return bytes;
+    bytes.append(block.data(), static_cast<size_t>(count));
+    if (bytes.size() > kLargest)
+      throw Refusal(At(file, "is larger than 1 GB; give a file with the roads alone"));
+  }
+}
+
+std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&) {
+  std::string problem;
+  std::vector<ImportedRoad> roads = exchange::ReadWktCsv(ReadWholeFile(file), &problem);
+  if (!problem.empty()) throw Refusal(At(file, problem));
+  return roads;
+}
+
+constexpr ExchangeFormat kFormats[] = {
+    {".csv", false, WriteText<exchange::WriteWktCsv>, ReadCsv},
+};
+
+// Formats that cannot hold a road.
+struct Unsuited {
+  const char* ending;
+  const char* reason;
+};
+constexpr Unsuited kUnsuited[] = {
+    {".geojson", "GeoJSON has no arcs and wants degrees"},
+    {".json", "GeoJSON has no arcs and wants degrees"},
+    {".shp", "a shapefile has no arcs"},
+};
+
+}  // namespace
+
+std::string ExchangeEndings() {
+  std::string list;
+  for (const ExchangeFormat& format : kFormats)
+    list += (list.empty() ? "" : ", ") + std::string(format.ending);
+  return list;
+}
+
+const ExchangeFormat& FormatOf(const std::string& file) {
+  const std::string ending = EndingOf(file);
+  for (const ExchangeFormat& format : kFormats)
+    if (ending == format.ending) return format;
+  for (const Unsuited& unsuited : kUnsuited)
+    if (ending == unsuited.ending)
+      throw Refusal(
+          At(file, std::string(unsuited.reason) + "; use a name that ends in one of " + ExchangeEndings()));
+  throw Refusal(
+      At(file, "the ending chooses the format; use a name that ends in one of " + ExchangeEndings()));
+}
+
+}  // namespace velmora::cli

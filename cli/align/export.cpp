@@ -1,0 +1,160 @@
+#include <cmath>
+#include <ctime>
+
+#include "cli/align/commands.h"
+#include "cli/align/exchange_formats.h"
+#include "cli/align/placing.h"
+#include "cli/align/point_list.h"
+#include "cli/output/progress.h"
+#include "cli/terminal/error.h"
+#include "velmora/alignment/measures.h"
+#include "velmora/alignment/station_text.h"
+#include "velmora/text/codepage.h"
+
+namespace velmora::cli {
+namespace {
+
+using exchange::LocatedPoint;
+
+// The columns of a list that are not those of a point, by number; none where it has no header.
+class OwnColumns {
+ public:
+  // To be called before the first row is read.
+  OwnColumns(const PointList& points, std::vector<std::string>* titles) {
+    const RowLayout layout = points.Layout();
+    const std::vector<std::wstring>& header = points.Rows().Fields();
+    for (size_t i = 0; i < header.size(); ++i) {
+      bool is_role = false;
+      for (const std::optional<size_t>& column : layout.columns) is_role = is_role || column == i;
+      if (is_role) continue;
+      columns_.push_back(i);
+      titles->push_back(Utf8FromWide(header[i]));
+    }
+  }
+  std::vector<std::string> Values(const std::vector<std::wstring>& fields) const {
+    std::vector<std::string> values;
+    for (const size_t column : columns_)
+      values.push_back(column < fields.size() ? Utf8FromWide(fields[column]) : std::string());
+    return values;
+  }
+
+ private:
+  std::vector<size_t> columns_;
+};
+
+void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
+  const size_t count = points->size();
+  std::vector<double> northing(count);
+  std::vector<double> easting(count);
+  std::vector<Placing> placings(count);
+  for (size_t i = 0; i < count; ++i) {
+    northing[i] = (*points)[i].northing;
+    easting[i] = (*points)[i].easting;
+  }
+  placer.Place(northing.data(), easting.data(), count, placings.data());
+  for (size_t i = 0; i < count; ++i) {
+    LocatedPoint& point = (*points)[i];
+    point.status = StatusText(placings[i].status);
+    if (placings[i].status != PlaceStatus::kOn) continue;
+    point.station = placings[i].station;
+    point.offset = placings[i].offset;
+    point.profile_level = placings[i].profile_level;
+  }
+}
+
+// `problem` describes the rows that are not points; empty when there are none.
+exchange::LocatedPoints ReadBorings(const std::string& file, AlignmentInput* input, std::string* problem) {
+  exchange::LocatedPoints borings;
+  PointList points(file);
+  Progress progress("Reading points", points.Rows().Size());
+  std::int64_t unreadable = 0;
+  std::optional<OwnColumns> own;
+  ListedPoint point;
+  const auto add = [&] {
+    if (!point.problem.empty()) {
+      if (unreadable++ == 0) *problem = At(file, point.line, point.problem);
+      return;
+    }
+    LocatedPoint& boring = borings.points.emplace_back();
+    boring.id = point.id;
+    boring.northing = point.northing;
+    boring.easting = point.easting;
+    boring.level = point.level;
+    if (own) boring.own = own->Values(points.Rows().Fields());
+  };
+  if (points.TakeFirst(&point))
+    add();
+  else
+    own.emplace(points, &borings.own_titles);
+  for (std::uint64_t rows = 0; points.Next(&point);) {
+    progress.Update(points.Rows().Consumed(), ++rows);
+    add();
+  }
+  if (unreadable > 0)
+    *problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
+                " not in the result, correct and run again";
+  Place(Placer(input, 0, std::nullopt), &borings.points);
+  return borings;
+}
+
+std::vector<double> StationsEach(double every, const PlanMeasures& plan, const std::string& file) {
+  constexpr double kMost = 1e6;
+  const double first = std::ceil(plan.lowest_station / every);
+  const double last = std::floor(plan.highest_station / every);
+  if (!(last - first < kMost))
+    throw Refusal(At(file, "would get more than a million stations; give --stations a larger value"));
+  std::vector<double> stations;
+  for (double at = first; at <= last; ++at) stations.push_back(at * every);
+  return stations;
+}
+
+void SetDate(exchange::ExportInput* input) {
+  const std::time_t now = std::time(nullptr);
+  std::array<char, 32> text{};
+  const std::tm* const local = std::localtime(&now);
+  if (local == nullptr) return;
+  input->date.assign(text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", local));
+  input->time.assign(text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", local));
+}
+
+}  // namespace
+
+void AlignExport(const ExportOptions& options) {
+  if (options.file == "-" && options.points == "-")
+    throw WrongUsage("only one of FILE and --points can be standard input");
+  const ExchangeFormat& format = FormatOf(options.to);
+  AlignmentInput input;
+  ReadAlignment(options.file, &input);
+  RequirePlan(input);
+  exchange::ExportInput road;
+  SetDate(&road);
+  road.srs = options.srs;
+  road.chord_error = options.chord_error / 1000;
+  const PlanMeasures measures = MeasurePlan(input.plan);
+  if (options.stations > 0) road.stations = StationsEach(options.stations, measures, options.file);
+  std::string problem;
+  std::vector<std::string> inputs = {options.file};
+  if (!options.points.empty()) {
+    road.borings = ReadBorings(options.points, &input, &problem);
+    inputs.push_back(options.points);
+  }
+  road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
+  format.write(road, options.to, inputs);
+  const std::int64_t skipped = input.skipped.Count();
+  if (skipped > 0)
+    Warn(At(options.file, input.skipped.listed.front().line,
+            "this line is not a point and is left out (" + std::to_string(skipped) +
+                " such lines in all; velmora align info lists them)"));
+  Warn(At(options.to, "written, " + std::to_string(road.road.plan.size()) + " points, " +
+                          std::to_string(measures.arcs) + (measures.arcs == 1 ? " arc" : " arcs") + ", " +
+                          LengthText(measures.length) +
+                          (road.road.profile.empty() ? "" : ", with its profile") +
+                          (road.borings.points.empty()
+                               ? ""
+                               : ", " + std::to_string(road.borings.points.size()) + " points beside it")));
+  if (problem.empty()) return;
+  Warn(problem);
+  throw ExitWith{1};
+}
+
+}  // namespace velmora::cli
