@@ -24,26 +24,22 @@
 #include <vector>
 
 #include "velmora/exchange/road.h"
+#include "velmora/exchange/sink.h"
 
 namespace velmora::exchange {
 
-// Hands the file's bytes to `write`, piece by piece. Returns why not, before anything is written; empty when
-// done.
-std::string WriteDxf(const ExportInput& input, const std::function<void(std::string_view)>& write);
+// Returns why not, before anything is written; empty when done.
+std::string WriteDxf(const ExportInput& input, const Sink& sink);
 
-struct DxfRoads {
-  std::vector<ImportedRoad> roads;  // in the order of the file; names are unique
-  Findings findings;                // about the drawing as a whole
-  std::string error;                // why the file as a whole is refused, with its line
-};
+// Fills its buffer and returns how many bytes it read: 0 at the end, below 0 on an error.
+using Source = std::function<std::int64_t(std::span<char>)>;
 
-// Reads ASCII DXF of any release from `read`, which fills its buffer and returns how many bytes it read: 0 at
-// the end, below 0 on an error. Each POLYLINE and LWPOLYLINE is a road, and so is each chain of LINEs and
+// Reads ASCII DXF of any release. Each POLYLINE and LWPOLYLINE is a road, and so is each chain of LINEs and
 // ARCs that join end to end within 1 mm; it runs as its first LINE in the file does. What is closed, not
-// plane, or a SPLINE or ELLIPSE is listed as refused. With a layer only its entities are read. A road is
-// named by its own extended data, else by its layer.
-DxfRoads ReadDxf(const std::function<std::int64_t(std::span<char>)>& read, const ImportOptions& options,
-                 std::string_view layer = {});
+// plane, or a SPLINE or ELLIPSE is a road that is refused. With a layer only its entities are read. A road is
+// named by its own extended data, else by its layer; equal names get their handles. *problem says why the
+// file as a whole is refused, with the line.
+std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, std::string* problem);
 
 }  // namespace velmora::exchange
 

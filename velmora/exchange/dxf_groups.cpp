@@ -9,13 +9,9 @@
 namespace velmora::exchange {
 namespace {
 
-constexpr size_t kBufferSize = 64 << 10;
 constexpr size_t kLongestLine = 64 << 10;  // no release writes more than some thousand characters
 
 }  // namespace
-
-DxfGroups::DxfGroups(const std::function<std::int64_t(std::span<char>)>& read)
-    : read_(read), buffer_(kBufferSize, '\0') {}
 
 bool DxfGroups::Fail(std::string text) {
   error_ = std::move(text);
@@ -23,17 +19,11 @@ bool DxfGroups::Fail(std::string text) {
 }
 
 bool DxfGroups::Fill() {
-  const std::int64_t count = read_(buffer_);
+  const std::int64_t count = source_(buffer_);
   if (count < 0) return Fail("cannot be read to its end");
   start_ = 0;
   end_ = static_cast<size_t>(count);
-  if (begun_ || count == 0) return count > 0;
-  begun_ = true;
-  const std::string_view bytes = std::string_view(buffer_).substr(0, end_);
-  if (bytes.starts_with("AutoCAD Binary DXF")) return Fail("is a binary DXF file; save it as ASCII DXF");
-  if (bytes.starts_with("AC10")) return Fail("is a DWG file; save it as ASCII DXF");
-  start_ = ByteOrderMark(EncodingFromMark(bytes)).size();
-  return true;
+  return count > 0;
 }
 
 bool DxfGroups::ReadLine(std::string* line) {
@@ -58,6 +48,11 @@ bool DxfGroups::ReadLine(std::string* line) {
 
 bool DxfGroups::Next(DxfGroup* group) {
   if (!error_.empty() || !ReadLine(&code_)) return false;
+  if (line_ == 1) {
+    if (code_.starts_with("AutoCAD Binary DXF")) return Fail("is a binary DXF file; save it as ASCII DXF");
+    if (code_.starts_with("AC10")) return Fail("is a DWG file; save it as ASCII DXF");
+    code_.erase(0, ByteOrderMark(EncodingFromMark(code_)).size());
+  }
   const auto code = ParseDxfInteger(code_);
   if (!code)
     return Fail("line " + std::to_string(line_) + ": " + Quoted(code_) + " is not a group code of DXF");

@@ -3,10 +3,10 @@
 #define VELMORA_EXCHANGE_DXF_GROUPS_H_
 
 #include <cstdint>
-#include <functional>
-#include <span>
 #include <string>
 #include <string_view>
+
+#include "velmora/exchange/dxf.h"
 
 namespace velmora::exchange {
 
@@ -19,7 +19,7 @@ struct DxfGroup {
 // Reads with a buffer of fixed size, whatever the file holds.
 class DxfGroups {
  public:
-  explicit DxfGroups(const std::function<std::int64_t(std::span<char>)>& read);
+  explicit DxfGroups(const Source& source) : source_(source), buffer_(kBufferSize, '\0') {}
 
   // False at the end of the file and on an error; Error then says which.
   bool Next(DxfGroup* group);
@@ -30,7 +30,9 @@ class DxfGroups {
   bool Fill();
   bool Fail(std::string text);
 
-  const std::function<std::int64_t(std::span<char>)>& read_;
+  static constexpr size_t kBufferSize = 64 << 10;
+
+  const Source& source_;
   std::string buffer_;
   size_t start_ = 0;
   size_t end_ = 0;
@@ -38,7 +40,6 @@ class DxfGroups {
   std::string code_;
   std::string value_;
   std::string error_;
-  bool begun_ = false;
 };
 
 }  // namespace velmora::exchange

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "velmora/exchange/chains.h"
@@ -7,6 +6,8 @@
 #include "velmora/exchange/dxf_entity.h"
 #include "velmora/exchange/dxf_groups.h"
 #include "velmora/exchange/dxf_text.h"
+#include "velmora/exchange/import.h"
+#include "velmora/exchange/road_names.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/quoted.h"
@@ -32,13 +33,13 @@ std::string UnitName(int code) {
 }
 
 // Where a road came from.
-struct Source {
+struct Origin {
   std::string handle;
   std::string layer;
   std::int64_t line = 0;
 };
 
-Source SourceOf(const DxfEntity& entity) { return {entity.handle, entity.layer, entity.line}; }
+Origin OriginOf(const DxfEntity& entity) { return {entity.handle, entity.layer, entity.line}; }
 
 // Two ends that join become their middle; *error is the largest distance that one moves.
 std::vector<kovltype> PointsOf(const Chain& chain, const std::vector<Piece>& pieces, double* error) {
@@ -61,28 +62,27 @@ std::vector<kovltype> PointsOf(const Chain& chain, const std::vector<Piece>& pie
 
 class Reader {
  public:
-  Reader(const std::function<std::int64_t(std::span<char>)>& read, const ImportOptions& options,
-         std::string_view layer)
-      : groups_(read), options_(options), layer_(WideFromUtf8(layer)) {}
+  Reader(const Source& source, const ImportOptions& options)
+      : groups_(source), options_(options), layer_(WideFromUtf8(options.layer)) {}
 
-  DxfRoads Read() {
+  std::vector<ImportedRoad> Read(std::string* problem) {
     DxfGroup group;
     bool ended = false;
-    while (result_.error.empty() && !ended && groups_.Next(&group)) {
+    while (problem_.empty() && !ended && groups_.Next(&group)) {
       ended = group.code == 0 && group.value == "EOF";
       Take(group);
     }
-    if (result_.error.empty()) result_.error = groups_.Error();
-    if (result_.error.empty() && !ended) result_.error = "the file ends without EOF: it is incomplete";
-    if (result_.error.empty()) AddChains();
-    if (result_.error.empty()) TakeRoads();
-    return std::move(result_);
+    if (problem_.empty()) problem_ = groups_.Error();
+    if (problem_.empty() && !ended) problem_ = "the file ends without EOF: it is incomplete";
+    if (problem_.empty()) AddChains();
+    *problem = problem_;
+    return problem_.empty() ? Roads() : std::vector<ImportedRoad>();
   }
 
  private:
   enum class Section { kBegun, kHeader, kEntities, kOther };
   struct Candidate {
-    Source source;
+    Origin origin;
     ImportedRoad road;
   };
 
@@ -106,7 +106,7 @@ class Reader {
     } else if (entity_) {
       const size_t before = entity_->points.size();
       const std::string refused = entity_->Take(group);
-      if (!refused.empty()) result_.error = refused;
+      if (!refused.empty()) problem_ = refused;
       Count(entity_->points.size() - before);
     }
   }
@@ -128,21 +128,19 @@ class Reader {
     if (code == kMetres) return;
     const bool feet = code == kFeet || code == kSurveyFeet;
     if (feet && !options_.metres_per_foot) {
-      result_.error = "line " + std::to_string(line) + ": the drawing is in " + UnitName(code) +
-                      "; give --feet international or --feet survey";
+      problem_ = "line " + std::to_string(line) + ": the drawing is in " + UnitName(code) +
+                 "; give --feet international or --feet survey";
       return;
     }
     if (feet) scale_ = *options_.metres_per_foot;
-    result_.findings.push_back({line,
-                                "$INSUNITS is " + std::to_string(code) + ", " + UnitName(code) +
-                                    ": coordinates are taken as " + (feet ? "feet" : "metres"),
-                                !feet, false});
+    units_ = {line, "$INSUNITS is " + std::to_string(code) + ", " + UnitName(code) +
+                        ": coordinates are taken as " + (feet ? "feet" : "metres")};
   }
 
   void Count(size_t points) {
     points_ += points;
     if (points_ > kMostPoints || candidates_.size() > kMostRoads)
-      result_.error = "the drawing is too large; give the road's --layer";
+      problem_ = "the drawing is too large; give the road's --layer";
   }
 
   std::string Text(std::string_view bytes) const { return DecodeDxfText(bytes, is_utf8_); }
@@ -174,7 +172,7 @@ class Reader {
         if (IsWanted(*entity_)) AddPolyline(&*entity_);
         break;
       case DxfKind::kCurve:
-        if (IsWanted(*entity_)) Refuse(*entity_, "is not made of straight lines and arcs");
+        if (IsWanted(*entity_)) RefuseEntity(*entity_, "is not made of straight lines and arcs");
         break;
       case DxfKind::kOther:
         break;
@@ -189,30 +187,29 @@ class Reader {
 
   void AddPiece(const DxfEntity& entity) {
     if (entity.station) return;  // a tick of an exported road
-    if (entity.kind == DxfKind::kArc && !IsPlane(entity)) return Refuse(entity, "is not in the plan");
+    if (entity.kind == DxfKind::kArc && !IsPlane(entity)) return RefuseEntity(entity, "is not in the plan");
     std::optional<Piece> piece = PieceOf(entity);
-    if (!piece) return Refuse(entity, "is a full circle");
+    if (!piece) return RefuseEntity(entity, "is a full circle");
     for (PlanePoint* end : {&piece->from, &piece->to}) *end = {end->h * scale_, end->v * scale_};
     // Shorter ones are gaps between their neighbours.
     if (piece->bulge == 0 && Distance(piece->from, piece->to) <= kJoinDistance) return;
     pieces_.push_back(*piece);
-    sources_.push_back(SourceOf(entity));
+    origins_.push_back(OriginOf(entity));
     Count(1);
   }
 
   void AddPolyline(DxfEntity* polyline) {
     const bool heavy = polyline->kind == DxfKind::kPolyline;
-    if ((polyline->flags & kClosed) != 0) return Refuse(*polyline, "is closed");
+    if ((polyline->flags & kClosed) != 0) return RefuseEntity(*polyline, "is closed");
     if (!IsPlane(*polyline) || (heavy && (polyline->flags & kNotPlane) != 0))
-      return Refuse(*polyline, "is not a line in the plan");
-    if (heavy && (polyline->flags & kSplineFit) != 0) return Refuse(*polyline, "is fitted as a spline");
-    if (polyline->points.size() < 2) return Refuse(*polyline, "has fewer than two points");
-    ImportedRoad& road = AddRoad(SourceOf(*polyline));
+      return RefuseEntity(*polyline, "is not a line in the plan");
+    if (heavy && (polyline->flags & kSplineFit) != 0) return RefuseEntity(*polyline, "is fitted as a spline");
+    if (polyline->points.size() < 2) return RefuseEntity(*polyline, "has fewer than two points");
+    ImportedRoad& road = AddRoad(OriginOf(*polyline));
     if (!polyline->name.empty()) road.road.name = Text(polyline->name);
     road.has_stations = stations_ == polyline->points.size();
     if (stations_ > 0 && !road.has_stations)
-      road.findings.push_back(
-          {polyline->line, "has stations at some vertices only: they are ignored", true, true});
+      Note(polyline->line, "has stations at some vertices only: they are ignored", &road);
     const double side = IsSeenFromBelow(*polyline) ? -1 : 1;
     for (kovltype& point : polyline->points)
       point = {point.x * scale_, point.y * scale_ * side, point.bulge * side + 0.0,
@@ -224,45 +221,44 @@ class Reader {
     for (const Chain& chain : JoinPieces(pieces_)) {
       size_t first = chain.links.front().piece;
       for (const Chain::Link& link : chain.links) first = std::min(first, link.piece);
-      ImportedRoad& road = AddRoad(sources_[first]);
+      ImportedRoad& road = AddRoad(origins_[first]);
       if (!chain.closed) {
         road.road.plan = PointsOf(chain, pieces_, &road.largest_error);
         continue;
       }
       road.refused = true;
       road.findings.push_back(
-          {sources_[first].line, "the chain of lines and arcs that begins here is closed", true, true});
+          {origins_[first].line, "the chain of lines and arcs that begins here is closed", true, true});
     }
   }
 
-  ImportedRoad& AddRoad(Source source) {
-    candidates_.push_back({std::move(source), {}});
+  ImportedRoad& AddRoad(Origin origin) {
+    candidates_.push_back({std::move(origin), {}});
     Count(0);
     ImportedRoad& road = candidates_.back().road;
-    road.road.name = Text(candidates_.back().source.layer);
+    road.road.name = Text(candidates_.back().origin.layer);
     return road;
   }
 
-  void Refuse(const DxfEntity& entity, const char* why) {
-    ImportedRoad& road = AddRoad(SourceOf(entity));
-    road.refused = true;
+  void RefuseEntity(const DxfEntity& entity, const char* why) {
     const std::string handle = entity.handle.empty() ? "" : " with handle " + Quoted(entity.handle);
-    road.findings.push_back({entity.line, entity.type + handle + " " + why, true, true});
+    Refuse(entity.line, entity.type + handle + " " + why, &AddRoad(OriginOf(entity)));
   }
 
-  // In the order of the file, each with a name of its own.
-  void TakeRoads() {
+  // In the order of the file.
+  std::vector<ImportedRoad> Roads() {
     std::stable_sort(candidates_.begin(), candidates_.end(),
-                     [](const Candidate& a, const Candidate& b) { return a.source.line < b.source.line; });
-    std::map<std::string, int> named;
-    for (const Candidate& candidate : candidates_) ++named[candidate.road.road.name];
+                     [](const Candidate& a, const Candidate& b) { return a.origin.line < b.origin.line; });
+    std::vector<ImportedRoad> roads;
+    std::vector<std::string> suffixes;
     for (Candidate& candidate : candidates_) {
-      std::string& name = candidate.road.road.name;
-      const std::string& handle = candidate.source.handle;
-      if (named[name] > 1)
-        name += handle.empty() ? " line " + std::to_string(candidate.source.line) : " #" + Text(handle);
-      result_.roads.push_back(std::move(candidate.road));
+      const auto& [handle, layer, line] = candidate.origin;
+      suffixes.push_back(handle.empty() ? " line " + std::to_string(line) : " #" + Text(handle));
+      if (!units_.text.empty()) Note(units_.line, units_.text, &candidate.road);
+      roads.push_back(std::move(candidate.road));
     }
+    MakeNamesUnique(suffixes, &roads);
+    return roads;
   }
 
   DxfGroups groups_;
@@ -278,17 +274,17 @@ class Reader {
   std::optional<DxfEntity> polyline_;  // whose vertices are being read
   size_t stations_ = 0;                // of its vertices
   std::vector<Piece> pieces_;
-  std::vector<Source> sources_;  // of the pieces
+  std::vector<Origin> origins_;  // of the pieces
   std::vector<Candidate> candidates_;
   size_t points_ = 0;
-  DxfRoads result_;
+  Finding units_;  // of the drawing; empty when it is in metres
+  std::string problem_;
 };
 
 }  // namespace
 
-DxfRoads ReadDxf(const std::function<std::int64_t(std::span<char>)>& read, const ImportOptions& options,
-                 std::string_view layer) {
-  return Reader(read, options, layer).Read();
+std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, std::string* problem) {
+  return Reader(source, options).Read(problem);
 }
 
 }  // namespace velmora::exchange

@@ -6,11 +6,10 @@
 #include <numbers>
 #include <utility>
 
-#include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/exchange/arcs.h"
 #include "velmora/exchange/dxf.h"
 #include "velmora/exchange/dxf_text.h"
-#include "velmora/locator/locator.h"
 #include "velmora/text/numbers.h"
 #include "velmora/text/quoted.h"
 
@@ -20,12 +19,11 @@ namespace {
 constexpr std::string_view kRoadLayer = "ROAD";
 constexpr std::string_view kStationLayer = "STATIONS";
 constexpr std::string_view kBoringLayer = "BORINGS";
-constexpr double kTextHeight = 2;    // m
-constexpr double kTickReach = 1.5;   // m to each side of the road
-constexpr double kLineSpacing = 3;   // m between the texts of a boring
-constexpr double kPointSize = 1;     // m
-constexpr int kPointMark = 34;       // a circle with a cross
-constexpr size_t kPiece = 64 << 10;  // bytes
+constexpr double kTextHeight = 2;   // m
+constexpr double kTickReach = 1.5;  // m to each side of the road
+constexpr double kLineSpacing = 3;  // m between the texts of a boring
+constexpr double kPointSize = 1;    // m
+constexpr int kPointMark = 34;      // a circle with a cross
 
 // Horizontal and vertical, with the group codes from 10 on.
 struct Place {
@@ -36,26 +34,11 @@ struct Place {
 
 class DxfWriter {
  public:
-  explicit DxfWriter(const std::function<void(std::string_view)>& write) : write_(write) {
-    piece_.reserve(kPiece + 4096);
-  }
-  ~DxfWriter() { write_(piece_); }
-  DxfWriter(const DxfWriter&) = delete;
-  DxfWriter& operator=(const DxfWriter&) = delete;
+  explicit DxfWriter(const Sink& sink) : out_(sink) {}
 
-  void Text(int code, std::string_view bytes) {
-    Code(code);
-    (piece_ += bytes) += "\r\n";
-    if (piece_.size() < kPiece) return;
-    write_(piece_);
-    piece_.clear();
-  }
+  void Text(int code, std::string_view bytes) { Code(code) << bytes << "\r\n"; }
   void Integer(int code, int value) { Text(code, std::to_string(value)); }
-  void Real(int code, double value) {
-    std::array<char, 32> digits;  // the shortest text of a double has 24 characters at most
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    Text(code, {digits.data(), static_cast<size_t>(end - digits.data())});
-  }
+  void Real(int code, double value) { Code(code) << value << "\r\n"; }
   void At(int code, const Place& place) {
     Real(code, place.easting);
     Real(code + 10, place.northing);
@@ -66,16 +49,16 @@ class DxfWriter {
     Text(8, layer);
   }
   void Application() { Text(1001, kDxfApplication); }
+  void Finish() { out_.Flush(); }
 
  private:
-  void Code(int code) {
+  TextSink& Code(int code) {
     std::array<char, 8> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), code).ptr;
-    piece_.append(digits.data(), end) += "\r\n";
+    return out_ << std::string_view(digits.data(), static_cast<size_t>(end - digits.data())) << "\r\n";
   }
 
-  const std::function<void(std::string_view)>& write_;
-  std::string piece_;
+  TextSink out_;
 };
 
 void WriteHeader(const ExportInput& input, DxfWriter* dxf) {
@@ -181,35 +164,26 @@ void WriteText(std::string_view layer, const Place& at, std::string_view text, D
   dxf->Text(1, text);
 }
 
-// A line across the road and, outside its right end, the station; turned so that it can be read from below.
-void WriteStation(const Locator& locator, double station, DxfWriter* dxf) {
-  Place right;
-  Place left;
-  if (locator.Vag2xy(station, kTickReach, &right.northing, &right.easting) != 0) return;
-  if (locator.Vag2xy(station, -kTickReach, &left.northing, &left.easting) != 0) return;
+// A line across the road and, to its right, the station; turned so that it can be read from below.
+void WriteStation(const Tick& tick, DxfWriter* dxf) {
+  double angle = tick.direction - std::numbers::pi / 2;  // to the right
+  const double east = std::cos(angle);
+  const double north = std::sin(angle);
+  const auto at = [&](double reach) { return Place{tick.at.h + reach * east, tick.at.v + reach * north, 0}; };
   dxf->Entity("LINE", kStationLayer);
-  dxf->At(10, left);
-  dxf->At(11, right);
+  dxf->At(10, at(-kTickReach));
+  dxf->At(11, at(kTickReach));
   dxf->Application();
-  dxf->Real(1040, station);
+  dxf->Real(1040, tick.station);
 
-  double angle = std::atan2(right.northing - left.northing, right.easting - left.easting);
-  const bool turned = std::fabs(angle) > std::numbers::pi / 2;
-  if (turned) angle += angle > 0 ? -std::numbers::pi : std::numbers::pi;
-  const double gap = 1 / (2 * kTickReach);  // of the tick's length
-  const Place at = {right.easting + gap * (right.easting - left.easting),
-                    right.northing + gap * (right.northing - left.northing), 0};
-  WriteText(kStationLayer, at, RoundStationText(station, false), dxf);
-  dxf->Real(50, angle * 180 / std::numbers::pi);
-  dxf->Integer(72, turned ? 2 : 0);  // the text ends, or begins, at the tick
-  dxf->Integer(73, 2);               // and is centred on it
-  dxf->At(11, at);
-}
-
-void WriteStations(const ExportInput& input, DxfWriter* dxf) {
-  if (input.stations.empty()) return;
-  const Locator locator(input.road.plan, kPlanType);
-  for (const double station : input.stations) WriteStation(locator, station, dxf);
+  const bool turned = east < 0;
+  if (turned) angle += std::numbers::pi;
+  const Place beside = at(2 * kTickReach);
+  WriteText(kStationLayer, beside, RoundStationText(tick.station, false), dxf);
+  dxf->Real(50, std::remainder(angle * 180 / std::numbers::pi, 360));
+  dxf->Integer(72, turned ? 2 : 0);  // the text ends, or begins, there
+  dxf->Integer(73, 2);               // and is centred on the tick
+  dxf->At(11, beside);
 }
 
 void WriteBoring(const LocatedPoint& point, DxfWriter* dxf) {
@@ -243,22 +217,23 @@ std::string Refused(const char* what, std::string_view text) {
 
 }  // namespace
 
-std::string WriteDxf(const ExportInput& input, const std::function<void(std::string_view)>& write) {
+std::string WriteDxf(const ExportInput& input, const Sink& sink) {
   std::string refused = Refused("the road's name", input.road.name);
   for (size_t i = 0; i < input.borings.points.size() && refused.empty(); ++i)
     refused = Refused("the name", input.borings.points[i].id);
   if (!refused.empty()) return refused;
 
-  DxfWriter dxf(write);
+  DxfWriter dxf(sink);
   WriteHeader(input, &dxf);
   WriteTables(&dxf);
   dxf.Text(0, "SECTION");
   dxf.Text(2, "ENTITIES");
   WriteRoad(input.road, *EncodeDxfText(input.road.name), &dxf);
-  WriteStations(input, &dxf);
+  for (const Tick& tick : TicksAt(input.road.plan, input.stations)) WriteStation(tick, &dxf);
   for (const LocatedPoint& point : input.borings.points) WriteBoring(point, &dxf);
   dxf.Text(0, "ENDSEC");
   dxf.Text(0, "EOF");
+  dxf.Finish();
   return {};
 }
 
