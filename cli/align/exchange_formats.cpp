@@ -62,10 +62,11 @@ std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&)
 std::vector<ImportedRoad> ReadDrawing(const std::string& file, const ImportOptions& options) {
   InputFile input;
   if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
-  std::string problem;
+  Finding problem;
   std::vector<ImportedRoad> roads =
       exchange::ReadDxf([&](std::span<char> buffer) { return input.Read(buffer); }, options, &problem);
-  if (!problem.empty()) throw Refusal(At(file, problem));
+  if (!problem.text.empty())
+    throw Refusal(problem.line > 0 ? At(file, problem.line, problem.text) : At(file, problem.text));
   return roads;
 }
 

@@ -16,16 +16,17 @@ namespace velmora::exchange {
 namespace {
 
 // In small pieces, so that lines and groups are cut between them.
-std::vector<ImportedRoad> ReadDrawing(std::string_view bytes, std::string* problem, const char* layer = "") {
+std::vector<ImportedRoad> ReadDrawing(std::string_view bytes, std::string* problem) {
   const Source source = [&](std::span<char> buffer) {
     const size_t count = std::min({bytes.size(), buffer.size(), size_t{7}});
     std::copy_n(bytes.begin(), count, buffer.begin());
     bytes.remove_prefix(count);
     return static_cast<std::int64_t>(count);
   };
-  ImportOptions options;
-  options.layer = layer;
-  return ReadDxf(source, options, problem);
+  Finding found;
+  std::vector<ImportedRoad> roads = ReadDxf(source, ImportOptions(), &found);
+  *problem = found.line > 0 ? std::to_string(found.line) + ": " + found.text : found.text;
+  return roads;
 }
 
 ExportInput SomeRoad(std::mt19937* random, int points) {
@@ -139,13 +140,13 @@ TEST(Cad, DrawingsOfOtherPrograms) {
   }
   const std::pair<std::string, const char*> refused[] = {
       {"", "the file ends without EOF: it is incomplete"},
-      {"0\nSECTION\n2", "line 3: the file ends within a group"},
-      {"0\nSECTION\nx\n", "line 3: \"x\" is not a group code of DXF"},
-      {Drawing("0|LINE|10|1e999|"), "line 8: \"1e999\" is not a number"},
+      {"0\nSECTION\n2", "3: the file ends within a group: it is incomplete"},
+      {"0\nSECTION\nx\n", "3: \"x\" is not a group code of DXF"},
+      {Drawing("0|LINE|10|1e999|"), "8: \"1e999\" is not a number"},
       {"AutoCAD Binary DXF\r\n\x1a", "is a binary DXF file; save it as ASCII DXF"},
       {"0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n2\n",
-       "line 8: the drawing is in feet; give --feet international or --feet survey"},
-      {"0\n" + std::string(70'000, 'x'), "line 2 is too long for DXF"},
+       "8: the drawing is in feet; give --feet international or --feet survey"},
+      {"0\n" + std::string(70'000, 'x'), "2: this line is too long for DXF"},
   };
   for (const auto& [bytes, expected] : refused) {
     std::string problem;

@@ -38,8 +38,8 @@ using Source = std::function<std::int64_t(std::span<char>)>;
 // ARCs that join end to end within 1 mm; it runs as its first LINE in the file does. What is closed, not
 // plane, or a SPLINE or ELLIPSE is a road that is refused. With a layer only its entities are read. A road is
 // named by its own extended data, else by its layer; equal names get their handles. *problem says why the
-// file as a whole is refused, with the line.
-std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, std::string* problem);
+// file as a whole is refused; its text is empty otherwise.
+std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, Finding* problem);
 
 }  // namespace velmora::exchange
 

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "velmora/exchange/dxf_text.h"
-#include "velmora/text/quoted.h"
 
 namespace velmora::exchange {
 namespace {
@@ -33,15 +32,13 @@ DxfKind KindOf(std::string_view type) {
 DxfEntity::DxfEntity(std::string_view type_name, std::int64_t type_line)
     : kind(KindOf(type_name)), type(type_name), line(type_line) {}
 
-std::string DxfEntity::Take(const DxfGroup& group) {
-  if (kind == DxfKind::kOther) return {};
-  std::string refused;
+bool DxfEntity::Take(const DxfGroup& group) {
+  if (kind == DxfKind::kOther) return true;
+  bool understood = true;
   const auto real = [&](double* value) {
-    if (const auto number = ParseDxfNumber(group.value)) {
-      *value = *number;
-    } else {
-      refused = "line " + std::to_string(group.line) + ": " + Quoted(group.value) + " is not a number";
-    }
+    const auto number = ParseDxfNumber(group.value);
+    understood = number.has_value();
+    *value = number.value_or(0);
   };
   const auto integer = [&] { return ParseDxfInteger(group.value).value_or(0); };
   const bool light = kind == DxfKind::kLightPolyline;
@@ -102,7 +99,7 @@ std::string DxfEntity::Take(const DxfGroup& group) {
     default:
       break;
   }
-  return refused;
+  return understood;
 }
 
 bool IsPlane(const DxfEntity& entity) {

@@ -20,8 +20,8 @@ enum class DxfKind { kOther, kLine, kArc, kPolyline, kVertex, kLightPolyline, kE
 struct DxfEntity {
   DxfEntity(std::string_view type_name, std::int64_t type_line);
 
-  // Takes a group. Returns why not; empty when done.
-  std::string Take(const DxfGroup& group);
+  // Takes a group. False when it should be a number and is not.
+  bool Take(const DxfGroup& group);
 
   DxfKind kind;
   std::string type;

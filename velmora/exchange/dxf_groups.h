@@ -23,12 +23,12 @@ class DxfGroups {
 
   // False at the end of the file and on an error; Error then says which.
   bool Next(DxfGroup* group);
-  const std::string& Error() const { return error_; }
+  const Finding& Error() const { return error_; }
 
  private:
   bool ReadLine(std::string* line);
   bool Fill();
-  bool Fail(std::string text);
+  bool Fail(std::int64_t line, std::string text);
 
   static constexpr size_t kBufferSize = 64 << 10;
 
@@ -39,7 +39,7 @@ class DxfGroups {
   std::int64_t line_ = 0;  // read so far
   std::string code_;
   std::string value_;
-  std::string error_;
+  Finding error_;
 };
 
 }  // namespace velmora::exchange

@@ -65,18 +65,20 @@ class Reader {
   Reader(const Source& source, const ImportOptions& options)
       : groups_(source), options_(options), layer_(WideFromUtf8(options.layer)) {}
 
-  std::vector<ImportedRoad> Read(std::string* problem) {
+  std::vector<ImportedRoad> Read(Finding* problem) {
     DxfGroup group;
     bool ended = false;
-    while (problem_.empty() && !ended && groups_.Next(&group)) {
+    while (problem_.text.empty() && !ended && groups_.Next(&group)) {
       ended = group.code == 0 && group.value == "EOF";
       Take(group);
     }
-    if (problem_.empty()) problem_ = groups_.Error();
-    if (problem_.empty() && !ended) problem_ = "the file ends without EOF: it is incomplete";
-    if (problem_.empty()) AddChains();
+    if (problem_.text.empty()) problem_ = groups_.Error();
+    if (problem_.text.empty() && !ended) problem_.text = "the file ends without EOF: it is incomplete";
+    if (problem_.text.empty()) AddChains();
+    if (problem_.text.empty() && candidates_.empty() && !layer_.empty())
+      problem_.text = "has no lines on a layer " + Quoted(options_.layer);
     *problem = problem_;
-    return problem_.empty() ? Roads() : std::vector<ImportedRoad>();
+    return problem_.text.empty() ? Roads() : std::vector<ImportedRoad>();
   }
 
  private:
@@ -105,8 +107,7 @@ class Reader {
       TakeHeader(group);
     } else if (entity_) {
       const size_t before = entity_->points.size();
-      const std::string refused = entity_->Take(group);
-      if (!refused.empty()) problem_ = refused;
+      if (!entity_->Take(group)) problem_ = {group.line, Quoted(group.value) + " is not a number"};
       Count(entity_->points.size() - before);
     }
   }
@@ -115,7 +116,9 @@ class Reader {
     if (group.code == 9) {
       variable_ = group.value;
     } else if (variable_ == "$ACADVER") {
-      is_utf8_ = group.value >= "AC1021";
+      is_unicode_ = group.value >= "AC1021";
+    } else if (variable_ == "$DWGCODEPAGE") {
+      has_code_page_ = true;
     } else if (variable_ == "$INSUNITS") {
       TakeUnits(ParseDxfInteger(group.value).value_or(0), group.line);
     }
@@ -128,8 +131,8 @@ class Reader {
     if (code == kMetres) return;
     const bool feet = code == kFeet || code == kSurveyFeet;
     if (feet && !options_.metres_per_foot) {
-      problem_ = "line " + std::to_string(line) + ": the drawing is in " + UnitName(code) +
-                 "; give --feet international or --feet survey";
+      problem_ = {line,
+                  "the drawing is in " + UnitName(code) + "; give --feet international or --feet survey"};
       return;
     }
     if (feet) scale_ = *options_.metres_per_foot;
@@ -140,10 +143,13 @@ class Reader {
   void Count(size_t points) {
     points_ += points;
     if (points_ > kMostPoints || candidates_.size() > kMostRoads)
-      problem_ = "the drawing is too large; give the road's --layer";
+      problem_.text = "the drawing is too large; give the road's --layer";
   }
 
-  std::string Text(std::string_view bytes) const { return DecodeDxfText(bytes, is_utf8_); }
+  std::string Text(std::string_view bytes) const {
+    return DecodeDxfText(bytes,
+                         is_unicode_ || !has_code_page_ ? TextEncoding::kUtf8 : TextEncoding::kWindows1252);
+  }
   bool IsWanted(const DxfEntity& entity) const {
     return !entity.in_paper_space &&
            (layer_.empty() || EqualNoCase(WideFromUtf8(Text(entity.layer)), layer_));
@@ -266,8 +272,9 @@ class Reader {
   std::wstring layer_;
 
   Section section_ = Section::kOther;
-  std::string variable_;  // of the header
-  bool is_utf8_ = false;
+  std::string variable_;     // of the header
+  bool is_unicode_ = false;  // the release writes UTF-8
+  bool has_code_page_ = false;
   double scale_ = 1;  // m
 
   std::optional<DxfEntity> entity_;
@@ -278,12 +285,12 @@ class Reader {
   std::vector<Candidate> candidates_;
   size_t points_ = 0;
   Finding units_;  // of the drawing; empty when it is in metres
-  std::string problem_;
+  Finding problem_;
 };
 
 }  // namespace
 
-std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, std::string* problem) {
+std::vector<ImportedRoad> ReadDxf(const Source& source, const ImportOptions& options, Finding* problem) {
   return Reader(source, options).Read(problem);
 }
 

@@ -3,8 +3,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "velmora/text/codepage.h"
-
 namespace velmora::exchange {
 namespace {
 
@@ -60,7 +58,7 @@ std::optional<std::string> EncodeDxfText(std::string_view utf8) {
   return bytes;
 }
 
-std::string DecodeDxfText(std::string_view bytes, bool is_utf8) {
+std::string DecodeDxfText(std::string_view bytes, TextEncoding encoding) {
   std::wstring text;
   while (!bytes.empty()) {
     if (const auto unit = EscapeAt(bytes)) {
@@ -70,7 +68,7 @@ std::string DecodeDxfText(std::string_view bytes, bool is_utf8) {
     }
     const std::string_view plain =
         bytes.substr(0, std::max<size_t>(1, std::min(bytes.find('\\'), bytes.size())));
-    AppendDecoded(plain, is_utf8 ? TextEncoding::kUtf8 : TextEncoding::kWindows1252, &text);
+    AppendDecoded(plain, encoding, &text);
     bytes.remove_prefix(plain.size());
   }
   return Utf8FromWide(text);

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "velmora/text/codepage.h"
+
 namespace velmora::exchange {
 
 inline constexpr std::string_view kDxfApplication = "VELMORA";  // that our extended data belongs to
@@ -14,8 +16,8 @@ inline constexpr size_t kLongestDxfText = 255;                  // bytes
 // UTF-8 as the bytes of a text in Windows-1252, with \U+XXXX for what that lacks. Nothing for a character
 // above U+FFFF, and for bytes that are not UTF-8.
 std::optional<std::string> EncodeDxfText(std::string_view utf8);
-// UTF-8 of a text in Windows-1252, or in UTF-8 as from release 2007 on.
-std::string DecodeDxfText(std::string_view bytes, bool is_utf8);
+// UTF-8 of a text.
+std::string DecodeDxfText(std::string_view bytes, TextEncoding encoding);
 
 // The number that the text consists of, blanks around it apart; nothing when it is not finite.
 std::optional<double> ParseDxfNumber(std::string_view text);
