@@ -12,7 +12,7 @@
 # Fails with a line for each offence.
 cmake_minimum_required(VERSION 3.23)
 
-set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
+set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|expat|xmllite|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
 set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64|__GNUC__|__clang__")
 set(extensions "__builtin_|__atomic_|__sync_|__attribute__|__declspec|__int128|__extension__|gnu::")
 set(anywhere velmora/export.h velmora/portability.h velmora/version.h)

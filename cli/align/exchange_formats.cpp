@@ -1,5 +1,6 @@
 #include "cli/align/exchange_formats.h"
 
+#include <memory>
 #include <span>
 
 #include "cli/input/rows.h"
@@ -8,6 +9,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/exchange/dxf.h"
 #include "velmora/exchange/geopackage.h"
+#include "velmora/exchange/landxml.h"
 #include "velmora/exchange/sink.h"
 #include "velmora/exchange/wkt_csv.h"
 #include "velmora/platform/files.h"
@@ -79,10 +81,23 @@ std::vector<ImportedRoad> ReadGeoPackageFile(const std::string& file, const Impo
   return roads;
 }
 
+std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptions& options) {
+  const auto open = [&]() -> ByteSource {
+    const auto input = std::make_shared<InputFile>();
+    if (!input->Open(PathFromSystem(file))) RefuseUnopened(file);
+    return [input](std::span<char> buffer) { return input->Read(buffer); };
+  };
+  std::vector<ImportedRoad> roads;
+  const std::optional<XmlProblem> problem = exchange::ReadLandXml(open, options, &roads);
+  if (!problem) return roads;
+  throw Refusal(problem->line > 0 ? At(file, problem->line, problem->text) : At(file, problem->text));
+}
+
 constexpr ExchangeFormat kFormats[] = {
-    {".csv", false, true, WriteText<exchange::WriteWktCsv>, ReadCsv},
+    {".xml", false, true, WriteText<exchange::WriteLandXml>, ReadXmlFile},
     {".dxf", true, false, WriteOrRefuse<exchange::WriteDxf>, ReadDrawing},
     {".gpkg", true, true, WriteOrRefuse<exchange::WriteGeoPackage>, ReadGeoPackageFile},
+    {".csv", false, true, WriteText<exchange::WriteWktCsv>, ReadCsv},
 };
 
 // Formats that cannot hold a road.

@@ -85,7 +85,7 @@ std::string Today() {
 // Output as a transcript has it, in complete lines.
 std::string Escaped(std::string bytes) {
   for (const std::string& here : HereSpelled()) bytes = Replaced(bytes, here, kFolder);
-  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}\\.[0-9]{2}"),
+  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}(\\.[0-9]{2}|:[0-9]{2}:[0-9]{2})"),
                              "YYYY-MM-DD$1HH.MM");
   bytes = Replaced(bytes, Today(), "YYYY-MM-DD");
   std::string shown;

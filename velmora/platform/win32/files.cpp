@@ -232,6 +232,8 @@ CString PathFromSystem(std::string_view name) {
   return CString(std::wstring_view(path));
 }
 
+CString PathAsSpelled(std::string_view name) { return PathFromSystem(name); }
+
 std::string PathForDisplay(const CString& path) { return ToUtf8(path); }
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <vector>
 
+#include "velmora/platform/files.h"
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/text/letters.h"
 
@@ -115,7 +116,9 @@ bool Win32NewFile::ChooseTemporary(const CString& temporary) {
     // A temporary that is the target itself would destroy the old file; TemporaryName is used instead.
     // Another writer's rename moves its temporary to the target: with the target opened first, the other way
     // round its file is met under both names.
-    if (!EqualNoCase(temporary_, target_) && !IsSameFile(CString(target_), CString(temporary_))) return true;
+    if (!EqualNoCase(temporary_, target_) &&
+        !IsSameFile(std::wstring_view(target_), std::wstring_view(temporary_)))
+      return true;
   }
   const size_t name = target_.rfind(L'\\') + 1;
   std::wstring target_name = target_.substr(name);

@@ -1,0 +1,300 @@
+#include <algorithm>
+#include <cmath>
+
+#include "velmora/alignment/measures.h"
+#include "velmora/alignment/station_text.h"
+#include "velmora/exchange/import.h"
+#include "velmora/exchange/landxml_elements.h"
+#include "velmora/exchange/spiral.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::exchange {
+namespace {
+
+constexpr double kJoin = 0.001;     // m between the end of an element and the start of the next
+constexpr double kNoticed = 0.001;  // m between an attribute and the coordinates
+
+double Positive(double angle) { return angle < 0 ? angle + 2 * std::acos(-1.0) : angle; }
+
+// The difference of two angles, from 0 to half a circle.
+double Apart(double a, double b) { return std::fabs(std::remainder(a - b, 2 * std::acos(-1.0))); }
+
+const char* NameOf(LandKind kind) {
+  switch (kind) {
+    case LandKind::kLine:
+      return "Line";
+    case LandKind::kCurve:
+      return "Curve";
+    case LandKind::kSpiral:
+      return "Spiral";
+    case LandKind::kIrregularLine:
+      return "IrregularLine";
+    case LandKind::kChain:
+      break;
+  }
+  return "Chain";
+}
+
+class PlanMaker {
+ public:
+  PlanMaker(const LandUnits& units, double metres, const ImportOptions& options, LandAlignment* alignment)
+      : units_(units),
+        metres_(metres),
+        options_(options),
+        alignment_(*alignment),
+        road_(alignment->road),
+        plan_(alignment->road.road.plan) {}
+
+  void Make() {
+    const bool own = IsGiven(alignment_.station_end);
+    for (const LandElement& element : alignment_.elements) {
+      const size_t before = plan_.size();
+      if (!Add(element)) return;
+      if (plan_.size() <= before) continue;
+      // Stations of elements may be those after an equation.
+      if (!IsGiven(element.station) || !alignment_.equations.empty()) continue;
+      kovltype& first = plan_[before == 0 ? 0 : before - 1];
+      const double station = element.station * metres_;
+      const double difference = std::fabs(station - first.sek);
+      if (before > 0 && !own && difference > kNoticed)
+        Note(element.line,
+             Titled(element) + ": staStart differs by " + FormatFixed(difference, 3) +
+                 " m from the lengths before it and is kept",
+             &road_);
+      const double shift = station - first.sek;
+      for (size_t i = before == 0 ? 0 : before - 1; i < plan_.size(); ++i) plan_[i].sek += shift;
+      first.sek = station;
+      any_station_ = true;
+    }
+    if (own && !plan_.empty()) plan_.back().sek = alignment_.station_end * metres_;
+    road_.has_stations = any_station_ || IsGiven(alignment_.station);
+    if (!road_.has_stations)
+      for (kovltype& point : plan_) point.sek = 0;
+  }
+
+ private:
+  std::string Titled(const LandElement& element) const {
+    const std::string station =
+        plan_.empty() ? std::string() : " at station " + StationText(plan_.back().sek, false);
+    return NameOf(element.kind) + station;
+  }
+  bool RefuseElement(const LandElement& element, const std::string& why) {
+    Refuse(element.line, Titled(element) + ": " + why, &road_);
+    return false;
+  }
+  PlanePoint Metres(const LandPoint& point) const { return {point.east * metres_, point.north * metres_}; }
+
+  // False when nothing can follow the element.
+  bool Add(const LandElement& element) {
+    if (element.kind == LandKind::kChain || element.kind == LandKind::kIrregularLine) return AddList(element);
+    if (!element.start.IsKnown() || !element.end.IsKnown())
+      return RefuseElement(element, "its Start or End has no coordinates");
+    if (!Join(element, Metres(element.start))) return false;
+    if (element.kind == LandKind::kCurve) return AddCurve(element);
+    if (element.kind == LandKind::kSpiral) {
+      if (AddSpiral(element)) return true;
+      // To its end, so that the elements after it are examined too.
+      const double station = plan_.back().sek;
+      Append(0, Metres(element.end));
+      if (IsGiven(element.length)) plan_.back().sek = station + element.length * metres_;
+      return true;
+    }
+    Append(0, Metres(element.end));
+    CheckLine(element);
+    return true;
+  }
+
+  // The first point, or the one where the last element ended.
+  bool Join(const LandElement& element, PlanePoint start) {
+    if (plan_.empty()) {
+      plan_.push_back({start.v, start.h, 0, IsGiven(alignment_.station) ? alignment_.station * metres_ : 0});
+      return true;
+    }
+    const double gap = Distance(InPlane(plan_.back()), start);
+    road_.largest_error = std::max(road_.largest_error, gap <= kJoin ? gap : 0);
+    if (gap <= kJoin) return true;
+    return RefuseElement(
+        element, "does not start where the element before it ends: a gap of " + FormatFixed(gap, 3) + " m");
+  }
+
+  void Append(double bulge, PlanePoint end) {
+    plan_.back().bulge = bulge;
+    kovltype next{end.v, end.h, 0, 0};
+    next.sek = plan_.back().sek + SegmentLength(plan_.back(), next);
+    plan_.push_back(next);
+  }
+
+  void CheckLength(const LandElement& element, double length) {
+    const double given = element.length * metres_;
+    if (!(std::fabs(given - length) > kNoticed)) return;  // also one that is not given
+    Note(element.line,
+         std::string(NameOf(element.kind)) + ": length " + FormatFixed(given, 3) +
+             " m, but the coordinates give " + FormatFixed(length, 3) + " m, which is used",
+         &road_);
+  }
+
+  void CheckLine(const LandElement& element) {
+    const kovltype& a = plan_[plan_.size() - 2];
+    const kovltype& b = plan_.back();
+    const double length = SegmentLength(a, b);
+    CheckLength(element, length);
+    if (!IsGiven(element.direction) || units_.radians_per_unit == 0) return;
+    // Programs count either clockwise from north or counter-clockwise from east.
+    const double given = element.direction * units_.radians_per_unit;
+    const double from_east = std::atan2(b.x - a.x, b.y - a.y);
+    const double apart = std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
+    constexpr double kSameDirection = 1e-4;
+    if (apart > kSameDirection && apart * length > kNoticed)
+      Note(element.line, "Line: dir differs from the direction of the coordinates, which is used", &road_);
+  }
+
+  bool AddCurve(const LandElement& element) {
+    if (!element.centre.IsKnown()) {
+      return RefuseElement(element, "its Center has no coordinates");
+    }
+    const PlanePoint start = InPlane(plan_.back());
+    const PlanePoint end = Metres(element.end);
+    const PlanePoint centre = Metres(element.centre);
+    const PlanePoint a{start.h - centre.h, start.v - centre.v};
+    const PlanePoint b{end.h - centre.h, end.v - centre.v};
+    const double radius = std::hypot(a.h, a.v);
+    const double misfit = std::fabs(radius - std::hypot(b.h, b.v));
+    constexpr double kMostMisfit = 0.1;
+    if (!(Distance(start, end) > 0)) {
+      return RefuseElement(element, "starts and ends in the same point");
+    }
+    if (!(misfit <= kMostMisfit)) {
+      return RefuseElement(element, "its Start and End differ by " + FormatFixed(misfit, 3) +
+                                        " m in their distance from its Center");
+    }
+    const double turn = std::atan2(a.h * b.v - a.v * b.h, a.h * b.h + a.v * b.v);
+    const double sweep = element.clockwise ? -Positive(-turn) : Positive(turn);
+    Append(std::tan(sweep / 4), end);
+    if (misfit > kNoticed)
+      Note(element.line,
+           "Curve: Start and End differ by " + FormatFixed(misfit * 1000, 1) +
+               " mm in their distance from Center; the arc goes through both",
+           &road_);
+    road_.largest_error = std::max(road_.largest_error, misfit);
+    const double given = element.radius * metres_;
+    if (std::fabs(given - radius) > kNoticed)
+      Note(element.line,
+           "Curve: radius " + FormatFixed(given, 3) + " m, but the coordinates give " +
+               FormatFixed(radius, 3) + " m, which is used",
+           &road_);
+    CheckLength(element, SegmentLength(plan_[plan_.size() - 2], plan_.back()));
+    return true;
+  }
+
+  bool AddSpiral(const LandElement& element) {
+    if (!options_.spirals_as_arcs)
+      return RefuseElement(element,
+                           "an alignment has no spirals; --spirals-as-arcs MM replaces it by arcs within MM");
+    if (!element.is_clothoid) {
+      return RefuseElement(element, "only clothoids can be replaced by arcs");
+    }
+    const double sign = element.clockwise ? -1 : 1;
+    // Programs write an infinite radius as INF or as 0.
+    const auto curvature = [&](double radius) { return radius == 0 ? 0 : sign / (radius * metres_); };
+    const Spiral spiral{InPlane(plan_.back()), Metres(element.end), element.length * metres_,
+                        curvature(element.radius), curvature(element.radius_end)};
+    const std::optional<SpiralArcs> arcs = ArcsOfSpiral(spiral, *options_.spirals_as_arcs);
+    if (!arcs)
+      return RefuseElement(element, "cannot be replaced by arcs within " +
+                                        FormatShortest(*options_.spirals_as_arcs * 1000) +
+                                        " mm; check its length and radii, or allow more");
+    if (arcs->misfit > *options_.spirals_as_arcs) {
+      return RefuseElement(element, "its length and radii put its end " + FormatFixed(arcs->misfit, 3) +
+                                        " m from where the coordinates do");
+    }
+    const std::string title = Titled(element);
+    for (size_t i = 1; i < arcs->points.size(); ++i)
+      Append(arcs->points[i - 1].bulge, InPlane(arcs->points[i]));
+    const size_t count = arcs->points.size() - 1;
+    Note(element.line,
+         title + ": replaced by " + std::to_string(count) + (count == 1 ? " arc" : " arcs") + " within " +
+             FormatFixed(arcs->largest_distance * 1000, 3) + " mm",
+         &road_);
+    road_.largest_error = std::max(road_.largest_error, arcs->largest_distance + arcs->misfit);
+    return true;
+  }
+
+  bool AddList(const LandElement& element) {
+    std::vector<LandPoint> points;
+    if (element.list) points = *element.list;
+    if (element.kind == LandKind::kIrregularLine) {
+      // The list has the ends too, as a rule.
+      const auto is_same = [](const LandPoint& a, const LandPoint& b) {
+        return a.north == b.north && a.east == b.east;
+      };
+      if (element.start.IsKnown() && (points.empty() || !is_same(points.front(), element.start)))
+        points.insert(points.begin(), element.start);
+      if (element.end.IsKnown() && !is_same(points.back(), element.end)) points.push_back(element.end);
+    }
+    if (points.size() < 2) {
+      return RefuseElement(element, "has fewer than two points");
+    }
+    for (size_t i = 0; i < points.size(); ++i) {
+      if (!points[i].IsKnown()) {
+        return RefuseElement(element, "its point " + std::to_string(i + 1) + " has no coordinates");
+      }
+      if (i > 0)
+        Append(0, Metres(points[i]));
+      else if (!Join(element, Metres(points[i])))
+        return false;
+    }
+    return true;
+  }
+
+  const LandUnits& units_;
+  double metres_;
+  const ImportOptions& options_;
+  LandAlignment& alignment_;
+  ImportedRoad& road_;
+  std::vector<kovltype>& plan_;
+  bool any_station_ = false;
+};
+
+}  // namespace
+
+void MakePlan(const LandUnits& units, double metres, const ImportOptions& options, LandAlignment* alignment) {
+  PlanMaker(units, metres, options, alignment).Make();
+}
+
+void MakeRoad(const LandUnits& units, const ImportOptions& options, LandAlignment* alignment) {
+  ImportedRoad& road = alignment->road;
+  double metres = 1;
+  if (units.linear == "foot" || units.linear == "USSurveyFoot") {
+    if (!options.metres_per_foot)
+      Refuse(units.line,
+             "is in feet (" + units.linear + "); say which with --feet international or --feet survey",
+             &road);
+    metres = options.metres_per_foot.value_or(1);
+    const bool says_survey = units.linear == "USSurveyFoot";
+    constexpr double kInternational = 0.3048;
+    if (says_survey && metres == kInternational)
+      Note(units.line, "the file says USSurveyFoot, and --feet international is used", &road);
+  } else if (units.linear.empty()) {
+    Note(0, "has no units; taken as metres", &road);
+  } else if (units.linear != "meter") {
+    Refuse(units.line, "is in the unit \"" + units.linear + "\"; only metres and feet are read", &road);
+  }
+  for (const LandEquation& equation : alignment->equations) {
+    const std::string what = "StaEquation " + equation.text + ": ";
+    if (options.internal_stations)
+      Note(equation.line, what + "not applied; stations are continuous", &road);
+    else
+      Refuse(equation.line,
+             what + "an alignment has one run of stations; --stations internal takes the continuous ones",
+             &road);
+  }
+  if (alignment->elements.empty()) Refuse(alignment->line, "has no geometry (CoordGeom)", &road);
+  if (road.refused && alignment->elements.empty()) return;
+  const bool was_refused = road.refused;
+  road.refused = false;
+  MakePlan(units, metres, options, alignment);
+  if (!road.refused) MakeProfile(metres, options, alignment);
+  road.refused = road.refused || was_refused;
+}
+
+}  // namespace velmora::exchange

@@ -1,0 +1,387 @@
+#include <charconv>
+#include <unordered_map>
+#include <utility>
+
+#include "velmora/exchange/import.h"
+#include "velmora/exchange/landxml.h"
+#include "velmora/exchange/landxml_elements.h"
+
+namespace velmora::exchange {
+namespace {
+
+constexpr size_t kMostElements = 5'000'000;  // of all alignments, with the points of lists
+constexpr size_t kLongestText = size_t{16} << 20;
+
+// What is read, as far as it matters here.
+enum class Place : std::uint8_t {
+  kFile,
+  kRoot,
+  kUnits,
+  kAlignments,
+  kAlignment,
+  kCoordGeom,
+  kElement,
+  kChain,
+  kPoint,
+  kPointList2,
+  kPointList3,
+  kProfile,
+  kProfAlign,
+  kLevel,
+  kFeature,
+};
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// The words of a text.
+template <class Take>
+void ForEachWord(std::string_view text, Take take) {
+  for (size_t at = 0;;) {
+    while (at < text.size() && IsBlank(text[at])) ++at;
+    if (at == text.size()) return;
+    size_t end = at;
+    while (end < text.size() && !IsBlank(text[end])) ++end;
+    take(text.substr(at, end - at));
+    at = end;
+  }
+}
+
+// Not given for what is not a number; infinite for INF.
+double NumberOf(std::string_view text) {
+  double number = 0;
+  if (text.starts_with('+')) text.remove_prefix(1);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? number : kNotGiven;
+}
+double NumberOf(XmlAttributes attributes, std::string_view name) {
+  const auto value = FindAttribute(attributes, name);
+  return value ? NumberOf(*value) : kNotGiven;
+}
+std::string TextOf(XmlAttributes attributes, std::string_view name) {
+  return std::string(FindAttribute(attributes, name).value_or(""));
+}
+
+double RadiansOf(std::string_view unit) {
+  const double degree = std::acos(-1.0) / 180;
+  if (unit == "grads") return degree * 0.9;
+  if (unit == "decimal degrees") return degree;
+  return unit.empty() || unit == "radians" ? 1 : 0;
+}
+
+// The names of CgPoints that points refer to, and their places.
+struct References {
+  std::unordered_map<std::string, int> numbers;
+  std::vector<LandPoint> points;
+
+  int Number(std::string name) {
+    const auto [at, added] = numbers.emplace(std::move(name), static_cast<int>(points.size()));
+    if (added) points.emplace_back();
+    return at->second;
+  }
+};
+
+class AlignmentsHandler final : public XmlHandler {
+ public:
+  bool Start(std::string_view name, XmlAttributes attributes, std::int64_t line) override {
+    const std::optional<Place> place = Enter(name, attributes, line);
+    if (place) places_.push_back(*place);
+    return place.has_value();
+  }
+  void Text(std::string_view text) override {
+    const Place place = places_.back();
+    const bool wanted = place == Place::kPoint || place == Place::kLevel || place == Place::kChain ||
+                        place == Place::kPointList2 || place == Place::kPointList3;
+    if (wanted && text_.size() + text.size() <= kLongestText) text_ += text;
+  }
+  void End(std::string_view) override {
+    Leave(places_.back());
+    places_.pop_back();
+    text_.clear();
+  }
+
+  bool IsLandXml() const { return is_land_xml_; }
+  LandUnits& Units() { return units_; }
+  References& Points() { return references_; }
+  std::vector<LandAlignment>& Alignments() { return alignments_; }
+
+ private:
+  LandAlignment& Current() { return alignments_.back(); }
+  LandElement& Element() { return Current().elements.back(); }
+
+  // Where an element leads; nothing for one that is not read.
+  std::optional<Place> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    switch (places_.empty() ? Place::kFile : places_.back()) {
+      case Place::kFile:
+        is_land_xml_ = name == "LandXML";
+        if (is_land_xml_) return Place::kRoot;
+        break;
+      case Place::kRoot:
+        if (name == "Units") return Place::kUnits;
+        if (name == "Alignments") return Place::kAlignments;
+        break;
+      case Place::kUnits:
+        units_ = {line, TextOf(attributes, "linearUnit"), RadiansOf(TextOf(attributes, "directionUnit"))};
+        break;
+      case Place::kAlignments:
+        if (name == "Alignment") return EnterAlignment(attributes, line);
+        break;
+      case Place::kAlignment:
+        return EnterPart(name, attributes, line);
+      case Place::kCoordGeom:
+        return EnterElement(name, attributes, line);
+      case Place::kElement:
+        return EnterPoint(name, attributes);
+      case Place::kProfile:
+        return EnterProfile(name, line);
+      case Place::kProfAlign:
+        return EnterLevel(name, attributes, line);
+      case Place::kFeature:
+        if (name == "Property" && TextOf(attributes, "label") == "staEnd")
+          Current().station_end = NumberOf(attributes, "value");
+        break;
+      default:
+        break;
+    }
+    return std::nullopt;
+  }
+
+  std::optional<Place> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
+    if (!Count()) return std::nullopt;
+    LandAlignment& alignment = alignments_.emplace_back();
+    alignment.line = line;
+    alignment.road.road.name = TextOf(attributes, "name");
+    alignment.station = NumberOf(attributes, "staStart");
+    has_profile_ = false;
+    return Place::kAlignment;
+  }
+
+  std::optional<Place> EnterPart(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    if (name == "CoordGeom") return Place::kCoordGeom;
+    if (name == "Profile") return Place::kProfile;
+    if (name == "Feature" && TextOf(attributes, "code") == "velmora") return Place::kFeature;
+    if (name == "StaEquation") {
+      std::string text =
+          "staInternal " + TextOf(attributes, "staInternal") + ", staAhead " + TextOf(attributes, "staAhead");
+      if (Count()) Current().equations.push_back({line, std::move(text)});
+    } else if (name == "Cant" || name == "Superelevation" || name == "CrossSects") {
+      Note(line, std::string(name) + ": is not imported", &Current().road);
+    }
+    return std::nullopt;
+  }
+
+  std::optional<Place> EnterElement(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    const std::pair<const char*, LandKind> kinds[] = {{"Line", LandKind::kLine},
+                                                      {"Curve", LandKind::kCurve},
+                                                      {"Spiral", LandKind::kSpiral},
+                                                      {"IrregularLine", LandKind::kIrregularLine},
+                                                      {"Chain", LandKind::kChain}};
+    for (const auto& [title, kind] : kinds) {
+      if (name != title) continue;
+      if (!Count()) return std::nullopt;
+      LandElement& element = Current().elements.emplace_back();
+      element.kind = kind;
+      element.line = line;
+      const std::string rotation = TextOf(attributes, "rot");
+      element.clockwise = rotation == "cw";
+      const bool turns = kind == LandKind::kCurve || kind == LandKind::kSpiral;
+      if (turns && rotation != "cw" && rotation != "ccw")
+        Refuse(line, std::string(name) + ": rot is neither cw nor ccw", &Current().road);
+      element.is_clothoid = TextOf(attributes, "spiType") == "clothoid";
+      element.station = NumberOf(attributes, "staStart");
+      element.length = NumberOf(attributes, "length");
+      element.radius = NumberOf(attributes, kind == LandKind::kSpiral ? "radiusStart" : "radius");
+      element.radius_end = NumberOf(attributes, "radiusEnd");
+      element.direction = NumberOf(attributes, "dir");
+      return kind == LandKind::kChain ? Place::kChain : Place::kElement;
+    }
+    if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
+    return std::nullopt;
+  }
+
+  std::optional<Place> EnterPoint(std::string_view name, XmlAttributes attributes) {
+    LandElement& element = Element();
+    if (name == "PntList2D" || name == "PntList3D")
+      return name == "PntList2D" ? Place::kPointList2 : Place::kPointList3;
+    point_ = name == "Start"    ? &element.start
+             : name == "End"    ? &element.end
+             : name == "Center" ? &element.centre
+                                : nullptr;
+    if (point_ == nullptr) return std::nullopt;
+    if (const auto reference = FindAttribute(attributes, "pntRef"))
+      point_->reference = references_.Number(std::string(*reference));
+    return Place::kPoint;
+  }
+
+  std::optional<Place> EnterProfile(std::string_view name, std::int64_t line) {
+    if (name == "ProfAlign" && !has_profile_) {
+      has_profile_ = true;
+      return Place::kProfAlign;
+    }
+    if (name == "ProfAlign") Note(line, "ProfAlign: only the first one is imported", &Current().road);
+    if (name == "ProfSurf") Note(line, "ProfSurf: is not imported", &Current().road);
+    return std::nullopt;
+  }
+
+  std::optional<Place> EnterLevel(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    const std::pair<const char*, LandVertical> kinds[] = {{"PVI", LandVertical::kPoint},
+                                                          {"ParaCurve", LandVertical::kParabola},
+                                                          {"UnsymParaCurve", LandVertical::kTwoParabolas},
+                                                          {"CircCurve", LandVertical::kCircle}};
+    for (const auto& [title, kind] : kinds) {
+      if (name != title) continue;
+      if (!Count()) return std::nullopt;
+      LandLevel& level = Current().levels.emplace_back();
+      level.kind = kind;
+      level.line = line;
+      level.length = NumberOf(attributes, kind == LandVertical::kTwoParabolas ? "lengthIn" : "length");
+      level.length_out = NumberOf(attributes, "lengthOut");
+      level.radius = NumberOf(attributes, "radius");
+      return Place::kLevel;
+    }
+    return std::nullopt;
+  }
+
+  void Leave(Place place) {
+    if (place == Place::kPoint) {
+      TakeNumbers(2,
+                  [this](const double* numbers) { point_->north = numbers[0], point_->east = numbers[1]; });
+    } else if (place == Place::kLevel) {
+      LandLevel& level = Current().levels.back();
+      TakeNumbers(2, [&](const double* numbers) { level.station = numbers[0], level.level = numbers[1]; });
+    } else if (place == Place::kPointList2 || place == Place::kPointList3) {
+      TakeList(place == Place::kPointList2 ? 2 : 3);
+    } else if (place == Place::kChain) {
+      auto list = std::make_unique<std::vector<LandPoint>>();
+      ForEachWord(text_, [&](std::string_view name) {
+        if (!Count()) return;
+        list->emplace_back().reference = references_.Number(std::string(name));
+      });
+      Element().list = std::move(list);
+    }
+  }
+
+  // The first `count` numbers of the text, when it has them.
+  template <class Take>
+  void TakeNumbers(size_t count, Take take) {
+    double numbers[2] = {};
+    size_t known = 0;
+    bool good = true;
+    ForEachWord(text_, [&](std::string_view word) {
+      if (known >= count) return;
+      const double number = NumberOf(word);
+      good = good && std::isfinite(number);
+      numbers[known++] = number;
+    });
+    if (good && known == count) take(numbers);
+  }
+
+  void TakeList(size_t dimensions) {
+    auto list = std::make_unique<std::vector<LandPoint>>();
+    size_t known = 0;
+    ForEachWord(text_, [&](std::string_view word) {
+      const size_t place = known++ % dimensions;
+      if (place == 0 && !Count()) return;
+      if (place == 0) list->emplace_back();
+      if (list->empty()) return;
+      if (place == 0) list->back().north = NumberOf(word);
+      if (place == 1) list->back().east = NumberOf(word);
+    });
+    if (known % dimensions != 0 || text_.size() + 1 >= kLongestText)
+      Refuse(Element().line, "its point list is cut or too long", &Current().road);
+    Element().list = std::move(list);
+  }
+
+  // False when the file holds too much; the alignment is then refused.
+  bool Count() {
+    if (++count_ <= kMostElements) return true;
+    if (count_ == kMostElements + 1 && !alignments_.empty())
+      Refuse(0, "the file has more than " + std::to_string(kMostElements) + " elements of roads",
+             &Current().road);
+    return false;
+  }
+
+  std::vector<Place> places_;
+  bool is_land_xml_ = false;
+  LandUnits units_;
+  std::vector<LandAlignment> alignments_;
+  References references_;
+  LandPoint* point_ = nullptr;
+  bool has_profile_ = false;
+  std::string text_;
+  size_t count_ = 0;
+};
+
+// The places of the CgPoints that are referred to.
+class PointsHandler final : public XmlHandler {
+ public:
+  explicit PointsHandler(References* references) : references_(references) {}
+
+  bool Start(std::string_view name, XmlAttributes attributes, std::int64_t) override {
+    if (depth_ == 0 || name == "CgPoints") return Deeper(nullptr);
+    if (name != "CgPoint") return false;
+    const auto at = references_->numbers.find(TextOf(attributes, "name"));
+    if (at == references_->numbers.end()) return false;
+    return Deeper(&references_->points[static_cast<size_t>(at->second)]);
+  }
+  void Text(std::string_view text) override {
+    constexpr size_t kLongestPoint = 1000;
+    if (point_ != nullptr && text_.size() + text.size() <= kLongestPoint) text_ += text;
+  }
+  void End(std::string_view) override {
+    --depth_;
+    if (point_ == nullptr) return;
+    size_t known = 0;
+    ForEachWord(text_, [&](std::string_view word) {
+      if (known == 0) point_->north = NumberOf(word);
+      if (known == 1) point_->east = NumberOf(word);
+      ++known;
+    });
+    point_ = nullptr;
+  }
+
+ private:
+  bool Deeper(LandPoint* point) {
+    ++depth_;
+    point_ = point;
+    text_.clear();
+    return true;
+  }
+
+  References* references_;
+  int depth_ = 0;
+  LandPoint* point_ = nullptr;
+  std::string text_;
+};
+
+void Resolve(const References& references, LandPoint* point) {
+  if (point->IsKnown() || point->reference < 0) return;
+  const LandPoint& found = references.points[static_cast<size_t>(point->reference)];
+  point->north = found.north;
+  point->east = found.east;
+}
+
+}  // namespace
+
+std::optional<XmlProblem> ReadLandXml(const OpenSource& open, const ImportOptions& options,
+                                      std::vector<ImportedRoad>* roads) {
+  AlignmentsHandler handler;
+  if (auto problem = ReadXml(open(), &handler)) return problem;
+  if (!handler.IsLandXml()) return XmlProblem{0, "is not LandXML: its first element is another"};
+  References& references = handler.Points();
+  if (!references.points.empty()) {
+    PointsHandler points(&references);
+    if (auto problem = ReadXml(open(), &points)) return problem;
+  }
+  for (LandAlignment& alignment : handler.Alignments()) {
+    for (LandElement& element : alignment.elements) {
+      for (LandPoint* point : {&element.start, &element.centre, &element.end}) Resolve(references, point);
+      if (element.list)
+        for (LandPoint& point : *element.list) Resolve(references, &point);
+    }
+    MakeRoad(handler.Units(), options, &alignment);
+    roads->push_back(std::move(alignment.road));
+  }
+  return std::nullopt;
+}
+
+}  // namespace velmora::exchange
