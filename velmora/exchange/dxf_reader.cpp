@@ -17,6 +17,7 @@ namespace {
 
 // So that no file takes more than about a gigabyte.
 constexpr size_t kMostPoints = 10'000'000;
+constexpr size_t kMostPieces = 2'000'000;
 constexpr size_t kMostRoads = 100'000;
 
 constexpr int kClosed = 1;  // flags of polylines
@@ -142,7 +143,7 @@ class Reader {
 
   void Count(size_t points) {
     points_ += points;
-    if (points_ > kMostPoints || candidates_.size() > kMostRoads)
+    if (points_ > kMostPoints || pieces_.size() > kMostPieces || candidates_.size() > kMostRoads)
       problem_.text = "the drawing is too large; give the road's --layer";
   }
 
