@@ -1,4 +1,4 @@
-// Roads to DXF and GeoPackage and back, and what of other programs' drawings is read.
+// Roads to DXF and GeoPackage and back, what of other programs' drawings is read, and AGS4 lists.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -6,6 +6,7 @@
 #include <random>
 
 #include "tests/support/test_files.h"
+#include "velmora/exchange/ags.h"
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/dxf.h"
 #include "velmora/exchange/geopackage.h"
@@ -167,6 +168,44 @@ TEST(Cad, Geometries) {
       ReadPointBlob("GP\0\0\0\0\0\0\0\0\0\3\xE9\x3F\xF0\0\0\0\0\0\0\x40\0\0\0\0\0\0\0\xC0\0\0\0\0\0\0\0"s);
   ASSERT_TRUE(point && point->level);
   EXPECT_TRUE(point->easting == 1 && point->northing == 2 && *point->level == -2);
+}
+
+// A list comes back byte for byte but for the three columns, which are added where they are missing.
+TEST(Cad, AgsLists) {
+  const std::string before = "\"GROUP\",\"PROJ\"\r\n\"DATA\",\"LOCA\"\r\n\r\n\"GROUP\",\"LOCA\"\r\n";
+  const std::string after = "\n\"GROUP\",\"SAMP\"\r\n\"DATA\",\"A\",\"1\"\r\n";
+  const std::string added =
+      before +
+      "\"HEADING\",\"LOCA_ID\",\"LOCA_NATE\",\"LOCA_NATN\",\"LOCA_GL\",\"FILE_FSET\"\r\n"
+      "\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\"\r\n\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\"\r\n"
+      "\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\",\"F\"\r\n\"DATA\",\"B\",\"x\",\"20\"\n" +
+      after;
+  AgsList list = ReadAgs(added);
+  ASSERT_EQ(list.rows.size(), 2U);
+  EXPECT_EQ(list.own_titles, std::vector<std::string>{"FILE_FSET"});
+  EXPECT_EQ(list.rows[0].point.id, "A \"1\", å");
+  EXPECT_TRUE(list.rows[0].point.easting == 10.5 && list.rows[0].point.northing == 20 &&
+              !list.rows[0].point.level);
+  EXPECT_EQ(list.rows[1].problem, "LOCA_NATE \"x\" is not a number");
+  list.rows[0].point.station = 1250.1239;
+  list.rows[0].point.offset = -3.456;
+  std::string bytes;
+  const Sink sink = [&](std::string_view piece) { bytes += piece; };
+  WriteAgs(added, "Väg \"1\"", list.rows, sink);
+  const std::string filled =
+      before +
+      "\"HEADING\",\"LOCA_ID\",\"LOCA_NATE\",\"LOCA_NATN\",\"LOCA_GL\",\"LOCA_ALID\",\"LOCA_OFFS\","
+      "\"LOCA_CNGE\",\"FILE_FSET\"\r\n\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\",\"m\",\"\",\"\"\r\n"
+      "\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\",\"2DP\",\"X\",\"X\"\r\n\"DATA\",\"A \"\"1\"\", å\","
+      "\"10.5\",\"20\",\"\",\"Väg \"\"1\"\"\",\"-3.46\",\"1250.124\",\"F\"\r\n"
+      "\"DATA\",\"B\",\"x\",\"20\",\"\",\"\",\"\",\"\"\n" +
+      after;
+  EXPECT_EQ(bytes, filled);
+  bytes.clear();
+  WriteAgs(filled, "Väg \"1\"", list.rows, sink);
+  EXPECT_EQ(bytes, filled);
+  EXPECT_EQ(ReadAgs("\"GROUP\",\"LOCA\"\n\"HEADING\",\"LOCA_LOCX\"\n").problem.line, 2);
+  EXPECT_EQ(ReadAgs(before + after).problem.text, "has no group LOCA");
 }
 
 }  // namespace
