@@ -17,7 +17,6 @@ DxfKind KindOf(std::string_view type) {
       {"ARC", DxfKind::kArc},
       {"POLYLINE", DxfKind::kPolyline},
       {"VERTEX", DxfKind::kVertex},
-      {"SEQEND", DxfKind::kEndOfVertices},
       {"LWPOLYLINE", DxfKind::kLightPolyline},
       {"SPLINE", DxfKind::kCurve},
       {"ELLIPSE", DxfKind::kCurve},
@@ -44,10 +43,10 @@ bool DxfEntity::Take(const DxfGroup& group) {
   const bool light = kind == DxfKind::kLightPolyline;
   switch (group.code) {
     case 5:
-      handle = group.value;
+      handle = group.value.substr(0, kLongestDxfText);
       break;
     case 8:
-      layer = group.value;
+      layer = group.value.substr(0, kLongestDxfText);
       break;
     case 10:
       if (light) points.push_back({});
@@ -88,7 +87,7 @@ bool DxfEntity::Take(const DxfGroup& group) {
       real(&extrusion[(group.code - 210) / 10]);
       break;
     case 1000:
-      if (in_our_data_) name = group.value;
+      if (in_our_data_) name = group.value.substr(0, kLongestDxfText);
       break;
     case 1001:
       in_our_data_ = group.value == kDxfApplication;

@@ -15,7 +15,7 @@
 
 namespace velmora::exchange {
 
-enum class DxfKind { kOther, kLine, kArc, kPolyline, kVertex, kLightPolyline, kEndOfVertices, kCurve };
+enum class DxfKind { kOther, kLine, kArc, kPolyline, kVertex, kLightPolyline, kCurve };
 
 struct DxfEntity {
   DxfEntity(std::string_view type_name, std::int64_t type_line);

@@ -75,6 +75,7 @@ class Reader {
     }
     if (problem_.text.empty()) problem_ = groups_.Error();
     if (problem_.text.empty() && !ended) problem_.text = "the file ends without EOF: it is incomplete";
+    FinishPolyline();
     if (problem_.text.empty()) AddChains();
     if (problem_.text.empty() && candidates_.empty() && !layer_.empty())
       problem_.text = "has no lines on a layer " + Quoted(options_.layer);
@@ -107,9 +108,8 @@ class Reader {
     } else if (section_ == Section::kHeader) {
       TakeHeader(group);
     } else if (entity_) {
-      const size_t before = entity_->points.size();
       if (!entity_->Take(group)) problem_ = {group.line, Quoted(group.value) + " is not a number"};
-      Count(entity_->points.size() - before);
+      Keep(0, entity_->points.size());
     }
   }
 
@@ -141,9 +141,10 @@ class Reader {
                         ": coordinates are taken as " + (feet ? "feet" : "metres")};
   }
 
-  void Count(size_t points) {
+  // Counts points that are kept, while so many others are being read.
+  void Keep(size_t points, size_t others = 0) {
     points_ += points;
-    if (points_ > kMostPoints || pieces_.size() > kMostPieces || candidates_.size() > kMostRoads)
+    if (points_ + others > kMostPoints || pieces_.size() > kMostPieces || candidates_.size() > kMostRoads)
       problem_.text = "the drawing is too large; give the road's --layer";
   }
 
@@ -158,21 +159,18 @@ class Reader {
 
   // The current entity is complete.
   void Finish() {
+    if (entity_->kind != DxfKind::kVertex) FinishPolyline();
     switch (entity_->kind) {
       case DxfKind::kLine:
       case DxfKind::kArc:
         if (IsWanted(*entity_)) AddPiece(*entity_);
         break;
       case DxfKind::kPolyline:
-        polyline_ = std::move(entity_);
         stations_ = 0;
+        if (IsWanted(*entity_)) polyline_ = std::move(entity_);
         break;
       case DxfKind::kVertex:
         if (polyline_) AddVertex(*entity_);
-        break;
-      case DxfKind::kEndOfVertices:
-        if (polyline_ && IsWanted(*polyline_)) AddPolyline(&*polyline_);
-        polyline_.reset();
         break;
       case DxfKind::kLightPolyline:
         stations_ = 0;
@@ -186,10 +184,15 @@ class Reader {
     }
   }
 
+  void FinishPolyline() {
+    if (polyline_) AddPolyline(&*polyline_);
+    polyline_.reset();
+  }
+
   void AddVertex(const DxfEntity& vertex) {
     polyline_->points.push_back({vertex.at.v, vertex.at.h, vertex.bulge, vertex.station.value_or(0)});
     if (vertex.station) ++stations_;
-    Count(1);
+    Keep(0, polyline_->points.size());
   }
 
   void AddPiece(const DxfEntity& entity) {
@@ -202,7 +205,7 @@ class Reader {
     if (piece->bulge == 0 && Distance(piece->from, piece->to) <= kJoinDistance) return;
     pieces_.push_back(*piece);
     origins_.push_back(OriginOf(entity));
-    Count(1);
+    Keep(1);
   }
 
   void AddPolyline(DxfEntity* polyline) {
@@ -222,6 +225,7 @@ class Reader {
       point = {point.x * scale_, point.y * scale_ * side, point.bulge * side + 0.0,
                road.has_stations ? point.sek : 0};
     road.road.plan = std::move(polyline->points);
+    Keep(road.road.plan.size());
   }
 
   void AddChains() {
@@ -233,15 +237,13 @@ class Reader {
         road.road.plan = PointsOf(chain, pieces_, &road.largest_error);
         continue;
       }
-      road.refused = true;
-      road.findings.push_back(
-          {origins_[first].line, "the chain of lines and arcs that begins here is closed", true, true});
+      Refuse(origins_[first].line, "the chain of lines and arcs that begins here is closed", &road);
     }
   }
 
   ImportedRoad& AddRoad(Origin origin) {
     candidates_.push_back({std::move(origin), {}});
-    Count(0);
+    Keep(0);
     ImportedRoad& road = candidates_.back().road;
     road.road.name = Text(candidates_.back().origin.layer);
     return road;
