@@ -1,6 +1,7 @@
 // What the command writes itself.
 #include <gtest/gtest.h>
 
+#include "cli/align/commands.h"
 #include "cli/env/commands.h"
 #include "cli/output/output_file.h"
 #include "cli/terminal/error.h"
@@ -47,6 +48,26 @@ std::string InstallSample(Scene& s) {
   return result;
 }
 
+// A road out of its file and into another one.
+std::string ExportAndImport(Scene& s) {
+  const std::string road = PathForDisplay(s.At(L"ROAD.CSV"));
+  cli::ExportOptions out;
+  out.file = PathForDisplay(s.At(L"ROAD.VL"));
+  out.to = road;
+  cli::ImportCommand in;
+  in.file = road;
+  in.to = PathForDisplay(s.At(L"BACK.VL"));
+  ::testing::internal::CaptureStdout();
+  ::testing::internal::CaptureStderr();
+  const std::string result = Result([&] {
+    cli::AlignExport(out);
+    cli::AlignImport(in);
+  });
+  ::testing::internal::GetCapturedStdout();
+  ::testing::internal::GetCapturedStderr();
+  return result;
+}
+
 }  // namespace
 
 Operations CommandOperations() {
@@ -56,6 +77,15 @@ Operations CommandOperations() {
            "1",
            {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was changed "
             "there"}},
+          {"ExportAndImportARoad",
+           Copying("road.vl", L"ROAD.VL"),
+           ExportAndImport,
+           "1",
+           {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was changed "
+            "there",
+            "0 cannot be opened for reading; check its permissions", "0 cannot be read to its end",
+            "0 reading stopped here: a read error, or a line too long for an alignment"},
+           true},
           {"InstallASample",
            PrepareInstallation,
            InstallSample,

@@ -7,24 +7,25 @@
 namespace velmora {
 namespace {
 
-// Of the XML declaration at the start of `bytes`, in lower case; empty without one.
-std::string DeclaredEncoding(std::string_view bytes) {
+// The encoding's name in the XML declaration at the start of `bytes`; empty without one.
+std::string_view DeclaredEncoding(std::string_view bytes) {
   if (!bytes.starts_with("<?xml")) return {};
   bytes = bytes.substr(0, bytes.find("?>"));
   size_t at = bytes.find("encoding");
   if (at == std::string_view::npos) return {};
   at = bytes.find_first_of("\"'", at);
   if (at == std::string_view::npos) return {};
-  std::string name(bytes.substr(at + 1, bytes.find(bytes[at], at + 1) - at - 1));
-  for (char& c : name)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
-  return name;
+  const size_t end = bytes.find(bytes[at], at + 1);
+  return end == std::string_view::npos ? std::string_view() : bytes.substr(at + 1, end - at - 1);
 }
 
-bool IsOneByte(const std::string& encoding) {
-  for (const char* name :
+bool IsOneByte(std::string_view name) {
+  std::string encoding(name);
+  for (char& c : encoding)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+  for (const char* known :
        {"windows-1252", "cp1252", "iso-8859-1", "iso8859-1", "latin1", "latin-1", "us-ascii", "ascii"})
-    if (encoding == name) return true;
+    if (encoding == known) return true;
   return false;
 }
 
@@ -45,7 +46,18 @@ bool XmlBytes::Fill() {
   failed_ = count < 0;
   block_.resize(static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (block_.empty()) return false;
-  if (!started_) converts_ = IsOneByte(DeclaredEncoding(block_));
+  if (!started_) {
+    const std::string_view name = DeclaredEncoding(block_);
+    converts_ = IsOneByte(name);
+    // In its place and as long: UTF-8" and blanks.
+    constexpr std::string_view kUtf8 = "UTF-8";
+    const size_t at = static_cast<size_t>(name.data() - block_.data());
+    const size_t length = name.size();
+    if (converts_) {
+      const char quote = block_[at + length];
+      block_.replace(at, length + 1, std::string(kUtf8) + quote + std::string(length - kUtf8.size(), ' '));
+    }
+  }
   started_ = true;
   if (!converts_) return true;
   std::string utf8;

@@ -49,14 +49,12 @@ struct XmlProblem {
 std::optional<XmlProblem> ReadXml(const ByteSource& source, XmlHandler* handler);
 
 // A source that gives the bytes of another as UTF-8 where an XML declaration says an encoding of one byte
-// a character. For the implementations.
+// a character; the declaration then says UTF-8. For the implementations.
 class XmlBytes {
  public:
   explicit XmlBytes(const ByteSource& source) : source_(source) {}
   // As ByteSource.
   std::int64_t Read(std::span<char> buffer);
-  // Known after the first Read: the declaration no longer holds.
-  bool Converts() const { return converts_; }
 
  private:
   bool Fill();

@@ -22,8 +22,7 @@ class Reader {
   std::optional<XmlProblem> Run() {
     std::vector<char> first(kBlock);
     std::int64_t count = bytes_->Read(first);
-    // The declaration is not to be believed where the bytes were converted.
-    parser_.reset(XML_ParserCreate(bytes_->Converts() ? "UTF-8" : nullptr));
+    parser_.reset(XML_ParserCreate(nullptr));
     if (parser_ == nullptr) throw std::bad_alloc();
     XML_SetUserData(parser_.get(), this);
     XML_SetStartDoctypeDeclHandler(parser_.get(), OnDoctype);

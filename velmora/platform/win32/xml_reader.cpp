@@ -1,6 +1,7 @@
 #include "velmora/platform/xml_reader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "velmora/platform/types.h"
@@ -20,8 +21,6 @@ constexpr GUID kISequentialStream = {
 // Loaded on first use, from the system's folder: not every compiler has a library to link it by.
 struct XmlLite {
   HRESULT(WINAPI* create_reader)(const GUID&, void**, IMalloc*) = nullptr;
-  HRESULT(WINAPI* create_input)
-  (IUnknown*, IMalloc*, const wchar_t*, BOOL, const wchar_t*, IUnknown**) = nullptr;
 
   XmlLite() {
     wchar_t path[MAX_PATH + 16];
@@ -30,15 +29,10 @@ struct XmlLite {
     std::copy_n(L"\\xmllite.dll", 13, path + length);
     const HMODULE module = LoadLibraryW(path);
     if (module == nullptr) return;
-    const auto find = [&](const char* name, auto* function) {
-      const FARPROC found = GetProcAddress(module, name);
-      static_assert(sizeof found == sizeof *function);
-      std::copy_n(reinterpret_cast<const char*>(&found), sizeof found, reinterpret_cast<char*>(function));
-    };
-    find("CreateXmlReader", &create_reader);
-    find("CreateXmlReaderInputWithEncodingName", &create_input);
+    const FARPROC found = GetProcAddress(module, "CreateXmlReader");
+    static_assert(sizeof found == sizeof create_reader);
+    std::memcpy(&create_reader, &found, sizeof found);
   }
-  bool IsComplete() const { return create_reader != nullptr && create_input != nullptr; }
 };
 
 // The bytes as a stream; lives as long as its owner.
@@ -109,22 +103,19 @@ class Reader {
         if (empty) End();
       } else if (type == XmlNodeType_EndElement) {
         End();
-      } else if (unwanted_ == 0 &&
+      } else if (depth_ > 0 && unwanted_ == 0 &&
                  (type == XmlNodeType_Text || type == XmlNodeType_CDATA || type == XmlNodeType_Whitespace)) {
         PassText();
       }
     }
     if (result == S_FALSE) return std::nullopt;
     if (stream_->Failed()) return XmlProblem{Line(), "cannot be read on"};
-    if (result == kDtdProhibited) return XmlProblem{Line(), kXmlHasDtd};
-    if (result == kTooDeep) return XmlProblem{Line(), kXmlTooDeep};
+    if (result == static_cast<HRESULT>(WC_E_DTDPROHIBITED)) return XmlProblem{Line(), kXmlHasDtd};
+    if (result == static_cast<HRESULT>(SC_E_MAXELEMENTDEPTH)) return XmlProblem{Line(), kXmlTooDeep};
     return XmlProblem{Line(), "is not well-formed XML"};
   }
 
  private:
-  static constexpr HRESULT kTooDeep = static_cast<HRESULT>(0xC00CEE02);
-  static constexpr HRESULT kDtdProhibited = static_cast<HRESULT>(0xC00CEE27);
-
   std::int64_t Line() const {
     UINT line = 0;
     reader_->GetLineNumber(&line);
@@ -179,20 +170,14 @@ class Reader {
 std::optional<XmlProblem> ReadXml(const ByteSource& source, XmlHandler* handler) {
   static const XmlLite lite;
   const XmlProblem unavailable{0, "cannot be read: the system's XML reader (xmllite.dll) is missing"};
-  if (!lite.IsComplete()) return unavailable;
+  if (lite.create_reader == nullptr) return unavailable;
   XmlBytes bytes(source);
-  // The first read says whether the declared encoding holds.
-  if (bytes.Read({}) < 0) return XmlProblem{0, "cannot be read on"};
   ByteStream stream(&bytes);
   Owned<IXmlReader> reader;
-  if (FAILED(lite.create_reader(kIXmlReader, reinterpret_cast<void**>(reader.Out()), nullptr)))
+  if (FAILED(lite.create_reader(kIXmlReader, reinterpret_cast<void**>(reader.Out()), nullptr)) ||
+      FAILED(reader->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Prohibit)) ||
+      FAILED(reader->SetInput(&stream)))
     return unavailable;
-  reader->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Prohibit);
-  Owned<IUnknown> input;
-  if (bytes.Converts() && FAILED(lite.create_input(&stream, nullptr, L"utf-8", FALSE, nullptr, input.Out())))
-    return unavailable;
-  IUnknown* const from = bytes.Converts() ? input.Get() : static_cast<IUnknown*>(&stream);
-  if (FAILED(reader->SetInput(from))) return unavailable;
   return Reader(reader.Get(), &stream, handler).Run();
 }
 
