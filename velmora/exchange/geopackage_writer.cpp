@@ -195,7 +195,8 @@ class Writer {
       const std::string side = point.offset ? OffsetSide(*point.offset) : "";
       insert.BindBytes(blob).BindText(point.id).Bind(point.level).Bind(point.station).Bind(point.offset);
       insert.BindText(side).Bind(point.profile_level).Bind(difference).BindText(point.status);
-      for (size_t i = 0; i < own && i < point.own.size(); ++i) insert.BindText(point.own[i]);
+      for (size_t i = 0; i < own; ++i)
+        i < point.own.size() ? insert.BindText(point.own[i]) : insert.Bind(std::nullopt);
       if (!insert.Run()) return;
     }
   }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <limits>
@@ -14,7 +15,9 @@ namespace {
 // Little-endian on every processor.
 template <class Number>
 void Append(Number number, std::string* bytes) {
-  for (size_t i = 0; i < sizeof number; ++i) *bytes += static_cast<char>(number >> (8 * i) & 0xFFU);
+  std::array<char, sizeof number> digits;
+  for (size_t i = 0; i < sizeof number; ++i) digits[i] = static_cast<char>(number >> (8 * i) & 0xFFU);
+  bytes->append(digits.data(), digits.size());
 }
 void AppendInteger(size_t number, std::string* bytes) { Append(static_cast<std::uint32_t>(number), bytes); }
 void AppendReal(double number, std::string* bytes) { Append(std::bit_cast<std::uint64_t>(number), bytes); }

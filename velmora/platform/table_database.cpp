@@ -8,6 +8,7 @@ namespace velmora {
 namespace {
 
 constexpr int kLargestValue = 256 << 20;  // bytes
+constexpr sqlite3_int64 kLargestMade = sqlite3_int64{1} << 36;
 
 }  // namespace
 
@@ -32,7 +33,15 @@ bool TableDatabase::Take(int code) {
   return false;
 }
 
-bool TableDatabase::Make() { return Take(sqlite3_open(":memory:", &system_->database)); }
+bool TableDatabase::Make() {
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  // In one piece of memory, which can be handed over without a copy. A name without a slash is not shared.
+  if (!Take(sqlite3_open_v2("database", &system_->database, flags, "memdb"))) return false;
+  sqlite3_int64 limit = kLargestMade;
+  sqlite3_file_control(system_->database, "main", SQLITE_FCNTL_SIZE_LIMIT, &limit);
+  // Nothing is rolled back: a database that failed is not handed over.
+  return Run("PRAGMA journal_mode = OFF");
+}
 
 bool TableDatabase::OpenToRead(const CString& path) {
   const std::optional<CString> real = RealPath(path);
@@ -54,10 +63,9 @@ bool TableDatabase::Run(const std::string& sql) {
 bool TableDatabase::HandOver(const std::function<void(std::string_view)>& write) {
   if (!error_.empty()) return false;
   sqlite3_int64 size = 0;
-  unsigned char* bytes = sqlite3_serialize(system_->database, "main", &size, 0);
+  unsigned char* bytes = sqlite3_serialize(system_->database, "main", &size, SQLITE_SERIALIZE_NOCOPY);
   if (bytes == nullptr) return Take(SQLITE_NOMEM);
   write({reinterpret_cast<const char*>(bytes), static_cast<size_t>(size)});
-  sqlite3_free(bytes);
   return true;
 }
 
@@ -72,7 +80,8 @@ TableStatement::~TableStatement() { sqlite3_finalize(system_->statement); }
 
 TableStatement& TableStatement::Bind(std::optional<double> number) {
   const int at = ++system_->bound;
-  if (number) database_.Take(sqlite3_bind_double(system_->statement, at, *number));
+  database_.Take(number ? sqlite3_bind_double(system_->statement, at, *number)
+                        : sqlite3_bind_null(system_->statement, at));
   return *this;
 }
 
@@ -107,7 +116,6 @@ bool TableStatement::Run() {
   while (Next()) {
   }
   sqlite3_reset(system_->statement);
-  sqlite3_clear_bindings(system_->statement);
   system_->bound = 0;
   return database_.error_.empty();
 }
