@@ -58,7 +58,7 @@ class PlanMaker {
       const double difference = std::fabs(station - first.sek);
       if (before > 0 && !own && difference > kNoticed)
         Note(element.line,
-             Titled(element) + ": staStart differs by " + FormatFixed(difference, 3) +
+             std::string(NameOf(element.kind)) + ": staStart differs by " + FormatFixed(difference, 3) +
                  " m from the lengths before it and is kept",
              &road_);
       const double shift = station - first.sek;

@@ -73,7 +73,10 @@ bool XmlBytes::Fill() {
 }
 
 std::int64_t XmlBytes::Read(std::span<char> buffer) {
-  if (given_ == block_.size() && !Fill()) return failed_ ? -1 : 0;
+  if (given_ == block_.size()) {
+    if (started_ && !converts_) return source_(buffer);
+    if (!Fill()) return failed_ ? -1 : 0;
+  }
   const size_t count = std::min(buffer.size(), block_.size() - given_);
   std::copy_n(block_.data() + given_, count, buffer.data());
   given_ += count;
