@@ -127,9 +127,9 @@ TEST(Cad, DrawingsOfOtherPrograms) {
        "L: -1000 2000 -500 -3000 4000 0\n"},
       {"0|LWPOLYLINE|8|L|70|1|10|1|20|2|10|3|20|4|", "L: LWPOLYLINE is closed\n"},
       {"0|POLYLINE|8|P|70|8|0|VERTEX|10|1|20|2|0|SEQEND|", "P: POLYLINE is not a line in the plan\n"},
-      {"0|SPLINE|5|2F|8|S|0|ELLIPSE|8|S\\U+00C5|",
+      {"0|SPLINE|5|2F|8|S|0|ELLIPSE|8|S\\U+00C5\\U+D83D\\U+DE00|",
        "S: SPLINE with handle \"2F\" is not made of straight lines and arcs\n"
-       "SÅ: ELLIPSE is not made of straight lines and arcs\n"},
+       "SÅ😀: ELLIPSE is not made of straight lines and arcs\n"},
       {"0|CIRCLE|8|C|", ""},
   };
   for (const DrawingCase& drawing : cases) {

@@ -61,9 +61,15 @@ std::optional<std::string> EncodeDxfText(std::string_view utf8) {
 std::string DecodeDxfText(std::string_view bytes, TextEncoding encoding) {
   std::wstring text;
   while (!bytes.empty()) {
-    if (const auto unit = EscapeAt(bytes)) {
-      text += static_cast<wchar_t>(*unit);
+    if (auto c = EscapeAt(bytes)) {
       bytes.remove_prefix(kEscapeLength);
+      // Two UTF-16 units, as other programs write characters above U+FFFF.
+      const auto low = EscapeAt(bytes);
+      if (*c >= 0xD800 && *c < 0xDC00 && low && *low >= 0xDC00 && *low < 0xE000) {
+        c = 0x10000 + ((*c - 0xD800) << 10) + (*low - 0xDC00);
+        bytes.remove_prefix(kEscapeLength);
+      }
+      AppendWide(*c, &text);
       continue;
     }
     const std::string_view plain =

@@ -68,7 +68,6 @@ std::string InDegrees(const Layer& layer) {
          " is in degrees: project it to a system in metres first, with ogr2ogr -t_srs";
 }
 
-// Number and column of a statement's geometry and name.
 // The first of the names that is a column, -1 without one.
 int Find(const TableStatement& rows, std::initializer_list<std::string_view> names) {
   for (const std::string_view name : names)
