@@ -40,7 +40,7 @@ std::vector<CString> Delivered(CTundrilInst* facade, Kind kind, int section, con
 std::vector<CString> Expected(const CodeEntries& entries, Kind kind, int section, int size) {
   std::vector<CString> codes;
   for (const CodeEntry& entry : entries) {
-    if (entry.section != section || (kind == Kind::kObjects && entry.fields[0].IsEmpty())) continue;
+    if (kind == Kind::kObjects ? entry.fields[0].IsEmpty() : entry.section != section) continue;
     const bool shortened =
         kind == Kind::kLines && static_cast<int>(GroupOfLineCode(entry.code.GetView())) > 1;
     codes.push_back((shortened ? entry.code.Mid(kPvLength) : entry.code).Left(size - 1));

@@ -2,6 +2,7 @@
 
 #include "cli/input/rows.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/rewrite_losses.h"
 
 namespace velmora::cli {
 
@@ -14,13 +15,15 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
   const bool open = file == "-" ? reader.OpenStandardInput() : reader.Open(path);
   if (!open) RefuseUnopened(file);
   int lines = 0;
+  LineLosses losses;
   const int result = input->set.Read(reader, [&](int number, LineKind kind, const CString& line) {
     lines = number;
     if (kind == LineKind::kPlanPoint) input->plan_lines.push_back(number);
     if (kind == LineKind::kProfilePoint) input->profile_lines.push_back(number);
-    if (kind != LineKind::kUnreadable) return;
-    input->skipped.Add({number, line.IsEmpty() ? "empty line, skipped"
-                                               : "unreadable, skipped: " + Quoted(ToUtf8(line.Left(120)))});
+    for (const Finding& finding : losses.Check(number, kind, line)) {
+      if (finding.misread) input->skipped.Add(finding);
+      if (finding.lost) input->losses.Add(finding);
+    }
   });
   if (result < 0)
     throw Refusal(

@@ -17,7 +17,8 @@ struct AlignmentInput {
   std::vector<kovltype> profile;
   std::vector<int> plan_lines;  // of each point in the file
   std::vector<int> profile_lines;
-  BoundedFindings skipped;  // the lines that are not points
+  BoundedFindings skipped;  // lines, and parts of lines, that are not read
+  BoundedFindings losses;   // what is lost when the alignment is written
 
   std::string Name() const;
 };

@@ -56,6 +56,14 @@ CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string
       ->type_size(1);
 }
 
+void AddMaxOffset(CLI::App* verb, double* metres) {
+  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
+           [metres](const std::string& text) {
+             *metres = ToNumber(text);
+             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
+           });
+}
+
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
@@ -67,6 +75,7 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
+  AddMaxOffset(verb, &options->max_offset);
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
@@ -119,6 +128,8 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
       verb->add_option("-o", options->to,
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
           ->type_name("OUT");
+  verb->add_flag("--force", options->force,
+                 "Write even if lines are lost, or an arc moves by more than 1 mm");
   AddFormatOptions(verb, &options->output);
   for (const char* form : {"--csv", "--json"}) to->excludes(verb->get_option(form));
   AddStationOptions(verb, &options->output);
@@ -160,6 +171,7 @@ void AddPlot(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  AddMaxOffset(verb, &options->max_offset);
   verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });
@@ -188,6 +200,7 @@ void AddExport(CLI::App* align) {
   AddValue(verb, "--chord-error", "MM",
            "Largest error of chords where a format also gives arcs as chords (1)",
            [options](const std::string& text) { options->chord_error = ToPositive(text); });
+  AddMaxOffset(verb, &options->max_offset);
   verb->callback([options] { AlignExport(*options); });
 }
 

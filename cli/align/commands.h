@@ -22,9 +22,12 @@ struct Limits {
   double high;
 };
 
+inline constexpr double kMostOffset = 500;  // m; points farther away are reported as far from the road
+
 struct LocateOptions {
   std::string file;
   std::string points;
+  double max_offset = kMostOffset;
   std::optional<Limits> area;     // stations
   std::optional<Limits> offsets;  // left limit, right limit
   int mode = 0;
@@ -54,12 +57,14 @@ struct EditOptions {
   double before = 0;  // extend, m
   double after = 0;
   std::string to;  // empty: the points are shown and nothing is written
+  bool force = false;
   OutputOptions output;
 };
 
 struct PlotOptions {
   std::string file;
   std::string points;
+  double max_offset = kMostOffset;
   std::string to;
   bool km = false;
 };
@@ -71,6 +76,7 @@ struct ExportOptions {
   double stations = 0;     // m between them; 0: none
   int srs = 0;             // code of the spatial reference; 0: undefined
   double chord_error = 1;  // mm
+  double max_offset = kMostOffset;
 };
 
 struct ImportCommand {

@@ -1,8 +1,13 @@
+#include <algorithm>
+#include <cmath>
+
 #include "cli/align/alignment_input.h"
 #include "cli/align/commands.h"
+#include "cli/context/losses.h"
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
+#include "velmora/alignment/rewrite_losses.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -18,15 +23,8 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   RequireEnding(options.to, "an alignment", endings);
   ReadAlignment(options.file, input);
   RequirePlan(*input);
-  if (options.to.empty() || input->skipped.Count() == 0) return;
-  const std::int64_t line = input->skipped.listed.front().line;
-  const std::string count = " (" + std::to_string(input->skipped.Count()) + " such lines in all";
-  if (SameFile(options.to, options.file))
-    throw Refusal(At(options.file, line,
-                     "this line is not a point and would be lost" + count +
-                         "); give -o another name, or remove it first"));
-  Warn(At(options.file, line,
-          "this line is not a point and is left out" + count + "; velmora align info lists them)"));
+  if (!options.to.empty())
+    RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
 }
 
 void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
@@ -45,26 +43,82 @@ void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
   output.Finish();
 }
 
+// What writing the bulges changes, for a user; empty when nothing that shows. Throws a Refusal, unless
+// forced, when it is much.
+std::string RoundingOfBulges(const std::vector<kovltype>& plan, const std::vector<kovltype>& profile,
+                             const EditOptions& options) {
+  constexpr double kNoticed = 0.00005;  // m, as coordinates are rounded
+  constexpr double kMost = 0.001;
+  const ArcShift in_plan = LargestArcShift(plan);
+  const ArcShift in_profile = LargestArcShift(profile);
+  const bool of_plan = in_plan.metres >= in_profile.metres;
+  const ArcShift& largest = of_plan ? in_plan : in_profile;
+  if (largest.metres < kNoticed) return "";
+  const std::string rounding = "four decimals of its bulge move the middle of the " +
+                               std::string(of_plan ? "" : "profile's ") + "arc at station " +
+                               StationText((of_plan ? plan : profile)[largest.point].sek, options.output.km) +
+                               " by " + FormatFixed(largest.metres * 1000, 1) + " mm";
+  if (largest.metres > kMost && !options.force)
+    throw Refusal(At(options.file, rounding + ", so nothing was written; write anyway with --force"));
+  return "; " + rounding;
+}
+
 void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
   if (options.to.empty()) {
     ShowPoints(options, input->set.plan);
     return;
   }
+  const std::vector<kovltype> points = input->set.plan.Points();
+  const std::string rounding = RoundingOfBulges(points, input->set.profil.Points(), options);
   if (input->set.Uppdat(PathAsSpelled(options.to)) < 0) RefuseUnwritable(options.to);
-  const PlanMeasures now = MeasurePlan(input->set.plan.Points());
+  const PlanMeasures now = MeasurePlan(points);
   Warn(At(options.to, "written, stations " + StationText(now.lowest_station, options.output.km) + " to " +
-                          StationText(now.highest_station, options.output.km)));
+                          StationText(now.highest_station, options.output.km) + rounding));
 }
 
 // The suite measures a segment by the bulge of its later point, so that its stations differ from the lengths
-// of the arcs wherever straights and arcs meet.
-void WarnAboutArcs(const CVaglinje& plan) {
+// of the arcs wherever straights and arcs meet. An arc that ends beside an axis through its centre is
+// measured from a quarter of the circle away.
+void WarnAboutArcs(const AlignmentInput& input) {
   constexpr double kNoticed = 0.001;  // m
-  const double error = GreatestStationError(plan.Points());
-  if (error > kNoticed)
-    Warn("stations differ by up to " + FormatFixed(error, 3) +
-         " m from the true lengths of the arcs: the suite measures each segment by the bulge of its later "
-         "point");
+  const std::vector<kovltype> points = input.set.plan.Points();
+  const StationErrors errors = FindStationErrors(points);
+  if (!(errors.greatest > kNoticed)) return;
+  std::string text =
+      "stations differ by up to " + FormatFixed(errors.greatest, 3) + " m from the lengths along the line";
+  if (errors.later_bulge) {
+    const size_t to = *errors.later_bulge + 1;
+    text += ": the suite measures each segment by the bulge of its later point, first that to line " +
+            std::to_string(input.plan_lines[to]) +
+            (std::fabs(points[to].bulge) >= 1 ? ", as an arc of half a circle or more" : "");
+  }
+  if (errors.beside_axis) {
+    text += errors.later_bulge ? "; and" : ": the suite measures";
+    text +=
+        " an arc that ends beside an axis through its centre a quarter of the circle too long or too short, "
+        "first that to line " +
+        std::to_string(input.plan_lines[*errors.beside_axis + 1]);
+  }
+  Warn(At(input.file, text));
+}
+
+// How far inside an end the point lies from which the suite measures a new end point there: half a metre of
+// stations. Refuses a length that would lead back into the alignment.
+double InsideEnd(AlignmentInput* input, bool start, double length) {
+  constexpr double kHalfMetre = 0.5;
+  const kovltype& end = start ? input->plan.front() : input->plan.back();
+  PlanePoint inside{};
+  if (input->set.plan.Vag2xy(end.sek + (start ? kHalfMetre : -kHalfMetre), 0, &inside.v, &inside.h) < 0)
+    return 0;
+  const double distance = Distance(InPlane(end), inside);
+  const double least = std::max(kHalfMetre, distance);
+  if (length > 0 && length <= least)
+    throw Refusal(
+        At(input->file, FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
+                            " would fold the line back: the suite measures the new end from a point " +
+                            LengthText(distance) + " inside the alignment; give more than " +
+                            LengthText(least)));
+  return distance;
 }
 
 }  // namespace
@@ -73,7 +127,7 @@ void AlignStations(const EditOptions& options) {
   AlignmentInput input;
   Open(options, &input);
   input.set.plan.SektBerak(options.start);
-  WarnAboutArcs(input.set.plan);
+  WarnAboutArcs(input);
   if (!input.profile.empty())
     Warn(At(options.file, "the profile keeps its stations " +
                               StationText(input.profile.front().y, options.output.km) + " to " +
@@ -115,13 +169,21 @@ void AlignExtend(const EditOptions& options) {
              "station " + StationText(input.plan[i].sek, options.output.km) +
                  " is not above the previous one, and the ends are located by station; recompute the "
                  "stations first (velmora align stations)"));
+  const double inside_start = InsideEnd(&input, true, options.before);
+  const double inside_end = InsideEnd(&input, false, options.after);
   if (input.set.plan.Extend(options.before, options.after) < 0)
     throw Refusal(At(options.file,
                      "a new end cannot be placed: half a metre of stations must lie on the alignment at "
                      "that end, and its points must not coincide"));
-  Warn(
-      "each new end point lies half a metre closer than its station says: the suite measures it from a "
-      "point half a metre inside the alignment");
+  const auto report = [](const char* end, double length, double inside) {
+    if (length > 0)
+      Warn("the new " + std::string(end) + " lies " + LengthText(length - inside) + " from the old one, " +
+           LengthText(inside) +
+           " nearer than its station says: the suite measures it from a point half a metre "
+           "of stations inside the alignment");
+  };
+  report("start", options.before, inside_start);
+  report("end", options.after, inside_end);
   WriteOrShow(options, &input);
 }
 

@@ -55,7 +55,7 @@ void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
   for (size_t i = 0; i < count; ++i) {
     LocatedPoint& point = (*points)[i];
     point.status = StatusText(placings[i].status);
-    if (placings[i].status != PlaceStatus::kOn) continue;
+    if (!HasPlace(placings[i].status)) continue;
     point.station = placings[i].station;
     point.offset = placings[i].offset;
     point.profile_level = placings[i].profile_level;
@@ -63,7 +63,8 @@ void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
 }
 
 // `problem` describes the rows that are not points; empty when there are none.
-exchange::LocatedPoints ReadBorings(const std::string& file, AlignmentInput* input, std::string* problem) {
+exchange::LocatedPoints ReadBorings(const std::string& file, double max_offset, AlignmentInput* input,
+                                    std::string* problem) {
   exchange::LocatedPoints borings;
   PointList points(file);
   Progress progress("Reading points", points.Rows().Size());
@@ -93,7 +94,7 @@ exchange::LocatedPoints ReadBorings(const std::string& file, AlignmentInput* inp
   if (unreadable > 0)
     *problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
                 " not in the result, correct and run again";
-  Place(Placer(input, 0, std::nullopt), &borings.points);
+  Place(Placer(input, 0, std::nullopt, max_offset), &borings.points);
   return borings;
 }
 
@@ -135,7 +136,7 @@ void AlignExport(const ExportOptions& options) {
   std::string problem;
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {
-    road.borings = ReadBorings(options.points, &input, &problem);
+    road.borings = ReadBorings(options.points, options.max_offset, &input, &problem);
     inputs.push_back(options.points);
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};

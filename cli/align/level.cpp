@@ -1,9 +1,37 @@
+#include <algorithm>
+
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
+namespace {
+
+// Why the profile has no level at a station, for a line at the end.
+std::string WhyNoLevel(const AlignmentInput& input, double station, bool km) {
+  const std::vector<kovltype>& profile = input.profile;
+  const double first = profile.front().y;
+  const double last = profile.back().y;
+  if (first > last)
+    return "the profile's stations fall from " + StationText(first, km) + " to " + StationText(last, km) +
+           "; levels are looked up by rising stations, so that no station has one; list its points by rising "
+           "station";
+  const std::string range = "the profile has levels from station " + StationText(first, km) +
+                            " up to, not including, " + StationText(last, km);
+  const auto looks_like = [&](double end) { return StationText(station, km) == StationText(end, km); };
+  if (station == last) return range;
+  if (station < first && looks_like(first))
+    return range + "; " + FormatFixed(station, 6) + " is before " + FormatFixed(first, 6);
+  if (station > last && looks_like(last))
+    return range + "; " + FormatFixed(station, 6) + " is beyond " + FormatFixed(last, 6);
+  if (station < first || station > last) return range;
+  return "the profile's points give no level at station " + StationText(station, km) +
+         "; velmora align info lists what is wrong with them";
+}
+
+}  // namespace
 
 void AlignLevel(const LevelOptions& options) {
   AlignmentInput input;
@@ -12,10 +40,13 @@ void AlignLevel(const LevelOptions& options) {
   OutputFile output(options.output.file, {options.file});
   RecordWriter records(output, options.output.Format(),
                        {{"station", "station", true}, {"level", "level", true}, {"status", "status"}});
-  bool all = true;
+  std::vector<std::string> problems;
   for (const double station : options.stations) {
     const std::optional<double> level = LevelAt(input, station);
-    all = all && level;
+    if (!level) {
+      const std::string problem = WhyNoLevel(input, station, options.output.km);
+      if (std::find(problems.begin(), problems.end(), problem) == problems.end()) problems.push_back(problem);
+    }
     std::vector<Cell> cells(3);
     cells[0] = StationCell(station, options.output.km);
     if (level) cells[1] = Number{*level};
@@ -24,10 +55,8 @@ void AlignLevel(const LevelOptions& options) {
   }
   records.Finish();
   output.Finish();
-  if (all) return;
-  Warn(At(options.file,
-          "the profile has levels from station " + StationText(input.profile.front().y, options.output.km) +
-              " up to, not including, " + StationText(input.profile.back().y, options.output.km)));
+  if (problems.empty()) return;
+  for (const std::string& problem : problems) Warn(At(options.file, problem));
   throw ExitWith{1};
 }
 

@@ -35,8 +35,7 @@ struct OffsetAndSide : Value {};
 template <class Row>
 void AddColumns(const ListedPoint& point, const Placing& placing, bool km, Row* row) {
   const bool is_point = point.problem.empty();
-  const bool found =
-      is_point && (placing.status == PlaceStatus::kOn || placing.status == PlaceStatus::kOutsideArea);
+  const bool found = is_point && HasPlace(placing.status);
   const Value offset{found, placing.offset};
   const Value profile{is_point && placing.profile_level, placing.profile_level.value_or(0)};
   const Value level{is_point && point.level, point.level.value_or(0)};
@@ -169,7 +168,7 @@ class Tally {
   }
 
  private:
-  std::array<std::int64_t, 5> placed_{};
+  std::array<std::int64_t, kPlaceStatuses> placed_{};
   std::int64_t unreadable_ = 0;
 };
 
@@ -192,6 +191,7 @@ struct Block {
   std::string csv;                // the rows' text, when CSV is wanted
   AxisCheck axes;
   Tally tally;
+  Corrections corrections;
 };
 
 constexpr size_t kUsualResult = 128;  // bytes of a row
@@ -217,6 +217,7 @@ void PlaceBlock(const Placer& placer, const RowLayout& layout, bool csv, bool km
     if (point.problem.empty()) {
       block->axes.Add(point.northing, point.easting);
       block->tally.Add(block->placings[i].status);
+      block->corrections.Add(point.line, point.northing, point.easting, block->placings[i]);
     } else {
       block->tally.AddUnreadable();
     }
@@ -244,6 +245,7 @@ class Results {
     rows_ += block.points.size();
     progress_.Update(block.consumed, rows_);
     axes_.Add(block.axes);
+    corrections_.Add(block.corrections);
     if (tally_.Unreadable() == 0 && block.tally.Unreadable() > 0)
       for (const ListedPoint& point : block.points)
         if (!point.problem.empty()) {
@@ -262,10 +264,11 @@ class Results {
     }
   }
 
-  void Finish() {
+  void Finish(const Placer& placer) {
     records_.Finish();
     if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
     output_.Finish();
+    if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
     if (axes_.LooksSwapped())
       Warn(At(options_.points, "northing and easting look swapped: " + std::to_string(axes_.NearSwapped()) +
                                    " points lie near the road when swapped, " + std::to_string(axes_.Near()) +
@@ -285,6 +288,7 @@ class Results {
   RecordWriter records_;
   AxisCheck axes_;
   Tally tally_;
+  Corrections corrections_;
   ListedPoint first_problem_;
   Progress progress_;
   std::uint64_t rows_ = 0;
@@ -301,7 +305,7 @@ void AlignLocate(const LocateOptions& options) {
   PointList points(options.points);
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;
   Results results(options, bounds, points.Rows().Size());
-  const Placer placer(&input, options.mode, AreaOf(options));
+  const Placer placer(&input, options.mode, AreaOf(options), options.max_offset);
   const RowLayout layout = points.Layout();
   OrderedWorkers<Block> workers(placer.IsThreadSafe() ? options.threads : 1, [&](Block* block) {
     PlaceBlock(placer, layout, results.IsCsv(), options.output.km, block);
@@ -324,7 +328,7 @@ void AlignLocate(const LocateOptions& options) {
     block = std::make_unique<Block>(bounds);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
-  results.Finish();
+  results.Finish(placer);
 }
 
 }  // namespace velmora::cli

@@ -71,6 +71,7 @@ void AlignPlace(const PlaceOptions& options) {
   std::int64_t rows = 0;
   std::int64_t unreadable = 0;
   std::string first_problem;
+  PlaceNotes notes(input, options.output.km);
   while (list.Next()) {
     progress.Update(list.Rows().Consumed(), static_cast<std::uint64_t>(++rows));
     std::vector<Cell> cells(PlaceColumns().size());
@@ -100,7 +101,8 @@ void AlignPlace(const PlaceOptions& options) {
       cells[6] = Number{y};
       if (const std::optional<double> level = LevelAt(input, *station)) cells[7] = Number{*level};
     }
-    cells[8] = StatusText(placed ? PlaceStatus::kOn : StatusOf(WhyNotFound(input.plan, *station)));
+    cells[8] = StatusText(placed ? PlaceStatus::kOn : WhyNotPlaced(input, *station));
+    notes.Add(*station);
     records.Row(cells);
   }
   records.Finish();
@@ -109,7 +111,9 @@ void AlignPlace(const PlaceOptions& options) {
   if (IsDescending(input.plan))
     Warn(At(options.file,
             "its stations are descending: V and H are left and right along its points from first to last, "
-            "and align locate reports the opposite side; swap the side of offsets that it reported"));
+            "and align locate reports the opposite side, at corners too; swap the side of offsets that it "
+            "reported"));
+  notes.Report();
   if (unreadable == 0) return;
   Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
        " not placed; correct the list and run again");

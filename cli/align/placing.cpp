@@ -1,8 +1,21 @@
 #include "cli/align/placing.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
+
 namespace velmora::cli {
+
+namespace {
+
+std::optional<LinePlace> IfFound(int result, double station, double offset) {
+  if (result < 0 || !std::isfinite(station) || !(station < CVaglinje::Sekkoll)) return std::nullopt;
+  return LinePlace{station, offset};
+}
+
+}  // namespace
 
 PlaceStatus StatusOf(OffEnd end) {
   return end == OffEnd::kBeforeStart ? PlaceStatus::kBeforeStart
@@ -16,18 +29,22 @@ const char* StatusText(PlaceStatus status) {
       return "on the alignment";
     case PlaceStatus::kOutsideArea:
       return "outside the area";
+    case PlaceStatus::kFar:
+      return "far from the road";
     case PlaceStatus::kBeforeStart:
       return "before its start";
     case PlaceStatus::kBeyondEnd:
       return "beyond its end";
+    case PlaceStatus::kRepeated:
+      return "station of two points";
     case PlaceStatus::kNothing:
       break;
   }
   return "nothing found";
 }
 
-Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area)
-    : input_(input), mode_(mode), area_(area) {
+Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset)
+    : input_(input), mode_(mode), area_(area), max_offset_(max_offset), drawn_(input->plan) {
   if (mode == 0) plan_.emplace(input->set.plan);
   if (input->profile.size() >= 2) profile_.emplace(input->set.profil);
 }
@@ -42,6 +59,14 @@ void Placer::Search(const double* northing, const double* easting, size_t count,
     result[i] = input_->set.plan.Vagstv(northing[i], easting[i], &station[i], &offset[i], mode_);
 }
 
+std::optional<LinePlace> Placer::Searched(double northing, double easting) const {
+  double station = 0;
+  double offset = 0;
+  int found = 0;
+  Search(&northing, &easting, 1, &station, &offset, &found);
+  return IfFound(found, station, offset);
+}
+
 void Placer::Place(const double* northing, const double* easting, size_t count, Placing* placings) const {
   std::vector<double> station(count);
   std::vector<double> offset(count);
@@ -49,24 +74,88 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
   std::vector<int> found(count);
   std::vector<int> has_level(count, -1);
   Search(northing, easting, count, station.data(), offset.data(), found.data());
+  for (size_t i = 0; i < count; ++i) {
+    placings[i] = {};
+    const PlanePoint p{easting[i], northing[i]};
+    if (!drawn_.MayDiffer(p)) continue;
+    std::optional<LinePlace> place = IfFound(found[i], station[i], offset[i]);
+    if (!drawn_.Correct(p, mode_ != 2, &place)) continue;
+    placings[i].corrected = true;
+    found[i] = place ? 0 : -1;
+    if (!place) continue;
+    station[i] = place->station;
+    offset[i] = place->offset;
+  }
   if (profile_) profile_->Vagprofz(station.data(), count, level.data(), has_level.data());
   for (size_t i = 0; i < count; ++i) {
     Placing& placing = placings[i];
-    placing = {};
-    const bool is_station = std::isfinite(station[i]) && station[i] < CVaglinje::Sekkoll;
-    if (found[i] < 0 || !is_station) {
+    if (!IfFound(found[i], station[i], offset[i])) {
       const PlanePoint p{easting[i], northing[i]};
       // Where every vertex was searched, the nearest is an end: any other would have been found.
       placing.status =
           StatusOf(plan_ && found[i] < 0 ? WhyNotFoundAtEnd(input_->plan, p) : WhyNotFound(input_->plan, p));
       continue;
     }
-    const bool outside = area_ && !area_->Holds(station[i], offset[i]);
-    placing.status = outside ? PlaceStatus::kOutsideArea : PlaceStatus::kOn;
+    placing.status = area_ && !area_->Holds(station[i], offset[i]) ? PlaceStatus::kOutsideArea
+                     : std::fabs(offset[i]) > max_offset_          ? PlaceStatus::kFar
+                                                                   : PlaceStatus::kOn;
     placing.station = station[i];
     placing.offset = offset[i];
     if (has_level[i] == 0 && std::isfinite(level[i])) placing.profile_level = level[i];
   }
+}
+
+std::optional<std::string> Corrections::Note(const std::string& list, const Placer& placer, bool km) const {
+  if (count_ == 0) return std::nullopt;
+  const auto searched = placer.Searched(first_.northing, first_.easting);
+  Placing placing;
+  placer.Place(&first_.northing, &first_.easting, 1, &placing);
+  const bool side =
+      searched && HasPlace(placing.status) && std::fabs(searched->station - placing.station) < 0.001;
+  std::string text = "the suite's own programs ";
+  text += searched ? "give station " + StationText(searched->station, km) + ", offset " +
+                         OffsetText(searched->offset)
+                   : "find nothing";
+  text += side ? " here: at a corner they give the side of the straight before it, whatever the direction"
+               : " here: beside an axis through an arc's centre they are a quarter of the circle off";
+  if (count_ > 1) text += "; " + std::to_string(count_) + " points in all are elsewhere for them";
+  return At(list, first_.line, text);
+}
+
+PlaceStatus WhyNotPlaced(const AlignmentInput& input, double station) {
+  if (RepeatedStation(input.plan, station)) return PlaceStatus::kRepeated;
+  return StatusOf(WhyNotFound(input.plan, station));
+}
+
+PlaceNotes::PlaceNotes(const AlignmentInput& input, bool km) {
+  for (size_t i = 0; i + 1 < input.plan.size(); ++i) {
+    const kovltype& a = input.plan[i];
+    const kovltype& b = input.plan[i + 1];
+    if (Distance(InPlane(a), InPlane(b)) == 0) continue;
+    const auto add = [&](double widened, const std::string& what, const std::string& then) {
+      stretches_.push_back({std::min(a.sek, b.sek) - widened, std::max(a.sek, b.sek) + widened,
+                            At(input.file, what + " lines " + std::to_string(input.plan_lines[i]) + " and " +
+                                               std::to_string(input.plan_lines[i + 1]) + then)});
+    };
+    if (std::fabs(a.sek - b.sek) <= kStationTolerance)
+      add(kStationTolerance, "station " + StationText(a.sek, km) + " is that of the points in",
+          i == 0 ? ", and nothing can be placed between them" : "; it is placed at the first of them");
+    else if (RunsTheOtherWay(a, b))
+      add(0, "the arc between",
+          " is half a circle or more; stations on it are placed on the other side of the circle, where align "
+          "locate does not find them");
+  }
+}
+
+void PlaceNotes::Add(double station) {
+  for (Stretch& stretch : stretches_)
+    if (station >= stretch.low && station <= stretch.high) stretch.met = true;
+}
+
+void PlaceNotes::Report() const {
+  int left = 5;
+  for (const Stretch& stretch : stretches_)
+    if (stretch.met && left-- > 0) Warn(stretch.note);
 }
 
 std::optional<double> LevelAt(AlignmentInput& input, double station) {

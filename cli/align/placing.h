@@ -4,36 +4,44 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/align/alignment_input.h"
+#include "velmora/alignment/drawn_place.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_area.h"
 #include "velmora/locator/locator.h"
 
 namespace velmora::cli {
 
-enum class PlaceStatus { kOn, kOutsideArea, kBeforeStart, kBeyondEnd, kNothing };
+enum class PlaceStatus { kOn, kOutsideArea, kFar, kBeforeStart, kBeyondEnd, kRepeated, kNothing };
+inline constexpr size_t kPlaceStatuses = 7;
 PlaceStatus StatusOf(OffEnd end);
 const char* StatusText(PlaceStatus status);
+// Whether there are station and offset.
+inline bool HasPlace(PlaceStatus status) { return status <= PlaceStatus::kFar; }
 
 struct Placing {
   PlaceStatus status = PlaceStatus::kNothing;
-  double station = 0;  // kOn and kOutsideArea
-  double offset = 0;
+  double station = 0;                   // where HasPlace()
+  double offset = 0;                    // positive to the right towards higher stations
   std::optional<double> profile_level;  // where there is a profile at the station
+  bool corrected = false;               // the suite's own programs place the point elsewhere
 };
 
 // Finds points' stations and offsets, many at a time.
 class Placer {
  public:
-  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and get kOutsideArea. `input`
-  // outlives this.
-  Placer(AlignmentInput* input, int mode, std::optional<StationArea> area);
+  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and get kOutsideArea, others whose
+  // offset is above `max_offset` kFar. `input` outlives this.
+  Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset);
 
   // Whether Place may run in several threads at once.
   bool IsThreadSafe() const { return mode_ == 0; }
   // A placing for each point of arrays of `count`.
   void Place(const double* northing, const double* easting, size_t count, Placing* placings) const;
+  // What the suite's own programs give for a point.
+  std::optional<LinePlace> Searched(double northing, double easting) const;
 
  private:
   void Search(const double* northing, const double* easting, size_t count, double* station, double* offset,
@@ -42,8 +50,55 @@ class Placer {
   AlignmentInput* input_;
   int mode_;
   std::optional<StationArea> area_;
+  double max_offset_;
+  DrawnPlaces drawn_;
   std::optional<Locator> plan_;  // for mode 0
   std::optional<Locator> profile_;
+};
+
+// The points that the suite's own programs place elsewhere.
+class Corrections {
+ public:
+  void Add(std::int64_t line, double northing, double easting, const Placing& placing) {
+    if (placing.corrected && count_++ == 0) first_ = {line, northing, easting};
+  }
+  // Those of points further down the list.
+  void Add(const Corrections& other) {
+    if (count_ == 0) first_ = other.first_;
+    count_ += other.count_;
+  }
+  // One line for people, about the first of them; nothing when there are none.
+  std::optional<std::string> Note(const std::string& list, const Placer& placer, bool km) const;
+
+ private:
+  struct Point {
+    std::int64_t line;
+    double northing;
+    double easting;
+  };
+  std::int64_t count_ = 0;
+  Point first_{};
+};
+
+// Of a station that the plan does not place.
+PlaceStatus WhyNotPlaced(const AlignmentInput& input, double station);
+
+// Where the plan places stations otherwise than its points and arcs suggest.
+class PlaceNotes {
+ public:
+  PlaceNotes(const AlignmentInput& input, bool km);
+  void Add(double station);
+  // Prints a line for each of the first few such places that a station was on.
+  void Report() const;
+
+ private:
+  struct Stretch {
+    double low;
+    double high;
+    std::string note;
+    bool met = false;
+  };
+  std::vector<Stretch> stretches_;
 };
 
 // The level of the profile at a station; nothing without one.

@@ -5,6 +5,7 @@
 #include "cli/output/output_file.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/common/paths.h"
 #include "velmora/drawing/alignment_sheet.h"
 #include "velmora/drawing/svg_canvas.h"
@@ -12,16 +13,23 @@
 namespace velmora::cli {
 namespace {
 
-// `problem` describes the rows that are not points; empty when there are none.
-std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, AlignmentInput* input,
-                                             std::string* problem) {
-  std::vector<drawing::PlotBoring> borings;
+struct Borings {
+  std::vector<drawing::PlotBoring> drawn;
+  std::string problem;             // the rows that are not points; empty when there are none
+  std::vector<std::string> notes;  // on those that are
+};
+
+Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
+  Borings borings;
   PointList points(options.points);
-  const Placer placer(input, 0, std::nullopt);
+  const Placer placer(input, 0, std::nullopt, options.max_offset);
   Progress progress("Placing borings", points.Rows().Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
+  std::int64_t too_far = 0;
   std::string first_problem;
+  std::string first_far;
+  Corrections corrections;
   for (ListedPoint point; points.Next(&point);) {
     progress.Update(points.Rows().Consumed(), ++rows);
     if (!point.problem.empty()) {
@@ -32,15 +40,25 @@ std::vector<drawing::PlotBoring> ReadBorings(const PlotOptions& options, Alignme
     if (input->plan.size() >= 2) {
       Placing placing;
       placer.Place(&point.northing, &point.easting, 1, &placing);
+      corrections.Add(point.line, point.northing, point.easting, placing);
       boring.placed = placing.status == PlaceStatus::kOn;
+      boring.too_far = placing.status == PlaceStatus::kFar;
       boring.station = placing.station;
       boring.offset = placing.offset;
+      if (boring.too_far && too_far++ == 0)
+        first_far = At(options.points, point.line, "offset " + OffsetText(placing.offset));
     }
-    borings.push_back(std::move(boring));
+    borings.drawn.push_back(std::move(boring));
   }
   if (unreadable > 0)
-    *problem = first_problem + "; " + std::to_string(unreadable) +
-               (unreadable == 1 ? " row is" : " rows are") + " not in the drawing, correct and run again";
+    borings.problem = first_problem + "; " + std::to_string(unreadable) +
+                      (unreadable == 1 ? " row is" : " rows are") +
+                      " not in the drawing, correct and run again";
+  if (const auto note = corrections.Note(options.points, placer, options.km)) borings.notes.push_back(*note);
+  if (too_far > 0)
+    borings.notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
+                            (too_far == 1 ? " boring is" : " borings are") +
+                            " not in the profile (--max-offset gives the greatest offset)");
   return borings;
 }
 
@@ -57,8 +75,10 @@ void AlignPlot(const PlotOptions& options) {
   drawing.file =
       options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
   drawing.km_stations = options.km;
-  std::string problem;
-  if (!options.points.empty()) drawing.borings = ReadBorings(options, &input, &problem);
+  drawing.max_offset = options.max_offset;
+  Borings borings;
+  if (!options.points.empty()) borings = ReadBorings(options, &input);
+  drawing.borings = std::move(borings.drawn);
   drawing.plan = std::move(input.plan);
   drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
@@ -68,8 +88,9 @@ void AlignPlot(const PlotOptions& options) {
   drawing::DrawAlignment(drawing, canvas);
   output.Write(canvas.Finish());
   output.Finish();
-  if (problem.empty()) return;
-  Warn(problem);
+  for (const std::string& note : borings.notes) Warn(note);
+  if (borings.problem.empty()) return;
+  Warn(borings.problem);
   throw ExitWith{1};
 }
 

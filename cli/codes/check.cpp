@@ -8,14 +8,27 @@
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
+namespace {
+
+// A title block can have any name, but is usually STAMPEL1.DAT or the like.
+bool HasUsualName(const CString& name) {
+  return KindByName(name) != SettingsFileKind::kStamp || name.Left(5).CompareNoCase(L"STAMP") == 0;
+}
+
+}  // namespace
 
 void CodesCheck(const CodesOptions& options) {
   const CString path = PathFromSystem(AbsolutePath(options.file));
   const auto* const named = std::find(std::begin(kKindNames), std::end(kKindNames), options.kind_name);
+  const TextLines lines = TextLinesOf(path);
+  if (options.kind_name.empty() && !HasUsualName(NameOfPath(path)))
+    throw Refusal(At(PathForDisplay(path),
+                     "is not known by its name; say what it is with --kind objects, environment, lines, "
+                     "stamp, settings or rig"));
   const SettingsFileKind kind = options.kind_name.empty()
                                     ? KindByName(NameOfPath(path))
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
-  Findings findings = CheckSettingsText(kind, TextLinesOf(path));
+  Findings findings = CheckSettingsText(kind, lines);
   std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
   OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();

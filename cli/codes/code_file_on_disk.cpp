@@ -1,8 +1,10 @@
 #include "cli/codes/code_file_on_disk.h"
 
+#include "cli/context/losses.h"
 #include "cli/context/settings_context.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -34,9 +36,11 @@ CodeFileOnDisk::CodeFileOnDisk(const CodesOptions& options, bool may_be_missing)
     path_ = PathFromSystem(AbsolutePath(options.file));
     if (may_be_missing && !FileOrFolderExists(path_)) return;
   } else {
-    const SettingsPlace place = SettingsContext(options.project).RequirePlace(NameOf(kind_));
+    const SettingsContext context(options.project);
+    const SettingsPlace place = context.RequirePlace(NameOf(kind_));
     path_ = place.path;
     place_ = place.name;
+    question_ = context.SharedQuestion(place);
   }
   file_ = ReadCodeFile(kind_, TextLinesOf(path_));
 }
@@ -45,11 +49,12 @@ std::string CodeFileOnDisk::Where() const {
   return PathForDisplay(path_) + (place_.empty() ? "" : " (" + place_ + ")");
 }
 
-void CodeFileOnDisk::Rewrite(const CodeEntries& entries, bool force) const {
-  RefuseLosses(path_, file_.findings, force);
+void CodeFileOnDisk::Rewrite(const CodeEntries& entries, const CodesOptions& options) const {
   if (!file_.can_rewrite)
     throw Refusal(
         At(PathForDisplay(path_), file_.findings.front().text + "; add one first; nothing was written"));
+  RefuseLosses(PathForDisplay(path_), file_.findings, options.force);
+  if (!question_.empty()) Confirm(question_, options.shared, "--shared");
   if (!ReplaceCodes(kind_, path_, entries)) RefuseUnwritten(path_);
 }
 

@@ -30,14 +30,15 @@ class CodeFileOnDisk {
   std::string Where() const;
   const CString& Path() const { return path_; }
 
-  // Replaces the entries. Throws a Refusal when they cannot be written or, unless forced, when the file
-  // would lose something.
-  void Rewrite(const CodeEntries& entries, bool force) const;
+  // Replaces the entries. Throws a Refusal when they cannot be written, when, unless forced, the file would
+  // lose something, and when the user does not agree to change a file that projects share.
+  void Rewrite(const CodeEntries& entries, const CodesOptions& options) const;
 
  private:
   SettingsFileKind kind_;
   CString path_;
-  std::string place_;  // empty for a title-block file, which is named by its path
+  std::string place_;     // empty for a title-block file, which is named by its path
+  std::string question_;  // before a change; empty for a file of its own
   CodeFile file_;
 };
 

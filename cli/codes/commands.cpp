@@ -23,6 +23,11 @@ void AddForce(CLI::App* verb, const Options& options) {
   verb->add_flag("--force", options->force, "Write even if the rewritten file loses lines or parts of them");
 }
 
+void AddShared(CLI::App* verb, const Options& options) {
+  verb->add_flag("--shared,--yes", options->shared,
+                 "Do not ask before a file is changed that all projects without their own copy share");
+}
+
 struct Area {
   CLI::App* list;
   CLI::App* set;
@@ -48,6 +53,7 @@ Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
   for (CLI::App* verb : {added.set, added.add, added.remove}) {
     verb->add_option("CODE", options->code, "The code; letter case counts")->required();
     AddForce(verb, options);
+    AddShared(verb, options);
   }
   return added;
 }
@@ -78,6 +84,7 @@ void AddEnvironment(CLI::App* codes) {
                              area.options, CodesUpdate);
   update->add_option("--project", area.options->project, "A project")->type_name("DIR");
   AddForce(update, area.options);
+  AddShared(update, area.options);
   AddOutputOptions(update, &area.options->output);
 }
 
@@ -116,9 +123,9 @@ void AddCheck(CLI::App* codes) {
               options, CodesCheck);
   check->add_option("FILE", options->file, "A settings, code or title-block file")->required();
   check
-      ->add_option(
-          "--kind", options->kind_name,
-          "What the file is: objects, environment, lines, stamp, settings or rig (default: by its name)")
+      ->add_option("--kind", options->kind_name,
+                   "What the file is: objects, environment, lines, stamp, settings or rig (default: by its "
+                   "usual name)")
       ->check(CLI::IsMember(std::vector<std::string>(std::begin(kKindNames), std::end(kKindNames))))
       ->type_name("KIND");
   AddOutputOptions(check, &options->output);

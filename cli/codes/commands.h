@@ -25,6 +25,7 @@ struct CodesOptions {
   std::map<std::string, std::string> fields;  // those given, by CodeField::name
   std::string kind_name;                      // check; empty: by the file's name
   bool force = false;
+  bool shared = false;
   OutputOptions output;
 };
 

@@ -31,8 +31,9 @@ CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, co
   const std::string lines = std::to_string(found->line) + " and " + std::to_string(other->line);
   throw Refusal(At(PathForDisplay(codes.Path()),
                    Quoted(options.code) + " is in lines " + lines +
-                       (found->section != other->section ? "; choose one with --section"
-                                                         : "; remove one of them by hand first")));
+                       (options.kind == SettingsFileKind::kEnvironment && found->section != other->section
+                            ? "; choose one with --section"
+                            : "; remove one of them by hand first")));
 }
 
 [[noreturn]] void RefuseUnknown(const CodesOptions& options, const CodeFileOnDisk& codes) {
@@ -78,7 +79,7 @@ std::string Described(const CodeEntry& entry) {
 // Writes the changed entries and reports what was done.
 void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
-  codes->Rewrite(entries, options.force);
+  codes->Rewrite(entries, options);
   OutputFile output("");
   output.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
   output.Finish();
@@ -159,7 +160,7 @@ void CodesUpdate(const CodesOptions& options) {
   if (!missing.empty()) {
     CodeEntries entries = codes.Entries();
     entries.insert(entries.end(), missing.begin(), missing.end());
-    codes.Rewrite(entries, options.force);
+    codes.Rewrite(entries, options);
   }
   OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();

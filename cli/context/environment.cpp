@@ -4,7 +4,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
-#include "velmora/environment/registry.h"
+#include "velmora/environment/installation.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
@@ -16,12 +16,7 @@ namespace {
 constexpr int kNoUserIni = -2;  // of InitXPWay
 
 CString UserIniPath(const CString& sub) {
-  CRegistry registry;
-  registry.SetRootKey(HKEY_CURRENT_USER);
-  CString data;
-  if (registry.SetKey(L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", 0,
-                      KEY_READ) != 0)
-    data = registry.ReadString(L"Appdata", L"");
+  CString data = RegisteredUserData();
   if (data.IsEmpty()) data = UserApplicationData();
   return JoinPath(UserFolder(data, kRelease, sub), kIniName);
 }

@@ -2,6 +2,8 @@
 
 #include "cli/context/project_folder.h"
 #include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
+#include "velmora/platform/files.h"
 
 namespace velmora::cli {
 
@@ -35,6 +37,18 @@ SettingsPlace SettingsContext::RequirePlace(const CString& file) const {
   throw Refusal("no " + name +
                 (has_project_ ? " in the project or the installation" : " in the installation") +
                 "; copy it: velmora env sync" + own);
+}
+
+std::string SettingsContext::SharedQuestion(const SettingsPlace& place) const {
+  if (place.of_project) return "";
+  const CString name = NameOfPath(place.path);
+  const std::string question =
+      "change " + PathForDisplay(place.path) + ", which all projects without a copy of their own share?";
+  if (!has_project_ || name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) return question;
+  const std::string stones = name.CompareNoCase(CProjPath::StenParNamn) == 0 ? " --stones" : "";
+  return At(PathForDisplay(project_.m_ProjKat), "has no " + ToUtf8(name) +
+                                                    " of its own (velmora settings local create" + stones +
+                                                    " makes one); " + question);
 }
 
 }  // namespace velmora::cli

@@ -31,6 +31,9 @@ class SettingsContext {
   }
   // The first that exists; throws a Refusal that says what to do when there is none.
   SettingsPlace RequirePlace(const CString& file) const;
+  // The question before a file is changed that all projects without a copy of their own share; empty for a
+  // project's own.
+  std::string SharedQuestion(const SettingsPlace& place) const;
 
  private:
   Environment environment_;

@@ -1,8 +1,5 @@
 #include "cli/context/settings_lines.h"
 
-#include <algorithm>
-#include <optional>
-
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/text_file.h"
@@ -23,18 +20,6 @@ void RequireCharacters(const CString& path, const CString& text) {
   if (AppendEncoded(text.GetView(), encoding, &bytes)) return;
   throw Refusal(At(PathForDisplay(path), "the file's encoding lacks a character of " + Quoted(ToUtf8(text)) +
                                              "; nothing was written"));
-}
-
-void RefuseLosses(const CString& path, const Findings& findings, bool force) {
-  const auto is_lost = [](const Finding& finding) { return finding.lost; };
-  const auto first = std::find_if(findings.begin(), findings.end(), is_lost);
-  if (force || first == findings.end()) return;
-  const auto more = std::count_if(first + 1, findings.end(), is_lost);
-  const std::string what = first->text + "; rewriting the file would lose this" +
-                           (more == 0 ? "" : " and " + std::to_string(more) + " more") +
-                           ", so nothing was written; fix it, or write anyway with --force";
-  throw Refusal(first->line > 0 ? At(PathForDisplay(path), first->line, what)
-                                : At(PathForDisplay(path), what));
 }
 
 void WarnUnread(const CString& path) {

@@ -1,4 +1,4 @@
-// The lines of a settings or code file, as the library reads them, and when it must not be rewritten.
+// The lines of a settings or code file, as the library reads them.
 #ifndef VELMORA_CLI_CONTEXT_SETTINGS_LINES_H_
 #define VELMORA_CLI_CONTEXT_SETTINGS_LINES_H_
 
@@ -16,9 +16,8 @@ TextLines TextLinesOf(const CString& path);
 void WarnUnread(const CString& path);
 
 // These throw a Refusal: when the encoding that the file has, or would get, lacks a character of the text;
-// when, unless forced, a rewrite of the file would lose something; for a write that was not carried out.
+// for a write that was not carried out.
 void RequireCharacters(const CString& path, const CString& text);
-void RefuseLosses(const CString& path, const Findings& findings, bool force);
 [[noreturn]] void RefuseUnwritten(const CString& path);
 
 }  // namespace velmora::cli

@@ -29,6 +29,11 @@ void AddRegistry(CLI::App* env) {
   set->add_option("KEY", options->key, kKeyHelp)->required();
   set->add_option("NAME", options->section, "Name of the value")->required();
   set->add_option("VALUE", options->value, "Text")->required();
+  CLI::App* remove =
+      AddVerb(registry, "delete", "Delete a value, or a key without sub-keys", options, RegistryDelete);
+  remove->add_option("KEY", options->key, kKeyHelp)->required();
+  remove->add_option("NAME", options->section, "Name of the value; without it the key and its values");
+  remove->add_flag("--yes", options->yes, "Delete a key without asking");
   CLI::App* list = AddVerb(registry, "list", "The sub-keys and values of a key", options, RegistryList);
   list->add_option("KEY", options->key, kKeyHelp)->required();
   AddOutputOptions(list, &options->output);
@@ -69,7 +74,18 @@ void AddEnvCommands(CLI::App& app) {
   install->add_option("--to", options->to, "Target folder; created when it is missing")
       ->required()
       ->type_name("DIR");
+  install->add_flag("--registered-data", options->registered_data,
+                    "Put the data into the folders that are registered for application data, outside DIR");
   AddSub(install, options);
+
+  CLI::App* uninstall =
+      AddVerb(env, "uninstall", "Remove a sample installation; files that were changed are kept", options,
+              EnvUninstall);
+  uninstall->add_option("--to", options->to, "The folder that env install was given")
+      ->required()
+      ->type_name("DIR");
+  uninstall->add_flag("--yes", options->yes, "Remove without asking");
+  AddSub(uninstall, options);
 
   AddRegistry(env);
 }

@@ -19,7 +19,9 @@ struct EnvOptions {
   std::string section;
   std::string key;
   std::string value;
-  std::string to;  // install
+  std::string to;  // install, uninstall
+  bool registered_data = false;
+  bool yes = false;
   bool dry_run = false;
   OutputOptions output;
 };
@@ -30,10 +32,13 @@ void EnvSet(const EnvOptions& options);
 void EnvSetup(const EnvOptions& options);
 void EnvSync(const EnvOptions& options);
 void EnvInstall(const EnvOptions& options);
+void EnvUninstall(const EnvOptions& options);
 
-// `key` is the registry path, "HKLM\SOFTWARE\...", `section` a value's name.
+// `key` is the registry path, "HKLM\SOFTWARE\...", `section` a value's name; RegistryDelete without one
+// deletes the key.
 void RegistryGet(const EnvOptions& options);
 void RegistrySet(const EnvOptions& options);
+void RegistryDelete(const EnvOptions& options);
 void RegistryList(const EnvOptions& options);
 
 }  // namespace velmora::cli

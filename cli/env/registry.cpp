@@ -3,6 +3,7 @@
 #include "cli/context/registry_error.h"
 #include "cli/env/commands.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/platform/registry_store.h"
 #include "velmora/text/letters.h"
 
@@ -107,6 +108,27 @@ void RegistrySet(const EnvOptions& options) {
     throw Refusal(At(options.key, "cannot be written: " +
                                       RegistryErrorText(error == kRegistryDone ? kRegistryDenied : error)));
   }
+}
+
+void RegistryDelete(const EnvOptions& options) {
+  const KeyPath at = ParseKeyPath(options.key);
+  RegistryKey key;
+  if (!options.section.empty()) {
+    Check(key.Open(at.root, at.path, KEY_WRITE), options.key);
+    const int error = key.Delete(FromUtf8(options.section));
+    if (error == kRegistryNotFound) throw Refusal(At(options.key, "has no value " + Quoted(options.section)));
+    Check(error, options.key);
+    return;
+  }
+  unsigned keys = 0;
+  unsigned values = 0;
+  Check(key.Open(at.root, at.path, KEY_READ), options.key);
+  Check(key.Count(&keys, &values), options.key);
+  key.Close();
+  if (at.path.IsEmpty()) throw Refusal(At(options.key, "is a root and cannot be deleted"));
+  if (keys > 0) throw Refusal(At(options.key, "has sub-keys; delete them first"));
+  Confirm(At(options.key, "delete this key and its values?"), options.yes);
+  Check(DeleteRegistryKey(at.root, at.path), options.key);
 }
 
 void RegistryList(const EnvOptions& options) {

@@ -37,6 +37,12 @@ std::string Outcome(int result) {
   }
 }
 
+std::string NoSharedFiles(const CString& folder) {
+  return folder.IsEmpty()
+             ? "no folder is registered for the data of all users (Common Appdata); nothing is shared"
+             : At(PathForDisplay(folder), "no such folder; there are no shared files to copy");
+}
+
 }  // namespace
 
 void EnvSetup(const EnvOptions& options) {
@@ -76,6 +82,8 @@ void EnvSync(const EnvOptions& options) {
   const UserFilePlan plan = PlanUserFileCheck(environment.ini);
   if (!plan.user_folder_exists)
     throw Refusal(At(PathForDisplay(plan.user_folder), "no such folder; nothing can be updated without it"));
+  const bool is_shared = !plan.shared_folder.IsEmpty() && IsFolder(plan.shared_folder);
+  if (!is_shared && plan.files.empty()) throw Refusal(NoSharedFiles(plan.shared_folder));
   UserFilePlan after;
   if (!options.dry_run) {
     environment.ini.AllUserFileCheck();
@@ -99,7 +107,6 @@ void EnvSync(const EnvOptions& options) {
                         : file.state == UserFileState::kNewer      ? "newer"
                         : file.state == UserFileState::kOwnIniFile ? "the user's own"
                         : file.state == UserFileState::kUnreadable ? "unreadable"
-                        : file.state == UserFileState::kForbidden  ? "not a file name"
                                                                    : "up to date";
     std::string done = "left";
     if (wanted(file)) {
@@ -112,6 +119,7 @@ void EnvSync(const EnvOptions& options) {
   }
   records.Finish();
   output.Finish();
+  if (!is_shared) throw Refusal(NoSharedFiles(plan.shared_folder));
   if (failed) throw Refusal("some files could not be copied; check permissions and disk space");
 }
 

@@ -21,7 +21,11 @@ void AddLinkCommands(CLI::App& app) {
       "listen", "Print the program's notifications, one per line, until interrupted (Ctrl-C)");
   listen->add_option("--count", options->count, "Stop after N notifications")
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check([](const std::string& text) {
+        std::int64_t count = 0;
+        const bool good = CLI::detail::lexical_cast(text, count) && count > 0;
+        return good ? std::string() : "\"" + text + "\" is not a number from 1 on";
+      });
   AddFormatOptions(listen, &options->output);
   listen->callback([options] { LinkListen(*options); });
 

@@ -3,6 +3,7 @@
 #include "cli/input/rows.h"
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
+#include "velmora/platform/dde_text.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
@@ -72,7 +73,7 @@ void ScriptPlayer::Advise(const std::string& item) {
 }
 
 void ScriptPlayer::Unadvise(const std::string& item) {
-  if (item_ == item) item_.clear();
+  if (DdeItemKey(item_) == DdeItemKey(item)) item_.clear();
 }
 
 const ScriptStep* ScriptPlayer::Next(Time now) {

@@ -42,7 +42,7 @@ void Progress::Draw(std::uint64_t done, std::uint64_t rows) {
     line += "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
             std::to_string(static_cast<int>(part * 100)) + " %  ";
   }
-  line += std::to_string(rows) + " rows\033[K";
+  line += std::to_string(rows) + (rows == 1 ? " row" : " rows") + "\033[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
   shown_ = true;

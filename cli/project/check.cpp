@@ -5,18 +5,22 @@
 #include "cli/context/environment.h"
 #include "cli/context/project_folder.h"
 #include "cli/context/settings_lines.h"
-#include "cli/project/check_names.h"
+#include "cli/project/check_entries.h"
 #include "cli/project/commands.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/area_check.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
+#include "velmora/project/folder_list.h"
 #include "velmora/text/letters.h"
 
 namespace velmora::cli {
 namespace {
 
-std::string Shown(const CString& name) { return PathForDisplay(name); }
+void Add(const CString& file, const std::string& text, FindingsByFile* findings) {
+  findings->push_back({PathForDisplay(file), {{.text = text}}});
+}
 
 // The names of one program. It is in use when any of them exists, and then needs all of them.
 struct Program {
@@ -37,7 +41,7 @@ std::vector<Program> Programs() {
        {CProjPath::HarbelDbsNamn}}};
 }
 
-void CheckPrograms(const CString& folder, ProjectFindings* findings) {
+void CheckPrograms(const CString& folder, FindingsByFile* findings) {
   bool any = false;
   for (const Program& program : Programs()) {
     const auto there = [&](const wchar_t* name) { return FileOrFolderExists(JoinPath(folder, name)); };
@@ -48,63 +52,70 @@ void CheckPrograms(const CString& folder, ProjectFindings* findings) {
     const auto need = [&](const wchar_t* name, bool (*is_kind)(const CString&), const char* what) {
       const CString path = JoinPath(folder, name);
       if (!FileOrFolderExists(path))
-        findings->push_back({ToUtf8(name), 0, std::string(what) + " of " + program.name + " is missing"});
+        Add(name, std::string(what) + " of " + program.name + " is missing", findings);
       else if (!is_kind(path))
-        findings->push_back(
-            {ToUtf8(name), 0, std::string("is not a ") + what + ", as " + program.name + " needs it"});
+        Add(name, std::string("is not a ") + what + ", as " + program.name + " needs it", findings);
     };
     for (const wchar_t* name : program.folders) need(name, IsFolder, "folder");
     for (const wchar_t* name : program.databases) need(name, IsFile, "database");
   }
-  if (!any) findings->push_back({".", 0, "holds no program's folders or databases; is it a project?"});
+  if (!any) Add(L".", "holds no program's folders or databases; is it a project?", findings);
 }
 
-void CheckNames(const CString& folder, ProjectFindings* findings) {
+void CheckNames(const CString& folder, FindingsByFile* findings) {
   std::map<std::wstring, CString> seen;
   for (const FoundFile& file : FindFiles(JoinPath(folder, L"*"))) {
     std::wstring lower(file.name.GetView());
     for (wchar_t& c : lower) c = LowerLetter(c);
     const auto [first, is_new] = seen.emplace(lower, file.name);
     if (!is_new)
-      findings->push_back({Shown(file.name), 0,
-                           "differs from " + Quoted(Shown(first->second)) +
-                               " only in letter case; the suite's programs see one of them"});
+      Add(file.name,
+          "differs from " + Quoted(PathForDisplay(first->second)) +
+              " only in letter case; the suite's programs see one of them",
+          findings);
   }
 }
 
 // A settings or code file, where the project has one.
-void CheckSettings(const CString& folder, const wchar_t* name, ProjectFindings* findings) {
+void CheckSettings(const CString& folder, const wchar_t* name, FindingsByFile* findings) {
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
   const std::string problem = ReadTextLines(path, &lines);
   if (!problem.empty()) {
-    findings->push_back({ToUtf8(name), 0, problem});
+    Add(name, problem, findings);
     return;
   }
-  for (const Finding& finding : CheckSettingsText(KindByName(name), lines))
-    if (finding.misread) findings->push_back({ToUtf8(name), finding.line, finding.text});
+  Findings found = CheckSettingsText(KindByName(name), lines);
+  std::erase_if(found, [](const Finding& finding) { return !finding.misread; });
+  findings->emplace_back(ToUtf8(name), std::move(found));
 }
 
-// The folder list that a new project would get its folders from.
-CString FolderList(const std::string& given) {
-  if (!given.empty()) return PathFromSystem(AbsolutePath(given));
+// The folder list that a new project would get its folders from; empty when there is none.
+CString ListedFoldersFile(const std::string& given) {
+  if (!given.empty()) {
+    const CString list = PathFromSystem(AbsolutePath(given));
+    if (!IsFile(list)) throw Refusal(At(given, "no such folder list"));
+    return list;
+  }
   Environment environment;
   try {
     FindEnvironment(kUsualSub, &environment);
   } catch (const Refusal&) {
     return {};  // a project can be checked without an installation
   }
-  return environment.HasIni() ? environment.ini.ReadKey(L"ARKIV", L"MAPPAR").Trim() : CString();
+  const CString list = environment.HasIni() ? environment.ini.ReadKey(L"ARKIV", L"MAPPAR").Trim() : CString();
+  return IsFile(list) ? list : CString();
 }
 
 }  // namespace
 
 void ProjectCheck(const ProjectOptions& options) {
   const CString folder = ExistingProjectFolder(options.folder);
+  const CString list = ListedFoldersFile(options.folder_list);
   CProjPath project;
   project.SetPath(folder);
-  ProjectFindings findings;
+  FindingsByFile findings;
   CheckPrograms(folder, &findings);
   CheckNames(folder, &findings);
   if (IsFolder(project.m_DbfKat)) CheckNames(project.m_DbfKat, &findings);
@@ -112,10 +123,11 @@ void ProjectCheck(const ProjectOptions& options) {
        {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
         CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
     CheckSettings(folder, name, &findings);
-  CheckArea(project, &findings);
+  findings.emplace_back(PathForDisplay(JoinPath(CProjPath::TundrilDbfKat, CProjPath::TundrilVlNamn)),
+                        CheckArea(project));
   CheckEntries(folder, &findings);
-  if (const CString list = FolderList(options.folder_list); !list.IsEmpty())
-    CheckFolderList(list, folder, &findings);
+  if (!list.IsEmpty()) findings.emplace_back(PathForDisplay(list), CheckFolderList(ReadFolderList(list)));
+  std::erase_if(findings, [](const auto& of_file) { return of_file.second.empty(); });
 
   OutputFile output(options.output.file);
   const OutputFormat format = options.output.Format();
@@ -125,8 +137,9 @@ void ProjectCheck(const ProjectOptions& options) {
     return;
   }
   RecordWriter records(output, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
-  for (const ProjectFinding& finding : findings)
-    records.Row({finding.where, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
+  for (const auto& [file, of_file] : findings)
+    for (const Finding& finding : of_file)
+      records.Row({file, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
   records.Finish();
   output.Finish();
   if (!findings.empty()) throw ExitWith{1};

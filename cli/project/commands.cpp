@@ -35,6 +35,7 @@ void AddProjectCommands(CLI::App& app) {
   make->add_flag("--karsk", options->karsk, "Folders of the rock and stone program");
   make->add_flag("--harbel", options->harbel, "Folders of the constructions program");
   AddFolderList(make, options, "File with further folders, one a line");
+  make->add_flag("--yes", options->yes, "Use an existing folder without asking");
 
   CLI::App* paths =
       AddVerb(project, "paths", "The project's files and folders, and which exist", options, ProjectPaths);

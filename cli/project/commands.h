@@ -21,6 +21,7 @@ struct ProjectOptions {
   bool karsk = false;
   bool harbel = false;
   std::string folder_list;
+  bool yes = false;  // new
   std::string status;
   std::string sort = "name";
   bool descending = false;

@@ -41,7 +41,8 @@ class FolderListIni {
 void ProjectNew(const ProjectOptions& options) {
   const CString folder = ProjectFolder(options.folder);
   const TerminalMessages messages(
-      {folder, options.folder_list.empty() ? CString() : PathFromSystem(AbsolutePath(options.folder_list))});
+      {folder, options.folder_list.empty() ? CString() : PathFromSystem(AbsolutePath(options.folder_list))},
+      options.yes);
   CProjPath project;
   const auto make = [&](CTundrilIni* ini) {
     return project.CreateProjectStructure(folder, ini, 1, 1, options.tundril ? 1 : 0, options.mirsen ? 1 : 0,

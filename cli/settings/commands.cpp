@@ -41,7 +41,10 @@ void AddValues(CLI::App* settings) {
                           options, SettingsSet);
   set->add_option("KEY", options->key, "Key, letters in any case")->required();
   set->add_option("VALUE", options->value, "Value")->required();
-  set->add_flag("--force", options->force, "Write even if lines that are not settings are lost");
+  set->add_flag("--force", options->force,
+                "Write even if lines that are not settings are lost, or a number gets another value");
+  set->add_flag("--shared,--yes", options->shared,
+                "Do not ask before a file is changed that all projects without their own copy share");
   for (CLI::App* verb : {list, get, set}) {
     AddFile(verb, options, kFiles, kHelp);
     AddProject(verb, options);
@@ -59,7 +62,8 @@ void AddComparisons(CLI::App* settings) {
   AddOutputOptions(verb, &where->output);
 
   const auto diff = std::make_shared<SettingsOptions>();
-  verb = AddVerb(settings, "diff", "The keys whose values differ in two projects or two files", diff,
+  verb = AddVerb(settings, "diff",
+                 "The keys whose values differ in two projects or two files; status 1 if there are any", diff,
                  SettingsDiff);
   verb->add_option("A", diff->a, "A project's folder, or a file")->required();
   verb->add_option("B", diff->b, "Another one")->required();

@@ -29,6 +29,7 @@ struct SettingsOptions {
   bool stones = false;
   bool yes = false;
   bool force = false;
+  bool shared = false;
   OutputOptions output;
 };
 

@@ -79,6 +79,7 @@ void SettingsDiff(const SettingsOptions& options) {
   if (table && different == 0)
     output.Write("All " + std::to_string(keys.size()) + " keys have the same values.\n");
   output.Finish();
+  if (different > 0) throw ExitWith{1};
 }
 
 }  // namespace velmora::cli

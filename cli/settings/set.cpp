@@ -1,14 +1,17 @@
-#include <algorithm>
+#include <utility>
 
+#include "cli/context/losses.h"
 #include "cli/context/settings_context.h"
 #include "cli/context/settings_lines.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/questions.h"
 #include "velmora/platform/files.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/settings/tundril_cfg.h"
 #include "velmora/text/letters.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
@@ -43,11 +46,24 @@ void RequireReadable(const ParameterFile& file, const CString& key, const CStrin
     Refuse("blanks at the ends of a key would be part of it, and no program uses such a key");
 }
 
-void Write(SettingsContext* context, const ParameterFile& file, const CString& key, const CString& value) {
+// Refuses what no program reads as the number, or as "MAX" of a scale, that the key has built in.
+void RequireNumber(const ParameterFile& file, const CString& key, const CString& value) {
+  const CString built_in = DefaultValue(file.defaults, key.GetView());
+  if (value.IsEmpty() || !ParseWholeNumber(built_in.GetView()) || ParseWholeNumber(value.GetView())) return;
+  const bool scale = CString(key).MakeUpper().Find(L"SKALA") >= 0;
+  if (scale && value.CompareNoCase(L"MAX") == 0) return;
+  throw Refusal(ToUtf8(key) + " is a number (built in: " + ToUtf8(built_in) + ")" + (scale ? " or MAX" : "") +
+                ", not " + Quoted(ToUtf8(value)) + "; nothing was written; write it anyway with --force");
+}
+
+// False when it was not written. The rig's lines before the key's that the file lacks get their built-in
+// values, as a value written to a short file would else go to the line after its last one.
+bool Write(SettingsContext* context, const ParameterFile& file, const CString& path, const CString& key,
+           const CString& value, std::vector<int>* filled) {
+  if (file.rig) return WriteJb23Value(path, FieldOfJb23Key(key.GetView()), value, filled);
   if (file.name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0)
-    CTundrilCFG(context->Ini()).WriteKey(key, value);
-  else
-    context->Facade().WriteKey(file.name, key, value);
+    return CTundrilCFG(context->Ini()).WriteKey(key, value) == 0;
+  return context->Facade().WriteKey(file.name, key, value) == 0;
 }
 
 std::string Before(const Setting* setting, const ParameterFile& file) {
@@ -56,52 +72,33 @@ std::string Before(const Setting* setting, const ParameterFile& file) {
   return "before: " + ToUtf8(setting->value) + (setting->stored ? "" : ", built in");
 }
 
-// The value in the file; empty without one.
-CString StoredValue(const ParameterFile& file, const CString& path, const CString& key) {
-  const Settings settings = SettingsIn(file, path);
-  const Setting* setting = settings.Find(key);
-  return setting != nullptr && setting->stored ? setting->value : CString();
+// The value that applies once the first line of the key is gone; empty when no other line has one.
+CString NextValue(const TextLines& lines, const CString& key) {
+  bool first = true;
+  for (const StoredSetting& setting : ReadStoredSettings(false, lines).settings)
+    if (setting.key.CompareNoCase(key) == 0 && !std::exchange(first, false) && !setting.value.IsEmpty())
+      return setting.value;
+  return {};
 }
 
-// A line without values: empty, or the placeholder that a project's copy is made with.
-bool IsVacant(const TextLine& line) {
-  return (line.number == 1 && IsStarLine(line.text.GetView())) || TrimBlanks(line.text.GetView()).empty();
-}
-
-// JB23.PAR has its values by line number. Only the key's own line is written anew; the others are copied, up
-// to a zero byte.
-void KeepFindingsOfWrite(const CString& key, const TextLines& lines, Findings* findings) {
-  const int own = FieldOfJb23Key(key.GetView()).line;
-  for (Finding& finding : *findings)
-    if (finding.line != own && !lines[static_cast<size_t>(finding.line) - 1].cut) finding.lost = false;
-}
-
-// Writes the built-in values to the lines up to the key's that the file lacks: a value written to a short
-// file would else go to the line after its last one. Returns a line that reports it, empty when nothing was
-// missing. Throws a Refusal when the file cannot be written.
-std::string FillRigLines(SettingsContext* context, const CString& path, const CString& key) {
-  const TextLines lines = TextLinesOf(path);
-  const int own = FieldOfJb23Key(key.GetView()).line;
-  std::vector<int> filled;
-  for (int number = 1; number <= own; ++number) {
-    const auto index = static_cast<size_t>(number) - 1;
-    if (index < lines.size() && !IsVacant(lines[index])) continue;
-    const Jb23Keys keys = Jb23KeysOfLine(number);
-    CTundrilInst settings = context->Facade();
-    for (const wchar_t* missing : {keys.scale, keys.step})
-      settings.Jb23WriteKey(missing, DefaultValue(Jb23Defaults(), missing));
-    filled.push_back(number);
-  }
-  if (filled.empty()) return "";
-  const TextLines after = TextLinesOf(path);
-  if (std::any_of(filled.begin(), filled.end(), [&](int number) {
-        const auto index = static_cast<size_t>(number) - 1;
-        return index >= after.size() || IsVacant(after[index]);
-      }))
-    RefuseUnwritten(path);
+std::string FilledLines(const std::vector<int>& filled) {
   std::string numbers;
   for (const int number : filled) numbers += (numbers.empty() ? "" : ", ") + std::to_string(number);
-  return "The built-in values were written to the lines that were missing: " + numbers + "\n";
+  return numbers.empty()
+             ? ""
+             : "The built-in values were written to the lines that were missing: " + numbers + "\n";
+}
+
+// What a write of the key would lose. Of JB23.PAR only the key's own line is written anew; the others are
+// copied. Elsewhere a line "key=" gets the value.
+Findings LossesOfWrite(const ParameterFile& file, const TextLines& lines, const Settings& settings,
+                       const CString& key) {
+  Findings findings = settings.FileFindings();
+  for (Finding& finding : findings)
+    if (file.rig ? finding.line != FieldOfJb23Key(key.GetView()).line
+                 : lines[static_cast<size_t>(finding.line) - 1].text.CompareNoCase(key + L"=") == 0)
+      finding.lost = false;
+  return findings;
 }
 
 }  // namespace
@@ -117,7 +114,8 @@ void SettingsSet(const SettingsOptions& options) {
   SettingsContext context(options.project);
   const SettingsPlace place = context.RequirePlace(file.name);
   const std::string path = PathForDisplay(place.path);
-  const Settings settings = SettingsIn(file, place.path);
+  const TextLines lines = TextLinesOf(place.path);
+  const Settings settings(file, lines);
   const Setting* before = settings.Find(key);
   const bool stored = before != nullptr && before->stored;
   OutputFile output("");
@@ -130,17 +128,19 @@ void SettingsSet(const SettingsOptions& options) {
     return;
   }
   RequireCharacters(place.path, key + value);
-  Findings findings = settings.FileFindings();
-  if (file.rig) KeepFindingsOfWrite(key, TextLinesOf(place.path), &findings);
-  RefuseLosses(place.path, findings, options.force);
-  std::string filled;
-  if (file.rig) filled = FillRigLines(&context, place.path, key);
-  Write(&context, file, key, value);
-  if (StoredValue(file, place.path, key) != value) RefuseUnwritten(place.path);
+  if (!options.force) RequireNumber(file, key, value);
+  RefuseLosses(path, LossesOfWrite(file, lines, settings, key), options.force);
+  const std::string question = options.project.empty() ? "" : context.SharedQuestion(place);
+  if (!question.empty()) Confirm(question, options.shared, "--shared");
+  std::vector<int> filled;
+  if (!Write(&context, file, place.path, key, value, &filled)) RefuseUnwritten(place.path);
   const std::string name = Printable(ToUtf8(key));
   output.Write(
       (value.IsEmpty() ? name + " removed from " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
-      path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + filled);
+      path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + FilledLines(filled));
+  const CString next = value.IsEmpty() ? NextValue(lines, key) : CString();
+  if (!next.IsEmpty())
+    output.Write(name + " is in the file once more and is now " + Printable(ToUtf8(next)) + "\n");
   output.Finish();
 }
 

@@ -15,9 +15,9 @@ namespace {
 
 int Ask(const std::string& text, unsigned style) {
   const int usual = DefaultButton(style);
-  const std::string choice = usual == IDYES ? " [J/n] " : " [j/N] ";
+  const std::string choice = usual == IDYES ? " [Y/n] " : " [y/N] ";
   if (!StandardInputIsTerminal()) {
-    Warn(text + (usual == IDYES ? " Ja" : " Nej") + " (no terminal: default answer)");
+    Warn(text + (usual == IDYES ? " Yes" : " No") + " (no terminal: default answer)");
     return usual;
   }
   std::fputs(("velmora: " + text + choice).c_str(), stderr);
@@ -37,7 +37,7 @@ int Ask(const std::string& text, unsigned style) {
   }
 }
 
-int Show(const MessageBoxCall& call, const std::vector<CString>& paths) {
+int Show(const MessageBoxCall& call, const std::vector<CString>& paths, bool yes) {
   std::string text = ToUtf8(call.text);
   for (const CString& path : paths) {
     const std::string spelled = ToUtf8(path);
@@ -45,22 +45,22 @@ int Show(const MessageBoxCall& call, const std::vector<CString>& paths) {
     if (at != std::string::npos) text.replace(at, spelled.size(), PathForDisplay(path));
   }
   text = Printable(text);
-  if ((call.style & 0xFU) == MB_YESNO) return Ask(text, call.style);
+  if ((call.style & 0xFU) == MB_YESNO) return yes ? IDYES : Ask(text, call.style);
   Warn(text);
   return IDOK;
 }
 
 }  // namespace
 
-TerminalMessages::TerminalMessages(std::vector<CString> paths)
+TerminalMessages::TerminalMessages(std::vector<CString> paths, bool yes)
     : before_(SetMessageBoxHandler(
-          [paths = std::move(paths)](const MessageBoxCall& call) { return Show(call, paths); })) {}
+          [paths = std::move(paths), yes](const MessageBoxCall& call) { return Show(call, paths, yes); })) {}
 TerminalMessages::~TerminalMessages() { SetMessageBoxHandler(before_); }
 
-void Confirm(const std::string& question, bool yes) {
+void Confirm(const std::string& question, bool yes, const std::string& option) {
   if (yes) return;
   if (!StandardInputIsTerminal())
-    throw Refusal(question + " No terminal to ask on; add --yes to answer yes. Nothing was changed");
+    throw Refusal(question + " No terminal to ask on; add " + option + " to answer yes. Nothing was changed");
   if (Ask(Printable(question), MB_YESNO | MB_DEFBUTTON2) != IDYES) throw Refusal("nothing was changed");
 }
 

@@ -11,11 +11,13 @@
 namespace velmora::cli {
 
 // While an object of it exists, message boxes of the library are printed on standard error and their
-// questions are asked there. Without a terminal the default button answers, and the line says so.
+// questions are asked there, in the library's language. Without a terminal the default button answers, and
+// the line says so.
 class TerminalMessages {
  public:
-  // Paths in `paths` that occur in a message are shown as the system writes them.
-  explicit TerminalMessages(std::vector<CString> paths = {});
+  // Paths in `paths` that occur in a message are shown as the system writes them. With `yes` every question
+  // is answered with yes, unasked.
+  explicit TerminalMessages(std::vector<CString> paths = {}, bool yes = false);
   ~TerminalMessages();
   TerminalMessages(const TerminalMessages&) = delete;
   TerminalMessages& operator=(const TerminalMessages&) = delete;
@@ -25,8 +27,8 @@ class TerminalMessages {
 };
 
 // A question of the command's own. Returns when `yes` is set or the user answers yes on the terminal;
-// throws a Refusal otherwise.
-void Confirm(const std::string& question, bool yes);
+// throws a Refusal otherwise. `option` sets `yes`.
+void Confirm(const std::string& question, bool yes, const std::string& option = "--yes");
 
 }  // namespace velmora::cli
 

@@ -83,7 +83,7 @@ Numbers AnswersOf(OpenLine& line, const std::string& operation, const Numbers& i
     Numbers all = {m.length, 1.0 * m.arcs, m.smallest_radius.value_or(-77), m.lowest_station};
     const auto& [south, north, west, east] = m.bounds;
     for (const double each : {m.highest_station, south, north, west, east}) all.push_back(each);
-    all.push_back(GreatestStationError(points));
+    all.push_back(FindStationErrors(points).greatest);
     return all;
   }
   if (is("OffEnd")) {  // of a map point, searched and known to be nearest to an end

@@ -173,7 +173,7 @@ void SetTime(const std::string& name, const std::string& time) {
 }
 
 Ran RunSample() {
-  Ran ran = RunVelmora({"env", "install", "--to", "inst"});
+  Ran ran = RunVelmora({"env", "install", "--to", "inst", "--registered-data"});
   if (ran.status == 0) ran = RunVelmora({"env", "sync"});
   fs::create_directory("proj");
   return {ran.status, "", ran.err};

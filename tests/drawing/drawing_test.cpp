@@ -7,6 +7,7 @@
 #include <fstream>
 #include <limits>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,9 +35,10 @@ struct Drawn {
 struct RecordedSheet final : Canvas {
   std::vector<Drawn> all;
   std::string texts;  // a line each
+  double height = 0;
 
   void Add(std::vector<PathPoint> points, const Style& s) { all.push_back({std::move(points), s}); }
-  void BeginSheet(std::string_view, double, double) override {}
+  void BeginSheet(std::string_view, double, double h) override { height = h; }
   void Line(SheetPoint a, SheetPoint b, const Style& s) override { Add({{a}, {b}}, s); }
   void Rectangle(const SheetRect& r, const Style& s) override {
     Add({{{r.x, r.y}}, {{r.Right(), r.Bottom()}}}, s);
@@ -90,7 +92,7 @@ RecordedSheet Drawing(const PlotInput& input) {
 void ExpectReadable(const RecordedSheet& sheet) {
   for (const Drawn& a : sheet.all) {
     if (a.text.empty()) continue;
-    EXPECT_TRUE(Contains({8, 8, 404, 281}, a.box)) << a.text;
+    EXPECT_TRUE(Contains({8, 8, 404, sheet.height - 16}, a.box)) << a.text;
     const bool label = a.style == kRoadText || a.style == kBoringText || a.style == kStationText;
     for (const Drawn& b : sheet.all) {
       EXPECT_FALSE(!b.text.empty() && &a < &b && Overlap(a.box, b.box)) << a.text << " on " << b.text;
@@ -103,14 +105,39 @@ void ExpectReadable(const RecordedSheet& sheet) {
   }
 }
 
-TEST(AlignmentSheet, NoTextCoversAnotherOrALine) {
-  for (const size_t borings : {0U, 20U, 90U, 150U, 151U}) {
+// In plan and profile every boring has its name, or a number that the key explains, or is counted in the
+// legend.
+void ExpectComplete(const PlotInput& input, const RecordedSheet& sheet) {
+  size_t labels = 0;
+  std::set<std::string> used, explained;
+  bool in_views = true;
+  for (const Drawn& drawn : sheet.all) {
+    in_views = in_views && drawn.text != "Road line";
+    const bool number = drawn.text.starts_with("(");
+    labels += in_views && (number || drawn.text.starts_with("24V"));
+    if (number && drawn.style == kBoringText) (in_views ? used : explained).insert(drawn.text);
+    if (!drawn.text.starts_with("Not labelled: ")) continue;
+    for (size_t i = 14; i < drawn.text.size();
+         i = drawn.text.find(", ", i) == std::string::npos ? drawn.text.size() : drawn.text.find(", ", i) + 2)
+      labels += std::stoul(drawn.text.substr(i));
+  }
+  EXPECT_EQ(labels, input.borings.size() * (input.profile.empty() ? 1 : 2));
+  EXPECT_EQ(used, explained);
+}
+
+TEST(AlignmentSheet, BoringsAreLabelledAndNoTextCoversAnotherOrALine) {
+  for (const size_t borings : {0U, 20U, 90U, 150U, 151U, 300U}) {
     SCOPED_TRACE(borings);
     PlotInput input = Road(borings);
-    ExpectReadable(Drawing(input));
-    input.km_stations = true;
-    input.profile.clear();
-    ExpectReadable(Drawing(input));
+    if (borings == 90)
+      for (PlotBoring& boring : input.borings) boring.id += std::string(40, 'W');
+    for (const bool km : {false, true}) {
+      input.km_stations = km;
+      if (km) input.profile.clear();
+      const RecordedSheet sheet = Drawing(input);
+      ExpectReadable(sheet);
+      ExpectComplete(input, sheet);
+    }
   }
 }
 
@@ -170,6 +197,7 @@ TEST(Svg, PicturesAreAsExpected) {
   road.name = "</title>&\x01\xFF \xE2\x80\xAE\"Å\"";
   road.plan.push_back({std::nan(""), 0, 0, 0});
   road.borings[0].id = std::string(100000, 'W');
+  road.borings[1].offset = 0.004;
   road.borings.push_back({"<stray>", 6652300, 653400, {}, false, 0, 0});
   road.borings.push_back({"outside", 6752300, 653400, 90000, true, 1300, 5});
   road.borings.push_back({"corner", 6652300, 653939, 14, true, road.plan[4].sek, -28});
@@ -222,7 +250,7 @@ TEST(Labels, BoxesOverlap) {
 TEST(Scale, NumbersAreRound) {
   const struct {
     double least, scale, step;
-  } kCases[] = {{1e-9, 100, 1e-9},   {100, 100, 100},      {101, 125, 200},    {1000.0000000001, 1000, 1000},
+  } kCases[] = {{1e-9, 10, 1e-9},    {100, 100, 100},      {101, 125, 200},    {1000.0000000001, 1000, 1000},
                 {5200, 6000, 10000}, {9000, 10000, 10000}, {1.3e6, 1.5e6, 2e6}};
   for (const auto& c : kCases) {
     EXPECT_NEAR(NiceScale(c.least), c.scale, c.scale * 1e-9) << c.least;

@@ -104,6 +104,17 @@ TEST_F(UserData, BinariesGoToTheRegisteredPlatform) {
   }
 }
 
+TEST_F(UserData, ThePlatformIsFoundInBothViewsOfTheRegistry) {
+  MakeIni(kUser);
+  Register(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", L"ProgramFilesDir",
+           At(L"programs"));
+  for (const wchar_t* view : {L"Wow6432Node\\", L""}) {
+    Register(HKEY_LOCAL_MACHINE, CString(L"SOFTWARE\\") + view + L"Quorval\\Zennik\\26.15\\Kernel Services",
+             L"Root Directory", At(CString(L"platform") + view));
+    EXPECT_EQ(PlanUserFileCheck(ini_).binaries_destination, At(CString(L"platform") + view) + L"\\Binaries");
+  }
+}
+
 TEST_F(UserData, FolderOfTooLongANameHasNoFiles) {
   CString folder = L"long";
   while (At(folder).GetLength() < kLongestFolder - 11) folder += L"\\123456789";

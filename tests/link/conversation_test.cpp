@@ -110,6 +110,34 @@ TEST_F(Conversation, ASecondConversation) {
   EXPECT_TRUE(CDdeCom::IsServerThere());  // an object that goes changes nothing
 }
 
+// The notifications that are on their way are not for the next conversation.
+TEST_F(Conversation, ANotificationMayCloseAndConnect) {
+  struct Closing : Window {
+    void Notify(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override {
+      Window::Notify(message, wParam, lParam);
+      if (closes) CDdeCom::Close();
+      if (connects) connected = CDdeCom::Connect();
+      connects = false;
+    }
+    bool closes = true, connects = false;
+    int connected = -1;
+  };
+  for (const bool connects : {false, true}) {
+    Serve("greet 195 -1\nsend 196\nsend 197 9\nsend 193 1\n");
+    CDdeCom com;
+    Closing window;
+    window.connects = connects;
+    com.m_pNotifyWnd = &window;
+    ASSERT_EQ(CDdeCom::Connect(), 0);
+    EXPECT_TRUE(HandleUntil([&] { return !window.told.empty(); }));
+    HandleFor(std::chrono::milliseconds(500));
+    EXPECT_EQ(window.told, connects ? "1024 1120 0\n1024 1119 0\n" : "1024 1120 0\n");
+    EXPECT_EQ(window.connected, connects ? 0 : -1);
+    EXPECT_FALSE(CDdeCom::m_Hconv);
+    EXPECT_EQ(CDdeCom::WaitForReplies(0), -1);
+  }
+}
+
 TEST_F(Conversation, NobodyThere) {
   CDdeCom com;
   const auto start = Clock::now();

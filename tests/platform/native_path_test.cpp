@@ -7,6 +7,7 @@
 
 #include "tests/support/environment_variable.h"
 #include "tests/support/test_files.h"
+#include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
 namespace velmora {
@@ -25,7 +26,10 @@ TEST(NativePath, DrivesAndSeparators) {
                {L"c:/a\\b", "/nowhere/c/a/b"},
                {L"C:", "/nowhere/c"},
                {L"C:\\..\\.\\..\\a\\.\\", "/nowhere/c/a/"},
-               {L"C:/a/b/../../../c\\..", "/nowhere/c/"},
+               {L"C:/a/b/../../../c\\..", "/nowhere/c"},
+               {L"C:\\a\\\\..\\\\b\\\\", "/nowhere/c/b/"},
+               {L"\\\\?\\c:\\a\\..\\b", "/nowhere/c/b"},
+               {L"\\\\?\\a", "//?/a"},
                {L"C:a", "C:a"},
                {L"CC:\\a", "CC:/a"},
                {L"1:\\a", "1:/a"},
@@ -40,6 +44,23 @@ TEST(NativePath, DrivesAndSeparators) {
   EXPECT_EQ(NativePath(L"D:\\a"), "/nowhere/data/velmora/drive_d/a");
   const EnvironmentVariable relative(L"XDG_DATA_HOME", L"data");
   EXPECT_EQ(NativePath(L"D:"), "/nowhere/home/.local/share/velmora/drive_d");
+}
+
+TEST(NativePath, DriveFolderIsMadeWithTheFirstEntry) {
+  const TemporaryFolder folder;
+  const EnvironmentVariable data(L"XDG_DATA_HOME", folder.File(L"data"));
+  const EnvironmentVariable named(L"VELMORA_DRIVE_D", folder.File(L"missing"));
+  EXPECT_TRUE(FindFiles(L"C:\\*").empty());
+  EXPECT_FALSE(MakeFolder(L"D:\\a"));
+  EXPECT_EQ(NamesIn(folder.Path()), std::vector<CString>());
+  EXPECT_TRUE(MakeFolder(L"C:\\a"));
+  EXPECT_TRUE(ReplaceFileContent(L"e:\\new.txt", "x"));
+  EXPECT_EQ(NamesIn(folder.File(L"data\\velmora")), (std::vector<CString>{L"drive_c", L"drive_e"}));
+}
+
+TEST(NativePath, ANameFollowsTheLastSeparatorOfEitherKind) {
+  EXPECT_EQ(NameOfPath(L"/home\\p/ROAD.VL"), L"ROAD.VL");
+  EXPECT_EQ(NameOfPath(L"/home/p\\"), L"");
 }
 
 TEST(NativePath, NamesMatchWithoutRegardToCase) {

@@ -102,6 +102,9 @@ TEST_F(Profile, Writes) {
     EXPECT_TRUE(WriteProfile(each.section, each.key, each.value, path));
     EXPECT_EQ(WithoutBlankLines(ReadBytes(path)), "k=0\r\n[S]\r\n" + each.expected);
   }
+  const CString other = Make("[S]\nk=1\n");  // from a system of another kind
+  EXPECT_TRUE(WriteProfile(L"S", L"n", L"v", other) && WriteProfile(L"T", L"n", L"v", other));
+  EXPECT_EQ(ReadBytes(other), "[S]\nk=1\nn=v\n[T]\nn=v\n");
 }
 
 TEST_F(Profile, WhatTheFileCannotHoldIsRefused) {
@@ -150,7 +153,7 @@ TEST(ProfileText, ChangesOneLineOnly) {
       {"[S]\nk=1", L"S", L"k", L"v", "[S]\nk=v"},
       {"[S]\nk\nk=2\n", L"S", L"k", nullptr, "[S]\nk=2\n"},
       {"\xEF\xBB\xBF", L"S", L"k", L"\u0416", "\xEF\xBB\xBF[S]\r\nk=\xD0\x96\r\n"},
-      {"[S]\nk=1", L"S", L"n", L"v", "[S]\nk=1\r\nn=v\r\n"},
+      {"[S]\nk=1", L"S", L"n", L"v", "[S]\nk=1\nn=v\n"},
       {"[\xC5]\r\n\xE4=1\r\n", L"\u00E5", L"\u00C4", L"2", "[\xC5]\r\n\xE4=2\r\n"},
       {"\xEF\xBB\xBF; \xE5\n[S]\nk=1\n", L"S", L"k", L"\u0416", "\xEF\xBB\xBF; \xE5\n[S]\nk=\xD0\x96\n"},
       {"\xFE\xFF\0[\0S\0]\0\n\0k\0=\x04\x16\0\n\0l"s, L"S", L"k", L"v",

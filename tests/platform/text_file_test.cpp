@@ -57,6 +57,9 @@ TEST_F(TextFile, LineEnds) {
       {"\xFF\xFEg\0\n\0x"s, L"g\nx"},  // half a unit at the end
       {"\xFF\xFEg\0\r\0\n"s, L"g\n"},  // that ends a line
       {"\xFF", L"\u00FF"},
+      {"a\r\n\x1A", L"a\n"},  // the end-of-file character of DOS
+      {"a\x1A\r\nb\n", L"a"},
+      {"\xFF\xFEg\0\x1A\x01\n\0\x1A\0x\0"s, L"g\u011A\n"},
   };
   for (const auto& each : cases) {
     WriteBytes(path_, each.bytes);
@@ -86,9 +89,11 @@ TEST_F(TextFile, LinesOfAnyLengthMeetTheBuffersAnywhere) {
 TEST_F(TextFile, EveryByteAndTheMarkSurvive) {
   std::string every;
   for (int c = 0; c < 256; ++c)
-    if (c != '\n') every += static_cast<char>(c);
+    if (c != '\n' && c != 0x1A) every += static_cast<char>(c);
   for (const std::string& bytes :
-       {every + "\r\n" + every, "\xEF\xBB\xBF"s, "\xEF\xBB\xBF\xC3\xA5\xE2\x82\xAC\xF0\x9F\x98\x80\r\nb\r\n"s,
+       {every + "\r\n" + every, every + "\r\n\x1A" + std::string(65'532, 'x') + "\n\x1A",
+        std::string(200'000, 'x') + "\r\n\x1A\x1A", "\xFF\xFEg\0\r\0\n\0\x1A\0half"s, "\xEF\xBB\xBF"s,
+        "\xEF\xBB\xBF\xC3\xA5\xE2\x82\xAC\xF0\x9F\x98\x80\r\nb\r\n"s,
         "\xFF\xFE\xE5\0\x3D\xD8\x00\xDE\x00\xD8\r\0\n\0"s,  // a lone surrogate
         "\xFE\xFF\0\xE5\xD8\x3D\xDE\x00\0\r\0\n"s}) {
     WriteBytes(path_, bytes);
@@ -102,6 +107,7 @@ TEST_F(TextFile, WriterThatFailsLeavesTheFile) {
   EXPECT_FALSE(Rewrite(path_, L"\u0416\n" + std::wstring(100'000, L'x')));
   EXPECT_FALSE(Rewrite(path_, std::wstring(100'000, L'x') + L"\u0416"));  // late, much is written
   EXPECT_FALSE(Rewrite(path_, L"\u00FF\u00FEx"));                         // would be read as a mark
+  EXPECT_FALSE(Rewrite(path_, L"a\u001Ab"));                              // would end the text
   EXPECT_FALSE(TextWriter().Commit());                                    // never begun
   EXPECT_EQ(ReadBytes(path_), "\xE5\x80\r\n\r\n");
   EXPECT_EQ(NamesIn(folder_.Path()).size(), 1U);

@@ -10,6 +10,7 @@
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"
+#include "velmora/project/folder_list.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {
@@ -162,9 +163,11 @@ TEST_F(ProjectStructure, AFileThatIsNoFolderListIsReadToALimit) {
   };
   MakeFolders(L"P");
   EXPECT_EQ(told("Foto\n\n", kMostListedFolders, "Karta\nRit\n"), Names{L"8193:\nKarta"});
-  EXPECT_EQ(told("..\n", kMostRefusedFolders, "Karta\n").size(), static_cast<size_t>(kMostRefusedFolders));
+  const Names refused = told("..\n", 70, "Karta\n");
+  EXPECT_EQ(refused.size(), 65U);
+  EXPECT_EQ(refused.back().Right(5), L" 6 st");
   EXPECT_EQ(told("Rit\n", 1, std::string(5'000'000, 'x') + "\nKarta\n"), Names{L"2:\n"});
-  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Rit"}));
+  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Karta", L"Rit"}));
 }
 
 TEST_F(ProjectStructure, WithoutAListTheProjectIsMadeAllTheSame) {

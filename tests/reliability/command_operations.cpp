@@ -42,6 +42,7 @@ void PrepareInstallation(Scene& s) {
 std::string InstallSample(Scene& s) {
   cli::EnvOptions options;
   options.to = PathForDisplay(s.At(L"to"));
+  options.registered_data = true;
   ::testing::internal::CaptureStdout();
   const std::string result = Result([&] { cli::EnvInstall(options); });
   ::testing::internal::GetCapturedStdout();

@@ -61,5 +61,20 @@ TEST(KeyValue, TheIndexNeverDisagreesWithTheList) {
   }
 }
 
+TEST(KeyValue, ARecordRenamedThroughAKeptPointerIsFound) {
+  for (const bool walked : {false, true}) {
+    CTundrilCFG cfg(L"P", L"");
+    cfg.WriteKey(L"a", L"1");
+    cfgtype* const kept = cfg.pael;
+    for (const wchar_t* key : {L"b", L"c"}) cfg.WriteKey(key, L"2");
+    if (walked) cfg.Home();
+    EXPECT_EQ(cfg.FindKey(L"b"), 0);
+    CopyToField(kept->nyckel, L"new");
+    EXPECT_EQ(cfg.FindKey(L"NEW"), 0);
+    EXPECT_EQ(cfg.pael, kept);
+    EXPECT_EQ(cfg.FindKey(L"a"), -1);
+  }
+}
+
 }  // namespace
 }  // namespace velmora

@@ -35,7 +35,8 @@ TEST(Format, WritesNumbersAsPrintfDoes) {
   constexpr int kLeast = std::numeric_limits<int>::min();
   const double infinity = std::numeric_limits<double>::infinity();
   const std::string kFlags[] = {"", "-", "+", " ", "0", "-0", "+0", " 0", "+-"};
-  const std::string kSizes[] = {"", "1", "9", "12", ".0", ".1", "9.4", "6.2", "12.0", ".17", "40.12"};
+  const std::string kSizes[] = {"",    "1",   "9",    "12",  ".0",    ".1",
+                                "9.4", "6.2", "12.0", ".17", "40.12", ".1200"};
   for (const std::string& flags : kFlags) {
     for (const std::string& size : kSizes) {
       const std::string start = "[%" + flags + size;

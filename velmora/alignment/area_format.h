@@ -25,7 +25,8 @@ class AreaLines {
   // Takes a line without its line end. False when reading ends: all three lines are read, or one is not a
   // pair of numbers.
   bool Next(std::wstring_view line);
-  // Whether all three lines have been read.
+  // How many of the three lines have been read.
+  int Read() const { return read_; }
   bool Complete() const { return read_ == 3; }
 
  private:

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "velmora/alignment/drawn_place.h"
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
@@ -28,6 +29,17 @@ class PointFindings {
   BoundedFindings found_;
 };
 
+std::string LargeArc(const std::string& bulge, const kovltype& a, const kovltype& b) {
+  const bool half = std::fabs(a.bulge) == 1;
+  if (half && !RunsTheOtherWay(a, b))
+    return bulge +
+           " is half a circle: align place, extend, locate, stations and plot all follow the bulge here";
+  return bulge +
+         (half ? " is half a circle: align place and extend run along the other half"
+               : " is an arc of more than half a circle: align place and extend run the shorter way") +
+         "; align locate, stations and plot follow the bulge";
+}
+
 void CheckStations(const std::vector<kovltype>& points, bool descending, size_t i, PointFindings* findings) {
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
   const std::string station = "station " + FormatFixed(points[i + 1].sek, 3);
@@ -44,17 +56,28 @@ BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector
   PointFindings findings(lines);
   if (points.size() == 1) findings.Add(0, "is the plan's only point; an alignment needs two or more");
   const bool descending = IsDescending(points);
+  if (descending)
+    findings.Add(0,
+                 "the stations fall: align locate gives V and H as seen towards higher stations, align place "
+                 "takes them as seen along the points, and the suite's own programs give the wrong side at "
+                 "corners");
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
     const kovltype& b = points[i + 1];
     const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
-    const std::string bulge = "bulge " + FormatFixed(a.bulge, 4);
+    const std::string bulge =
+        "bulge " + (std::fabs(a.bulge) < 1e6 ? FormatFixed(a.bulge, 4) : FormatShortest(a.bulge));
     if (coincident) findings.Add(i + 1, "coincides with the previous point");
     if (coincident && !IsStraight(a.bulge))
       findings.Add(i, bulge + " between coincident points gives no arc");
-    else if (std::fabs(a.bulge) > 1)
+    else if (std::fabs(a.bulge) >= 1)
+      findings.Add(i, LargeArc(bulge, a, b));
+    if (!coincident && EndsBesideAxis(a, b))
       findings.Add(i,
-                   bulge + " is an arc of more than half a circle; computations take the shorter way round");
+                   "the arc ends beside an axis through its centre: the suite's own programs give stations a "
+                   "quarter of the circle off (" +
+                       LengthText(ArcFromBulge(InPlane(a), InPlane(b), a.bulge).radius * kHalfPi) +
+                       ") on it or near it; align locate and plot give the right ones");
     CheckStations(points, descending, i, &findings);
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);

@@ -102,6 +102,16 @@ PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, 
   return IsStraight(a.bulge) ? PointOnStraight(a, b, station, offset) : PointOnArc(a, b, station, offset);
 }
 
+// An arc's direction differs from its chord's by half its sweep, to the right at the start of one that turns
+// counter-clockwise.
+PlanePoint DirectionOfTravel(const kovltype& a, const kovltype& b, bool at_start) {
+  const double half_sweep = 2 * std::atan(a.bulge) * (at_start ? -1 : 1);
+  const double c = std::cos(half_sweep);
+  const double s = std::sin(half_sweep);
+  const PlanePoint chord{b.y - a.y, b.x - a.x};
+  return {chord.h * c - chord.v * s, chord.h * s + chord.v * c};
+}
+
 double ArcLength(PlanePoint from, PlanePoint to, double bulge) {
   const double length = FootOnArc(from, bulge, to, to).along;
   return std::isfinite(length) ? length : 0.0;

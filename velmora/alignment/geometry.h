@@ -127,6 +127,10 @@ inline Foot FootOnSegment(const kovltype& a, const kovltype& b, PlanePoint p) {
 // proportional to station, not to measured length. An arc runs the shorter way between its ends.
 PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset);
 
+// The direction in which the line runs at the start of the segment a→b, or at its end; a vector of the
+// chord's length.
+PlanePoint DirectionOfTravel(const kovltype& a, const kovltype& b, bool at_start);
+
 // The length by which station grows over the arc between two points, measured by its foot; 0 where
 // coincident points leave no arc.
 double ArcLength(PlanePoint from, PlanePoint to, double bulge);

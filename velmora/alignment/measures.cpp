@@ -31,16 +31,6 @@ void IncludeArc(const kovltype& a, const kovltype& b, const Arc& arc, PlanBounds
   }
 }
 
-// The direction of travel where a segment begins (`at_start`) or ends: an arc's differs from its chord by
-// half its sweep, to the right at the start of one that turns counter-clockwise.
-PlanePoint Tangent(const kovltype& a, const kovltype& b, bool at_start) {
-  const double half_sweep = 2 * std::atan(a.bulge) * (at_start ? -1 : 1);
-  const double c = std::cos(half_sweep);
-  const double s = std::sin(half_sweep);
-  const PlanePoint chord{b.y - a.y, b.x - a.x};
-  return {chord.h * c - chord.v * s, chord.h * s + chord.v * c};
-}
-
 // How far `p` lies from `from` along a direction, in units of its length.
 double Ahead(PlanePoint from, PlanePoint direction, PlanePoint p) {
   return (p.h - from.h) * direction.h + (p.v - from.v) * direction.v;
@@ -48,11 +38,12 @@ double Ahead(PlanePoint from, PlanePoint direction, PlanePoint p) {
 
 OffEnd BehindEnd(const std::vector<kovltype>& plan, bool start, PlanePoint p) {
   if (start)
-    return Ahead(InPlane(plan[0]), Tangent(plan[0], plan[1], true), p) < 0 ? OffEnd::kBeforeStart
-                                                                           : OffEnd::kNeither;
+    return Ahead(InPlane(plan[0]), DirectionOfTravel(plan[0], plan[1], true), p) < 0 ? OffEnd::kBeforeStart
+                                                                                     : OffEnd::kNeither;
   const kovltype& last = plan.back();
-  return Ahead(InPlane(last), Tangent(plan[plan.size() - 2], last, false), p) > 0 ? OffEnd::kBeyondEnd
-                                                                                  : OffEnd::kNeither;
+  return Ahead(InPlane(last), DirectionOfTravel(plan[plan.size() - 2], last, false), p) > 0
+             ? OffEnd::kBeyondEnd
+             : OffEnd::kNeither;
 }
 
 }  // namespace
@@ -85,14 +76,30 @@ PlanMeasures MeasurePlan(const std::vector<kovltype>& points) {
   return measures;
 }
 
-double GreatestStationError(const std::vector<kovltype>& points) {
+StationErrors FindStationErrors(const std::vector<kovltype>& points) {
+  constexpr double kNoticed = 0.001;  // m
+  StationErrors errors;
   double length = 0;
-  double greatest = 0;
-  for (size_t i = 1; i < points.size(); ++i) {
-    length += SegmentLength(points[i - 1], points[i]);
-    greatest = std::max(greatest, std::fabs(points[i].sek - points[0].sek - length));
+  for (size_t i = 0; i + 1 < points.size(); ++i) {
+    const kovltype& a = points[i];
+    const kovltype& b = points[i + 1];
+    const double own = SegmentLength(a, b);
+    const double by_later = SegmentLength({a.x, a.y, b.bulge, 0}, b);
+    if (!errors.later_bulge && std::fabs(by_later - own) > kNoticed) errors.later_bulge = i;
+    if (!errors.beside_axis && std::fabs(b.sek - a.sek - by_later) > kNoticed) errors.beside_axis = i;
+    length += own;
+    errors.greatest = std::max(errors.greatest, std::fabs(b.sek - points[0].sek - length));
   }
-  return greatest;
+  return errors;
+}
+
+std::optional<size_t> RepeatedStation(const std::vector<kovltype>& plan, double station) {
+  const auto has_it = [station](const kovltype& p) {
+    return std::fabs(p.sek - station) <= kStationTolerance;
+  };
+  for (size_t i = 0; i + 1 < plan.size(); ++i)
+    if (has_it(plan[i]) && has_it(plan[i + 1])) return i;
+  return std::nullopt;
 }
 
 OffEnd WhyNotFound(const std::vector<kovltype>& plan, PlanePoint p) {

@@ -28,9 +28,16 @@ PlanMeasures MeasurePlan(const std::vector<kovltype>& points);
 // The length of the segment from `a` to `b`: of the straight, or of the arc that `a`'s bulge describes.
 double SegmentLength(const kovltype& a, const kovltype& b);
 
-// The greatest difference between a point's station, counted from the first one's, and the length of the
-// plan up to it.
-double GreatestStationError(const std::vector<kovltype>& points);
+// How stations that CVaglinje::SektBerak computed differ from the lengths along the plan, and why.
+struct StationErrors {
+  double greatest = 0;                // m, counted from the first point
+  std::optional<size_t> later_bulge;  // the first segment that its later point's bulge makes another arc
+  std::optional<size_t> beside_axis;  // the first that is measured from an end beside an axis
+};
+StationErrors FindStationErrors(const std::vector<kovltype>& points);
+
+// Whether two neighbouring points have this station. Returns the first of them.
+std::optional<size_t> RepeatedStation(const std::vector<kovltype>& plan, double station);
 
 // Which end of an alignment a point or a station that is not found lies off.
 enum class OffEnd { kBeforeStart, kBeyondEnd, kNeither };

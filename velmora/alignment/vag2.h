@@ -39,8 +39,8 @@ class VELMORA_API CVag2 {
   int Init(const wchar_t* file);
   int Init(const CString& file) { return Init(file.GetString()); }
 
-  // Called for each line of a file as it is read, numbered from 1; `line` is the text of an unreadable one,
-  // of others it may be empty.
+  // Called for each line of a file as it is read, numbered from 1; `line` is its text, empty for a point of
+  // plain numbers and nothing else.
   using LineReport = std::function<void(int number, LineKind kind, const CString& line)>;
   // The same from an open file, with every line passed to `report` instead of the status bar. Returns 0; -1,
   // with both empty, on a read error.

@@ -4,7 +4,11 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
+
+#include "velmora/text/quoted.h"
 
 namespace velmora {
 
@@ -15,6 +19,20 @@ struct Finding {
   bool lost = true;       // a rewrite of the file omits the line or a part of it
 };
 using Findings = std::vector<Finding>;
+
+// Collects what is found in one line; without a list nothing.
+struct LineFindings {
+  std::int64_t line = 0;
+  Findings* all = nullptr;
+
+  void Add(std::string what, bool misread = true, bool lost = true) const {
+    if (all != nullptr) all->push_back({line, std::move(what), misread, lost});
+  }
+  // The finding's text is `what`, with `part` quoted after it.
+  void Add(const std::string& what, std::wstring_view part, bool misread = true, bool lost = true) const {
+    if (all != nullptr) Add(what + ": " + Quoted(part), misread, lost);
+  }
+};
 
 }  // namespace velmora
 

@@ -46,18 +46,6 @@ bool HasPart(std::wstring_view path, Kind is) {
   return false;
 }
 
-// Whether the existing levels of `path`, which begins with `folder`, are inside the folder.
-bool IsThereInside(const CString& folder, const CString& path) {
-  const std::optional<CString> real_folder = RealPath(folder);
-  if (!real_folder) return true;  // nothing exists
-  for (std::wstring_view there = path.GetView(); there.size() > folder.GetView().size();) {
-    if (const std::optional<CString> real = RealPath(there))
-      return (*real + L"\\").GetView().starts_with((*real_folder + L"\\").GetView());
-    there = there.substr(0, there.find_last_of(kSeparators));
-  }
-  return true;
-}
-
 }  // namespace
 
 size_t RootLength(std::wstring_view path) {
@@ -97,11 +85,5 @@ bool StaysInsideFolder(std::wstring_view name) {
 }
 
 bool NamesDevice(std::wstring_view path) { return HasPart(path, IsDeviceName); }
-
-bool MayBeMadeIn(const CString& folder, std::wstring_view listed) {
-  listed.remove_prefix(std::min(listed.find_first_not_of(kSeparators), listed.size()));
-  return listed.empty() ||
-         (StaysInsideFolder(listed) && IsThereInside(folder, JoinPath(folder, CString(listed))));
-}
 
 }  // namespace velmora

@@ -26,21 +26,13 @@ bool HasOrMakesFolder(const CString& path);
 std::optional<CString> MakeFolderLevels(const CString& path);
 
 // Whether `name`, joined to a folder, stays inside that folder on every system: it does not begin with a
-// separator, has no part "..", no drive, stream or device name, and at most 259 characters.
+// separator, has no part "..", no drive, stream or device name, and at most 259 characters. Links that the
+// user made are followed.
 bool StaysInsideFolder(std::wstring_view name);
 
 // Whether a part of the path is a device name, which Windows recognises in every folder: "CON", "nul.txt",
 // "COM1". Reading from a device may never end.
 bool NamesDevice(std::wstring_view path);
-
-// Whether a folder `listed` in a file may be created below `folder`: its name stays inside, and so do its
-// existing levels when links are followed. Leading separators are ignored, so a line of separators only is
-// the folder itself.
-bool MayBeMadeIn(const CString& folder, std::wstring_view listed);
-
-// Limits of a folder list: lines that are read, and lines that may be refused before reading ends.
-inline constexpr int kMostListedFolders = 4096;
-inline constexpr int kMostRefusedFolders = 64;
 
 }  // namespace velmora
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "velmora/platform/files.h"
+
 namespace velmora {
 
 void SplitPath(const CString& path, CString* folder, CString* name) {
@@ -27,7 +29,10 @@ CString JoinPath(const CString& folder, const CString& name) {
   return path;
 }
 
-CString NameOfPath(const CString& path) { return path.Mid(path.ReverseFind(L'\\') + 1); }
+CString NameOfPath(const CString& path) {
+  const std::wstring_view text = path.GetView();
+  return CString(text.substr(text.find_last_of(PathSeparators()) + 1));  // the whole path without a separator
+}
 
 CString SortUpper(const CString& text) {
   std::wstring raised(text.GetView());

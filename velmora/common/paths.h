@@ -19,7 +19,8 @@ VELMORA_API CString ConvertSlashes(const CString& path, int mode);
 // folder, "\", name; existing separators are not checked.
 VELMORA_API CString JoinPath(const CString& folder, const CString& name);
 
-// The part after the last backslash; the whole path without one. Nothing is trimmed.
+// The part after the last of the system's separators (platform/files.h); the whole path without one. Nothing
+// is trimmed.
 VELMORA_API CString NameOfPath(const CString& path);
 
 // Converts a to z to capitals. Required: å, ä and ö keep their case in sort keys, as in existing listings.

@@ -1,10 +1,13 @@
 #include "velmora/drawing/alignment_sheet.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "velmora/alignment/station_text.h"
+#include "velmora/drawing/key_table.h"
 #include "velmora/drawing/plan_view.h"
 #include "velmora/drawing/profile_view.h"
+#include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
 #include "velmora/drawing/title_block.h"
 #include "velmora/text/numbers.h"
@@ -15,9 +18,10 @@ namespace {
 constexpr double kSheetWidth = 420;  // mm, A3
 constexpr double kSheetHeight = 297;
 constexpr double kFrameMargin = 8;
-constexpr double kTitleHeight = 24;
 constexpr double kLeastPlanHeight = 126;
 constexpr double kLeastProfileHeight = 100;
+
+bool IsPlaced(const PlotBoring& boring) { return boring.placed; }
 
 std::string Counted(size_t count, const char* one, const char* many) {
   return std::to_string(count) + (count == 1 ? one : many);
@@ -48,13 +52,63 @@ std::vector<std::string> Facts(const PlotInput& input, const PlanPath& path, con
   return facts;
 }
 
-std::vector<std::string> Borings(const std::vector<PlotBoring>& borings) {
+std::vector<std::string> Borings(const PlotInput& input) {
+  const std::vector<PlotBoring>& borings = input.borings;
   if (borings.empty()) return {"No borings"};
-  const auto placed = static_cast<size_t>(
-      std::count_if(borings.begin(), borings.end(), [](const PlotBoring& b) { return b.placed; }));
+  const auto placed = static_cast<size_t>(std::count_if(borings.begin(), borings.end(), IsPlaced));
+  const auto too_far = static_cast<size_t>(
+      std::count_if(borings.begin(), borings.end(), [](const PlotBoring& b) { return b.too_far; }));
   std::vector<std::string> lines = {Counted(borings.size(), " boring", " borings")};
   if (placed < borings.size()) lines.front() += ", " + std::to_string(placed) + " of them along the line";
+  if (too_far > 0)
+    lines.push_back(std::to_string(too_far) + " farther than " + PlainNumber(input.max_offset) +
+                    " m from it");
   return lines;
+}
+
+// A sheet that nobody sees: what is drawn on it only tells what will find room.
+struct BlankSheet final : Canvas {
+  void BeginSheet(std::string_view, double, double) override {}
+  void Line(SheetPoint, SheetPoint, const Style&) override {}
+  void Rectangle(const SheetRect&, const Style&) override {}
+  void Circle(SheetPoint, double, const Style&) override {}
+  void Path(std::span<const PathPoint>, bool, const Style&) override {}
+  void Dots(std::span<const SheetPoint>, double, const Style&) override {}
+  void Text(SheetPoint, std::string_view, const TextFormat&, const Style&) override {}
+};
+
+// Plan and profile within `frame`, above the title block, which learns what they show. `key` holds the
+// numbers of the borings afterwards.
+void DrawViews(Canvas& canvas, const PlotInput& input, const PlanPath& path, const ProfileLine& profile,
+               const SheetRect& frame, TitleBlock* title, BoringKey* key) {
+  const bool has_profile = !profile.IsEmpty();
+  const bool has_plan = !path.Points().empty() || !has_profile;
+  const double least_plan = has_profile ? std::min(kLeastPlanHeight, frame.height / 2) : frame.height;
+  const double most_plan =
+      has_profile ? std::max(frame.height - kLeastProfileHeight, least_plan) : frame.height;
+  const double plan_height = has_plan ? PlanHeight(input, path, frame.width, least_plan, most_plan) : 0;
+  const SheetRect plan_panel = {frame.x, frame.y, frame.width, plan_height};
+  const SheetRect profile_panel = {frame.x, plan_panel.Bottom(), frame.width, frame.height - plan_height};
+  if (has_plan) {
+    const PlanSummary plan = DrawPlan(canvas, plan_panel, input, path, key);
+    title->plan_scale = plan.scale;
+    title->unlabelled_in_plan = plan.without_label;
+    title->dots = plan.dots;
+    AddCount(plan.off_sheet, " boring lies outside the plan", " borings lie outside the plan", &title->notes);
+  }
+  if (has_profile) {
+    const ProfileSummary summary =
+        DrawProfile(canvas, profile_panel, input, path, profile, title->plan_scale, key);
+    title->unlabelled_in_profile = summary.without_label;
+    AddCount(summary.off_sheet, " boring lies outside the profile", " borings lie outside the profile",
+             &title->notes);
+  } else {
+    title->notes.push_back("No profile");
+  }
+  if (has_plan && has_profile)
+    canvas.Line({frame.x, profile_panel.y}, {frame.Right(), profile_panel.y}, kFrame);
+  AddCount(path.LeftOut() + profile.LeftOut(), " point without usable numbers left out",
+           " points without usable numbers left out", &title->notes);
 }
 
 }  // namespace
@@ -62,51 +116,39 @@ std::vector<std::string> Borings(const std::vector<PlotBoring>& borings) {
 void DrawAlignment(const PlotInput& input, Canvas& canvas) {
   const PlanPath path(input.plan);
   const ProfileLine profile(input.profile);
-  const bool has_profile = !profile.IsEmpty();
-  const bool has_plan = !path.Points().empty() || !has_profile;
-
-  const SheetRect frame = SheetRect{0, 0, kSheetWidth, kSheetHeight}.Inset(kFrameMargin);
-  const SheetRect title_panel = {frame.x, frame.Bottom() - kTitleHeight, frame.width, kTitleHeight};
-  const double views = frame.height - kTitleHeight;
-  const double least_plan = has_profile ? kLeastPlanHeight : views;
-  const double most_plan = has_profile ? views - kLeastProfileHeight : views;
-  const double plan_height = has_plan ? PlanHeight(input, path, frame.width, least_plan, most_plan) : 0;
-  const SheetRect plan_panel = {frame.x, frame.y, frame.width, plan_height};
-  const SheetRect profile_panel = {frame.x, plan_panel.Bottom(), frame.width, views - plan_height};
-
   TitleBlock title;
   title.name = input.name.empty() ? "Road without a name" : input.name;
   title.facts = Facts(input, path, profile);
-  title.notes = Borings(input.borings);
+  title.notes = Borings(input);
   title.has_borings = !input.borings.empty();
+  title.has_strays = !std::all_of(input.borings.begin(), input.borings.end(), IsPlaced);
 
-  canvas.BeginSheet(title.name, kSheetWidth, kSheetHeight);
-  size_t without_label = 0;
-  if (has_plan) {
-    const PlanSummary plan = DrawPlan(canvas, plan_panel, input, path);
-    title.plan_scale = plan.scale;
-    without_label = plan.without_label;
-    title.dots = plan.dots;
-    if (plan.dots) title.notes.push_back("Too many borings for labels");
-    AddCount(plan.off_sheet, " boring lies outside the plan", " borings lie outside the plan", &title.notes);
-  }
-  if (has_profile) {
-    const ProfileSummary summary = DrawProfile(canvas, profile_panel, input, path, profile, title.plan_scale);
-    without_label = std::max(without_label, summary.without_label);
-    AddCount(summary.off_sheet, " boring lies outside the profile", " borings lie outside the profile",
-             &title.notes);
-  } else {
-    title.notes.push_back("No profile");
-  }
-  AddCount(without_label, " label found no room", " labels found no room", &title.notes);
-  AddCount(path.LeftOut() + profile.LeftOut(), " point without usable numbers left out",
-           " points without usable numbers left out", &title.notes);
+  const SheetRect frame = SheetRect{0, 0, kSheetWidth, kSheetHeight}.Inset(kFrameMargin);
+  const double title_height = TitleBlockHeight(title, frame.width);
+  const SheetRect title_panel = {frame.x, frame.Bottom() - title_height, frame.width, title_height};
+  const SheetRect views = {frame.x, frame.y, frame.width, frame.height - title_height};
 
+  // The size of the sheet comes before all else, so that the key's is found on a blank one.
+  BoringKey key;
+  if (title.has_borings) {
+    BlankSheet blank;
+    TitleBlock ignored = title;
+    DrawViews(blank, input, path, profile, views, &ignored, &key);
+  }
+  const KeyTable table(key, frame.width);
+  title.has_key = table.Height() > 0;
+  const double sheet_height = kSheetHeight + table.Height();
+  title.sheet =
+      title.has_key ? PlainNumber(kSheetWidth) + " × " + PlainNumber(std::ceil(sheet_height)) + " mm" : "A3";
+
+  canvas.BeginSheet(title.name, kSheetWidth, sheet_height);
+  BoringKey numbered_again;
+  DrawViews(canvas, input, path, profile, views, &title, &numbered_again);
   DrawTitleBlock(canvas, title_panel, title);
-  canvas.Rectangle(frame, kFrame);
+  table.Draw(canvas, {frame.x, frame.Bottom()});
+  canvas.Rectangle({frame.x, frame.y, frame.width, frame.height + table.Height()}, kFrame);
   canvas.Line({frame.x, title_panel.y}, {frame.Right(), title_panel.y}, kFrame);
-  if (has_plan && has_profile)
-    canvas.Line({frame.x, profile_panel.y}, {frame.Right(), profile_panel.y}, kFrame);
+  if (title.has_key) canvas.Line({frame.x, frame.Bottom()}, {frame.Right(), frame.Bottom()}, kFrame);
 }
 
 }  // namespace velmora::drawing

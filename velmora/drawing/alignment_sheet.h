@@ -1,4 +1,5 @@
-// The drawing of an alignment as one sheet, A3 landscape: plan, profile and title block.
+// The drawing of an alignment as one sheet, A3 landscape: plan, profile and title block, and below them,
+// where borings have numbers for labels, the key to these, by which the sheet is higher.
 #ifndef VELMORA_DRAWING_ALIGNMENT_SHEET_H_
 #define VELMORA_DRAWING_ALIGNMENT_SHEET_H_
 
@@ -16,9 +17,10 @@ struct PlotBoring {
   double northing = 0;
   double easting = 0;
   std::optional<double> level;
-  bool placed = false;  // station and offset are valid
+  bool placed = false;  // along the road: station and offset are valid
   double station = 0;
-  double offset = 0;  // positive to the right
+  double offset = 0;     // positive to the right
+  bool too_far = false;  // not placed, as its offset is too large
 };
 
 struct PlotInput {
@@ -27,15 +29,13 @@ struct PlotInput {
   std::vector<kovltype> plan;
   std::vector<kovltype> profile;  // by rising station, as the level look-up needs it
   std::vector<PlotBoring> borings;
+  double max_offset = 0;  // m, beyond which borings are `too_far`
   bool km_stations = false;
 };
 
 // The largest coordinate, station or level that is drawn; points beyond it, or not finite, are left out and
 // their number is noted on the sheet.
 inline constexpr double kLargestDrawn = 1e9;  // m
-
-// Above this many borings they are dots without labels.
-inline constexpr size_t kMostLabelledBorings = 150;
 
 // Begins the sheet and draws it. Any input gives a drawing, if need be one that says there is nothing to
 // draw.

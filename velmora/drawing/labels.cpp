@@ -11,6 +11,8 @@ namespace velmora::drawing {
 namespace {
 
 constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
+constexpr double kCell = 8;           // mm
+constexpr double kLeaderRoom = 0.3;
 constexpr double kDegree = std::numbers::pi / 180;
 
 // Of the font size; DejaVu Sans is the widest of the fonts that the drawing asks for.
@@ -58,10 +60,12 @@ double TextWidth(std::string_view utf8, double size) {
   return width * size;
 }
 
-std::string FitText(std::string_view utf8, double size, double width) {
-  if (TextWidth(utf8, size) <= width) return std::string(utf8);
+namespace {
+
+// The bytes of the text that fit into `width`.
+size_t Fitting(std::string_view utf8, double size, double width) {
+  double used = 0;
   size_t kept = 0;
-  double used = LetterWidth(U'…') * size;
   while (kept < utf8.size()) {
     char32_t c = 0;
     const size_t length = DecodeUtf8Sequence(utf8.substr(kept), &c);
@@ -69,7 +73,35 @@ std::string FitText(std::string_view utf8, double size, double width) {
     if (used > width) break;
     kept += length == 0 ? 1 : length;
   }
-  return std::string(utf8.substr(0, kept)) + "…";
+  return kept;
+}
+
+}  // namespace
+
+std::string FitText(std::string_view utf8, double size, double width) {
+  if (Fitting(utf8, size, width) == utf8.size()) return std::string(utf8);
+  return std::string(utf8.substr(0, Fitting(utf8, size, width - LetterWidth(U'…') * size))) + "…";
+}
+
+std::vector<std::string> WrapText(std::string_view utf8, double size, double width, size_t most_lines) {
+  std::vector<std::string> lines;
+  while (!utf8.empty()) {
+    if (lines.size() + 1 == most_lines) {
+      lines.push_back(FitText(utf8, size, width));
+      break;
+    }
+    size_t end = std::max<size_t>(Fitting(utf8, size, width), 1);
+    size_t next = end;
+    if (end < utf8.size()) {
+      if (const size_t blank = utf8.rfind(' ', end); blank != std::string_view::npos && blank > 0) {
+        end = blank;
+        next = blank + 1;
+      }
+    }
+    lines.emplace_back(utf8.substr(0, end));
+    utf8.remove_prefix(next);
+  }
+  return lines;
 }
 
 // Two boxes are apart exactly when they are apart along one of their four sides' directions.
@@ -113,28 +145,77 @@ double ReadableAngle(double dx, double dy) {
   return angle;
 }
 
+Obstacles::Obstacles(const SheetRect& area)
+    : area_(area),
+      columns_(1 + static_cast<size_t>(std::max(area.width, 0.0) / kCell)),
+      rows_(1 + static_cast<size_t>(std::max(area.height, 0.0) / kCell)),
+      cells_(columns_ * rows_) {}
+
+template <class Take>
+bool Obstacles::AnyCell(const RotatedBox& box, const Take& take) const {
+  const Axes axes = AxesOf(box);
+  const auto reach = [](double low, double high, double from, size_t count) {
+    const double last = static_cast<double>(count) - 1;
+    return std::pair(static_cast<size_t>(std::clamp((low - from) / kCell, 0.0, last)),
+                     static_cast<size_t>(std::clamp((high - from) / kCell, 0.0, last)));
+  };
+  const double half_x = HalfExtent(axes, {1, 0});
+  const double half_y = HalfExtent(axes, {0, 1});
+  const auto [left, right] = reach(box.centre.x - half_x, box.centre.x + half_x, area_.x, columns_);
+  const auto [top, bottom] = reach(box.centre.y - half_y, box.centre.y + half_y, area_.y, rows_);
+  for (size_t row = top; row <= bottom; ++row)
+    for (size_t column = left; column <= right; ++column)
+      if (take(row * columns_ + column)) return true;
+  return false;
+}
+
+void Obstacles::Add(const RotatedBox& box, bool solid) {
+  const auto number = static_cast<std::uint32_t>(all_.size());
+  all_.push_back({box, solid});
+  AnyCell(box, [&](size_t cell) {
+    cells_[cell].push_back(number);
+    return false;
+  });
+}
+
+void Obstacles::Add(const LabelPlace& label) {
+  AddSolid(label.box);
+  if (label.leader) AddLine(LineBox(label.leader->first, label.leader->second, kLeaderRoom));
+}
+
+bool Obstacles::Covers(const RotatedBox& box, bool lines_too) const {
+  return AnyCell(box, [&](size_t cell) {
+    return std::any_of(cells_[cell].begin(), cells_[cell].end(), [&](std::uint32_t number) {
+      const Obstacle& obstacle = all_[number];
+      return (lines_too || obstacle.solid) && Overlap(obstacle.box, box);
+    });
+  });
+}
+
 bool Obstacles::AllowsLabel(const RotatedBox& label) const {
-  const auto covered = [&](const RotatedBox& box) { return Overlap(box, label); };
-  return Contains(area_, label) && std::none_of(solid_.begin(), solid_.end(), covered) &&
-         std::none_of(lines_.begin(), lines_.end(), covered);
+  return Contains(area_, label) && !Covers(label, /*lines_too=*/true);
 }
 
-bool Obstacles::AllowsLeader(const RotatedBox& leader) const {
-  return std::none_of(solid_.begin(), solid_.end(),
-                      [&](const RotatedBox& box) { return Overlap(box, leader); });
+bool Obstacles::AllowsLeader(const RotatedBox& leader) const { return !Covers(leader, /*lines_too=*/false); }
+
+bool Obstacles::Allows(const LabelPlace& label) const {
+  return AllowsLabel(label.box) &&
+         (!label.leader || AllowsLeader(LineBox(label.leader->first, label.leader->second, kLeaderRoom)));
 }
 
-std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,
-                                       double height, SheetPoint direction) {
+std::vector<LabelPlace> PlacesAround(SheetPoint at, double radius, double width, double height,
+                                     SheetPoint direction) {
   constexpr double kNear = 0.7;  // mm between symbol and label
-  constexpr std::array kDistances = {kNear, 2.2, 4.0, 6.5, 10.0, 14.0, 19.0, 25.0, 32.0};
-  constexpr int kDirections = 16;
+  constexpr std::array kDistances = {kNear, 2.2, 4.0, 6.5, 10.0, 14.0, 19.0, 25.0, 32.0, 40.0};
+  constexpr double kFar = 5;  // farther away, more directions are told apart
+  std::vector<LabelPlace> places;
   const double preferred = std::atan2(direction.y, direction.x);
   for (const double distance : kDistances) {
-    for (int i = 0; i < kDirections; ++i) {
+    const int directions = distance < kFar ? 16 : 48;
+    for (int i = 0; i < directions; ++i) {
       // 0, +1, -1, +2, -2 ... steps away from the preferred direction.
       const int steps = i % 2 == 0 ? -i / 2 : (i + 1) / 2;
-      const double angle = preferred + steps * 2 * std::numbers::pi / kDirections;
+      const double angle = preferred + steps * 2 * std::numbers::pi / directions;
       const double c = std::cos(angle);
       const double s = std::sin(angle);
       // The box touches the circle of this distance with the side or corner that faces the symbol.
@@ -142,22 +223,22 @@ std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, doub
           std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
       const double reach = radius + distance + to_side;
       const SheetPoint centre = {at.x + c * reach, at.y + s * reach};
-      const RotatedBox box = {centre, width / 2, height / 2};
-      if (!obstacles.AllowsLabel(box)) continue;
-      PlacedLabel label{centre, std::nullopt};
-      if (distance != kNear) {
-        const SheetPoint end = {std::clamp(at.x, centre.x - width / 2, centre.x + width / 2),
-                                std::clamp(at.y, centre.y - height / 2, centre.y + height / 2)};
-        const double skip = 1.45 * radius / std::hypot(end.x - at.x, end.y - at.y);  // the symbol's box
-        const SheetPoint start = {at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip};
-        const RotatedBox leader = LineBox(start, end, 0.3);
-        if (!obstacles.AllowsLeader(leader)) continue;
-        obstacles.AddLine(leader);
-        label.leader = {start, end};
-      }
-      obstacles.AddSolid(box);
-      return label;
+      LabelPlace& place = places.emplace_back(LabelPlace{{centre, width / 2, height / 2}});
+      if (distance == kNear) continue;
+      const SheetPoint end = {std::clamp(at.x, centre.x - width / 2, centre.x + width / 2),
+                              std::clamp(at.y, centre.y - height / 2, centre.y + height / 2)};
+      const double skip = 1.45 * radius / std::hypot(end.x - at.x, end.y - at.y);  // the symbol's box
+      place.leader = {{at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip}, end};
     }
+  }
+  return places;
+}
+
+std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, std::span<const LabelPlace> places) {
+  for (const LabelPlace& place : places) {
+    if (!obstacles.Allows(place)) continue;
+    obstacles.Add(place);
+    return place;
   }
   return std::nullopt;
 }

@@ -2,6 +2,7 @@
 #ifndef VELMORA_DRAWING_LABELS_H_
 #define VELMORA_DRAWING_LABELS_H_
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,6 +16,9 @@ namespace velmora::drawing {
 
 // The length of text, estimated to a few per cent, rather too long than too short.
 double TextWidth(std::string_view utf8, double size);
+// The text in at most so many lines of this width, broken at blanks where there are some; the last one is
+// shortened with "…" when there is more.
+std::vector<std::string> WrapText(std::string_view utf8, double size, double width, size_t most_lines);
 // The text, shortened with "…" when it would be longer than `width`.
 std::string FitText(std::string_view utf8, double size, double width);
 
@@ -35,35 +39,52 @@ RotatedBox LineBox(SheetPoint a, SheetPoint b, double width);
 // The angle, in degrees, at which text along this direction reads from the left or from below.
 double ReadableAngle(double dx, double dy);
 
+// Where a label can be: its box and, unless it is beside its symbol, the leader from there.
+struct LabelPlace {
+  RotatedBox box;
+  std::optional<std::pair<SheetPoint, SheetPoint>> leader = std::nullopt;
+};
+
 // What labels in an area of the sheet must not cover.
 class Obstacles {
  public:
-  explicit Obstacles(const SheetRect& area) : area_(area) {}
+  explicit Obstacles(const SheetRect& area);
 
   // A label covers neither a solid obstacle nor a line; its leader may cross a line.
-  void AddSolid(const RotatedBox& box) { solid_.push_back(box); }
-  void AddLine(const RotatedBox& box) { lines_.push_back(box); }
+  void AddSolid(const RotatedBox& box) { Add(box, /*solid=*/true); }
+  void AddLine(const RotatedBox& box) { Add(box, /*solid=*/false); }
+  void Add(const LabelPlace& label);
 
   bool AllowsLabel(const RotatedBox& label) const;
   bool AllowsLeader(const RotatedBox& leader) const;
+  bool Allows(const LabelPlace& label) const;
 
  private:
+  struct Obstacle {
+    RotatedBox box;
+    bool solid;
+  };
+
+  void Add(const RotatedBox& box, bool solid);
+  // Calls take(cell) with those that the box may reach into, until it returns true. Returns whether it did.
+  template <class Take>
+  bool AnyCell(const RotatedBox& box, const Take& take) const;
+  bool Covers(const RotatedBox& box, bool lines_too) const;
+
   SheetRect area_;
-  std::vector<RotatedBox> solid_;
-  std::vector<RotatedBox> lines_;
+  size_t columns_;
+  size_t rows_;
+  std::vector<Obstacle> all_;
+  std::vector<std::vector<std::uint32_t>> cells_;  // the obstacles in each, row by row
 };
 
-struct PlacedLabel {
-  SheetPoint centre;
-  // From the symbol to a label that is not beside it.
-  std::optional<std::pair<SheetPoint, SheetPoint>> leader;
-};
+// The places for a label of this size, without rotation, around the symbol at `at`: near ones first, and
+// among the equally near those closest to `direction`.
+std::vector<LabelPlace> PlacesAround(SheetPoint at, double radius, double width, double height,
+                                     SheetPoint direction);
 
-// Finds a place for a label of this size, without rotation, around the symbol at `at`: as near as possible,
-// and among the near places the one closest to `direction`. Adds label and leader to the obstacles. Nothing
-// when every place is taken.
-std::optional<PlacedLabel> PlaceAround(Obstacles& obstacles, SheetPoint at, double radius, double width,
-                                       double height, SheetPoint direction);
+// The first of the places that is free, added to the obstacles.
+std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, std::span<const LabelPlace> places);
 
 // Writes the text into the first box that is free and adds that to the obstacles. Returns its index.
 std::optional<size_t> WriteInFirst(Canvas& canvas, Obstacles& obstacles, std::span<const RotatedBox> boxes,

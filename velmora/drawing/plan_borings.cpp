@@ -2,20 +2,12 @@
 #include <cmath>
 
 #include "velmora/drawing/plan_parts.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
 namespace {
 
 constexpr double kLineSpacing = 2.6;  // mm
-constexpr double kLongestId = 30;     // mm
-
-// To the centimetre: "H 12.40" to the right (höger), "V 3.20" to the left (vänster), "0.00" on the line.
-std::string OffsetLabel(double offset) {
-  const std::string text = FormatFixed(std::fabs(offset), 2);
-  if (text == "0.00") return text;
-  return (offset > 0 ? "H " : "V ") + text;
-}
+constexpr double kLongestName = 30;   // mm
 
 }  // namespace
 
@@ -27,8 +19,9 @@ PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>&
     const SheetPoint at = sheet.frame.ToSheet({boring.easting, boring.northing});
     if (sheet.panel.Inset(kBoringRadius).Contains(at)) found.on_sheet.push_back({&boring, at, std::nullopt});
   }
+  found.circled = found.on_sheet.size() <= kMostCircledBorings;
   found.labelled = found.on_sheet.size() <= kMostLabelledBorings;
-  if (!found.labelled || found.on_sheet.size() * sheet.path.Segments().size() > kMostSearched) return found;
+  if (!found.circled || found.on_sheet.size() * sheet.path.Segments().size() > kMostSearched) return found;
   for (BoringOnPlan& b : found.on_sheet) {
     if (!b.boring->placed) continue;
     const auto foot = sheet.path.Nearest({b.boring->easting, b.boring->northing});
@@ -38,14 +31,11 @@ PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>&
 }
 
 void ReserveBorings(const PlanSheet& sheet, const PlanBorings& borings) {
-  if (!borings.labelled && borings.on_sheet.size() > kMostReservedDots) return;
+  if (!borings.labelled) return;
+  const double half = borings.circled ? 0.9 * kBoringRadius : kManyDotsRadius;
   for (const BoringOnPlan& b : borings.on_sheet) {
-    if (borings.labelled) {
-      sheet.obstacles.AddSolid({b.at, 0.9 * kBoringRadius, 0.9 * kBoringRadius});
-      if (b.foot) sheet.obstacles.AddLine(LineBox(b.at, *b.foot, 0.3));
-    } else {
-      sheet.obstacles.AddLine({b.at, kManyDotsRadius, kManyDotsRadius});
-    }
+    sheet.obstacles.AddSolid({b.at, half, half});
+    if (b.foot) sheet.obstacles.AddLine(LineBox(b.at, *b.foot, 0.3));
   }
 }
 
@@ -53,43 +43,56 @@ void DrawBorings(const PlanSheet& sheet, const PlanBorings& borings) {
   for (const BoringOnPlan& b : borings.on_sheet) {
     if (b.foot) sheet.canvas.Line(b.at, *b.foot, kBoringLine);
   }
-  for (const bool placed : {false, true}) {
-    std::vector<SheetPoint> centres;
-    for (const BoringOnPlan& b : borings.on_sheet) {
-      if (b.boring->placed == placed) centres.push_back(b.at);
-    }
-    const Style& dot = placed ? kBoringDot : kStrayDot;
-    if (!borings.labelled) {
-      sheet.canvas.Dots(centres, kManyDotsRadius, dot);
-      continue;
-    }
-    for (const SheetPoint& at : centres) sheet.canvas.Circle(at, kBoringRadius, placed ? kBoring : kStray);
-    for (const SheetPoint& at : centres) sheet.canvas.Circle(at, kDotRadius, dot);
+  std::vector<SheetPoint> centres;
+  for (const BoringOnPlan& b : borings.on_sheet) {
+    if (b.boring->placed)
+      centres.push_back(b.at);
+    else
+      DrawStray(sheet.canvas, b.at, !borings.circled);
   }
+  if (borings.circled)
+    for (const SheetPoint& at : centres) sheet.canvas.Circle(at, kBoringRadius, kBoring);
+  sheet.canvas.Dots(centres, borings.circled ? kDotRadius : kManyDotsRadius, kBoringDot);
 }
 
-size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings) {
-  if (!borings.labelled) return 0;
-  size_t without = 0;
-  for (const BoringOnPlan& b : borings.on_sheet) {
-    const bool placed = b.boring->placed;
-    const std::string id = FitText(b.boring->id, kLabelSize, kLongestId);
-    const std::string offset = placed && std::isfinite(b.boring->offset) ? OffsetLabel(b.boring->offset) : "";
-    const double spacing = offset.empty() ? 0 : kLineSpacing;
-    const double width = std::max(TextWidth(id, kLabelSize), TextWidth(offset, kSmallSize));
+size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKey* key) {
+  if (!borings.labelled) return borings.on_sheet.size();
+  const std::string widest = BoringKey::NumberText(borings.on_sheet.size());
+  const auto places = [&](size_t i, LabelKind kind) {
+    const BoringOnPlan& b = borings.on_sheet[i];
     SheetPoint away = {1, 0};
     if (b.foot && std::hypot(b.at.x - b.foot->x, b.at.y - b.foot->y) > 0.05)
       away = {b.at.x - b.foot->x, b.at.y - b.foot->y};
-    const auto label =
-        PlaceAround(sheet.obstacles, b.at, kBoringRadius, width, kLabelSize * 1.15 + spacing, away);
-    if (!label) {
+    const double radius = borings.circled ? kBoringRadius : kManyDotsRadius;
+    if (kind == LabelKind::kNumber)
+      return PlacesAround(b.at, radius, TextWidth(widest, kSmallSize), kSmallSize * 1.15, away);
+    const std::string offset = OffsetLabel(*b.boring);
+    const double width = std::max(TextWidth(b.boring->id, kLabelSize), TextWidth(offset, kSmallSize));
+    if (width > kLongestName) return std::vector<LabelPlace>();
+    const double height = kLabelSize * 1.15 + (offset.empty() ? 0 : kLineSpacing);
+    return PlacesAround(b.at, radius, width, height, away);
+  };
+  std::vector<SheetPoint> symbols;
+  for (const BoringOnPlan& b : borings.on_sheet) symbols.push_back(b.at);
+  const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
+  size_t without = 0;
+  for (size_t i = 0; i < labels.size(); ++i) {
+    if (!labels[i]) {
       ++without;
       continue;
     }
-    if (label->leader) sheet.canvas.Line(label->leader->first, label->leader->second, kLeader);
-    const auto [x, y] = label->centre;
-    const Style& style = placed ? kBoringText : kStrayText;
-    sheet.canvas.Text({x, y - spacing / 2}, id, {.size = kLabelSize}, style);
+    const PlotBoring& boring = *borings.on_sheet[i].boring;
+    const auto& [kind, place] = *labels[i];
+    if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
+    const auto [x, y] = place.box.centre;
+    const Style& style = boring.placed ? kBoringText : kStrayText;
+    if (kind == LabelKind::kNumber) {
+      sheet.canvas.Text({x, y}, key->Number(boring), {.size = kSmallSize}, style);
+      continue;
+    }
+    const std::string offset = OffsetLabel(boring);
+    const double spacing = offset.empty() ? 0 : kLineSpacing;
+    sheet.canvas.Text({x, y - spacing / 2}, boring.id, {.size = kLabelSize}, style);
     if (!offset.empty()) sheet.canvas.Text({x, y + spacing / 2}, offset, {.size = kSmallSize}, style);
   }
   return without;

@@ -15,7 +15,7 @@ constexpr size_t kMostLineBoxes = 4000;  // for a line of any length
 constexpr double kTick = 1.1;            // mm
 constexpr double kLongTick = 2.2;
 constexpr double kLabelSpacing = 13;  // mm along the line, at least
-constexpr double kLeastStep = 10;     // m between labels
+constexpr double kLeastStep = 1;      // m between labels
 constexpr double kMostLabels = 400;
 constexpr size_t kMostVertexMarks = 200;
 constexpr double kFlattest = 0.002;     // mm of sagitta; less is drawn straight
@@ -147,10 +147,11 @@ void DrawEnds(const PlanSheet& sheet) {
       sheet.obstacles.AddLine(LineBox(Along(at, right, -kBar), Along(at, right, kBar), 0.8));
       text = (is_start ? "Start " : "End ") + text;
     }
-    const auto label = PlaceAround(sheet.obstacles, at, 1.2, TextWidth(text, kSize), kSize * 1.2, out);
+    const auto label =
+        TakeFirst(sheet.obstacles, PlacesAround(at, 1.2, TextWidth(text, kSize), kSize * 1.2, out));
     if (!label) continue;
     if (label->leader) sheet.canvas.Line(label->leader->first, label->leader->second, kRoadThin);
-    sheet.canvas.Text(label->centre, text, {.size = kSize}, kRoadText);
+    sheet.canvas.Text(label->box.centre, text, {.size = kSize}, kRoadText);
   }
 }
 

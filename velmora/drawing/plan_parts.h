@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "velmora/drawing/alignment_sheet.h"
+#include "velmora/drawing/boring_labels.h"
 #include "velmora/drawing/labels.h"
 #include "velmora/drawing/plan_frame.h"
 #include "velmora/drawing/plan_path.h"
@@ -45,7 +46,8 @@ struct BoringOnPlan {
 
 struct PlanBorings {
   std::vector<BoringOnPlan> on_sheet;
-  bool labelled;  // else so many that they are dots alone
+  bool circled;   // else so many that they are dots, without lines to the road
+  bool labelled;  // else so many that labels would find no room
 };
 
 // The borings within the panel.
@@ -53,8 +55,9 @@ PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>&
 void ReserveBorings(const PlanSheet& sheet, const PlanBorings& borings);
 // Symbols, each with a line to its foot on the road.
 void DrawBorings(const PlanSheet& sheet, const PlanBorings& borings);
-// Identity and offset beside each symbol. Returns the number of labels for which there was no space.
-size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings);
+// Identity and offset beside each symbol, or its number in the key. Returns the number of borings without
+// either.
+size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKey* key);
 
 }  // namespace velmora::drawing
 

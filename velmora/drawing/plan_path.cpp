@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "velmora/alignment/drawn_place.h"
 #include "velmora/drawing/alignment_sheet.h"
 
 namespace velmora::drawing {
@@ -51,15 +52,6 @@ PathPosition PathSegment::AtStation(double station) const {
   return At(std::isfinite(part) ? std::clamp(part, 0.0, 1.0) : 0.0);
 }
 
-PlanePoint PathSegment::FootOf(PlanePoint p) const {
-  if (!arc_) return At(FootOnSegment(a_, b_, p).along / length_).point;
-  // Not by the foot's length: near an axis through the centre that is measured from a quarter turn away.
-  const double distance = Distance(arc_->centre, p);
-  if (!(distance > 0)) return InPlane(a_);
-  const double part = arc_->radius / distance;
-  return {arc_->centre.h + (p.h - arc_->centre.h) * part, arc_->centre.v + (p.v - arc_->centre.v) * part};
-}
-
 PlanPath::PlanPath(std::span<const kovltype> points) {
   for (const kovltype& point : points) {
     if (IsDrawable(point)) {
@@ -94,10 +86,10 @@ std::optional<PlanePoint> PlanPath::Nearest(PlanePoint p) const {
   std::optional<PlanePoint> nearest;
   double best = std::numeric_limits<double>::infinity();
   for (const PathSegment& segment : segments_) {
-    const Foot foot = FootOnSegment(segment.A(), segment.B(), p);
+    const Foot foot = DrawnFoot(segment.A(), segment.B(), p);
     if (foot.place != FootPlace::kInside || !(std::fabs(foot.offset) < best)) continue;
     best = std::fabs(foot.offset);
-    nearest = segment.FootOf(p);
+    nearest = segment.At(foot.along / segment.Length()).point;
   }
   const auto consider = [&](const kovltype& point) {
     const double distance = Distance(InPlane(point), p);

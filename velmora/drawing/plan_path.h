@@ -35,8 +35,6 @@ class PathSegment {
   PathPosition At(double part) const;
   // By station, proportionally.
   PathPosition AtStation(double station) const;
-  // The nearest point to `p`, where its foot lies on the segment.
-  PlanePoint FootOf(PlanePoint p) const;
 
  private:
   kovltype a_;

@@ -51,7 +51,8 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
   return height;
 }
 
-PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path) {
+PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path,
+                     BoringKey* key) {
   const std::vector<PlanePoint> outline = Outline(input, path);
   if (outline.empty()) {
     canvas.Text({panel.x + panel.width / 2, panel.y + panel.height / 2}, "Nothing to draw",
@@ -78,12 +79,12 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   DrawEnds(sheet);
   DrawStations(sheet);
   DrawBorings(sheet, borings);
-  const size_t without_label = LabelBorings(sheet, borings);
+  const size_t without_label = LabelBorings(sheet, borings, key);
   LabelRadii(sheet);
   return {.scale = frame.Scale(),
           .off_sheet = input.borings.size() - borings.on_sheet.size(),
           .without_label = without_label,
-          .dots = !borings.labelled};
+          .dots = !borings.circled};
 }
 
 }  // namespace velmora::drawing

@@ -3,6 +3,7 @@
 #define VELMORA_DRAWING_PLAN_VIEW_H_
 
 #include "velmora/drawing/alignment_sheet.h"
+#include "velmora/drawing/boring_labels.h"
 #include "velmora/drawing/canvas.h"
 #include "velmora/drawing/plan_path.h"
 
@@ -11,15 +12,17 @@ namespace velmora::drawing {
 struct PlanSummary {
   double scale = 0;          // the N of 1:N
   size_t off_sheet = 0;      // borings outside the panel or without usable coordinates
-  size_t without_label = 0;  // labels for which there was no space
-  bool dots = false;         // so many borings that they are dots without labels
+  size_t without_label = 0;  // borings on the plan without a label
+  bool dots = false;         // so many borings that they are dots
 };
 
 // The least height, between `least` and `most`, at which the plan on a panel of this width has the scale that
 // it has at `most`.
 double PlanHeight(const PlotInput& input, const PlanPath& path, double width, double least, double most);
 
-PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path);
+// Adds to `key` the borings that get a number for a label.
+PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path,
+                     BoringKey* key);
 
 }  // namespace velmora::drawing
 

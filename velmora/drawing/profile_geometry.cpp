@@ -9,10 +9,11 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kMostOnCurve = 200;  // samples
-constexpr double kFairUse = 0.62;     // of the width, for the plan's scale to be taken
-constexpr double kAside = 2;          // mm left free at either end
-constexpr double kMostExaggerated = 100;
+constexpr double kMostOnCurve = 200;      // samples
+constexpr double kFairUse = 0.62;         // of the width, for the plan's scale to be taken
+constexpr double kAside = 2;              // mm left free at either end
+constexpr double kMostExaggerated = 100;  // unless heights are still drawn smaller than kLeastHeightScale
+constexpr double kLeastHeightScale = 2000;
 constexpr double kLeastRange = 0.5;  // m; the range that a level road is drawn with
 
 // By the straight between the points where stations that do not match or an extreme bulge give no level.
@@ -69,7 +70,8 @@ ProfileFrame::ProfileFrame(Interval stations, Interval levels, const SheetRect& 
 
   const double room = plot.height - below - above;
   const double range = std::max(levels.Size(), kLeastRange);
-  exaggeration_ = std::min(NiceStepBelow(length_scale_ * room / (1000 * range)), kMostExaggerated);
+  exaggeration_ = std::min(NiceStepBelow(length_scale_ * room / (1000 * range)),
+                           std::max(kMostExaggerated, length_scale_ / kLeastHeightScale));
   // The rest of the height is divided between both sides.
   const double spare = MetresUp(room) - levels.Size();
   base_level_ = levels.low - MetresUp(below) - spare / 2;

@@ -21,10 +21,10 @@ constexpr double kAbove = 20;           // mm over the highest, for names
 constexpr double kStationSpacing = 15;  // mm, at least
 constexpr double kLevelSpacing = 8;
 constexpr double kNumberAside = 6;  // mm, how far a station may reach beyond the plot
-constexpr double kLeastStep = 10;   // m between numbered stations
+constexpr double kLeastStep = 1;    // m between numbered stations
 constexpr size_t kMostVertexMarks = 100;
 constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
-constexpr double kLongestId = 20;     // mm
+constexpr double kLongestName = 20;   // mm
 
 struct BoringInProfile {
   const PlotBoring* boring;
@@ -162,49 +162,52 @@ void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& 
   }
 }
 
-// Calls `take` with the places of an upright name until it returns true: near ones first, those above the
-// marker before those below.
-template <class Take>
-bool TakeNearest(const Take& take) {
+// The places of an upright label: near ones first, those above the marker before those below.
+std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
+  std::vector<LabelPlace> places;
+  const double top = std::min(b.at.y, b.line_y);
+  const double bottom = std::max(b.at.y, b.line_y);
+  // With a leader where it is not right over the marker.
+  const auto add = [&](bool above, double gap, double aside) {
+    const double y = above ? top - gap - half_length : bottom + gap + half_length;
+    LabelPlace& place = places.emplace_back(LabelPlace{{{b.at.x + aside, y}, half_length, half_width, -90}});
+    if (gap > 2 || aside != 0)
+      place.leader = {{b.at.x, above ? top - 0.5 : bottom + 0.5},
+                      {b.at.x + aside, above ? y + half_length + 0.3 : y - half_length - 0.3}};
+  };
   for (const bool above : {true, false}) {
-    for (const double gap : {1.2, 2.0, 2.8, 3.6}) {
-      if (take(above, gap, 0.0)) return true;
-    }
-    for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0}) {
-      for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) {
-        if (take(above, gap, aside)) return true;
-      }
-    }
+    for (const double gap : {1.2, 2.0, 2.8, 3.6}) add(above, gap, 0.0);
+    for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0})
+      for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) add(above, gap, aside);
   }
-  return false;
+  return places;
 }
 
-// Returns the number of names for which there was no space.
-size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
+// Returns the number of borings without a label.
+size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings, BoringKey* key) {
+  const std::string widest = BoringKey::NumberText(borings.size() + key->Borings().size());
+  const auto places = [&](size_t i, LabelKind kind) {
+    const bool number = kind == LabelKind::kNumber;
+    const double size = number ? kSmallSize : kLabelSize;
+    const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
+    if (2 * text.half_width > kLongestName) return std::vector<LabelPlace>();
+    return PlacesBeside(borings[i], text.half_width, text.half_height);
+  };
+  std::vector<SheetPoint> symbols;
+  for (const BoringInProfile& b : borings) symbols.push_back(b.at);
+  const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
   size_t without = 0;
-  for (const BoringInProfile& b : borings) {
-    const std::string id = FitText(b.boring->id, kLabelSize, kLongestId);
-    const double half = TextWidth(id, kLabelSize) / 2;
-    const double top = std::min(b.at.y, b.line_y);
-    const double bottom = std::max(b.at.y, b.line_y);
-    // Takes the place if it is free, with a leader where it is not right over the marker.
-    const auto take = [&](bool above, double gap, double aside) {
-      const double y = above ? top - gap - half : bottom + gap + half;
-      const RotatedBox box = TextBox({b.at.x + aside, y}, id, kLabelSize, -90);
-      if (!sheet.obstacles.AllowsLabel(box)) return false;
-      if (gap > 2 || aside != 0) {
-        const SheetPoint start = {b.at.x, above ? top - 0.5 : bottom + 0.5};
-        const SheetPoint end = {box.centre.x, above ? y + half + 0.3 : y - half - 0.3};
-        const RotatedBox leader = LineBox(start, end, 0.2);
-        if (!sheet.obstacles.AllowsLeader(leader)) return false;
-        sheet.obstacles.AddLine(leader);
-        sheet.canvas.Line(start, end, kLeader);
-      }
-      sheet.obstacles.AddSolid(box);
-      sheet.canvas.Text(box.centre, id, {.size = kLabelSize, .angle = box.angle}, kBoringText);
-      return true;
-    };
-    if (!TakeNearest(take)) ++without;
+  for (size_t i = 0; i < labels.size(); ++i) {
+    if (!labels[i]) {
+      ++without;
+      continue;
+    }
+    const auto& [kind, place] = *labels[i];
+    if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
+    const bool number = kind == LabelKind::kNumber;
+    const PlotBoring& boring = *borings[i].boring;
+    sheet.canvas.Text(place.box.centre, number ? key->Number(boring) : boring.id,
+                      {.size = number ? kSmallSize : kLabelSize, .angle = place.box.angle}, kBoringText);
   }
   return without;
 }
@@ -213,8 +216,8 @@ void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>
   std::vector<SheetPoint> dots;
   for (const BoringInProfile& b : borings) {
     dots.push_back(b.at);
-    if (borings.size() <= kMostReservedDots)
-      sheet.obstacles.AddLine({b.at, kManyDotsRadius, kManyDotsRadius});
+    if (borings.size() <= kMostLabelledBorings)
+      sheet.obstacles.AddSolid({b.at, kManyDotsRadius, kManyDotsRadius});
   }
   sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
 }
@@ -222,7 +225,8 @@ void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>
 }  // namespace
 
 ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input,
-                           const PlanPath& path, const ProfileLine& profile, double plan_scale) {
+                           const PlanPath& path, const ProfileLine& profile, double plan_scale,
+                           BoringKey* key) {
   const SheetRect plot = {panel.x + kLeftMargin, panel.y + kTopMargin,
                           panel.width - kLeftMargin - kRightMargin,
                           panel.height - kTopMargin - 2 * kRowHeight - 3};
@@ -234,7 +238,7 @@ ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInp
   const double times = frame.Exaggeration();
   const std::string scales = "lengths " + ScaleText(frame.LengthScale()) + ", heights " +
                              ScaleText(frame.HeightScale()) +
-                             (times == 1 ? "" : ", " + PlainNumber(times) + " times exaggerated");
+                             (times > 1 ? ", " + PlainNumber(times) + " times exaggerated" : "");
   canvas.Text({panel.x + 4, panel.y + 5}, "Profile: " + scales,
               {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
@@ -242,12 +246,17 @@ ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInp
   Obstacles obstacles(plot.Inset(0.5));
   const ProfileSheet sheet{canvas, plot, frame, profile, obstacles, input.km_stations};
   DrawAxes(sheet);
-  const std::vector<BoringInProfile> borings = BoringsInProfile(sheet, input, &summary.off_sheet);
-  const bool labelled = borings.size() <= kMostLabelledBorings;
+  std::vector<BoringInProfile> borings = BoringsInProfile(sheet, input, &summary.off_sheet);
   DrawLine(sheet, profile.Samples(frame.MetresAlong(1)));
-  labelled ? DrawMarkers(sheet, borings) : DrawLevelDots(sheet, borings);
+  if (borings.size() <= kMostCircledBorings) {
+    DrawMarkers(sheet, borings);
+  } else {
+    for (BoringInProfile& b : borings) b.line_y = b.at.y;  // without a line to the road's
+    DrawLevelDots(sheet, borings);
+  }
   DrawVertices(sheet);
-  if (labelled) summary.without_label = LabelMarkers(sheet, borings);
+  summary.without_label =
+      borings.size() <= kMostLabelledBorings ? LabelMarkers(sheet, borings, key) : borings.size();
   return summary;
 }
 

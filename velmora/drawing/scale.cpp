@@ -8,7 +8,8 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kLeastScale = 100;
+constexpr double kLeastScale = 10;
+constexpr double kScaleOfNothing = 100;
 constexpr double kAlmost = 1e-9;  // of the number itself
 
 // The largest power of ten not above `value`, which is above 0.
@@ -27,7 +28,8 @@ bool IsUsable(double value) { return std::isfinite(value) && value > 0; }
 }  // namespace
 
 double NiceScale(double least) {
-  if (!IsUsable(least) || least < kLeastScale) return kLeastScale;
+  if (!IsUsable(least)) return kScaleOfNothing;
+  if (least < kLeastScale) return kLeastScale;
   return SmallestFrom(least, {1, 1.25, 1.5, 2, 2.5, 3, 4, 5, 6, 7.5});
 }
 

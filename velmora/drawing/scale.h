@@ -24,7 +24,7 @@ struct Interval {
   Interval WidenedBy(double by) const { return {low - by, high + by}; }
 };
 
-// The smallest N of a usual scale 1:N that is not below `least`; never below 1:100.
+// The smallest N of a usual scale 1:N that is not below `least`; never below 10, and 100 for no extent.
 double NiceScale(double least);
 
 // The smallest of 1, 2, 5 times a power of ten that is not below `least`.

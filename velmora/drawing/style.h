@@ -43,7 +43,6 @@ inline constexpr Style kBoringLevel = {.layer = "borings", .line = kBlue, .width
 inline constexpr Style kBoringText = {.layer = "borings", .fill = kBlue};
 inline constexpr Style kLeader = {.layer = "borings", .line = 0x555555, .width = 0.13};
 inline constexpr Style kStray = {.layer = "borings", .fill = kWhite, .line = kGrey, .width = 0.25};
-inline constexpr Style kStrayDot = {.layer = "borings", .fill = kGrey};
 inline constexpr Style kStrayText = {.layer = "borings", .fill = 0x666666};
 
 inline constexpr double kHeadingSize = 3.0;  // of text
@@ -51,9 +50,10 @@ inline constexpr double kLabelSize = 2.3;
 inline constexpr double kSmallSize = 2.0;
 inline constexpr double kBoringRadius = 1.05;
 inline constexpr double kDotRadius = 0.35;
-// Where borings are dots alone. Above this many they are no obstacles: labels would find no space.
-inline constexpr double kManyDotsRadius = 0.4;
-inline constexpr size_t kMostReservedDots = 1500;
+inline constexpr double kManyDotsRadius = 0.4;  // where borings are dots alone
+inline constexpr size_t kMostCircledBorings = 150;
+// Labels of more would find no room, and take long to find none.
+inline constexpr size_t kMostLabelledBorings = 1500;
 
 }  // namespace velmora::drawing
 

@@ -1,9 +1,11 @@
 #include "velmora/drawing/title_block.h"
 
+#include <algorithm>
+
+#include "velmora/drawing/boring_labels.h"
 #include "velmora/drawing/labels.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
 namespace {
@@ -12,38 +14,78 @@ constexpr double kNameSize = 5.0;
 constexpr double kFactSize = 2.6;
 constexpr double kFactSpacing = 4.2;
 constexpr double kInset = 4;
+constexpr double kLeastHeight = 24;
 // Where the cells end, as parts of the width.
 constexpr double kFactsEnd = 0.31;
 constexpr double kNotesEnd = 0.55;
 constexpr double kLegendEnd = 0.77;
 
-void Lines(Canvas& canvas, double x, double y, double width, const std::vector<std::string>& texts) {
+// A name that is too long for one line takes several, in smaller letters.
+struct NameLines {
+  std::vector<std::string> lines;
+  double size;
+};
+NameLines LinesOfName(const std::string& name, double width) {
+  constexpr double kBold = 1.12;  // times as wide
+  constexpr double kSmallerSize = 3.4;
+  constexpr size_t kMostLines = 6;
+  if (TextWidth(name, kNameSize * kBold) <= width) return {{name}, kNameSize};
+  return {WrapText(name, kSmallerSize * kBold, width, kMostLines), kSmallerSize};
+}
+
+double FactsWidth(double panel_width) { return panel_width * kFactsEnd - 2 * kInset; }
+
+void Lines(Canvas& canvas, double x, double y, double width, const std::vector<std::string>& texts,
+           double spacing = kFactSpacing) {
   for (const std::string& text : texts) {
     canvas.Text({x, y}, FitText(text, kFactSize, width), {.size = kFactSize, .anchor = TextAnchor::kStart},
                 kText);
-    y += kFactSpacing;
+    y += spacing;
   }
 }
 
-void DrawLegend(Canvas& canvas, double x, double y, const TitleBlock& title) {
+// Of so many lines in a cell from `y` down.
+double SpacingOf(size_t lines, double y, const SheetRect& panel) {
+  constexpr double kLastLine = 2.6;  // mm above the panel's edge
+  return lines < 2
+             ? kFactSpacing
+             : std::min(kFactSpacing, (panel.Bottom() - kLastLine - y) / static_cast<double>(lines - 1));
+}
+
+void DrawLegend(Canvas& canvas, const SheetRect& cell, const TitleBlock& title) {
   constexpr double kSymbolWidth = 9;
+  const double x = cell.x;
   std::vector<std::string> texts = {"Road line"};
+  if (title.has_borings) texts.push_back(title.dots ? "Boring" : "Boring, with its offset in metres");
+  if (title.has_strays) texts.emplace_back("Boring without a place along the road");
+  if (title.has_key) texts.emplace_back("Boring by its number in the key below");
+  std::vector<std::string> notes;
+  if (title.has_borings && (!title.dots || title.has_key))
+    notes.emplace_back("H right, V left, towards higher stations");
+  std::string unlabelled;
+  if (title.unlabelled_in_plan > 0) unlabelled = std::to_string(title.unlabelled_in_plan) + " in the plan";
+  if (title.unlabelled_in_profile > 0)
+    unlabelled +=
+        (unlabelled.empty() ? "" : ", ") + std::to_string(title.unlabelled_in_profile) + " in the profile";
+  if (!unlabelled.empty()) notes.push_back("Not labelled: " + unlabelled);
+  double y = cell.y;
+  const double spacing = SpacingOf(texts.size() + notes.size(), y, cell);
+  Lines(canvas, x + kSymbolWidth, y, cell.width - kSymbolWidth, texts, spacing);
+  Lines(canvas, x, y + spacing * static_cast<double>(texts.size()), cell.width, notes, spacing);
+
   canvas.Line({x, y}, {x + 6, y}, kRoad);
+  const double middle = x + 3;
   if (title.has_borings) {
-    const SheetPoint boring = {x + 3, y + kFactSpacing};
-    const SheetPoint stray = {x + 3, y + 2 * kFactSpacing};
-    if (!title.dots) {
-      canvas.Circle(boring, kBoringRadius, kBoring);
-      canvas.Circle(stray, kBoringRadius, kStray);
-    }
-    canvas.Circle(boring, kDotRadius, kBoringDot);
-    canvas.Circle(stray, kDotRadius, kStrayDot);
-    texts.push_back(title.dots ? "Boring" : "Boring, with its offset in metres");
-    texts.push_back("Boring without a place on the line");
+    y += spacing;
+    if (!title.dots) canvas.Circle({middle, y}, kBoringRadius, kBoring);
+    canvas.Circle({middle, y}, kDotRadius, kBoringDot);
   }
-  Lines(canvas, x + kSymbolWidth, y, 100, texts);
-  if (title.has_borings && !title.dots)
-    Lines(canvas, x, y + 3 * kFactSpacing, 100, {"H right, V left, towards higher stations"});
+  if (title.has_strays) {
+    y += spacing;
+    DrawStray(canvas, {middle, y}, title.dots);
+  }
+  if (title.has_key)
+    canvas.Text({middle, y + spacing}, BoringKey::NumberText(1), {.size = kSmallSize}, kBoringText);
 }
 
 // The longest round length that fits, in alternating parts.
@@ -66,23 +108,33 @@ void DrawScaleBar(Canvas& canvas, double x, double y, double width, double scale
 
 }  // namespace
 
+double TitleBlockHeight(const TitleBlock& title, double width) {
+  const size_t lines = LinesOfName(title.name, FactsWidth(width)).lines.size();
+  return kLeastHeight + static_cast<double>(lines - 1) * kFactSpacing;
+}
+
 void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& title) {
   const double notes_x = panel.x + panel.width * kFactsEnd;
   const double legend_x = panel.x + panel.width * kNotesEnd;
   const double bar_x = panel.x + panel.width * kLegendEnd;
   for (const double x : {notes_x, legend_x, bar_x}) canvas.Line({x, panel.y}, {x, panel.Bottom()}, kHairline);
   const double left = panel.x + kInset;
-  const double first_line = panel.y + 12;
   const double first_row = panel.y + 5.5;
-  const double facts_width = notes_x - left - kInset;
-  canvas.Text({left, panel.y + 6}, FitText(title.name, kNameSize * 1.12, facts_width),
-              {.size = kNameSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
-  Lines(canvas, left, first_line, facts_width, title.facts);
-  Lines(canvas, notes_x + kInset, first_row, legend_x - notes_x - 2 * kInset, title.notes);
-  DrawLegend(canvas, legend_x + kInset, first_row, title);
+  const NameLines name = LinesOfName(title.name, FactsWidth(panel.width));
+  double y = panel.y + 6;
+  for (const std::string& line : name.lines) {
+    canvas.Text({left, y}, line, {.size = name.size, .anchor = TextAnchor::kStart, .bold = true}, kText);
+    y += kFactSpacing;
+  }
+  Lines(canvas, left, y - kFactSpacing + 6, FactsWidth(panel.width), title.facts);
+  Lines(canvas, notes_x + kInset, first_row, legend_x - notes_x - 2 * kInset, title.notes,
+        SpacingOf(title.notes.size(), first_row, panel));
+  DrawLegend(canvas,
+             {legend_x + kInset, first_row, bar_x - legend_x - 2 * kInset, panel.Bottom() - first_row},
+             title);
   if (title.plan_scale > 0) {
     Lines(canvas, bar_x + kInset, first_row, 100,
-          {"Scale of the plan " + ScaleText(title.plan_scale) + " (A3)"});
+          {"Scale of the plan " + ScaleText(title.plan_scale) + " (" + title.sheet + ")"});
     DrawScaleBar(canvas, bar_x + kInset + 2, panel.y + 12, panel.Right() - bar_x - 2 * kInset - 12,
                  title.plan_scale);
   }

@@ -58,7 +58,8 @@ std::optional<CString> PackageInstalledIn(const CString& folder, const CString& 
 }
 
 CString RegisteredUserData() {
-  return ReadText(HKEY_CURRENT_USER, kShellFolders, L"Appdata").value_or(CString());
+  const CString folder = ReadText(HKEY_CURRENT_USER, kShellFolders, L"Appdata").value_or(CString()).Trim();
+  return IsMissing(folder) ? CString() : folder;
 }
 
 CString RegisteredCommonData() {
@@ -71,11 +72,16 @@ CString RegisteredProgramFiles() {
 }
 
 CString PlatformFolder(const CString& version) {
-  CString key;
-  key.Format(L"SOFTWARE\\Quorval\\Zennik\\%s\\Kernel Services", version);
   CRegistry registry;
   registry.SetRootKey(HKEY_LOCAL_MACHINE);
-  return Known(registry.ReadStringKey3264(key, L"Root Directory", kMissing)).value_or(CString());
+  // ReadStringKey3264 of a 64-bit program finds keys of the 32-bit view only by their full path.
+  for (const wchar_t* view : {L"", L"Wow6432Node\\"}) {
+    CString key;
+    key.Format(L"SOFTWARE\\%sQuorval\\Zennik\\%s\\Kernel Services", view, version);
+    if (const auto folder = Known(registry.ReadStringKey3264(key, L"Root Directory", kMissing)))
+      return *folder;
+  }
+  return {};
 }
 
 }  // namespace velmora

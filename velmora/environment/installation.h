@@ -20,7 +20,8 @@ std::optional<CString> PackageInstalledIn(const CString& folder, const CString& 
 CString RegisteredUserData();
 CString RegisteredCommonData();
 CString RegisteredProgramFiles();
-// The folder of the platform's shared programs; empty when this version is not installed.
+// The folder of the platform's shared programs in either view of the registry; empty when this version is not
+// installed.
 CString PlatformFolder(const CString& version);
 
 }  // namespace velmora

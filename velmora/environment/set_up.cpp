@@ -3,7 +3,6 @@
 #include <functional>
 #include <vector>
 
-#include "velmora/common/folder_levels.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/installation.h"
@@ -35,7 +34,7 @@ CString& UserIniPath() {
 }
 
 CString UserDataFolder() {
-  const CString registered = RegisteredUserData().Trim();
+  const CString registered = RegisteredUserData();
   return registered.IsEmpty() ? UserApplicationData() : registered;
 }
 
@@ -70,7 +69,7 @@ int MakeUserFolder(const CString& data_folder, const CString& sub) {
 void CopyOrShow(const CString& from_folder, const CString& to_folder, const CString& name) {
   const CString from = JoinPath(from_folder, name);
   const CString to = JoinPath(to_folder, name);
-  if (StaysInsideFolder(name.GetView()) && CopyWholeFile(from, to, /*keep_existing=*/false)) return;
+  if (CopyWholeFile(from, to, /*keep_existing=*/false)) return;
   CString message;
   message.Format(L"Kunde inte kopiera filen:\n%s\ntill:\n%s", from, to);
   ShowMessage(message);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "velmora/common/folder_levels.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/installation.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/shell_folders.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -20,7 +20,8 @@ bool HasBothParts(const IniPathParts& parts) { return !parts.sub.IsEmpty() && !p
 // Empty when the registry or the ini path does not give it.
 CString UserFolderOf(const CTundrilIni& ini) {
   const IniPathParts parts = SplitIniPath(ini.m_iniPath);
-  const CString data_folder = RegisteredUserData();
+  CString data_folder = RegisteredUserData();
+  if (data_folder.IsEmpty()) data_folder = UnregisteredUserData();
   if (data_folder.IsEmpty() || !HasBothParts(parts)) return {};
   return UserFolder(data_folder, parts.release, parts.sub);
 }
@@ -45,12 +46,9 @@ void PlanFolder(const CString& source_folder, const CString& destination_folder,
                 std::vector<UserFile>* files) {
   for (const CString& name : FilesIn(source_folder)) {
     UserFile file{.source = JoinPath(source_folder, name), .destination = JoinPath(destination_folder, name)};
-    if (!StaysInsideFolder(name.GetView()))
-      file.state = UserFileState::kForbidden;
-    else
-      file.state = !copies_ini_file && EqualNoCase(name.GetView(), kIniName)
-                       ? UserFileState::kOwnIniFile
-                       : CompareFiles(file.source, file.destination);
+    file.state = !copies_ini_file && EqualNoCase(name.GetView(), kIniName)
+                     ? UserFileState::kOwnIniFile
+                     : CompareFiles(file.source, file.destination);
     files->push_back(std::move(file));
   }
 }
@@ -99,11 +97,10 @@ int CTundrilIni::AllUserFileCheck() {
 int CTundrilIni::User2Cfg(CString& folder) {
   const CString user_folder = UserFolderOf(*this);
   if (folder.IsEmpty()) folder = FormerMakerPath(user_folder);
-  if (user_folder.IsEmpty() || folder.IsEmpty() || !IsFolder(user_folder) || !IsFolder(folder))
-    return -1;
+  if (user_folder.IsEmpty() || folder.IsEmpty() || !IsFolder(user_folder) || !IsFolder(folder)) return -1;
   int copied = 0;
   for (const CString& name : FilesIn(folder))
-    if (HasSettingsExtension(name) && StaysInsideFolder(name.GetView()) &&
+    if (HasSettingsExtension(name) &&
         CopyWholeFile(JoinPath(folder, name), JoinPath(user_folder, name), /*keep_existing=*/true))
       ++copied;
   return copied;

@@ -20,7 +20,6 @@ enum class UserFileState {
   kUpToDate,    // the destination is as new or newer
   kOwnIniFile,  // Velmora.ini of the user: is never copied
   kUnreadable,  // the source cannot be examined
-  kForbidden,   // its name would leave the folder or is a device (common/folder_levels.h): is not copied
 };
 
 struct UserFile {

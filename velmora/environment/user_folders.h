@@ -33,7 +33,7 @@ IniPathParts SplitIniPath(const CString& ini_path);
 // occurrence of the maker's name is replaced.
 CString FormerMakerPath(const CString& path);
 
-// The names of the files in a folder, by name without regard to case. Names over 259 characters are passed
+// The names of the files in a folder, in the order of FindFiles. Names over 259 characters are passed
 // over, as in every listing of the suite. Empty for an empty or missing folder, and for a path of
 // kLongestFolder characters or more: nothing is copied from there.
 inline constexpr int kLongestFolder = 260;

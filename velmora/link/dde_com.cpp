@@ -4,6 +4,7 @@
 #include <chrono>
 #include <iterator>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "velmora/link/conversation.h"
@@ -110,11 +111,12 @@ int CDdeCom::DdeMessage(const CStringA& text) {
 }
 
 void CDdeCom::Close() {
-  if (m_Hconv == nullptr) return;
-  DdeChannel::StopAdvise(m_Hconv, m_Item);
+  // From here on no data is taken.
+  const DdeConversation closed = std::exchange(m_Hconv, nullptr);
+  if (closed == nullptr) return;
+  DdeChannel::StopAdvise(closed, m_Item);
   FreeStrings();
-  DdeChannel::Close(m_Hconv);
-  m_Hconv = nullptr;
+  DdeChannel::Close(closed);
 }
 
 int CDdeCom::SetProjPath(const char* path) {

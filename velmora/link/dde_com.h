@@ -13,9 +13,9 @@
 //         +----------------------------- Close --------------------------+
 //
 // A process has one conversation, independent of the number of objects: its state is static. Notifications go
-// to the m_pNotifyWnd of the most recently constructed living object. Required: a second Connect after Close
-// accepts no new greeting; m_Pid is unchanged and the item is "-1" until a new CDdeCom is constructed (test
-// ASecondConversation).
+// to the m_pNotifyWnd of the most recently constructed living object, which may close the conversation and
+// open another. Required: a second Connect after Close accepts no new greeting; m_Pid is unchanged and the
+// item is "-1" until a new CDdeCom is constructed (test ASecondConversation).
 //
 // Use it on one thread. On Windows data arrive wherever the thread dispatches its messages; on other systems
 // the client calls HandlePending when Descriptor is readable, or regularly. The library starts no thread, and
@@ -65,7 +65,7 @@ class VELMORA_API CDdeCom {
   // Whether the server is still connected. The conversation stays open until Close.
   static bool IsServerThere();
   // Waits at most `wait_ms` for the server's replies to the texts sent. 0 when it has accepted them, 1 when
-  // replies are missing, -1 when it has rejected one since the last call or is gone.
+  // replies are missing, -1 when it has rejected one since the last call, is gone or was never connected.
   static int WaitForReplies(int wait_ms);
 
   static DdeString m_Service;      // "Tundril"

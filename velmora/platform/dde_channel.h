@@ -22,7 +22,8 @@ using DdeConversation = ::HCONV__*;
 
 class DdeChannel {
  public:
-  // Receives the data of advised items. May call any function of this class.
+  // Receives the data of advised items, whose names compare without regard to letter case. May call any
+  // function of this class; after Close no data of that conversation is received.
   using Received = void (*)(DdeConversation from, std::string_view data);
 
   // Further calls only replace `received`. False when the system has no DDE.
@@ -46,7 +47,8 @@ class DdeChannel {
   // Whether the server is still connected, as of the last Handle.
   static bool IsOpen(DdeConversation conversation);
   // Waits at most `wait_ms` for the replies to all pokes. 0 when they were accepted, 1 when replies are
-  // missing (under Wine none arrives), -1 when one was rejected since the last call or the server is gone.
+  // missing (under Wine none arrives), -1 when one was rejected since the last call, the server is gone or
+  // there is no conversation.
   static int WaitForReplies(DdeConversation conversation, int wait_ms);
   // Ends the conversation. Waits at most a second until everything is sent.
   static void Close(DdeConversation conversation);

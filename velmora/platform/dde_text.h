@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
 
 namespace velmora {
 
@@ -14,6 +15,13 @@ inline std::string Utf8FromDdeText(std::string_view bytes) {
   std::wstring text;
   AppendDecoded(bytes, TextEncoding::kWindows1252, &text);
   return Utf8FromWide(text);
+}
+
+// Of an item's name, for comparison: names compare without regard to letter case.
+inline std::string DdeItemKey(std::string_view utf8) {
+  std::wstring name = WideFromUtf8(utf8);
+  for (wchar_t& c : name) c = LowerLetter(c);
+  return Utf8FromWide(name);
 }
 
 // Characters outside Windows-1252 become "?".

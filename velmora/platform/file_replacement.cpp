@@ -1,3 +1,6 @@
+#include <map>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 #include "velmora/platform/files.h"
@@ -8,7 +11,35 @@ namespace {
 
 constexpr size_t kBufferSize = size_t{64} << 10;
 
+struct HeldNames {
+  std::mutex mutex;
+  std::map<std::string, std::thread::id> by;
+};
+
+HeldNames& Held() {
+  static auto* const held = new HeldNames;  // for objects that are destroyed late
+  return *held;
+}
+
 }  // namespace
+
+NewFile::~NewFile() {
+  if (held_.empty()) return;
+  const std::lock_guard<std::mutex> lock(Held().mutex);
+  Held().by.erase(held_);
+}
+
+void NewFile::Hold(const std::string& name) {
+  held_ = name;
+  const std::lock_guard<std::mutex> lock(Held().mutex);
+  Held().by[name] = std::this_thread::get_id();
+}
+
+bool NewFile::IsHeldByThisThread(const std::string& name) {
+  const std::lock_guard<std::mutex> lock(Held().mutex);
+  const auto found = Held().by.find(name);
+  return found != Held().by.end() && found->second == std::this_thread::get_id();
+}
 
 bool NewFile::WriteAll(std::string_view bytes) {
   while (!bytes.empty() && !failed_) {

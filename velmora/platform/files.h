@@ -59,9 +59,9 @@ inline bool IsFolder(const CString& path) {
   return status && status->kind == FileKind::kFolder;
 }
 
-// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..".
-// For comparison with other results of RealPath, not for display. Nothing when there is no such entry or a
-// link leads nowhere.
+// The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..";
+// also that of a root has no backslash at its end. For comparison with other results of RealPath, not for
+// display. Nothing when there is no such entry or a link leads nowhere.
 std::optional<CString> RealPath(const CString& path);
 
 // Whether both names lead to one existing file or folder, by whatever names, links and letter case. `a` is
@@ -71,12 +71,14 @@ bool IsSameFile(const CString& a, const CString& b);
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
+// False for a write-protected file on every system.
 bool RemoveWholeFile(const CString& path);
 bool RemoveEmptyFolder(const CString& path);
 // One level; false when it exists already or its parent does not.
 bool MakeFolder(const CString& path);
 
-// The entries that match `folder\pattern`, "." and ".." first, the others by name without regard to case.
+// The entries that match `folder\pattern`, on Windows in the order in which the system delivers them,
+// elsewhere "." and ".." first and the others by name without regard to case.
 // The pattern follows the Windows rules (wildcard.cpp). Empty when nothing matches. write_protected reflects
 // the entry's own permission bits only.
 std::vector<FoundFile> FindFiles(const CString& pattern);
@@ -110,8 +112,9 @@ class VELMORA_API InputFile {
 // whole old or the whole new content.
 //
 // The new file is in the target's folder, is flushed to the disk before the rename, and gets the permissions
-// of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other.
-// The next replacement of the file overwrites what a killed program left behind.
+// of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other,
+// and so do two threads; a thread that has begun a replacement cannot begin another one of the same file. The
+// next replacement of the file overwrites what a killed program left behind.
 //
 // Close your own readers of the target first: not every system can replace an open file. Commit waits about
 // two seconds for the readers of other programs.
@@ -139,6 +142,8 @@ class FileReplacement {
 // A whole replacement in one call.
 [[nodiscard]] bool ReplaceFileContent(const CString& target, std::string_view bytes);
 
+// What separates the names of a path: backslashes, and slashes on systems that write paths with them.
+std::wstring_view PathSeparators();
 // A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
 // valid text are preserved.
 CString PathFromSystem(std::string_view name);

@@ -24,7 +24,7 @@ class NewFile {
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   // Removes the file unless Commit has given it the target's name.
-  virtual ~NewFile() = default;
+  virtual ~NewFile();
 
   // Buffered. After one failure all later ones fail and Commit does too.
   bool Write(std::string_view bytes);
@@ -39,10 +39,16 @@ class NewFile {
   // On failure the new file keeps its own name.
   virtual bool RenameIntoPlace(Existing existing) = 0;
 
+  // Notes that this thread has the new file of this name, until the object is destroyed.
+  void Hold(const std::string& name);
+  // Whether this thread has it already and would wait for itself.
+  static bool IsHeldByThisThread(const std::string& name);
+
  private:
   bool WriteAll(std::string_view bytes);
 
   std::string buffer_;
+  std::string held_;
   bool failed_ = false;
 };
 

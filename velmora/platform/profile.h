@@ -23,8 +23,9 @@ namespace velmora {
 VELMORA_API CString ReadProfile(const CString& section, const CString& key, const CString& file);
 
 // Stores the value unchanged; a null value deletes the key. An existing key's line is replaced, a new key is
-// added at the end of its section before blank lines there, and a new section at the end of the file. Nothing
-// else in the file changes. A missing file is created, a missing folder is not.
+// added at the end of its section before blank lines there, and a new section at the end of the file. Added
+// lines end as the others, in CR LF in a new file. Nothing else in the file changes. A missing file is
+// created, a missing folder is not.
 //
 // False, with the file unchanged, when it cannot be written (a folder, write-protected) or cannot hold the
 // text: a character outside its encoding, a line break, a "=" in the key, a "]" in the section.

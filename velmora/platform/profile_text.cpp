@@ -92,9 +92,10 @@ std::wstring_view Unquoted(std::wstring_view value) {
 struct KeyPosition {
   bool section_found = false;
   bool key_found = false;
-  Line line;                  // the key's
-  std::string_view last_end;  // of the section's last line that is not blank, or the file's last
-  size_t insert_at = 0;       // after that line, in bytes
+  Line line;                   // the key's
+  std::string_view first_end;  // the file's first line end
+  std::string_view last_end;   // of the section's last line that is not blank, or the file's last
+  size_t insert_at = 0;        // after that line, in bytes
 };
 
 KeyPosition FindKey(std::string_view profile, LineReader* lines, std::wstring_view section,
@@ -103,6 +104,7 @@ KeyPosition FindKey(std::string_view profile, LineReader* lines, std::wstring_vi
   bool inside = false;
   Line line;
   while (lines->Next(&line)) {
+    if (position.first_end.empty()) position.first_end = line.end;
     if (const auto name = SectionOf(line.text)) {
       if (inside) return position;
       inside = position.section_found = !section.empty() && EqualNoCase(*name, section);
@@ -167,7 +169,7 @@ ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
   }
 
   if (!value) return ProfileChange::kNothingToDo;
-  std::string end(position.last_end);
+  std::string end(position.last_end.empty() ? position.first_end : position.last_end);
   std::string added;
   if (end.empty()) static_cast<void>(AppendEncoded(L"\r\n", encoding, &end));
   const size_t mark = ByteOrderMark(encoding).size();
@@ -183,6 +185,13 @@ ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section,
   if (!add_line(std::wstring(key) + L"=" + std::wstring(*value))) return ProfileChange::kRefused;
   *changed = std::string(profile).insert(std::min(at, profile.size()), added);
   return ProfileChange::kDone;
+}
+
+bool BeginsWithLineFeedEnds(std::string_view profile) {
+  LineReader lines(profile);
+  Line line;
+  return lines.Next(&line) && line.end.find('\n') != std::string_view::npos &&
+         line.end.find('\r') == std::string_view::npos;
 }
 
 bool ProfileCanHold(std::wstring_view section, std::wstring_view key,

@@ -19,9 +19,12 @@ enum class ProfileChange {
 };
 
 // Without a value the key is deleted. Bytes outside the key's line are unchanged; a new line ends as the line
-// before it. *changed is set on kDone only.
+// before it, without one as the first line. *changed is set on kDone only.
 ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section, std::wstring_view key,
                             std::optional<std::wstring_view> value, std::string* changed);
+
+// Whether the first line ends in a line feed alone, as other systems than Windows write files.
+bool BeginsWithLineFeedEnds(std::string_view profile);
 
 // Whether section, key and value can be read back unchanged.
 bool ProfileCanHold(std::wstring_view section, std::wstring_view key, std::optional<std::wstring_view> value);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -12,6 +13,7 @@ constexpr size_t kLeastRead = size_t{4} << 10;
 constexpr size_t kMostRead = size_t{256} << 10;  // at once
 constexpr size_t kWrite = size_t{64} << 10;
 constexpr size_t kLongestMark = 3;
+constexpr char kEndOfFile = 0x1A;
 constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
 
 size_t UnitSize(TextEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
@@ -23,11 +25,11 @@ bool UnitIs(std::string_view bytes, size_t at, char c, TextEncoding encoding) {
   return bytes[at + (little ? 0 : 1)] == c && bytes[at + (little ? 1 : 0)] == '\0';
 }
 
-// The place of the first line feed at or after `from`, a place where a unit starts.
-size_t FindLineFeed(std::string_view bytes, size_t from, TextEncoding encoding) {
-  if (!IsUtf16(encoding)) return bytes.find('\n', from);
+// The place of the first ASCII character `c` at or after `from`, a place where a unit starts.
+size_t FindUnit(std::string_view bytes, char c, size_t from, TextEncoding encoding) {
+  if (!IsUtf16(encoding)) return bytes.find(c, from);
   for (size_t at = from; at + 1 < bytes.size(); at += 2)
-    if (UnitIs(bytes, at, '\n', encoding)) return at;
+    if (UnitIs(bytes, at, c, encoding)) return at;
   return kNotFound;
 }
 
@@ -52,15 +54,33 @@ bool TextReader::OpenStandardInput(Guess guess) {
 bool TextReader::Start(Guess guess) {
   guess_ = guess;
   size_ = file_.Size();
-  while (end_ < kLongestMark && Fill()) {
+  while (end_ < kLongestMark && ReadMore()) {
   }
   encoding_ = EncodingFromMark(Pending());
   start_ = ByteOrderMark(encoding_).size();
+  EndAtMark(0);
   return !failed_;
 }
 
-// Reads the next bytes into the buffer, over those that were returned.
+// The text after an end-of-file character is not read. Those before `from` in Pending() have been searched.
+void TextReader::EndAtMark(size_t from) {
+  const size_t mark =
+      FindUnit(Pending(), kEndOfFile, from / UnitSize(encoding_) * UnitSize(encoding_), encoding_);
+  if (mark == kNotFound) return;
+  end_ = start_ + mark;
+  at_end_ = true;
+  file_.Close();
+}
+
 bool TextReader::Fill() {
+  const size_t searched = Pending().size();
+  if (!ReadMore()) return false;
+  EndAtMark(searched);
+  return Pending().size() > searched;
+}
+
+// Reads the next bytes into the buffer, over those that were returned.
+bool TextReader::ReadMore() {
   if (at_end_ || failed_) return false;
   if (start_ > 0) std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
   end_ -= start_;
@@ -86,7 +106,7 @@ bool TextReader::TakeLine(std::string_view* bytes) {
   size_t searched = 0;
   for (;;) {
     const std::string_view rest = Pending();
-    const size_t end = FindLineFeed(rest, searched, encoding_);
+    const size_t end = FindUnit(rest, '\n', searched, encoding_);
     if (std::min(end, rest.size()) > kLongestLine) {
       failed_ = true;
       return false;
@@ -137,11 +157,21 @@ bool TextReader::ReadBlock(size_t size, std::string* lines, size_t longest) {
   return end > 0;
 }
 
+bool TextReader::ReadRest(std::uint64_t most) {
+  while (consumed_ <= most && Fill()) {
+  }
+  failed_ = failed_ || consumed_ > most;
+  at_end_ = true;
+  file_.Close();
+  return !failed_;
+}
+
 std::string_view TextReader::Buffered() const {
   return failed_ || IsUtf16(encoding_) ? std::string_view() : Pending();
 }
 
 bool TextWriter::Begin(const CString& target, const CString& temporary) {
+  target_ = target;
   bytes_.clear();
   failed_ = true;
   // Before the mark is read: Begin refuses targets that must not be opened, such as pipes.
@@ -163,6 +193,7 @@ bool TextWriter::Begin(const CString& target, const CString& temporary) {
 }
 
 void TextWriter::Write(std::wstring_view text) {
+  failed_ = failed_ || text.find(kEndOfFile) != kNotFound;
   while (!text.empty() && !failed_) {
     const size_t end = text.find(L'\n');
     failed_ = !AppendEncoded(text.substr(0, end), encoding_, &bytes_);
@@ -196,8 +227,34 @@ void TextWriter::Flush() {
   bytes_.clear();
 }
 
+// Copies what stands in the old file from its end-of-file character on: no reader sees it, so no writer may
+// drop it.
+void TextWriter::KeepTail() {
+  InputFile old;
+  if (failed_ || !FileOrFolderExists(target_)) return;
+  failed_ = !old.Open(target_);
+  std::vector<char> piece(kWrite);
+  bool in_tail = false;
+  size_t kept = 0;  // bytes of a piece that await the next: half a unit
+  while (!failed_) {
+    const std::int64_t count = old.Read(std::span(piece).subspan(kept));
+    failed_ = count < 0;
+    if (count <= 0) break;
+    std::string_view read(piece.data(), kept + static_cast<size_t>(count));
+    if (!in_tail) {
+      const size_t mark = FindUnit(read, kEndOfFile, 0, encoding_);
+      in_tail = mark != kNotFound;
+      kept = in_tail ? 0 : read.size() % UnitSize(encoding_);
+      if (!in_tail && kept > 0) piece[0] = read.back();
+      read = in_tail ? read.substr(mark) : std::string_view();
+    }
+    failed_ = failed_ || !file_.Write(read);
+  }
+}
+
 bool TextWriter::Commit() {
   Flush();
+  KeepTail();
   const bool done = !failed_ && file_.Commit();
   file_.Abandon();
   failed_ = true;

@@ -1,5 +1,6 @@
 // Text files, line by line. They are written in Windows-1252 with CR LF and read with LF or CR LF; a file
-// with a UTF-8 or UTF-16 byte-order mark is read and written in that encoding.
+// with a UTF-8 or UTF-16 byte-order mark is read and written in that encoding. The end-of-file character of
+// DOS, 1A, ends the text; a rewritten file keeps it and what stands behind it.
 #ifndef VELMORA_PLATFORM_TEXT_FILE_H_
 #define VELMORA_PLATFORM_TEXT_FILE_H_
 
@@ -39,6 +40,10 @@ class VELMORA_API TextReader {
   // ReadLine, with `longest` as the limit of a line. Not for UTF-16.
   [[nodiscard]] bool ReadBlock(size_t size, std::string* lines, size_t longest = kLongestLine);
 
+  // Reads the rest of the file into memory and closes it. False on a read error and for more than `most`
+  // bytes.
+  [[nodiscard]] bool ReadRest(std::uint64_t most);
+
   // Whether an error ended reading before the end of the file.
   bool Failed() const { return failed_; }
   // Whether the last line had a line end.
@@ -51,6 +56,8 @@ class VELMORA_API TextReader {
  private:
   bool Start(Guess guess);
   bool Fill();
+  bool ReadMore();
+  void EndAtMark(size_t from);
   bool TakeLine(std::string_view* bytes);
 
   InputFile file_;
@@ -75,8 +82,9 @@ class TextWriter {
   // The encoding is that of the old file's byte-order mark, else Windows-1252. False as
   // FileReplacement::Begin.
   [[nodiscard]] bool Begin(const CString& target, const CString& temporary = CString());
-  // Appends text; each "\n" becomes CR LF. A character outside the encoding makes this and Commit fail, and
-  // so does, in Windows-1252, a file that would begin with the bytes of a byte-order mark.
+  // Appends text; each "\n" becomes CR LF. A character outside the encoding or an end-of-file character makes
+  // this and Commit fail, and so does, in Windows-1252, a file that would begin with the bytes of a
+  // byte-order mark.
   void Write(std::wstring_view text);
   // The same for ASCII text that has CR LF already.
   void WriteAscii(std::string_view lines);
@@ -87,8 +95,10 @@ class TextWriter {
 
  private:
   void Flush();
+  void KeepTail();
 
   FileReplacement file_;
+  CString target_;
   TextEncoding encoding_ = TextEncoding::kWindows1252;
   std::string bytes_;
   bool at_start_ = true;  // of the file

@@ -72,7 +72,8 @@ class VELMORA_API CProjPath {
   //
   // The folder list is a text file with one folder of the project per line; missing levels are created. The
   // key MAPPAR of the ini file's section ARKIV names it; without an ini file, the key or the file there is no
-  // list. A line that leads out of the project (with "..", a drive or a device name) is reported and skipped.
+  // list. Links in the project are followed. A line that leads out of the project (with "..", a drive or a
+  // device name) is reported and skipped; from the 65th on such lines are only counted.
   int CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject, int showMessages,
                              int withTundril, int withMirsen, int withKarsk, int withHarbel,
                              int withFolderList);

@@ -10,7 +10,7 @@
 #include "velmora/common/string_table.h"
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/text_file.h"
+#include "velmora/project/folder_list.h"
 #include "velmora/project/proj_path.h"
 
 namespace velmora {
@@ -18,7 +18,7 @@ namespace {
 
 constexpr unsigned kDatabaseExistsText = 6039;
 constexpr unsigned kFolderExistsText = 6040;
-constexpr int kShownOfRefusedLine = 255;
+constexpr int kMostRefusedShown = 64;  // each in a box; the others are counted in one
 
 void ShowFolderNotCreated(const CString& folder) {
   ShowMessage(FormatForUser(L"Fel, kan EJ skapa katalog:\n%s", folder));
@@ -28,9 +28,8 @@ void ShowFileNotCreated(const CString& file) {
   ShowMessage(FormatForUser(L"Fel, kan EJ skapa fil:\n%s", file));
 }
 
-void ShowLineRefused(const CString& list, int line_number, const CString& line) {
-  ShowMessage(FormatForUser(L"Otillåten katalog i listan %s, rad %ld:\n%s", list, line_number,
-                            line.Left(kShownOfRefusedLine)));
+void ShowLineRefused(const CString& list, const ListedFolder& folder) {
+  ShowMessage(FormatForUser(L"Otillåten katalog i listan %s, rad %ld:\n%s", list, folder.line, folder.name));
 }
 
 void ShowDatabaseExists(const CString& project, bool show) {
@@ -78,29 +77,22 @@ CString FolderListFile(CTundrilIni& ini) {
   return file.Trim();
 }
 
-// Reports and skips a line that leads out of the project; reports the line at which the list is too long or
-// cannot be read.
-bool MakeListedFolders(const CString& project, const CString& list) {
-  TextReader reader;
-  if (list.IsEmpty() || !reader.Open(list)) return true;
-  CString line;
-  int listed = 0;
+// Reports and skips the lines that lead out of the project, and the line from which the list is not read.
+bool MakeListedFolders(const CString& project, const CString& file) {
+  if (file.IsEmpty()) return true;
+  const FolderList list = ReadFolderList(file);
   int refused = 0;
-  int number = 1;
-  for (; reader.ReadLine(&line) && refused < kMostRefusedFolders; ++number) {
-    if (line.IsEmpty()) continue;
-    if (++listed > kMostListedFolders) {
-      ShowLineRefused(list, number, line);
-      break;
-    }
-    if (!MayBeMadeIn(project, line.GetView())) {
-      ShowLineRefused(list, number, line);
-      ++refused;
-    } else if (!MakeLevelsOrShow(JoinPath(project, line))) {
-      return false;
+  for (const ListedFolder& folder : list.folders) {
+    if (folder.allowed) {
+      if (!MakeLevelsOrShow(JoinPath(project, folder.name))) return false;
+    } else if (++refused <= kMostRefusedShown) {
+      ShowLineRefused(file, folder);
     }
   }
-  if (reader.Failed()) ShowLineRefused(list, number, CString());
+  if (list.unread) ShowLineRefused(file, *list.unread);
+  if (refused > kMostRefusedShown)
+    ShowMessage(FormatForUser(L"Otillåtna kataloger i listan %s: ytterligare %d st", file,
+                              refused - kMostRefusedShown));
   return true;
 }
 

@@ -18,7 +18,9 @@ void ReadEntry(SettingsFileKind kind, const TextLine& line, int section, CodeFil
   if (!entry) return;
   const bool lost = std::any_of(file->findings.begin() + before, file->findings.end(),
                                 [](const Finding& finding) { return finding.lost; });
-  if (!lost && !ReadsBack(kind, *entry))
+  if (IsLostAsStarLine(kind, *entry))
+    found.Add("begins with \"*\" behind a blank, which a rewrite cannot keep", line.text.GetView(), false);
+  else if (!lost && !ReadsBack(kind, *entry))
     found.Add("would be read differently after a rewrite", line.text.GetView(), false);
   entry->line = line.number;
   file->entries.push_back(*std::move(entry));
@@ -32,7 +34,11 @@ void ReadAfterHeader(SettingsFileKind kind, const TextLines& lines, CodeFile* fi
   if (!file->can_rewrite)
     file->findings.push_back({0, "has no line \"*\" that ends its header, so no entry is read"});
   else
-    while (++line != lines.end()) ReadEntry(kind, *line, 0, file);
+    for (int stars = 0; ++line != lines.end();)
+      if (TrimBlanks(line->text.GetView()) == L"*")
+        ++stars;
+      else
+        ReadEntry(kind, *line, stars, file);
 }
 
 // Entries in sections; a rewrite keeps sections 1 to 3 and nothing else.
@@ -89,12 +95,20 @@ bool ReplaceCodes(SettingsFileKind kind, const CString& path, const CodeEntries&
   CodeStream stream;
   if (!stream.BeginRewrite(path, nullptr, objects ? TemporaryPathFor(path) : CString())) return false;
   if (objects && !CopyKodfilHeader(path, &stream)) return false;
-  if (sections) stream.Write(L"*\n");
-  for (int section = sections ? kMethodSection : 0; section <= (sections ? kClassSection : 0); ++section) {
-    if (sections) stream.Write(L"*\n");
-    for (const CodeEntry& entry : entries)
-      if (entry.section == section) stream.Write(FormatCodeLine(kind, entry).GetView());
+  int stars = sections ? -1 : 0;  // written; the header's does not count
+  const auto begin = [&](int section) {
+    for (; stars < section; ++stars) stream.Write(L"*\n");
+  };
+  std::vector<const CodeEntry*> ordered;
+  for (const CodeEntry& entry : entries)
+    if (!IsLostAsStarLine(kind, entry)) ordered.push_back(&entry);
+  std::stable_sort(ordered.begin(), ordered.end(),
+                   [](const CodeEntry* a, const CodeEntry* b) { return a->section < b->section; });
+  for (const CodeEntry* entry : ordered) {
+    begin(entry->section);
+    stream.Write(FormatCodeLine(kind, *entry).GetView());
   }
+  if (sections) begin(kClassSection);
   if (kind != SettingsFileKind::kStamp) stream.Write(L"*\n");
   return stream.IsOpen() && stream.Finish();
 }

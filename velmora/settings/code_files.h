@@ -19,8 +19,9 @@ struct CodeFile {
 };
 CodeFile ReadCodeFile(SettingsFileKind kind, const TextLines& lines);
 
-// Replaces the entries of a file. The header of KODFIL.DAT is kept; what else is not an entry of sections 1
-// to 3 is lost. False when the file cannot be written; it is then as it was.
+// Replaces the entries of a file. The header of KODFIL.DAT is kept, and its lines "*" between entries; what
+// else is not an entry of sections 1 to 3 is lost, and so are entries whose code begins with "*". False when
+// the file cannot be written; it is then as it was.
 [[nodiscard]] bool ReplaceCodes(SettingsFileKind kind, const CString& path, const CodeEntries& entries);
 
 // Copies the lines of KODFIL.DAT through the first that begins with "*". False when the file cannot be read

@@ -106,14 +106,6 @@ CString LineFields(const CodeEntry& entry) {
 
 }  // namespace
 
-void LineFindings::Add(std::string what, bool misread, bool lost) const {
-  if (all != nullptr) all->push_back({line, std::move(what), misread, lost});
-}
-
-void LineFindings::Add(const std::string& what, std::wstring_view part, bool misread, bool lost) const {
-  if (all != nullptr) Add(what + ": " + Quoted(part), misread, lost);
-}
-
 std::optional<CodeEntry> ParseObjectCode(std::wstring_view line, const LineFindings& findings) {
   const CString code = TakeWord(&line);
   const CString text = TrimBlanks(line);
@@ -179,17 +171,22 @@ std::optional<CodeEntry> ParseStampField(std::wstring_view line, const LineFindi
 
 std::optional<CodeEntry> ParseCodeLine(SettingsFileKind kind, std::wstring_view line, int section,
                                        const LineFindings& findings) {
-  if (kind == SettingsFileKind::kObjects) return ParseObjectCode(line, findings);
-  if (kind == SettingsFileKind::kLines) return ParseLineCode(line, findings);
-  if (kind == SettingsFileKind::kStamp) return ParseStampField(line, findings);
-  std::wstring_view rest = line;
-  const std::wstring_view name = TakeWord(&rest);
-  if (name.size() > kLongestMiljkodName) {
-    findings.Add("is skipped: the code " + Quoted(name) + " is longer than " +
-                 std::to_string(kLongestMiljkodName) + " characters");
-    return std::nullopt;
+  std::optional<CodeEntry> entry;
+  if (kind == SettingsFileKind::kObjects) {
+    entry = ParseObjectCode(line, findings);
+  } else if (kind == SettingsFileKind::kLines) {
+    entry = ParseLineCode(line, findings);
+  } else if (kind == SettingsFileKind::kStamp) {
+    entry = ParseStampField(line, findings);
+  } else {
+    std::wstring_view rest = line;
+    const std::wstring_view name = TakeWord(&rest);
+    if (name.size() <= kLongestMiljkodName)
+      entry = ParseMiljkod(line, section == kClassSection, findings);
+    else
+      findings.Add("is skipped: the code " + Quoted(name) + " is longer than " +
+                   std::to_string(kLongestMiljkodName) + " characters");
   }
-  std::optional<CodeEntry> entry = ParseMiljkod(line, section == kClassSection, findings);
   if (entry) entry->section = section;
   return entry;
 }
@@ -213,10 +210,14 @@ CString FormatCodeLine(SettingsFileKind kind, const CodeEntry& entry) {
   return line + L"\n";
 }
 
+bool IsLostAsStarLine(SettingsFileKind kind, const CodeEntry& entry) {
+  return kind != SettingsFileKind::kObjects && IsStarLine(entry.code.GetView());
+}
+
 bool ReadsBack(SettingsFileKind kind, const CodeEntry& entry) {
   const CString line = FormatCodeLine(kind, entry);
   const std::wstring_view text = line.GetView().substr(0, line.GetView().size() - 1);
-  if (IsStarLine(text) && kind != SettingsFileKind::kObjects) return false;
+  if (IsLostAsStarLine(kind, entry)) return false;
   Findings findings;
   const std::optional<CodeEntry> read = ParseCodeLine(kind, text, entry.section, {0, &findings});
   return read && read->SameContent(entry) &&

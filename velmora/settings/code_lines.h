@@ -22,7 +22,7 @@ namespace velmora {
 // An entry with its fields as the file has them, whole even where programs read only a part.
 struct CodeEntry {
   std::int64_t line = 0;  // from 1; 0 for a new one
-  int section = 0;        // of MILJKOD.DAT, else 0
+  int section = 0;  // of MILJKOD.DAT; of KODFIL.DAT how many lines "*" precede it after the header's; else 0
   CString code;
   std::vector<CString> fields;  // in the order of the enumerations below
 
@@ -46,16 +46,6 @@ inline constexpr int kLongestMiljkodName = 4;
 inline constexpr int kUsualMax = 100;
 inline constexpr int kUsualStep = 20;
 
-// Collects what is found in one line; without a list nothing.
-struct LineFindings {
-  std::int64_t line = 0;
-  Findings* all = nullptr;
-
-  // The finding's text is `what`, with `part` quoted after it.
-  void Add(std::string what, bool misread = true, bool lost = true) const;
-  void Add(const std::string& what, std::wstring_view part, bool misread = true, bool lost = true) const;
-};
-
 // The entry of a line; nothing when the line is skipped. What is missing of a KODFIL.DAT line's text is
 // empty, a missing integer "0" and a missing third number "3"; limits are read in the class section only.
 std::optional<CodeEntry> ParseCodeLine(SettingsFileKind kind, std::wstring_view line, int section,
@@ -69,6 +59,9 @@ std::optional<CodeEntry> ParseStampField(std::wstring_view line, const LineFindi
 
 // The entry's line with its line end.
 CString FormatCodeLine(SettingsFileKind kind, const CodeEntry& entry);
+// Whether the code begins with "*", as it can behind a blank: written without that blank the entry would end
+// its section or the file, so a rewrite leaves it out.
+bool IsLostAsStarLine(SettingsFileKind kind, const CodeEntry& entry);
 // Whether the entry's line is read back as the entry, whole and without a loss.
 bool ReadsBack(SettingsFileKind kind, const CodeEntry& entry);
 // Why an entry is not to be written, for a user; empty when it can be, and is then read back as it is.
@@ -79,7 +72,8 @@ struct MiljkodLimits {
   int step = kUsualStep;
 };
 // Takes " max=N" and " steg=N" off the end of a class's text, letters without regard to case. Callers rely
-// on the maximum being found only before the step, and on 0 being a maximum but no step (tests/settings/file_cases.txt).
+// on the maximum being found only before the step, and on 0 being a maximum but no step
+// (tests/settings/file_cases.txt).
 MiljkodLimits TakeMiljkodLimits(CString* text);
 // The limits in the entry's fields; the usual ones for what is not an integer there.
 MiljkodLimits LimitsOf(const CodeEntry& entry);

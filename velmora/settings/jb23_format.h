@@ -1,9 +1,10 @@
-// JB23.PAR: a line for each quantity of a sounding rig, with its scale and its step. No files, no state.
+// JB23.PAR: a line for each quantity of a sounding rig, with its scale and its step.
 #ifndef VELMORA_SETTINGS_JB23_FORMAT_H_
 #define VELMORA_SETTINGS_JB23_FORMAT_H_
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include "velmora/text/string.h"
 
@@ -46,6 +47,14 @@ struct Jb23Line {
 Jb23Line ParseJb23Line(std::wstring_view line);
 // With its line end.
 CString FormatJb23Line(const Jb23Line& line);
+
+// Rewrites the file with a value in its field; all other lines are copied. A field beyond the last line goes
+// to the line after it, whatever its number, with "0" for that line's other value. A missing file is made by
+// the first line's scale only. With `filled` the lines up to the field's that are missing, empty or a
+// placeholder "*" get their built-in values first, and their numbers are appended to it.
+// False when nothing was written.
+[[nodiscard]] bool WriteJb23Value(const CString& path, const Jb23Field& field, const CString& value,
+                                  std::vector<int>* filled = nullptr);
 
 }  // namespace velmora
 

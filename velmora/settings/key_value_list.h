@@ -3,9 +3,11 @@
 #ifndef VELMORA_SETTINGS_KEY_VALUE_LIST_H_
 #define VELMORA_SETTINGS_KEY_VALUE_LIST_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 #include "velmora/core/list0.h"
 #include "velmora/export.h"
@@ -23,8 +25,10 @@ namespace velmora {
 //
 // An index beside the list answers look-ups in constant time. The first look-up after the list was walked or
 // changed builds it anew, and so does one that finds another key in the record where it led, in the current
-// record or in the marked one. A record is renamed while it is one of these; through a pointer kept from
-// before, the new name is found after the next such look-up only.
+// record or in the marked one. A record can also be renamed through a pointer kept from before: a key that is
+// not in the index is sought in the records that a caller may have a pointer to. These are the ones that
+// look-ups led to, and all of them after the list was walked or kMostShown were looked up: then a look-up
+// that finds nothing takes as long as a walk.
 template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:
@@ -62,6 +66,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   bool Append(std::wstring_view key, std::wstring_view value) {
     if (this->antal >= kMostRecords) return false;
     const bool in_step = InStep();
+    const bool seen = this->Changes() == seen_changes_;
     this->Ny(1);
     CopyToField(this->pael->nyckel, key);
     CopyToField(this->pael->varde, value);
@@ -69,6 +74,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
       index_.Add(FieldText(this->pael->nyckel), {this->aktuell, this->antal});
       KeepStep();
     }
+    if (seen) seen_changes_ = this->Changes();
     return true;
   }
 
@@ -104,10 +110,15 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  private:
   using Node = typename list0<Record>::Node;
 
+  static constexpr size_t kMostShown = 4096;
+
   bool Seek(std::wstring_view key) {
+    if (this->Changes() != seen_changes_) all_shown_ = true;
     if (!InStep()) Build();
     const KeyIndex::Position* at = key.empty() ? nullptr : index_.Find(key);
-    if (at != nullptr && !EqualNoCase(KeyAt(static_cast<Node*>(at->node)), key)) {
+    const bool renamed =
+        at == nullptr ? IsShown(key) : !EqualNoCase(KeyAt(static_cast<Node*>(at->node)), key);
+    if (renamed) {
       Build();
       at = index_.Find(key);
     }
@@ -117,6 +128,16 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
       this->Reposition(static_cast<Node*>(at->node), at->number);
     KeepStep();
     return at != nullptr;
+  }
+
+  // Whether a record that a caller may have a pointer to has this key now.
+  bool IsShown(std::wstring_view key) const {
+    const auto has = [key](const Node* node) { return EqualNoCase(KeyAt(node), key); };
+    if (key.empty()) return false;
+    if (!all_shown_) return std::any_of(shown_.begin(), shown_.end(), has);
+    const Node* node = this->forsta;
+    while (node != nullptr && !has(node)) node = node->next;
+    return node != nullptr;
   }
 
   void Build() {
@@ -135,6 +156,8 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     seen_changes_ = this->Changes();
     current_key_ = KeyAt(this->aktuell);
     marked_key_ = KeyAt(this->mark);
+    if (!all_shown_ && this->aktuell != nullptr) shown_.insert(this->aktuell);
+    all_shown_ = all_shown_ || shown_.size() > kMostShown;
   }
   static std::wstring_view KeyAt(const Node* node) {
     return node == nullptr ? std::wstring_view() : FieldText(node->record.nyckel);
@@ -145,6 +168,8 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   std::uint64_t seen_changes_ = 0;
   std::wstring current_key_;  // of the current record and of the marked one, at the last look-up
   std::wstring marked_key_;
+  std::unordered_set<const Node*> shown_;
+  bool all_shown_ = false;
 };
 
 }  // namespace velmora

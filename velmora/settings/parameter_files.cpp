@@ -13,7 +13,7 @@
 namespace velmora {
 namespace {
 
-void ReadKeyValue(const TextLine& line, KeyIndex* seen, StoredSettings* read) {
+void ReadKeyValue(const TextLines& lines, const TextLine& line, KeyIndex* seen, StoredSettings* read) {
   const std::wstring_view text = line.text.GetView();
   const KeyValueLine parsed = ParseKeyValueLine(text);
   const auto add = [&](const std::string& what, bool misread = true, bool lost = true) {
@@ -34,10 +34,16 @@ void ReadKeyValue(const TextLine& line, KeyIndex* seen, StoredSettings* read) {
   const KeyIndex::Position* first = seen->Find(parsed.key);
   if (TrimBlanks(parsed.key).size() != parsed.key.size())
     add("the blanks around the key are part of it: " + Quoted(parsed.key), true, false);
-  else if (first != nullptr)
+  else if (first != nullptr) {
     add("is skipped: the key " + Quoted(parsed.key) + " is in line " + std::to_string(first->number) +
             " already",
         true, false);
+    const std::wstring_view first_line = lines[static_cast<size_t>(first->number) - 1].text.GetView();
+    if (first_line.size() == parsed.key.size() + 1 && !parsed.value.empty())
+      read->findings.push_back({first->number,
+                                "has no value and hides the same key in line " + std::to_string(line.number),
+                                /*misread=*/false, /*lost=*/true});
+  }
   seen->Add(parsed.key, {nullptr, static_cast<int>(line.number)});
 }
 
@@ -78,7 +84,7 @@ StoredSettings ReadStoredSettings(bool rig, const TextLines& lines) {
   const bool vacant = lines.size() == 1 && IsStarLine(lines[0].text.GetView());
   for (const TextLine& line : lines) {
     if (!rig) {
-      ReadKeyValue(line, &seen, &read);
+      ReadKeyValue(lines, line, &seen, &read);
       continue;
     }
     const Jb23Keys keys = Jb23KeysOfLine(static_cast<int>(line.number));

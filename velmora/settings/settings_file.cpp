@@ -14,12 +14,12 @@ namespace {
 
 std::vector<SettingsPlace> Candidates(const CTundrilIni* ini, const CProjPath* project, const CString& name) {
   std::vector<SettingsPlace> places;
-  const auto add = [&](const char* place, const CString& folder) {
+  const auto add = [&](const char* place, const CString& folder, bool of_project = false) {
     if (folder.IsEmpty()) return;
     const CString path = JoinPath(folder, name);
     if (std::none_of(places.begin(), places.end(),
                      [&](const SettingsPlace& other) { return other.path.CompareNoCase(path) == 0; }))
-      places.push_back({place, path});
+      places.push_back({place, path, of_project});
   };
   if (name.CompareNoCase(CProjPath::TundrilCfgNamn) == 0) {
     CString folder;
@@ -27,7 +27,7 @@ std::vector<SettingsPlace> Candidates(const CTundrilIni* ini, const CProjPath* p
     add("beside Velmora.ini", folder);
     return places;
   }
-  if (project != nullptr) add("project copy", project->m_ProjKat);
+  if (project != nullptr) add("project copy", project->m_ProjKat, true);
   if (ini == nullptr) return places;
   add("configuration folder", ini->m_cfgDir);
   add("program folder", ini->m_programDir);

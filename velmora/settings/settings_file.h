@@ -18,6 +18,7 @@ bool HasFolder(const CProjPath* project);
 struct SettingsPlace {
   const char* name;  // "project copy"
   CString path;
+  bool of_project = false;  // else all projects without a copy of their own share it
   bool exists = false;
 };
 // Where the file is looked for, in order: the project folder, the folder of TUNDRIL.CFG, the program folder.

@@ -10,18 +10,19 @@
 
 namespace velmora {
 
-// Refuses what is not a settings file (a folder, a pipe, a file that grows while it is read), as settings
-// are small.
+// The file is read whole when it is opened, and closed: a sequence of reads that is left before its end must
+// not keep others from replacing or deleting it.
 class VELMORA_API SettingsReader {
  public:
-  // False when there is no such file, and when it is a folder or anything else than a file.
+  // False when there is no such file, when it is a folder or anything else than a file, cannot be read or is
+  // larger than kLargestFile.
   [[nodiscard]] bool Open(const CString& path);
   // The next line without its line end, and without what follows a zero byte in it unless the line is to be
   // copied. False at the end.
   enum class Zeros { kCut, kKeep };
   [[nodiscard]] bool ReadLine(CString* line, Zeros zeros = Zeros::kCut);
   // Whether the end came before the file's own.
-  bool Failed() const { return reader_.Failed() || too_large_; }
+  bool Failed() const { return reader_.Failed(); }
   // Whether the last line had a zero byte.
   bool LineWasCut() const { return cut_; }
 
@@ -29,7 +30,6 @@ class VELMORA_API SettingsReader {
 
  private:
   TextReader reader_;
-  bool too_large_ = false;
   bool cut_ = false;
 };
 

@@ -53,7 +53,7 @@ std::string ReadTextLines(const CString& path, TextLines* lines) {
   if (status->kind == FileKind::kOther) return "is not a regular file";
   if (status->size > SettingsReader::kLargestFile) return kTooLarge;
   SettingsReader reader;
-  if (!reader.Open(path)) return "cannot be opened for reading; check its permissions";
+  if (!reader.Open(path)) return "cannot be read; check its permissions";
   TextLine line;
   while (reader.ReadLine(&line.text)) {
     ++line.number;

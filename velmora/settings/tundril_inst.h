@@ -124,7 +124,8 @@ class VELMORA_API CTundrilInst {
   // section 3; 3 and 5 end section 1 and 2, 7 section 3 and the file. 0; -1 when nothing was begun.
   int MiljKodWrite(int mode, const wchar_t* name, const wchar_t* text, int max, int steg);
   // Adds the missing ones of the codes that every program relies on. A file that has them is left
-  // alone; in the rewrite the header, section 0 and sections beyond 3 are lost. Always 0.
+  // alone; in the rewrite the header, section 0 and sections beyond 3 are lost. A file with an entry whose
+  // code begins with "*", which would be lost too, is reported as one that cannot be written. Always 0.
   int MiljkodUppdatX();
 
   // LINKOD.PAR. The next line:

@@ -14,23 +14,11 @@
 namespace velmora {
 namespace {
 
-void WriteNewFile(const CString& path, const wchar_t* text) {
+bool WriteNewFile(const CString& path, const wchar_t* text) {
   TextWriter writer;
-  if (!writer.Begin(path)) return;
+  if (!writer.Begin(path)) return false;
   writer.Write(text);
-  (void)writer.Commit();
-}
-
-void CreateLocalFile(const CTundrilIni* ini, const CProjPath& project, const ProjectCopy& file,
-                     bool overwrite) {
-  const CString path = JoinPath(project.m_ProjKat, file.name);
-  const bool replaces = overwrite && file.replaceable;
-  if (!replaces && FileOrFolderExists(path)) return;
-  const CString source = FindSettingsFile(ini, nullptr, file.name);
-  if (!source.IsEmpty())
-    CopyWholeFile(source, path, !overwrite);
-  else if (file.default_content != nullptr)
-    WriteNewFile(path, file.default_content);
+  return writer.Commit();
 }
 
 bool PointIsDecimal() { return std::strcmp(std::localeconv()->decimal_point, ".") == 0; }
@@ -49,27 +37,44 @@ std::vector<ProjectCopy> ProjectCopies() {
 
 ProjectCopy StoneProjectCopy() { return {CProjPath::StenParNamn, L"*\n", false}; }
 
+CString ProjectCopy::PathIn(const CProjPath& project) const { return JoinPath(project.m_ProjKat, name); }
+
+CopyDone MakeProjectCopy(const CTundrilIni* ini, const CProjPath& project, const ProjectCopy& file,
+                         bool overwrite) {
+  const CString path = file.PathIn(project);
+  const bool replaces = overwrite && file.replaceable;
+  const bool exists = FileOrFolderExists(path);
+  if (exists && !replaces) return IsFile(path) ? CopyDone::kKept : CopyDone::kBlocked;
+  const CString source = FindSettingsFile(ini, nullptr, file.name);
+  if (!source.IsEmpty())
+    return !CopyWholeFile(source, path, !overwrite) ? CopyDone::kFailed
+           : exists                                 ? CopyDone::kReplaced
+                                                    : CopyDone::kCopied;
+  if (file.default_content == nullptr) return CopyDone::kNone;
+  return WriteNewFile(path, file.default_content) ? CopyDone::kMade : CopyDone::kFailed;
+}
+
 int CTundrilInst::CreateLokalaFiler(int overwrite, int withPar) {
   if (!HasFolder(project_)) return 0;
   for (const ProjectCopy& file : ProjectCopies())
     if (withPar != 0 || file.name != CProjPath::TundrilParNamn)
-      CreateLocalFile(ini_, *project_, file, overwrite != 0);
+      MakeProjectCopy(ini_, *project_, file, overwrite != 0);
   return 0;
 }
 
 int CTundrilInst::CreateLokalStenFil(int overwrite) {
-  if (HasFolder(project_)) CreateLocalFile(ini_, *project_, StoneProjectCopy(), overwrite != 0);
+  if (HasFolder(project_)) MakeProjectCopy(ini_, *project_, StoneProjectCopy(), overwrite != 0);
   return 0;
 }
 
 int CTundrilInst::RemoveLokalaFiler() {
   if (!HasFolder(project_)) return 0;
-  for (const ProjectCopy& file : ProjectCopies()) RemoveWholeFile(JoinPath(project_->m_ProjKat, file.name));
+  for (const ProjectCopy& file : ProjectCopies()) RemoveWholeFile(file.PathIn(*project_));
   return 0;
 }
 
 int CTundrilInst::RemoveLokalStenFil() {
-  if (HasFolder(project_)) RemoveWholeFile(JoinPath(project_->m_ProjKat, CProjPath::StenParNamn));
+  if (HasFolder(project_)) RemoveWholeFile(StoneProjectCopy().PathIn(*project_));
   return 0;
 }
 

@@ -1,4 +1,5 @@
 // MILJKOD.DAT, an entry a call, and the codes that must be in it.
+#include <algorithm>
 #include <optional>
 
 #include "velmora/common/last_message.h"
@@ -122,9 +123,11 @@ int CTundrilInst::MiljkodUppdatX() {
   const CodeEntries missing = MissingMiljkods(entries);
   if (missing.empty()) return 0;
   entries.insert(entries.end(), missing.begin(), missing.end());
-  // What could not be read would be lost.
-  if (!readable || !ReplaceCodes(SettingsFileKind::kEnvironment, path, entries))
-    ShowUnwritable(path, kWriting);
+  // What could not be read, and entries that a rewrite leaves out, would be lost.
+  const bool whole = readable && std::none_of(entries.begin(), entries.end(), [](const CodeEntry& entry) {
+                       return IsLostAsStarLine(SettingsFileKind::kEnvironment, entry);
+                     });
+  if (!whole || !ReplaceCodes(SettingsFileKind::kEnvironment, path, entries)) ShowUnwritable(path, kWriting);
   return 0;
 }
 

@@ -12,8 +12,8 @@
 namespace velmora {
 namespace {
 
-constexpr int kWidest = 4096;  // a width from a damaged format must not exhaust memory
-constexpr int kMostDecimals = 120;
+constexpr int kWidest = 4096;       // a width or precision from a damaged format must not exhaust memory
+constexpr int kLongestWhole = 330;  // a real number's characters without its decimals
 
 struct Conversion {
   bool left = false;
@@ -87,9 +87,9 @@ std::wstring FormatReal(const Conversion& how, double value) {
   const std::chars_format format = letter == L'f'   ? std::chars_format::fixed
                                    : letter == L'e' ? std::chars_format::scientific
                                                     : std::chars_format::general;
-  std::array<char, 512> buffer;
+  std::array<char, kLongestWhole + kWidest> buffer;
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value), format,
-                                 std::min(how.precision.value_or(6), kMostDecimals));
+                                 how.precision.value_or(6));
   std::wstring body = Widen(std::string_view(buffer.data(), end.ptr));
   if (how.letter != letter) body = UpperAscii(body);
   return Pad(how, SignOf(how, std::signbit(value)), body, how.zero && std::isfinite(value));

@@ -1,4 +1,5 @@
-// File names that other systems take for a device or a stream.
+// A user's data on this system: file names that Windows takes for a device or a stream, and no shell that
+// registers the user's folder.
 #include <gtest/gtest.h>
 
 #include "tests/environment/installed.h"
@@ -9,26 +10,25 @@ namespace {
 
 class ListedNames : public Installed {};
 
-TEST_F(ListedNames, AreNotCopied) {
+TEST_F(ListedNames, AreCopiedToTheFolderOfTheSetUp) {
   RegisterDataFolders();
-  for (const CString& folder : {CString(kShared), CString(L"older"), CString(kFormerUser)})
-    for (const wchar_t* name : {L"CON", L"nul.DAT", L"COM1.DAT", L"aux .DAT", L"a:b.DAT", L"good.DAT"})
-      MakeFile(folder + L"\\" + name, "listed");
-  const std::vector<CString> copied = {L"Velmora.ini", L"good.DAT"};
+  Register(HKEY_CURRENT_USER, kShellFolders, L"Appdata", L" saknas ");
+  const CString user = L"xdg\\velmora\\appdata\\Quorval\\Zennik\\Velmora\\R20\\sv";
+  const CString former = L"xdg\\velmora\\appdata\\Brovald\\Zennik\\Velmora\\R20\\sv";
+  const std::vector<CString> names = {L"COM1.DAT", L"a:b.DAT", L"aux .DAT"};
+  MakeFile(former + L"\\" + names[0], "taken over");
+  MakeFile(CString(kShared) + L"\\" + names[1], "shared");
+  MakeFile(L"older\\" + names[2], "older");
   Register(HKEY_LOCAL_MACHINE, kDist, L"InstallPath", At(L"prog"));
-  MakeIni(kFormerUser);
+  MakeIni(former);
   CTundrilIni ini;
   EXPECT_EQ(ini.InitXPWay(20, L"sv", nullptr), 0);
-  EXPECT_EQ(NamesIn(At(kUser)), copied);
-  EXPECT_EQ(messages_.boxes.size(), 5U);
-  for (const MessageBoxCall& box : messages_.boxes)
-    EXPECT_EQ(box.text.Left(26), L"Kunde inte kopiera filen:\n");
-
+  EXPECT_EQ(ini.m_cfgDir, At(user));
   EXPECT_EQ(ini.AllUserFileCheck(), -1);
   CString older = At(L"older");
-  EXPECT_EQ(ini.User2Cfg(older), 0);  // the good one exists
-  EXPECT_EQ(NamesIn(At(kUser)), copied);
-  EXPECT_EQ(messages_.boxes.size(), 5U);
+  EXPECT_EQ(ini.User2Cfg(older), 1);
+  EXPECT_EQ(NamesIn(At(user)), (std::vector<CString>{names[0], L"Velmora.ini", names[1], names[2]}));
+  EXPECT_TRUE(messages_.boxes.empty());
 }
 
 }  // namespace

@@ -3,15 +3,18 @@
 #include <unistd.h>
 
 #include "tests/support/print_text.h"
+#include "tests/support/recorded_messages.h"
 #include "tests/support/test_files.h"
-#include "velmora/common/folder_levels.h"
+#include "velmora/environment/tundril_ini.h"
 #include "velmora/platform/files.h"
+#include "velmora/project/proj_path.h"
 
 namespace velmora {
 namespace {
 
-TEST(ProjectLinks, WhatLeadsOutOfTheFolderIsNotMade) {
+TEST(ProjectLinks, ListedFoldersAreMadeBehindLinks) {
   const TemporaryFolder folder;
+  const RecordedMessages messages;
   for (const wchar_t* made : {L"P", L"P\\in", L"out"}) MakeFolder(folder.File(made));
   const auto link = [&](const wchar_t* to, const wchar_t* at) {
     ASSERT_EQ(symlink(PathForDisplay(to).c_str(), PathForDisplay(folder.File(at)).c_str()), 0);
@@ -19,21 +22,16 @@ TEST(ProjectLinks, WhatLeadsOutOfTheFolderIsNotMade) {
   link(L"..\\out", L"P\\away");
   link(L"in", L"P\\near");
   link(L"nowhere", L"P\\dead");
-  link(L"P", L"Q");
-  link(L"..\\PP", L"P\\alike");
-  MakeFolder(folder.File(L"PP"));
-  const struct {
-    const wchar_t* listed;
-    bool may;
-  } kCases[] = {{L"new\\x", true},   {L"in\\x", true},   {L"near\\x\\y", true}, {L"away", false},
-                {L"AWAY\\x", false}, {L"away/x", false}, {L"alike\\x", false},  {L"\\away\\x\\y", false},
-                {L"dead\\x", true},  // cannot be made, which is told as for any other folder
-                {L"", true}};
-  for (const wchar_t* project : {L"P", L"Q"})
-    for (const auto& c : kCases)
-      EXPECT_EQ(MayBeMadeIn(folder.File(project), c.listed), c.may) << ToUtf8(c.listed);
-  EXPECT_TRUE(MayBeMadeIn(folder.File(L"not there yet"), L"x"));
-  EXPECT_EQ(MakeFolderLevels(folder.File(L"P\\dead\\x")), folder.File(L"P\\dead"));
+  WriteBytes(folder.File(L"list"), "away\nAWAY\\x\nnear\\y\n\\\\away\\z\ndead\\x\nnot reached\n");
+  CTundrilIni ini;
+  ini.m_useIniFile = 1;
+  ini.m_iniPath = folder.File(L"ini");
+  ini.WriteKey(L"ARKIV", L"MAPPAR", folder.File(L"list"));
+  EXPECT_EQ(CProjPath().CreateProjectStructure(folder.File(L"P"), &ini, 0, 1, 0, 0, 0, 0, 1), 0);
+  EXPECT_EQ(NamesIn(folder.File(L"out")), (std::vector<CString>{L"x", L"z"}));
+  EXPECT_EQ(NamesIn(folder.File(L"P\\in")), std::vector<CString>{L"y"});
+  ASSERT_EQ(messages.boxes.size(), 1U);
+  EXPECT_EQ(messages.boxes[0].text, L"Fel, kan EJ skapa katalog:\n" + folder.File(L"P\\dead"));
 }
 
 }  // namespace

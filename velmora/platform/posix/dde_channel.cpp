@@ -34,7 +34,7 @@ struct HCONV__ {
   std::unique_ptr<sdbus::IConnection> bus;  // outlives the others
   std::unique_ptr<sdbus::IProxy> server;
   sdbus::Slot watch;
-  std::set<std::string> advised;
+  std::set<std::string> advised;  // DdeItemKey
   std::deque<Data> arrived;
   bool open = true;
   bool refused = false;
@@ -116,7 +116,8 @@ bool HandleArrived(HCONV__& conversation) {
     while (!conversation.arrived.empty()) {
       const HCONV__::Data data = std::move(conversation.arrived.front());
       conversation.arrived.pop_front();
-      if (conversation.advised.contains(data.item)) g_received(&conversation, DdeTextFromUtf8(data.text));
+      if (conversation.advised.contains(DdeItemKey(data.item)))
+        g_received(&conversation, DdeTextFromUtf8(data.text));
     }
   }
   return handled > 0;
@@ -185,13 +186,13 @@ DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
 
 bool DdeChannel::StartAdvise(DdeConversation conversation, DdeString item, bool /*acknowledge*/) {
   if (!Send(conversation, item, kAdviseMethod)) return false;
-  conversation->advised.insert(item->utf8);
+  conversation->advised.insert(DdeItemKey(item->utf8));
   return true;
 }
 
 bool DdeChannel::StopAdvise(DdeConversation conversation, DdeString item) {
   if (!Send(conversation, item, kUnadviseMethod)) return false;
-  conversation->advised.erase(item->utf8);
+  conversation->advised.erase(DdeItemKey(item->utf8));
   return true;
 }
 

@@ -106,6 +106,7 @@ std::optional<CString> RealPath(const CString& path) {
   std::wstring real;
   while (!rest.empty()) {
     rest.remove_prefix(1);
+    if (rest.empty()) break;  // the root
     const std::string_view name = rest.substr(0, rest.find('/'));
     real += L'\\' + TextFromName(name);
     rest.remove_prefix(name.size());
@@ -129,20 +130,26 @@ bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {
   if (keep_existing && FileOrFolderExists(to)) return false;
   PosixNewFile copy;
   // Keeps the execute bits.
-  if (!copy.Begin(NativePath(to), std::string(), 0666 | (status.st_mode & 0111))) return false;
+  if (!copy.Begin(NativePathToCreate(to), std::string(), 0666 | (status.st_mode & 0111))) return false;
   copy.SetModified(status.st_mtim);
   return copy.WriteAllFrom([&](std::span<char> buffer) { return ReadSome(source.Get(), path, buffer); }) &&
          copy.Commit(keep_existing ? NewFile::Existing::kKeep : NewFile::Existing::kReplace);
 }
 
-bool RemoveWholeFile(const CString& path) { return RemoveFile(NativePath(path)) == 0; }
+bool RemoveWholeFile(const CString& path) {
+  const std::string native = NativePath(path);
+  struct stat status {};
+  const bool is_protected =
+      lstat(native.c_str(), &status) == 0 && S_ISREG(status.st_mode) && (status.st_mode & 0222) == 0;
+  return !is_protected && RemoveFile(native) == 0;
+}
 
 bool RemoveEmptyFolder(const CString& path) { return RemoveFolder(NativePath(path)) == 0; }
 
-bool MakeFolder(const CString& path) { return MakeOneFolder(NativePath(path), 0777) == 0; }
+bool MakeFolder(const CString& path) { return MakeOneFolder(NativePathToCreate(path), 0777) == 0; }
 
 std::vector<FoundFile> FindFiles(const CString& pattern) {
-  const size_t separator = pattern.GetView().find_last_of(L"\\/");
+  const size_t separator = pattern.GetView().find_last_of(PathSeparators());
   const int split = separator == std::wstring_view::npos ? -1 : static_cast<int>(separator);
   // The folder keeps its last backslash, for "X:\" and for the root.
   const CString folder_path = split < 0 ? CString(L".") : pattern.Left(split + 1);
@@ -205,6 +212,8 @@ std::int64_t InputFile::Read(std::span<char> buffer) {
 std::uint64_t InputFile::Size() const { return system_ ? system_->size : 0; }
 
 void InputFile::Close() { system_.reset(); }
+
+std::wstring_view PathSeparators() { return L"\\/"; }
 
 CString PathFromSystem(std::string_view name) { return CString(TextFromNativePath(name)); }
 

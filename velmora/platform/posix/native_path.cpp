@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "velmora/platform/posix/disk_calls.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
@@ -40,12 +41,21 @@ std::string HomeFolder() {
   return found == nullptr || entry.pw_dir == nullptr ? std::string() : entry.pw_dir;
 }
 
-std::string DriveFolder(char lower_letter) {
+// The folder that the user has named for a drive; empty without one.
+std::string NamedDriveFolder(char lower_letter) {
   const std::string variable = std::string("VELMORA_DRIVE_") + static_cast<char>(lower_letter - 'a' + 'A');
   const char* folder = std::getenv(variable.c_str());
-  if (folder != nullptr && *folder != '\0') return folder;
+  return folder == nullptr ? std::string() : folder;
+}
+
+std::string OwnDriveFolder(char lower_letter) {
   const std::string data = UserDataFolder();
   return data.empty() ? data : data + "/velmora/drive_" + lower_letter;
+}
+
+std::string DriveFolder(char lower_letter) {
+  const std::string named = NamedDriveFolder(lower_letter);
+  return named.empty() ? OwnDriveFolder(lower_letter) : named;
 }
 
 // 'a' to 'z' when `path` begins with a drive, as in "X:" and "X:/name" but not "X:name", else 0.
@@ -55,21 +65,30 @@ char DriveLetter(std::string_view path) {
   return c >= 'a' && c <= 'z' ? c : '\0';
 }
 
-// Resolves "." and ".." by name in a path after its drive letter, as Windows does; a drive's root has no
-// parent.
+// Resolves "." and ".." by name in a path after its drive letter, as Windows does, where separators in a row
+// are one and a drive's root has no parent. A separator at the end stays.
 std::string WithoutDots(std::string_view path) {
   std::string plain;
-  for (size_t start = 0; start <= path.size();) {
+  for (size_t start = 0; start < path.size();) {
     const size_t end = std::min(path.find('/', start), path.size());
     const std::string_view name = path.substr(start, end - start);
-    if (name == "..") {
-      plain.resize(plain.find_last_of('/', plain.size() - 2) + 1);
-    } else if (name != ".") {
-      plain.append(name).append(end < path.size() ? "/" : "");
-    }
+    if (name == "..")
+      plain.resize(plain.empty() ? 0 : plain.rfind('/'));
+    else if (!name.empty() && name != ".")
+      plain.append("/").append(name);
     start = end + 1;
   }
-  return plain;
+  return path.ends_with('/') ? plain + "/" : plain;
+}
+
+// The path with slashes, without the prefix "\\?\" of a drive. Nothing for invalid text.
+std::optional<std::string> SlashedPath(const CString& path) {
+  constexpr std::string_view kPrefix = "//?/";
+  std::optional<std::string> bytes = NativeBytes(path.GetView());
+  if (bytes && bytes->starts_with(kPrefix) &&
+      DriveLetter(std::string_view(*bytes).substr(kPrefix.size())) != 0)
+    bytes->erase(0, kPrefix.size());
+  return bytes;
 }
 
 bool Exists(const std::string& path) {
@@ -161,7 +180,7 @@ std::string UserDataFolder() {
 }
 
 std::string NativePath(const CString& path) {
-  std::optional<std::string> bytes = NativeBytes(path.GetView());
+  std::optional<std::string> bytes = SlashedPath(path);
   if (!bytes) return {};
   if (const char letter = DriveLetter(*bytes)) {
     const std::string folder = DriveFolder(letter);
@@ -169,6 +188,13 @@ std::string NativePath(const CString& path) {
     *bytes = folder + WithoutDots(std::string_view(*bytes).substr(2));
   }
   return path.GetView().starts_with(kAsSpelled) ? *bytes : MatchNames(*bytes);
+}
+
+std::string NativePathToCreate(const CString& path) {
+  const char letter = DriveLetter(SlashedPath(path).value_or(std::string()));
+  if (letter != 0 && NamedDriveFolder(letter).empty() && !Exists(OwnDriveFolder(letter)))
+    (void)MakeFolders(OwnDriveFolder(letter));  // when this fails, the creation fails too
+  return NativePath(path);
 }
 
 }  // namespace velmora

@@ -2,8 +2,9 @@
 //
 //   \             a slash
 //   X:\ or X:     the drive's folder: the environment variable VELMORA_DRIVE_X, else velmora/drive_x in the
-//                 user's data folder ($XDG_DATA_HOME, else ~/.local/share); ".." is resolved by name and
-//                 stops at the drive's root
+//                 user's data folder ($XDG_DATA_HOME, else ~/.local/share), made with the first file or
+//                 folder in it; ".." is resolved by name and stops at the drive's root
+//   \\?\X:\       the same
 //   letter case   a name that does not exist as spelled is the entry of its folder that differs in
 //                 letter case only; of several the first by character number
 //   U+DC2F        as the first character: the names after it are taken as spelled (PathAsSpelled)
@@ -26,6 +27,9 @@ inline constexpr wchar_t kAsSpelled = 0xDC2F;
 // The path for system calls. Empty, which every call rejects, when the text contains a zero or is invalid, or
 // the user's data folder is unknown.
 std::string NativePath(const CString& path);
+// The same for a file or folder that is about to be created: makes the drive's folder in the user's data
+// folder.
+std::string NativePathToCreate(const CString& path);
 
 // The text in the system's bytes with slashes, without looking up names. Nothing for invalid text.
 std::optional<std::string> NativeBytes(std::wstring_view text);

@@ -156,7 +156,15 @@ bool PosixNewFile::ChooseTemporary(const std::string& temporary) {
   return static_cast<bool>(temporary_.folder);
 }
 
+// The same for every spelling of the path.
+std::string PosixNewFile::HeldName() const {
+  struct stat folder {};
+  (void)fstat(temporary_.folder.Get(), &folder);
+  return std::to_string(folder.st_dev) + "/" + std::to_string(folder.st_ino) + "/" + temporary_.name;
+}
+
 bool PosixNewFile::CreateTemporary(mode_t mode) {
+  const std::string name = HeldName();
   const auto give_up = std::chrono::steady_clock::now() + kLongestWait;
   do {
     file_ = FileDescriptor(CreateNew(temporary_, mode));
@@ -164,6 +172,7 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
       // Before it was locked another writer may have removed it as a leftover.
       if (TryLock(file_.Get()) && IsStillOurs()) {
         List();
+        Hold(name);
         return true;
       }
       file_.Close();
@@ -172,7 +181,10 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
     }
     const Leftover leftover = RemoveLeftover(temporary_);
     if (leftover == Leftover::kBlocked) return false;
-    if (leftover == Leftover::kInUse) std::this_thread::sleep_for(kPause);
+    if (leftover == Leftover::kInUse) {
+      if (IsHeldByThisThread(name)) return false;
+      std::this_thread::sleep_for(kPause);
+    }
   } while (std::chrono::steady_clock::now() < give_up);
   return false;
 }
@@ -254,7 +266,7 @@ std::unique_ptr<NewFile> MakeNewFile(const CString& target, const CString& tempo
   const std::string own_temporary = NativePath(temporary);
   if (own_temporary.empty() && !temporary.IsEmpty()) return nullptr;
   auto file = std::make_unique<PosixNewFile>();
-  if (!file->Begin(NativePath(target), own_temporary, 0666)) return nullptr;
+  if (!file->Begin(NativePathToCreate(target), own_temporary, 0666)) return nullptr;
   return file;
 }
 

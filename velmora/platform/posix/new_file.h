@@ -54,6 +54,7 @@ class PosixNewFile final : public NewFile {
   bool IsStillOurs() const;
   void List();
   void Unlist();
+  std::string HeldName() const;
 
   FolderEntry target_;
   FolderEntry temporary_;

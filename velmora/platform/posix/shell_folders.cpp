@@ -8,10 +8,14 @@
 
 namespace velmora {
 
-CString UserApplicationData() {
+CString UnregisteredUserData() {
   const std::string data = UserDataFolder();
-  const std::string folder = data + "/velmora/appdata";
-  return !data.empty() && MakeFolders(folder) ? PathFromSystem(folder) : CString();
+  return data.empty() ? CString() : PathFromSystem(data + "/velmora/appdata");
+}
+
+CString UserApplicationData() {
+  const CString folder = UnregisteredUserData();
+  return !folder.IsEmpty() && MakeFolders(PathForDisplay(folder)) ? folder : CString();
 }
 
 bool ReadEnvironment(const wchar_t* name, CString* value) {

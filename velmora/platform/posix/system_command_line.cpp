@@ -5,8 +5,9 @@
 
 #include <array>
 #include <cerrno>
-#include <climits>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "velmora/platform/files.h"
 #include "velmora/platform/posix/file_descriptor.h"
@@ -32,12 +33,17 @@ std::string ReadArguments() {
   return arguments;
 }
 
-// A program that the shell found by PATH is given without its folder.
+// The program's full path without "." and "..", so that its folder can be compared with a registered one.
+// Links are kept where the name as given still leads to the program: that fails for one found by PATH, which
+// is given without its folder, and after a change of the current folder.
 std::string ProgramPath(const std::string& given) {
-  if (given.find('/') != std::string::npos) return given;
-  std::array<char, PATH_MAX> path{};
-  const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
-  return length > 0 ? std::string(path.data(), static_cast<size_t>(length)) : given;
+  const std::filesystem::path program = "/proc/self/exe";
+  std::error_code error;
+  const std::filesystem::path named = std::filesystem::absolute(given, error).lexically_normal();
+  if (given.find('/') != std::string::npos && std::filesystem::equivalent(named, program, error))
+    return named.string();
+  const std::filesystem::path target = std::filesystem::read_symlink(program, error);
+  return error ? given : target.string();
 }
 
 CString Quoted(const CString& word) {

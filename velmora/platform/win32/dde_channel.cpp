@@ -5,10 +5,12 @@
 #include <ddeml.h>
 
 #include <array>
+#include <deque>
 #include <set>
 #include <string>
 #include <utility>
 
+#include "velmora/platform/dde_text.h"
 #include "velmora/platform/types.h"
 
 namespace velmora {
@@ -17,19 +19,59 @@ namespace {
 constexpr size_t kLongestString = 255;  // the system's own limit
 constexpr int kMostMessages = 100;      // in one call of Handle
 
+constexpr UINT kDeliver = WM_APP;
+
+struct Data {
+  std::string item;  // DdeItemKey
+  std::string text;
+};
+
 DWORD g_instance = 0;
+HWND g_window = nullptr;  // gets kDeliver
 DdeChannel::Received g_received = nullptr;
+DdeConversation g_open = nullptr;
+std::set<std::string> g_advised;  // DdeItemKey
+std::deque<Data> g_arrived;
 std::set<DWORD> g_unanswered;  // pokes
 bool g_refused = false;
 
-HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ, HDDEDATA data, ULONG_PTR id,
-                                ULONG_PTR) {
+std::string KeyOf(DdeString item) {
+  char text[kLongestString + 1] = {};
+  DdeQueryStringA(g_instance, item, text, sizeof text, CP_WINANSI);
+  return DdeItemKey(Utf8FromDdeText(text));
+}
+
+// Data is passed on outside the callback of the DDE library, which fails when a conversation ends or begins
+// in it.
+LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != kDeliver) return DefWindowProcW(window, message, wParam, lParam);
+  while (!g_arrived.empty()) {
+    const Data data = std::move(g_arrived.front());
+    g_arrived.pop_front();
+    if (g_advised.contains(data.item)) g_received(g_open, data.text);
+  }
+  return 0;
+}
+
+// A window without a class of its own: nothing has to be unregistered when the library is unloaded.
+HWND MakeMessageWindow() {
+  const HWND window =
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  if (window != nullptr) SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(OnMessage));
+  return window;
+}
+
+HDDEDATA CALLBACK OnTransaction(UINT type, UINT, HCONV conversation, HSZ, HSZ item, HDDEDATA data,
+                                ULONG_PTR id, ULONG_PTR) {
   if (type == XTYP_XACT_COMPLETE && g_unanswered.erase(static_cast<DWORD>(id)) != 0 && data == nullptr)
     g_refused = true;
   if (type != XTYP_ADVDATA) return nullptr;
   std::array<char, 512> text = {};
   const DWORD size = DdeGetData(data, reinterpret_cast<BYTE*>(text.data()), text.size() - 1, 0);
-  g_received(conversation, std::string_view(text.data(), size));
+  if (conversation == g_open) {
+    g_arrived.push_back({KeyOf(item), std::string(text.data(), size)});
+    PostMessageW(g_window, kDeliver, 0, 0);
+  }
   return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
 }
 
@@ -74,6 +116,8 @@ bool HandleMessages() {
 
 bool DdeChannel::Start(Received received) {
   g_received = received;
+  if (g_window == nullptr) g_window = MakeMessageWindow();
+  if (g_window == nullptr) return false;
   if (g_instance != 0) return true;
   return DdeInitializeA(&g_instance, OnTransaction, APPCMD_CLIENTONLY, 0) == DMLERR_NO_ERROR;
 }
@@ -90,15 +134,20 @@ void DdeChannel::FreeString(DdeString text) {
 DdeConversation DdeChannel::Open(DdeString service, DdeString topic) {
   g_unanswered.clear();
   g_refused = false;
-  return DdeConnect(g_instance, service, topic, nullptr);
+  g_open = DdeConnect(g_instance, service, topic, nullptr);
+  return g_open;
 }
 
 bool DdeChannel::StartAdvise(DdeConversation conversation, DdeString item, bool acknowledge) {
-  return Send(conversation, item, XTYP_ADVSTART | (acknowledge ? XTYPF_ACKREQ : 0)) != 0;
+  if (Send(conversation, item, XTYP_ADVSTART | (acknowledge ? XTYPF_ACKREQ : 0)) == 0) return false;
+  g_advised.insert(KeyOf(item));
+  return true;
 }
 
 bool DdeChannel::StopAdvise(DdeConversation conversation, DdeString item) {
-  return Send(conversation, item, XTYP_ADVSTOP) != 0;
+  if (Send(conversation, item, XTYP_ADVSTOP) == 0) return false;
+  g_advised.erase(KeyOf(item));
+  return true;
 }
 
 bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_view text) {
@@ -111,6 +160,7 @@ bool DdeChannel::Poke(DdeConversation conversation, DdeString item, std::string_
 bool DdeChannel::IsOpen(DdeConversation conversation) { return IsThere(conversation); }
 
 int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
+  if (conversation == nullptr) return -1;
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
   while (!g_unanswered.empty() && IsOpen(conversation)) {
     const ULONGLONG now = GetTickCount64();
@@ -123,6 +173,10 @@ int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
 }
 
 void DdeChannel::Close(DdeConversation conversation) {
+  // First, because disconnecting dispatches messages.
+  g_open = nullptr;
+  g_advised.clear();
+  g_arrived.clear();
   g_unanswered.clear();
   if (conversation != nullptr) DdeDisconnect(conversation);
 }

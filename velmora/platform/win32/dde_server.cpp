@@ -40,9 +40,13 @@ struct DdeServer::System {
     events.push_back({kind, clients[client], item == nullptr ? "" : Utf8FromDdeText(TextOf(item)), text});
   }
 
+  bool IsItem(const AdvisedData& data, HSZ item) const {
+    return DdeItemKey(Utf8FromDdeText(data.item)) == DdeItemKey(Utf8FromDdeText(TextOf(item)));
+  }
+
   HDDEDATA NextData(HCONV client, HSZ item) {
     std::deque<AdvisedData>& queue = unsent[client];
-    if (queue.empty() || queue.front().item != TextOf(item)) return nullptr;
+    if (queue.empty() || !IsItem(queue.front(), item)) return nullptr;
     std::string text = std::exchange(queue.front().text, {});
     queue.pop_front();
     return DdeCreateDataHandle(instance, reinterpret_cast<BYTE*>(text.data()),
@@ -80,7 +84,7 @@ struct DdeServer::System {
       case XTYP_ADVSTOP:
         Add(DdeEvent::Kind::kUnadvise, client, second);
         // Data that is no longer requested must not block the data behind it.
-        std::erase_if(unsent[client], [&](const AdvisedData& each) { return each.item == TextOf(second); });
+        std::erase_if(unsent[client], [&](const AdvisedData& each) { return IsItem(each, second); });
         return nullptr;
       case XTYP_ADVREQ:
         return NextData(client, second);

@@ -8,7 +8,6 @@
 #include "velmora/platform/win32/new_file.h"
 #include "velmora/platform/win32/system_file.h"
 #include "velmora/text/codepage.h"
-#include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
@@ -60,14 +59,6 @@ std::optional<FileStatus> StatusBehindLink(const wchar_t* path) {
   BY_HANDLE_FILE_INFORMATION data{};
   if (!file || GetFileInformationByHandle(file.Get(), &data) == 0) return std::nullopt;
   return StatusOf(data);
-}
-
-bool IsDotName(const CString& name) { return name == L"." || name == L".."; }
-
-bool ListsBefore(const FoundFile& a, const FoundFile& b) {
-  if (IsDotName(a.name) != IsDotName(b.name)) return IsDotName(a.name);
-  const int order = CompareInCapitals(a.name.GetView(), b.name.GetView());
-  return order != 0 ? order < 0 : a.name < b.name;
 }
 
 FoundFile EntryOf(const WIN32_FIND_DATAW& data, const CString& folder) {
@@ -144,7 +135,7 @@ std::optional<CString> RealPath(const CString& path) {
     if (length == 0) return std::nullopt;
     const bool fits = length < real.size();
     real.resize(length);
-    if (fits) return CString(std::wstring_view(real));
+    if (fits) return CString(std::wstring_view(real)).TrimRight(L'\\');  // a root ends in one
   }
 }
 
@@ -183,7 +174,6 @@ std::vector<FoundFile> FindFiles(const CString& pattern) {
     found.push_back(EntryOf(data, folder));
   } while (FindNextFileW(search, &data) != 0);
   FindClose(search);
-  std::sort(found.begin(), found.end(), ListsBefore);
   return found;
 }
 
@@ -225,6 +215,8 @@ std::int64_t InputFile::Read(std::span<char> buffer) {
 std::uint64_t InputFile::Size() const { return system_ ? SizeOf(system_->handle) : 0; }
 
 void InputFile::Close() { system_.reset(); }
+
+std::wstring_view PathSeparators() { return L"\\"; }
 
 CString PathFromSystem(std::string_view name) {
   std::wstring path = WideFromUtf8(name);

@@ -6,6 +6,7 @@
 
 #include "velmora/platform/files.h"
 #include "velmora/platform/win32/disk_calls.h"
+#include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
 namespace velmora {
@@ -150,6 +151,9 @@ bool Win32NewFile::RemoveLeftover(bool* pause) {
 }
 
 bool Win32NewFile::CreateTemporary() {
+  std::wstring lower = temporary_;
+  for (wchar_t& c : lower) c = LowerLetter(c);
+  const std::string name = Utf8FromWide(lower);
   refusals_left_ = kMostRefusals;
   const ULONGLONG start = GetTickCount64();
   do {
@@ -157,11 +161,14 @@ bool Win32NewFile::CreateTemporary() {
     if (file_) {
       const std::scoped_lock turn(g_turn);
       g_new_files.push_back(this);
+      Hold(name);
       return true;
     }
     bool pause = false;
     if (!RemoveLeftover(&pause)) return false;
-    if (pause) Sleep(kPauseMs);
+    if (!pause) continue;
+    if (IsHeldByThisThread(name)) return false;
+    Sleep(kPauseMs);
   } while (GetTickCount64() - start < kLongestTurnMs);
   return false;
 }

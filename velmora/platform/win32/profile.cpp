@@ -77,7 +77,9 @@ bool WriteProfile(const CString& section, const CString& key, const wchar_t* val
   const std::optional<std::string> bytes = status ? ReadProfileBytes(path) : std::string();
   if (!bytes) return false;
   const TextEncoding encoding = EncodingFromMark(*bytes);
-  if (!SystemKnows(encoding)) return WriteProfileFile(section, key, value, path);
+  // The system would end added lines in CR LF.
+  if (!SystemKnows(encoding) || BeginsWithLineFeedEnds(*bytes))
+    return WriteProfileFile(section, key, value, path);
   // The system would replace other characters by "?".
   if (!CanEncode(section, encoding) || !CanEncode(key, encoding) || !CanEncode(CString(value), encoding))
     return false;

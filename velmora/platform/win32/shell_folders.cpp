@@ -15,6 +15,8 @@ CString UserApplicationData() {
   return result == S_OK ? CString(folder) : CString();
 }
 
+CString UnregisteredUserData() { return {}; }
+
 bool ReadEnvironment(const wchar_t* name, CString* value) {
   std::wstring text(256, L'\0');
   for (;;) {

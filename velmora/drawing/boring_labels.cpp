@@ -1,0 +1,72 @@
+#include "velmora/drawing/boring_labels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+#include "velmora/drawing/style.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::drawing {
+std::string BoringKey::Number(const PlotBoring& boring) {
+  const auto [at, added] = numbers_.try_emplace(&boring, numbers_.size() + 1);
+  if (added) borings_.push_back(&boring);
+  return NumberText(at->second);
+}
+
+std::string BoringKey::NumberText(size_t number) { return "(" + std::to_string(number) + ")"; }
+
+std::vector<std::optional<ChosenLabel>> ChooseLabels(
+    Obstacles& obstacles, std::span<const SheetPoint> symbols,
+    const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places) {
+  using Labels = std::vector<std::optional<ChosenLabel>>;
+  const int rounds = symbols.size() <= 500 ? 12 : 4;
+  constexpr double kAround = 14;  // mm
+  std::vector<bool> close(symbols.size(), false);
+  std::vector<size_t> order(symbols.size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  std::optional<std::pair<Labels, Obstacles>> best;
+  std::ptrdiff_t least = 0;
+  for (int round = 0; round < rounds; ++round) {
+    Labels labels(symbols.size());
+    Obstacles taken = obstacles;
+    const auto place = [&](LabelKind kind, const auto& wanted) {
+      for (const size_t i : order) {
+        if (labels[i] || !wanted(i)) continue;
+        if (const auto free = TakeFirst(taken, places(i, kind))) labels[i] = {kind, *free};
+      }
+    };
+    place(LabelKind::kNumber, [&](size_t i) { return close[i]; });
+    place(LabelKind::kName, [&](size_t i) { return !close[i]; });
+    place(LabelKind::kNumber, [&](size_t i) { return !close[i]; });
+
+    const auto without = std::count(labels.begin(), labels.end(), std::nullopt);
+    if (!best || without < least) {
+      best.emplace(labels, std::move(taken));
+      least = without;
+    }
+    if (without == 0) break;
+    // Those without a label choose first next time, and around them numbers come before names.
+    std::stable_partition(order.begin(), order.end(), [&](size_t i) { return !labels[i]; });
+    for (size_t i = 0; i < symbols.size(); ++i)
+      for (size_t k = 0; !labels[i] && k < symbols.size(); ++k)
+        if (std::hypot(symbols[k].x - symbols[i].x, symbols[k].y - symbols[i].y) < kAround) close[k] = true;
+  }
+  obstacles = std::move(best->second);
+  return std::move(best->first);
+}
+
+std::string OffsetLabel(const PlotBoring& boring) {
+  if (!boring.placed || !std::isfinite(boring.offset)) return "";
+  const std::string text = FormatFixed(std::fabs(boring.offset), 2);
+  if (text == "0.00") return text;
+  return (boring.offset > 0 ? "H " : "V ") + text;
+}
+
+void DrawStray(Canvas& canvas, SheetPoint at, bool dot) {
+  const double half = dot ? 1.4 * kManyDotsRadius : kBoringRadius;
+  canvas.Rectangle({at.x - half, at.y - half, 2 * half, 2 * half}, kStray);
+}
+
+}  // namespace velmora::drawing

@@ -1,0 +1,55 @@
+// How the borings of a sheet are named: by their identity where there is room, else by a number that the key
+// table explains, so that no identity is ever cut.
+#ifndef VELMORA_DRAWING_BORING_LABELS_H_
+#define VELMORA_DRAWING_BORING_LABELS_H_
+
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "velmora/drawing/alignment_sheet.h"
+#include "velmora/drawing/labels.h"
+
+namespace velmora::drawing {
+
+// Borings that have a number on the sheet, in its order.
+class BoringKey {
+ public:
+  // Gives the boring the next number unless it has one.
+  std::string Number(const PlotBoring& boring);
+  // "(17)"
+  static std::string NumberText(size_t number);
+
+  const std::vector<const PlotBoring*>& Borings() const { return borings_; }
+
+ private:
+  std::unordered_map<const PlotBoring*, size_t> numbers_;
+  std::vector<const PlotBoring*> borings_;
+};
+
+enum class LabelKind { kName, kNumber };
+
+struct ChosenLabel {
+  LabelKind kind;
+  LabelPlace place;
+};
+
+// Places a label for each of the symbols and adds them to the obstacles: names where all around get a label
+// too, numbers where symbols are close together, and nothing where there is no room for either. `places`
+// gives the places for a symbol's label of a kind, the best first.
+std::vector<std::optional<ChosenLabel>> ChooseLabels(
+    Obstacles& obstacles, std::span<const SheetPoint> symbols,
+    const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places);
+
+// "H 12.40" to the right (höger), "V 3.20" to the left (vänster), "0.00" on the line; empty for a boring
+// without a place along it.
+std::string OffsetLabel(const PlotBoring& boring);
+
+// The symbol of a boring without a place along the road: an empty square, where others are circles; a small
+// one where they are dots.
+void DrawStray(Canvas& canvas, SheetPoint at, bool dot);
+
+}  // namespace velmora::drawing
+
+#endif  // VELMORA_DRAWING_BORING_LABELS_H_

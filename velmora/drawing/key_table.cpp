@@ -1,0 +1,80 @@
+#include "velmora/drawing/key_table.h"
+
+#include <algorithm>
+
+#include "velmora/drawing/labels.h"
+#include "velmora/drawing/style.h"
+
+namespace velmora::drawing {
+namespace {
+
+constexpr double kInset = 4;  // mm
+constexpr double kHeading = 9;
+constexpr double kPitch = 3.2;
+constexpr double kGap = 2;          // between the parts of an entry
+constexpr double kColumnGap = 6;    // between entries side by side
+constexpr double kWidestName = 60;  // longer ones take several lines
+constexpr size_t kMostLines = 8;
+
+}  // namespace
+
+KeyTable::KeyTable(const BoringKey& key, double width) {
+  if (key.Borings().empty()) return;
+  number_width_ = TextWidth(BoringKey::NumberText(key.Borings().size()), kSmallSize);
+  double offset_width = 0;
+  size_t lines = 0;
+  for (const PlotBoring* boring : key.Borings()) {
+    Entry& entry =
+        entries_.emplace_back(Entry{boring, WrapText(boring->id, kSmallSize, kWidestName, kMostLines)});
+    if (entry.name.empty()) entry.name.emplace_back("(no name)");
+    for (const std::string& line : entry.name)
+      name_width_ = std::max(name_width_, TextWidth(line, kSmallSize));
+    offset_width = std::max(offset_width, TextWidth(OffsetLabel(*boring), kSmallSize));
+    lines += entry.name.size();
+  }
+  column_width_ = number_width_ + kGap + name_width_ + kGap + offset_width + kColumnGap;
+  const auto columns =
+      std::max<size_t>(1, static_cast<size_t>((width - 2 * kInset + kColumnGap) / column_width_));
+  size_t rows = (lines + columns - 1) / columns;
+  while (!Fill(columns, rows)) ++rows;
+  height_ = kHeading + static_cast<double>(rows) * kPitch + kInset;
+}
+
+bool KeyTable::Fill(size_t columns, size_t rows) {
+  size_t column = 0;
+  size_t row = 0;
+  for (Entry& entry : entries_) {
+    if (row > 0 && row + entry.name.size() > rows) {
+      ++column;
+      row = 0;
+    }
+    entry.column = column;
+    entry.row = row;
+    row += entry.name.size();
+    if (row > rows) return false;
+  }
+  return column < columns;
+}
+
+void KeyTable::Draw(Canvas& canvas, SheetPoint upper_left) const {
+  if (entries_.empty()) return;
+  const TextFormat text = {.size = kSmallSize, .anchor = TextAnchor::kStart};
+  canvas.Text({upper_left.x + kInset, upper_left.y + 5}, "Key to the numbers: boring and offset",
+              {.size = kLabelSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
+  for (size_t i = 0; i < entries_.size(); ++i) {
+    const Entry& entry = entries_[i];
+    const Style& style = entry.boring->placed ? kBoringText : kStrayText;
+    const double x = upper_left.x + kInset + static_cast<double>(entry.column) * column_width_;
+    double y = upper_left.y + kHeading + (static_cast<double>(entry.row) + 0.5) * kPitch;
+    canvas.Text({x, y}, BoringKey::NumberText(i + 1), text, style);
+    const double name_x = x + number_width_ + kGap;
+    if (const std::string offset = OffsetLabel(*entry.boring); !offset.empty())
+      canvas.Text({name_x + name_width_ + kGap, y}, offset, text, style);
+    for (const std::string& line : entry.name) {
+      canvas.Text({name_x, y}, line, text, style);
+      y += kPitch;
+    }
+  }
+}
+
+}  // namespace velmora::drawing
