@@ -39,7 +39,7 @@ void WriteOrRefuse(const ExportInput& input, const std::string& to, const std::v
 }
 
 std::string ReadWholeFile(const std::string& file) {
-  constexpr size_t kLargest = size_t{1} << 30;
+  constexpr size_t kLargest = size_t{256} << 20;
   InputFile input;
   if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
   std::string bytes;
@@ -50,7 +50,7 @@ std::string ReadWholeFile(const std::string& file) {
     if (count == 0) return bytes;
     bytes.append(block.data(), static_cast<size_t>(count));
     if (bytes.size() > kLargest)
-      throw Refusal(At(file, "is larger than 1 GB; give a file with the roads alone"));
+      throw Refusal(At(file, "is larger than 256 MB; give a file with the roads alone"));
   }
 }
 

@@ -53,16 +53,21 @@ class PlanMaker {
       if (plan_.size() <= before) continue;
       // Stations of elements may be those after an equation.
       if (!IsGiven(element.station) || !alignment_.equations.empty()) continue;
-      kovltype& first = plan_[before == 0 ? 0 : before - 1];
+      const size_t at = before == 0 ? 0 : before - 1;
+      kovltype& first = plan_[at];
       const double station = element.station * metres_;
       const double difference = std::fabs(station - first.sek);
-      if (before > 0 && !own && difference > kNoticed)
+      if (at > 0 && !own && difference > kNoticed) {
+        const bool grows = station > plan_[at - 1].sek;
         Note(element.line,
              std::string(NameOf(element.kind)) + ": staStart differs by " + FormatFixed(difference, 3) +
-                 " m from the lengths before it and is kept",
+                 " m from the lengths before it and is " +
+                 (grows ? "kept" : "not used, for it is not above the station before it"),
              &road_);
+        if (!grows) continue;
+      }
       const double shift = station - first.sek;
-      for (size_t i = before == 0 ? 0 : before - 1; i < plan_.size(); ++i) plan_[i].sek += shift;
+      for (size_t i = at; i < plan_.size(); ++i) plan_[i].sek += shift;
       first.sek = station;
       any_station_ = true;
     }

@@ -35,10 +35,10 @@ class Reader {
       if (thrown_) std::rethrow_exception(thrown_);
       if (status != XML_STATUS_OK) return Problem();
       if (count == 0) return std::nullopt;
-      // A tag without an end is kept whole by the parser.
+      // A tag or a comment without an end is kept whole by the parser.
       constexpr std::int64_t kLongestTag = std::int64_t{4} << 20;
       if (total - XML_GetCurrentByteIndex(parser_.get()) > kLongestTag)
-        return XmlProblem{Line(), "has a tag of more than 4 MB"};
+        return XmlProblem{Line(), "has a tag or a comment of more than 4 MB"};
     }
   }
 
