@@ -137,7 +137,7 @@ class AgsWriter {
         WriteLine(reader, kUnits, false);
       } else if (reader.Is("TYPE")) {
         for (size_t i = 0; i < kFilled.size(); ++i)
-          if (columns_[i] != kNone) types_[i] = reader.Field(columns_[i]);
+          if (columns_[i] != kNone && reader.Line().whole) types_[i] = reader.Field(columns_[i]);
         WriteLine(reader, kTypes, false);
       } else if (reader.Is("DATA")) {
         WriteData(reader);
@@ -238,6 +238,8 @@ AgsList ReadAgs(std::string_view bytes, const AgsColumns& columns) {
   while (reader.Next()) {
     if (reader.Is("HEADING")) {
       if (easting != kNone) return refused(reader.Number(), "this is a second group LOCA");
+      if (!reader.Line().whole)
+        return refused(reader.Number(), "a quote is not closed, or there are too many fields");
       id = reader.Find("LOCA_ID");
       easting = reader.Find(columns.easting);
       northing = reader.Find(columns.northing);
