@@ -9,7 +9,7 @@
 namespace velmora::exchange {
 namespace {
 
-constexpr size_t kMostElements = 5'000'000;  // of all alignments, with the points of lists
+constexpr size_t kMostElements = 2'000'000;  // of all alignments, with the points of lists
 constexpr size_t kLongestText = size_t{16} << 20;
 
 // What is read, as far as it matters here.
@@ -100,6 +100,7 @@ class AlignmentsHandler final : public XmlHandler {
   }
 
   bool IsLandXml() const { return is_land_xml_; }
+  bool TooManyAlignments() const { return too_many_; }
   LandUnits& Units() { return units_; }
   References& Points() { return references_; }
   std::vector<LandAlignment>& Alignments() { return alignments_; }
@@ -146,7 +147,8 @@ class AlignmentsHandler final : public XmlHandler {
   }
 
   std::optional<Place> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
-    if (!Count()) return std::nullopt;
+    too_many_ = alignments_.size() == kMostRoads;
+    if (too_many_ || !Count()) return std::nullopt;
     LandAlignment& alignment = alignments_.emplace_back();
     alignment.line = line;
     alignment.road.road.name = TextOf(attributes, "name");
@@ -302,6 +304,7 @@ class AlignmentsHandler final : public XmlHandler {
 
   std::vector<Place> places_;
   bool is_land_xml_ = false;
+  bool too_many_ = false;
   LandUnits units_;
   std::vector<LandAlignment> alignments_;
   References references_;
@@ -367,6 +370,7 @@ std::optional<XmlProblem> ReadLandXml(const OpenSource& open, const ImportOption
   AlignmentsHandler handler;
   if (auto problem = ReadXml(open(), &handler)) return problem;
   if (!handler.IsLandXml()) return XmlProblem{0, "is not LandXML: its first element is another"};
+  if (handler.TooManyAlignments()) return XmlProblem{0, kTooManyRoads};
   References& references = handler.Points();
   if (!references.points.empty()) {
     PointsHandler points(&references);

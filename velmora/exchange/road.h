@@ -2,6 +2,7 @@
 #ifndef VELMORA_EXCHANGE_ROAD_H_
 #define VELMORA_EXCHANGE_ROAD_H_
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -46,6 +47,10 @@ struct ExportInput {
   std::string date;              // of the export, local: "2024-03-01"
   std::string time;              // "14:05:00"
 };
+
+// The alignments of a file beyond which it is refused.
+inline constexpr size_t kMostRoads = 10'000;
+inline constexpr char kTooManyRoads[] = "holds more than 10,000 alignments; give a file with fewer";
 
 // One alignment of an imported file. Every element that was refused or approximated is a finding with its
 // line.

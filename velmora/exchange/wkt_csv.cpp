@@ -37,6 +37,8 @@ void PutPoint(PlanePoint at, std::optional<double> station, TextSink* out) {
 
 // --- reading
 
+constexpr size_t kMostFields = 10'000;  // of a row; further ones are dropped
+
 // Rows with quoted fields, which may hold line ends.
 class CsvRows {
  public:
@@ -51,9 +53,12 @@ class CsvRows {
     if (rest_.empty()) return false;
     line_ = next_line_;
     fields->clear();
+    std::string dropped;
     for (bool more = true; more;) {
-      fields->emplace_back();
-      more = Field(&fields->back());
+      const bool kept = fields->size() < kMostFields;
+      if (kept) fields->emplace_back();
+      dropped.clear();
+      more = Field(kept ? &fields->back() : &dropped);
     }
     return true;
   }
@@ -198,6 +203,10 @@ std::vector<ImportedRoad> ReadWktCsv(std::string_view bytes, std::string* proble
   while (rows.Next(&fields)) {
     const std::string text = field(wkt);
     if (text.find_first_not_of(" \t\r") == std::string::npos || IsPointText(text)) continue;
+    if (roads.size() == kMostRoads) {
+      *problem = kTooManyRoads;
+      return {};
+    }
     std::string called = field(name);
     if (!utf8) {
       std::wstring wide;

@@ -21,7 +21,8 @@ namespace velmora::exchange {
 void WriteWktCsv(const ExportInput& input, const Sink& sink);
 
 // The roads of a file: every row whose column wkt (or geometry, geom) is not a point. Comma, semicolon or
-// tab, UTF-8 or Windows-1252. *problem is set and nothing returned when there is no such column.
+// tab, UTF-8 or Windows-1252. *problem is set and nothing returned when there is no such column or there are
+// more than kMostRoads.
 std::vector<ImportedRoad> ReadWktCsv(std::string_view bytes, std::string* problem);
 
 }  // namespace velmora::exchange
