@@ -28,7 +28,7 @@ set(disk_calls
   "(create_(directory|directories|symlink|hard_link)|copy_file|resize_file|(filesystem|fs)::copy)\\("
   "(Copy|Delete|Move|Replace|Write|Flush)File(Ex|Buffers)?[AW2]?\\(|(Create|Remove)Directory(Ex)?[AW]?\\("
   "SetEndOfFile\\(")
-set(database_calls_home "^velmora/platform/posix/registry_database\\.cpp$")
+set(database_calls_home "^velmora/platform/(posix/registry_database|table_database)\\.cpp$")
 set(database_calls "sqlite3_open(_v2|16)?\\(")
 set(profile_calls_home "^velmora/platform/win32/profile\\.cpp$")
 set(profile_calls "WritePrivateProfile(String|Section|Struct)[AW]?\\(")

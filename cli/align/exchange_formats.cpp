@@ -7,6 +7,8 @@
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/terminal/error.h"
+#include "velmora/exchange/dxf.h"
+#include "velmora/exchange/geopackage.h"
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/sink.h"
 #include "velmora/exchange/wkt_csv.h"
@@ -24,6 +26,15 @@ template <void (*kWrite)(const ExportInput&, const exchange::Sink&)>
 void WriteText(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
   OutputFile output(to, inputs);
   kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
+  output.Finish();
+}
+
+// Of a format that cannot hold every road.
+template <std::string (*kWrite)(const ExportInput&, const exchange::Sink&)>
+void WriteOrRefuse(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
+  OutputFile output(to, inputs);
+  const std::string problem = kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
+  if (!problem.empty()) throw Refusal(At(to, problem));
   output.Finish();
 }
 
@@ -50,6 +61,26 @@ std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&)
   return roads;
 }
 
+std::vector<ImportedRoad> ReadDrawing(const std::string& file, const ImportOptions& options) {
+  InputFile input;
+  if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
+  Finding problem;
+  std::vector<ImportedRoad> roads =
+      exchange::ReadDxf([&](std::span<char> buffer) { return input.Read(buffer); }, options, &problem);
+  if (!problem.text.empty())
+    throw Refusal(problem.line > 0 ? At(file, problem.line, problem.text) : At(file, problem.text));
+  return roads;
+}
+
+std::vector<ImportedRoad> ReadGeoPackageFile(const std::string& file, const ImportOptions& options) {
+  const CString path = PathFromSystem(file);
+  if (!IsFile(path)) RefuseUnopened(file);
+  std::string problem;
+  std::vector<ImportedRoad> roads = exchange::ReadGeoPackage(path, options.layer, &problem);
+  if (!problem.empty()) throw Refusal(At(file, problem));
+  return roads;
+}
+
 std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptions& options) {
   const auto open = [&]() -> ByteSource {
     const auto input = std::make_shared<InputFile>();
@@ -63,8 +94,10 @@ std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptio
 }
 
 constexpr ExchangeFormat kFormats[] = {
-    {".xml", false, WriteText<exchange::WriteLandXml>, ReadXmlFile},
-    {".csv", false, WriteText<exchange::WriteWktCsv>, ReadCsv},
+    {".xml", false, true, WriteText<exchange::WriteLandXml>, ReadXmlFile},
+    {".dxf", true, false, WriteOrRefuse<exchange::WriteDxf>, ReadDrawing},
+    {".gpkg", true, true, WriteOrRefuse<exchange::WriteGeoPackage>, ReadGeoPackageFile},
+    {".csv", false, true, WriteText<exchange::WriteWktCsv>, ReadCsv},
 };
 
 // Formats that cannot hold a road.

@@ -12,6 +12,7 @@ namespace velmora::cli {
 struct ExchangeFormat {
   const char* ending;  // ".csv"
   bool has_layers;     // --layer applies
+  bool has_profile;    // the profile is written
 
   // Writes the file in one step. `inputs` are the files that the command reads. Throws a Refusal.
   void (*write)(const exchange::ExportInput& input, const std::string& to,

@@ -149,7 +149,9 @@ void AlignExport(const ExportOptions& options) {
   Warn(At(options.to, "written, " + std::to_string(road.road.plan.size()) + " points, " +
                           std::to_string(measures.arcs) + (measures.arcs == 1 ? " arc" : " arcs") + ", " +
                           LengthText(measures.length) +
-                          (road.road.profile.empty() ? "" : ", with its profile") +
+                          (road.road.profile.empty() ? ""
+                           : format.has_profile      ? ", with its profile"
+                                                     : ", without its profile") +
                           (road.borings.points.empty()
                                ? ""
                                : ", " + std::to_string(road.borings.points.size()) + " points beside it")));

@@ -34,7 +34,8 @@ void List(const std::vector<ImportedRoad>& roads) {
     const PlanMeasures measures = MeasurePlan(plan);
     const bool stations = road.has_stations && !plan.empty();
     records.Row({road.road.name, Number{measures.length},
-                 stations
+                 road.refused ? std::string("refused")
+                 : stations
                      ? StationText(plan.front().sek, false) + " to " + StationText(plan.back().sek, false)
                      : std::string("none")});
   }

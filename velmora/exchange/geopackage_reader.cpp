@@ -1,0 +1,216 @@
+#include <algorithm>
+#include <initializer_list>
+
+#include "velmora/exchange/geopackage.h"
+#include "velmora/exchange/import.h"
+#include "velmora/exchange/road_names.h"
+#include "velmora/exchange/wkb.h"
+#include "velmora/exchange/wkt.h"
+#include "velmora/platform/table_database.h"
+#include "velmora/text/codepage.h"
+#include "velmora/text/letters.h"
+#include "velmora/text/numbers.h"
+#include "velmora/text/quoted.h"
+
+namespace velmora::exchange {
+namespace {
+
+constexpr size_t kMostRoads = 100'000;
+constexpr size_t kMostLinePoints = 10'000'000;
+constexpr size_t kMostPoints = 5'000'000;
+constexpr size_t kMostPointBytes = size_t{1} << 30;  // of all columns
+
+struct Layer {
+  std::string table;
+  std::string geometry;  // its column
+  bool degrees = false;
+};
+
+bool SameName(std::string_view a, std::string_view b) {
+  return EqualNoCase(WideFromUtf8(a), WideFromUtf8(b));
+}
+
+bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+  for (const std::string_view other : names)
+    if (SameName(name, other)) return true;
+  return false;
+}
+
+// The layers whose geometry is one of `types`, or the one named.
+std::vector<Layer> LayersOf(TableDatabase* database, std::string_view wanted,
+                            std::initializer_list<std::string_view> types) {
+  std::vector<Layer> layers;
+  TableStatement rows(
+      database,
+      "SELECT g.table_name, g.column_name, g.geometry_type_name, s.definition "
+      "FROM gpkg_geometry_columns g LEFT JOIN gpkg_spatial_ref_sys s ON s.srs_id = g.srs_id LIMIT 10000");
+  while (rows.Next()) {
+    const Layer layer{std::string(rows.Bytes(0)), std::string(rows.Bytes(1)),
+                      rows.Bytes(3).starts_with("GEO")};
+    if (wanted.empty() ? IsOneOf(rows.Bytes(2), types) : SameName(layer.table, wanted))
+      layers.push_back(layer);
+  }
+  return layers;
+}
+
+std::string CannotRead(const TableDatabase& database) {
+  return "cannot be read as GeoPackage: " + database.Error();
+}
+
+std::string NoLayer(const TableDatabase& database, std::string_view wanted, const char* what) {
+  if (!database.Error().empty()) return CannotRead(database);
+  if (!wanted.empty()) return "has no layer " + Quoted(wanted);
+  return std::string("has no layer of ") + what;
+}
+
+std::string InDegrees(const Layer& layer) {
+  return "layer " + Quoted(layer.table) +
+         " is in degrees: project it to a system in metres first, with ogr2ogr -t_srs";
+}
+
+// The first of the names that is a column, -1 without one.
+int Find(const TableStatement& rows, std::initializer_list<std::string_view> names) {
+  for (const std::string_view name : names)
+    for (int i = 1; i < rows.Columns(); ++i)
+      if (SameName(rows.ColumnName(i), name)) return i;
+  return -1;
+}
+
+std::string Text(const TableStatement& rows, int column) {
+  switch (rows.KindOf(column)) {
+    case TableStatement::Kind::kInteger:
+      return std::to_string(rows.Integer(column));
+    case TableStatement::Kind::kReal:
+      return FormatShortest(rows.Number(column));
+    case TableStatement::Kind::kText:
+      return Utf8FromWide(WideFromUtf8(rows.Bytes(column)));
+    default:
+      return {};
+  }
+}
+
+// The number of a feature, in the first column of what Select selects.
+std::string Select(const Layer& layer) { return "SELECT rowid, * FROM " + QuotedSqlName(layer.table); }
+
+class RoadReader {
+ public:
+  explicit RoadReader(TableDatabase* database) : database_(*database) {}
+
+  // False when the file is too large.
+  bool Read(const Layer& layer) {
+    TableStatement rows(&database_, Select(layer));
+    const int geometry = Find(rows, {layer.geometry});
+    const int name = Find(rows, {"name", "namn"});
+    const int profile = Find(rows, {"profile"});
+    while (geometry >= 0 && rows.Next()) {
+      BlobLine line = ReadLineBlob(rows.Bytes(geometry));
+      points_ += line.points.size();
+      if (points_ > kMostLinePoints || roads_.size() >= kMostRoads) return false;
+      const std::string number = std::to_string(rows.Integer(0));
+      ImportedRoad& road = roads_.emplace_back();
+      suffixes_.push_back(" #" + number);
+      if (name >= 0) road.road.name = Text(rows, name);
+      if (road.road.name.empty()) road.road.name = layer.table;
+      road.road.plan = std::move(line.points);
+      road.has_stations = line.has_stations;
+      if (profile >= 0) TakeProfile(Text(rows, profile), &road);
+      if (!line.error.empty())
+        Refuse(0, "feature " + number + " of layer " + Quoted(layer.table) + " " + line.error, &road);
+    }
+    return true;
+  }
+
+  std::vector<ImportedRoad> Roads() {
+    MakeNamesUnique(suffixes_, &roads_);
+    return std::move(roads_);
+  }
+
+ private:
+  // The column may be another program's.
+  static void TakeProfile(std::string_view text, ImportedRoad* road) {
+    if (text.empty()) return;
+    ParsedCurve curve = ParseCurve(text);
+    road->road.profile = std::move(curve.points);
+    if (!curve.problem.empty()) Note(0, "the column \"profile\" is ignored: " + curve.problem, road);
+  }
+
+  TableDatabase& database_;
+  std::vector<ImportedRoad> roads_;
+  std::vector<std::string> suffixes_;
+  size_t points_ = 0;
+};
+
+}  // namespace
+
+std::vector<ImportedRoad> ReadGeoPackage(const CString& path, std::string_view layer, std::string* problem) {
+  TableDatabase database;
+  (void)database.OpenToRead(path);
+  std::vector<Layer> layers = LayersOf(&database, layer,
+                                       {"GEOMETRY", "LINESTRING", "CURVE", "CIRCULARSTRING", "COMPOUNDCURVE",
+                                        "MULTILINESTRING", "MULTICURVE"});
+  // The same road as "alignment", in chords.
+  const auto is = [](const char* name) { return [name](const Layer& found) { return found.table == name; }; };
+  if (layer.empty() && std::any_of(layers.begin(), layers.end(), is("alignment")))
+    std::erase_if(layers, is("alignment_stroked"));
+  if (layers.empty()) *problem = NoLayer(database, layer, "lines");
+  RoadReader reader(&database);
+  for (const Layer& found : layers) {
+    if (found.degrees) *problem = InDegrees(found);
+    if (problem->empty() && !reader.Read(found))
+      *problem = "has more lines than can be read; give the road's --layer";
+  }
+  if (!database.Error().empty()) *problem = CannotRead(database);
+  if (!problem->empty()) return {};
+  return reader.Roads();
+}
+
+LocatedPoints ReadGeoPackagePoints(const CString& path, std::string_view layer, std::string* problem) {
+  TableDatabase database;
+  (void)database.OpenToRead(path);
+  const std::vector<Layer> layers = LayersOf(&database, layer, {"POINT", "MULTIPOINT"});
+  if (layers.empty()) {
+    *problem = NoLayer(database, layer, "points");
+  } else if (layers.size() > 1) {
+    *problem = "has several layers of points; name one after a colon:";
+    for (const Layer& found : layers) *problem += " " + Quoted(found.table);
+  } else if (layers[0].degrees) {
+    *problem = InDegrees(layers[0]);
+  }
+  if (!problem->empty()) return {};
+
+  LocatedPoints list;
+  TableStatement rows(&database, Select(layers[0]));
+  const int geometry = Find(rows, {layers[0].geometry});
+  const int name = Find(rows, {"id", "name", "namn"});
+  for (int i = 1; i < rows.Columns(); ++i)
+    if (i != geometry) list.own_titles.push_back(rows.ColumnName(i));
+  size_t bytes = 0;
+  while (geometry >= 0 && rows.Next()) {
+    const auto at = ReadPointBlob(rows.Bytes(geometry));
+    if (!at) {
+      *problem = "feature " + std::to_string(rows.Integer(0)) + " of layer " + Quoted(layers[0].table) +
+                 " is not a point";
+      return {};
+    }
+    LocatedPoint& point = list.points.emplace_back();
+    point.northing = at->northing;
+    point.easting = at->easting;
+    point.level = at->level;
+    if (name >= 0) point.id = Text(rows, name);
+    if (point.id.empty()) point.id = std::to_string(rows.Integer(0));
+    for (int i = 1; i < rows.Columns(); ++i) {
+      if (i == geometry) continue;
+      point.own.push_back(Text(rows, i));
+      bytes += sizeof(std::string) + point.own.back().size();
+    }
+    if (list.points.size() > kMostPoints || bytes > kMostPointBytes) {
+      *problem = "has more points than can be read";
+      return {};
+    }
+  }
+  if (!database.Error().empty()) *problem = CannotRead(database);
+  if (!problem->empty()) return {};
+  return list;
+}
+
+}  // namespace velmora::exchange
