@@ -199,6 +199,8 @@ void AddExport(CLI::App* align) {
       ->type_name("OUT");
   verb->add_option("--points", options->points, "Points to write with their places: CSV, as for locate")
       ->type_name("CSV");
+  AddListOptions(verb, PointRoles(), &options->list);
+  AddOnlyOption(verb, &options->list);
   AddValue(verb, "--stations", "M", "A mark every M metres of station",
            [options](const std::string& text) { options->stations = ToPositive(text); });
   verb->add_option("--srs", options->srs, "Code of the coordinate system, as 3006 (default: undefined)")

@@ -78,6 +78,7 @@ struct ExportOptions {
   std::string file;
   std::string to;
   std::string points;
+  ListOptions list;
   double stations = 0;     // m between them; 0: none
   int srs = 0;             // code of the spatial reference; 0: undefined
   double chord_error = 1;  // mm

@@ -16,31 +16,18 @@ namespace {
 
 using exchange::LocatedPoint;
 
-// The columns of a list that are not those of a point, by number; none where it has no header.
-class OwnColumns {
- public:
-  // To be called before the first row is read.
-  OwnColumns(const PointList& points, std::vector<std::string>* titles) {
-    const RowLayout layout = points.Layout();
-    const std::vector<std::wstring>& header = points.Rows().Fields();
-    for (size_t i = 0; i < header.size(); ++i) {
-      bool is_role = false;
-      for (const std::optional<size_t>& column : layout.columns) is_role = is_role || column == i;
-      if (is_role) continue;
-      columns_.push_back(i);
-      titles->push_back(Utf8FromWide(header[i]));
-    }
-  }
-  std::vector<std::string> Values(const std::vector<std::wstring>& fields) const {
-    std::vector<std::string> values;
-    for (const size_t column : columns_)
-      values.push_back(column < fields.size() ? Utf8FromWide(fields[column]) : std::string());
-    return values;
-  }
-
- private:
-  std::vector<size_t> columns_;
-};
+// The titles of the columns that the list carries, none of them one that the formats themselves write.
+std::vector<std::string> OwnTitles(const ListLayout& layout) {
+  std::vector<Column> ours;
+  for (const char* key :
+       {"fid", "geom", "kind", "name", "wkt", "profile", "id", "northing", "easting", "station", "offset",
+        "side", "profile_level", "level", "difference", "status", "line"})
+    ours.push_back({key, ""});
+  const std::vector<Column> columns = WithCarried(layout, ours);
+  std::vector<std::string> titles;
+  for (size_t i = 0; i < layout.carried.size(); ++i) titles.push_back(columns[i].key);
+  return titles;
+}
 
 void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
   const size_t count = points->size();
@@ -63,38 +50,39 @@ void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
 }
 
 // `problem` describes the rows that are not points; empty when there are none.
-exchange::LocatedPoints ReadBorings(const std::string& file, double max_offset, AlignmentInput* input,
+exchange::LocatedPoints ReadBorings(const ExportOptions& options, AlignmentInput* input,
                                     std::string* problem) {
   exchange::LocatedPoints borings;
-  PointList points(file);
-  Progress progress("Reading points", points.Rows().Size());
+  PointList list(options.points, options.list);
+  list.Report();
+  borings.own_titles = OwnTitles(list.Layout());
+  Progress progress("Reading points", list.Size());
+  std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
-  std::optional<OwnColumns> own;
-  ListedPoint point;
-  const auto add = [&] {
-    if (!point.problem.empty()) {
-      if (unreadable++ == 0) *problem = At(file, point.line, point.problem);
-      return;
+  for (RowBlock block; list.NextBlock(&block);) {
+    std::vector<ListedPoint> points;
+    CarriedFields carried(borings.own_titles.size());
+    PointsOfBlock(block, list.Layout(), &points, &carried);
+    progress.Update(list.Consumed(), rows += points.size());
+    for (size_t i = 0; i < points.size(); ++i) {
+      ListedPoint& point = points[i];
+      if (!point.problem.empty()) {
+        if (unreadable++ == 0) *problem = At(options.points, point.line, point.problem);
+        continue;
+      }
+      LocatedPoint& boring = borings.points.emplace_back();
+      boring.id = std::move(point.id);
+      boring.northing = point.northing;
+      boring.easting = point.easting;
+      boring.level = point.level;
+      for (size_t column = 0; column < carried.Columns(); ++column)
+        boring.own.emplace_back(carried.Field(i, column));
     }
-    LocatedPoint& boring = borings.points.emplace_back();
-    boring.id = point.id;
-    boring.northing = point.northing;
-    boring.easting = point.easting;
-    boring.level = point.level;
-    if (own) boring.own = own->Values(points.Rows().Fields());
-  };
-  if (points.TakeFirst(&point))
-    add();
-  else
-    own.emplace(points, &borings.own_titles);
-  for (std::uint64_t rows = 0; points.Next(&point);) {
-    progress.Update(points.Rows().Consumed(), ++rows);
-    add();
   }
   if (unreadable > 0)
     *problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
                 " not in the result, correct and run again";
-  Place(Placer(input, 0, std::nullopt, max_offset), &borings.points);
+  Place(Placer(input, 0, std::nullopt, options.max_offset), &borings.points);
   return borings;
 }
 
@@ -136,7 +124,7 @@ void AlignExport(const ExportOptions& options) {
   std::string problem;
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {
-    road.borings = ReadBorings(options.points, options.max_offset, &input, &problem);
+    road.borings = ReadBorings(options, &input, &problem);
     inputs.push_back(options.points);
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
