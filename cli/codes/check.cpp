@@ -30,7 +30,7 @@ void CodesCheck(const CodesOptions& options) {
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
   Findings findings = CheckSettingsText(kind, lines);
   std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {options.file});
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
     output.Write(std::string("Nothing is skipped or cut, read as ") + NameOfKind(kind) + ".\n");

@@ -156,14 +156,15 @@ void CodesRemove(const CodesOptions& options) {
 
 void CodesUpdate(const CodesOptions& options) {
   const CodeFileOnDisk codes(options, false);
+  // Before the file is changed: both can refuse.
+  OutputFile output(options.output.file, {PathForDisplay(codes.Path())});
+  const OutputFormat format = options.output.Format();
   const CodeEntries missing = MissingMiljkods(codes.Entries());
   if (!missing.empty()) {
     CodeEntries entries = codes.Entries();
     entries.insert(entries.end(), missing.begin(), missing.end());
     codes.Rewrite(entries, options);
   }
-  OutputFile output(options.output.file);
-  const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable)
     output.Write(codes.Where() +
                  (missing.empty() ? ": has every code that programs rely on\n" : ", added:\n\n"));

@@ -40,7 +40,7 @@ void CodesList(const CodesOptions& options) {
   });
   columns.push_back({"note", notes ? "note" : ""});
 
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {PathForDisplay(codes.Path())});
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable) output.Write(codes.Where() + "\n\n");
   RecordWriter records(output, format, columns);

@@ -129,7 +129,10 @@ void ProjectCheck(const ProjectOptions& options) {
   if (!list.IsEmpty()) findings.emplace_back(PathForDisplay(list), CheckFolderList(ReadFolderList(list)));
   std::erase_if(findings, [](const auto& of_file) { return of_file.second.empty(); });
 
-  OutputFile output(options.output.file);
+  std::vector<std::string> inputs;
+  for (const auto& [file, of_file] : findings) inputs.push_back(file);
+  if (!list.IsEmpty()) inputs.push_back(PathForDisplay(list));
+  OutputFile output(options.output.file, inputs);
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {
     output.Write("No findings.\n");

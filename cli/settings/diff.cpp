@@ -54,7 +54,7 @@ void SettingsDiff(const SettingsOptions& options) {
   for (const Setting& setting : b.All())
     if (a.Find(setting.key) == nullptr) keys.push_back(setting.key);
 
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {PathForDisplay(path_a), PathForDisplay(path_b)});
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
   if (table) output.Write("A: " + ShownPath(path_a) + "\nB: " + ShownPath(path_b) + "\n\n");

@@ -98,7 +98,9 @@ void SettingsList(const SettingsOptions& options) {
   std::vector<const Setting*> chosen;
   for (const Setting& setting : listing.settings.All())
     if (!options.changed || Differs(setting) || !setting.built_in) chosen.push_back(&setting);
-  OutputFile output(options.output.file);
+  std::vector<std::string> inputs;
+  if (listing.in_use != nullptr) inputs.push_back(PathForDisplay(listing.in_use->path));
+  OutputFile output(options.output.file, inputs);
   const OutputFormat format = options.output.Format();
   const bool table = format == OutputFormat::kTable;
   if (table) output.Write(Heading(listing) + "\n\n");
