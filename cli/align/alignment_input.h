@@ -1,26 +1,15 @@
-// An alignment as the commands read it: the library's model, and the line of each point.
+// An alignment as the commands read it.
 #ifndef VELMORA_CLI_ALIGN_ALIGNMENT_INPUT_H_
 #define VELMORA_CLI_ALIGN_ALIGNMENT_INPUT_H_
 
 #include <string>
-#include <vector>
 
-#include "velmora/alignment/checks.h"
-#include "velmora/alignment/vag2.h"
+#include "velmora/alignment/alignment_file.h"
 
 namespace velmora::cli {
 
-struct AlignmentInput {
+struct AlignmentInput : AlignmentFile {
   std::string file;  // as the user wrote it
-  CVag2 set;
-  std::vector<kovltype> plan;  // the same points without a cursor
-  std::vector<kovltype> profile;
-  std::vector<int> plan_lines;  // of each point in the file
-  std::vector<int> profile_lines;
-  BoundedFindings skipped;  // lines, and parts of lines, that are not read
-  BoundedFindings losses;   // what is lost when the alignment is written
-
-  std::string Name() const;
 };
 
 // Reads a file, "-" being standard input. Throws a Refusal when it cannot be read or has not one point.

@@ -194,7 +194,8 @@ void AddExport(CLI::App* align) {
   auto options = std::make_shared<ExportOptions>();
   CLI::App* verb = align->add_subcommand("export", "Write the road for CAD and GIS programs, arcs exact");
   AddFile(verb, &options->file);
-  verb->add_option("-o", options->to, "File to write; the ending chooses the format: " + ExchangeEndings())
+  verb->add_option("-o", options->to,
+                   "File to write; the ending chooses the format: " + exchange::RoadFormatEndings())
       ->required()
       ->type_name("OUT");
   verb->add_option("--points", options->points, "Points to write with their places: CSV, as for locate")
@@ -217,7 +218,8 @@ void AddImport(CLI::App* align) {
   auto options = std::make_shared<ImportCommand>();
   exchange::ImportOptions* const formats = &options->formats;
   CLI::App* verb = align->add_subcommand("import", "Make an alignment file from a road of another program");
-  verb->add_option("IN", options->file, "File to read; the ending says its format: " + ExchangeEndings())
+  verb->add_option("IN", options->file,
+                   "File to read; the ending says its format: " + exchange::RoadFormatEndings())
       ->required();
   verb->add_option("-o", options->to, "Alignment file to write")->required()->type_name("VL");
   verb->add_option("--name", options->name, "Name of the alignment, where the file holds several")

@@ -1,135 +1,33 @@
 #include "cli/align/exchange_formats.h"
 
-#include <memory>
-#include <span>
-
-#include "cli/input/rows.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/terminal/error.h"
-#include "velmora/exchange/dxf.h"
-#include "velmora/exchange/geopackage.h"
-#include "velmora/exchange/landxml.h"
-#include "velmora/exchange/sink.h"
-#include "velmora/exchange/wkt_csv.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
-namespace {
 
-using exchange::ExportInput;
-using exchange::ImportedRoad;
-using exchange::ImportOptions;
-
-// Of a format that is written from its first byte to its last.
-template <void (*kWrite)(const ExportInput&, const exchange::Sink&)>
-void WriteText(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
-  OutputFile output(to, inputs);
-  kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
-  output.Finish();
+const exchange::RoadFormat& FormatOf(const std::string& file) {
+  std::string why;
+  if (const auto* const format = exchange::RoadFormatOf(EndingOf(file), &why)) return *format;
+  throw Refusal(At(file, (why.empty() ? "the ending chooses the format" : why) +
+                             "; use a name that ends in one of " + exchange::RoadFormatEndings()));
 }
 
-// Of a format that cannot hold every road.
-template <std::string (*kWrite)(const ExportInput&, const exchange::Sink&)>
-void WriteOrRefuse(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
+std::vector<exchange::ImportedRoad> ReadRoads(const exchange::RoadFormat& format, const std::string& file,
+                                              const exchange::ImportOptions& options) {
+  std::vector<exchange::ImportedRoad> roads;
+  if (const auto problem = format.read(PathFromSystem(file), options, &roads))
+    throw Refusal(At(file, problem->line, problem->text));
+  return roads;
+}
+
+void WriteRoad(const exchange::RoadFormat& format, const exchange::ExportInput& input, const std::string& to,
+               const std::vector<std::string>& inputs) {
   OutputFile output(to, inputs);
-  const std::string problem = kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
+  const std::string problem = format.write(input, [&](std::string_view bytes) { output.Write(bytes); });
   if (!problem.empty()) throw Refusal(At(to, problem));
   output.Finish();
-}
-
-std::string ReadWholeFile(const std::string& file) {
-  constexpr size_t kLargest = size_t{256} << 20;
-  InputFile input;
-  if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
-  std::string bytes;
-  std::vector<char> block(size_t{1} << 20);
-  for (;;) {
-    const std::int64_t count = input.Read(block);
-    if (count < 0) throw Refusal(At(file, "cannot be read to its end"));
-    if (count == 0) return bytes;
-    bytes.append(block.data(), static_cast<size_t>(count));
-    if (bytes.size() > kLargest)
-      throw Refusal(At(file, "is larger than 256 MB; give a file with the roads alone"));
-  }
-}
-
-std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&) {
-  std::string problem;
-  std::vector<ImportedRoad> roads = exchange::ReadWktCsv(ReadWholeFile(file), &problem);
-  if (!problem.empty()) throw Refusal(At(file, problem));
-  return roads;
-}
-
-std::vector<ImportedRoad> ReadDrawing(const std::string& file, const ImportOptions& options) {
-  InputFile input;
-  if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
-  Finding problem;
-  std::vector<ImportedRoad> roads =
-      exchange::ReadDxf([&](std::span<char> buffer) { return input.Read(buffer); }, options, &problem);
-  if (!problem.text.empty())
-    throw Refusal(problem.line > 0 ? At(file, problem.line, problem.text) : At(file, problem.text));
-  return roads;
-}
-
-std::vector<ImportedRoad> ReadGeoPackageFile(const std::string& file, const ImportOptions& options) {
-  const CString path = PathFromSystem(file);
-  if (!IsFile(path)) RefuseUnopened(file);
-  std::string problem;
-  std::vector<ImportedRoad> roads = exchange::ReadGeoPackage(path, options.layer, &problem);
-  if (!problem.empty()) throw Refusal(At(file, problem));
-  return roads;
-}
-
-std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptions& options) {
-  const auto open = [&]() -> ByteSource {
-    const auto input = std::make_shared<InputFile>();
-    if (!input->Open(PathFromSystem(file))) RefuseUnopened(file);
-    return [input](std::span<char> buffer) { return input->Read(buffer); };
-  };
-  std::vector<ImportedRoad> roads;
-  const std::optional<XmlProblem> problem = exchange::ReadLandXml(open, options, &roads);
-  if (!problem) return roads;
-  throw Refusal(problem->line > 0 ? At(file, problem->line, problem->text) : At(file, problem->text));
-}
-
-constexpr ExchangeFormat kFormats[] = {
-    {".xml", false, true, WriteText<exchange::WriteLandXml>, ReadXmlFile},
-    {".dxf", true, false, WriteOrRefuse<exchange::WriteDxf>, ReadDrawing},
-    {".gpkg", true, true, WriteOrRefuse<exchange::WriteGeoPackage>, ReadGeoPackageFile},
-    {".csv", false, true, WriteText<exchange::WriteWktCsv>, ReadCsv},
-};
-
-// Formats that cannot hold a road.
-struct Unsuited {
-  const char* ending;
-  const char* reason;
-};
-constexpr Unsuited kUnsuited[] = {
-    {".geojson", "GeoJSON has no arcs and wants degrees"},
-    {".json", "GeoJSON has no arcs and wants degrees"},
-    {".shp", "a shapefile has no arcs"},
-};
-
-}  // namespace
-
-std::string ExchangeEndings() {
-  std::string list;
-  for (const ExchangeFormat& format : kFormats)
-    list += (list.empty() ? "" : ", ") + std::string(format.ending);
-  return list;
-}
-
-const ExchangeFormat& FormatOf(const std::string& file) {
-  const std::string ending = EndingOf(file);
-  for (const ExchangeFormat& format : kFormats)
-    if (ending == format.ending) return format;
-  for (const Unsuited& unsuited : kUnsuited)
-    if (ending == unsuited.ending)
-      throw Refusal(
-          At(file, std::string(unsuited.reason) + "; use a name that ends in one of " + ExchangeEndings()));
-  throw Refusal(
-      At(file, "the ending chooses the format; use a name that ends in one of " + ExchangeEndings()));
 }
 
 }  // namespace velmora::cli

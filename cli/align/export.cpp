@@ -111,7 +111,7 @@ void SetDate(exchange::ExportInput* input) {
 void AlignExport(const ExportOptions& options) {
   if (options.file == "-" && options.points == "-")
     throw WrongUsage("only one of FILE and --points can be standard input");
-  const ExchangeFormat& format = FormatOf(options.to);
+  const exchange::RoadFormat& format = FormatOf(options.to);
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequirePlan(input);
@@ -128,7 +128,7 @@ void AlignExport(const ExportOptions& options) {
     inputs.push_back(options.points);
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
-  format.write(road, options.to, inputs);
+  WriteRoad(format, road, options.to, inputs);
   const std::int64_t skipped = input.skipped.Count();
   if (skipped > 0)
     Warn(At(options.file, input.skipped.listed.front().line,

@@ -71,7 +71,7 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
     if (!finding.misread) continue;
     if (++all > kListed) continue;
     ++shown;
-    Warn(finding.line > 0 ? At(file, finding.line, finding.text) : At(file, finding.text));
+    Warn(At(file, finding.line, finding.text));
   }
   if (all > shown) Warn("and " + std::to_string(all - shown) + " more");
   throw ExitWith{1};
@@ -103,13 +103,13 @@ void Report(const ImportCommand& options, const ImportedRoad& road) {
 }  // namespace
 
 void AlignImport(const ImportCommand& options) {
-  const ExchangeFormat& format = FormatOf(options.file);
+  const exchange::RoadFormat& format = FormatOf(options.file);
   if (!options.formats.layer.empty() && !format.has_layers)
     throw WrongUsage("--layer does not apply to " + std::string(format.ending));
   if (options.to.empty() || options.to == "-")
     throw WrongUsage("an alignment is written to a file only; give -o a file name");
   RequireEnding(options.to, "an alignment", {".vl"});
-  std::vector<ImportedRoad> roads = format.read(options.file, options.formats);
+  std::vector<ImportedRoad> roads = ReadRoads(format, options.file, options.formats);
   ImportedRoad& road = Choose(options, &roads);
   if (options.start && road.has_stations && !road.refused)
     throw Refusal(At(options.file, "has stations of its own, which are kept; omit --start"));

@@ -13,7 +13,7 @@ void RefuseLosses(const std::string& file, const Findings& findings, bool force,
   more += std::count_if(first + 1, findings.end(), is_lost);
   const std::string all = "this" + (more == 0 ? "" : " and " + std::to_string(more) + " more");
   const auto at = [&](const std::string& what) {
-    return first->line > 0 ? At(file, first->line, what) : At(file, what);
+    return At(file, first->line, what);
   };
   if (!force)
     throw Refusal(at(first->text + "; rewriting the file would lose " + all +

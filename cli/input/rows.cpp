@@ -5,6 +5,7 @@
 
 #include "cli/input/fields.h"
 #include "cli/terminal/error.h"
+#include "velmora/platform/open_problem.h"
 #include "velmora/text/string.h"
 
 namespace velmora::cli {
@@ -32,12 +33,7 @@ size_t ClosingQuote(std::string_view text, size_t at) {
 
 }  // namespace
 
-void RefuseUnopened(const std::string& file) {
-  const std::optional<FileStatus> status = GetFileStatus(PathFromSystem(file));
-  if (!status) throw Refusal(At(file, "no such file; check the name"));
-  if (status->kind == FileKind::kFolder) throw Refusal(At(file, "is a folder; name a file in it"));
-  throw Refusal(At(file, "cannot be opened for reading; check its permissions"));
-}
+void RefuseUnopened(const std::string& file) { throw Refusal(At(file, WhyUnopened(PathFromSystem(file)))); }
 
 RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   RowExtent row;

@@ -96,6 +96,16 @@ Foot DrawnFoot(const kovltype& a, const kovltype& b, PlanePoint p) {
           (std::hypot(to_p.h, to_p.v) - arc.radius) * turn};
 }
 
+PlanePoint DrawnPoint(const kovltype& a, const kovltype& b, double station, double offset) {
+  if (IsStraight(a.bulge)) return PointOnSegment(a, b, station, offset);
+  const Arc arc = ArcFromBulge(InPlane(a), InPlane(b), a.bulge);
+  const PlanePoint to_a = Between(arc.centre, InPlane(a));
+  const double angle =
+      std::atan2(to_a.v, to_a.h) + 4 * std::atan(a.bulge) * (station - a.sek) / (b.sek - a.sek);
+  const double radius = arc.radius + (a.bulge > 0 ? offset : -offset);
+  return {arc.centre.h + std::cos(angle) * radius, arc.centre.v + std::sin(angle) * radius};
+}
+
 bool EndsBesideAxis(const kovltype& a, const kovltype& b) {
   if (IsStraight(a.bulge)) return false;
   const PlanePoint centre = ArcFromBulge(InPlane(a), InPlane(b), a.bulge).centre;

@@ -24,6 +24,9 @@ struct LinePlace {
 // As FootOnSegment, without the quarter-turn jump. The foot on an arc is on the arc itself.
 Foot DrawnFoot(const kovltype& a, const kovltype& b, PlanePoint p);
 
+// As PointOnSegment, on the arc that the bulge describes however far round that is.
+PlanePoint DrawnPoint(const kovltype& a, const kovltype& b, double station, double offset);
+
 // Whether an end of the arc from `a` to `b` lies so close beside an axis through its centre that the searches
 // take it for a point a quarter of the circle away.
 bool EndsBesideAxis(const kovltype& a, const kovltype& b);

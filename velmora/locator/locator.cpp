@@ -11,15 +11,6 @@
 namespace velmora {
 namespace {
 
-// The walk of Vag2xy ends at the first of these values above the station, from the second point on; both have
-// their signs turned where stations fall.
-std::vector<double> PlanEnds(const std::vector<kovltype>& points, bool descending) {
-  std::vector<double> ends;
-  for (size_t i = 1; i < points.size(); ++i)
-    ends.push_back(descending ? -(points[i].sek - kStationTolerance) : points[i].sek + kStationTolerance);
-  return ends;
-}
-
 std::vector<double> ProfileEnds(const std::vector<kovltype>& points) {
   std::vector<double> ends;
   for (size_t i = 1; i < points.size(); ++i) ends.push_back(points[i].y);
@@ -32,7 +23,7 @@ struct Locator::State {
   State(std::vector<kovltype> points, int type)
       : typ(type),
         search(std::move(points), CVaglinje::Seknoll),
-        plan_stations(PlanEnds(search.Plan().Points(), search.Plan().Descending())),
+        plan_stations(PlanStations(search.Plan().Points())),
         profile_stations(ProfileEnds(search.Plan().Points())) {}
 
   int typ;
@@ -69,13 +60,9 @@ int Locator::Vag2xy(double sek, double avst, double* x, double* y) const {
   if (state_->typ == kProfileType) return -1;
   *x = *y = kNoCoordinate;
   const std::vector<kovltype>& points = state_->search.Plan().Points();
-  if (points.size() < 2) return -1;
-  const bool descending = state_->search.Plan().Descending();
-  const double first = points[0].sek;
-  if (descending ? sek > first + kStationTolerance : sek < first - kStationTolerance) return -1;
-  const size_t segment = state_->plan_stations.FirstAbove(descending ? -sek : sek);
-  if (segment + 1 >= points.size()) return -1;
-  const PlanePoint point = PointOnSegment(points[segment], points[segment + 1], sek, avst);
+  const std::optional<size_t> segment = SegmentAtStation(points, state_->plan_stations, sek);
+  if (!segment) return -1;
+  const PlanePoint point = PointOnSegment(points[*segment], points[*segment + 1], sek, avst);
   *x = point.v;
   *y = point.h;
   return 0;

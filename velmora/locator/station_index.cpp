@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+
+#include "velmora/alignment/geometry.h"
 
 namespace velmora {
 
@@ -40,6 +43,28 @@ size_t StationIndex::FirstAbove(double value) const {
     begin += static_cast<std::ptrdiff_t>(starts_[k]);
   }
   return static_cast<size_t>(std::upper_bound(begin, end, value) - largest_.begin());
+}
+
+// The walk of Vag2xy ends at the first of these values above the station, from the second point on; both have
+// their signs turned where stations fall.
+StationIndex PlanStations(const std::vector<kovltype>& plan) {
+  const bool descending = IsDescending(plan);
+  std::vector<double> ends;
+  for (size_t i = 1; i < plan.size(); ++i)
+    ends.push_back(descending ? -(plan[i].sek - kStationTolerance) : plan[i].sek + kStationTolerance);
+  return StationIndex(std::move(ends));
+}
+
+std::optional<size_t> SegmentAtStation(const std::vector<kovltype>& plan, const StationIndex& stations,
+                                       double station) {
+  if (plan.size() < 2) return std::nullopt;
+  const bool descending = IsDescending(plan);
+  const double first = plan[0].sek;
+  if (descending ? station > first + kStationTolerance : station < first - kStationTolerance)
+    return std::nullopt;
+  const size_t segment = stations.FirstAbove(descending ? -station : station);
+  if (segment + 1 >= plan.size()) return std::nullopt;
+  return segment;
 }
 
 }  // namespace velmora

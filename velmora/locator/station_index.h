@@ -3,7 +3,10 @@
 #define VELMORA_LOCATOR_STATION_INDEX_H_
 
 #include <cstddef>
+#include <optional>
 #include <vector>
+
+#include "velmora/alignment/alignment_point.h"
 
 namespace velmora {
 
@@ -24,6 +27,12 @@ class StationIndex {
   double low_ = 0;
   double per_step_ = 0;
 };
+
+// Of the ends of a plan's segments, for SegmentAtStation.
+StationIndex PlanStations(const std::vector<kovltype>& plan);
+// The segment on which CVaglinje::Vag2xy places a station.
+std::optional<size_t> SegmentAtStation(const std::vector<kovltype>& plan, const StationIndex& stations,
+                                       double station);
 
 }  // namespace velmora
 

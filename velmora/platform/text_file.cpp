@@ -51,6 +51,17 @@ bool TextReader::OpenStandardInput(Guess guess) {
   return file_.OpenStandardInput() && Start(guess);
 }
 
+void TextReader::OpenBytes(std::string bytes) {
+  *this = TextReader();
+  buffer_ = std::move(bytes);
+  end_ = buffer_.size();
+  size_ = consumed_ = end_;
+  at_end_ = true;
+  encoding_ = EncodingFromMark(Pending());
+  start_ = ByteOrderMark(encoding_).size();
+  EndAtMark(0);
+}
+
 bool TextReader::Start(Guess guess) {
   guess_ = guess;
   size_ = file_.Size();

@@ -25,6 +25,8 @@ class VELMORA_API TextReader {
 
   [[nodiscard]] bool Open(const CString& path, Guess guess = Guess::kWindows1252);
   [[nodiscard]] bool OpenStandardInput(Guess guess = Guess::kWindows1252);
+  // A file's content instead of a file.
+  void OpenBytes(std::string bytes);
 
   // The next line without its line end; false at the end of the file, on a read error and for a line longer
   // than kLongestLine.

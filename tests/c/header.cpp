@@ -1,0 +1,1 @@
+#include "velmora/c/velmora.h"

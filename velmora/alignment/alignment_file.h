@@ -1,0 +1,33 @@
+// A combined alignment file as a whole, read without messages: its points with their lines, and what reading
+// skips and a rewrite would lose.
+#ifndef VELMORA_ALIGNMENT_ALIGNMENT_FILE_H_
+#define VELMORA_ALIGNMENT_ALIGNMENT_FILE_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "velmora/alignment/checks.h"
+#include "velmora/alignment/vag2.h"
+
+namespace velmora {
+
+struct AlignmentFile {
+  CVag2 set;
+  std::vector<kovltype> plan;  // the same points without a cursor
+  std::vector<kovltype> profile;
+  std::vector<int> plan_lines;  // of each point in the file
+  std::vector<int> profile_lines;
+  BoundedFindings skipped;  // lines, and parts of lines, that are not read
+  BoundedFindings losses;   // what is lost when the alignment is written
+
+  std::string Name() const { return ToUtf8(set.vlNamn); }
+};
+
+// Fills an empty *file from an open text. Nothing when it has a point; else why not, with the line (0: the
+// file as a whole).
+std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file);
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_ALIGNMENT_FILE_H_

@@ -1,0 +1,294 @@
+/* The C interface of velmora: alignments, settings, code files and project folders for programs in any
+ * language.
+ *
+ *   velmora_error error;
+ *   velmora_road *road;
+ *   if (velmora_road_read("road.vl", NULL, &road, &error) != VELMORA_OK)
+ *     fprintf(stderr, "%s:%lld: %s\n", error.file, (long long)error.line, error.text);
+ *   double station, offset;
+ *   int32_t place;
+ *   velmora_locate(road, 1, &northing, 0, &easting, 0, &station, 0, &offset, 0, &place, 0, 0, 1, &error);
+ *   velmora_road_close(road);
+ *
+ * No call shows a message, writes to standard output or standard error, throws, or changes the state of the
+ * process (its locale, its folder, its signals). Every call that can fail returns a status and fills *error,
+ * which may be null. On failure, results are null, and arrays have no defined content.
+ *
+ * Text is UTF-8 and ends with a zero byte; paths are written as the user's system writes them. Lengths,
+ * coordinates, stations, offsets and levels are metres; coordinates are northing and easting, as in the
+ * files.
+ *
+ * A handle is closed once, by the function for it; null may be closed. What a handle gives (names, texts)
+ * stays until it is closed. Handles do not change after they are made, so any number of threads may use one
+ * at once; a fork keeps them usable. */
+#ifndef VELMORA_C_VELMORA_H_
+#define VELMORA_C_VELMORA_H_
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "velmora/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- errors */
+
+typedef enum velmora_status {
+  VELMORA_OK = 0,
+  VELMORA_BAD_ARGUMENT =
+      1,                  /* a null pointer, a size or a flag that is not allowed, a text that is not UTF-8 */
+  VELMORA_NOT_OPENED = 2, /* there is no such file, or it cannot be opened */
+  VELMORA_NOT_READ = 3,   /* the file is not what was expected, or cannot be read to its end */
+  VELMORA_NOT_WRITTEN = 4,   /* the file cannot be written; it is as it was */
+  VELMORA_WOULD_LOSE = 5,    /* the write would lose something of the file; see VELMORA_FORCE */
+  VELMORA_NOT_FOUND = 6,     /* there is no road, key or layer of this name */
+  VELMORA_NOT_SUPPORTED = 7, /* not in this build, or not by this format */
+  VELMORA_NO_MEMORY = 8,
+  VELMORA_FAILED = 9 /* an error of the library itself */
+} velmora_status;
+
+/* What failed: the text says what and what to do, without the file's name. Longer texts are cut. */
+typedef struct velmora_error {
+  int32_t status; /* a velmora_status */
+  int64_t line;   /* in the file, from 1; 0: the file as a whole, or no file */
+  char text[1024];
+  char file[1024]; /* the path as given; empty without a file */
+} velmora_error;
+
+/* Flags. */
+#define VELMORA_FORCE 1u /* write although something is lost, or although a program may not read the value \
+                          */
+#define VELMORA_SEARCHED 2u /* locate as the suite's own programs do, see velmora_locate */
+
+/* ---- version */
+
+/* 10000 * major + 100 * minor + patch, and the same as text, "0.1.0". */
+VELMORA_API int velmora_version(void);
+VELMORA_API const char* velmora_version_text(void);
+
+/* ---- findings: what a check reports about a file */
+
+#define VELMORA_MISREAD 1 /* reading skips or cuts the line, or takes it for something else */
+#define VELMORA_LOST 2    /* a rewrite of the file omits the line or a part of it */
+
+typedef struct velmora_finding {
+  int64_t line;  /* from 1; 0: the file as a whole */
+  int32_t flags; /* VELMORA_MISREAD, VELMORA_LOST */
+  const char* text;
+} velmora_finding;
+
+/* ---- roads: a plan, and a profile where there is one */
+
+typedef struct velmora_road velmora_road;
+
+/* One point of a plan. The bulge is tan(sweep / 4) of the segment that begins here: 0 a straight, above 0
+ * counter-clockwise. The last point's is not used. */
+typedef struct velmora_plan_point {
+  double northing, easting, bulge, station;
+} velmora_plan_point;
+
+/* One point of a profile. */
+typedef struct velmora_profile_point {
+  double level, station, bulge;
+} velmora_profile_point;
+
+/* How a file of another format is imported. Start from VELMORA_READ_OPTIONS_INIT; null means the same. */
+typedef struct velmora_read_options {
+  size_t size;               /* of this struct; later versions add to its end */
+  const char* name;          /* of the alignment; null where the file has one only */
+  const char* layer;         /* of the alignment, in DXF and GeoPackage; null: any */
+  double fit;                /* m: by how much a later rewrite by the suite's programs may move the road */
+  double spirals_as_arcs;    /* m: how far arcs may be from a spiral; 0: spirals are refused */
+  double metres_per_foot;    /* 0: files in feet are refused */
+  double start;              /* station of the first point, where the file has no stations */
+  int32_t internal_stations; /* not 0: continuous stations where the file has station equations */
+} velmora_read_options;
+#define VELMORA_READ_OPTIONS_INIT \
+  { sizeof(velmora_read_options), NULL, NULL, 0.001, 0.0, 0.0, 0.0, 0 }
+
+/* Reads a road. The name's ending decides the format: .xml LandXML, .dxf, .gpkg GeoPackage, .csv with
+ * well-known text; any other is an alignment file (.vl). VELMORA_NOT_FOUND when the file has several
+ * alignments and the name is missing or is none of theirs; the text then lists the names. */
+VELMORA_API velmora_status velmora_road_read(const char* path, const velmora_read_options* options,
+                                             velmora_road** road, velmora_error* error);
+/* A road from the content of an alignment file: `size` bytes. */
+VELMORA_API velmora_status velmora_road_parse(const void* bytes, size_t size, velmora_road** road,
+                                              velmora_error* error);
+/* A road from points: two or more of a plan; `profile` may be null when `profile_count` is 0. Numbers must be
+ * finite. A null name is an empty one. */
+VELMORA_API velmora_status velmora_road_make(const char* name, const velmora_plan_point* plan,
+                                             size_t plan_count, const velmora_profile_point* profile,
+                                             size_t profile_count, velmora_road** road, velmora_error* error);
+VELMORA_API void velmora_road_close(velmora_road* road);
+
+/* How a road is written. Start from VELMORA_WRITE_OPTIONS_INIT; null means the same. */
+typedef struct velmora_write_options {
+  size_t size;           /* of this struct */
+  int32_t srs;           /* EPSG code of the spatial reference, in GeoPackage; 0: undefined */
+  double stations_every; /* m: marks along the road, in formats other than .vl; 0: none */
+  double chord_error;    /* m: of arcs that GeoPackage also gives as chords */
+} velmora_write_options;
+#define VELMORA_WRITE_OPTIONS_INIT \
+  { sizeof(velmora_write_options), 0, 0.0, 0.001 }
+
+/* Writes a file in one step: whatever happens, the old file stays whole until the new one takes its place.
+ * The ending decides the format as in velmora_road_read; .vl is an alignment file with all digits of its
+ * numbers, any ending but these is VELMORA_NOT_SUPPORTED. VELMORA_WOULD_LOSE, without VELMORA_FORCE, when the
+ * format has no place for the profile or for letters of the name, or when the road was read from a file of
+ * which reading skipped something. */
+VELMORA_API velmora_status velmora_road_write(const velmora_road* road, const char* path,
+                                              const velmora_write_options* options, uint32_t flags,
+                                              velmora_error* error);
+
+/* Of a null road: "", 0, nothing. */
+VELMORA_API const char* velmora_road_name(const velmora_road* road);
+/* Returns the number of points and fills in the first `room` of them. */
+VELMORA_API size_t velmora_road_plan(const velmora_road* road, velmora_plan_point* points, size_t room);
+VELMORA_API size_t velmora_road_profile(const velmora_road* road, velmora_profile_point* points, size_t room);
+
+typedef struct velmora_road_measures {
+  double length; /* along straights and arcs */
+  double lowest_station, highest_station;
+  double smallest_radius;                                      /* NaN without an arc */
+  double min_northing, max_northing, min_easting, max_easting; /* arcs included */
+  int64_t arcs;
+  double import_error; /* the largest distance between the file's geometry and the road's */
+} velmora_road_measures;
+VELMORA_API velmora_status velmora_road_measure(const velmora_road* road, velmora_road_measures* measures,
+                                                velmora_error* error);
+
+/* What reading skipped or approximated, and what is unusual in the points (coincident points, falling
+ * stations,
+ * ...). Returns the number of findings; *finding is filled when `index` is below it. At most 30,000 are kept.
+ */
+VELMORA_API size_t velmora_road_finding(const velmora_road* road, size_t index, velmora_finding* finding);
+
+/* The drawing of plan and profile on one sheet, as SVG; freed by velmora_free. */
+VELMORA_API velmora_status velmora_road_svg(const velmora_road* road, char** svg, size_t* size,
+                                            velmora_error* error);
+VELMORA_API void velmora_free(void* memory);
+
+/* ---- places
+ *
+ * Arrays have `count` elements; a step is the distance in bytes from one element to the next, 0 meaning that
+ * elements follow one another. Elements need no alignment. Output arrays must not overlap any other array.
+ * `threads` is how many are used: 1 is the caller's only, 0 all processors. */
+
+typedef enum velmora_place_result {
+  VELMORA_ON_ROAD = 0,
+  VELMORA_CORRECTED = 1, /* on the road; the suite's own programs place the point elsewhere, or nowhere */
+  VELMORA_BEFORE_START = 2,
+  VELMORA_BEYOND_END = 3,
+  VELMORA_NOWHERE = 4 /* nothing found: coordinates that are not finite, a point where the road turns back */
+} velmora_place_result;
+
+/* Map points to stations and offsets: the nearest foot on a straight or an arc, else the nearest corner.
+ * Offsets are positive to the right towards higher stations. Without a place, both are NaN. `place` may be
+ * null. With VELMORA_SEARCHED the answers are, to the bit, those of the suite's own programs, which place
+ * points otherwise beside the axes through an arc's centre, and on the other side at corners where stations
+ * fall. */
+VELMORA_API velmora_status velmora_locate(const velmora_road* road, size_t count, const double* northing,
+                                          ptrdiff_t northing_step, const double* easting,
+                                          ptrdiff_t easting_step, double* station, ptrdiff_t station_step,
+                                          double* offset, ptrdiff_t offset_step, int32_t* place,
+                                          ptrdiff_t place_step, uint32_t flags, int threads,
+                                          velmora_error* error);
+
+/* Stations and offsets to map points, the inverse of velmora_locate. Stations within 0.1 mm of either end
+ * still count as on the road. Without a place, both coordinates are NaN. */
+VELMORA_API velmora_status velmora_place(const velmora_road* road, size_t count, const double* station,
+                                         ptrdiff_t station_step, const double* offset, ptrdiff_t offset_step,
+                                         double* northing, ptrdiff_t northing_step, double* easting,
+                                         ptrdiff_t easting_step, int32_t* place, ptrdiff_t place_step,
+                                         int threads, velmora_error* error);
+
+/* The profile's levels at stations; NaN before its first point, at its last point's station and beyond, and
+ * without a profile. */
+VELMORA_API velmora_status velmora_level(const velmora_road* road, size_t count, const double* station,
+                                         ptrdiff_t station_step, double* level, ptrdiff_t level_step,
+                                         int threads, velmora_error* error);
+
+/* ---- settings: the parameter files TUNDRIL.CFG, TUNDRIL.PAR, KARSK.PAR and JB23.PAR
+ *
+ * The file's name, without regard to letter case, says which one it is and what is built in; any other name
+ * is a file of "key=value" without defaults. */
+
+typedef struct velmora_settings velmora_settings;
+
+typedef struct velmora_setting {
+  const char* key;
+  const char* value;    /* the file's, else the built-in one */
+  const char* built_in; /* null when the key has none */
+  int32_t stored;       /* 1 when the file has it, with a value */
+} velmora_setting;
+
+/* The built-in values alone when there is no such file and `may_be_missing` is not 0. */
+VELMORA_API velmora_status velmora_settings_read(const char* path, int may_be_missing,
+                                                 velmora_settings** settings, velmora_error* error);
+VELMORA_API void velmora_settings_close(velmora_settings* settings);
+/* Returns the number of settings: those with a default in their usual order, then the file's others; *setting
+ * is filled when `index` is below it. */
+VELMORA_API size_t velmora_settings_at(const velmora_settings* settings, size_t index,
+                                       velmora_setting* setting);
+/* VELMORA_NOT_FOUND when the file has no such key and none is built in. Letter case does not count. */
+VELMORA_API velmora_status velmora_settings_find(const velmora_settings* settings, const char* key,
+                                                 velmora_setting* setting, velmora_error* error);
+/* As velmora_road_finding. */
+VELMORA_API size_t velmora_settings_finding(const velmora_settings* settings, size_t index,
+                                            velmora_finding* finding);
+/* Writes one value to the file, which is made if it is missing; an empty value removes the key. A handle read
+ * before does not change. VELMORA_BAD_ARGUMENT for what would not be read back, and, without VELMORA_FORCE,
+ * for what is no number where programs need one; VELMORA_WOULD_LOSE, without it, when something else of the
+ * file is lost. */
+VELMORA_API velmora_status velmora_setting_write(const char* path, const char* key, const char* value,
+                                                 uint32_t flags, velmora_error* error);
+
+/* ---- code files: KODFIL.DAT, MILJKOD.DAT, LINKOD.PAR and title blocks, by name as for settings */
+
+typedef struct velmora_codes velmora_codes;
+
+#define VELMORA_CODE_FIELDS 4
+
+typedef struct velmora_code {
+  int64_t line;    /* in the file, from 1; not used when writing */
+  int32_t section; /* of MILJKOD.DAT from 1; of KODFIL.DAT how many lines "*" precede it after the header's */
+  const char* code;
+  /* KODFIL.DAT: text. MILJKOD.DAT: text, max, step. LINKOD.PAR: word, number, value, text. Title block: word,
+   * number, number, number. The others are null. */
+  const char* fields[VELMORA_CODE_FIELDS];
+} velmora_code;
+
+VELMORA_API velmora_status velmora_codes_read(const char* path, velmora_codes** codes, velmora_error* error);
+VELMORA_API void velmora_codes_close(velmora_codes* codes);
+/* Returns the number of entries; *code is filled when `index` is below it. */
+VELMORA_API size_t velmora_codes_at(const velmora_codes* codes, size_t index, velmora_code* code);
+VELMORA_API size_t velmora_codes_finding(const velmora_codes* codes, size_t index, velmora_finding* finding);
+/* Replaces the entries of an existing file; the header of KODFIL.DAT is kept. VELMORA_BAD_ARGUMENT for an
+ * entry that would not be read back, with its number in the text; VELMORA_WOULD_LOSE as for settings. */
+VELMORA_API velmora_status velmora_codes_write(const char* path, const velmora_code* codes, size_t count,
+                                               uint32_t flags, velmora_error* error);
+
+/* ---- projects */
+
+typedef struct velmora_project velmora_project;
+
+typedef struct velmora_project_path {
+  const char* name; /* the library's own: "m_DbfKat", ... */
+  const char* path; /* whether there is such a file or folder or not */
+} velmora_project_path;
+
+/* The paths in an existing project folder. */
+VELMORA_API velmora_status velmora_project_open(const char* folder, velmora_project** project,
+                                                velmora_error* error);
+VELMORA_API void velmora_project_close(velmora_project* project);
+/* Returns the number of paths; *path is filled when `index` is below it. */
+VELMORA_API size_t velmora_project_path_at(const velmora_project* project, size_t index,
+                                           velmora_project_path* path);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* VELMORA_C_VELMORA_H_ */

@@ -1,0 +1,114 @@
+#include "velmora/exchange/road_formats.h"
+
+#include <memory>
+#include <span>
+
+#include "velmora/exchange/dxf.h"
+#include "velmora/exchange/geopackage.h"
+#include "velmora/exchange/landxml.h"
+#include "velmora/exchange/wkt_csv.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/open_problem.h"
+
+namespace velmora::exchange {
+namespace {
+
+using Problem = std::optional<Finding>;
+
+template <void (*kWrite)(const ExportInput&, const Sink&)>
+std::string Write(const ExportInput& input, const Sink& sink) {
+  kWrite(input, sink);
+  return {};
+}
+
+Problem OfFile(const std::string& text) { return text.empty() ? Problem() : Finding{0, text}; }
+
+Problem ReadWholeFile(const CString& path, std::string* bytes) {
+  constexpr size_t kLargest = size_t{256} << 20;
+  InputFile input;
+  if (!input.Open(path)) return OfFile(WhyUnopened(path));
+  std::vector<char> block(size_t{1} << 20);
+  for (;;) {
+    const std::int64_t count = input.Read(block);
+    if (count < 0) return OfFile("cannot be read to its end");
+    if (count == 0) return std::nullopt;
+    bytes->append(block.data(), static_cast<size_t>(count));
+    if (bytes->size() > kLargest) return OfFile("is larger than 256 MB; give a file with the roads alone");
+  }
+}
+
+Problem ReadCsv(const CString& path, const ImportOptions&, std::vector<ImportedRoad>* roads) {
+  std::string bytes;
+  if (Problem problem = ReadWholeFile(path, &bytes)) return problem;
+  std::string problem;
+  *roads = ReadWktCsv(bytes, &problem);
+  return OfFile(problem);
+}
+
+Problem ReadDrawing(const CString& path, const ImportOptions& options, std::vector<ImportedRoad>* roads) {
+  InputFile input;
+  if (!input.Open(path)) return OfFile(WhyUnopened(path));
+  Finding problem;
+  *roads = ReadDxf([&](std::span<char> buffer) { return input.Read(buffer); }, options, &problem);
+  return problem.text.empty() ? Problem() : problem;
+}
+
+Problem ReadGeoPackageFile(const CString& path, const ImportOptions& options,
+                           std::vector<ImportedRoad>* roads) {
+  if (!IsFile(path)) return OfFile(WhyUnopened(path));
+  std::string problem;
+  *roads = ReadGeoPackage(path, options.layer, &problem);
+  return OfFile(problem);
+}
+
+Problem ReadXml(const CString& path, const ImportOptions& options, std::vector<ImportedRoad>* roads) {
+  const auto first = std::make_shared<InputFile>();
+  if (!first->Open(path)) return OfFile(WhyUnopened(path));
+  bool opened = false;
+  const auto open = [&]() -> ByteSource {
+    const auto input = opened ? std::make_shared<InputFile>() : first;
+    // A file that has gone since gives an error at the first read.
+    if (opened && !input->Open(path)) return [](std::span<char>) { return std::int64_t{-1}; };
+    opened = true;
+    return [input](std::span<char> buffer) { return input->Read(buffer); };
+  };
+  const std::optional<XmlProblem> problem = ReadLandXml(open, options, roads);
+  if (!problem) return std::nullopt;
+  return Finding{problem->line, problem->text};
+}
+
+constexpr RoadFormat kFormats[] = {
+    {".xml", false, true, Write<WriteLandXml>, ReadXml},
+    {".dxf", true, false, WriteDxf, ReadDrawing},
+    {".gpkg", true, true, WriteGeoPackage, ReadGeoPackageFile},
+    {".csv", false, true, Write<WriteWktCsv>, ReadCsv},
+};
+
+struct Unsuited {
+  const char* ending;
+  const char* reason;
+};
+constexpr Unsuited kUnsuited[] = {
+    {".geojson", "GeoJSON has no arcs and wants degrees"},
+    {".json", "GeoJSON has no arcs and wants degrees"},
+    {".shp", "a shapefile has no arcs"},
+};
+
+}  // namespace
+
+std::string RoadFormatEndings() {
+  std::string list;
+  for (const RoadFormat& format : kFormats) list += (list.empty() ? "" : ", ") + std::string(format.ending);
+  return list;
+}
+
+const RoadFormat* RoadFormatOf(std::string_view ending, std::string* why) {
+  why->clear();
+  for (const RoadFormat& format : kFormats)
+    if (ending == format.ending) return &format;
+  for (const Unsuited& unsuited : kUnsuited)
+    if (ending == unsuited.ending) *why = unsuited.reason;
+  return nullptr;
+}
+
+}  // namespace velmora::exchange

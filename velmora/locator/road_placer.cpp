@@ -1,0 +1,72 @@
+#include "velmora/locator/road_placer.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "velmora/alignment/alignment_format.h"
+
+namespace velmora {
+namespace {
+
+constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
+
+void Without(OffEnd end, double* first, double* second, int* result) {
+  *first = *second = kNowhere;
+  *result = static_cast<int>(end == OffEnd::kBeforeStart ? PlaceResult::kBeforeStart
+                             : end == OffEnd::kBeyondEnd ? PlaceResult::kBeyondEnd
+                                                         : PlaceResult::kNothing);
+}
+
+}  // namespace
+
+RoadPlacer::RoadPlacer(std::vector<kovltype> plan)
+    : plan_(std::move(plan)),
+      descending_(IsDescending(plan_)),
+      locator_(plan_, kPlanType),
+      drawn_(plan_),
+      stations_(PlanStations(plan_)) {}
+
+void RoadPlacer::Locate(Answer answer, const double* northing, const double* easting, size_t count,
+                        double* station, double* offset, int* result) const {
+  locator_.Vagstv(northing, easting, count, station, offset, result);
+  for (size_t i = 0; i < count; ++i) {
+    const PlanePoint p{easting[i], northing[i]};
+    const bool searched = result[i] >= 0;
+    result[i] = static_cast<int>(PlaceResult::kFound);
+    std::optional<LinePlace> place;
+    if (searched && std::isfinite(station[i]) && station[i] < CVaglinje::Sekkoll)
+      place = LinePlace{station[i], offset[i]};
+    if (answer == Answer::kDrawn && drawn_.MayDiffer(p) && drawn_.Correct(p, true, &place))
+      result[i] = static_cast<int>(PlaceResult::kCorrected);
+    if (place) {
+      station[i] = place->station;
+      offset[i] = place->offset;
+    } else {
+      // Where every vertex was searched, the nearest is an end: any other would have been found.
+      Without(searched ? WhyNotFound(plan_, p) : WhyNotFoundAtEnd(plan_, p), &station[i], &offset[i],
+              &result[i]);
+    }
+  }
+}
+
+void RoadPlacer::Place(const double* station, const double* offset, size_t count, double* northing,
+                       double* easting, int* result) const {
+  for (size_t i = 0; i < count; ++i) {
+    const std::optional<size_t> segment = SegmentAtStation(plan_, stations_, station[i]);
+    if (!segment) {
+      Without(plan_.empty() ? OffEnd::kNeither : WhyNotFound(plan_, station[i]), &northing[i], &easting[i],
+              &result[i]);
+      continue;
+    }
+    const PlanePoint p =
+        DrawnPoint(plan_[*segment], plan_[*segment + 1], station[i], descending_ ? -offset[i] : offset[i]);
+    northing[i] = p.v;
+    easting[i] = p.h;
+    result[i] = static_cast<int>(PlaceResult::kFound);
+    if (!std::isfinite(p.v) || !std::isfinite(p.h))
+      Without(OffEnd::kNeither, &northing[i], &easting[i], &result[i]);
+  }
+}
+
+}  // namespace velmora

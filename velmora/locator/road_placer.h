@@ -1,0 +1,55 @@
+// Places of very many points on a road as it is drawn: what the searches give (Locator), corrected where a
+// drawing shows another place (alignment/drawn_place.h).
+#ifndef VELMORA_LOCATOR_ROAD_PLACER_H_
+#define VELMORA_LOCATOR_ROAD_PLACER_H_
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "velmora/alignment/drawn_place.h"
+#include "velmora/alignment/measures.h"
+#include "velmora/locator/locator.h"
+#include "velmora/locator/station_index.h"
+
+namespace velmora {
+
+enum class PlaceResult : int {
+  kFound = 0,
+  kCorrected = 1,  // found; the suite's own programs place the point elsewhere, or nowhere
+  kBeforeStart = 2,
+  kBeyondEnd = 3,
+  kNothing = 4,
+};
+
+// Immutable, and safe to use from many threads at once.
+class RoadPlacer {
+ public:
+  explicit RoadPlacer(std::vector<kovltype> plan);
+
+  // Map points to stations and offsets, for arrays of `count` that do not overlap; offsets are positive to
+  // the right towards higher stations. Each `result` is a PlaceResult; without a place, station and offset
+  // are NaN. As kSearched, the answers are those of CVaglinje::Vagstv with search mode 0.
+  enum class Answer { kDrawn, kSearched };
+  void Locate(Answer answer, const double* northing, const double* easting, size_t count, double* station,
+              double* offset, int* result) const;
+
+  // Stations and offsets to map points, the inverse of Locate. Stations within 0.1 mm of either end still
+  // count as on the road. Where stations fall, and on arcs from half a circle, CVaglinje::Vag2xy gives other
+  // points.
+  void Place(const double* station, const double* offset, size_t count, double* northing, double* easting,
+             int* result) const;
+
+  const std::vector<kovltype>& Plan() const { return plan_; }
+
+ private:
+  std::vector<kovltype> plan_;
+  bool descending_;
+  Locator locator_;
+  DrawnPlaces drawn_;
+  StationIndex stations_;
+};
+
+}  // namespace velmora
+
+#endif  // VELMORA_LOCATOR_ROAD_PLACER_H_
