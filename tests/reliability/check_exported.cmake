@@ -12,8 +12,8 @@ string(REGEX MATCHALL "[A-Za-z0-9_:]+" swept "${CMAKE_MATCH_1}")
 string(REGEX MATCHALL "[A-Za-z0-9_:]+" others "${others}")
 
 execute_process(COMMAND "${NM}" -DC --defined-only "${LIBRARY}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCHALL " T velmora::[A-Za-z0-9_:]+" symbols "${symbols}")
-list(TRANSFORM symbols REPLACE " T velmora::" "")
+string(REGEX MATCHALL " T velmora(::|_)[A-Za-z0-9_:]+" symbols "${symbols}")
+list(TRANSFORM symbols REPLACE " T (velmora::)?" "")
 list(REMOVE_DUPLICATES symbols)
 list(FILTER symbols EXCLUDE REGEX "::(operator)?$")  # destructors and operators
 set(unknown)

@@ -103,7 +103,7 @@ Operations CommandOperations() {
 Operations AllOperations() {
   Operations operations;
   for (const auto some : {FileOperations, SettingsOperations, AlignmentOperations, EnvironmentOperations,
-                          RegistryOperations, CommandOperations})
+                          RegistryOperations, COperations, CommandOperations})
     for (Operation& operation : some()) operations.push_back(std::move(operation));
   return operations;
 }

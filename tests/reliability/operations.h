@@ -101,6 +101,7 @@ Operations SettingsOperations();
 Operations AlignmentOperations();
 Operations EnvironmentOperations();
 Operations RegistryOperations();
+Operations COperations();
 Operations CommandOperations();
 Operations AllOperations();
 

@@ -19,9 +19,9 @@
 #include "velmora/platform/files.h"
 #include "velmora/platform/open_problem.h"
 
+using velmora::kovltype;
 using velmora::c::Failure;
 using velmora::c::Require;
-using velmora::kovltype;
 
 velmora_road::velmora_road(std::vector<kovltype> plan, std::vector<kovltype> profile_points)
     : profile(std::move(profile_points)), places(std::move(plan)) {
@@ -166,7 +166,7 @@ std::vector<double> StationsEach(double every, const std::vector<kovltype>& plan
   return stations;
 }
 
-void WriteFile(const velmora_road& road, const char* path, const velmora_write_options& options, bool force) {
+void SaveRoad(const velmora_road& road, const char* path, const velmora_write_options& options, bool force) {
   const CString target = PathToWrite(path);
   const std::string ending = EndingOf(target);
   std::string why;
@@ -287,7 +287,7 @@ velmora_status velmora_road_write(const velmora_road* road, const char* path,
     Require(road != nullptr, "the road is null");
     c::RequireFlags(flags, VELMORA_FORCE);
     const velmora_write_options usual = VELMORA_WRITE_OPTIONS_INIT;
-    c::WriteFile(*road, path, c::OptionsOf(options, usual), (flags & VELMORA_FORCE) != 0);
+    c::SaveRoad(*road, path, c::OptionsOf(options, usual), (flags & VELMORA_FORCE) != 0);
   });
 }
 
