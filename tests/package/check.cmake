@@ -27,16 +27,16 @@ foreach(file IN LISTS package_files)
   endif()
 endforeach()
 
-# The headers are those that clients reach from velmora.h, no fewer and no more.
+# The headers are those that clients reach from the two that they include, no fewer and no more.
 execute_process(COMMAND "${COMPILER}" -std=c++20 -MM "-I${WORK}/prefix/include"
-  "${WORK}/prefix/include/velmora/velmora.h" OUTPUT_VARIABLE reached ${run})
+  "${WORK}/prefix/include/velmora/velmora.h" "${WORK}/prefix/include/velmora/c/velmora.h" OUTPUT_VARIABLE reached ${run})
 string(REGEX MATCHALL "velmora/[a-z_0-9/]+\\.h" reached "${reached}")
 file(GLOB_RECURSE installed RELATIVE "${WORK}/prefix/include" "${WORK}/prefix/include/*")
 list(REMOVE_DUPLICATES reached)
 list(SORT reached)
 list(SORT installed)
 if(NOT reached STREQUAL installed)
-  message(FATAL_ERROR "velmora.h reaches ${reached}, installed are ${installed}")
+  message(FATAL_ERROR "clients reach ${reached}, installed are ${installed}")
 endif()
 
 file(GLOB_RECURSE pc "${WORK}/prefix/velmora.pc")
