@@ -27,7 +27,7 @@ constexpr NamedPath kPaths[] = {
 void ProjectPaths(const ProjectOptions& options) {
   CProjPath project;
   project.SetPath(ProjectFolder(options.folder));
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(),
                        {{"field", "field"}, {"state", "there"}, {"path", "path"}});
   for (const NamedPath& named : kPaths) {
