@@ -42,7 +42,8 @@ std::string Replaced(const SettingsOptions& options, SettingsContext& context) {
 std::vector<std::string> Paths(const std::vector<ProjectCopy>& files, const SettingsContext& context) {
   std::vector<std::string> paths;
   for (const ProjectCopy& file : files)
-    for (const SettingsPlace& place : context.PlacesOf(file.name)) paths.push_back(PathForDisplay(place.path));
+    for (const SettingsPlace& place : context.PlacesOf(file.name))
+      paths.push_back(PathForDisplay(place.path));
   return paths;
 }
 
