@@ -26,7 +26,7 @@ constexpr int kWrongUsage = 2;
 
 void PrintLine(std::string line) {
   if (!line.ends_with('\n')) line += '\n';
-  OutputFile output("");
+  OutputFile output;
   output.Write(line);
   output.Finish();
 }

@@ -80,8 +80,8 @@ void AddLocate(CLI::App* align) {
   AddMaxOffset(verb, &options->max_offset);
   verb->add_option(
           "--mode", options->mode,
-          "Search: 0 everything (default), 1 only around the station estimated from the ends, 2 segments "
-          "without vertices")
+          "Search: 0 everything (default), 1 the same with a note on what the suite's search mode 1 misses, "
+          "2 segments without vertices")
       ->check(CLI::Range(0, 2));
   options->threads = AllCores();
   verb->add_option("--threads", options->threads, "Number of threads (default: all cores)")

@@ -28,7 +28,7 @@ void Open(const EditOptions& options, AlignmentInput* input) {
 }
 
 void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
-  OutputFile output("");
+  OutputFile output;
   RecordWriter records(output, options.output.Format(),
                        {{"point", "point", true},
                         {"station", "station", true},

@@ -25,7 +25,7 @@ std::string Count(size_t count, const std::string& what) {
 
 // The alignments of a file, for the choice with --name.
 void List(const std::vector<ImportedRoad>& roads) {
-  OutputFile output("");
+  OutputFile output;
   RecordWriter records(
       output, OutputFormat::kTable,
       {{"name", "name", false}, {"length", "length", true}, {"stations", "stations", false}});
@@ -80,7 +80,7 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
 void Report(const ImportCommand& options, const ImportedRoad& road) {
   const std::vector<kovltype>& plan = road.road.plan;
   const PlanMeasures measures = MeasurePlan(plan);
-  OutputFile output("");
+  OutputFile output;
   const auto write = [&](const std::string& label, const std::string& text) {
     output.Write(label + std::string(16 - label.size(), ' ') + text + "\n");
   };

@@ -1,12 +1,12 @@
 #include <array>
 #include <charconv>
 #include <limits>
-#include <map>
 #include <numeric>
 
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/align/swapped_points.h"
 #include "cli/input/repeated_ids.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
@@ -192,7 +192,8 @@ std::optional<StationArea> AreaOf(const LocateOptions& options) {
 
 // Some thousand rows, from reading to writing.
 struct Block {
-  Block(const PlanBounds& bounds, const ListLayout& layout) : carried(layout.carried.size()), axes(bounds) {}
+  Block(const PlanBounds& bounds, const ListLayout& layout)
+      : carried(layout.carried.size()), swapped(bounds) {}
 
   RowBlock rows;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
@@ -200,7 +201,7 @@ struct Block {
   CarriedFields carried;
   std::vector<Placing> placings;  // of each row, also of those that are not points
   std::string csv;                // the rows' text, when CSV is wanted
-  AxisCheck axes;
+  SwappedPoints swapped;
   Tally tally;
   Corrections corrections;
 };
@@ -236,7 +237,7 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     const ListedPoint& point = block->points[i];
     const Placing& placing = block->placings[i];
     if (point.problem.empty()) {
-      block->axes.Add(point.northing, point.easting);
+      block->swapped.Add(point.line, point.northing, point.easting);
       block->tally.Add(placing.status);
       block->corrections.Add(point.line, point.northing, point.easting, placing);
     } else {
@@ -259,7 +260,7 @@ class Results {
         format_(options.output.Format()),
         output_(options.output.file, {options.file, options.points}),
         records_(output_, format_, WithCarried(points.Layout(), LocateColumns())),
-        axes_(bounds),
+        swapped_(bounds),
         progress_("Placing points", points.Size()) {}
 
   // Null for other formats than CSV.
@@ -268,7 +269,7 @@ class Results {
   void Write(const Block& block) {
     rows_ += block.points.size();
     progress_.Update(block.consumed, rows_);
-    axes_.Add(block.axes);
+    swapped_.Add(block.swapped);
     corrections_.Add(block.corrections);
     if (!ids_.IsFull())
       for (const ListedPoint& point : block.points) ids_.Add(point.id, point.line);
@@ -300,13 +301,8 @@ class Results {
     progress_.Clear();
     ids_.Report(options_.points);
     if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
-    const bool most_swapped = 2 * axes_.NearSwapped() > tally_.Points();
-    if (most_swapped || axes_.LooksSwapped())
-      Warn(At(options_.points, "northing and easting look swapped: " + std::to_string(axes_.NearSwapped()) +
-                                   (axes_.NearSwapped() == 1 ? " point lies" : " points lie") +
-                                   " near the road only when swapped, " + std::to_string(axes_.Near()) +
-                                   " as given; " + HowToSwap()));
-    if (tally_.Unreadable() == 0 && most_swapped) throw ExitWith{1};
+    swapped_.Report(options_.points, options_.list);
+    if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
     if (tally_.Unreadable() == 0) return;
     Warn(At(options_.points, first_problem_.line,
             first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
@@ -316,17 +312,11 @@ class Results {
   }
 
  private:
-  std::string HowToSwap() const {
-    const std::map<std::string, std::string>& columns = options_.list.columns;
-    if (columns.contains("n") || columns.contains("e")) return "exchange n and e in --columns";
-    return options_.list.east_first ? "leave out --axes en" : "give --axes en";
-  }
-
   const LocateOptions& options_;
   OutputFormat format_;
   OutputFile output_;
   RecordWriter records_;
-  AxisCheck axes_;
+  SwappedPoints swapped_;
   RepeatedIds ids_;
   Tally tally_;
   Corrections corrections_;

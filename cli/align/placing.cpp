@@ -15,6 +15,23 @@ std::optional<LinePlace> IfFound(int result, double station, double offset) {
   return LinePlace{station, offset};
 }
 
+bool IsSamePlace(const std::optional<LinePlace>& a, const std::optional<LinePlace>& b) {
+  constexpr double kTolerance = 1e-6;
+  if (!a || !b) return a.has_value() == b.has_value();
+  return std::fabs(a->station - b->station) < kTolerance && std::fabs(a->offset - b->offset) < kTolerance;
+}
+
+const char* ReasonText(Elsewhere why) {
+  switch (why) {
+    case Elsewhere::kCornerSide:
+      return "at a corner they give the side of the straight before it, whatever the direction";
+    case Elsewhere::kArcAxis:
+      return "beside an axis through an arc's centre they are a quarter of the circle off";
+    default:
+      return "their search mode 1 misses segments";
+  }
+}
+
 }  // namespace
 
 PlaceStatus StatusOf(OffEnd end) {
@@ -45,7 +62,7 @@ const char* StatusText(PlaceStatus status) {
 
 Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset)
     : input_(input), mode_(mode), area_(area), max_offset_(max_offset), drawn_(input->plan) {
-  if (mode == 0) plan_.emplace(input->set.plan);
+  if (mode != 2) plan_.emplace(input->set.plan);
   if (input->profile.size() >= 2) profile_.emplace(input->set.profil);
 }
 
@@ -63,7 +80,10 @@ std::optional<LinePlace> Placer::Searched(double northing, double easting) const
   double station = 0;
   double offset = 0;
   int found = 0;
-  Search(&northing, &easting, 1, &station, &offset, &found);
+  if (mode_ == 1)
+    found = input_->set.plan.Vagstv(northing, easting, &station, &offset, mode_);
+  else
+    Search(&northing, &easting, 1, &station, &offset, &found);
   return IfFound(found, station, offset);
 }
 
@@ -77,10 +97,16 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
   for (size_t i = 0; i < count; ++i) {
     placings[i] = {};
     const PlanePoint p{easting[i], northing[i]};
-    if (!drawn_.MayDiffer(p)) continue;
-    std::optional<LinePlace> place = IfFound(found[i], station[i], offset[i]);
-    if (!drawn_.Correct(p, mode_ != 2, &place)) continue;
-    placings[i].corrected = true;
+    if (mode_ != 1 && !drawn_.MayDiffer(p)) continue;
+    const std::optional<LinePlace> searched = IfFound(found[i], station[i], offset[i]);
+    if (mode_ == 1 && !IsSamePlace(searched, Searched(northing[i], easting[i])))
+      placings[i].elsewhere = Elsewhere::kSearchMode;
+    std::optional<LinePlace> place = searched;
+    if (!drawn_.MayDiffer(p) || !drawn_.Correct(p, mode_ != 2, &place)) continue;
+    if (placings[i].elsewhere == Elsewhere::kNowhere)
+      placings[i].elsewhere = searched && place && std::fabs(searched->station - place->station) < 0.001
+                                  ? Elsewhere::kCornerSide
+                                  : Elsewhere::kArcAxis;
     found[i] = place ? 0 : -1;
     if (!place) continue;
     station[i] = place->station;
@@ -108,16 +134,11 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
 std::optional<std::string> Corrections::Note(const std::string& list, const Placer& placer, bool km) const {
   if (count_ == 0) return std::nullopt;
   const auto searched = placer.Searched(first_.northing, first_.easting);
-  Placing placing;
-  placer.Place(&first_.northing, &first_.easting, 1, &placing);
-  const bool side =
-      searched && HasPlace(placing.status) && std::fabs(searched->station - placing.station) < 0.001;
   std::string text = "the suite's own programs ";
   text += searched ? "give station " + StationText(searched->station, km) + ", offset " +
                          OffsetText(searched->offset)
                    : "find nothing";
-  text += side ? " here: at a corner they give the side of the straight before it, whatever the direction"
-               : " here: beside an axis through an arc's centre they are a quarter of the circle off";
+  text += std::string(" here: ") + ReasonText(first_.why);
   if (count_ > 1) text += "; " + std::to_string(count_) + " points in all are elsewhere for them";
   return At(list, first_.line, text);
 }

@@ -21,26 +21,29 @@ const char* StatusText(PlaceStatus status);
 // Whether there are station and offset.
 inline bool HasPlace(PlaceStatus status) { return status <= PlaceStatus::kFar; }
 
+// Why the suite's own programs place a point elsewhere.
+enum class Elsewhere { kNowhere, kCornerSide, kArcAxis, kSearchMode };
+
 struct Placing {
   PlaceStatus status = PlaceStatus::kNothing;
   double station = 0;                   // where HasPlace()
   double offset = 0;                    // positive to the right towards higher stations
   std::optional<double> profile_level;  // where there is a profile at the station
-  bool corrected = false;               // the suite's own programs place the point elsewhere
+  Elsewhere elsewhere = Elsewhere::kNowhere;
 };
 
 // Finds points' stations and offsets, many at a time.
 class Placer {
  public:
-  // `mode` as for CVaglinje::Vagstv. Points outside `area` are placed and get kOutsideArea, others whose
-  // offset is above `max_offset` kFar. `input` outlives this.
+  // `mode` as for CVaglinje::Vagstv, but what mode 1 misses there is found here. Points outside `area` are
+  // placed and get kOutsideArea, others whose offset is above `max_offset` kFar. `input` outlives this.
   Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset);
 
   // Whether Place may run in several threads at once.
   bool IsThreadSafe() const { return mode_ == 0; }
   // A placing for each point of arrays of `count`.
   void Place(const double* northing, const double* easting, size_t count, Placing* placings) const;
-  // What the suite's own programs give for a point.
+  // What the suite's own programs give for a point in this mode.
   std::optional<LinePlace> Searched(double northing, double easting) const;
 
  private:
@@ -52,7 +55,7 @@ class Placer {
   std::optional<StationArea> area_;
   double max_offset_;
   DrawnPlaces drawn_;
-  std::optional<Locator> plan_;  // for mode 0
+  std::optional<Locator> plan_;  // where vertices are searched
   std::optional<Locator> profile_;
 };
 
@@ -60,7 +63,8 @@ class Placer {
 class Corrections {
  public:
   void Add(std::int64_t line, double northing, double easting, const Placing& placing) {
-    if (placing.corrected && count_++ == 0) first_ = {line, northing, easting};
+    if (placing.elsewhere != Elsewhere::kNowhere && count_++ == 0)
+      first_ = {line, northing, easting, placing.elsewhere};
   }
   // Those of points further down the list.
   void Add(const Corrections& other) {
@@ -75,6 +79,7 @@ class Corrections {
     std::int64_t line;
     double northing;
     double easting;
+    Elsewhere why;
   };
   std::int64_t count_ = 0;
   Point first_{};

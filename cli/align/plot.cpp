@@ -1,6 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/align/swapped_points.h"
 #include "cli/input/repeated_ids.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
@@ -18,6 +19,7 @@ struct Borings {
   std::vector<drawing::PlotBoring> drawn;
   std::string problem;             // the rows that are not points; empty when there are none
   std::vector<std::string> notes;  // on those that are
+  bool most_swapped = false;
 };
 
 Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
@@ -33,6 +35,7 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
   std::string first_problem;
   std::string first_far;
   Corrections corrections;
+  SwappedPoints swapped(MeasurePlan(input->plan).bounds);
   for (ListedPoint point; points.Next(&point);) {
     progress.Update(points.Consumed(), ++rows);
     ids.Add(point.id, point.line);
@@ -42,6 +45,7 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
     }
     drawing::PlotBoring boring{point.id, point.northing, point.easting, point.level};
     if (input->plan.size() >= 2) {
+      swapped.Add(point.line, point.northing, point.easting);
       Placing placing;
       placer.Place(&point.northing, &point.easting, 1, &placing);
       corrections.Add(point.line, point.northing, point.easting, placing);
@@ -60,6 +64,8 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
     borings.problem = first_problem + "; " + std::to_string(unreadable) +
                       (unreadable == 1 ? " row is" : " rows are") +
                       " not in the drawing, correct and run again";
+  swapped.Report(options.points, options.list);
+  borings.most_swapped = swapped.AreMost();
   if (const auto note = corrections.Note(options.points, placer, options.km)) borings.notes.push_back(*note);
   if (too_far > 0)
     borings.notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
@@ -95,8 +101,8 @@ void AlignPlot(const PlotOptions& options) {
   output.Write(canvas.Finish());
   output.Finish();
   for (const std::string& note : borings.notes) Warn(note);
-  if (borings.problem.empty()) return;
-  Warn(borings.problem);
+  if (borings.problem.empty() && !borings.most_swapped) return;
+  if (!borings.problem.empty()) Warn(borings.problem);
   throw ExitWith{1};
 }
 

@@ -80,7 +80,7 @@ std::string Described(const CodeEntry& entry) {
 void Finish(const CodesOptions& options, CodeFileOnDisk* codes, const CodeEntries& entries,
             const CodeEntry& entry, const std::string& done) {
   codes->Rewrite(entries, options);
-  OutputFile output("");
+  OutputFile output;
   output.Write(Described(entry) + ": " + done + " " + codes->Where() + "\n");
   output.Finish();
 }
@@ -134,7 +134,7 @@ void CodesSet(const CodesOptions& options) {
   const CodeEntry before = *entry;
   TakeFields(options, &*entry);
   if (entry->SameContent(before)) {
-    OutputFile output("");
+    OutputFile output;
     output.Write(Described(before) + ": already so in " + codes.Where() + "\n");
     output.Finish();
     return;

@@ -74,7 +74,7 @@ void EnvInstall(const EnvOptions& options) {
   PutRegistry(HKEY_LOCAL_MACHINE, sample.key, L"InstallPath", sample.program);
   PutRegistry(HKEY_LOCAL_MACHINE, sample.key, L"Package", L"Sample");
 
-  OutputFile output("");
+  OutputFile output;
   output.Write("Program folder   " + PathForDisplay(sample.program) + "\n");
   output.Write("Ini file         " + PathForDisplay(sample.ini) + "\n");
   output.Write("Shared data      " + PathForDisplay(sample.shared_folder) + "\n");

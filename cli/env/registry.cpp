@@ -90,7 +90,7 @@ void RegistryGet(const EnvOptions& options) {
   const CString name = FromUtf8(options.section);
   for (const StoredValue& value : ValuesOf(options, nullptr)) {
     if (!EqualNoCase(value.name.GetView(), name.GetView())) continue;
-    OutputFile output("");
+    OutputFile output;
     output.Write(ValueText(value) + "\n");
     output.Finish();
     return;
@@ -134,7 +134,7 @@ void RegistryDelete(const EnvOptions& options) {
 void RegistryList(const EnvOptions& options) {
   std::vector<CString> keys;
   const std::vector<StoredValue> values = ValuesOf(options, &keys);
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(),
                        {{"name", "name"}, {"type", "type"}, {"value", "value"}});
   for (const CString& key : keys) records.Row({ToUtf8(key), std::string("key"), {}});

@@ -47,7 +47,7 @@ std::string NoSharedFiles(const CString& folder) {
 
 void EnvSetup(const EnvOptions& options) {
   RequireReadableRegistry();
-  OutputFile output("");
+  OutputFile output;
   const auto say = [&](const std::string& what, const std::string& how) {
     output.Write(what + std::string(what.size() < 22 ? 22 - what.size() : 1, ' ') + how + "\n");
   };
@@ -84,6 +84,16 @@ void EnvSync(const EnvOptions& options) {
     throw Refusal(At(PathForDisplay(plan.user_folder), "no such folder; nothing can be updated without it"));
   const bool is_shared = !plan.shared_folder.IsEmpty() && IsFolder(plan.shared_folder);
   if (!is_shared && plan.files.empty()) throw Refusal(NoSharedFiles(plan.shared_folder));
+  std::vector<std::string> paths = {PathForDisplay(environment.ini.m_iniPath)};
+  for (const UserFile& file : plan.files) {
+    paths.push_back(PathForDisplay(file.source));
+    paths.push_back(PathForDisplay(file.destination));
+  }
+  // Refuses before anything is copied.
+  OutputFile output(options.output.file, paths);
+  RecordWriter records(
+      output, options.output.Format(),
+      {{"file", "file"}, {"state", "state"}, {"done", "done"}, {"destination", "destination"}});
   UserFilePlan after;
   if (!options.dry_run) {
     environment.ini.AllUserFileCheck();
@@ -97,10 +107,6 @@ void EnvSync(const EnvOptions& options) {
       if (later.destination == file.destination) return wanted(later);
     return true;
   };
-  OutputFile output(options.output.file);
-  RecordWriter records(
-      output, options.output.Format(),
-      {{"file", "file"}, {"state", "state"}, {"done", "done"}, {"destination", "destination"}});
   bool failed = false;
   for (const UserFile& file : plan.files) {
     const char* state = file.state == UserFileState::kMissing      ? "missing"

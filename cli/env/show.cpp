@@ -64,7 +64,7 @@ void EnvShow(const EnvOptions& options) {
   Environment environment;
   FindEnvironment(options.sub, &environment);
   const CTundrilIni& ini = environment.ini;
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {PathForDisplay(ini.m_iniPath)});
   RecordWriter records(output, options.output.Format(),
                        {{"field", "field"}, {"value", "value"}, {"from", "from"}});
   const auto row = [&](const std::string& field, const std::string& value, const std::string& from) {
@@ -108,7 +108,7 @@ void EnvGet(const EnvOptions& options) {
   if (value.IsEmpty())
     throw Refusal(At(PathForDisplay(environment.ini.m_iniPath),
                      "has no key " + Quoted(options.key) + " in section " + Quoted(options.section)));
-  OutputFile output("");
+  OutputFile output;
   output.Write(ToUtf8(value) + "\n");
   output.Finish();
 }

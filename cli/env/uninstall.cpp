@@ -59,7 +59,7 @@ void EnvUninstall(const EnvOptions& options) {
     throw Refusal(At(options.to, "is not registered as the installation " + Quoted(options.sub)));
   Confirm(At(PathForDisplay(sample.to), "remove the installation " + Quoted(options.sub) + "?"), options.yes);
 
-  OutputFile output("");
+  OutputFile output;
   std::vector<InstalledFile> files = InstalledFiles(sample);
   for (InstalledFile& file : SyncedFiles(sample)) files.push_back(std::move(file));
   const auto is_program = [&](const CString& other) { return other.CompareNoCase(sample.program) == 0; };

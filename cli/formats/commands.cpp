@@ -34,14 +34,14 @@ void Formats(const FormatsOptions& options) {
   const std::vector<ritformattype> chosen = Chosen(CRitningsFormat(), options.name);
   if (!options.svg.empty()) {
     RequireEnding(options.svg, "a drawing", {".svg"});
-    OutputFile output(options.svg);
+    OutputFile output(options.svg, {});
     drawing::SvgCanvas canvas;
     drawing::DrawFormats(chosen, canvas);
     output.Write(canvas.Finish());
     output.Finish();
     return;
   }
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(),
                        {{"name", "name"},
                         {"", "area, mm", true},

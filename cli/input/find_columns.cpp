@@ -25,6 +25,7 @@ struct Candidate {
   char separator;
   Fields fields;  // without empty ones at the end
   size_t count;   // with them
+  bool unclosed;  // as in RowExtent
 };
 
 // The number of a column that --columns gives, from 0; nothing for a title.
@@ -126,7 +127,7 @@ class Finder {
     Fields fields(views.begin(), views.end());
     while (!fields.empty() && fields.back().empty()) fields.pop_back();
     if (!fields.empty() || !candidates_.empty())
-      candidates_.push_back({row.line, 0, 0, separator, std::move(fields), views.size()});
+      candidates_.push_back({row.line, 0, 0, separator, std::move(fields), views.size(), row.unclosed});
   }
 
   // Whether a field of the row is a number, by a role's column or without one by its position.
@@ -149,39 +150,50 @@ class Finder {
     return false;
   }
 
-  // Whether the row has all titles that it needs; `columns` are then those of the roles.
+  // Whether the row has all titles that it needs; `columns` are then those of the roles, else what was found
+  // of them.
   bool IsHeader(const Candidate& row, Columns* columns) const {
-    if (row.fields.size() < 2) return false;
     std::vector<std::wstring> keys;
     for (const std::string& field : row.fields) keys.push_back(TitleKey(WideFromUtf8(field)));
     columns->assign(roles_.size(), std::nullopt);
+    bool complete = row.fields.size() > 1 || HasOneColumn();
     bool by_title = false;
     for (size_t i = 0; i < roles_.size(); ++i) {
       const auto named = options_.columns.find(roles_[i].key);
       if (named == options_.columns.end()) continue;
-      std::optional<size_t>& column = (*columns)[i];
-      column = ColumnNumber(named->second);
-      if (column && *column >= row.count) return false;
-      if (column) continue;
-      const std::wstring title = WideFromUtf8(named->second);
-      for (size_t k = 0; k < row.fields.size() && !column; ++k)
-        if (EqualNoCase(WideFromUtf8(row.fields[k]), title)) column = k;
-      if (!column) column = FindTitle(keys, title);
-      if (!column) return false;
-      by_title = true;
+      (*columns)[i] = NamedColumn(row, keys, named->second);
+      complete = complete && (*columns)[i];
+      by_title = by_title || !ColumnNumber(named->second);
     }
     // A column that the user names for one role is no other's by its title.
     for (const std::optional<size_t>& column : *columns)
       if (column && *column < keys.size()) keys[*column].clear();
     for (size_t i = 0; i < roles_.size(); ++i) {
-      if ((*columns)[i]) continue;
+      if (options_.columns.contains(roles_[i].key)) continue;
       for (const std::wstring_view title : roles_[i].titles)
         if (!(*columns)[i]) (*columns)[i] = FindTitle(keys, title);
       if (!roles_[i].required) continue;
-      if (!(*columns)[i]) return false;
+      complete = complete && (*columns)[i];
       by_title = true;
     }
-    return by_title || !LooksLikeData(row);
+    return complete && (by_title || !LooksLikeData(row));
+  }
+
+  // A line of text alone is the header only of a list whose rows have no more.
+  bool HasOneColumn() const {
+    return std::all_of(candidates_.begin(), candidates_.end(),
+                       [](const Candidate& row) { return row.fields.size() < 2; });
+  }
+
+  // The column that --columns gives by its number or its title; nothing when the row has no such one.
+  static std::optional<size_t> NamedColumn(const Candidate& row, const std::vector<std::wstring>& keys,
+                                           const std::string& named) {
+    if (const std::optional<size_t> number = ColumnNumber(named))
+      return *number < row.count ? number : std::nullopt;
+    const std::wstring title = WideFromUtf8(named);
+    for (size_t k = 0; k < row.fields.size(); ++k)
+      if (EqualNoCase(WideFromUtf8(row.fields[k]), title)) return k;
+    return FindTitle(keys, title);
   }
 
   static std::optional<size_t> FindTitle(const std::vector<std::wstring>& keys, std::wstring_view title) {
@@ -192,10 +204,12 @@ class Finder {
   }
 
   void TakeHeader(const Candidate& row, const Columns& columns) {
+    if (row.unclosed) RefuseUnclosed(row);
     layout_.has_header = true;
     layout_.separator = row.separator;
     layout_.columns = columns;
     layout_.width = row.fields.size();
+    layout_.header_count = row.count;
     for (const std::optional<size_t>& column : columns)
       if (column) layout_.width = std::max(layout_.width, *column + 1);
     titles_ = row.fields;
@@ -208,16 +222,14 @@ class Finder {
   // Without a header, or with one that lacks a required column.
   void TakePositions() {
     const Candidate& row = candidates_[0];
+    if (!LooksLikeData(row)) RefuseHeader(row);
     for (size_t i = 0; i < roles_.size(); ++i) {
       const auto named = options_.columns.find(roles_[i].key);
       if (named == options_.columns.end()) continue;
       layout_.columns[i] = ColumnNumber(named->second);
-      if (!layout_.columns[i])
-        throw Refusal(AtLine(row.line, "no column " + Quoted(named->second) + " among " + Listed(row.fields) +
-                                           "; give --columns a title or a number that the list has"));
+      if (!layout_.columns[i]) RefuseTitle(row, named->second);
       layout_.width = std::max(layout_.width, *layout_.columns[i] + 1);
     }
-    if (!LooksLikeData(row)) RefuseHeader(row);
     if (options_.columns.empty()) {
       RefuseAmbiguous(row);
       for (size_t i = 0; i < roles_.size(); ++i) layout_.columns[i] = i;
@@ -230,32 +242,45 @@ class Finder {
     layout_.width = std::max(layout_.width, row.count);
   }
 
+  [[noreturn]] void RefuseUnclosed(const Candidate& row) const {
+    throw Refusal(AtLine(row.line, "a quote in the header is not closed; close or remove it"));
+  }
+
+  [[noreturn]] void RefuseTitle(const Candidate& row, const std::string& title) const {
+    throw Refusal(AtLine(row.line, "no column " + Quoted(title) + " among " + Listed(row.fields) +
+                                       "; give --columns a title or a number that the list has"));
+  }
+
   [[noreturn]] void RefuseHeader(const Candidate& row) const {
-    if (row.fields.size() == 1)
+    if (row.unclosed) RefuseUnclosed(row);
+    if (row.fields.size() == 1 && !HasOnlyNumber(row))
       throw Refusal(
           AtLine(row.line,
                  "has only one column; a list has a comma, semicolon or tab between its columns, and is "
                  "UTF-8 or Windows-1252 text"));
+    Columns columns;
+    IsHeader(row, &columns);
     std::string missing;
     std::string names;
     for (size_t i = 0; i < roles_.size(); ++i) {
-      if (!roles_[i].required || options_.columns.contains(roles_[i].key) || HasTitle(row, roles_[i]))
-        continue;
+      if (columns[i]) continue;
+      if (const auto named = options_.columns.find(roles_[i].key); named != options_.columns.end()) {
+        if (!ColumnNumber(named->second)) RefuseTitle(row, named->second);
+        throw Refusal(AtLine(
+            row.line, "has " + std::to_string(row.count) + " columns; --columns gives a number beyond them"));
+      }
+      if (!roles_[i].required) continue;
       missing += (missing.empty() ? "" : " and ") + roles_[i].name;
       names += (names.empty() ? "" : ",") + roles_[i].key + "=COLUMN";
     }
-    if (missing.empty())
-      throw Refusal(AtLine(
-          row.line, "has " + std::to_string(row.count) + " columns; --columns gives a number beyond them"));
     throw Refusal(AtLine(row.line, "no column for " + missing + " among " + Listed(row.fields) +
                                        "; name it with --columns " + names + " (its title or number)"));
   }
 
-  static bool HasTitle(const Candidate& row, const Role& role) {
-    for (const std::string& field : row.fields)
-      for (const std::wstring_view title : role.titles)
-        if (TitleKey(WideFromUtf8(field)) == TitleKey(title)) return true;
-    return false;
+  // A row of a list without a header that has one column, in which a single required number can be.
+  bool HasOnlyNumber(const Candidate& row) const {
+    return HasOneColumn() && FieldNumber(row.fields[0], DecimalOf(row.separator)) &&
+           std::count_if(roles_.begin(), roles_.end(), [](const Role& role) { return role.required; }) == 1;
   }
 
   // Numbers that can be coordinates as well as a name, or halves of numbers with a decimal comma.
@@ -301,11 +326,24 @@ class Finder {
     if (layout_.width > kMostColumns)
       throw Refusal(AtLine(candidates_[0].line, "has more than " + std::to_string(kMostColumns) +
                                                     " columns; is the file a list of points?"));
+    for (size_t i = 0; i < roles_.size(); ++i)
+      for (size_t k = 0; k < i; ++k)
+        if (layout_.columns[i] && layout_.columns[i] == layout_.columns[k])
+          throw Refusal(AtLine(candidates_[0].line, "--columns gives " + roles_[k].name + " and " +
+                                                        roles_[i].name + " the same column"));
     layout_.decimal = DecimalOf(layout_.separator);
+    layout_.doubtful_commas = layout_.separator == ',' && options_.decimal != DecimalSign::kPoint;
+    for (size_t i = 0; i + 1 < roles_.size(); ++i)
+      if (roles_[i].required && roles_[i + 1].required)
+        NoteSecond(*layout_.columns[i], *layout_.columns[i + 1]);
     Carry();
     if (layout_.has_header) NoteUnknown();
     if (options_.east_first) std::swap(layout_.columns[kNorthing], layout_.columns[kEasting]);
     return std::move(layout_);
+  }
+
+  void NoteSecond(size_t a, size_t b) {
+    if (a + 1 == b || b + 1 == a) layout_.second = std::max(a, b);
   }
 
   void Carry() {

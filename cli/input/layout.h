@@ -17,7 +17,10 @@ struct ListLayout {
   char separator = ',';
   DecimalSign decimal = DecimalSign::kPoint;
   bool has_header = false;
-  size_t width = 0;                            // columns: a row with a field beyond them is unreadable
+  size_t width = 0;              // columns: a row with a field beyond them is unreadable
+  size_t header_count = 0;       // fields of the header with empty ones at its end; 0 without one
+  bool doubtful_commas = false;  // one between two columns can be a decimal comma
+  std::optional<size_t> second;  // the later of two coordinates' columns side by side
   std::vector<std::optional<size_t>> columns;  // by role
   struct Carried {
     size_t column;
@@ -49,6 +52,8 @@ class RowFields {
   std::optional<double> Value(size_t role) const { return FieldNumber(Text(role), layout_.decimal); }
 
  private:
+  void CheckCommas(size_t count);
+
   const ListLayout& layout_;
   std::vector<std::string_view> fields_;
   std::string decoded_;

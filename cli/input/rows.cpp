@@ -72,17 +72,16 @@ RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, siz
     : file_(std::move(file)), encoding_(encoding), block_size_(block_size) {
   const bool good = file_ == "-" ? input_.OpenStandardInput() : input_.Open(PathFromSystem(file_));
   if (!good) RefuseUnopened(file_);
-  // The bytes are taken as they are until it is known whether a mark is among them.
-  encoding_.reset();
   constexpr size_t kLongestMark = 3;
-  while (pending_.size() < kLongestMark && More()) {
-  }
+  while (pending_.size() < kLongestMark && !at_end_) ReadInto(&pending_);
   const TextEncoding marked = EncodingFromMark(pending_);
   pending_.erase(0, ByteOrderMark(marked).size());
   encoding_ = marked == TextEncoding::kWindows1252 ? encoding : marked;
-  if (!encoding_ || !IsUtf16(*encoding_)) return;
-  units_.swap(pending_);
-  AppendUtf16();
+  if (encoding_ && IsUtf16(*encoding_)) {
+    units_.swap(pending_);
+    AppendUtf16();
+  }
+  EndAtMark(0);
 }
 
 std::optional<TextEncoding> RowReader::Encoding() const {
@@ -90,22 +89,43 @@ std::optional<TextEncoding> RowReader::Encoding() const {
 }
 
 bool RowReader::More() {
-  constexpr size_t kMostRead = size_t{256} << 10;
   if (at_end_) return false;
   pending_.erase(0, start_);
   start_ = 0;
+  const size_t before = pending_.size();
   const bool utf16 = encoding_ && IsUtf16(*encoding_);
-  std::string& to = utf16 ? units_ : pending_;
-  const size_t before = to.size();
-  to.resize(before + std::min(kMostRead, block_size_));
-  const std::int64_t count = input_.Read(std::span(to).subspan(before));
-  to.resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
+  ReadInto(utf16 ? &units_ : &pending_);
+  if (utf16) AppendUtf16();
+  EndAtMark(before);
+  return !at_end_;
+}
+
+void RowReader::ReadInto(std::string* to) {
+  constexpr size_t kMostRead = size_t{256} << 10;
+  const size_t before = to->size();
+  to->resize(before + std::min(kMostRead, block_size_));
+  const std::int64_t count = input_.Read(std::span(*to).subspan(before));
+  to->resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (count < 0)
     throw Refusal(At(file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"));
   at_end_ = count == 0;
   consumed_ += static_cast<std::uint64_t>(count);
-  if (utf16) AppendUtf16();
-  return !at_end_;
+}
+
+// Drops an end-of-file character among the bytes from `from` on, and what follows it.
+void RowReader::EndAtMark(size_t from) {
+  constexpr char kEndOfFile = '\x1A';
+  const size_t mark = pending_.find(kEndOfFile, from);
+  if (mark == kNone) return;
+  std::string rest = pending_.substr(mark);
+  if (!at_end_) ReadInto(&rest);
+  pending_.erase(mark);
+  at_end_ = true;
+  // Some programs fill the file up with these.
+  const auto fills = [](char c) { return c == kEndOfFile || c == '\0' || IsBlankByte(c); };
+  if (!std::all_of(rest.begin(), rest.end(), fills))
+    Warn(At(file_, line_ + LineFeeds(pending_),
+            "ends here, at an end-of-file character (0x1A); what follows it is not read"));
 }
 
 // Decodes the units read so far, but for a half one at the end and the first half of a pair.

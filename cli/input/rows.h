@@ -63,7 +63,8 @@ void ForEachRow(const RowBlock& block, char separator, Take take) {
   }
 }
 
-// Reads a list. Memory does not grow with its length.
+// Reads a list, which ends at an end-of-file character (0x1A); what follows one is reported. Memory does not
+// grow with its length.
 class RowReader {
  public:
   static constexpr size_t kBlockSize = size_t{512} << 10;
@@ -98,7 +99,9 @@ class RowReader {
 
  private:
   size_t WholeRows(char separator) const;
+  void ReadInto(std::string* to);
   void AppendUtf16();
+  void EndAtMark(size_t from);
 
   std::string file_;
   InputFile input_;

@@ -28,7 +28,7 @@ void LinkListen(const LinkOptions& options) {
   NotificationQueue queue;
   com.m_pNotifyWnd = &queue;
   ConnectToProgram();
-  OutputFile output("");
+  OutputFile output;
   RecordWriter records(
       output, options.output.Format(),
       {{"message", "message", true}, {"wparam", "wParam", true}, {"lparam", "lParam", true}});

@@ -98,7 +98,7 @@ class SimulatedServer {
 
   const std::vector<ScriptStep>& steps_;
   DdeServer server_;
-  OutputFile output_{""};
+  OutputFile output_;
   RecordWriter records_;
   std::map<int, ScriptPlayer> players_;  // by client
   bool disconnected_ = false;

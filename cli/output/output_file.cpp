@@ -11,7 +11,8 @@ bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
 }  // namespace
 
 bool SameFile(const std::string& output, const std::string& input) {
-  if (IsStandard(output) || IsStandard(input)) return false;
+  if (IsStandard(output) || input.empty()) return false;
+  if (input == "-") return IsStandardInput(PathAsSpelled(output));
   return IsSameFile(PathAsSpelled(output), PathFromSystem(input));
 }
 

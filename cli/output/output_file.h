@@ -14,10 +14,11 @@ namespace velmora::cli {
 
 class OutputFile {
  public:
+  OutputFile() : stream_(stdout) {}
   // Standard output for an empty name and for "-". A pipe or a device is written as it comes; any other
   // file is replaced in one step by Finish. Throws a Refusal when it cannot be written, and when it is
-  // one of `inputs`, the files that the command reads.
-  explicit OutputFile(const std::string& file, const std::vector<std::string>& inputs = {});
+  // one of `inputs`, the files that the command reads or changes ("-" is standard input).
+  OutputFile(const std::string& file, const std::vector<std::string>& inputs);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
@@ -36,8 +37,8 @@ class OutputFile {
 // Throws a Refusal for a file that could not be written and is as it was.
 [[noreturn]] void RefuseUnwritable(const std::string& file);
 
-// Whether a file to be written, its name as spelled, is one that is read, whose name is found in any letter
-// case.
+// Whether a file to be written, its name as spelled, is one that is read: its name is found in any letter
+// case, and "-" is the file that standard input is.
 bool SameFile(const std::string& output, const std::string& input);
 
 }  // namespace velmora::cli

@@ -68,7 +68,7 @@ void ProjectList(const ProjectOptions& options) {
   }
   Sort(options.sort, &entries);
   if (options.descending) std::reverse(entries.begin(), entries.end());
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(),
                        {{"name", "name"}, {"size", "size", true}, {"date", "date"}, {"time", "time"}});
   for (const Entry& entry : entries) {

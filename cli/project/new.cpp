@@ -60,7 +60,7 @@ void ProjectNew(const ProjectOptions& options) {
   if (made == 0)
     throw Refusal(At(options.folder,
                      "the project was not made, or not all of it; what stood there before is untouched"));
-  OutputFile output("");
+  OutputFile output;
   output.Write(PathForDisplay(folder) + "\n");
   output.Finish();
 }

@@ -7,7 +7,7 @@ namespace velmora::cli {
 void ProjectPaths(const ProjectOptions& options) {
   CProjPath project;
   project.SetPath(ProjectFolder(options.folder));
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(),
                        {{"field", "field"}, {"state", "there"}, {"path", "path"}});
   for (const NamedPath& named : kProjectPaths) {

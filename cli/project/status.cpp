@@ -24,7 +24,7 @@ void ProjectStatus(const ProjectOptions& options) {
       throw Refusal(Quoted(options.status) + " is not a project status; velmora project status lists them");
     only = {static_cast<std::int64_t>(number), ToUtf8(states.GetStatus())};
   }
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, {});
   RecordWriter records(output, options.output.Format(), {{"number", "number", true}, {"text", "text"}});
   if (!only.empty()) records.Row(only);
   for (int at = only.empty() ? states.Home() : -1; at == 0; at = states++ == nullptr ? -1 : 0)

@@ -118,7 +118,7 @@ void SettingsGet(const SettingsOptions& options) {
     throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + problem
                                             : At(PathForDisplay(listing.in_use->path), "has " + problem));
   }
-  OutputFile output("");
+  OutputFile output;
   if (options.output.Format() == OutputFormat::kTable)
     output.Write(Printable(ToUtf8(setting->value)) + "\n");
   else
@@ -131,7 +131,10 @@ void SettingsWhere(const SettingsOptions& options) {
       CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
       CProjPath::Kodfil,         CProjPath::Miljkod,        CProjPath::Linkod};
   const SettingsContext context(options.project);
-  OutputFile output(options.output.file);
+  std::vector<std::string> paths;
+  for (const wchar_t* name : names)
+    for (const SettingsPlace& place : context.PlacesOf(name)) paths.push_back(PathForDisplay(place.path));
+  OutputFile output(options.output.file, paths);
   RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
   for (const wchar_t* name : names) {

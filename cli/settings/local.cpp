@@ -38,6 +38,15 @@ std::string Replaced(const SettingsOptions& options, SettingsContext& context) {
   return names;
 }
 
+// What -o may not replace: the project's files and those that they are copies of.
+std::vector<std::string> Paths(const std::vector<ProjectCopy>& files, const SettingsContext& context) {
+  std::vector<std::string> paths;
+  for (const ProjectCopy& file : files)
+    for (const SettingsPlace& place : context.PlacesOf(file.name))
+      paths.push_back(PathForDisplay(place.path));
+  return paths;
+}
+
 std::string Shown(CopyDone done, bool existed) {
   switch (done) {
     case CopyDone::kKept:
@@ -65,7 +74,7 @@ void LocalCreate(const SettingsOptions& options) {
   const std::string replaced = Replaced(options, context);
   if (!replaced.empty()) Confirm(At(ShownFolder(context), "replace " + replaced + "?"), options.yes);
 
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, Paths(FilesMeant(options), context));
   RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"done", "done"}, {"source", "from"}});
   bool failed = false;
@@ -96,7 +105,7 @@ void LocalRemove(const SettingsOptions& options) {
   if (files.empty()) throw Refusal(At(ShownFolder(context), "has none of these files of its own"));
   Confirm(At(ShownFolder(context), "delete " + names + "?"), options.yes);
 
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, Paths(files, context));
   RecordWriter records(output, options.output.Format(), {{"file", "file"}, {"done", "done"}});
   bool failed = false;
   for (const ProjectCopy& file : files) {
@@ -116,7 +125,7 @@ void LocalStatus(const SettingsOptions& options) {
   SettingsContext context(options.project);
   std::vector<ProjectCopy> files = FilesMeant(options);
   if (!options.stones) files.push_back(StoneProjectCopy());
-  OutputFile output(options.output.file);
+  OutputFile output(options.output.file, Paths(files, context));
   RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"path", "path"}});
   for (const ProjectCopy& file : files) {

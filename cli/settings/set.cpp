@@ -64,7 +64,7 @@ void SettingsSet(const SettingsOptions& options) {
   const Settings settings(file, lines);
   const Setting* before = settings.Find(key);
   const bool stored = before != nullptr && before->stored;
-  OutputFile output("");
+  OutputFile output;
   if (stored ? before->value == value : value.IsEmpty()) {
     output.Write(path +
                  (value.IsEmpty() ? " has no " + Printable(ToUtf8(key))

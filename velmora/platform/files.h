@@ -67,6 +67,8 @@ std::optional<CString> RealPath(const CString& path);
 // Whether both names lead to one existing file or folder, by whatever names, links and letter case. `a` is
 // looked up first and kept open while `b` is.
 bool IsSameFile(const CString& a, const CString& b);
+// Whether the name leads to the ordinary file that the process reads as its standard input.
+bool IsStandardInput(const CString& path);
 
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.

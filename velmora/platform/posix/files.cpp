@@ -76,6 +76,10 @@ bool ListsBefore(const FoundFile& a, const FoundFile& b) {
   return order != 0 ? order < 0 : a.name < b.name;
 }
 
+bool AreOneFile(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 // False for a folder, which opens but does not read.
 bool Examine(int fd, std::uint64_t* size) {
   struct stat status {};
@@ -118,8 +122,14 @@ bool IsSameFile(const CString& a, const CString& b) {
   const FileDescriptor first(open(NativePath(a).c_str(), O_PATH | O_CLOEXEC));
   struct stat x {};
   struct stat y {};
-  return first && fstat(first.Get(), &x) == 0 && stat(NativePath(b).c_str(), &y) == 0 &&
-         x.st_dev == y.st_dev && x.st_ino == y.st_ino;
+  return first && fstat(first.Get(), &x) == 0 && stat(NativePath(b).c_str(), &y) == 0 && AreOneFile(x, y);
+}
+
+bool IsStandardInput(const CString& path) {
+  struct stat x {};
+  struct stat y {};
+  return fstat(STDIN_FILENO, &x) == 0 && S_ISREG(x.st_mode) && stat(NativePath(path).c_str(), &y) == 0 &&
+         AreOneFile(x, y);
 }
 
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing) {

@@ -89,6 +89,14 @@ FileHandle OpenToAsk(const CString& path) {
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr));
 }
 
+bool LeadToOneFile(HANDLE a, HANDLE b) {
+  BY_HANDLE_FILE_INFORMATION x{};
+  BY_HANDLE_FILE_INFORMATION y{};
+  return GetFileInformationByHandle(a, &x) != 0 && GetFileInformationByHandle(b, &y) != 0 &&
+         x.dwVolumeSerialNumber == y.dwVolumeSerialNumber && x.nFileIndexHigh == y.nFileIndexHigh &&
+         x.nFileIndexLow == y.nFileIndexLow;
+}
+
 std::uint64_t SizeOf(HANDLE file) {
   LARGE_INTEGER size{};
   if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &size) == 0) return 0;
@@ -117,12 +125,14 @@ bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_va
 bool IsSameFile(const CString& a, const CString& b) {
   const FileHandle first = OpenToAsk(a);
   const FileHandle second = OpenToAsk(b);
-  BY_HANDLE_FILE_INFORMATION x{};
-  BY_HANDLE_FILE_INFORMATION y{};
-  return first && second && GetFileInformationByHandle(first.Get(), &x) != 0 &&
-         GetFileInformationByHandle(second.Get(), &y) != 0 &&
-         x.dwVolumeSerialNumber == y.dwVolumeSerialNumber && x.nFileIndexHigh == y.nFileIndexHigh &&
-         x.nFileIndexLow == y.nFileIndexLow;
+  return first && second && LeadToOneFile(first.Get(), second.Get());
+}
+
+bool IsStandardInput(const CString& path) {
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  if (GetFileType(input) != FILE_TYPE_DISK) return false;
+  const FileHandle file = OpenToAsk(path);
+  return file && LeadToOneFile(file.Get(), input);
 }
 
 std::optional<CString> RealPath(const CString& path) {
