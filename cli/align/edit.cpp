@@ -106,17 +106,23 @@ void WarnAboutArcs(const AlignmentInput& input) {
 // stations. Refuses a length that would lead back into the alignment.
 double InsideEnd(AlignmentInput* input, bool start, double length) {
   constexpr double kHalfMetre = 0.5;
+  constexpr double kLeastRemaining = 0.01;  // m between the old end and the new one
+  constexpr double kMost = 1e6;             // m; coordinates are written in 0.1 mm
+  if (length > kMost)
+    throw Refusal(At(input->file, FormatShortest(length) + " m is too long for an extension; give at most " +
+                                      LengthText(kMost)));
   const kovltype& end = start ? input->plan.front() : input->plan.back();
   PlanePoint inside{};
   if (input->set.plan.Vag2xy(end.sek + (start ? kHalfMetre : -kHalfMetre), 0, &inside.v, &inside.h) < 0)
     return 0;
   const double distance = Distance(InPlane(end), inside);
-  const double least = std::max(kHalfMetre, distance);
-  if (length > 0 && length <= least)
+  const double least = std::max(kHalfMetre, distance) + kLeastRemaining;
+  if (length > 0 && length < least)
     throw Refusal(
         At(input->file, FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
-                            " would fold the line back: the suite measures the new end from a point " +
-                            LengthText(distance) + " inside the alignment; give more than " +
+                            " would fold the line back or leave the end where it is: the suite measures the "
+                            "new end from a point " +
+                            LengthText(distance) + " inside the alignment; give at least " +
                             LengthText(least)));
   return distance;
 }

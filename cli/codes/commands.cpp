@@ -118,9 +118,10 @@ void AddStamp(CLI::App* codes) {
 
 void AddCheck(CLI::App* codes) {
   const auto options = std::make_shared<CodesOptions>();
-  CLI::App* check =
-      AddVerb(codes, "check", "The lines that reading skips or cuts, and why; status 1 if there are any",
-              options, CodesCheck);
+  CLI::App* check = AddVerb(
+      codes, "check",
+      "Lines that reading skips or cuts or that a rewrite cannot keep, and why; status 1 if there are any",
+      options, CodesCheck);
   check->add_option("FILE", options->file, "A settings, code or title-block file")->required();
   check
       ->add_option("--kind", options->kind_name,

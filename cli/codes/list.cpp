@@ -17,7 +17,7 @@ Cell FieldCell(const CodeField& field, const CString& text) {
 
 std::string SectionName(int section) { return kSections[static_cast<size_t>(section) - 1]; }
 
-// What reading skips or misreads of the line.
+// What is wrong with the line.
 std::string NoteOf(const Findings& findings, std::int64_t line) {
   const auto at = std::lower_bound(findings.begin(), findings.end(), line,
                                    [](const Finding& finding, std::int64_t l) { return finding.line < l; });

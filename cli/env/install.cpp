@@ -48,7 +48,7 @@ void PutFolderList(const CString& ini, const CString& list) {
 }
 
 void RequireInside(const DataFolder& folder, const EnvOptions& options) {
-  if (folder.IsInside() || options.registered_data) return;
+  if (folder.is_inside || options.registered_data) return;
   throw Refusal(At(PathForDisplay(folder.registered),
                    "is registered for application data (" + ToUtf8(folder.value) + "), outside " +
                        Quoted(options.to) +
@@ -61,7 +61,7 @@ void RequireInside(const DataFolder& folder, const EnvOptions& options) {
 void EnvInstall(const EnvOptions& options) {
   const SampleInstallation sample = ReadSampleInstallation(options);
   const CString& registered = sample.registered_program;
-  if (!registered.IsEmpty() && registered.CompareNoCase(sample.program) != 0)
+  if (!registered.IsEmpty() && !IsSamePlace(registered, sample.program))
     throw Refusal(
         At(PathForDisplay(registered),
            "is registered as the installation " + Quoted(options.sub) +
@@ -70,7 +70,7 @@ void EnvInstall(const EnvOptions& options) {
   for (const InstalledFile& file : InstalledFiles(sample)) PutFile(file);
   PutFolderList(sample.ini, JoinPath(sample.user_folder, L"MAPPAR.TXT"));
   for (const DataFolder* folder : {&sample.user, &sample.shared})
-    if (folder->registered.IsEmpty()) PutRegistry(folder->root, kShellFolders, folder->value, folder->Used());
+    if (folder->registered.IsEmpty()) PutRegistry(folder->root, kShellFolders, folder->value, folder->used);
   PutRegistry(HKEY_LOCAL_MACHINE, sample.key, L"InstallPath", sample.program);
   PutRegistry(HKEY_LOCAL_MACHINE, sample.key, L"Package", L"Sample");
 

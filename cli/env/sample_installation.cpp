@@ -15,6 +15,7 @@
 namespace velmora::cli {
 namespace {
 
+constexpr wchar_t kProgram[] = L"Program";
 constexpr wchar_t kVelmoraKey[] = L"SOFTWARE\\Wow6432Node\\Quorval\\Zennik\\Velmora\\";
 
 // Empty when there is no such value.
@@ -56,8 +57,18 @@ CString AbsoluteFolder(const std::string& given) {
   return folder;
 }
 
+// Gives the folder the spelling under which it is registered, which its files contain.
+void KeepSpelling(const CString& registered_program, CString* folder) {
+  CString registered;
+  CString name;
+  SplitPath(registered_program, &registered, &name);
+  if (name.CompareNoCase(kProgram) == 0 && IsSamePlace(registered, *folder)) *folder = registered;
+}
+
 DataFolder ReadDataFolder(HKEY root, const wchar_t* value, const CString& inside) {
-  return {root, value, inside, RegisteredText(root, kShellFolders, value)};
+  const CString registered = RegisteredText(root, kShellFolders, value);
+  const bool is_inside = registered.IsEmpty() || IsSamePlace(registered, inside);
+  return {root, value, registered, is_inside ? inside : registered, is_inside};
 }
 
 std::string SuiteBytes(const CString& text) {
@@ -69,20 +80,33 @@ std::string SuiteBytes(const CString& text) {
 
 }  // namespace
 
+bool IsSamePlace(const CString& a, const CString& b) {
+  if (FileOrFolderExists(a) || FileOrFolderExists(b)) return IsSameFile(a, b);
+  CString folder_of_a;
+  CString folder_of_b;
+  CString name_of_a;
+  CString name_of_b;
+  SplitPath(a, &folder_of_a, &name_of_a);
+  SplitPath(b, &folder_of_b, &name_of_b);
+  return name_of_a.CompareNoCase(name_of_b) == 0 &&
+         (folder_of_a.CompareNoCase(folder_of_b) == 0 || IsSamePlace(folder_of_a, folder_of_b));
+}
+
 SampleInstallation ReadSampleInstallation(const EnvOptions& options) {
   const CString sub = FromUtf8(options.sub);
   if (sub.GetLength() != 2 || !StaysInsideFolder(sub.GetView()))
     throw Refusal("--sub takes a folder name of two characters, for example sv");
   SampleInstallation sample;
   sample.to = AbsoluteFolder(options.to);
-  sample.program = JoinPath(sample.to, L"Program");
+  ReadPrograms(sub, &sample);
+  KeepSpelling(sample.registered_program, &sample.to);
+  sample.program = JoinPath(sample.to, kProgram);
   sample.user = ReadDataFolder(HKEY_CURRENT_USER, L"Appdata", JoinPath(sample.to, L"AppData"));
   sample.shared =
       ReadDataFolder(HKEY_LOCAL_MACHINE, L"Common Appdata", JoinPath(sample.to, L"CommonAppData"));
-  sample.user_folder = UserFolder(sample.user.Used(), kRelease, sub);
-  sample.shared_folder = SharedFolder(sample.shared.Used(), sub);
+  sample.user_folder = UserFolder(sample.user.used, kRelease, sub);
+  sample.shared_folder = SharedFolder(sample.shared.used, sub);
   sample.ini = JoinPath(sample.user_folder, kIniName);
-  ReadPrograms(sub, &sample);
   sample.key = CString(kVelmoraKey) + kRelease + L"\\" + sub;
   return sample;
 }

@@ -15,12 +15,9 @@ namespace velmora::cli {
 struct DataFolder {
   HKEY root;
   const wchar_t* value;  // in the key kShellFolders
-  CString inside;        // below the installation's folder
   CString registered;    // empty when none is
-
-  // The folder that the installation uses.
-  const CString& Used() const { return registered.IsEmpty() ? inside : registered; }
-  bool IsInside() const { return Used().CompareNoCase(inside) == 0; }
+  CString used;          // by the installation
+  bool is_inside;        // below the installation's folder
 };
 inline constexpr wchar_t kShellFolders[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
@@ -37,6 +34,9 @@ struct SampleInstallation {
   std::vector<CString> other_programs;  // of the other sub-keys
   CString key;                          // of the values InstallPath and Package
 };
+
+// Whether both paths lead to one place, by whatever links and letter case, also when nothing is there yet.
+bool IsSamePlace(const CString& a, const CString& b);
 
 // Throws a Refusal for bad options and when the registry cannot be read, so that no existing value is
 // overwritten.

@@ -55,14 +55,14 @@ void RemoveEmptyKeys(HKEY root, CString path) {
 
 void EnvUninstall(const EnvOptions& options) {
   const SampleInstallation sample = ReadSampleInstallation(options);
-  if (sample.registered_program.CompareNoCase(sample.program) != 0)
+  if (!IsSamePlace(sample.registered_program, sample.program))
     throw Refusal(At(options.to, "is not registered as the installation " + Quoted(options.sub)));
   Confirm(At(PathForDisplay(sample.to), "remove the installation " + Quoted(options.sub) + "?"), options.yes);
 
   OutputFile output;
   std::vector<InstalledFile> files = InstalledFiles(sample);
   for (InstalledFile& file : SyncedFiles(sample)) files.push_back(std::move(file));
-  const auto is_program = [&](const CString& other) { return other.CompareNoCase(sample.program) == 0; };
+  const auto is_program = [&](const CString& other) { return IsSamePlace(other, sample.program); };
   if (std::any_of(sample.other_programs.begin(), sample.other_programs.end(), is_program))
     std::erase_if(files, [&](const InstalledFile& file) { return file.path.Find(sample.program) == 0; });
   for (const InstalledFile& file : files) {
@@ -72,14 +72,14 @@ void EnvUninstall(const EnvOptions& options) {
     else if (!RemoveWholeFile(file.path))
       throw Refusal(At(PathForDisplay(file.path), "cannot be removed; check its permissions"));
   }
-  const auto stop = [&](const DataFolder& folder) { return folder.IsInside() ? sample.to : folder.Used(); };
+  const auto stop = [&](const DataFolder& folder) { return folder.is_inside ? sample.to : folder.used; };
   RemoveEmptyLevels(sample.user_folder, stop(sample.user));
   RemoveEmptyLevels(sample.shared_folder, stop(sample.shared));
   RemoveEmptyLevels(sample.program, sample.to);
-  (void)RemoveEmptyFolder(sample.to);
+  if (const std::optional<CString> real = RealPath(sample.to)) (void)RemoveEmptyFolder(*real);
   // Last, so that an interrupted removal can be repeated.
   for (const DataFolder* folder : {&sample.user, &sample.shared})
-    if (folder->IsInside() && sample.other_programs.empty())
+    if (folder->is_inside && sample.other_programs.empty())
       RemoveValue(folder->root, kShellFolders, folder->value);
   for (const wchar_t* name : {L"Package", L"InstallPath"}) RemoveValue(HKEY_LOCAL_MACHINE, sample.key, name);
   RemoveEmptyKeys(HKEY_LOCAL_MACHINE, sample.key);

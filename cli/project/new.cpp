@@ -7,6 +7,7 @@
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "cli/terminal/questions.h"
+#include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -36,13 +37,23 @@ class FolderListIni {
   CTundrilIni ini_;
 };
 
+// The command's own question about an existing folder. The library refuses one with a database.
+void ConfirmFolder(const CString& folder, const ProjectOptions& options) {
+  const std::optional<FileStatus> status = GetFileStatus(folder);
+  if (!status) return;
+  if (status->kind != FileKind::kFolder)
+    throw Refusal(At(options.folder, "is a file, and a project is a folder"));
+  if (options.tundril && FileOrFolderExists(JoinPath(folder, CProjPath::TundrilDbsNamn))) return;
+  Confirm(At(options.folder, "exists already; make the project's folders in it?"), options.yes);
+}
+
 }  // namespace
 
 void ProjectNew(const ProjectOptions& options) {
   const CString folder = ProjectFolder(options.folder);
+  ConfirmFolder(folder, options);
   const TerminalMessages messages(
-      {folder, options.folder_list.empty() ? CString() : PathFromSystem(AbsolutePath(options.folder_list))},
-      options.yes);
+      {folder, options.folder_list.empty() ? CString() : PathFromSystem(AbsolutePath(options.folder_list))});
   CProjPath project;
   const auto make = [&](CTundrilIni* ini) {
     return project.CreateProjectStructure(folder, ini, 1, 1, options.tundril ? 1 : 0, options.mirsen ? 1 : 0,

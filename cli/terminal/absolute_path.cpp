@@ -1,8 +1,10 @@
 #include "cli/terminal/absolute_path.h"
 
+#include <optional>
 #include <system_error>
 #include <type_traits>
 
+#include "velmora/platform/files.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::cli {
@@ -30,6 +32,7 @@ std::string NameOf(const Path& path) {
 std::filesystem::path SystemPath(const std::string& name) { return MakePath<std::filesystem::path>(name); }
 
 std::string AbsolutePath(const std::string& name) {
+  if (const std::optional<std::string> drive_path = DrivePath(name)) return *drive_path;
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(SystemPath(name), error);
   return error ? name : NameOf(path.lexically_normal());

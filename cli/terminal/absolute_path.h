@@ -9,7 +9,7 @@ namespace velmora::cli {
 
 // The system's form of a name in UTF-8 (on Linux also bytes of unknown encoding).
 std::filesystem::path SystemPath(const std::string& name);
-// The absolute path, without "." and "..".
+// The absolute path, without "." and "..". A name with a drive is one on every system (DrivePath).
 std::string AbsolutePath(const std::string& name);
 
 }  // namespace velmora::cli

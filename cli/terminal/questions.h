@@ -10,14 +10,12 @@
 
 namespace velmora::cli {
 
-// While an object of it exists, message boxes of the library are printed on standard error and their
-// questions are asked there, in the library's language. Without a terminal the default button answers, and
-// the line says so.
+// While an object of it exists, message boxes of the library are printed on standard error. A question is
+// answered with yes: the command has asked it before, in its own language (Confirm).
 class TerminalMessages {
  public:
-  // Paths in `paths` that occur in a message are shown as the system writes them. With `yes` every question
-  // is answered with yes, unasked.
-  explicit TerminalMessages(std::vector<CString> paths = {}, bool yes = false);
+  // Paths in `paths` that occur in a message are shown as the system writes them.
+  explicit TerminalMessages(std::vector<CString> paths = {});
   ~TerminalMessages();
   TerminalMessages(const TerminalMessages&) = delete;
   TerminalMessages& operator=(const TerminalMessages&) = delete;

@@ -15,7 +15,7 @@ namespace velmora {
 struct Finding {
   std::int64_t line = 0;  // from 1; 0: the file as a whole
   std::string text;       // UTF-8, for a user: "is skipped: ..."
-  bool misread = true;    // reading skips or cuts the line, or takes it for something else
+  bool misread = true;    // reading or rewriting skips or cuts the line, or takes it for something else
   bool lost = true;       // a rewrite of the file omits the line or a part of it
 };
 using Findings = std::vector<Finding>;

@@ -94,6 +94,7 @@ void DrawViews(Canvas& canvas, const PlotInput& input, const PlanPath& path, con
     title->plan_scale = plan.scale;
     title->unlabelled_in_plan = plan.without_label;
     title->dots = plan.dots;
+    title->has_strays = plan.strays;
     AddCount(plan.off_sheet, " boring lies outside the plan", " borings lie outside the plan", &title->notes);
   }
   if (has_profile) {
@@ -121,7 +122,6 @@ void DrawAlignment(const PlotInput& input, Canvas& canvas) {
   title.facts = Facts(input, path, profile);
   title.notes = Borings(input);
   title.has_borings = !input.borings.empty();
-  title.has_strays = !std::all_of(input.borings.begin(), input.borings.end(), IsPlaced);
 
   const SheetRect frame = SheetRect{0, 0, kSheetWidth, kSheetHeight}.Inset(kFrameMargin);
   const double title_height = TitleBlockHeight(title, frame.width);

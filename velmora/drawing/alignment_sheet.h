@@ -20,7 +20,9 @@ struct PlotBoring {
   bool placed = false;  // along the road: station and offset are valid
   double station = 0;
   double offset = 0;     // positive to the right
-  bool too_far = false;  // not placed, as its offset is too large
+  bool too_far = false;  // not placed, as its offset, which is valid, is too large
+
+  bool HasOffset() const { return placed || too_far; }
 };
 
 struct PlotInput {

@@ -18,6 +18,11 @@ std::string BoringKey::Number(const PlotBoring& boring) {
 
 std::string BoringKey::NumberText(size_t number) { return "(" + std::to_string(number) + ")"; }
 
+bool BoringKey::IsNumberText(std::string_view id) {
+  return id.size() > 2 && id.front() == '(' && id.back() == ')' &&
+         id.find_first_not_of("0123456789", 1) == id.size() - 1;
+}
+
 std::vector<std::optional<ChosenLabel>> ChooseLabels(
     Obstacles& obstacles, std::span<const SheetPoint> symbols,
     const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places) {
@@ -59,7 +64,7 @@ std::vector<std::optional<ChosenLabel>> ChooseLabels(
 }
 
 std::string OffsetLabel(const PlotBoring& boring) {
-  if (!boring.placed || !std::isfinite(boring.offset)) return "";
+  if (!boring.HasOffset() || !std::isfinite(boring.offset)) return "";
   const std::string text = FormatFixed(std::fabs(boring.offset), 2);
   if (text == "0.00") return text;
   return (boring.offset > 0 ? "H " : "V ") + text;

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -20,6 +21,8 @@ class BoringKey {
   std::string Number(const PlotBoring& boring);
   // "(17)"
   static std::string NumberText(size_t number);
+  // Whether an identity looks like one of the numbers, so that it must not be a label itself.
+  static bool IsNumberText(std::string_view id);
 
   const std::vector<const PlotBoring*>& Borings() const { return borings_; }
 
@@ -43,7 +46,7 @@ std::vector<std::optional<ChosenLabel>> ChooseLabels(
     const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places);
 
 // "H 12.40" to the right (höger), "V 3.20" to the left (vänster), "0.00" on the line; empty for a boring
-// without a place along it.
+// without one.
 std::string OffsetLabel(const PlotBoring& boring);
 
 // The symbol of a boring without a place along the road: an empty square, where others are circles; a small

@@ -63,7 +63,7 @@ void KeyTable::Draw(Canvas& canvas, SheetPoint upper_left) const {
               {.size = kLabelSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
   for (size_t i = 0; i < entries_.size(); ++i) {
     const Entry& entry = entries_[i];
-    const Style& style = entry.boring->placed ? kBoringText : kStrayText;
+    const Style& style = entry.boring->HasOffset() ? kBoringText : kStrayText;
     const double x = upper_left.x + kInset + static_cast<double>(entry.column) * column_width_;
     double y = upper_left.y + kHeading + (static_cast<double>(entry.row) + 0.5) * kPitch;
     canvas.Text({x, y}, BoringKey::NumberText(i + 1), text, style);

@@ -45,7 +45,7 @@ void DrawBorings(const PlanSheet& sheet, const PlanBorings& borings) {
   }
   std::vector<SheetPoint> centres;
   for (const BoringOnPlan& b : borings.on_sheet) {
-    if (b.boring->placed)
+    if (b.boring->HasOffset())
       centres.push_back(b.at);
     else
       DrawStray(sheet.canvas, b.at, !borings.circled);
@@ -68,7 +68,7 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
       return PlacesAround(b.at, radius, TextWidth(widest, kSmallSize), kSmallSize * 1.15, away);
     const std::string offset = OffsetLabel(*b.boring);
     const double width = std::max(TextWidth(b.boring->id, kLabelSize), TextWidth(offset, kSmallSize));
-    if (width > kLongestName) return std::vector<LabelPlace>();
+    if (width > kLongestName || BoringKey::IsNumberText(b.boring->id)) return std::vector<LabelPlace>();
     const double height = kLabelSize * 1.15 + (offset.empty() ? 0 : kLineSpacing);
     return PlacesAround(b.at, radius, width, height, away);
   };
@@ -85,7 +85,7 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
     const auto& [kind, place] = *labels[i];
     if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
     const auto [x, y] = place.box.centre;
-    const Style& style = boring.placed ? kBoringText : kStrayText;
+    const Style& style = boring.HasOffset() ? kBoringText : kStrayText;
     if (kind == LabelKind::kNumber) {
       sheet.canvas.Text({x, y}, key->Number(boring), {.size = kSmallSize}, style);
       continue;

@@ -41,7 +41,7 @@ void LabelRadii(const PlanSheet& sheet);
 struct BoringOnPlan {
   const PlotBoring* boring;
   SheetPoint at;
-  std::optional<SheetPoint> foot;  // on the road, of a boring that has a station
+  std::optional<SheetPoint> foot;  // on the road, of a placed boring
 };
 
 struct PlanBorings {

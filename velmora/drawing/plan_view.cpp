@@ -84,7 +84,9 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   return {.scale = frame.Scale(),
           .off_sheet = input.borings.size() - borings.on_sheet.size(),
           .without_label = without_label,
-          .dots = !borings.circled};
+          .dots = !borings.circled,
+          .strays = std::any_of(borings.on_sheet.begin(), borings.on_sheet.end(),
+                                [](const BoringOnPlan& b) { return !b.boring->HasOffset(); })};
 }
 
 }  // namespace velmora::drawing

@@ -14,6 +14,7 @@ struct PlanSummary {
   size_t off_sheet = 0;      // borings outside the panel or without usable coordinates
   size_t without_label = 0;  // borings on the plan without a label
   bool dots = false;         // so many borings that they are dots
+  bool strays = false;       // some of the drawn borings have no place along the road
 };
 
 // The least height, between `least` and `most`, at which the plan on a panel of this width has the scale that

@@ -190,7 +190,8 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
     const bool number = kind == LabelKind::kNumber;
     const double size = number ? kSmallSize : kLabelSize;
     const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
-    if (2 * text.half_width > kLongestName) return std::vector<LabelPlace>();
+    if (2 * text.half_width > kLongestName || (!number && BoringKey::IsNumberText(borings[i].boring->id)))
+      return std::vector<LabelPlace>();
     return PlacesBeside(borings[i], text.half_width, text.half_height);
   };
   std::vector<SheetPoint> symbols;

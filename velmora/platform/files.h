@@ -146,6 +146,9 @@ class FileReplacement {
 
 // What separates the names of a path: backslashes, and slashes on systems that write paths with them.
 std::wstring_view PathSeparators();
+// A name from the system that begins with a drive where the system itself has none and would take it for a
+// relative name: without "." and "..", "C:\a\..\x" as "C:/x". Nothing for any other name.
+std::optional<std::string> DrivePath(std::string_view name);
 // A name from the system (an argument, an environment variable) as a path of the suite. Bytes that are not
 // valid text are preserved.
 CString PathFromSystem(std::string_view name);

@@ -19,11 +19,16 @@ void ReadEntry(SettingsFileKind kind, const TextLine& line, int section, CodeFil
   const bool lost = std::any_of(file->findings.begin() + before, file->findings.end(),
                                 [](const Finding& finding) { return finding.lost; });
   if (IsLostAsStarLine(kind, *entry))
-    found.Add("begins with \"*\" behind a blank, which a rewrite cannot keep", line.text.GetView(), false);
+    found.Add("begins with \"*\" behind a blank, which a rewrite cannot keep", line.text.GetView());
   else if (!lost && !ReadsBack(kind, *entry))
     found.Add("would be read differently after a rewrite", line.text.GetView(), false);
   entry->line = line.number;
   file->entries.push_back(*std::move(entry));
+}
+
+void CheckStarLine(const TextLine& line, const LineFindings& found) {
+  const std::wstring_view text = TrimBlanks(line.text.GetView());
+  if (text != L"*") found.Add("has a text after the \"*\", which is never read", text);
 }
 
 // Entries follow a header, up to the end of the file.
@@ -49,14 +54,15 @@ void ReadSections(SettingsFileKind kind, const TextLines& lines, CodeFile* file)
     const std::wstring_view text = TrimBlanks(line.text.GetView());
     if (IsStarLine(line.text.GetView())) {
       ++section;
-      if (text != L"*") found.Add("has a text after the \"*\"", text, false);
+      CheckStarLine(line, found);
     } else if (section >= kMethodSection && section <= kClassSection) {
       ReadEntry(kind, line, section, file);
     } else if (!text.empty()) {
+      // A header is a comment; in another section a line looks like an entry.
       found.Add(section < 0
                     ? "is in the header"
                     : "is in section " + std::to_string(section) + (section == 0 ? "" : ", after the third"),
-                text, false);
+                text, section >= 0);
     }
   }
 }
@@ -67,9 +73,12 @@ void ReadBeforeEnd(SettingsFileKind kind, const TextLines& lines, CodeFile* file
   for (const TextLine& line : lines) {
     const std::wstring_view text = line.text.GetView();
     if (TrimBlanks(text).empty()) continue;
+    const LineFindings found{line.number, &file->findings};
     if (ended)
-      LineFindings{line.number, &file->findings}.Add("follows the line \"*\" and is never read", text);
-    else if (!IsStarLine(text))
+      found.Add("follows the line \"*\" and is never read", text);
+    else if (IsStarLine(text))
+      CheckStarLine(line, found);
+    else
       ReadEntry(kind, line, 0, file);
     ended = ended || IsStarLine(text);
   }

@@ -225,6 +225,8 @@ void InputFile::Close() { system_.reset(); }
 
 std::wstring_view PathSeparators() { return L"\\/"; }
 
+std::optional<std::string> DrivePath(std::string_view name) { return PlainDrivePath(PathFromSystem(name)); }
+
 CString PathFromSystem(std::string_view name) { return CString(TextFromNativePath(name)); }
 
 CString PathAsSpelled(std::string_view name) { return CString(kAsSpelled) + PathFromSystem(name); }

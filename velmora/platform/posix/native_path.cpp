@@ -179,13 +179,19 @@ std::string UserDataFolder() {
   return home.empty() ? home : home + "/.local/share";
 }
 
+std::optional<std::string> PlainDrivePath(const CString& path) {
+  const std::optional<std::string> bytes = SlashedPath(path);
+  if (!bytes || DriveLetter(*bytes) == 0) return std::nullopt;
+  return bytes->substr(0, 2) + WithoutDots(std::string_view(*bytes).substr(2));
+}
+
 std::string NativePath(const CString& path) {
   std::optional<std::string> bytes = SlashedPath(path);
   if (!bytes) return {};
-  if (const char letter = DriveLetter(*bytes)) {
-    const std::string folder = DriveFolder(letter);
+  if (const std::optional<std::string> drive_path = PlainDrivePath(path)) {
+    const std::string folder = DriveFolder(DriveLetter(*drive_path));
     if (folder.empty()) return {};
-    *bytes = folder + WithoutDots(std::string_view(*bytes).substr(2));
+    *bytes = folder + drive_path->substr(2);
   }
   return path.GetView().starts_with(kAsSpelled) ? *bytes : MatchNames(*bytes);
 }

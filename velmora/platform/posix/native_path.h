@@ -31,6 +31,10 @@ std::string NativePath(const CString& path);
 // folder.
 std::string NativePathToCreate(const CString& path);
 
+// A path that begins with a drive ("X:", "X:\name" or "\\?\X:\name", but not "X:name") with slashes and
+// without "." and "..". Nothing for any other path.
+std::optional<std::string> PlainDrivePath(const CString& path);
+
 // The text in the system's bytes with slashes, without looking up names. Nothing for invalid text.
 std::optional<std::string> NativeBytes(std::wstring_view text);
 

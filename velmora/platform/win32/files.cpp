@@ -228,6 +228,8 @@ void InputFile::Close() { system_.reset(); }
 
 std::wstring_view PathSeparators() { return L"\\"; }
 
+std::optional<std::string> DrivePath(std::string_view) { return std::nullopt; }
+
 CString PathFromSystem(std::string_view name) {
   std::wstring path = WideFromUtf8(name);
   std::replace(path.begin(), path.end(), L'/', L'\\');
