@@ -3,6 +3,7 @@
 #include <memory>
 #include <span>
 
+#include "cli/input/list_source.h"
 #include "cli/input/rows.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
@@ -38,22 +39,6 @@ void WriteOrRefuse(const ExportInput& input, const std::string& to, const std::v
   output.Finish();
 }
 
-std::string ReadWholeFile(const std::string& file) {
-  constexpr size_t kLargest = size_t{256} << 20;
-  InputFile input;
-  if (!input.Open(PathFromSystem(file))) RefuseUnopened(file);
-  std::string bytes;
-  std::vector<char> block(size_t{1} << 20);
-  for (;;) {
-    const std::int64_t count = input.Read(block);
-    if (count < 0) throw Refusal(At(file, "cannot be read to its end"));
-    if (count == 0) return bytes;
-    bytes.append(block.data(), static_cast<size_t>(count));
-    if (bytes.size() > kLargest)
-      throw Refusal(At(file, "is larger than 256 MB; give a file with the roads alone"));
-  }
-}
-
 std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&) {
   std::string problem;
   std::vector<ImportedRoad> roads = exchange::ReadWktCsv(ReadWholeFile(file), &problem);
@@ -67,8 +52,7 @@ std::vector<ImportedRoad> ReadDrawing(const std::string& file, const ImportOptio
   Finding problem;
   std::vector<ImportedRoad> roads =
       exchange::ReadDxf([&](std::span<char> buffer) { return input.Read(buffer); }, options, &problem);
-  if (!problem.text.empty())
-    throw Refusal(problem.line > 0 ? At(file, problem.line, problem.text) : At(file, problem.text));
+  if (!problem.text.empty()) throw Refusal(At(file, problem.line, problem.text));
   return roads;
 }
 
@@ -90,7 +74,7 @@ std::vector<ImportedRoad> ReadXmlFile(const std::string& file, const ImportOptio
   std::vector<ImportedRoad> roads;
   const std::optional<XmlProblem> problem = exchange::ReadLandXml(open, options, &roads);
   if (!problem) return roads;
-  throw Refusal(problem->line > 0 ? At(file, problem->line, problem->text) : At(file, problem->text));
+  throw Refusal(At(file, problem->line, problem->text));
 }
 
 constexpr ExchangeFormat kFormats[] = {

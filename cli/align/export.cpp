@@ -5,6 +5,7 @@
 #include "cli/align/exchange_formats.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/input/list_source.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
@@ -125,7 +126,7 @@ void AlignExport(const ExportOptions& options) {
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {
     road.borings = ReadBorings(options, &input, &problem);
-    inputs.push_back(options.points);
+    inputs.push_back(FileOfList(options.points));
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
   format.write(road, options.to, inputs);

@@ -71,7 +71,7 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
     if (!finding.misread) continue;
     if (++all > kListed) continue;
     ++shown;
-    Warn(finding.line > 0 ? At(file, finding.line, finding.text) : At(file, finding.text));
+    Warn(At(file, finding.line, finding.text));
   }
   if (all > shown) Warn("and " + std::to_string(all - shown) + " more");
   throw ExitWith{1};

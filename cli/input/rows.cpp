@@ -5,6 +5,7 @@
 
 #include "cli/input/fields.h"
 #include "cli/terminal/error.h"
+#include "velmora/platform/files.h"
 #include "velmora/text/string.h"
 
 namespace velmora::cli {
@@ -73,9 +74,11 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
 }
 
 RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size)
-    : file_(std::move(file)), encoding_(encoding), block_size_(block_size) {
-  const bool good = file_ == "-" ? input_.OpenStandardInput() : input_.Open(PathFromSystem(file_));
-  if (!good) RefuseUnopened(file_);
+    : file_(std::move(file)),
+      source_(OpenList(file_)),
+      encoding_(encoding),
+      block_size_(block_size),
+      line_(source_.first_line) {
   // The bytes are taken as they are until it is known whether a mark is among them.
   encoding_.reset();
   constexpr size_t kLongestMark = 3;
@@ -102,7 +105,7 @@ bool RowReader::More() {
   std::string& to = utf16 ? units_ : pending_;
   const size_t before = to.size();
   to.resize(before + std::min(kMostRead, block_size_));
-  const std::int64_t count = input_.Read(std::span(to).subspan(before));
+  const std::int64_t count = source_.read(std::span(to).subspan(before));
   to.resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (count < 0)
     throw Refusal(At(file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"));

@@ -12,7 +12,7 @@ std::string Name(const std::string& file) { return file == "-" ? "standard input
 std::string At(const std::string& file, const std::string& what) { return Name(file) + ": " + what; }
 
 std::string At(const std::string& file, std::int64_t line, const std::string& what) {
-  return Name(file) + ":" + std::to_string(line) + ": " + what;
+  return line == 0 ? At(file, what) : Name(file) + ":" + std::to_string(line) + ": " + what;
 }
 
 std::string Printable(std::string_view text) {

@@ -27,7 +27,8 @@ struct ExitWith {
   int status;
 };
 
-// "file: what" and "file:7: what"; the name as the user wrote it, "-" as "standard input".
+// "file: what", and "file:7: what" for a line that is not 0; the name as the user wrote it, "-" as "standard
+// input".
 std::string At(const std::string& file, const std::string& what);
 std::string At(const std::string& file, std::int64_t line, const std::string& what);
 
