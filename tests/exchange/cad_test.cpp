@@ -182,7 +182,7 @@ TEST(Cad, AgsLists) {
       "\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\"\r\n\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\"\r\n"
       "\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\",\"F\"\r\n\"DATA\",\"B\",\"x\",\"20\"\n" +
       after;
-  const std::vector<AgsPlace> places = {{9, 1250.1239, -3.456}};
+  const std::vector<AgsPlace> places = {{8, 1250.1239, -3.456}};
   std::string bytes;
   const Sink sink = [&](std::string_view piece) { bytes += piece; };
   WriteAgs(added, "Väg \"1\"", places, sink);

@@ -40,7 +40,8 @@ struct LandElement {
   double length = kNotGiven;
   double radius = kNotGiven;  // of a curve; of a spiral at its start, where it may be infinite
   double radius_end = kNotGiven;
-  double direction = kNotGiven;                  // dir of a line
+  double direction = kNotGiven;                  // dir of a line, dirStart of a curve
+  double direction_end = kNotGiven;              // dirEnd of a curve
   std::unique_ptr<std::vector<LandPoint>> list;  // of an irregular line and a chain
 };
 

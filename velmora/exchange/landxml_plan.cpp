@@ -143,14 +143,22 @@ class PlanMaker {
     const kovltype& b = plan_.back();
     const double length = SegmentLength(a, b);
     CheckLength(element, length);
-    if (!IsGiven(element.direction) || units_.radians_per_unit == 0) return;
+    CheckDirection(element, "dir", element.direction, std::atan2(b.x - a.x, b.y - a.y), length);
+  }
+
+  // `given` is an attribute, `from_east` what the coordinates give.
+  void CheckDirection(const LandElement& element, const char* attribute, double given, double from_east,
+                      double length) {
+    if (!IsGiven(given) || units_.radians_per_unit == 0) return;
     // Programs count either clockwise from north or counter-clockwise from east.
-    const double given = element.direction * units_.radians_per_unit;
-    const double from_east = std::atan2(b.x - a.x, b.y - a.y);
+    given *= units_.radians_per_unit;
     const double apart = std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
     constexpr double kSameDirection = 1e-4;
     if (apart > kSameDirection && apart * length > kNoticed)
-      Note(element.line, "Line: dir differs from the direction of the coordinates, which is used", &road_);
+      Note(element.line,
+           std::string(NameOf(element.kind)) + ": " + attribute +
+               " differs from the direction of the coordinates, which is used",
+           &road_);
   }
 
   bool AddCurve(const LandElement& element) {
@@ -187,7 +195,11 @@ class PlanMaker {
            "Curve: radius " + FormatFixed(given, 3) + " m, but the coordinates give " +
                FormatFixed(radius, 3) + " m, which is used",
            &road_);
-    CheckLength(element, SegmentLength(plan_[plan_.size() - 2], plan_.back()));
+    const double length = SegmentLength(plan_[plan_.size() - 2], plan_.back());
+    CheckLength(element, length);
+    const double quarter = element.clockwise ? -std::acos(0.0) : std::acos(0.0);
+    CheckDirection(element, "dirStart", element.direction, std::atan2(a.v, a.h) + quarter, length);
+    CheckDirection(element, "dirEnd", element.direction_end, std::atan2(b.v, b.h) + quarter, length);
     return true;
   }
 

@@ -193,7 +193,8 @@ class AlignmentsHandler final : public XmlHandler {
       element.length = NumberOf(attributes, "length");
       element.radius = NumberOf(attributes, kind == LandKind::kSpiral ? "radiusStart" : "radius");
       element.radius_end = NumberOf(attributes, "radiusEnd");
-      element.direction = NumberOf(attributes, "dir");
+      element.direction = NumberOf(attributes, kind == LandKind::kCurve ? "dirStart" : "dir");
+      element.direction_end = NumberOf(attributes, "dirEnd");
       return kind == LandKind::kChain ? Place::kChain : Place::kElement;
     }
     if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
