@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <span>
+#include <type_traits>
 
 #include "cli/input/list_source.h"
 #include "cli/input/rows.h"
@@ -22,21 +23,30 @@ using exchange::ExportInput;
 using exchange::ImportedRoad;
 using exchange::ImportOptions;
 
-// Of a format that is written from its first byte to its last.
-template <void (*kWrite)(const ExportInput&, const exchange::Sink&)>
-void WriteText(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
+// Of a format that holds every road.
+template <auto kWrite>
+std::string WriteText(const ExportInput& input, const std::string& to,
+                      const std::vector<std::string>& inputs) {
   OutputFile output(to, inputs);
-  kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
+  const exchange::Sink sink = [&](std::string_view bytes) { output.Write(bytes); };
+  std::string note;
+  if constexpr (std::is_void_v<decltype(kWrite(input, sink))>)
+    kWrite(input, sink);
+  else
+    note = kWrite(input, sink);
   output.Finish();
+  return note;
 }
 
-// Of a format that cannot hold every road.
+// Of one that does not: what is returned is the reason.
 template <std::string (*kWrite)(const ExportInput&, const exchange::Sink&)>
-void WriteOrRefuse(const ExportInput& input, const std::string& to, const std::vector<std::string>& inputs) {
+std::string WriteOrRefuse(const ExportInput& input, const std::string& to,
+                          const std::vector<std::string>& inputs) {
   OutputFile output(to, inputs);
   const std::string problem = kWrite(input, [&](std::string_view bytes) { output.Write(bytes); });
   if (!problem.empty()) throw Refusal(At(to, problem));
   output.Finish();
+  return {};
 }
 
 std::vector<ImportedRoad> ReadCsv(const std::string& file, const ImportOptions&) {

@@ -14,8 +14,9 @@ struct ExchangeFormat {
   bool has_layers;     // --layer applies
   bool has_profile;    // the profile is written
 
-  // Writes the file in one step. `inputs` are the files that the command reads. Throws a Refusal.
-  void (*write)(const exchange::ExportInput& input, const std::string& to,
+  // Writes the file in one step. `inputs` are the files that the command reads. Returns a note for the user,
+  // or nothing. Throws a Refusal.
+  std::string (*write)(const exchange::ExportInput& input, const std::string& to,
                 const std::vector<std::string>& inputs);
   // Every alignment of the file, its arcs as they are there. Throws a Refusal for a file that is not of this
   // format.

@@ -129,7 +129,7 @@ void AlignExport(const ExportOptions& options) {
     inputs.push_back(FileOfList(options.points));
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
-  format.write(road, options.to, inputs);
+  const std::string note = format.write(road, options.to, inputs);
   const std::int64_t skipped = input.skipped.Count();
   if (skipped > 0)
     Warn(At(options.file, input.skipped.listed.front().line,
@@ -144,6 +144,7 @@ void AlignExport(const ExportOptions& options) {
                           (road.borings.points.empty()
                                ? ""
                                : ", " + std::to_string(road.borings.points.size()) + " points beside it")));
+  if (!note.empty()) Warn(At(options.to, note));
   if (problem.empty()) return;
   Warn(problem);
   throw ExitWith{1};

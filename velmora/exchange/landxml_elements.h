@@ -21,7 +21,7 @@ inline bool IsGiven(double value) { return !std::isnan(value); }
 struct LandPoint {
   double north = kNotGiven;
   double east = kNotGiven;
-  int reference = -1;  // number of a CgPoint's name
+  int reference = -1;  // number of a point's name
 
   bool IsKnown() const { return IsGiven(north) && IsGiven(east); }
 };
@@ -76,7 +76,7 @@ struct LandAlignment {
 struct LandUnits {
   std::int64_t line = 0;
   std::string linear;           // "meter", "foot"; empty where the file does not say
-  double radians_per_unit = 1;  // of directions; 0: degrees, minutes and seconds as one number
+  double radians_per_unit = 1;  // of directions; 0: degrees, minutes and seconds as 45.3025
 };
 
 // Makes the road of an alignment whose points are all known.

@@ -19,6 +19,17 @@ double Positive(double angle) { return angle < 0 ? angle + 2 * std::acos(-1.0) :
 // The difference of two angles, from 0 to half a circle.
 double Apart(double a, double b) { return std::fabs(std::remainder(a - b, 2 * std::acos(-1.0))); }
 
+// `unit` as in LandUnits.
+double Radians(double angle, double unit) {
+  if (unit != 0) return angle * unit;
+  // Seconds are rounded, so that 29.9999... minutes are 30.
+  const double seconds = std::round(std::fabs(angle) * 1e8) / 1e4;
+  const double degrees = std::floor(seconds / 1e4);
+  const double minutes = std::floor((seconds - degrees * 1e4) / 100);
+  const double whole = degrees + minutes / 60 + (seconds - degrees * 1e4 - minutes * 100) / 3600;
+  return std::copysign(whole * std::acos(-1.0) / 180, angle);
+}
+
 const char* NameOf(LandKind kind) {
   switch (kind) {
     case LandKind::kLine:
@@ -149,9 +160,9 @@ class PlanMaker {
   // `given` is an attribute, `from_east` what the coordinates give.
   void CheckDirection(const LandElement& element, const char* attribute, double given, double from_east,
                       double length) {
-    if (!IsGiven(given) || units_.radians_per_unit == 0) return;
+    if (!IsGiven(given)) return;
+    given = Radians(given, units_.radians_per_unit);
     // Programs count either clockwise from north or counter-clockwise from east.
-    given *= units_.radians_per_unit;
     const double apart = std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
     constexpr double kSameDirection = 1e-4;
     if (apart > kSameDirection && apart * length > kNoticed)
