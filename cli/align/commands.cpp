@@ -68,9 +68,11 @@ void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
   AddFile(verb, &options->file);
-  verb->add_option("--points", options->points, "CSV with id, northing, easting and, where known, level")
+  verb->add_option("--points", options->points,
+                   "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
+                   "where known, level")
       ->required()
-      ->type_name("CSV");
+      ->type_name("LIST");
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
@@ -98,9 +100,10 @@ void AddPlace(CLI::App* align) {
   auto options = std::make_shared<PlaceOptions>();
   CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points, with profile levels");
   AddFile(verb, &options->file);
-  verb->add_option("--stations", options->stations, "CSV with id, station and offset")
+  verb->add_option("--stations", options->stations,
+                   "Stations: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, station and offset")
       ->required()
-      ->type_name("CSV");
+      ->type_name("LIST");
   AddListOptions(verb, StationRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
@@ -176,7 +179,7 @@ void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings to draw: CSV, as for locate")->type_name("CSV");
+  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
   verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
@@ -198,8 +201,8 @@ void AddExport(CLI::App* align) {
                    "File to write; the ending chooses the format: " + exchange::RoadFormatEndings())
       ->required()
       ->type_name("OUT");
-  verb->add_option("--points", options->points, "Points to write with their places: CSV, as for locate")
-      ->type_name("CSV");
+  verb->add_option("--points", options->points, "Points to write with their places: a list as for locate")
+      ->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddValue(verb, "--stations", "M", "A mark every M metres of station",

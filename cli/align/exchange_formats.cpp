@@ -22,12 +22,15 @@ std::vector<exchange::ImportedRoad> ReadRoads(const exchange::RoadFormat& format
   return roads;
 }
 
-void WriteRoad(const exchange::RoadFormat& format, const exchange::ExportInput& input, const std::string& to,
-               const std::vector<std::string>& inputs) {
+std::string WriteRoad(const exchange::RoadFormat& format, const exchange::ExportInput& input,
+                      const std::string& to, const std::vector<std::string>& inputs) {
   OutputFile output(to, inputs);
-  const std::string problem = format.write(input, [&](std::string_view bytes) { output.Write(bytes); });
+  std::string note;
+  const std::string problem = format.write(
+      input, [&](std::string_view bytes) { output.Write(bytes); }, &note);
   if (!problem.empty()) throw Refusal(At(to, problem));
   output.Finish();
+  return note;
 }
 
 }  // namespace velmora::cli

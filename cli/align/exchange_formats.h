@@ -15,9 +15,10 @@ const exchange::RoadFormat& FormatOf(const std::string& file);
 // Every alignment of the file. Throws a Refusal for a file that is not of this format.
 std::vector<exchange::ImportedRoad> ReadRoads(const exchange::RoadFormat& format, const std::string& file,
                                               const exchange::ImportOptions& options);
-// Writes the file in one step. `inputs` are the files that the command reads. Throws a Refusal.
-void WriteRoad(const exchange::RoadFormat& format, const exchange::ExportInput& input, const std::string& to,
-               const std::vector<std::string>& inputs);
+// Writes the file in one step. `inputs` are the files that the command reads. Returns a note for the user, or
+// nothing. Throws a Refusal.
+std::string WriteRoad(const exchange::RoadFormat& format, const exchange::ExportInput& input,
+                      const std::string& to, const std::vector<std::string>& inputs);
 
 }  // namespace velmora::cli
 

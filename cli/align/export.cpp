@@ -5,6 +5,7 @@
 #include "cli/align/exchange_formats.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
+#include "cli/input/list_source.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
@@ -125,10 +126,10 @@ void AlignExport(const ExportOptions& options) {
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {
     road.borings = ReadBorings(options, &input, &problem);
-    inputs.push_back(options.points);
+    inputs.push_back(FileOfList(options.points));
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
-  WriteRoad(format, road, options.to, inputs);
+  const std::string note = WriteRoad(format, road, options.to, inputs);
   const std::int64_t skipped = input.skipped.Count();
   if (skipped > 0)
     Warn(At(options.file, input.skipped.listed.front().line,
@@ -143,6 +144,7 @@ void AlignExport(const ExportOptions& options) {
                           (road.borings.points.empty()
                                ? ""
                                : ", " + std::to_string(road.borings.points.size()) + " points beside it")));
+  if (!note.empty()) Warn(At(options.to, note));
   if (problem.empty()) return;
   Warn(problem);
   throw ExitWith{1};

@@ -3,10 +3,12 @@
 #include <limits>
 #include <numeric>
 
+#include "cli/align/ags_result.h"
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
 #include "cli/align/swapped_points.h"
+#include "cli/input/list_source.h"
 #include "cli/input/repeated_ids.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
@@ -255,10 +257,13 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
 // Writes finished blocks and collects the notes for the end.
 class Results {
  public:
-  Results(const LocateOptions& options, const PlanBounds& bounds, const PointList& points)
+  Results(const LocateOptions& options, const AlignmentInput& input, const PlanBounds& bounds,
+          const PointList& points)
       : options_(options),
-        format_(options.output.Format()),
-        output_(options.output.file, {options.file, options.points}),
+        ags_(AgsResult::IsWanted(options) ? std::optional<AgsResult>({options.points, input.Name()})
+                                          : std::nullopt),
+        format_(ags_ ? OutputFormat::kTable : options.output.Format()),
+        output_(options.output.file, {options.file, FileOfList(options.points)}),
         records_(output_, format_, WithCarried(points.Layout(), LocateColumns())),
         swapped_(bounds),
         progress_("Placing points", points.Size()) {}
@@ -285,18 +290,28 @@ class Results {
       return;
     }
     for (size_t i = 0; i < block.points.size(); ++i) {
-      if (IsLeftOut(options_, block.points[i], block.placings[i])) continue;
+      const Placing& placing = block.placings[i];
+      if (IsLeftOut(options_, block.points[i], placing)) continue;
+      if (ags_) {
+        if (block.points[i].problem.empty() && HasPlace(placing.status))
+          ags_->Add({block.points[i].line, placing.station, placing.offset});
+        continue;
+      }
       CellRow row;
       for (size_t column = 0; column < block.carried.Columns(); ++column)
         row.cells.emplace_back(std::string(block.carried.Field(i, column)));
-      AddColumns(block.points[i], block.placings[i], options_.output.km, &row);
+      AddColumns(block.points[i], placing, options_.output.km, &row);
       records_.Row(row.cells);
     }
   }
 
   void Finish(const Placer& placer) {
-    records_.Finish();
-    if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
+    if (ags_) {
+      ags_->Write(output_);
+    } else {
+      records_.Finish();
+      if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
+    }
     output_.Finish();
     progress_.Clear();
     ids_.Report(options_.points);
@@ -313,7 +328,8 @@ class Results {
 
  private:
   const LocateOptions& options_;
-  OutputFormat format_;
+  std::optional<AgsResult> ags_;
+  OutputFormat format_;  // without ags_
   OutputFile output_;
   RecordWriter records_;
   SwappedPoints swapped_;
@@ -336,7 +352,7 @@ void AlignLocate(const LocateOptions& options) {
   PointList points(options.points, options.list);
   points.Report();
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;
-  Results results(options, bounds, points);
+  Results results(options, input, bounds, points);
   const Placer placer(&input, options.mode, AreaOf(options), options.max_offset);
   const ListLayout& layout = points.Layout();
   OrderedWorkers<Block> workers(placer.IsThreadSafe() ? options.threads : 1, [&](Block* block) {

@@ -6,6 +6,7 @@
 #include "cli/align/placing.h"
 #include "cli/input/carried_columns.h"
 #include "cli/input/list_reader.h"
+#include "cli/input/list_source.h"
 #include "cli/input/repeated_ids.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
@@ -61,7 +62,7 @@ void AlignPlace(const PlaceOptions& options) {
   const RowFields& fields = list.Fields();
   const size_t carried = layout.carried.size();
   const std::vector<Column> columns = WithCarried(layout, PlaceColumns());
-  OutputFile output(options.output.file, {options.file, options.stations});
+  OutputFile output(options.output.file, {options.file, FileOfList(options.stations)});
   RecordWriter records(output, options.output.Format(), columns);
   Progress progress("Placing stations", list.Size());
   RepeatedIds ids;

@@ -2,6 +2,7 @@
 #include "cli/align/placing.h"
 #include "cli/align/point_list.h"
 #include "cli/align/swapped_points.h"
+#include "cli/input/list_source.h"
 #include "cli/input/repeated_ids.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
@@ -94,7 +95,7 @@ void AlignPlot(const PlotOptions& options) {
   drawing.plan = std::move(input.plan);
   drawing.profile = std::move(input.profile);
   std::vector<std::string> inputs = {options.file};
-  if (!options.points.empty()) inputs.push_back(options.points);
+  if (!options.points.empty()) inputs.push_back(FileOfList(options.points));
   OutputFile output(options.to, inputs);
   drawing::SvgCanvas canvas;
   drawing::DrawAlignment(drawing, canvas);

@@ -1,14 +1,29 @@
 #include "cli/input/list_reader.h"
 
 #include "cli/input/find_columns.h"
+#include "cli/input/list_source.h"
 #include "cli/terminal/error.h"
 
 namespace velmora::cli {
+namespace {
+
+// The options as they apply to the list.
+const ListOptions& Checked(const ListOptions& options, const std::string& file) {
+  const char* const option = options.delimiter != 0 ? "--delimiter"
+                             : options.decimal      ? "--decimal"
+                             : options.encoding     ? "--encoding"
+                                                    : nullptr;
+  if (option != nullptr && !IsTextList(file))
+    throw WrongUsage(std::string(option) + " does not apply to " + Quoted(file) + ", which is not text");
+  return options;
+}
+
+}  // namespace
 
 ListReader::ListReader(const std::string& file, const std::vector<Role>& roles, const ListOptions& options,
                        size_t block_size)
     : roles_(roles),
-      rows_(file, options.encoding, block_size),
+      rows_(file, Checked(options, file).encoding, block_size),
       layout_(FindColumns(roles, options, &rows_)),
       fields_(layout_) {
   constexpr size_t kUsualColumns = 8;

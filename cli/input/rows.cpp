@@ -5,7 +5,8 @@
 
 #include "cli/input/fields.h"
 #include "cli/terminal/error.h"
-#include "velmora/platform/open_problem.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/whole_file.h"
 #include "velmora/text/string.h"
 
 namespace velmora::cli {
@@ -69,9 +70,11 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
 }
 
 RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size)
-    : file_(std::move(file)), encoding_(encoding), block_size_(block_size) {
-  const bool good = file_ == "-" ? input_.OpenStandardInput() : input_.Open(PathFromSystem(file_));
-  if (!good) RefuseUnopened(file_);
+    : file_(std::move(file)),
+      source_(OpenList(file_)),
+      encoding_(encoding),
+      block_size_(block_size),
+      line_(source_.first_line) {
   constexpr size_t kLongestMark = 3;
   while (pending_.size() < kLongestMark && !at_end_) ReadInto(&pending_);
   const TextEncoding marked = EncodingFromMark(pending_);
@@ -104,7 +107,7 @@ void RowReader::ReadInto(std::string* to) {
   constexpr size_t kMostRead = size_t{256} << 10;
   const size_t before = to->size();
   to->resize(before + std::min(kMostRead, block_size_));
-  const std::int64_t count = input_.Read(std::span(*to).subspan(before));
+  const std::int64_t count = source_.read(std::span(*to).subspan(before));
   to->resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (count < 0)
     throw Refusal(At(file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"));

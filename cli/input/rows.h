@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "velmora/platform/files.h"
+#include "cli/input/list_source.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::cli {
@@ -69,7 +69,7 @@ class RowReader {
  public:
   static constexpr size_t kBlockSize = size_t{512} << 10;
 
-  // "-" is standard input. `encoding` is that of a file without a byte-order mark; nothing: as in RowBlock.
+  // `file` as for OpenList. `encoding` is that of a file without a byte-order mark; nothing: as in RowBlock.
   // Blocks have about `block_size` bytes. Throws a Refusal when the file cannot be opened.
   RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size = kBlockSize);
 
@@ -93,7 +93,7 @@ class RowReader {
   // Of the next row.
   std::int64_t Line() const { return line_; }
   const std::string& File() const { return file_; }
-  std::uint64_t Size() const { return input_.Size(); }  // bytes, 0 when unknown
+  std::uint64_t Size() const { return source_.size; }   // bytes, 0 when unknown
   std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress
   [[noreturn]] void RefuseLongRow(std::int64_t line) const;
 
@@ -104,13 +104,13 @@ class RowReader {
   void EndAtMark(size_t from);
 
   std::string file_;
-  InputFile input_;
+  ListSource source_;
   std::optional<TextEncoding> encoding_;  // of the file
   size_t block_size_;
   std::string pending_;
   size_t start_ = 0;
   std::string units_;  // UTF-16 not yet decoded
-  std::int64_t line_ = 1;
+  std::int64_t line_;
   std::uint64_t consumed_ = 0;
   bool at_end_ = false;
 };

@@ -80,13 +80,15 @@ TEST(Cad, RoadsComeBack) {
         ReadGeoPackage(folder.File(L"a.gpkg"), "ALIGNMENT_STROKED", &problem);
     ASSERT_EQ(stroked.size(), 1U);
     EXPECT_LE(LargestDistance(Chords(input.road.plan, input.chord_error), stroked[0].road.plan), 1e-6);
-    const LocatedPoints borings = ReadGeoPackagePoints(folder.File(L"a.gpkg"), "borings", &problem);
-    ASSERT_EQ(borings.points.size(), 1U);
-    EXPECT_EQ(borings.points[0].id, input.borings.points[0].id);
-    EXPECT_EQ(borings.own_titles.back(), "column");
+    GeoPackagePoints borings(folder.File(L"a.gpkg"), "borings");
+    ASSERT_TRUE(borings.Next() && borings.Place());
+    EXPECT_EQ(borings.Place()->northing, 6.5e6);
+    EXPECT_EQ(borings.Titles().back(), "column");
     const std::vector<std::string> own = {"1", "21T03\nå", "3", "3", "-0.125", "V",
                                           "",  "",         "",  "a", "b",      "c"};
-    EXPECT_EQ(borings.points[0].own, own);
+    for (size_t i = 0; i < own.size(); ++i) EXPECT_EQ(borings.Field(i), own[i]);
+    EXPECT_FALSE(borings.Next());
+    EXPECT_EQ(borings.Problem(), "");
     EXPECT_EQ(problem, "");
   }
 }
@@ -180,18 +182,10 @@ TEST(Cad, AgsLists) {
       "\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\"\r\n\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\"\r\n"
       "\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\",\"F\"\r\n\"DATA\",\"B\",\"x\",\"20\"\n" +
       after;
-  AgsList list = ReadAgs(added);
-  ASSERT_EQ(list.rows.size(), 2U);
-  EXPECT_EQ(list.own_titles, std::vector<std::string>{"FILE_FSET"});
-  EXPECT_EQ(list.rows[0].point.id, "A \"1\", å");
-  EXPECT_TRUE(list.rows[0].point.easting == 10.5 && list.rows[0].point.northing == 20 &&
-              !list.rows[0].point.level);
-  EXPECT_EQ(list.rows[1].problem, "LOCA_NATE \"x\" is not a number");
-  list.rows[0].point.station = 1250.1239;
-  list.rows[0].point.offset = -3.456;
+  const std::vector<AgsPlace> places = {{8, 1250.1239, -3.456}};
   std::string bytes;
   const Sink sink = [&](std::string_view piece) { bytes += piece; };
-  WriteAgs(added, "Väg \"1\"", list.rows, sink);
+  WriteAgs(added, "Väg \"1\"", places, sink);
   const std::string filled =
       before +
       "\"HEADING\",\"LOCA_ID\",\"LOCA_NATE\",\"LOCA_NATN\",\"LOCA_GL\",\"LOCA_ALID\",\"LOCA_OFFS\","
@@ -202,10 +196,8 @@ TEST(Cad, AgsLists) {
       after;
   EXPECT_EQ(bytes, filled);
   bytes.clear();
-  WriteAgs(filled, "Väg \"1\"", list.rows, sink);
+  WriteAgs(filled, "Väg \"1\"", places, sink);
   EXPECT_EQ(bytes, filled);
-  EXPECT_EQ(ReadAgs("\"GROUP\",\"LOCA\"\n\"HEADING\",\"LOCA_LOCX\"\n").problem.line, 2);
-  EXPECT_EQ(ReadAgs(before + after).problem.text, "has no group LOCA");
 }
 
 }  // namespace

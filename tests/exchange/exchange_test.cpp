@@ -20,7 +20,7 @@ constexpr double kExact = 1e-5;  // m
 
 // --- the formats
 
-template <void (*kWrite)(const ExportInput&, const Sink&)>
+template <auto kWrite>
 std::string Written(const ExportInput& input) {
   std::string bytes;
   kWrite(input, [&](std::string_view more) { bytes += more; });

@@ -17,7 +17,7 @@
 #include "velmora/exchange/import.h"
 #include "velmora/exchange/road_formats.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/open_problem.h"
+#include "velmora/platform/whole_file.h"
 
 using velmora::kovltype;
 using velmora::c::Failure;
@@ -203,7 +203,8 @@ void SaveRoad(const velmora_road& road, const char* path, const velmora_write_op
     input.stations = StationsEach(options.stations_every, input.road.plan);
     Require(options.chord_error > 0, "chord_error is not above 0");
     input.chord_error = options.chord_error;
-    const std::string problem = format->write(input, sink);
+    std::string note;
+    const std::string problem = format->write(input, sink, &note);
     if (!problem.empty()) throw Failure{VELMORA_NOT_SUPPORTED, problem, path};
   }
   if (!good || !file.Commit())

@@ -3,7 +3,7 @@
 #include "velmora/c/handles.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/open_problem.h"
+#include "velmora/platform/whole_file.h"
 #include "velmora/platform/text_file.h"
 #include "velmora/project/named_paths.h"
 #include "velmora/settings/code_files.h"

@@ -15,36 +15,44 @@
 #include <string_view>
 #include <vector>
 
-#include "velmora/exchange/road.h"
+#include "velmora/common/finding.h"
+#include "velmora/exchange/ags_lines.h"
 #include "velmora/exchange/sink.h"
 
 namespace velmora::exchange {
 
-// Of LOCA. The local grid LOCA_LOCX, LOCA_LOCY is read only when it is named here.
-struct AgsColumns {
-  std::string easting = "LOCA_NATE";
-  std::string northing = "LOCA_NATN";
-  std::string level = "LOCA_GL";
+// Reads the rows of LOCA, one after the other, from the bytes of a file, which outlive this.
+class AgsRows {
+ public:
+  explicit AgsRows(std::string_view bytes) : lines_(bytes) {}
+
+  // The headings, then each DATA row. False at the end, and when Problem() is set.
+  bool Next();
+  std::int64_t Line() const { return lines_.Number(); }
+  // The fields as UTF-8, without "HEADING" or "DATA".
+  size_t Fields() const { return lines_.Line().fields.size() - 1; }
+  std::string Field(size_t column) const { return lines_.Field(column + 1); }
+  // Why the list cannot be read on; the text is empty otherwise.
+  const Finding& Problem() const { return problem_; }
+
+ private:
+  bool Refuse(std::string why);
+
+  AgsLines lines_;
+  bool has_heading_ = false;
+  Finding problem_;
 };
 
-struct AgsRow {
-  LocatedPoint point;  // `own` in the order of own_titles, as far as the row goes
-  std::int64_t line = 0;
-  std::string problem;  // why it is not a point; empty for one
+struct AgsPlace {
+  std::int64_t line = 0;  // of the DATA row
+  double station = 0;
+  double offset = 0;
 };
-
-struct AgsList {
-  std::vector<std::string> own_titles;  // the other headings of LOCA
-  std::vector<AgsRow> rows;             // every DATA row of LOCA, in order
-  Finding problem;                      // why there is no list; its text is empty otherwise
-};
-AgsList ReadAgs(std::string_view bytes, const AgsColumns& columns = {});
 
 // Writes the file again with LOCA_ALID (the alignment's name), LOCA_OFFS and LOCA_CNGE filled in the rows
-// that have a station, with the decimals that their TYPE says; every other byte is as it was. Headings that
-// are missing are added where the standard's order has them. `rows` are those of ReadAgs, stations and
-// offsets set.
-void WriteAgs(std::string_view bytes, const std::string& alignment, const std::vector<AgsRow>& rows,
+// of `places`, which are in the order of their lines, with the decimals that their TYPE says; every other
+// byte is as it was. Headings that are missing are added where the standard's order has them.
+void WriteAgs(std::string_view bytes, const std::string& alignment, const std::vector<AgsPlace>& places,
               const Sink& sink);
 
 }  // namespace velmora::exchange

@@ -5,7 +5,6 @@
 //   alignment_stroked  LINESTRING M     the same, with chords for arcs, for programs that know no curves
 //   stations           POINT            station, label; when there are any
 //   borings            POINT            id, level, station, offset, side, profile_level, difference, status,
-//   and
 //                                       the list's own columns; when there are any
 //
 // x is easting and y is northing, in metres; a measure is a station. The spatial reference is named by its
@@ -14,13 +13,22 @@
 #ifndef VELMORA_EXCHANGE_GEOPACKAGE_H_
 #define VELMORA_EXCHANGE_GEOPACKAGE_H_
 
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "velmora/exchange/road.h"
 #include "velmora/exchange/sink.h"
+#include "velmora/exchange/wkb.h"
 #include "velmora/text/string.h"
+
+namespace velmora {
+class TableDatabase;
+class TableStatement;
+}  // namespace velmora
 
 namespace velmora::exchange {
 
@@ -32,9 +40,35 @@ std::string WriteGeoPackage(const ExportInput& input, const Sink& sink);
 // layer; equal names get the numbers of their features. *problem says why the file as a whole is refused.
 std::vector<ImportedRoad> ReadGeoPackage(const CString& path, std::string_view layer, std::string* problem);
 
-// The points of a layer, or of the only layer of points; `own` is all columns but the geometry. The id is the
-// column "id", "name" or "namn", else the feature's number; the level is that of the geometry, if it has one.
-LocatedPoints ReadGeoPackagePoints(const CString& path, std::string_view layer, std::string* problem);
+// Reads the features of a layer, or of the only layer of points, one after the other.
+class GeoPackagePoints {
+ public:
+  GeoPackagePoints(const CString& path, std::string_view layer);
+  ~GeoPackagePoints();
+
+  // Why the layer cannot be read, or not to its end; else empty.
+  const std::string& Problem() const { return problem_; }
+  // Of all columns but the geometry.
+  const std::vector<std::string>& Titles() const { return titles_; }
+  // Whether points may have levels.
+  bool HasLevels() const { return has_levels_; }
+
+  bool Next();
+  std::int64_t Number() const;
+  // Nothing for a feature that is not a point.
+  const std::optional<BlobPoint>& Place() const { return place_; }
+  // By the number of its title.
+  std::string Field(size_t column) const;
+
+ private:
+  std::unique_ptr<TableDatabase> database_;
+  std::unique_ptr<TableStatement> rows_;
+  std::string problem_;
+  std::vector<std::string> titles_;
+  bool has_levels_ = false;
+  int geometry_ = -1;  // its column
+  std::optional<BlobPoint> place_;
+};
 
 }  // namespace velmora::exchange
 

@@ -17,13 +17,12 @@ namespace {
 
 constexpr size_t kMostRoads = 100'000;
 constexpr size_t kMostLinePoints = 10'000'000;
-constexpr size_t kMostPoints = 5'000'000;
-constexpr size_t kMostPointBytes = size_t{1} << 30;  // of all columns
 
 struct Layer {
   std::string table;
   std::string geometry;  // its column
   bool degrees = false;
+  bool has_levels = false;  // its geometries may have them
 };
 
 bool SameName(std::string_view a, std::string_view b) {
@@ -42,11 +41,11 @@ std::vector<Layer> LayersOf(TableDatabase* database, std::string_view wanted,
   std::vector<Layer> layers;
   TableStatement rows(
       database,
-      "SELECT g.table_name, g.column_name, g.geometry_type_name, s.definition "
+      "SELECT g.table_name, g.column_name, g.geometry_type_name, s.definition, g.z "
       "FROM gpkg_geometry_columns g LEFT JOIN gpkg_spatial_ref_sys s ON s.srs_id = g.srs_id LIMIT 10000");
   while (rows.Next()) {
     const Layer layer{std::string(rows.Bytes(0)), std::string(rows.Bytes(1)),
-                      rows.Bytes(3).starts_with("GEO")};
+                      rows.Bytes(3).starts_with("GEO"), rows.Integer(4) != 0};
     if (wanted.empty() ? IsOneOf(rows.Bytes(2), types) : SameName(layer.table, wanted))
       layers.push_back(layer);
   }
@@ -164,53 +163,47 @@ std::vector<ImportedRoad> ReadGeoPackage(const CString& path, std::string_view l
   return reader.Roads();
 }
 
-LocatedPoints ReadGeoPackagePoints(const CString& path, std::string_view layer, std::string* problem) {
-  TableDatabase database;
-  (void)database.OpenToRead(path);
-  const std::vector<Layer> layers = LayersOf(&database, layer, {"POINT", "MULTIPOINT"});
+GeoPackagePoints::GeoPackagePoints(const CString& path, std::string_view layer)
+    : database_(std::make_unique<TableDatabase>()) {
+  (void)database_->OpenToRead(path);
+  const std::vector<Layer> layers = LayersOf(database_.get(), layer, {"POINT", "MULTIPOINT"});
   if (layers.empty()) {
-    *problem = NoLayer(database, layer, "points");
+    problem_ = NoLayer(*database_, layer, "points");
   } else if (layers.size() > 1) {
-    *problem = "has several layers of points; name one after a colon:";
-    for (const Layer& found : layers) *problem += " " + Quoted(found.table);
+    problem_ = "has several layers of points; name one after a colon:";
+    for (const Layer& found : layers) problem_ += " " + Quoted(found.table);
   } else if (layers[0].degrees) {
-    *problem = InDegrees(layers[0]);
+    problem_ = InDegrees(layers[0]);
   }
-  if (!problem->empty()) return {};
+  if (!problem_.empty()) return;
+  has_levels_ = layers[0].has_levels;
+  rows_ = std::make_unique<TableStatement>(database_.get(), Select(layers[0]));
+  geometry_ = Find(*rows_, {layers[0].geometry});
+  for (int i = 1; i < rows_->Columns(); ++i)
+    if (i != geometry_) titles_.push_back(rows_->ColumnName(i));
+  if (!database_->Error().empty())
+    problem_ = CannotRead(*database_);
+  else if (geometry_ < 0)
+    problem_ = "layer " + Quoted(layers[0].table) + " lacks its column of geometries";
+}
 
-  LocatedPoints list;
-  TableStatement rows(&database, Select(layers[0]));
-  const int geometry = Find(rows, {layers[0].geometry});
-  const int name = Find(rows, {"id", "name", "namn"});
-  for (int i = 1; i < rows.Columns(); ++i)
-    if (i != geometry) list.own_titles.push_back(rows.ColumnName(i));
-  size_t bytes = 0;
-  while (geometry >= 0 && rows.Next()) {
-    const auto at = ReadPointBlob(rows.Bytes(geometry));
-    if (!at) {
-      *problem = "feature " + std::to_string(rows.Integer(0)) + " of layer " + Quoted(layers[0].table) +
-                 " is not a point";
-      return {};
-    }
-    LocatedPoint& point = list.points.emplace_back();
-    point.northing = at->northing;
-    point.easting = at->easting;
-    point.level = at->level;
-    if (name >= 0) point.id = Text(rows, name);
-    if (point.id.empty()) point.id = std::to_string(rows.Integer(0));
-    for (int i = 1; i < rows.Columns(); ++i) {
-      if (i == geometry) continue;
-      point.own.push_back(Text(rows, i));
-      bytes += sizeof(std::string) + point.own.back().size();
-    }
-    if (list.points.size() > kMostPoints || bytes > kMostPointBytes) {
-      *problem = "has more points than can be read";
-      return {};
-    }
+GeoPackagePoints::~GeoPackagePoints() = default;
+
+bool GeoPackagePoints::Next() {
+  if (!problem_.empty()) return false;
+  if (!rows_->Next()) {
+    if (!database_->Error().empty()) problem_ = CannotRead(*database_);
+    return false;
   }
-  if (!database.Error().empty()) *problem = CannotRead(database);
-  if (!problem->empty()) return {};
-  return list;
+  place_ = ReadPointBlob(rows_->Bytes(geometry_));
+  return true;
+}
+
+std::int64_t GeoPackagePoints::Number() const { return rows_->Integer(0); }
+
+std::string GeoPackagePoints::Field(size_t column) const {
+  const int at = static_cast<int>(column) + 1;
+  return Text(*rows_, at < geometry_ ? at : at + 1);
 }
 
 }  // namespace velmora::exchange

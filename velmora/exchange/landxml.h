@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "velmora/exchange/road.h"
@@ -15,7 +16,8 @@
 
 namespace velmora::exchange {
 
-void WriteLandXml(const ExportInput& input, const Sink& sink);
+// Returns a note on points whose ids could not be their names; empty without one.
+std::string WriteLandXml(const ExportInput& input, const Sink& sink);
 
 // Reads all alignments of a file, whatever else it holds. `open` starts the file anew: it is read a second
 // time where points are given by reference. A problem that ended reading is returned; *roads is then

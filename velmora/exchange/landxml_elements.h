@@ -21,7 +21,7 @@ inline bool IsGiven(double value) { return !std::isnan(value); }
 struct LandPoint {
   double north = kNotGiven;
   double east = kNotGiven;
-  int reference = -1;  // number of a CgPoint's name
+  int reference = -1;  // number of a point's name
 
   bool IsKnown() const { return IsGiven(north) && IsGiven(east); }
 };
@@ -40,7 +40,8 @@ struct LandElement {
   double length = kNotGiven;
   double radius = kNotGiven;  // of a curve; of a spiral at its start, where it may be infinite
   double radius_end = kNotGiven;
-  double direction = kNotGiven;                  // dir of a line
+  double direction = kNotGiven;                  // dir of a line, dirStart of a curve
+  double direction_end = kNotGiven;              // dirEnd of a curve
   std::unique_ptr<std::vector<LandPoint>> list;  // of an irregular line and a chain
 };
 
@@ -75,7 +76,7 @@ struct LandAlignment {
 struct LandUnits {
   std::int64_t line = 0;
   std::string linear;           // "meter", "foot"; empty where the file does not say
-  double radians_per_unit = 1;  // of directions; 0: degrees, minutes and seconds as one number
+  double radians_per_unit = 1;  // of directions; 0: degrees, minutes and seconds as 45.3025
 };
 
 // Makes the road of an alignment whose points are all known.

@@ -19,6 +19,17 @@ double Positive(double angle) { return angle < 0 ? angle + 2 * std::acos(-1.0) :
 // The difference of two angles, from 0 to half a circle.
 double Apart(double a, double b) { return std::fabs(std::remainder(a - b, 2 * std::acos(-1.0))); }
 
+// `unit` as in LandUnits.
+double Radians(double angle, double unit) {
+  if (unit != 0) return angle * unit;
+  // Seconds are rounded, so that 29.9999... minutes are 30.
+  const double seconds = std::round(std::fabs(angle) * 1e8) / 1e4;
+  const double degrees = std::floor(seconds / 1e4);
+  const double minutes = std::floor((seconds - degrees * 1e4) / 100);
+  const double whole = degrees + minutes / 60 + (seconds - degrees * 1e4 - minutes * 100) / 3600;
+  return std::copysign(whole * std::acos(-1.0) / 180, angle);
+}
+
 const char* NameOf(LandKind kind) {
   switch (kind) {
     case LandKind::kLine:
@@ -143,14 +154,22 @@ class PlanMaker {
     const kovltype& b = plan_.back();
     const double length = SegmentLength(a, b);
     CheckLength(element, length);
-    if (!IsGiven(element.direction) || units_.radians_per_unit == 0) return;
+    CheckDirection(element, "dir", element.direction, std::atan2(b.x - a.x, b.y - a.y), length);
+  }
+
+  // `given` is an attribute, `from_east` what the coordinates give.
+  void CheckDirection(const LandElement& element, const char* attribute, double given, double from_east,
+                      double length) {
+    if (!IsGiven(given)) return;
+    given = Radians(given, units_.radians_per_unit);
     // Programs count either clockwise from north or counter-clockwise from east.
-    const double given = element.direction * units_.radians_per_unit;
-    const double from_east = std::atan2(b.x - a.x, b.y - a.y);
     const double apart = std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
     constexpr double kSameDirection = 1e-4;
     if (apart > kSameDirection && apart * length > kNoticed)
-      Note(element.line, "Line: dir differs from the direction of the coordinates, which is used", &road_);
+      Note(element.line,
+           std::string(NameOf(element.kind)) + ": " + attribute +
+               " differs from the direction of the coordinates, which is used",
+           &road_);
   }
 
   bool AddCurve(const LandElement& element) {
@@ -187,7 +206,11 @@ class PlanMaker {
            "Curve: radius " + FormatFixed(given, 3) + " m, but the coordinates give " +
                FormatFixed(radius, 3) + " m, which is used",
            &road_);
-    CheckLength(element, SegmentLength(plan_[plan_.size() - 2], plan_.back()));
+    const double length = SegmentLength(plan_[plan_.size() - 2], plan_.back());
+    CheckLength(element, length);
+    const double quarter = element.clockwise ? -std::acos(0.0) : std::acos(0.0);
+    CheckDirection(element, "dirStart", element.direction, std::atan2(a.v, a.h) + quarter, length);
+    CheckDirection(element, "dirEnd", element.direction_end, std::atan2(b.v, b.h) + quarter, length);
     return true;
   }
 

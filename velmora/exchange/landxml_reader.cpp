@@ -68,7 +68,7 @@ double RadiansOf(std::string_view unit) {
   return unit.empty() || unit == "radians" ? 1 : 0;
 }
 
-// The names of CgPoints that points refer to, and their places.
+// The names of points that points refer to, and their places.
 struct References {
   std::unordered_map<std::string, int> numbers;
   std::vector<LandPoint> points;
@@ -193,7 +193,8 @@ class AlignmentsHandler final : public XmlHandler {
       element.length = NumberOf(attributes, "length");
       element.radius = NumberOf(attributes, kind == LandKind::kSpiral ? "radiusStart" : "radius");
       element.radius_end = NumberOf(attributes, "radiusEnd");
-      element.direction = NumberOf(attributes, "dir");
+      element.direction = NumberOf(attributes, kind == LandKind::kCurve ? "dirStart" : "dir");
+      element.direction_end = NumberOf(attributes, "dirEnd");
       return kind == LandKind::kChain ? Place::kChain : Place::kElement;
     }
     if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
@@ -314,17 +315,21 @@ class AlignmentsHandler final : public XmlHandler {
   size_t count_ = 0;
 };
 
-// The places of the CgPoints that are referred to.
+// The places of the points that are referred to: CgPoints, in groups of any depth and of surveys, and named
+// points of alignments. Where both have a name, it is that of the CgPoint.
 class PointsHandler final : public XmlHandler {
  public:
   explicit PointsHandler(References* references) : references_(references) {}
 
   bool Start(std::string_view name, XmlAttributes attributes, std::int64_t) override {
-    if (depth_ == 0 || name == "CgPoints") return Deeper(nullptr);
-    if (name != "CgPoint") return false;
+    for (const char* const way : {"CgPoints", "Survey", "Alignments", "Alignment", "CoordGeom", "Line",
+                                  "Curve", "Spiral", "IrregularLine"})
+      if (depth_ == 0 || name == way) return Deeper(nullptr);
     const auto at = references_->numbers.find(TextOf(attributes, "name"));
     if (at == references_->numbers.end()) return false;
-    return Deeper(&references_->points[static_cast<size_t>(at->second)]);
+    LandPoint& point = references_->points[static_cast<size_t>(at->second)];
+    const bool is_named = name == "Start" || name == "End" || name == "Center" || name == "PI";
+    return (name == "CgPoint" || (is_named && !point.IsKnown())) && Deeper(&point);
   }
   void Text(std::string_view text) override {
     constexpr size_t kLongestPoint = 1000;

@@ -1,4 +1,7 @@
 #include <cmath>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
@@ -88,21 +91,45 @@ void PutProperty(const std::string& label, const std::string& value, TextSink* o
   if (!value.empty()) *out << "<Property label=\"" << label << "\" value=\"" << value << "\"/>";
 }
 
-// Points, each with a feature of its place.
-void PutPoints(const ExportInput& input, TextSink* out) {
+// Names of points, no two the same, as the schema has it.
+class PointNames {
+ public:
+  // A name with a number behind it where it is taken.
+  std::string Take(const std::string& name) {
+    if (used_.insert(name).second) return name;
+    ++renamed_;
+    for (int& number = numbers_.try_emplace(name, 1).first->second;;) {
+      std::string other = name + "_" + std::to_string(++number);
+      if (used_.insert(other).second) return other;
+    }
+  }
+  size_t Renamed() const { return renamed_; }
+
+ private:
+  std::unordered_set<std::string> used_;
+  std::unordered_map<std::string, int> numbers_;  // behind the names that came again
+  size_t renamed_ = 0;
+};
+
+// Points, each with a feature of its place. Returns how many got another name.
+size_t PutPoints(const ExportInput& input, TextSink* out) {
+  PointNames names;
   if (const std::vector<Tick> ticks = TicksAt(input.road.plan, input.stations); !ticks.empty()) {
     *out << "<CgPoints name=\"stations\">\n";
     for (const Tick& tick : ticks)
-      *out << "<CgPoint name=\"" << RoundStationText(tick.station, false) << "\">" << tick.at.v << " "
-           << tick.at.h << "</CgPoint>\n";
+      *out << "<CgPoint name=\"" << names.Take(RoundStationText(tick.station, false)) << "\">" << tick.at.v
+           << " " << tick.at.h << "</CgPoint>\n";
     *out << "</CgPoints>\n";
   }
-  if (input.borings.points.empty()) return;
+  if (input.borings.points.empty()) return 0;
+  const size_t before = names.Renamed();
   *out << "<CgPoints name=\"points\">\n";
   size_t number = 0;
   for (const LocatedPoint& point : input.borings.points) {
-    *out << "<CgPoint name=\"" << Escaped(point.id) << "\" featureRef=\"place" << std::to_string(++number)
-         << "\">" << point.northing << " " << point.easting;
+    *out << "<CgPoint";
+    if (!point.id.empty()) *out << " name=\"" << names.Take(Escaped(point.id)) << "\"";
+    *out << " featureRef=\"place" << std::to_string(++number) << "\">" << point.northing << " "
+         << point.easting;
     if (point.level) *out << " " << *point.level;
     *out << "</CgPoint>\n";
   }
@@ -121,11 +148,12 @@ void PutPoints(const ExportInput& input, TextSink* out) {
     *out << "</Feature>\n";
   }
   *out << "</CgPoints>\n";
+  return names.Renamed() - before;
 }
 
 }  // namespace
 
-void WriteLandXml(const ExportInput& input, const Sink& sink) {
+std::string WriteLandXml(const ExportInput& input, const Sink& sink) {
   TextSink out(sink);
   const std::vector<kovltype>& plan = input.road.plan;
   const std::string name = Escaped(input.road.name);
@@ -148,9 +176,12 @@ void WriteLandXml(const ExportInput& input, const Sink& sink) {
   if (input.road.profile.size() >= 2) PutProfile(name, input.road.profile, &out);
   out << "<Feature code=\"velmora\"><Property label=\"staEnd\" value=\"" << plan.back().sek
       << "\"/></Feature>\n</Alignment>\n</Alignments>\n";
-  PutPoints(input, &out);
+  const size_t renamed = PutPoints(input, &out);
   out << "</LandXML>\n";
   out.Flush();
+  if (renamed == 0) return {};
+  return std::to_string(renamed) + (renamed == 1 ? " point has an id that is" : " points have ids that are") +
+         " taken and got _2, _3, ... behind it, because names of CgPoints are unique";
 }
 
 }  // namespace velmora::exchange

@@ -8,39 +8,34 @@
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/wkt_csv.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/open_problem.h"
+#include "velmora/platform/whole_file.h"
 
 namespace velmora::exchange {
 namespace {
 
 using Problem = std::optional<Finding>;
 
-template <void (*kWrite)(const ExportInput&, const Sink&)>
-std::string Write(const ExportInput& input, const Sink& sink) {
-  kWrite(input, sink);
+// Of a format that holds every road, some with a note.
+std::string WriteXml(const ExportInput& input, const Sink& sink, std::string* note) {
+  *note = WriteLandXml(input, sink);
   return {};
+}
+std::string WriteCsv(const ExportInput& input, const Sink& sink, std::string*) {
+  WriteWktCsv(input, sink);
+  return {};
+}
+// Of one that does not.
+template <std::string (*kWrite)(const ExportInput&, const Sink&)>
+std::string Write(const ExportInput& input, const Sink& sink, std::string*) {
+  return kWrite(input, sink);
 }
 
 Problem OfFile(const std::string& text) { return text.empty() ? Problem() : Finding{0, text}; }
 
-Problem ReadWholeFile(const CString& path, std::string* bytes) {
-  constexpr size_t kLargest = size_t{256} << 20;
-  InputFile input;
-  if (!input.Open(path)) return OfFile(WhyUnopened(path));
-  std::vector<char> block(size_t{1} << 20);
-  for (;;) {
-    const std::int64_t count = input.Read(block);
-    if (count < 0) return OfFile("cannot be read to its end");
-    if (count == 0) return std::nullopt;
-    bytes->append(block.data(), static_cast<size_t>(count));
-    if (bytes->size() > kLargest) return OfFile("is larger than 256 MB; give a file with the roads alone");
-  }
-}
-
 Problem ReadCsv(const CString& path, const ImportOptions&, std::vector<ImportedRoad>* roads) {
   std::string bytes;
-  if (Problem problem = ReadWholeFile(path, &bytes)) return problem;
-  std::string problem;
+  std::string problem = ReadWholeFile(path, &bytes);
+  if (!problem.empty()) return OfFile(problem);
   *roads = ReadWktCsv(bytes, &problem);
   return OfFile(problem);
 }
@@ -78,10 +73,10 @@ Problem ReadXml(const CString& path, const ImportOptions& options, std::vector<I
 }
 
 constexpr RoadFormat kFormats[] = {
-    {".xml", false, true, Write<WriteLandXml>, ReadXml},
-    {".dxf", true, false, WriteDxf, ReadDrawing},
-    {".gpkg", true, true, WriteGeoPackage, ReadGeoPackageFile},
-    {".csv", false, true, Write<WriteWktCsv>, ReadCsv},
+    {".xml", false, true, WriteXml, ReadXml},
+    {".dxf", true, false, Write<WriteDxf>, ReadDrawing},
+    {".gpkg", true, true, Write<WriteGeoPackage>, ReadGeoPackageFile},
+    {".csv", false, true, WriteCsv, ReadCsv},
 };
 
 struct Unsuited {

@@ -18,8 +18,9 @@ struct RoadFormat {
   bool has_layers;     // ImportOptions::layer applies
   bool has_profile;    // the profile is written
 
-  // Returns why the format cannot hold the road, before anything is written; empty when done.
-  std::string (*write)(const ExportInput& input, const Sink& sink);
+  // Returns why the format cannot hold the road, before anything is written; empty when done. *note is then
+  // what the user should know, or empty.
+  std::string (*write)(const ExportInput& input, const Sink& sink, std::string* note);
   // Every alignment of the file, its arcs as they are there. Why the file as a whole is refused, with the line
   // where there is one.
   std::optional<Finding> (*read)(const CString& path, const ImportOptions& options,
