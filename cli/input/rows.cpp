@@ -72,6 +72,11 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   return row;
 }
 
+bool HasLoneReturn(std::string_view row) {
+  const size_t at = row.find('\r');
+  return at != kNone && row.find_first_not_of('\r', at) != kNone && row.find('"') == kNone;
+}
+
 RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size)
     : file_(std::move(file)), encoding_(encoding), block_size_(block_size) {
   const bool good = file_ == "-" ? input_.OpenStandardInput() : input_.Open(PathFromSystem(file_));
