@@ -9,7 +9,7 @@ string(REGEX MATCHALL "L\"[^\"]+\"" known "${source}")
 list(TRANSFORM known REPLACE "^L\"(.*)\"$" "\\1")
 
 set(documented)
-file(STRINGS "${ROOT}/docs/point-lists.md" rows REGEX "^\\| (id|northing \\(n\\)|easting \\(e\\)|level|station|offset) \\|" ENCODING UTF-8)
+file(STRINGS "${ROOT}/docs/point-lists.md" rows REGEX "^\\| (id|northing \\(n\\)|easting \\(e\\)|level|station|offset|side) \\|" ENCODING UTF-8)
 foreach(row IN LISTS rows)
   string(REGEX MATCHALL "`[^`]+`" titles "${row}")
   list(APPEND documented ${titles})

@@ -38,6 +38,29 @@ std::optional<double> ParseOffset(std::string_view text, DecimalSign decimal) {
   return sign * *metres;
 }
 
+bool IsLeft(std::string_view side) {
+  return std::string_view("VvLl").find(side[0]) != std::string_view::npos;
+}
+
+// The offset of a row, with the side of its own column where there is one; 0 where it is empty. Without one
+// the problem.
+std::optional<double> OffsetOf(const RowFields& fields, DecimalSign decimal, std::string* problem) {
+  const std::string_view text = fields.Text(kOffset);
+  const std::string_view side = fields.Text(kSide);
+  const std::optional<double> offset = text.empty() ? 0 : ParseOffset(text, decimal);
+  if (!offset || side.empty()) {
+    if (!offset) *problem = NotANumber(StationRoles()[kOffset], text);
+    return offset;
+  }
+  const bool has_side = text.find_first_of("VvHh-") == 0;
+  if (std::string_view("VvLlHhRr").find(side[0]) == std::string_view::npos)
+    *problem = "side " + Quoted(side) + " is neither V nor H";
+  else if (has_side && *offset != 0 && (*offset < 0) != IsLeft(side))
+    *problem = "side " + Quoted(side) + " is not that of offset " + Quoted(text);
+  if (!problem->empty()) return std::nullopt;
+  return IsLeft(side) && *offset > 0 ? -*offset : *offset;
+}
+
 // Metres, or kilometres and metres: "1/250,5".
 std::optional<double> StationOf(const RowFields& fields, DecimalSign decimal) {
   if (const std::optional<double> metres = fields.Value(kStation)) return metres;
@@ -79,10 +102,10 @@ void AlignPlace(const PlaceOptions& options) {
     cells[0] = std::string(fields.Text(kStationId));
     cells[9] = list.Line();
     const std::optional<double> station = StationOf(fields, layout.decimal);
-    const std::optional<double> offset =
-        fields.Text(kOffset).empty() ? 0.0 : ParseOffset(fields.Text(kOffset), layout.decimal);
+    std::string problem;
+    const std::optional<double> offset = OffsetOf(fields, layout.decimal, &problem);
     if (!fields.Problem().empty() || !station || !offset) {
-      const std::string problem = list.Problem(!station ? kStation : kOffset);
+      if (!station || problem.empty() || !fields.Problem().empty()) problem = list.Problem(kStation);
       if (unreadable++ == 0) first_problem = At(options.stations, list.Line(), problem);
       cells[8] = "unreadable row (line " + std::to_string(list.Line()) + "): " + problem;
       records.Row(row);

@@ -126,6 +126,8 @@ class Finder {
     SplitRow(text, separator, kMostColumns + 1, &views, &unquoted);
     Fields fields(views.begin(), views.end());
     while (!fields.empty() && fields.back().empty()) fields.pop_back();
+    if (candidates_.empty() && HasLoneReturn(row.bytes))
+      throw Refusal(AtLine(row.line, "its lines end in CR alone; save the list with CR LF or LF"));
     if (!fields.empty() || !candidates_.empty())
       candidates_.push_back({row.line, 0, 0, separator, std::move(fields), views.size(), row.unclosed});
   }
@@ -172,6 +174,7 @@ class Finder {
       if (options_.columns.contains(roles_[i].key)) continue;
       for (const std::wstring_view title : roles_[i].titles)
         if (!(*columns)[i]) (*columns)[i] = FindTitle(keys, title);
+      if ((*columns)[i]) keys[*(*columns)[i]].clear();
       if (!roles_[i].required) continue;
       complete = complete && (*columns)[i];
       by_title = true;
@@ -213,10 +216,28 @@ class Finder {
     for (const std::optional<size_t>& column : columns)
       if (column) layout_.width = std::max(layout_.width, *column + 1);
     titles_ = row.fields;
+    NoteSameTitles(row);
     header_line_ = row.line;
     if (row.line != candidates_[0].line)
       layout_.notes.push_back(AtLine(row.line, "is taken for the header, and what is above it for a title"));
     rows_->Skip(row.end, row.lines_end);
+  }
+
+  // A list can have coordinates in two systems.
+  void NoteSameTitles(const Candidate& row) {
+    for (size_t i = 0; i < roles_.size(); ++i) {
+      const std::optional<size_t> column = layout_.columns[i];
+      if (!column || *column >= row.fields.size() || options_.columns.contains(roles_[i].key)) continue;
+      const std::wstring key = TitleKey(WideFromUtf8(row.fields[*column]));
+      for (size_t k = *column + 1; k < row.fields.size(); ++k) {
+        if (TitleKey(WideFromUtf8(row.fields[k])) != key) continue;
+        layout_.notes.push_back(AtLine(
+            row.line, roles_[i].name + " is column " + std::to_string(*column + 1) + ", though column " +
+                          std::to_string(k + 1) + " has the same title; --columns " + roles_[i].key +
+                          "=NUMBER takes another"));
+        break;
+      }
+    }
   }
 
   // Without a header, or with one that lacks a required column.
@@ -232,8 +253,8 @@ class Finder {
     }
     if (options_.columns.empty()) {
       RefuseAmbiguous(row);
-      for (size_t i = 0; i < roles_.size(); ++i) layout_.columns[i] = i;
-      layout_.width = roles_.size();
+      for (size_t i = 0; i < positions_; ++i) layout_.columns[i] = i;
+      layout_.width = positions_;
     }
     for (size_t i = 0; i < roles_.size(); ++i)
       if (roles_[i].required && !layout_.columns[i])
@@ -301,8 +322,7 @@ class Finder {
                                          " numbers and no header; say which is which: " + with_id +
                                          (with_id.empty() ? "" : " or ") + Positions(1, count)));
     }
-    if (row.separator == ',' && !points && count > roles_.size() &&
-        FieldNumber(row.fields[roles_.size()], decimal))
+    if (row.separator == ',' && !points && count > positions_ && FieldNumber(row.fields[positions_], decimal))
       throw Refusal(AtLine(
           row.line, "has " + std::to_string(count) +
                         " columns and no header; with decimal commas, separate the columns by semicolons, "
@@ -314,7 +334,7 @@ class Finder {
   // missing.
   std::string Positions(size_t first, size_t count) const {
     std::string columns;
-    for (size_t i = 0; i < roles_.size(); ++i) {
+    for (size_t i = 0; i < positions_; ++i) {
       if (roles_[i].required && (i < first || i - first >= count)) return "";
       if (i < first || i - first >= count) continue;
       columns += (columns.empty() ? "--columns " : ",") + roles_[i].key + "=" + std::to_string(i - first + 1);
@@ -366,7 +386,7 @@ class Finder {
     std::string missing;
     std::string names;
     for (size_t i = 0; i < roles_.size(); ++i) {
-      if (layout_.columns[i]) continue;
+      if (layout_.columns[i] || !roles_[i].has_position) continue;
       missing += (missing.empty() ? "" : " or ") + roles_[i].name;
       names += (names.empty() ? "" : ",") + roles_[i].key + "=TITLE";
     }
@@ -376,6 +396,8 @@ class Finder {
   }
 
   const std::vector<Role>& roles_;
+  const size_t positions_ = static_cast<size_t>(
+      std::count_if(roles_.begin(), roles_.end(), [](const Role& role) { return role.has_position; }));
   const ListOptions& options_;
   RowReader* rows_;
   ListLayout layout_;

@@ -23,6 +23,8 @@ bool RowFields::Split(const Row& row, std::optional<TextEncoding> encoding) {
   problem_.clear();
   if (row.unclosed)
     problem_ = "a quote is not closed";
+  else if (HasLoneReturn(row.bytes))
+    problem_ = "a line ends in CR alone";
   else if (fields_.size() > layout_.width)
     problem_ = std::to_string(fields_.size()) + " fields, but " +
                (layout_.has_header ? "the header has " : "the list has columns for ") +

@@ -69,6 +69,11 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   return row;
 }
 
+bool HasLoneReturn(std::string_view row) {
+  const size_t at = row.find('\r');
+  return at != kNone && row.find_first_not_of('\r', at) != kNone && row.find('"') == kNone;
+}
+
 RowReader::RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size)
     : file_(std::move(file)),
       source_(OpenList(file_)),

@@ -45,6 +45,9 @@ struct Row {
   bool unclosed = false;   // as in RowExtent
 };
 
+// Whether a CR stands in the row, quotes apart, as where lines end in CR alone.
+bool HasLoneReturn(std::string_view row);
+
 inline std::string_view WithoutLineEnd(std::string_view row) {
   if (row.ends_with('\n')) row.remove_suffix(1);
   if (row.ends_with('\r')) row.remove_suffix(1);

@@ -74,7 +74,8 @@ const std::vector<Role>& StationRoles() {
       {"offset",
        "offset",
        false,
-       {L"offset", L"avst", L"avstånd", L"sida", L"sidomått", L"sidoavstånd", L"off"}}};
+       {L"offset", L"avst", L"avstånd", L"sidomått", L"sidoavstånd", L"off", L"sida"}},
+      {"side", "side", false, {L"side", L"sida"}, false}};
   return roles;
 }
 

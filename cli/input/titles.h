@@ -15,12 +15,13 @@ struct Role {
   std::string name;                       // in messages, and in --columns too
   bool required;                          // a number that every row needs
   std::vector<std::wstring_view> titles;  // of several present the earlier in this list wins
+  bool has_position = true;               // false: found by its title or --columns alone
 };
 
 enum PointRole : size_t { kPointId, kNorthing, kEasting, kLevel };
 const std::vector<Role>& PointRoles();
 
-enum StationRole : size_t { kStationId, kStation, kOffset };
+enum StationRole : size_t { kStationId, kStation, kOffset, kSide };
 const std::vector<Role>& StationRoles();
 
 // A title as titles are compared: without a unit in brackets, blanks and the marks - _ . : in it, in lower

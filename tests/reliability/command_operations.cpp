@@ -26,7 +26,7 @@ std::string Result(Command command) {
 
 std::string WriteResult(Scene& s) {
   return Result([&] {
-    cli::OutputFile file(PathForDisplay(s.At(L"OUT.CSV")));
+    cli::OutputFile file(PathForDisplay(s.At(L"OUT.CSV")), {});
     file.Write(std::string(100'000, 'r'));
     file.Finish();
   });
