@@ -28,6 +28,7 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
   if (result < 0)
     throw Refusal(
         At(file, lines + 1, "reading stopped here: a read error, or a line too long for an alignment"));
+  input->has_tail = reader.HasTail();
   input->plan = input->set.plan.Points();
   input->profile = input->set.profil.Points();
   if (!input->plan.empty() || !input->profile.empty()) return;
