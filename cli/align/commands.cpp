@@ -169,6 +169,7 @@ void AddEdits(CLI::App* align) {
     return [end, options](const std::string& text) {
       (*options).*end = ToNumber(text);
       if ((*options).*end < 0) throw CLI::ValidationError("\"" + text + "\": a length cannot be negative");
+      if ((*options).*end > 1e6) throw CLI::ValidationError("\"" + text + "\": give at most 1000000 metres");
     };
   };
   AddValue(extend, "--before", "M", "Metres added before the start", metres(&EditOptions::before, lengthen));

@@ -9,6 +9,7 @@
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/rewrite_losses.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/platform/files.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -23,8 +24,10 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   RequireEnding(options.to, "an alignment", endings);
   ReadAlignment(options.file, input);
   RequirePlan(*input);
-  if (!options.to.empty())
-    RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
+  if (options.to.empty()) return;
+  if (input->has_tail && !IsSameFile(PathFromSystem(options.file), PathAsSpelled(options.to)))
+    input->losses.Add({0, "holds text after an end-of-file character (1A), which is never read"});
+  RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
 }
 
 void ShowPoints(const EditOptions& options, const CVaglinje& plan) {
@@ -107,10 +110,6 @@ void WarnAboutArcs(const AlignmentInput& input) {
 double InsideEnd(AlignmentInput* input, bool start, double length) {
   constexpr double kHalfMetre = 0.5;
   constexpr double kLeastRemaining = 0.01;  // m between the old end and the new one
-  constexpr double kMost = 1e6;             // m; coordinates are written in 0.1 mm
-  if (length > kMost)
-    throw Refusal(At(input->file, FormatShortest(length) + " m is too long for an extension; give at most " +
-                                      LengthText(kMost)));
   const kovltype& end = start ? input->plan.front() : input->plan.back();
   PlanePoint inside{};
   if (input->set.plan.Vag2xy(end.sek + (start ? kHalfMetre : -kHalfMetre), 0, &inside.v, &inside.h) < 0)
@@ -118,12 +117,11 @@ double InsideEnd(AlignmentInput* input, bool start, double length) {
   const double distance = Distance(InPlane(end), inside);
   const double least = std::max(kHalfMetre, distance) + kLeastRemaining;
   if (length > 0 && length < least)
-    throw Refusal(
-        At(input->file, FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
-                            " would fold the line back or leave the end where it is: the suite measures the "
-                            "new end from a point " +
-                            LengthText(distance) + " inside the alignment; give at least " +
-                            LengthText(least)));
+    throw Refusal(At(input->file,
+                     FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
+                         " would fold the line back or leave the end where it is: the suite measures the "
+                         "new end from a point " +
+                         LengthText(distance) + " inside the alignment; give at least " + LengthText(least)));
   return distance;
 }
 

@@ -13,9 +13,12 @@ namespace {
 std::string WhyNoLevel(const AlignmentInput& input, double station, bool km) {
   const std::vector<kovltype>& profile = input.profile;
   const double first = profile.front().y;
-  const double last = profile.back().y;
+  // Where the stations rise no more, the look-up has found the last segment that it can find.
+  double last = profile[1].y;
+  for (size_t i = 2; i < profile.size(); ++i) last = std::max(last, profile[i].y);
   if (first > last)
-    return "the profile's stations descend from " + StationText(first, km) + " to " + StationText(last, km) +
+    return "the profile's stations descend from " + StationText(first, km) + " to " +
+           StationText(profile.back().y, km) +
            "; levels are looked up by ascending stations, so that no station has one; list its points by "
            "ascending "
            "station";

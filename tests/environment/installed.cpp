@@ -1,5 +1,6 @@
 #include "tests/environment/installed.h"
 
+#include "tests/support/test_registry.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/process.h"
 #include "velmora/platform/registry_store.h"
@@ -35,6 +36,9 @@ Installed::Installed() : command_line_(CommandLine()), profile_(ApplicationProfi
   set(L"XDG_DATA_HOME", At(L"xdg"));
   set(L"TUNDRIL", std::nullopt);
   SetApplicationProfile(CString());
+  // In both views of the registry: what a test program that was killed has left.
+  for (const wchar_t* key : {L"SOFTWARE\\Quorval", L"SOFTWARE\\Wow6432Node\\Quorval"})
+    RemoveRegistryTree(HKEY_LOCAL_MACHINE, key);
 }
 
 Installed::~Installed() {

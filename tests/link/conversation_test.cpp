@@ -128,7 +128,12 @@ TEST_F(Conversation, ANotificationMayCloseAndConnect) {
     Closing window;
     window.connects = connects;
     com.m_pNotifyWnd = &window;
+    com.SetProjPath("C:\\P");  // the server's reply to it comes after the notification
     ASSERT_EQ(CDdeCom::Connect(), 0);
+    ASSERT_TRUE(Greeted());
+    if (!connects) {
+      EXPECT_EQ(CDdeCom::WaitForReplies(5000), -1);
+    }
     EXPECT_TRUE(HandleUntil([&] { return !window.told.empty(); }));
     HandleFor(std::chrono::milliseconds(500));
     EXPECT_EQ(window.told, connects ? "1024 1120 0\n1024 1119 0\n" : "1024 1120 0\n");

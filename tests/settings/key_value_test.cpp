@@ -73,6 +73,9 @@ TEST(KeyValue, ARecordRenamedThroughAKeptPointerIsFound) {
     EXPECT_EQ(cfg.FindKey(L"NEW"), 0);
     EXPECT_EQ(cfg.pael, kept);
     EXPECT_EQ(cfg.FindKey(L"a"), -1);
+    CopyToField(kept->nyckel, L"C");  // before the record that the index has
+    EXPECT_EQ(cfg.FindKey(L"c"), 0);
+    EXPECT_EQ(cfg.pael, kept);
   }
 }
 

@@ -15,6 +15,18 @@
 
 namespace velmora {
 
+// Removes a key with everything below it.
+inline void RemoveRegistryTree(HKEY root, const CString& path) {
+  std::vector<CString> names;
+  {
+    RegistryKey key;
+    if (key.Open(root, path, KEY_READ) != kRegistryDone) return;
+    key.ListKeys(&names);
+  }
+  for (const CString& name : names) RemoveRegistryTree(root, path + L"\\" + name);
+  DeleteRegistryKey(root, path);
+}
+
 // Keys below Base() of any root are the test's and are removed at the end.
 class TestRegistry : public ::testing::Test {
  protected:
@@ -22,7 +34,7 @@ class TestRegistry : public ::testing::Test {
     base_.Format(L"Software\\velmora-test-%08x", static_cast<unsigned>(std::random_device()()));
   }
   ~TestRegistry() override {
-    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) Remove(root, base_);
+    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) RemoveRegistryTree(root, base_);
   }
 
   const CString& Base() const { return base_; }
@@ -35,16 +47,6 @@ class TestRegistry : public ::testing::Test {
     if (key.Open(root, path, access) != kRegistryDone || key.Read(name, bytes, &size) != kRegistryDone)
       return L"?";
     return RegistryText(std::string_view(bytes, size));
-  }
-  static void Remove(HKEY root, const CString& path) {
-    std::vector<CString> names;
-    {
-      RegistryKey key;
-      if (key.Open(root, path, KEY_READ) != kRegistryDone) return;
-      key.ListKeys(&names);
-    }
-    for (const CString& name : names) Remove(root, path + L"\\" + name);
-    DeleteRegistryKey(root, path);
   }
 
   TemporaryFolder folder_;

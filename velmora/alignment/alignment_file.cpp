@@ -18,6 +18,7 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
   });
   if (result < 0)
     return Finding{lines + 1, "reading stopped here: a read error, or a line too long for an alignment"};
+  file->has_tail = reader.HasTail();
   file->plan = file->set.plan.Points();
   file->profile = file->set.profil.Points();
   if (!file->plan.empty() || !file->profile.empty()) return std::nullopt;

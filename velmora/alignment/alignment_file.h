@@ -20,6 +20,7 @@ struct AlignmentFile {
   std::vector<int> profile_lines;
   BoundedFindings skipped;  // lines, and parts of lines, that are not read
   BoundedFindings losses;   // what is lost when the alignment is written
+  bool has_tail = false;    // text after an end-of-file character, which only a rewrite of the file keeps
 
   std::string Name() const { return ToUtf8(set.vlNamn); }
 };

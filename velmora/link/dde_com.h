@@ -65,7 +65,8 @@ class VELMORA_API CDdeCom {
   // Whether the server is still connected. The conversation stays open until Close.
   static bool IsServerThere();
   // Waits at most `wait_ms` for the server's replies to the texts sent. 0 when it has accepted them, 1 when
-  // replies are missing, -1 when it has rejected one since the last call, is gone or was never connected.
+  // replies are missing, -1 when it has rejected one since the last call, is gone or was never connected, or
+  // a notification closed the conversation meanwhile.
   static int WaitForReplies(int wait_ms);
 
   static DdeString m_Service;      // "Tundril"

@@ -47,8 +47,8 @@ class DdeChannel {
   // Whether the server is still connected, as of the last Handle.
   static bool IsOpen(DdeConversation conversation);
   // Waits at most `wait_ms` for the replies to all pokes. 0 when they were accepted, 1 when replies are
-  // missing (under Wine none arrives), -1 when one was rejected since the last call, the server is gone or
-  // there is no conversation.
+  // missing (under Wine none arrives), -1 when one was rejected since the last call, the server is gone,
+  // there is no conversation or it was closed while this waited.
   static int WaitForReplies(DdeConversation conversation, int wait_ms);
   // Ends the conversation. Waits at most a second until everything is sent.
   static void Close(DdeConversation conversation);

@@ -115,8 +115,9 @@ class VELMORA_API InputFile {
 //
 // The new file is in the target's folder, is flushed to the disk before the rename, and gets the permissions
 // of the old one; a symbolic link stays a link. Two programs that replace the same file wait for each other,
-// and so do two threads; a thread that has begun a replacement cannot begin another one of the same file. The
-// next replacement of the file overwrites what a killed program left behind.
+// up to five seconds, and so do two threads of one program. A thread that has begun a replacement would wait
+// for itself: its second Begin for the same file fails at once. The next replacement of the file overwrites
+// what a killed program left behind.
 //
 // Close your own readers of the target first: not every system can replace an open file. Commit waits about
 // two seconds for the readers of other programs.

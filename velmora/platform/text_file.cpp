@@ -78,6 +78,9 @@ void TextReader::EndAtMark(size_t from) {
   const size_t mark =
       FindUnit(Pending(), kEndOfFile, from / UnitSize(encoding_) * UnitSize(encoding_), encoding_);
   if (mark == kNotFound) return;
+  // Old programs fill the last block with the character.
+  constexpr std::string_view kFilling("\x1A\0\r\n", 4);
+  has_tail_ = Pending().find_first_not_of(kFilling, mark) != kNotFound || size_ > consumed_;
   end_ = start_ + mark;
   at_end_ = true;
   file_.Close();

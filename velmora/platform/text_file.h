@@ -48,6 +48,8 @@ class VELMORA_API TextReader {
 
   // Whether an error ended reading before the end of the file.
   bool Failed() const { return failed_; }
+  // At the end: whether text that is not read follows an end-of-file character.
+  bool HasTail() const { return has_tail_; }
   // Whether the last line had a line end.
   bool LineWasEnded() const { return ended_; }
 
@@ -76,6 +78,7 @@ class VELMORA_API TextReader {
   bool at_end_ = false;
   bool failed_ = false;
   bool ended_ = false;
+  bool has_tail_ = false;
 };
 
 // Writes a whole text file; the target changes in Commit (FileReplacement).

@@ -25,10 +25,11 @@ namespace velmora {
 //
 // An index beside the list answers look-ups in constant time. The first look-up after the list was walked or
 // changed builds it anew, and so does one that finds another key in the record where it led, in the current
-// record or in the marked one. A record can also be renamed through a pointer kept from before: a key that is
-// not in the index is sought in the records that a caller may have a pointer to. These are the ones that
-// look-ups led to, and all of them after the list was walked or kMostShown were looked up: then a look-up
-// that finds nothing takes as long as a walk.
+// record or in the marked one. A record can also be renamed through a pointer kept from before: the key is
+// also sought in the records that a caller may have a pointer to and that stand before the one in the index.
+// These are the ones that look-ups led to, and all of them after the list was walked or kMostShown were
+// looked up. A look-up then takes as long as a walk, but in a list of more than kMostShown records only one
+// that the index misses: there the index answers alone.
 template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:
@@ -116,9 +117,8 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     if (this->Changes() != seen_changes_) all_shown_ = true;
     if (!InStep()) Build();
     const KeyIndex::Position* at = key.empty() ? nullptr : index_.Find(key);
-    const bool renamed =
-        at == nullptr ? IsShown(key) : !EqualNoCase(KeyAt(static_cast<Node*>(at->node)), key);
-    if (renamed) {
+    const Node* indexed = at == nullptr ? nullptr : static_cast<Node*>(at->node);
+    if ((indexed != nullptr && !EqualNoCase(KeyAt(indexed), key)) || IsShownBefore(indexed, key)) {
       Build();
       at = index_.Find(key);
     }
@@ -130,14 +130,15 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
     return at != nullptr;
   }
 
-  // Whether a record that a caller may have a pointer to has this key now.
-  bool IsShown(std::wstring_view key) const {
-    const auto has = [key](const Node* node) { return EqualNoCase(KeyAt(node), key); };
-    if (key.empty()) return false;
+  // Whether a record that a caller may have a pointer to has this key now, before the one in the index.
+  // Look-ups lead to the first record with a key only.
+  bool IsShownBefore(const Node* indexed, std::wstring_view key) const {
+    const auto has = [&](const Node* node) { return node != indexed && EqualNoCase(KeyAt(node), key); };
+    if (key.empty() || (indexed != nullptr && this->antal > static_cast<int>(kMostShown))) return false;
     if (!all_shown_) return std::any_of(shown_.begin(), shown_.end(), has);
     const Node* node = this->forsta;
-    while (node != nullptr && !has(node)) node = node->next;
-    return node != nullptr;
+    while (node != indexed && !has(node)) node = node->next;
+    return node != indexed;
   }
 
   void Build() {

@@ -213,7 +213,7 @@ int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   const Clock::time_point end = Clock::now() + milliseconds(wait_ms);
   while (kept->unanswered > 0 && kept->open && kept == g_open && Clock::now() < end)
     Handle(static_cast<int>(TimeUntil(end).count()));
-  const bool lost = kept->unanswered > 0 && !kept->open;
+  const bool lost = kept != g_open || (kept->unanswered > 0 && !kept->open);
   if (std::exchange(kept->refused, false) || lost) return -1;
   return kept->unanswered > 0 ? 1 : 0;
 }

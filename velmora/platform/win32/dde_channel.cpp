@@ -34,6 +34,7 @@ std::set<std::string> g_advised;  // DdeItemKey
 std::deque<Data> g_arrived;
 std::set<DWORD> g_unanswered;  // pokes
 bool g_refused = false;
+unsigned g_closed = 0;  // conversations so far
 
 std::string KeyOf(DdeString item) {
   char text[kLongestString + 1] = {};
@@ -161,12 +162,14 @@ bool DdeChannel::IsOpen(DdeConversation conversation) { return IsThere(conversat
 
 int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
   if (conversation == nullptr) return -1;
+  const unsigned closed = g_closed;
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(wait_ms);
-  while (!g_unanswered.empty() && IsOpen(conversation)) {
+  while (g_closed == closed && !g_unanswered.empty() && IsOpen(conversation)) {
     const ULONGLONG now = GetTickCount64();
     if (now >= end) break;
     Handle(static_cast<int>(end - now));
   }
+  if (g_closed != closed) return -1;
   const bool gone = !g_unanswered.empty() && !IsOpen(conversation);
   if (std::exchange(g_refused, false) || gone) return -1;
   return g_unanswered.empty() ? 0 : 1;
@@ -175,6 +178,7 @@ int DdeChannel::WaitForReplies(DdeConversation conversation, int wait_ms) {
 void DdeChannel::Close(DdeConversation conversation) {
   // First, because disconnecting dispatches messages.
   g_open = nullptr;
+  ++g_closed;
   g_advised.clear();
   g_arrived.clear();
   g_unanswered.clear();
