@@ -17,7 +17,7 @@ struct ExchangeFormat {
   // Writes the file in one step. `inputs` are the files that the command reads. Returns a note for the user,
   // or nothing. Throws a Refusal.
   std::string (*write)(const exchange::ExportInput& input, const std::string& to,
-                const std::vector<std::string>& inputs);
+                       const std::vector<std::string>& inputs);
   // Every alignment of the file, its arcs as they are there. Throws a Refusal for a file that is not of this
   // format.
   std::vector<exchange::ImportedRoad> (*read)(const std::string& file,
