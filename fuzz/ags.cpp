@@ -1,6 +1,10 @@
 // AGS4 lists: reading them, and filling in stations.
 #include "velmora/exchange/ags.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "fuzz/support/input.h"
 
 namespace velmora::fuzz {

@@ -116,9 +116,9 @@ std::string Text(const ImportedRoad& road) {
 TEST(Cad, DrawingsOfOtherPrograms) {
   const DrawingCase cases[] = {
       // A chain whose arc and last line are drawn the other way; it runs as the first line in the file.
-      {"0|ARC|8|A|10|10|20|5|40|5|50|270|51|0|0|LINE|8|A|10|0|20|0|11|10|21|0.0008|0|LINE|8|A|10|15|20|9|11|"
-       "15|21|5|",
-       "A: 0 0 0 10000 0 414 15000 5000 0 15000 9000 0\n"},
+      {"0|ARC|8|A|10|10|20|-5|40|5|50|0|51|90|0|LINE|8|A|10|0|20|0|11|10|21|0.0008|0|LINE|8|A|10|15|20|-9|11|"
+       "15|21|-5|",
+       "A: 0 0 0 10000 0 -414 15000 -5000 0 15000 -9000 0\n"},
       // Three ends in one place join nothing.
       {"0|LINE|5|A1|10|0|20|0|11|1|21|0|0|LINE|5|A2|10|1|20|0|11|2|21|0|0|LINE|10|1|20|0|11|1|21|1|",
        " #A1: 0 0 0 1000 0 0\n #A2: 1000 0 0 2000 0 0\n line 30: 1000 0 0 1000 1000 0\n"},
@@ -166,8 +166,8 @@ TEST(Cad, Geometries) {
   for (size_t size = 0; size < blob.size(); ++size)
     EXPECT_NE(ReadLineBlob(blob.substr(0, size)).error, "") << size;
   using namespace std::string_literals;
-  const auto point =
-      ReadPointBlob("GP\0\0\0\0\0\0\0\0\0\3\xE9\x3F\xF0\0\0\0\0\0\0\x40\0\0\0\0\0\0\0\xC0\0\0\0\0\0\0\0"s);
+  const auto point = ReadPointBlob("GP\0\4\0\0\0\0"s + std::string(48, 'b') +
+                                   "\0\0\0\3\xE9\x3F\xF0\0\0\0\0\0\0\x40\0\0\0\0\0\0\0\xC0\0\0\0\0\0\0\0"s);
   ASSERT_TRUE(point && point->level);
   EXPECT_TRUE(point->easting == 1 && point->northing == 2 && *point->level == -2);
 }
@@ -180,9 +180,9 @@ TEST(Cad, AgsLists) {
       before +
       "\"HEADING\",\"LOCA_ID\",\"LOCA_NATE\",\"LOCA_NATN\",\"LOCA_GL\",\"FILE_FSET\"\r\n"
       "\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\"\r\n\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\"\r\n"
-      "\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\",\"F\"\r\n\"DATA\",\"B\",\"x\",\"20\"\n" +
+      "\"DATA\",\"B\",\"x\",\"20\"\n\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\",\"F\"\r\n" +
       after;
-  const std::vector<AgsPlace> places = {{8, 1250.1239, -3.456}};
+  const std::vector<AgsPlace> places = {{9, 1250.1239, -3.456}};
   std::string bytes;
   const Sink sink = [&](std::string_view piece) { bytes += piece; };
   WriteAgs(added, "Väg \"1\"", places, sink);
@@ -190,9 +190,9 @@ TEST(Cad, AgsLists) {
       before +
       "\"HEADING\",\"LOCA_ID\",\"LOCA_NATE\",\"LOCA_NATN\",\"LOCA_GL\",\"LOCA_ALID\",\"LOCA_OFFS\","
       "\"LOCA_CNGE\",\"FILE_FSET\"\r\n\"UNIT\",\"\",\"m\",\"m\",\"m\",\"\",\"m\",\"\",\"\"\r\n"
-      "\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\",\"2DP\",\"X\",\"X\"\r\n\"DATA\",\"A \"\"1\"\", å\","
-      "\"10.5\",\"20\",\"\",\"Väg \"\"1\"\"\",\"-3.46\",\"1250.124\",\"F\"\r\n"
-      "\"DATA\",\"B\",\"x\",\"20\",\"\",\"\",\"\",\"\"\n" +
+      "\"TYPE\",\"ID\",\"2DP\",\"2DP\",\"2DP\",\"X\",\"2DP\",\"X\",\"X\"\r\n"
+      "\"DATA\",\"B\",\"x\",\"20\",\"\",\"\",\"\",\"\"\n\"DATA\",\"A \"\"1\"\", å\",\"10.5\",\"20\",\"\","
+      "\"Väg \"\"1\"\"\",\"-3.46\",\"1250.124\",\"F\"\r\n" +
       after;
   EXPECT_EQ(bytes, filled);
   bytes.clear();

@@ -138,10 +138,12 @@ TEST(Exchange, RoadsComeBackExactlyAndARewriteMovesThemByNoMoreThanTheFit) {
       ASSERT_EQ(suite.Uppdat(file), 0);
       const Road rewritten = ReadBack(file);
       ASSERT_EQ(rewritten.plan.size(), back.plan.size());
-      for (size_t i = 0; i + 1 < back.plan.size(); ++i)
+      for (size_t i = 0; i + 1 < back.plan.size(); ++i) {
+        EXPECT_LT(std::fabs(back.plan[i].bulge), 1);
         EXPECT_LT(Distance(PointAlong(back.plan[i], back.plan[i + 1], 0.5),
                            PointAlong(rewritten.plan[i], rewritten.plan[i + 1], 0.5)),
                   kFit + kRoundedCoordinates);
+      }
     }
   }
 }
