@@ -11,8 +11,14 @@ namespace velmora::cli {
 namespace {
 
 std::optional<LinePlace> IfFound(int result, double station, double offset) {
-  if (result < 0 || !std::isfinite(station) || !(station < CVaglinje::Sekkoll)) return std::nullopt;
+  if (result > static_cast<int>(PlaceResult::kCorrected)) return std::nullopt;
   return LinePlace{station, offset};
+}
+
+PlaceStatus StatusOf(PlaceResult result) {
+  return result == PlaceResult::kBeforeStart ? PlaceStatus::kBeforeStart
+         : result == PlaceResult::kBeyondEnd ? PlaceStatus::kBeyondEnd
+                                             : PlaceStatus::kNothing;
 }
 
 bool IsSamePlace(const std::optional<LinePlace>& a, const std::optional<LinePlace>& b) {
@@ -61,72 +67,66 @@ const char* StatusText(PlaceStatus status) {
 }
 
 Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset)
-    : input_(input), mode_(mode), area_(area), max_offset_(max_offset), drawn_(input->plan) {
-  if (mode != 2) plan_.emplace(input->set.plan);
+    : input_(input), mode_(mode), area_(area), max_offset_(max_offset), road_(input->plan) {
   if (input->profile.size() >= 2) profile_.emplace(input->set.profil);
-}
-
-void Placer::Search(const double* northing, const double* easting, size_t count, double* station,
-                    double* offset, int* result) const {
-  if (plan_) {
-    plan_->Vagstv(northing, easting, count, station, offset, result);
-    return;
-  }
-  for (size_t i = 0; i < count; ++i)
-    result[i] = input_->set.plan.Vagstv(northing[i], easting[i], &station[i], &offset[i], mode_);
 }
 
 std::optional<LinePlace> Placer::Searched(double northing, double easting) const {
   double station = 0;
   double offset = 0;
   int found = 0;
-  if (mode_ == 1)
-    found = input_->set.plan.Vagstv(northing, easting, &station, &offset, mode_);
-  else
-    Search(&northing, &easting, 1, &station, &offset, &found);
-  return IfFound(found, station, offset);
+  if (mode_ == 0) {
+    road_.LocateAsSearched(&northing, &easting, 1, &station, &offset, &found);
+    return IfFound(found, station, offset);
+  }
+  found = input_->set.plan.Vagstv(northing, easting, &station, &offset, mode_);
+  if (found < 0 || !std::isfinite(station) || !(station < CVaglinje::Sekkoll)) return std::nullopt;
+  return LinePlace{station, offset};
+}
+
+Elsewhere Placer::WhyElsewhere(double northing, double easting, const std::optional<LinePlace>& place) const {
+  const std::optional<LinePlace> searched = Searched(northing, easting);
+  if (IsSamePlace(searched, place)) return Elsewhere::kNowhere;
+  if (mode_ == 1) {
+    double station = 0;
+    double offset = 0;
+    int found = 0;
+    road_.LocateAsSearched(&northing, &easting, 1, &station, &offset, &found);
+    if (!IsSamePlace(searched, IfFound(found, station, offset))) return Elsewhere::kSearchMode;
+  }
+  const bool is_side = searched && place && std::fabs(searched->station - place->station) < 0.001;
+  return is_side ? Elsewhere::kCornerSide : Elsewhere::kArcAxis;
 }
 
 void Placer::Place(const double* northing, const double* easting, size_t count, Placing* placings) const {
   std::vector<double> station(count);
   std::vector<double> offset(count);
   std::vector<double> level(count);
-  std::vector<int> found(count);
+  std::vector<int> result(count);
   std::vector<int> has_level(count, -1);
-  Search(northing, easting, count, station.data(), offset.data(), found.data());
-  for (size_t i = 0; i < count; ++i) {
-    placings[i] = {};
-    const PlanePoint p{easting[i], northing[i]};
-    if (mode_ != 1 && !drawn_.MayDiffer(p)) continue;
-    const std::optional<LinePlace> searched = IfFound(found[i], station[i], offset[i]);
-    if (mode_ == 1 && !IsSamePlace(searched, Searched(northing[i], easting[i])))
-      placings[i].elsewhere = Elsewhere::kSearchMode;
-    std::optional<LinePlace> place = searched;
-    if (!drawn_.MayDiffer(p) || !drawn_.Correct(p, mode_ != 2, &place)) continue;
-    if (placings[i].elsewhere == Elsewhere::kNowhere)
-      placings[i].elsewhere = searched && place && std::fabs(searched->station - place->station) < 0.001
-                                  ? Elsewhere::kCornerSide
-                                  : Elsewhere::kArcAxis;
-    found[i] = place ? 0 : -1;
-    if (!place) continue;
-    station[i] = place->station;
-    offset[i] = place->offset;
+  if (mode_ == 2) {
+    for (size_t i = 0; i < count; ++i) {
+      result[i] = input_->set.plan.Vagstv(northing[i], easting[i], &station[i], &offset[i], mode_);
+      road_.Correct({easting[i], northing[i]}, false, &station[i], &offset[i], &result[i]);
+    }
+  } else {
+    road_.Locate(northing, easting, count, station.data(), offset.data(), result.data());
   }
   if (profile_) profile_->Vagprofz(station.data(), count, level.data(), has_level.data());
   for (size_t i = 0; i < count; ++i) {
-    Placing& placing = placings[i];
-    if (!IfFound(found[i], station[i], offset[i])) {
-      const PlanePoint p{easting[i], northing[i]};
-      // Where every vertex was searched, the nearest is an end: any other would have been found.
-      placing.status =
-          StatusOf(plan_ && found[i] < 0 ? WhyNotFoundAtEnd(input_->plan, p) : WhyNotFound(input_->plan, p));
+    Placing& placing = placings[i] = {};
+    const std::optional<LinePlace> place = IfFound(result[i], station[i], offset[i]);
+    if (mode_ == 1 || result[i] != static_cast<int>(PlaceResult::kFound))
+      placing.elsewhere = WhyElsewhere(northing[i], easting[i], place);
+    if (!place) {
+      placing.status = StatusOf(static_cast<PlaceResult>(result[i]));
       continue;
     }
-    placing.status = area_ && !area_->Holds(station[i], offset[i]) ? PlaceStatus::kOutsideArea
-                     : std::fabs(offset[i]) > max_offset_          ? PlaceStatus::kFar
-                                                                   : PlaceStatus::kOn;
-    placing.station = station[i];
-    placing.offset = offset[i];
+    placing.status = area_ && !area_->Holds(place->station, place->offset) ? PlaceStatus::kOutsideArea
+                     : std::fabs(place->offset) > max_offset_              ? PlaceStatus::kFar
+                                                                           : PlaceStatus::kOn;
+    placing.station = place->station;
+    placing.offset = place->offset;
     if (has_level[i] == 0 && std::isfinite(level[i])) placing.profile_level = level[i];
   }
 }

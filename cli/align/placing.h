@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "cli/align/alignment_input.h"
-#include "velmora/alignment/drawn_place.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_area.h"
 #include "velmora/locator/locator.h"
+#include "velmora/locator/road_placer.h"
 
 namespace velmora::cli {
 
@@ -47,15 +47,13 @@ class Placer {
   std::optional<LinePlace> Searched(double northing, double easting) const;
 
  private:
-  void Search(const double* northing, const double* easting, size_t count, double* station, double* offset,
-              int* result) const;
+  Elsewhere WhyElsewhere(double northing, double easting, const std::optional<LinePlace>& place) const;
 
   AlignmentInput* input_;
   int mode_;
   std::optional<StationArea> area_;
   double max_offset_;
-  DrawnPlaces drawn_;
-  std::optional<Locator> plan_;  // where vertices are searched
+  RoadPlacer road_;
   std::optional<Locator> profile_;
 };
 

@@ -12,9 +12,7 @@ void RefuseLosses(const std::string& file, const Findings& findings, bool force,
   if (first == findings.end()) return;
   more += std::count_if(first + 1, findings.end(), is_lost);
   const std::string all = "this" + (more == 0 ? "" : " and " + std::to_string(more) + " more");
-  const auto at = [&](const std::string& what) {
-    return At(file, first->line, what);
-  };
+  const auto at = [&](const std::string& what) { return At(file, first->line, what); };
   if (!force)
     throw Refusal(at(first->text + "; rewriting the file would lose " + all +
                      ", so nothing was written; fix it, or write anyway with --force"));

@@ -8,8 +8,8 @@
 
 #include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/alignment_point.h"
-#include "velmora/platform/text_file.h"
 #include "velmora/alignment/number_lines.h"
+#include "velmora/platform/text_file.h"
 
 namespace velmora {
 

@@ -141,8 +141,8 @@ velmora_status velmora_locate(const velmora_road* road, size_t count, const doub
     const c::Out stations(station, station_step, "station is null", count);
     const c::Out offsets(offset, offset_step, "offset is null", count);
     const c::Array<int32_t> places(place, place_step, "", place == nullptr ? 0 : count);
-    const auto answer = (flags & VELMORA_SEARCHED) != 0 ? velmora::RoadPlacer::Answer::kSearched
-                                                        : velmora::RoadPlacer::Answer::kDrawn;
+    const auto locate = (flags & VELMORA_SEARCHED) != 0 ? &velmora::RoadPlacer::LocateAsSearched
+                                                        : &velmora::RoadPlacer::Locate;
     const bool direct = northings.Direct(0) && eastings.Direct(0) && stations.Direct(0) &&
                         offsets.Direct(0) && place != nullptr && places.Direct(0);
     c::InThreads(count, c::Most(direct, count), threads, [&](size_t begin, size_t size) {
@@ -151,7 +151,7 @@ velmora_status velmora_locate(const velmora_road* road, size_t count, const doub
       const c::Output s(&stations, begin, size);
       const c::Output o(&offsets, begin, size);
       const c::Output p(place == nullptr ? nullptr : &places, begin, size);
-      road->places.Locate(answer, n.Data(), e.Data(), size, s.Data(), o.Data(), p.Data());
+      (road->places.*locate)(n.Data(), e.Data(), size, s.Data(), o.Data(), p.Data());
       s.Finish();
       o.Finish();
       p.Finish();

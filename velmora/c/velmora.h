@@ -58,8 +58,9 @@ typedef struct velmora_error {
 } velmora_error;
 
 /* Flags. */
-#define VELMORA_FORCE 1u /* write although something is lost, or although a program may not read the value \
-                          */
+#define VELMORA_FORCE                                                                  \
+  1u /* write although something is lost, or although a program may not read the value \
+      */
 #define VELMORA_SEARCHED 2u /* locate as the suite's own programs do, see velmora_locate */
 
 /* ---- version */

@@ -21,14 +21,14 @@ struct RoadFormat {
   // Returns why the format cannot hold the road, before anything is written; empty when done. *note is then
   // what the user should know, or empty.
   std::string (*write)(const ExportInput& input, const Sink& sink, std::string* note);
-  // Every alignment of the file, its arcs as they are there. Why the file as a whole is refused, with the line
-  // where there is one.
+  // Every alignment of the file, its arcs as they are there. Why the file as a whole is refused, with the
+  // line where there is one.
   std::optional<Finding> (*read)(const CString& path, const ImportOptions& options,
                                  std::vector<ImportedRoad>* roads);
 };
 
-// The format for an ending, in small letters. Null for any other; *why then says why, where the ending is of a
-// format that cannot hold a road.
+// The format for an ending, in small letters. Null for any other; *why then says why, where the ending is of
+// a format that cannot hold a road.
 const RoadFormat* RoadFormatOf(std::string_view ending, std::string* why);
 // ".xml, ..."
 std::string RoadFormatEndings();

@@ -82,8 +82,9 @@ void PlanSnapshot::Bound() {
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {
   const ArcFrame* arc = ArcOf(segment);
-  search->feet.Consider(segment, points_[segment],
-                   arc != nullptr ? FootOnArc(*arc, p) : FootOnStraight(At(segment), At(segment + 1), p));
+  search->feet.Consider(
+      segment, points_[segment],
+      arc != nullptr ? FootOnArc(*arc, p) : FootOnStraight(At(segment), At(segment + 1), p));
 }
 
 StationOffset PlanSnapshot::Conclude(const PointSearch& search, PlanePoint p) const {

@@ -27,27 +27,41 @@ RoadPlacer::RoadPlacer(std::vector<kovltype> plan)
       drawn_(plan_),
       stations_(PlanStations(plan_)) {}
 
-void RoadPlacer::Locate(Answer answer, const double* northing, const double* easting, size_t count,
-                        double* station, double* offset, int* result) const {
-  locator_.Vagstv(northing, easting, count, station, offset, result);
-  for (size_t i = 0; i < count; ++i) {
-    const PlanePoint p{easting[i], northing[i]};
-    const bool searched = result[i] >= 0;
-    result[i] = static_cast<int>(PlaceResult::kFound);
-    std::optional<LinePlace> place;
-    if (searched && std::isfinite(station[i]) && station[i] < CVaglinje::Sekkoll)
-      place = LinePlace{station[i], offset[i]};
-    if (answer == Answer::kDrawn && drawn_.MayDiffer(p) && drawn_.Correct(p, true, &place))
-      result[i] = static_cast<int>(PlaceResult::kCorrected);
-    if (place) {
-      station[i] = place->station;
-      offset[i] = place->offset;
-    } else {
-      // Where every vertex was searched, the nearest is an end: any other would have been found.
-      Without(searched ? WhyNotFound(plan_, p) : WhyNotFoundAtEnd(plan_, p), &station[i], &offset[i],
-              &result[i]);
-    }
+void RoadPlacer::Answer(PlanePoint p, bool drawn, bool vertices, double* station, double* offset,
+                        int* result) const {
+  const bool searched = *result >= 0;
+  *result = static_cast<int>(PlaceResult::kFound);
+  std::optional<LinePlace> place;
+  if (searched && std::isfinite(*station) && *station < CVaglinje::Sekkoll)
+    place = LinePlace{*station, *offset};
+  if (drawn && drawn_.MayDiffer(p) && drawn_.Correct(p, vertices, &place))
+    *result = static_cast<int>(PlaceResult::kCorrected);
+  if (place) {
+    *station = place->station;
+    *offset = place->offset;
+    return;
   }
+  // Where every vertex was searched, the nearest is an end: any other would have been found.
+  const bool at_end = vertices && !searched;
+  Without(at_end ? WhyNotFoundAtEnd(plan_, p) : WhyNotFound(plan_, p), station, offset, result);
+}
+
+void RoadPlacer::Correct(PlanePoint p, bool vertices, double* station, double* offset, int* result) const {
+  Answer(p, true, vertices, station, offset, result);
+}
+
+void RoadPlacer::Locate(const double* northing, const double* easting, size_t count, double* station,
+                        double* offset, int* result) const {
+  locator_.Vagstv(northing, easting, count, station, offset, result);
+  for (size_t i = 0; i < count; ++i)
+    Answer({easting[i], northing[i]}, true, true, &station[i], &offset[i], &result[i]);
+}
+
+void RoadPlacer::LocateAsSearched(const double* northing, const double* easting, size_t count,
+                                  double* station, double* offset, int* result) const {
+  locator_.Vagstv(northing, easting, count, station, offset, result);
+  for (size_t i = 0; i < count; ++i)
+    Answer({easting[i], northing[i]}, false, true, &station[i], &offset[i], &result[i]);
 }
 
 void RoadPlacer::Place(const double* station, const double* offset, size_t count, double* northing,

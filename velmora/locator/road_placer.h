@@ -29,10 +29,15 @@ class RoadPlacer {
 
   // Map points to stations and offsets, for arrays of `count` that do not overlap; offsets are positive to
   // the right towards higher stations. Each `result` is a PlaceResult; without a place, station and offset
-  // are NaN. As kSearched, the answers are those of CVaglinje::Vagstv with search mode 0.
-  enum class Answer { kDrawn, kSearched };
-  void Locate(Answer answer, const double* northing, const double* easting, size_t count, double* station,
-              double* offset, int* result) const;
+  // are NaN.
+  void Locate(const double* northing, const double* easting, size_t count, double* station, double* offset,
+              int* result) const;
+  // The answers of CVaglinje::Vagstv with search mode 0.
+  void LocateAsSearched(const double* northing, const double* easting, size_t count, double* station,
+                        double* offset, int* result) const;
+  // Turns a search's answer for one point into the drawn line's, as Locate. `result` is 0 or -1 before;
+  // `vertices` whether the search looked at them.
+  void Correct(PlanePoint p, bool vertices, double* station, double* offset, int* result) const;
 
   // Stations and offsets to map points, the inverse of Locate. Stations within 0.1 mm of either end still
   // count as on the road. Where stations fall, and on arcs from half a circle, CVaglinje::Vag2xy gives other
@@ -43,6 +48,8 @@ class RoadPlacer {
   const std::vector<kovltype>& Plan() const { return plan_; }
 
  private:
+  void Answer(PlanePoint p, bool drawn, bool vertices, double* station, double* offset, int* result) const;
+
   std::vector<kovltype> plan_;
   bool descending_;
   Locator locator_;

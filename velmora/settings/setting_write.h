@@ -1,5 +1,5 @@
-// One setting written to a parameter file: whether it can be, what else that changes, and the write. Nothing is
-// shown.
+// One setting written to a parameter file: whether it can be, what else that changes, and the write. Nothing
+// is shown.
 #ifndef VELMORA_SETTINGS_SETTING_WRITE_H_
 #define VELMORA_SETTINGS_SETTING_WRITE_H_
 
@@ -12,8 +12,8 @@ namespace velmora {
 
 // For a user: why the setting would not be read back as given; empty when it would.
 std::string WhyUnreadable(const ParameterFile& file, const CString& key, const CString& value);
-// For a user: why no program reads the value as the number, or as "MAX" of a scale, that the key has built in;
-// empty when they do.
+// For a user: why no program reads the value as the number, or as "MAX" of a scale, that the key has built
+// in; empty when they do.
 std::string WhyNoNumber(const ParameterFile& file, const CString& key, const CString& value);
 
 // What of the file is lost when the key is written. Of JB23.PAR only the key's own line is written anew, the

@@ -25,8 +25,8 @@ struct TextLine {
 };
 using TextLines = std::vector<TextLine>;
 
-// Reads a file as far as 131,072 lines, as many as a list of settings holds. Empty when the whole file was read, else what is wrong with it;
-// what was read until then is in `lines`. Shows nothing.
+// Reads a file as far as 131,072 lines, as many as a list of settings holds. Empty when the whole file was
+// read, else what is wrong with it; what was read until then is in `lines`. Shows nothing.
 std::string ReadTextLines(const CString& path, TextLines* lines);
 
 // A line that begins with "*" ends a header, a section or a file.

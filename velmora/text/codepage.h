@@ -34,8 +34,7 @@ std::optional<unsigned char> EncodeWindows1252(wchar_t c);
 void AppendDecoded(std::string_view bytes, TextEncoding encoding, std::wstring* text);
 
 // Appends the bytes of `text`. False when the encoding lacks a character; *bytes is then as before.
-[[nodiscard]] bool AppendEncoded(std::wstring_view text, TextEncoding encoding,
-                                             std::string* bytes);
+[[nodiscard]] bool AppendEncoded(std::wstring_view text, TextEncoding encoding, std::string* bytes);
 
 bool IsValidUtf8(std::string_view bytes);
 
