@@ -14,6 +14,7 @@
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
+#include "velmora/lists/list_error.h"
 #include "velmora/platform/dialog.h"
 #include "velmora/version.h"
 
@@ -93,6 +94,9 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     return RefuseUsage(at, UsageError(app, at, error));
   } catch (const WrongUsage& error) {
     return RefuseUsage(Deepest(app), error.what());
+  } catch (const ListError& error) {
+    if (error.is_usage) return RefuseUsage(Deepest(app), error.text);
+    throw Refusal(At(error.list, error.line, error.text));
   }
 }
 

@@ -1,9 +1,9 @@
-# Holds the titles of lists in cli/input/titles.cpp and in docs/point-lists.md together.
+# Holds the titles of lists in velmora/lists/titles.cpp and in docs/point-lists.md together.
 #
 #   cmake -DROOT=<source tree> -P check_titles.cmake
 cmake_minimum_required(VERSION 3.23)
 
-file(READ "${ROOT}/cli/input/titles.cpp" source)
+file(READ "${ROOT}/velmora/lists/titles.cpp" source)
 string(REGEX REPLACE "\nstd::wstring TitleKey.*" "" source "${source}")
 string(REGEX MATCHALL "L\"[^\"]+\"" known "${source}")
 list(TRANSFORM known REPLACE "^L\"(.*)\"$" "\\1")
@@ -18,5 +18,5 @@ list(TRANSFORM documented REPLACE "`" "")
 
 # The order counts too: it decides between several titles of one column. Both lists of ids are the same.
 if(NOT known OR NOT "${known}" STREQUAL "${documented}")
-  message(FATAL_ERROR "docs/point-lists.md and cli/input/titles.cpp differ:\n${documented}\n${known}")
+  message(FATAL_ERROR "docs/point-lists.md and velmora/lists/titles.cpp differ:\n${documented}\n${known}")
 endif()

@@ -1,8 +1,8 @@
 #include "cli/align/ags_result.h"
 
-#include "cli/input/list_source.h"
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
+#include "velmora/lists/list_source.h"
 
 namespace velmora::cli {
 

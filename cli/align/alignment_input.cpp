@@ -1,6 +1,5 @@
 #include "cli/align/alignment_input.h"
 
-#include "cli/input/rows.h"
 #include "cli/terminal/error.h"
 
 namespace velmora::cli {

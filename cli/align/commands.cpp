@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
-#include "cli/input/rows.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
 #include "velmora/alignment/station_text.h"

@@ -4,12 +4,14 @@
 #include "cli/align/commands.h"
 #include "cli/align/exchange_formats.h"
 #include "cli/align/placing.h"
-#include "cli/align/point_list.h"
-#include "cli/input/list_source.h"
+#include "cli/input/carried_columns.h"
+#include "cli/input/list_notes.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/lists/list_source.h"
+#include "velmora/lists/point_list.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::cli {
@@ -55,7 +57,7 @@ exchange::LocatedPoints ReadBorings(const ExportOptions& options, AlignmentInput
                                     std::string* problem) {
   exchange::LocatedPoints borings;
   PointList list(options.points, options.list);
-  list.Report();
+  WarnOf(options.points, list.TakeNotes());
   borings.own_titles = OwnTitles(list.Layout());
   Progress progress("Reading points", list.Size());
   std::uint64_t rows = 0;
@@ -80,6 +82,7 @@ exchange::LocatedPoints ReadBorings(const ExportOptions& options, AlignmentInput
         boring.own.emplace_back(carried.Field(i, column));
     }
   }
+  WarnOf(options.points, list.TakeNotes());
   if (unreadable > 0)
     *problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
                 " not in the result, correct and run again";

@@ -6,16 +6,18 @@
 #include "cli/align/ags_result.h"
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
-#include "cli/align/point_list.h"
 #include "cli/align/swapped_points.h"
-#include "cli/input/list_source.h"
-#include "cli/input/repeated_ids.h"
+#include "cli/input/carried_columns.h"
+#include "cli/input/list_notes.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/lists/list_source.h"
+#include "velmora/lists/point_list.h"
+#include "velmora/lists/repeated_ids.h"
 
 namespace velmora::cli {
 namespace {
@@ -305,7 +307,8 @@ class Results {
     }
   }
 
-  void Finish(const Placer& placer) {
+  // `notes` are on the list as a whole.
+  void Finish(const Placer& placer, const Findings& notes) {
     if (ags_) {
       ags_->Write(output_);
     } else {
@@ -314,7 +317,8 @@ class Results {
     }
     output_.Finish();
     progress_.Clear();
-    ids_.Report(options_.points);
+    WarnOf(options_.points, notes);
+    WarnOf(options_.points, ids_.Note());
     if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
     swapped_.Report(options_.points, options_.list);
     if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
@@ -350,7 +354,7 @@ void AlignLocate(const LocateOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   PointList points(options.points, options.list);
-  points.Report();
+  WarnOf(options.points, points.TakeNotes());
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;
   Results results(options, input, bounds, points);
   const Placer placer(&input, options.mode, AreaOf(options), options.max_offset);
@@ -366,7 +370,7 @@ void AlignLocate(const LocateOptions& options) {
     block = std::make_unique<Block>(bounds, layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
-  results.Finish(placer);
+  results.Finish(placer, points.TakeNotes());
 }
 
 }  // namespace velmora::cli

@@ -5,12 +5,13 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/input/carried_columns.h"
-#include "cli/input/list_reader.h"
-#include "cli/input/list_source.h"
-#include "cli/input/repeated_ids.h"
+#include "cli/input/list_notes.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
+#include "velmora/lists/list_reader.h"
+#include "velmora/lists/list_source.h"
+#include "velmora/lists/repeated_ids.h"
 
 namespace velmora::cli {
 namespace {
@@ -80,7 +81,7 @@ void AlignPlace(const PlaceOptions& options) {
   ReadAlignment(options.file, &input);
   RequirePlan(input);
   ListReader list(options.stations, StationRoles(), options.list);
-  list.Report();
+  WarnOf(options.stations, list.TakeNotes());
   const ListLayout& layout = list.Layout();
   const RowFields& fields = list.Fields();
   const size_t carried = layout.carried.size();
@@ -131,7 +132,8 @@ void AlignPlace(const PlaceOptions& options) {
   records.Finish();
   output.Finish();
   progress.Clear();
-  ids.Report(options.stations);
+  WarnOf(options.stations, list.TakeNotes());
+  WarnOf(options.stations, ids.Note());
   // On descending stations the suite reverses the sign of an offset that it finds, but not of one it places.
   if (IsDescending(input.plan))
     Warn(At(options.file,

@@ -1,9 +1,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
-#include "cli/align/point_list.h"
 #include "cli/align/swapped_points.h"
-#include "cli/input/list_source.h"
-#include "cli/input/repeated_ids.h"
+#include "cli/input/list_notes.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/output/progress.h"
@@ -12,6 +10,9 @@
 #include "velmora/common/paths.h"
 #include "velmora/drawing/alignment_sheet.h"
 #include "velmora/drawing/svg_canvas.h"
+#include "velmora/lists/list_source.h"
+#include "velmora/lists/point_list.h"
+#include "velmora/lists/repeated_ids.h"
 
 namespace velmora::cli {
 namespace {
@@ -26,7 +27,7 @@ struct Borings {
 Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
   Borings borings;
   PointList points(options.points, options.list);
-  points.Report();
+  WarnOf(options.points, points.TakeNotes());
   const Placer placer(input, 0, std::nullopt, options.max_offset);
   Progress progress("Placing borings", points.Size());
   RepeatedIds ids;
@@ -60,7 +61,8 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
     borings.drawn.push_back(std::move(boring));
   }
   progress.Clear();
-  ids.Report(options.points);
+  WarnOf(options.points, points.TakeNotes());
+  WarnOf(options.points, ids.Note());
   if (unreadable > 0)
     borings.problem = first_problem + "; " + std::to_string(unreadable) +
                       (unreadable == 1 ? " row is" : " rows are") +

@@ -1,6 +1,5 @@
 #include "cli/link/script.h"
 
-#include "cli/input/rows.h"
 #include "cli/link/link_text.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/dde_text.h"

@@ -3,20 +3,16 @@
 #include <algorithm>
 
 #include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
 
 std::string EndingOf(const std::string& file) {
-  const size_t name = file.find_last_of("/\\") + 1;
-  const size_t dot = file.rfind('.');
-  if (dot == std::string::npos || dot <= name || dot + 1 == file.size()) return {};
+  const std::string ending = EndingOfName(file);
+  if (ending.empty()) return {};
   const std::optional<FileStatus> status = GetFileStatus(PathAsSpelled(file));
-  if (status && status->kind == FileKind::kOther) return {};
-  std::string ending = file.substr(dot);
-  for (char& c : ending)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
-  return ending;
+  return status && status->kind == FileKind::kOther ? std::string() : ending;
 }
 
 void RequireEnding(const std::string& file, const std::string& what, const std::vector<std::string>& known) {

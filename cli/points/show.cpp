@@ -5,7 +5,6 @@
 #include <memory>
 #include <vector>
 
-#include "cli/input/rows.h"
 #include "cli/output/options.h"
 #include "cli/output/records.h"
 #include "cli/terminal/error.h"

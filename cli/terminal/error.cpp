@@ -2,6 +2,9 @@
 
 #include <cstdio>
 
+#include "velmora/platform/files.h"
+#include "velmora/platform/whole_file.h"
+
 namespace velmora::cli {
 namespace {
 
@@ -31,6 +34,8 @@ std::string Printable(std::string_view text) {
   }
   return line;
 }
+
+void RefuseUnopened(const std::string& file) { throw Refusal(At(file, WhyUnopened(PathFromSystem(file)))); }
 
 void Warn(const std::string& text) {
   const std::string line = "velmora: " + Printable(text) + "\n";

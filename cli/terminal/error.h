@@ -32,6 +32,9 @@ struct ExitWith {
 std::string At(const std::string& file, const std::string& what);
 std::string At(const std::string& file, std::int64_t line, const std::string& what);
 
+// Throws a Refusal that says why a file could not be opened.
+[[noreturn]] void RefuseUnopened(const std::string& file);
+
 // Prints a line on standard error. Does not change the exit status.
 void Warn(const std::string& text);
 

@@ -111,8 +111,14 @@ static void CheckRoads(const char *examples, const char *folder) {
   CHECK(strcmp(velmora_road_name(road), "V\xC3\xA4g 943 Norrsj\xC3\xB6") == 0);
   CheckPlaces(road);
   CheckFormats(road, folder);
-  char *svg;
+  char *svg, *bytes;
   size_t size;
+  velmora_road *again;
+  CHECK(velmora_road_text(road, &bytes, &size, 0, &error) == VELMORA_OK);
+  CHECK(velmora_road_parse(bytes, size, &again, &error) == VELMORA_OK);
+  CHECK(velmora_road_plan(again, NULL, 0) == velmora_road_plan(road, NULL, 0));
+  velmora_road_close(again);
+  velmora_free(bytes);
   CHECK(velmora_road_svg(road, &svg, &size, &error) == VELMORA_OK && strlen(svg) == size);
   CHECK(strncmp(svg, "<?xml", 5) == 0 || strncmp(svg, "<svg", 4) == 0);
   velmora_free(svg);
@@ -181,10 +187,38 @@ static void CheckCodes(const char *folder) {
   CHECK(velmora_codes_write(path, &bad, 1, 0, &error) == VELMORA_BAD_ARGUMENT);
 }
 
+static void CheckPoints(const char *examples, const char *folder) {
+  velmora_points *points;
+  const double *northing, *easting, *level;
+  const int64_t *line;
+  const char *title = "";
+  velmora_finding finding;
+  CHECK(velmora_points_read(In(examples, "borings.csv"), NULL, &points, &error) == VELMORA_OK);
+  CHECK(velmora_points_arrays(points, &northing, &easting, &level, &line) == 22);
+  CHECK(strcmp(velmora_points_id(points, 1), "24V002") == 0 && northing[1] == 6652245.816);
+  CHECK(velmora_points_finding(points, 0, &finding) == 1 && (finding.flags & VELMORA_MISREAD) && finding.line > 0);
+  velmora_points_close(points);
+  const char *path = In(folder, "list.csv");
+  Write(path, "Nr;Y;X;Djup\nA;2,5;1,5;7\nA;4;3;\n");
+  velmora_list_options options = VELMORA_LIST_OPTIONS_INIT;
+  options.id = "Nr";
+  options.decimal = ',';
+  CHECK(velmora_points_read(path, &options, &points, &error) == VELMORA_OK);
+  CHECK(velmora_points_arrays(points, &northing, &easting, &level, NULL) == 2);
+  CHECK(northing[0] == 1.5 && easting[0] == 2.5 && isnan(level[0]));
+  CHECK(velmora_points_column(points, 0, &title) == 1 && strcmp(title, "Djup") == 0);
+  CHECK(strcmp(velmora_points_field(points, 0, 0), "7") == 0 && *velmora_points_field(points, 9, 9) == '\0');
+  velmora_points_close(points);
+  options.northing = "none";
+  CHECK(velmora_points_read(path, &options, &points, &error) == VELMORA_NOT_READ && error.line == 1);
+  CHECK(velmora_points_read(In(folder, "none.csv"), NULL, &points, &error) == VELMORA_NOT_OPENED);
+}
+
 int main(int argc, char **argv) {
   if (argc != 3) return 2;
   CHECK(strcmp(velmora_version_text(), "") != 0 && velmora_version() > 0);
   CheckRoads(argv[1], argv[2]);
+  CheckPoints(argv[1], argv[2]);
   CheckSettings(argv[2]);
   CheckCodes(argv[2]);
   velmora_project *project;

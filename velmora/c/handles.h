@@ -2,6 +2,7 @@
 #ifndef VELMORA_C_HANDLES_H_
 #define VELMORA_C_HANDLES_H_
 
+#include <cstring>
 #include <exception>
 #include <new>
 #include <optional>
@@ -76,6 +77,17 @@ std::string Text(const char* utf8, const char* what);
 CString PathToRead(const char* path);
 CString PathToWrite(const char* path);
 void RequireFlags(std::uint32_t flags, std::uint32_t known);
+
+// Options of an earlier version are shorter.
+template <class Options>
+Options OptionsOf(const Options* given, const Options& usual) {
+  Options options = usual;
+  if (given == nullptr) return options;
+  Require(given->size > sizeof(size_t) && given->size <= sizeof(Options),
+          "the size in the options is not that of this version");
+  std::memcpy(&options, given, given->size);
+  return options;
+}
 
 // Fills in a finding; returns their number.
 size_t FindingAt(const Findings& findings, size_t index, velmora_finding* finding);

@@ -34,28 +34,6 @@ namespace {
 using exchange::ImportedRoad;
 using RoadHandle = std::unique_ptr<velmora_road>;
 
-// With its dot, in small letters.
-std::string EndingOf(const CString& path) {
-  std::string name = ToUtf8(NameOfPath(path));
-  const size_t dot = name.rfind('.');
-  if (dot == std::string::npos) return {};
-  name.erase(0, dot);
-  for (char& c : name)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
-  return name;
-}
-
-// Options of an earlier version are shorter.
-template <class Options>
-Options OptionsOf(const Options* given, const Options& usual) {
-  Options options = usual;
-  if (given == nullptr) return options;
-  Require(given->size > sizeof(size_t) && given->size <= sizeof(Options),
-          "the size in the options is not that of this version");
-  std::memcpy(&options, given, given->size);
-  return options;
-}
-
 void Append(const BoundedFindings& from, Findings* to) {
   to->insert(to->end(), from.listed.begin(), from.listed.end());
   if (from.left_out > 0) to->push_back({0, "and " + std::to_string(from.left_out) + " more", false, false});
@@ -166,9 +144,29 @@ std::vector<double> StationsEach(double every, const std::vector<kovltype>& plan
   return stations;
 }
 
+// Throws a Failure when the road, or the file that it was read from, has something that `what` leaves out.
+void RefuseLoss(const velmora_road& road, const exchange::RoadFormat* format, const char* path) {
+  const auto lose = [&](const std::string& what) {
+    throw Failure{VELMORA_WOULD_LOSE, what + "; VELMORA_FORCE writes it without", path};
+  };
+  if (road.skipped) lose("the road was read from a file of which lines were skipped");
+  if (format != nullptr && !format->has_profile && !road.profile.empty())
+    lose("this format has no place for the profile");
+  if (format == nullptr && exchange::NameForFile(road.name) != road.name)
+    lose("an alignment file cannot hold all letters of the road's name");
+}
+
+// A copy for velmora_free.
+char* CopyOf(const std::string& text) {
+  char* const copy = static_cast<char*>(std::malloc(text.size() + 1));
+  if (copy == nullptr) throw std::bad_alloc();
+  std::memcpy(copy, text.c_str(), text.size() + 1);
+  return copy;
+}
+
 void SaveRoad(const velmora_road& road, const char* path, const velmora_write_options& options, bool force) {
   const CString target = PathToWrite(path);
-  const std::string ending = EndingOf(target);
+  const std::string ending = EndingOfName(path);
   std::string why;
   const exchange::RoadFormat* const format = exchange::RoadFormatOf(ending, &why);
   if (format == nullptr && ending != ".vl")
@@ -178,16 +176,7 @@ void SaveRoad(const velmora_road& road, const char* path, const velmora_write_op
                   path};
   exchange::ExportInput input;
   input.road = {road.name, road.places.Plan(), road.profile};
-  if (!force) {
-    const auto lose = [&](const std::string& what) {
-      throw Failure{VELMORA_WOULD_LOSE, what + "; VELMORA_FORCE writes it without", path};
-    };
-    if (road.skipped) lose("the road was read from a file of which lines were skipped");
-    if (format != nullptr && !format->has_profile && !road.profile.empty())
-      lose("this format has no place for the profile");
-    if (format == nullptr && exchange::NameForFile(road.name) != road.name)
-      lose("an alignment file cannot hold all letters of the road's name");
-  }
+  if (!force) RefuseLoss(road, format, path);
   Require(input.road.plan.size() >= 2 || format == nullptr, "the road has no plan");
   FileReplacement file;
   if (!file.Begin(target))
@@ -224,7 +213,7 @@ velmora_status velmora_road_read(const char* path, const velmora_read_options* o
     const velmora_read_options used = c::OptionsOf(options, usual);
     std::string why;
     const velmora::exchange::RoadFormat* const format =
-        velmora::exchange::RoadFormatOf(c::EndingOf(file), &why);
+        velmora::exchange::RoadFormatOf(velmora::EndingOfName(path), &why);
     if (!why.empty()) throw Failure{VELMORA_NOT_SUPPORTED, why, path};
     velmora::TextReader reader;
     if (!velmora::IsFile(file) || !reader.Open(file))
@@ -331,6 +320,22 @@ size_t velmora_road_finding(const velmora_road* road, size_t index, velmora_find
   return road == nullptr ? 0 : c::FindingAt(road->findings, index, finding);
 }
 
+velmora_status velmora_road_text(const velmora_road* road, char** bytes, size_t* size, uint32_t flags,
+                                 velmora_error* error) {
+  if (bytes != nullptr) *bytes = nullptr;
+  return c::Guarded(error, [&] {
+    Require(road != nullptr && bytes != nullptr && size != nullptr,
+            "the road, or a pointer for its text, is null");
+    c::RequireFlags(flags, VELMORA_FORCE);
+    if ((flags & VELMORA_FORCE) == 0) c::RefuseLoss(*road, nullptr, "");
+    std::string text;
+    velmora::exchange::WriteAlignment({road->name, road->places.Plan(), road->profile},
+                                      [&](std::string_view more) { text += more; });
+    *bytes = c::CopyOf(text);
+    *size = text.size();
+  });
+}
+
 velmora_status velmora_road_svg(const velmora_road* road, char** svg, size_t* size, velmora_error* error) {
   if (svg != nullptr) *svg = nullptr;
   return c::Guarded(error, [&] {
@@ -343,10 +348,7 @@ velmora_status velmora_road_svg(const velmora_road* road, char** svg, size_t* si
     velmora::drawing::SvgCanvas canvas;
     velmora::drawing::DrawAlignment(input, canvas);
     const std::string text = canvas.Finish();
-    char* const copy = static_cast<char*>(std::malloc(text.size() + 1));
-    if (copy == nullptr) throw std::bad_alloc();
-    std::memcpy(copy, text.c_str(), text.size() + 1);
-    *svg = copy;
+    *svg = c::CopyOf(text);
     if (size != nullptr) *size = text.size();
   });
 }

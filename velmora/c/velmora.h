@@ -24,8 +24,8 @@
 #ifndef VELMORA_C_VELMORA_H_
 #define VELMORA_C_VELMORA_H_
 
-#include <stddef.h>
-#include <stdint.h>
+#include <stddef.h> /* NOLINT(modernize-deprecated-headers) */
+#include <stdint.h> /* NOLINT(modernize-deprecated-headers) */
 
 #include "velmora/export.h"
 
@@ -166,6 +166,11 @@ VELMORA_API velmora_status velmora_road_measure(const velmora_road* road, velmor
  */
 VELMORA_API size_t velmora_road_finding(const velmora_road* road, size_t index, velmora_finding* finding);
 
+/* The road as the bytes of an alignment file, as velmora_road_write writes it; freed by velmora_free. Flags
+ * and VELMORA_WOULD_LOSE as there. */
+VELMORA_API velmora_status velmora_road_text(const velmora_road* road, char** bytes, size_t* size,
+                                             uint32_t flags, velmora_error* error);
+
 /* The drawing of plan and profile on one sheet, as SVG; freed by velmora_free. */
 VELMORA_API velmora_status velmora_road_svg(const velmora_road* road, char** svg, size_t* size,
                                             velmora_error* error);
@@ -210,6 +215,45 @@ VELMORA_API velmora_status velmora_place(const velmora_road* road, size_t count,
 VELMORA_API velmora_status velmora_level(const velmora_road* road, size_t count, const double* station,
                                          ptrdiff_t station_step, double* level, ptrdiff_t level_step,
                                          int threads, velmora_error* error);
+
+/* ---- lists of points: text of any usual form, AGS4 (.ags), a layer of a GeoPackage ("x.gpkg" or
+ * "x.gpkg:layer")
+ *
+ * Columns are found by their titles, as the command finds them (docs/point-lists.md); texts of errors name
+ * the command's options, of which these are the fields. */
+
+typedef struct velmora_points velmora_points;
+
+/* Start from VELMORA_LIST_OPTIONS_INIT; null means the same. Delimiter, decimal sign and encoding are for
+ * text only. */
+typedef struct velmora_list_options {
+  size_t size;                                 /* of this struct */
+  const char *id, *northing, *easting, *level; /* title or number, from 1, of a column; null: found */
+  const char* encoding; /* "utf-8", "windows-1252", "utf-16le" or "utf-16be", without a mark; null: found */
+  char delimiter;       /* 0: found */
+  char decimal;         /* '.' or ','; 0: either */
+  char east_first;      /* not 0: northing and easting are exchanged */
+} velmora_list_options;
+#define VELMORA_LIST_OPTIONS_INIT \
+  { sizeof(velmora_list_options), NULL, NULL, NULL, NULL, NULL, 0, 0, 0 }
+
+/* Reads a list whole. Rows that are not points are findings with their line, and are not among the points. */
+VELMORA_API velmora_status velmora_points_read(const char* path, const velmora_list_options* options,
+                                               velmora_points** points, velmora_error* error);
+VELMORA_API void velmora_points_close(velmora_points* points);
+/* Returns the number of points; the arrays have so many elements, and a level that is missing is NaN. Any
+ * pointer may be null. */
+VELMORA_API size_t velmora_points_arrays(const velmora_points* points, const double** northing,
+                                         const double** easting, const double** level, const int64_t** line);
+/* "" without one. */
+VELMORA_API const char* velmora_points_id(const velmora_points* points, size_t point);
+/* The number of the list's other columns, and the title of one of them. */
+VELMORA_API size_t velmora_points_column(const velmora_points* points, size_t column, const char** title);
+/* What a point has in one of them; "" where it has nothing. */
+VELMORA_API const char* velmora_points_field(const velmora_points* points, size_t point, size_t column);
+/* As velmora_road_finding; ids that come twice are among them. */
+VELMORA_API size_t velmora_points_finding(const velmora_points* points, size_t index,
+                                          velmora_finding* finding);
 
 /* ---- settings: the parameter files TUNDRIL.CFG, TUNDRIL.PAR, KARSK.PAR and JB23.PAR
  *

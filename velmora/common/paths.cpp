@@ -41,4 +41,14 @@ CString SortUpper(const CString& text) {
   return CString(raised);
 }
 
+std::string EndingOfName(std::string_view path) {
+  const size_t name = path.find_last_of("/\\") + 1;
+  const size_t dot = path.rfind('.');
+  if (dot == std::string_view::npos || dot <= name || dot + 1 == path.size()) return {};
+  std::string ending(path.substr(dot));
+  for (char& c : ending)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+  return ending;
+}
+
 }  // namespace velmora

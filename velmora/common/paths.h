@@ -2,6 +2,9 @@
 #ifndef VELMORA_COMMON_PATHS_H_
 #define VELMORA_COMMON_PATHS_H_
 
+#include <string>
+#include <string_view>
+
 #include "velmora/export.h"
 #include "velmora/text/string.h"
 
@@ -22,6 +25,9 @@ VELMORA_API CString JoinPath(const CString& folder, const CString& name);
 // The part after the last of the system's separators (platform/files.h); the whole path without one. Nothing
 // is trimmed.
 VELMORA_API CString NameOfPath(const CString& path);
+
+// The ending of a file's name with its dot, in small letters: ".csv". Empty for a name without one.
+std::string EndingOfName(std::string_view path);
 
 // Converts a to z to capitals. Required: å, ä and ö keep their case in sort keys, as in existing listings.
 VELMORA_API CString SortUpper(const CString& text);

@@ -1,8 +1,8 @@
 // Rows of a list of points or stations: comma, semicolon or tab between the fields, UTF-8, UTF-16 or
 // Windows-1252, with or without a byte-order mark. A row is a line, or several where a field in quotes holds
 // line breaks.
-#ifndef VELMORA_CLI_INPUT_ROWS_H_
-#define VELMORA_CLI_INPUT_ROWS_H_
+#ifndef VELMORA_LISTS_ROWS_H_
+#define VELMORA_LISTS_ROWS_H_
 
 #include <algorithm>
 #include <cstdint>
@@ -10,13 +10,11 @@
 #include <string>
 #include <string_view>
 
-#include "cli/input/list_source.h"
+#include "velmora/common/finding.h"
+#include "velmora/lists/list_source.h"
 #include "velmora/text/codepage.h"
 
-namespace velmora::cli {
-
-// Throws a Refusal that says why a file could not be opened.
-[[noreturn]] void RefuseUnopened(const std::string& file);
+namespace velmora {
 
 // The row at the start of a text.
 struct RowExtent {
@@ -73,7 +71,7 @@ class RowReader {
   static constexpr size_t kBlockSize = size_t{512} << 10;
 
   // `file` as for OpenList. `encoding` is that of a file without a byte-order mark; nothing: as in RowBlock.
-  // Blocks have about `block_size` bytes. Throws a Refusal when the file cannot be opened.
+  // Blocks have about `block_size` bytes. Throws a ListError when the file cannot be opened.
   RowReader(std::string file, std::optional<TextEncoding> encoding, size_t block_size = kBlockSize);
 
   // For the rows before the separator is known: what was read and not yet taken. More reads on and returns
@@ -87,12 +85,14 @@ class RowReader {
   // For rows that take `factor` times the memory of other lists' rows.
   void ShrinkBlocks(size_t factor) { block_size_ = std::max<size_t>(1, block_size_ / factor); }
 
-  // The next rows. False at the end; throws a Refusal when the file cannot be read on or has a line that is
+  // The next rows. False at the end; throws a ListError when the file cannot be read on or has a line that is
   // too long.
   bool NextBlock(char separator, RowBlock* block);
   // The same for a single one, valid until the next call.
   bool NextRow(char separator, Row* row);
 
+  // At the end: text that is not read behind an end-of-file character.
+  const std::optional<Finding>& EndNote() const { return end_note_; }
   // Of the next row.
   std::int64_t Line() const { return line_; }
   const std::string& File() const { return file_; }
@@ -116,8 +116,9 @@ class RowReader {
   std::int64_t line_;
   std::uint64_t consumed_ = 0;
   bool at_end_ = false;
+  std::optional<Finding> end_note_;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_ROWS_H_
+#endif  // VELMORA_LISTS_ROWS_H_

@@ -1,16 +1,16 @@
 // Points to be placed, from a list: one row at a time, or many.
-#ifndef VELMORA_CLI_ALIGN_POINT_LIST_H_
-#define VELMORA_CLI_ALIGN_POINT_LIST_H_
+#ifndef VELMORA_LISTS_POINT_LIST_H_
+#define VELMORA_LISTS_POINT_LIST_H_
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "cli/input/carried_columns.h"
-#include "cli/input/list_reader.h"
+#include "velmora/lists/carried_fields.h"
+#include "velmora/lists/list_reader.h"
 
-namespace velmora::cli {
+namespace velmora {
 
 struct ListedPoint {
   std::int64_t line = 0;
@@ -27,7 +27,7 @@ class PointList {
   PointList(const std::string& file, const ListOptions& options, size_t block_size = RowReader::kBlockSize)
       : list_(file, PointRoles(), options, block_size) {}
   bool Next(ListedPoint* point);
-  void Report() const { list_.Report(); }
+  Findings TakeNotes() { return list_.TakeNotes(); }
 
   // For many rows at once: blocks for PointsOfBlock, from any thread.
   bool NextBlock(RowBlock* block) { return list_.NextBlock(block); }
@@ -44,6 +44,6 @@ class PointList {
 void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<ListedPoint>* points,
                    CarriedFields* carried);
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_ALIGN_POINT_LIST_H_
+#endif  // VELMORA_LISTS_POINT_LIST_H_

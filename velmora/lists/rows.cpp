@@ -1,15 +1,13 @@
-#include "cli/input/rows.h"
+#include "velmora/lists/rows.h"
 
 #include <algorithm>
 #include <span>
 
-#include "cli/input/fields.h"
-#include "cli/terminal/error.h"
-#include "velmora/platform/files.h"
-#include "velmora/platform/whole_file.h"
+#include "velmora/lists/fields.h"
+#include "velmora/lists/list_error.h"
 #include "velmora/text/string.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 constexpr size_t kNone = std::string_view::npos;
@@ -33,8 +31,6 @@ size_t ClosingQuote(std::string_view text, size_t at) {
 }
 
 }  // namespace
-
-void RefuseUnopened(const std::string& file) { throw Refusal(At(file, WhyUnopened(PathFromSystem(file)))); }
 
 RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   RowExtent row;
@@ -115,7 +111,7 @@ void RowReader::ReadInto(std::string* to) {
   const std::int64_t count = source_.read(std::span(*to).subspan(before));
   to->resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (count < 0)
-    throw Refusal(At(file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"));
+    throw ListError{file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"};
   at_end_ = count == 0;
   consumed_ += static_cast<std::uint64_t>(count);
 }
@@ -132,8 +128,8 @@ void RowReader::EndAtMark(size_t from) {
   // Some programs fill the file up with these.
   const auto fills = [](char c) { return c == kEndOfFile || c == '\0' || IsBlankByte(c); };
   if (!std::all_of(rest.begin(), rest.end(), fills))
-    Warn(At(file_, line_ + LineFeeds(pending_),
-            "ends here, at an end-of-file character (0x1A); what follows it is not read"));
+    end_note_ = Finding{line_ + LineFeeds(pending_),
+                        "ends here, at an end-of-file character (0x1A); what follows it is not read"};
 }
 
 // Decodes the units read so far, but for a half one at the end and the first half of a pair.
@@ -199,7 +195,7 @@ bool RowReader::NextRow(char separator, Row* row) {
 }
 
 void RowReader::RefuseLongRow(std::int64_t line) const {
-  throw Refusal(At(file_, line, "this line is too long for a row; is the file a list of points?"));
+  throw ListError{file_, line, "this line is too long for a row; is the file a list of points?"};
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

@@ -1,12 +1,10 @@
-#include "cli/input/repeated_ids.h"
+#include "velmora/lists/repeated_ids.h"
 
 #include <algorithm>
 #include <functional>
 #include <utility>
 
-#include "cli/terminal/error.h"
-
-namespace velmora::cli {
+namespace velmora {
 
 // The id's slot or the empty one for it; null where a made-up list has filled all slots that it can have.
 RepeatedIds::Slot* RepeatedIds::Find(std::uint64_t hash) {
@@ -41,14 +39,14 @@ void RepeatedIds::Add(std::string_view id, std::int64_t line) {
   if (++used_ * 2 > slots_.size()) Grow();
 }
 
-void RepeatedIds::Report(const std::string& file) const {
-  if (repeated_ == 0) return;
+std::optional<Finding> RepeatedIds::Note() const {
+  if (repeated_ == 0) return std::nullopt;
   const std::int64_t more = repeated_ - 1;
-  Warn(At(file, again_line_,
-          "id " + Quoted(first_id_) + " is on line " + std::to_string(first_line_) + " too" +
-              (more == 0 ? ""
-                         : "; " + std::to_string(more) +
-                               (more == 1 ? " more row repeats" : " more rows repeat") + " an id")));
+  return Finding{again_line_,
+                 "id " + Quoted(first_id_) + " is on line " + std::to_string(first_line_) + " too" +
+                     (more == 0 ? ""
+                                : "; " + std::to_string(more) +
+                                      (more == 1 ? " more row repeats" : " more rows repeat") + " an id")};
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

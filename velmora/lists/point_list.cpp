@@ -1,6 +1,6 @@
-#include "cli/align/point_list.h"
+#include "velmora/lists/point_list.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
@@ -36,4 +36,4 @@ void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<
   });
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

@@ -1,21 +1,21 @@
 // Reads a list of points or stations: which column is which, then its rows.
-#ifndef VELMORA_CLI_INPUT_LIST_READER_H_
-#define VELMORA_CLI_INPUT_LIST_READER_H_
+#ifndef VELMORA_LISTS_LIST_READER_H_
+#define VELMORA_LISTS_LIST_READER_H_
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "cli/input/layout.h"
-#include "cli/input/list_options.h"
-#include "cli/input/rows.h"
-#include "cli/input/titles.h"
+#include "velmora/lists/layout.h"
+#include "velmora/lists/list_options.h"
+#include "velmora/lists/rows.h"
+#include "velmora/lists/titles.h"
 
-namespace velmora::cli {
+namespace velmora {
 
 class ListReader {
  public:
-  // Finds the columns. Throws a Refusal when the file cannot be opened, and when it is not clear which
+  // Finds the columns. Throws a ListError when the file cannot be opened, and when it is not clear which
   // columns the required ones are.
   ListReader(const std::string& file, const std::vector<Role>& roles, const ListOptions& options,
              size_t block_size = RowReader::kBlockSize);
@@ -23,10 +23,10 @@ class ListReader {
   ListReader& operator=(const ListReader&) = delete;
 
   const ListLayout& Layout() const { return layout_; }
-  // Prints the layout's notes.
-  void Report() const;
+  // What the user should know about the list, found since the last call: at the start and at the end.
+  Findings TakeNotes();
 
-  // The next row with anything in it, in Fields. False at the end; throws a Refusal when the file cannot be
+  // The next row with anything in it, in Fields. False at the end; throws a ListError when the file cannot be
   // read.
   bool Next();
   const RowFields& Fields() const { return fields_; }
@@ -46,11 +46,12 @@ class ListReader {
   ListLayout layout_;
   RowFields fields_;
   Row row_;
+  bool end_noted_ = false;
 };
 
 // As ListReader::Problem, for a role's field.
 std::string NotANumber(const Role& role, std::string_view field);
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_LIST_READER_H_
+#endif  // VELMORA_LISTS_LIST_READER_H_

@@ -1,4 +1,4 @@
-#include "cli/input/fields.h"
+#include "velmora/lists/fields.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 // The number of a plain field: a sign, at most fifteen digits and one decimal sign.
@@ -145,4 +145,4 @@ void SplitRow(std::string_view row, char separator, size_t most, std::vector<std
   }
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

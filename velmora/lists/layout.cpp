@@ -1,6 +1,6 @@
-#include "cli/input/layout.h"
+#include "velmora/lists/layout.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 bool IsDigits(std::string_view text) {
@@ -61,4 +61,4 @@ void RowFields::CheckCommas(size_t count) {
                " (a decimal comma? else give --decimal point)";
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

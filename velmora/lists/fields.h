@@ -1,6 +1,6 @@
 // A row's fields and the numbers in them. All text is UTF-8.
-#ifndef VELMORA_CLI_INPUT_FIELDS_H_
-#define VELMORA_CLI_INPUT_FIELDS_H_
+#ifndef VELMORA_LISTS_FIELDS_H_
+#define VELMORA_LISTS_FIELDS_H_
 
 #include <optional>
 #include <string>
@@ -9,7 +9,7 @@
 
 #include "velmora/text/codepage.h"
 
-namespace velmora::cli {
+namespace velmora {
 
 enum class DecimalSign { kEither, kPoint, kComma };
 
@@ -39,6 +39,6 @@ std::string_view DecodeRow(std::string_view row, std::optional<TextEncoding> enc
 void SplitRow(std::string_view row, char separator, size_t most, std::vector<std::string_view>* fields,
               std::string* unquoted);
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_FIELDS_H_
+#endif  // VELMORA_LISTS_FIELDS_H_

@@ -1,12 +1,12 @@
-#include "cli/input/find_columns.h"
+#include "velmora/lists/find_columns.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "cli/terminal/error.h"
+#include "velmora/lists/list_error.h"
 #include "velmora/text/letters.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 using Fields = std::vector<std::string>;
@@ -81,8 +81,11 @@ class Finder {
   DecimalSign DecimalOf(char separator) const {
     return options_.decimal.value_or(separator == ',' ? DecimalSign::kPoint : DecimalSign::kEither);
   }
-  std::string AtLine(std::int64_t line, const std::string& what) const {
-    return At(rows_->File(), line, what);
+  ListError Error(std::int64_t line, std::string what) const {
+    return {rows_->File(), line, std::move(what)};
+  }
+  void Note(std::int64_t line, std::string what) {
+    layout_.notes.push_back({line, std::move(what), false, false});
   }
 
   void ReadFirstRows() {
@@ -127,7 +130,7 @@ class Finder {
     Fields fields(views.begin(), views.end());
     while (!fields.empty() && fields.back().empty()) fields.pop_back();
     if (candidates_.empty() && HasLoneReturn(row.bytes))
-      throw Refusal(AtLine(row.line, "its lines end in CR alone; save the list with CR LF or LF"));
+      throw Error(row.line, "its lines end in CR alone; save the list with CR LF or LF");
     if (!fields.empty() || !candidates_.empty())
       candidates_.push_back({row.line, 0, 0, separator, std::move(fields), views.size(), row.unclosed});
   }
@@ -219,7 +222,7 @@ class Finder {
     NoteSameTitles(row);
     header_line_ = row.line;
     if (row.line != candidates_[0].line)
-      layout_.notes.push_back(AtLine(row.line, "is taken for the header, and what is above it for a title"));
+      Note(row.line, "is taken for the header, and what is above it for a title");
     rows_->Skip(row.end, row.lines_end);
   }
 
@@ -231,10 +234,9 @@ class Finder {
       const std::wstring key = TitleKey(WideFromUtf8(row.fields[*column]));
       for (size_t k = *column + 1; k < row.fields.size(); ++k) {
         if (TitleKey(WideFromUtf8(row.fields[k])) != key) continue;
-        layout_.notes.push_back(AtLine(
-            row.line, roles_[i].name + " is column " + std::to_string(*column + 1) + ", though column " +
-                          std::to_string(k + 1) + " has the same title; --columns " + roles_[i].key +
-                          "=NUMBER takes another"));
+        Note(row.line, roles_[i].name + " is column " + std::to_string(*column + 1) + ", though column " +
+                           std::to_string(k + 1) + " has the same title; --columns " + roles_[i].key +
+                           "=NUMBER takes another");
         break;
       }
     }
@@ -258,27 +260,26 @@ class Finder {
     }
     for (size_t i = 0; i < roles_.size(); ++i)
       if (roles_[i].required && !layout_.columns[i])
-        throw Refusal(AtLine(row.line, "has no header; name " + roles_[i].name +
-                                           " by its number too: --columns " + roles_[i].key + "=NUMBER"));
+        throw Error(row.line, "has no header; name " + roles_[i].name + " by its number too: --columns " +
+                                  roles_[i].key + "=NUMBER");
     layout_.width = std::max(layout_.width, row.count);
   }
 
   [[noreturn]] void RefuseUnclosed(const Candidate& row) const {
-    throw Refusal(AtLine(row.line, "a quote in the header is not closed; close or remove it"));
+    throw Error(row.line, "a quote in the header is not closed; close or remove it");
   }
 
   [[noreturn]] void RefuseTitle(const Candidate& row, const std::string& title) const {
-    throw Refusal(AtLine(row.line, "no column " + Quoted(title) + " among " + Listed(row.fields) +
-                                       "; give --columns a title or a number that the list has"));
+    throw Error(row.line, "no column " + Quoted(title) + " among " + Listed(row.fields) +
+                              "; give --columns a title or a number that the list has");
   }
 
   [[noreturn]] void RefuseHeader(const Candidate& row) const {
     if (row.unclosed) RefuseUnclosed(row);
     if (row.fields.size() == 1 && !HasOnlyNumber(row))
-      throw Refusal(
-          AtLine(row.line,
-                 "has only one column; a list has a comma, semicolon or tab between its columns, and is "
-                 "UTF-8 or Windows-1252 text"));
+      throw Error(row.line,
+                  "has only one column; a list has a comma, semicolon or tab between its columns, and is "
+                  "UTF-8 or Windows-1252 text");
     Columns columns;
     IsHeader(row, &columns);
     std::string missing;
@@ -287,15 +288,15 @@ class Finder {
       if (columns[i]) continue;
       if (const auto named = options_.columns.find(roles_[i].key); named != options_.columns.end()) {
         if (!ColumnNumber(named->second)) RefuseTitle(row, named->second);
-        throw Refusal(AtLine(
-            row.line, "has " + std::to_string(row.count) + " columns; --columns gives a number beyond them"));
+        throw Error(row.line,
+                    "has " + std::to_string(row.count) + " columns; --columns gives a number beyond them");
       }
       if (!roles_[i].required) continue;
       missing += (missing.empty() ? "" : " and ") + roles_[i].name;
       names += (names.empty() ? "" : ",") + roles_[i].key + "=COLUMN";
     }
-    throw Refusal(AtLine(row.line, "no column for " + missing + " among " + Listed(row.fields) +
-                                       "; name it with --columns " + names + " (its title or number)"));
+    throw Error(row.line, "no column for " + missing + " among " + Listed(row.fields) +
+                              "; name it with --columns " + names + " (its title or number)");
   }
 
   // A row of a list without a header that has one column, in which a single required number can be.
@@ -318,16 +319,16 @@ class Finder {
     const size_t count = row.fields.size();
     if ((count <= 3 && numbers == count) || (id && std::trunc(*id) != *id)) {
       const std::string with_id = Positions(0, count);
-      throw Refusal(AtLine(row.line, "has " + std::to_string(numbers) +
-                                         " numbers and no header; say which is which: " + with_id +
-                                         (with_id.empty() ? "" : " or ") + Positions(1, count)));
+      throw Error(row.line, "has " + std::to_string(numbers) +
+                                " numbers and no header; say which is which: " + with_id +
+                                (with_id.empty() ? "" : " or ") + Positions(1, count));
     }
     if (row.separator == ',' && !points && count > positions_ && FieldNumber(row.fields[positions_], decimal))
-      throw Refusal(AtLine(
-          row.line, "has " + std::to_string(count) +
-                        " columns and no header; with decimal commas, separate the columns by semicolons, "
-                        "else say which is which: " +
-                        Positions(0, count)));
+      throw Error(row.line,
+                  "has " + std::to_string(count) +
+                      " columns and no header; with decimal commas, separate the columns by semicolons, "
+                      "else say which is which: " +
+                      Positions(0, count));
   }
 
   // "--columns id=1,n=2": the roles from `first` on in the list's columns; empty when a required one is
@@ -344,13 +345,13 @@ class Finder {
 
   ListLayout Finished() {
     if (layout_.width > kMostColumns)
-      throw Refusal(AtLine(candidates_[0].line, "has more than " + std::to_string(kMostColumns) +
-                                                    " columns; is the file a list of points?"));
+      throw Error(candidates_[0].line, "has more than " + std::to_string(kMostColumns) +
+                                           " columns; is the file a list of points?");
     for (size_t i = 0; i < roles_.size(); ++i)
       for (size_t k = 0; k < i; ++k)
         if (layout_.columns[i] && layout_.columns[i] == layout_.columns[k])
-          throw Refusal(AtLine(candidates_[0].line, "--columns gives " + roles_[k].name + " and " +
-                                                        roles_[i].name + " the same column"));
+          throw Error(candidates_[0].line,
+                      "--columns gives " + roles_[k].name + " and " + roles_[i].name + " the same column");
     layout_.decimal = DecimalOf(layout_.separator);
     layout_.doubtful_commas = layout_.separator == ',' && options_.decimal != DecimalSign::kPoint;
     for (size_t i = 0; i + 1 < roles_.size(); ++i)
@@ -391,8 +392,8 @@ class Finder {
       names += (names.empty() ? "" : ",") + roles_[i].key + "=TITLE";
     }
     if (unknown.empty() || missing.empty()) return;
-    layout_.notes.push_back(AtLine(header_line_, "no column for " + missing + " among " + unknown +
-                                                     "; name it with --columns " + names));
+    Note(header_line_,
+         "no column for " + missing + " among " + unknown + "; name it with --columns " + names);
   }
 
   const std::vector<Role>& roles_;
@@ -414,4 +415,4 @@ ListLayout FindColumns(const std::vector<Role>& roles, const ListOptions& option
   return Finder(roles, options, rows).Find();
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

@@ -1,6 +1,6 @@
 // Where the fields of a list's rows are, and the fields of one row.
-#ifndef VELMORA_CLI_INPUT_LAYOUT_H_
-#define VELMORA_CLI_INPUT_LAYOUT_H_
+#ifndef VELMORA_LISTS_LAYOUT_H_
+#define VELMORA_LISTS_LAYOUT_H_
 
 #include <cstdint>
 #include <optional>
@@ -8,10 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/input/fields.h"
-#include "cli/input/rows.h"
+#include "velmora/common/finding.h"
+#include "velmora/lists/fields.h"
+#include "velmora/lists/rows.h"
 
-namespace velmora::cli {
+namespace velmora {
 
 struct ListLayout {
   char separator = ',';
@@ -26,8 +27,8 @@ struct ListLayout {
     size_t column;
     std::string title;
   };
-  std::vector<Carried> carried;    // the columns without a role, in the order of the list
-  std::vector<std::string> notes;  // for the user: titles that are not known, text above the header
+  std::vector<Carried> carried;  // the columns without a role, in the order of the list
+  Findings notes;                // for the user: titles that are not known, text above the header
 };
 
 // The fields of a row, as UTF-8: views into the row where that is possible.
@@ -61,6 +62,6 @@ class RowFields {
   std::string problem_;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_LAYOUT_H_
+#endif  // VELMORA_LISTS_LAYOUT_H_

@@ -1,13 +1,13 @@
 // What the columns of lists hold, and the titles by which they are found. docs/point-lists.md lists the same
 // titles; the test `titles` compares them.
-#ifndef VELMORA_CLI_INPUT_TITLES_H_
-#define VELMORA_CLI_INPUT_TITLES_H_
+#ifndef VELMORA_LISTS_TITLES_H_
+#define VELMORA_LISTS_TITLES_H_
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace velmora::cli {
+namespace velmora {
 
 // A column that a reader asks for. Without a header the columns are in the order of their roles.
 struct Role {
@@ -28,6 +28,6 @@ const std::vector<Role>& StationRoles();
 // case, and with a for å and ä, o for ö.
 std::wstring TitleKey(std::wstring_view title);
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_TITLES_H_
+#endif  // VELMORA_LISTS_TITLES_H_

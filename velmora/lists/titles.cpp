@@ -1,10 +1,10 @@
-#include "cli/input/titles.h"
+#include "velmora/lists/titles.h"
 
 #include <algorithm>
 
 #include "velmora/text/letters.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 const std::vector<std::wstring_view> kIdTitles = {
@@ -91,4 +91,4 @@ std::wstring TitleKey(std::wstring_view title) {
   return key;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

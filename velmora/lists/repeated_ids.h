@@ -1,13 +1,16 @@
 // Notices ids that occur twice in a list.
-#ifndef VELMORA_CLI_INPUT_REPEATED_IDS_H_
-#define VELMORA_CLI_INPUT_REPEATED_IDS_H_
+#ifndef VELMORA_LISTS_REPEATED_IDS_H_
+#define VELMORA_LISTS_REPEATED_IDS_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace velmora::cli {
+#include "velmora/common/finding.h"
+
+namespace velmora {
 
 class RepeatedIds {
  public:
@@ -17,8 +20,8 @@ class RepeatedIds {
   bool IsFull() const { return added_ == kMostIds; }
   static constexpr size_t kMostIds = size_t{1} << 18;
 
-  // Reports the first id that came again, with both lines, and how many more rows have one.
-  void Report(const std::string& file) const;
+  // The first id that came again, with both lines, and how many more rows have one.
+  std::optional<Finding> Note() const;
 
  private:
   struct Slot {
@@ -37,6 +40,6 @@ class RepeatedIds {
   std::int64_t repeated_ = 0;  // rows
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_REPEATED_IDS_H_
+#endif  // VELMORA_LISTS_REPEATED_IDS_H_

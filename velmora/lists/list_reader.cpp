@@ -1,10 +1,12 @@
-#include "cli/input/list_reader.h"
+#include "velmora/lists/list_reader.h"
 
-#include "cli/input/find_columns.h"
-#include "cli/input/list_source.h"
-#include "cli/terminal/error.h"
+#include <utility>
 
-namespace velmora::cli {
+#include "velmora/lists/find_columns.h"
+#include "velmora/lists/list_error.h"
+#include "velmora/lists/list_source.h"
+
+namespace velmora {
 namespace {
 
 // The options as they apply to the list.
@@ -14,7 +16,9 @@ const ListOptions& Checked(const ListOptions& options, const std::string& file) 
                              : options.encoding     ? "--encoding"
                                                     : nullptr;
   if (option != nullptr && !IsTextList(file))
-    throw WrongUsage(std::string(option) + " does not apply to " + Quoted(file) + ", which is not text");
+    throw ListError{file, 0,
+                    std::string(option) + " does not apply to " + Quoted(file) + ", which is not text", false,
+                    true};
   return options;
 }
 
@@ -30,8 +34,10 @@ ListReader::ListReader(const std::string& file, const std::vector<Role>& roles, 
   rows_.ShrinkBlocks(1 + layout_.carried.size() / kUsualColumns);
 }
 
-void ListReader::Report() const {
-  for (const std::string& note : layout_.notes) Warn(note);
+Findings ListReader::TakeNotes() {
+  Findings notes = std::exchange(layout_.notes, {});
+  if (rows_.EndNote() && !std::exchange(end_noted_, true)) notes.push_back(*rows_.EndNote());
+  return notes;
 }
 
 bool ListReader::Next() {
@@ -49,4 +55,4 @@ std::string NotANumber(const Role& role, std::string_view field) {
   return role.name + " " + Quoted(field) + " is not a number";
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

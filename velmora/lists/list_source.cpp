@@ -1,23 +1,23 @@
-#include "cli/input/list_source.h"
+#include "velmora/lists/list_source.h"
 
 #include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "cli/input/rows.h"
-#include "cli/input/titles.h"
-#include "cli/output/ending.h"
-#include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
 #include "velmora/exchange/ags.h"
 #include "velmora/exchange/geopackage.h"
+#include "velmora/lists/list_error.h"
+#include "velmora/lists/rows.h"
+#include "velmora/lists/titles.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/whole_file.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
-namespace velmora::cli {
+namespace velmora {
 namespace {
 
 constexpr char kGeoPackage[] = ".gpkg";
@@ -28,6 +28,8 @@ struct ListName {
   std::string layer;
 };
 
+ListError Unopened(const std::string& list) { return {list, 0, WhyUnopened(PathFromSystem(list)), true}; }
+
 bool IsPresent(const std::string& file) { return IsFile(PathFromSystem(file)); }
 
 // A colon behind ".gpkg" begins a layer, unless it belongs to the name of a file or folder that exists.
@@ -36,7 +38,7 @@ ListName NameOf(const std::string& list) {
   ListName first{list, {}};
   const size_t size = sizeof kGeoPackage - 1;
   for (size_t colon = list.find(':'); colon != std::string::npos; colon = list.find(':', colon + 1)) {
-    if (colon <= size || EndingOf(list.substr(0, colon)) != kGeoPackage) continue;
+    if (colon <= size || EndingOfName(list.substr(0, colon)) != kGeoPackage) continue;
     ListName name{list.substr(0, colon), list.substr(colon + 1)};
     if (IsPresent(name.file)) return name;
     if (first.layer.empty() && name.layer.find_first_of("/\\") == std::string::npos) first = std::move(name);
@@ -83,7 +85,7 @@ class AgsText {
   bool Next(std::string* text) {
     if (!rows_.Next()) {
       if (rows_.Problem().text.empty()) return false;
-      throw Refusal(At(file_, rows_.Problem().line, rows_.Problem().text));
+      throw ListError{file_, rows_.Problem().line, rows_.Problem().text};
     }
     text->append(static_cast<size_t>(rows_.Line() - line_), '\n');
     line_ = rows_.Line() + 1;
@@ -128,7 +130,7 @@ class GeoPackageText {
 
  private:
   void Check() const {
-    if (!points_.Problem().empty()) throw Refusal(At(list_, points_.Problem()));
+    if (!points_.Problem().empty()) throw ListError{list_, 0, points_.Problem()};
   }
 
   // The titles of the geometry's columns are the first of their roles.
@@ -169,7 +171,7 @@ ListSource FromText(std::int64_t first_line, const Arguments&... arguments) {
 }  // namespace
 
 bool IsTextList(const std::string& list) {
-  const std::string ending = EndingOf(NameOf(list).file);
+  const std::string ending = EndingOfName(NameOf(list).file);
   return list == "-" || (ending != kAgs && ending != kGeoPackage);
 }
 
@@ -180,19 +182,19 @@ ListSource OpenList(const std::string& list) {
   if (IsTextList(list)) {
     const auto input = std::make_shared<InputFile>();
     const bool good = list == "-" ? input->OpenStandardInput() : input->Open(PathFromSystem(list));
-    if (!good) RefuseUnopened(list);
+    if (!good) throw Unopened(list);
     return {[input](std::span<char> buffer) { return input->Read(buffer); }, input->Size(), 1};
   }
-  if (EndingOf(name.file) == kAgs) return FromText<AgsText>(1, name.file);
-  if (!IsPresent(name.file)) RefuseUnopened(name.file);
+  if (EndingOfName(name.file) == kAgs) return FromText<AgsText>(1, name.file);
+  if (!IsPresent(name.file)) throw Unopened(name.file);
   return FromText<GeoPackageText>(0, name, list);
 }
 
 std::string ReadWholeList(const std::string& list) {
   std::string bytes;
   const std::string problem = ReadWholeFile(PathFromSystem(list), &bytes);
-  if (!problem.empty()) throw Refusal(At(list, problem));
+  if (!problem.empty()) throw ListError{list, 0, problem};
   return bytes;
 }
 
-}  // namespace velmora::cli
+}  // namespace velmora

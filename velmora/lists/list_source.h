@@ -1,15 +1,15 @@
 // Where the rows of a list come from: a text file, the group LOCA of an AGS4 file, or a layer of points of a
 // GeoPackage. The last two are given as text with tabs between the fields and one line a row, so that
 // columns, problems and carried columns are those of any other list.
-#ifndef VELMORA_CLI_INPUT_LIST_SOURCE_H_
-#define VELMORA_CLI_INPUT_LIST_SOURCE_H_
+#ifndef VELMORA_LISTS_LIST_SOURCE_H_
+#define VELMORA_LISTS_LIST_SOURCE_H_
 
 #include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
 
-namespace velmora::cli {
+namespace velmora {
 
 struct ListSource {
   std::function<std::int64_t(std::span<char>)> read;  // as InputFile::Read
@@ -18,8 +18,8 @@ struct ListSource {
 };
 
 // "-" is standard input, "x.gpkg:wells" the layer "wells" of a GeoPackage. A list in AGS has the lines of its
-// file; of a GeoPackage the features are counted from 1. Throws a Refusal when the file cannot be opened, and
-// so does `read` where an AGS file is not a list.
+// file; of a GeoPackage the features are counted from 1. Throws a ListError when the file cannot be opened,
+// and so does `read` where an AGS file is not a list.
 ListSource OpenList(const std::string& list);
 
 // Whether the list is text, to which separator, decimal sign and encoding apply.
@@ -28,9 +28,9 @@ bool IsTextList(const std::string& list);
 // The file of a list, without a layer.
 std::string FileOfList(const std::string& list);
 
-// A file of at most 256 MB. Throws a Refusal.
+// A file of at most 256 MB. Throws a ListError.
 std::string ReadWholeList(const std::string& list);
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_INPUT_LIST_SOURCE_H_
+#endif  // VELMORA_LISTS_LIST_SOURCE_H_
