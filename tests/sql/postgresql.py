@@ -113,7 +113,7 @@ class Extension(unittest.TestCase):
         # Several milliseconds each, and minutes if done for each row. Stored in pages of their own.
         server.sql("CREATE TABLE roads AS SELECT j AS id, string_agg(format('%s %s 0 %s', i + j, i % 7, i), E'\\n' ORDER BY i) AS road"
                    " FROM generate_series(0, 19999) AS i, generate_series(0, 2) AS j GROUP BY j; ANALYZE roads")
-        rows = "generate_series(1, 2000) AS n(i) JOIN roads ON id = i % 3"
+        rows = "generate_series(1, 4000) AS n(i) JOIN roads ON id = i % 3"
         for sql in (f"sum(velmora_station(road, i, 0)) FROM {rows}", f"sum(velmora_station(road, ST_MakePoint(0, i))) FROM {rows}",
                     f"sum(at.station) FROM {rows}, velmora_locate(road, i, 0) AS at", f"sum(at.station) FROM {rows}, velmora_locate(road, ST_MakePoint(0, i)) AS at",
                     f"count(velmora_place(road, i, 0, 3006)) FROM {rows}"):

@@ -33,7 +33,8 @@ def connect(files=False, database=":memory:"):
 
 def points(count):
     chance = random.Random(1)
-    return [(chance.uniform(6652000, 6652800), chance.uniform(652900, 655400)) for _ in range(count)]
+    # Neighbours often have one coordinate in common.
+    return [(6652000.1 + chance.randrange(0, 800, 100), 652900.2 + chance.randrange(0, 2500, 5)) for _ in range(count)]
 
 
 class Extension(unittest.TestCase):
@@ -88,19 +89,19 @@ class Extension(unittest.TestCase):
         connection.execute("CREATE TABLE roads AS SELECT value AS name, CASE value WHEN 0 THEN ?1 WHEN 1 THEN ?2 ELSE ?3 END AS road"
                            " FROM json_each('[0, 1, 2]')", long)
         started = time.monotonic()
-        rows = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000)"
+        rows = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000)"
         for sql in (f"{rows} SELECT velmora_station(?1, i, 0), velmora_offset(?1, i, 0) FROM n",
                     f"{rows} SELECT at.station FROM n, velmora_locate(?1, i, 0) AS at",
                     f"{rows} SELECT velmora_level(road, i, 0) FROM n JOIN roads ON name = i % 3 AND ?1 <> 0"):
-            self.assertEqual(len(connection.execute(sql, long[:1]).fetchall()), 2000)
-        self.assertLess(time.monotonic() - started, 20)
+            self.assertEqual(len(connection.execute(sql, long[:1]).fetchall()), 4000)
+        self.assertLess(time.monotonic() - started, 10)
 
     def test_more_roads_than_are_kept(self):
         connection = connect()
         rows = connection.execute(
             "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999)"
-            " SELECT velmora_station((i % 40) || ' 0 0 0' || char(10) || '1000 0 0 ' || (1000 - i % 40), 500, 5) + i % 40 FROM n").fetchall()
-        self.assertEqual(rows, [(500.0,)] * 1000)
+            " SELECT DISTINCT velmora_station((i % 40) || ' 0 0 0' || char(10) || '1000 0 0 ' || (1000 - i % 40), 500, 5) + i % 40 FROM n").fetchall()
+        self.assertEqual(rows, [(500.0,)])
 
     def test_files_only_when_allowed(self):
         connection = connect()
