@@ -88,8 +88,7 @@ void Read(sqlite3_context* context, int count, sqlite3_value** values) {
 int RegisterReadRoad(sqlite3* database, bool files) {
   // Deterministic within a statement, so that a constant path is read once for all rows.
   constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
-  static const bool kAllowed = true;
-  void* const allowed = files ? const_cast<bool*>(&kAllowed) : nullptr;
+  void* const allowed = files ? database : nullptr;  // any pointer but null
   const int result = sqlite3_create_function(database, kName, 1, kFlags, allowed, Read, nullptr, nullptr);
   if (result != SQLITE_OK) return result;
   return sqlite3_create_function(database, kName, 2, kFlags, allowed, Read, nullptr, nullptr);

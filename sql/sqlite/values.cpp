@@ -18,9 +18,10 @@ double NumberOf(sqlite3_value* value, const char* what) {
   const int type = sqlite3_value_numeric_type(value);
   if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) return sqlite3_value_double(value);
   if (type == SQLITE_BLOB) throw Refusal{std::string(what) + " is a blob, not a number"};
-  constexpr std::size_t kMostShown = 40;
-  std::string text(BytesOf(value).substr(0, kMostShown));
-  throw Refusal{std::string(what) + " \"" + text + "\" is not a number"};
+  const std::string_view text = BytesOf(value);
+  std::size_t shown = std::min<std::size_t>(text.size(), 40);
+  while (shown > 0 && shown < text.size() && (text[shown] & 0xC0) == 0x80) --shown;  // whole letters
+  throw Refusal{std::string(what) + " \"" + std::string(text.substr(0, shown)) + "\" is not a number"};
 }
 
 bool AnyNull(int count, sqlite3_value** values) {

@@ -81,6 +81,7 @@ class Extension(unittest.TestCase):
         findings = connection.execute("SELECT velmora_findings(?), velmora_findings(?)", (ROAD, ROAD + b"odd\r\n")).fetchone()
         self.assertEqual(findings, (None, 'line 27: unreadable, skipped: "odd"'))
         self.refused(connection, "SELECT velmora_station(?, 1, '6,5')", 'velmora_station: easting "6,5" is not a number', ROAD)
+        self.refused(connection, "SELECT velmora_level(?, ?)", f'station "{"x" * 39}" is', ROAD, "x" * 39 + "åä")
         self.refused(connection, "SELECT velmora_easting(?, x'31', 1)", "station is a blob", ROAD)
         self.refused(connection, "SELECT velmora_level(17, 1)", "velmora_level: the road is a number")
         self.refused(connection, "SELECT velmora_offset('x', 1, 1)", "is not an alignment")
