@@ -52,3 +52,11 @@ install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LI
 if(TARGET velmora_cli)
   install(TARGETS velmora_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
+if(TARGET mod_velmora)
+  # On Windows beside the DLL.
+  if(WIN32)
+    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  else()
+    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  endif()
+endif()
