@@ -1,7 +1,10 @@
 """Files, their exceptions, settings, code files and projects."""
 
+import contextlib
+import io
 import os
 import pickle
+import re
 import shutil
 import tempfile
 import unittest
@@ -89,3 +92,14 @@ class Files(unittest.TestCase):
         self.assertEqual([c[:2] for c in project.codes["linkod.par"]], [c[:2] for c in added])
         self.assertRaises(velmora.BadArgument, codes.write, [velmora.Code("A B", ("w", "1", "2", ""))])
         self.assertRaises(velmora.BadArgument, codes.write, [velmora.Code("A", ("w",))])
+
+    def test_documentation(self) -> None:
+        described = (EXAMPLES.parent / "docs" / "python.md").read_text("utf-8")
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(self.folder)
+        os.mkdir("build")
+        os.symlink(EXAMPLES, "examples")
+        with contextlib.redirect_stdout(io.StringIO()) as printed:
+            exec("".join(re.findall(r"```python\n(.*?)```", described, re.S)), {})
+        self.assertIn("on road         20\n", printed.getvalue())
+        self.assertEqual(sorted(os.listdir("build")), ["new.xml", "road.svg"])
