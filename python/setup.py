@@ -1,7 +1,7 @@
 """Puts the shared library into the wheel, which serves one system and every Python.
 
-The library is the one that VELMORA_LIBRARY names, else that of the build tree beside this folder: the newest in
-build/*/bin.
+The library is the one that VELMORA_LIBRARY names, else that of the build tree beside this folder: the newest
+in build/*/bin.
 """
 
 import os
@@ -23,7 +23,7 @@ def library():
     built = [file for file in built if file.is_file()]
     if not built:
         raise SystemExit(
-            f"no {LIBRARY}: build it (cmake --preset linux && cmake --build --preset linux --target velmora), "
+            f"no {LIBRARY}: build it (cmake --preset linux && cmake --build --preset linux --target velmora) "
             "or name it in VELMORA_LIBRARY"
         )
     return max(built, key=lambda file: file.stat().st_mtime)

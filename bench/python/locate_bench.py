@@ -2,9 +2,9 @@
 
     locate_bench.py [--small] [--batch build/bench/bin/python_batch]
 
-The batch is Locator::Vagstv over the same arrays in a program of its own, which takes turns with the package; each
-figure is the median of its rounds. shapely and geopandas project fewer points, each likewise in turns, on the line
-through the road's points: they know no arcs and no sides.
+The batch is Locator::Vagstv over the same arrays in a program of its own, which takes turns with the package;
+each figure is the median of its rounds. shapely and geopandas project fewer points, each likewise in turns,
+on the line through the road's points: they know no arcs and no sides.
 """
 
 import argparse
@@ -31,7 +31,7 @@ def winding(vertices: int) -> velmora.Road:
     heading = 0.8 * np.sin(np.arange(vertices) / 40.0) + random.uniform(-0.1, 0.1, vertices)
     length = random.uniform(10, 50, vertices)
     bulge = np.where(np.arange(vertices) % 2, random.uniform(-0.03, 0.03, vertices), 0.0)
-    points = np.cumsum(length * np.sin(heading)), np.cumsum(length * np.cos(heading)), bulge
+    points = (np.cumsum(length * np.sin(heading)), np.cumsum(length * np.cos(heading)), bulge)
     return velmora.Road.from_points(np.stack(points, axis=1))
 
 

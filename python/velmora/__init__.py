@@ -7,8 +7,8 @@
     frame = velmora.locate(frame, road)           # a DataFrame or GeoDataFrame, with the columns added
     scale = velmora.Project("uppdrag").settings["TUNDRIL.PAR"]["HSKALA"]
 
-Lengths, coordinates, stations, offsets and levels are metres; offsets are positive to the right towards higher
-stations. What cannot be done raises an exception under velmora.Error.
+Lengths, coordinates, stations, offsets and levels are metres; offsets are positive to the right towards
+higher stations. What cannot be done raises an exception under velmora.Error.
 """
 
 from ._call import Finding

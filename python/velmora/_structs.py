@@ -52,7 +52,12 @@ CODE_FIELDS = 4
 
 
 class Code(ctypes.Structure):
-    _fields_ = [("line", c_int64), ("section", c_int32), ("code", c_char_p), ("fields", c_char_p * CODE_FIELDS)]
+    _fields_ = [
+        ("line", c_int64),
+        ("section", c_int32),
+        ("code", c_char_p),
+        ("fields", c_char_p * CODE_FIELDS),
+    ]
 
 
 class ProjectPath(ctypes.Structure):

@@ -90,7 +90,18 @@ class Failed(Error, RuntimeError):
     """An error of the library itself."""
 
 
-_KINDS = (Failed, BadArgument, NotOpened, NotRead, NotWritten, WouldLose, NotFound, NotSupported, NoMemory, Failed)
+_KINDS = (
+    Failed,
+    BadArgument,
+    NotOpened,
+    NotRead,
+    NotWritten,
+    WouldLose,
+    NotFound,
+    NotSupported,
+    NoMemory,
+    Failed,
+)
 
 
 def of_status(status: int, text: str, file: str, line: int) -> Error:

@@ -57,8 +57,9 @@ def locate(
         prefix: of the new columns' names.
         searched, threads: as for Road.locate.
     Raises:
-        TypeError: for other things than tables, and for columns that are not numbers; ValueError: for columns that
-        are not there, new columns that are there already, geometry other than points, coordinates in degrees.
+        TypeError: for other things than tables, and for columns that are not numbers.
+        ValueError: for columns that are not there, new columns that are there already, geometry other than
+            points, coordinates in degrees.
     """
     table: Any = frame
     if not hasattr(table, "columns") or not hasattr(table, "assign"):
@@ -68,7 +69,12 @@ def locate(
     if there:
         raise ValueError(f"the table already has {', '.join(there)}; use drop() or give a prefix")
     geopandas: Any = sys.modules.get("geopandas")
-    if northing is None and easting is None and geopandas is not None and isinstance(frame, geopandas.GeoDataFrame):
+    if (
+        northing is None
+        and easting is None
+        and geopandas is not None
+        and isinstance(frame, geopandas.GeoDataFrame)
+    ):
         n, e = _of_geometry(table)
     else:
         n, e = _column(table, northing, "northing"), _column(table, easting, "easting")

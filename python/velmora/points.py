@@ -40,7 +40,8 @@ def _records(points: Any, kind: "np.dtype[np.void]", what: str) -> Tuple[Records
         rows = doubles(points, what)
         if rows.ndim != 2 or not 2 <= rows.shape[1] <= len(names):
             raise ValueError(
-                f"{what} has the shape {rows.shape}; rows of 2 to {len(names)} numbers are needed: {', '.join(names)}"
+                f"{what} has the shape {rows.shape}; rows of 2 to {len(names)} numbers are needed: "
+                f"{', '.join(names)}"
             )
         given = names[: rows.shape[1]]
         columns = list(rows.T)

@@ -54,7 +54,9 @@ class Project:
     def settings(self) -> Files[Settings]:
         """The parameter files by name; of those that are missing, the built-in values."""
         return Files(
-            self.folder, _SETTINGS, lambda path, name: Settings(path, may_be_missing=name.upper() in _SETTINGS)
+            self.folder,
+            _SETTINGS,
+            lambda path, name: Settings(path, may_be_missing=name.upper() in _SETTINGS),
         )
 
     @property

@@ -33,8 +33,8 @@ class Measures(NamedTuple):
 class Road:
     """A road, from `velmora.read`, `Road.parse` or `Road.from_points`.
 
-    It does not change, so any number of threads may use one. `with` closes it at the end, `close` at once, and
-    otherwise it goes with its last user. It can be pickled, with its points and its name.
+    It does not change, so any number of threads may use one. `with` closes it at the end, `close` at once,
+    and otherwise it goes with its last user. It can be pickled, with its points and its name.
     """
 
     __slots__ = ("_handle", "__weakref__")
@@ -53,9 +53,9 @@ class Road:
         """A road from arrays.
 
         Args:
-            points: two or more: records or a table with `northing`, `easting` and perhaps `bulge`, `station`; or
-                an array of shape (n, 2), (n, 3) or (n, 4), the columns in this order. In metres. The bulge is
-                tan(sweep / 4) of the segment that begins at the point: 0 (also when it is not given) is a
+            points: two or more: records or a table with `northing`, `easting` and perhaps `bulge`, `station`;
+                or an array of shape (n, 2), (n, 3) or (n, 4), the columns in this order. In metres. The bulge
+                is tan(sweep / 4) of the segment that begins at the point: 0 (also when it is not given) is a
                 straight, above 0 turns counter-clockwise. Stations not given are measured along the road.
             profile: likewise with `level`, `station` and perhaps `bulge`.
             start: the first point's station, in metres, where none are given.
@@ -80,7 +80,10 @@ class Road:
         return self
 
     def __exit__(
-        self, kind: Optional[Type[BaseException]], value: Optional[BaseException], trace: Optional[TracebackType]
+        self,
+        kind: Optional[Type[BaseException]],
+        value: Optional[BaseException],
+        trace: Optional[TracebackType],
     ) -> None:
         self.close()
 
@@ -135,19 +138,21 @@ class Road:
         ...
 
     @overload
-    def locate(self, northing: Numbers, easting: Numbers, *, searched: bool = ..., threads: int = ...) -> LocatedArrays:
+    def locate(
+        self, northing: Numbers, easting: Numbers, *, searched: bool = ..., threads: int = ...
+    ) -> LocatedArrays:
         ...
 
     def locate(
         self, northing: Numbers, easting: Numbers, *, searched: bool = False, threads: int = 0
     ) -> Union[Located, LocatedArrays]:
-        """Stations and offsets of points: of the nearest foot on a straight or an arc, else of the nearest corner.
+        """Stations and offsets of points: the nearest foot on a straight or an arc, else the nearest corner.
 
         Args:
             northing, easting: metres, numbers or arrays of shapes that numpy broadcasts together. Arrays of
                 float64 are read where they lie, whatever the step between elements.
-            searched: answer, to the bit, as the suite's own programs, which place points otherwise beside the
-                axes through an arc's centre.
+            searched: answer, to the bit, as the suite's own programs, which place points otherwise beside
+                the axes through an arc's centre, and on the other side at corners where stations fall.
             threads: how many to use; 1 is the caller's only, 0 all processors.
         Returns:
             station, offset, status; for two numbers as numbers, else as arrays of the broadcast shape. NaN
@@ -156,7 +161,7 @@ class Road:
             TypeError: for what is not numbers; ValueError: for shapes that do not fit; Closed.
         """
         handle, ((n, e), shape) = self._open(), rows(northing=northing, easting=easting)
-        station, offset, status = np.empty(n.size), np.empty(n.size), np.empty(n.size, np.int32)
+        station, offset, status = (np.empty(n.size), np.empty(n.size), np.empty(n.size, np.int32))
         arrays = passed(n, e, station, offset, status)
         call("velmora_locate", handle, n.size, *arrays, SEARCHED if searched else 0, threads)
         if shape == ():
@@ -254,7 +259,7 @@ def read(
     start: float = 0.0,
     internal_stations: bool = False,
 ) -> Road:
-    """Reads a road; the ending says of which format: .xml, .dxf, .gpkg, .csv; others are alignment files (.vl).
+    """Reads a road; the ending says the format: .xml, .dxf, .gpkg, .csv; others are alignment files (.vl).
 
     Args:
         name: of the alignment, in a file with several.
@@ -265,10 +270,12 @@ def read(
         start: the first point's station, in metres, where the file has no stations.
         internal_stations: use continuous stations where the file has station equations.
     Raises:
-        Missing (a FileNotFoundError), NotOpened, NotRead with the line, NotSupported, BadArgument; NotFound when
-        there are several alignments and no name, or none of the name.
+        Missing (a FileNotFoundError), NotOpened, NotRead with the line, NotSupported, BadArgument; NotFound
+        when there are several alignments and no name, or none of the name.
     """
-    texts = [None if given is None else utf8(given, what) for given, what in ((name, "name"), (layer, "layer"))]
+    texts = [
+        None if given is None else utf8(given, what) for given, what in ((name, "name"), (layer, "layer"))
+    ]
     numbers = fit, spirals_as_arcs, metres_per_foot, start, int(internal_stations)
     options = sized(_structs.ReadOptions(0, *texts, *numbers))
     return Road(made("velmora_road_read", "velmora_road_close", path_text(path), byref(options)))

@@ -20,13 +20,13 @@ class Setting(NamedTuple):
 class Settings(MutableMapping[str, str]):
     """TUNDRIL.CFG, TUNDRIL.PAR, KARSK.PAR or JB23.PAR: the file's values, else the built-in ones.
 
-    The name, without regard to letter case, says which file it is; any other is a file of "key=value" without
-    built-in values. Letter case of keys does not count. The values are those that the file had when it was
-    opened, written through this object or read again with `reload`.
+    The name, without regard to letter case, says which file it is; any other is a file of "key=value"
+    without built-in values. Letter case of keys does not count. The values are those that the file had when
+    it was opened, written through this object or read again with `reload`.
 
     Assignment writes the value to the file at once, and `del` removes the key, after which the built-in value
-    holds. Each raises BadArgument for what would not be read back and for a text where programs need a number,
-    WouldLose when something else of the file is lost, NotWritten.
+    holds. Each raises BadArgument for what would not be read back and for a text where programs need a
+    number, WouldLose when something else of the file is lost, NotWritten.
 
     Args:
         path: of the file.
@@ -42,9 +42,13 @@ class Settings(MutableMapping[str, str]):
         self._read(may_be_missing)
 
     def _read(self, may_be_missing: bool) -> None:
-        handle = made("velmora_settings_read", "velmora_settings_close", path_text(self.path), int(may_be_missing))
+        handle = made(
+            "velmora_settings_read", "velmora_settings_close", path_text(self.path), int(may_be_missing)
+        )
         read = [
-            Setting(text(s.key), text(s.value), None if s.built_in is None else text(s.built_in), bool(s.stored))
+            Setting(
+                text(s.key), text(s.value), None if s.built_in is None else text(s.built_in), bool(s.stored)
+            )
             for s in entries("velmora_settings_at", handle, _structs.Setting)
         ]
         self._entries = {s.key.upper(): s for s in read if s.stored or s.built_in is not None}
@@ -68,8 +72,8 @@ class Settings(MutableMapping[str, str]):
 
     def write(self, key: str, value: Union[str, float], *, force: bool = False) -> None:
         """As an assignment; `force` also writes what is not a number, and what loses something else."""
-        written = value if isinstance(value, str) else repr(value)
-        arguments = utf8(key, "the key"), utf8(written, "the value"), FORCE if force else 0
+        written = value if isinstance(value, str) else str(value)
+        arguments = (utf8(key, "the key"), utf8(written, "the value"), FORCE if force else 0)
         call("velmora_setting_write", path_text(self.path), *arguments)
         self.reload()
 

@@ -66,10 +66,14 @@ class Places(unittest.TestCase):
         grid = self.road.locate(self.n[:7, None], self.e[None, :5])
         self.assertEqual([grid.station.shape, grid.status.shape], [(7, 5)] * 2)
         self.assertEqual(grid.station[3, 2], self.road.locate(float(self.n[3]), float(self.e[2])).station)
-        self.assertTrue(same(self.road.place(STATIONS).northing, self.road.place(STATIONS, 0 * OFFSETS).northing))
+        self.assertTrue(
+            same(self.road.place(STATIONS).northing, self.road.place(STATIONS, 0 * OFFSETS).northing)
+        )
         self.assertEqual(self.road.locate(np.zeros((0, 3)), 1.0).offset.shape, (0, 3))
         at = self.road.locate([self.n[5], np.nan, 0.0], [self.e[5], 1.0, -np.inf])
-        self.assertEqual((at.on_road.tolist(), np.isnan(at.offset).tolist()), ([True, False, False], [False, True, True]))
+        self.assertEqual(
+            (at.on_road.tolist(), np.isnan(at.offset).tolist()), ([True, False, False], [False, True, True])
+        )
 
     def test_no_copies(self) -> None:
         both = np.empty((1_000_000, 2))
@@ -77,7 +81,9 @@ class Places(unittest.TestCase):
         both.flags.writeable = False
         tracemalloc.start()
         self.road.locate(both[:, 0], both[:, 1])
-        self.assertLess(tracemalloc.get_traced_memory()[1], 20_500_000)  # the answers: two doubles and an int each
+        self.assertLess(
+            tracemalloc.get_traced_memory()[1], 20_500_000
+        )  # the answers: two doubles and an int each
         tracemalloc.stop()
 
     def test_refused(self) -> None:
