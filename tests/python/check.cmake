@@ -24,6 +24,6 @@ execute_process(COMMAND "${python}" -m pip install ${offline} ${wheels} ${run})
 # Only what was installed from here on.
 file(REMOVE_RECURSE "${WORK}/python/velmora" "${WORK}/python/build")
 execute_process(COMMAND "${python}" -m unittest discover -s tests ${run})
-foreach(what "-p;velmora" tests)
+foreach(what "-p;velmora" examples tests)
   execute_process(COMMAND "${python}" -m mypy --python-executable "${python}" --cache-dir "${WORK}/mypy" ${what} ${run})
 endforeach()
