@@ -193,5 +193,5 @@ class Processes(unittest.TestCase):
             )
         self.assertEqual(cluster.splitlines()[-1], here.splitlines()[-1])
         self.assertIn("killed worker", cluster)
-        for first, last in re.findall(r"(\d+) MB at most in its first quarter, (\d+)", cluster):
+        for first, last in re.findall(r"(\d+) MB at first, (\d+) at last", cluster):
             self.assertLess(int(last), int(first) + 10)
