@@ -190,6 +190,8 @@ def main() -> None:
     options.add_argument("--scheduler", default="", help="the address of one that runs")
     options.add_argument("--kill", action="store_true", help="end a worker by force in the middle")
     given = options.parse_args()
+    if given.kill and (given.scheduler or given.workers < 2):
+        options.error("--kill needs two --workers or more, of this machine")
     if given.do == "make":
         make(given.folder, given.roads, given.points)
     else:
