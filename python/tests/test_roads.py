@@ -183,7 +183,7 @@ class Processes(unittest.TestCase):
         program = [sys.executable, str(Path(__file__).parent.parent / "examples" / "national.py")]
 
         def run(*words: str) -> str:
-            return subprocess.run([*program, *words], capture_output=True, text=True, check=True).stdout
+            return subprocess.run([*program, *words], stdout=subprocess.PIPE, text=True, check=True).stdout
 
         with tempfile.TemporaryDirectory() as folder:
             run("make", folder, "--roads", "160", "--points", "160000")
