@@ -110,13 +110,15 @@ void WarnAboutArcs(const AlignmentInput& input) {
 double InsideEnd(AlignmentInput* input, bool start, double length) {
   constexpr double kHalfMetre = 0.5;
   constexpr double kLeastRemaining = 0.01;  // m between the old end and the new one
+  constexpr double kSlack = 1e-6;           // m
   const kovltype& end = start ? input->plan.front() : input->plan.back();
   PlanePoint inside{};
   if (input->set.plan.Vag2xy(end.sek + (start ? kHalfMetre : -kHalfMetre), 0, &inside.v, &inside.h) < 0)
     return 0;
   const double distance = Distance(InPlane(end), inside);
-  const double least = std::max(kHalfMetre, distance) + kLeastRemaining;
-  if (length > 0 && length < least)
+  // Rounded up to what is printed.
+  const double least = std::ceil((std::max(kHalfMetre, distance) + kLeastRemaining - kSlack) * 1000) / 1000;
+  if (length > 0 && length < least - kSlack)
     throw Refusal(At(input->file,
                      FormatShortest(length) + " m " + (start ? "before the start" : "after the end") +
                          " would fold the line back or leave the end where it is: the suite measures the "

@@ -1,15 +1,15 @@
 #include "cli/align/exchange_formats.h"
 
-#include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
 
 const exchange::RoadFormat& FormatOf(const std::string& file) {
   std::string why;
-  if (const auto* const format = exchange::RoadFormatOf(EndingOf(file), &why)) return *format;
+  if (const auto* const format = exchange::RoadFormatOf(EndingOfName(file), &why)) return *format;
   throw Refusal(At(file, (why.empty() ? "the ending chooses the format" : why) +
                              "; use a name that ends in one of " + exchange::RoadFormatEndings()));
 }

@@ -4,6 +4,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/exchange_formats.h"
 #include "cli/align/placing.h"
+#include "cli/align/swapped_points.h"
 #include "cli/input/carried_columns.h"
 #include "cli/input/list_notes.h"
 #include "cli/output/progress.h"
@@ -12,6 +13,7 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
+#include "velmora/lists/repeated_ids.h"
 #include "velmora/text/codepage.h"
 
 namespace velmora::cli {
@@ -52,28 +54,36 @@ void Place(const Placer& placer, std::vector<LocatedPoint>* points) {
   }
 }
 
-// `problem` describes the rows that are not points; empty when there are none.
-exchange::LocatedPoints ReadBorings(const ExportOptions& options, AlignmentInput* input,
-                                    std::string* problem) {
-  exchange::LocatedPoints borings;
+struct Borings {
+  exchange::LocatedPoints located;
+  std::string problem;  // the rows that are not points; empty when there are none
+  bool most_swapped = false;
+};
+
+Borings ReadBorings(const ExportOptions& options, AlignmentInput* input) {
+  Borings borings;
   PointList list(options.points, options.list);
   WarnOf(options.points, list.TakeNotes());
-  borings.own_titles = OwnTitles(list.Layout());
+  borings.located.own_titles = OwnTitles(list.Layout());
+  RepeatedIds ids;
+  SwappedPoints swapped(MeasurePlan(input->plan).bounds);
   Progress progress("Reading points", list.Size());
   std::uint64_t rows = 0;
   std::int64_t unreadable = 0;
   for (RowBlock block; list.NextBlock(&block);) {
     std::vector<ListedPoint> points;
-    CarriedFields carried(borings.own_titles.size());
+    CarriedFields carried(borings.located.own_titles.size());
     PointsOfBlock(block, list.Layout(), &points, &carried);
     progress.Update(list.Consumed(), rows += points.size());
     for (size_t i = 0; i < points.size(); ++i) {
       ListedPoint& point = points[i];
+      ids.Add(point.id, point.line);
       if (!point.problem.empty()) {
-        if (unreadable++ == 0) *problem = At(options.points, point.line, point.problem);
+        if (unreadable++ == 0) borings.problem = At(options.points, point.line, point.problem);
         continue;
       }
-      LocatedPoint& boring = borings.points.emplace_back();
+      swapped.Add(point.line, point.northing, point.easting);
+      LocatedPoint& boring = borings.located.points.emplace_back();
       boring.id = std::move(point.id);
       boring.northing = point.northing;
       boring.easting = point.easting;
@@ -82,11 +92,15 @@ exchange::LocatedPoints ReadBorings(const ExportOptions& options, AlignmentInput
         boring.own.emplace_back(carried.Field(i, column));
     }
   }
+  progress.Clear();
   WarnOf(options.points, list.TakeNotes());
+  WarnOf(options.points, ids.Note());
+  swapped.Report(options.points, options.list);
+  borings.most_swapped = swapped.AreMost();
   if (unreadable > 0)
-    *problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
-                " not in the result, correct and run again";
-  Place(Placer(input, 0, std::nullopt, options.max_offset), &borings.points);
+    borings.problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
+                       " not in the result, correct and run again";
+  Place(Placer(input, 0, std::nullopt, options.max_offset), &borings.located.points);
   return borings;
 }
 
@@ -115,6 +129,7 @@ void SetDate(exchange::ExportInput* input) {
 void AlignExport(const ExportOptions& options) {
   if (options.file == "-" && options.points == "-")
     throw WrongUsage("only one of FILE and --points can be standard input");
+  if (options.to == "-") throw WrongUsage("an export is written to a file only; give -o a file name");
   const exchange::RoadFormat& format = FormatOf(options.to);
   AlignmentInput input;
   ReadAlignment(options.file, &input);
@@ -125,10 +140,11 @@ void AlignExport(const ExportOptions& options) {
   road.chord_error = options.chord_error / 1000;
   const PlanMeasures measures = MeasurePlan(input.plan);
   if (options.stations > 0) road.stations = StationsEach(options.stations, measures, options.file);
-  std::string problem;
+  Borings borings;
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {
-    road.borings = ReadBorings(options, &input, &problem);
+    borings = ReadBorings(options, &input);
+    road.borings = std::move(borings.located);
     inputs.push_back(FileOfList(options.points));
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
@@ -137,20 +153,20 @@ void AlignExport(const ExportOptions& options) {
   if (skipped > 0)
     Warn(At(options.file, input.skipped.listed.front().line,
             "this line is not a point and is left out (" + std::to_string(skipped) +
-                " such lines in all; velmora align info lists them)"));
-  Warn(At(options.to, "written, " + std::to_string(road.road.plan.size()) + " points, " +
-                          std::to_string(measures.arcs) + (measures.arcs == 1 ? " arc" : " arcs") + ", " +
-                          LengthText(measures.length) +
-                          (road.road.profile.empty() ? ""
-                           : format.has_profile      ? ", with its profile"
-                                                     : ", without its profile") +
-                          (road.borings.points.empty()
-                               ? ""
-                               : ", " + std::to_string(road.borings.points.size()) + " points beside it")));
+                (skipped == 1 ? " such line" : " such lines") + " in all; velmora align info lists them)"));
+  Warn(At(options.to,
+          "written, " + std::to_string(road.road.plan.size()) + " points, " + std::to_string(measures.arcs) +
+              (measures.arcs == 1 ? " arc" : " arcs") + ", " + LengthText(measures.length) +
+              (road.road.profile.empty() ? ""
+               : format.has_profile      ? ", with its profile"
+                                         : ", without its profile") +
+              (road.borings.points.empty()
+                   ? ""
+                   : ", " + std::to_string(road.borings.points.size()) +
+                         (road.borings.points.size() == 1 ? " point" : " points") + " beside it")));
   if (!note.empty()) Warn(At(options.to, note));
-  if (problem.empty()) return;
-  Warn(problem);
-  throw ExitWith{1};
+  if (!borings.problem.empty()) Warn(borings.problem);
+  if (!borings.problem.empty() || borings.most_swapped) throw ExitWith{1};
 }
 
 }  // namespace velmora::cli

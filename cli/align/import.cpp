@@ -23,6 +23,13 @@ std::string Count(size_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+// Why an alignment cannot be imported; null when it can.
+const Finding* Obstacle(const ImportedRoad& road) {
+  const auto found = std::find_if(road.findings.begin(), road.findings.end(),
+                                  [](const Finding& finding) { return finding.misread; });
+  return road.refused && found != road.findings.end() ? &*found : nullptr;
+}
+
 // The alignments of a file, for the choice with --name.
 void List(const std::vector<ImportedRoad>& roads) {
   OutputFile output;
@@ -33,8 +40,9 @@ void List(const std::vector<ImportedRoad>& roads) {
     const std::vector<kovltype>& plan = road.road.plan;
     const PlanMeasures measures = MeasurePlan(plan);
     const bool stations = road.has_stations && !plan.empty();
-    records.Row({road.road.name, Number{measures.length},
-                 road.refused ? std::string("refused")
+    const Finding* const obstacle = Obstacle(road);
+    records.Row({road.road.name, obstacle == nullptr ? Cell(Number{measures.length}) : Cell(),
+                 obstacle != nullptr ? "refused: " + obstacle->text
                  : stations
                      ? StationText(plan.front().sek, false) + " to " + StationText(plan.back().sek, false)
                      : std::string("none")});
@@ -49,7 +57,9 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
     if (roads->size() == 1) return roads->front();
     List(*roads);
     throw Refusal(At(options.file, "holds " + Count(roads->size(), "alignment") +
-                                       "; choose one of these names with --name"));
+                                       (std::all_of(roads->begin(), roads->end(), Obstacle)
+                                            ? ", and all are refused"
+                                            : "; choose one of these names with --name")));
   }
   const auto is_named = [&](const ImportedRoad& road) { return road.road.name == options.name; };
   const auto found = std::find_if(roads->begin(), roads->end(), is_named);

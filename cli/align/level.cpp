@@ -27,9 +27,9 @@ std::string WhyNoLevel(const AlignmentInput& input, double station, bool km) {
   const auto looks_like = [&](double end) { return StationText(station, km) == StationText(end, km); };
   if (station == last) return range;
   if (station < first && looks_like(first))
-    return range + "; " + FormatFixed(station, 6) + " is before " + FormatFixed(first, 6);
+    return range + "; " + FormatFixed(station, 9) + " is before " + FormatFixed(first, 9);
   if (station > last && looks_like(last))
-    return range + "; " + FormatFixed(station, 6) + " is beyond " + FormatFixed(last, 6);
+    return range + "; " + FormatFixed(station, 9) + " is beyond " + FormatFixed(last, 9);
   if (station < first || station > last) return range;
   return "the profile's points give no level at station " + StationText(station, km) +
          "; velmora align info lists what is wrong with them";

@@ -8,7 +8,9 @@
 namespace velmora::cli {
 namespace {
 
-std::string Name(const std::string& file) { return file == "-" ? "standard input" : file; }
+std::string Name(const std::string& file) {
+  return file == "-" ? "standard input" : file.empty() ? "\"\"" : file;
+}
 
 }  // namespace
 
