@@ -46,6 +46,21 @@ class Files(unittest.TestCase):
         found = velmora.Road.parse(b"0 0 0 0 1 $bytes\r\nnot a point\r\n0 100 0 100\r\n").findings
         self.assertEqual([(f.line, f.lost) for f in found], [(2, True)])
 
+    def test_lists(self) -> None:
+        points = velmora.read_points(EXAMPLES / "borings.csv")
+        self.assertEqual((len(points), points.ids[1], points.northing[1]), (22, "24V002", 6652245.816))
+        self.assertEqual([(f.misread, f.line > 0) for f in points.findings], [(True, True)])
+        path = self.folder / "list.csv"
+        path.write_text("Nr;Y;X;Djup\nA;2,5;1,5;7 å\n", encoding="windows-1252")
+        points = velmora.read_points(path, id="Nr", decimal=",", encoding="windows-1252")
+        self.assertEqual((points.northing[0], points.easting[0]), (1.5, 2.5))
+        self.assertEqual(points.columns, {"Djup": ("7 å",)})
+        self.assertTrue(np.isnan(points.level[0]))
+        self.assertEqual(list(points.frame().columns), ["id", "northing", "easting", "level", "Djup"])
+        self.assertRaises(velmora.NotRead, velmora.read_points, path, northing="none")
+        self.assertRaises(FileNotFoundError, velmora.read_points, self.folder / "none.csv")
+        self.assertRaises(velmora.BadArgument, velmora.read_points, path, encoding="none")
+
     def test_exceptions(self) -> None:
         (self.folder / "bad.xml").write_text("<LandXML>\n<Alignments>\n</LandXML>")
         calls: Any = (

@@ -4,6 +4,7 @@
     at = road.locate(northing, easting)           # station, offset, status; numbers or arrays
     n, e = road.place(station, offset)
     z = road.level(station)
+    points = velmora.read_points("borings.csv")   # .ags, .gpkg too
     frame = velmora.locate(frame, road)           # a DataFrame or GeoDataFrame, with the columns added
     scale = velmora.Project("uppdrag").settings["TUNDRIL.PAR"]["HSKALA"]
 
@@ -31,6 +32,7 @@ from .errors import (
     WouldLose,
 )
 from .frames import locate
+from .lists import PointList, read_points
 from .places import Located, LocatedArrays, MapPoint, MapPoints, Status
 from .project import Project
 from .road import Measures, Road, read
@@ -58,6 +60,7 @@ __all__ = [
     "NotRead",
     "NotSupported",
     "NotWritten",
+    "PointList",
     "Project",
     "Road",
     "Setting",
@@ -67,4 +70,5 @@ __all__ = [
     "__version__",
     "locate",
     "read",
+    "read_points",
 ]

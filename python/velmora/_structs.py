@@ -44,6 +44,20 @@ class Measures(ctypes.Structure):
     ]
 
 
+class ListOptions(ctypes.Structure):
+    _fields_ = [
+        ("size", c_size_t),
+        ("id", c_char_p),
+        ("northing", c_char_p),
+        ("easting", c_char_p),
+        ("level", c_char_p),
+        ("encoding", c_char_p),
+        ("delimiter", c_char),
+        ("decimal", c_char),
+        ("east_first", c_char),
+    ]
+
+
 class Setting(ctypes.Structure):
     _fields_ = [("key", c_char_p), ("value", c_char_p), ("built_in", c_char_p), ("stored", c_int32)]
 
