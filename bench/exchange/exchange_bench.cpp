@@ -14,6 +14,7 @@
 #include <random>
 #include <string>
 
+#include "bench/files/made_up.h"
 #include "bench/files/peers.h"
 #include "bench/measure.h"
 #include "velmora/exchange/dxf.h"
@@ -25,53 +26,33 @@
 namespace velmora::bench {
 namespace {
 
-struct Settings {
-  bool small = false;
-  std::string json;
-  std::string folder = "/dev/shm";
-};
-
-void Require(bool good, const char* what) {
-  if (good) return;
-  std::fprintf(stderr, "exchange_bench: %s\n", what);
-  std::exit(1);
-}
-
 class ExchangeBench {
  public:
-  explicit ExchangeBench(const Settings& settings)
+  explicit ExchangeBench(const FileSettings& settings)
       : settings_(settings),
         rounds_(settings.small ? 3 : 7),
         count_(settings.small ? 200'000 : 1'000'000),
-        folder_(settings.folder + "/velmora-bench") {
-    std::filesystem::create_directories(folder_);
-    std::mt19937 random(1);
+        folder_(settings.folder) {
+    std::mt19937 random(2);
     const auto part = [&random](unsigned below, double unit) {
       return static_cast<double>(random() % below) * unit;
     };
     road_.road.name = "Väg";
+    road_.road.plan = MadeUpPlan(count_);
     borings_.road = {"Väg", {{6.58e6, 150e3, 0, 0}, {6.58e6, 250e3, 0, 1e5}}, {}};
     borings_.borings.own_titles = {"Metod"};
-    double station = 0;
     for (int i = 0; i < count_; ++i) {
-      station += part(100'000, 1e-4);
-      const double northing = 6'580'000 + i * 0.7 + part(10'000, 1e-4);
-      const double easting = 150'000 + part(100'000'000, 1e-4);
-      road_.road.plan.push_back({northing, easting, i % 3 == 0 ? part(2000, 1e-4) - 0.1 : 0, station});
+      const kovltype& at = road_.road.plan[static_cast<size_t>(i)];
       exchange::LocatedPoint& boring = borings_.borings.points.emplace_back();
       boring.id = "21T" + std::to_string(i);
-      boring.northing = northing;
-      boring.easting = easting;
+      boring.northing = at.x;
+      boring.easting = at.y;
       boring.level = part(10'000, 1e-2);
-      boring.station = station;
+      boring.station = at.sek;
       boring.offset = part(10'000, 1e-3) - 5;
       boring.status = "on the alignment";
       boring.own = {"Jb2"};
     }
-  }
-  ~ExchangeBench() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
   }
   ExchangeBench(const ExchangeBench&) = delete;
   ExchangeBench& operator=(const ExchangeBench&) = delete;
@@ -90,7 +71,7 @@ class ExchangeBench {
  private:
   using Write = void (*)(const exchange::ExportInput&, const exchange::Sink&);
 
-  std::string File(const char* name) const { return folder_ + "/" + name; }
+  std::string File(const char* name) const { return folder_.File(name); }
 
   static void WriteFile(const std::string& name, Write write, const exchange::ExportInput& input) {
     FileReplacement file;
@@ -166,10 +147,10 @@ class ExchangeBench {
     sqlite3_close(database);
   }
 
-  Settings settings_;
+  FileSettings settings_;
   int rounds_;
   int count_;
-  std::string folder_;
+  BenchFolder folder_;
   exchange::ExportInput road_;
   exchange::ExportInput borings_;
   Figures figures_;
@@ -179,7 +160,7 @@ class ExchangeBench {
 }  // namespace velmora::bench
 
 int main(int argc, char** argv) {
-  velmora::bench::Settings settings;
+  velmora::bench::FileSettings settings;
   if (!velmora::bench::ReadOptions(argc, argv, {{"--small", &settings.small}},
                                    {{"--json", &settings.json}, {"--folder", &settings.folder}})) {
     std::fprintf(stderr, "exchange_bench [--small] [--json FILE] [--folder DIR]\n");

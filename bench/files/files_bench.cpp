@@ -15,6 +15,7 @@
 #include <random>
 #include <string>
 
+#include "bench/files/made_up.h"
 #include "bench/files/peers.h"
 #include "bench/measure.h"
 #include "velmora/alignment/vag2.h"
@@ -22,46 +23,22 @@
 namespace velmora::bench {
 namespace {
 
-struct Settings {
-  bool small = false;
-  std::string json;
-  std::string folder = "/dev/shm";
-  std::string velmora;
-};
-
-void Require(bool good, const char* what) {
-  if (good) return;
-  std::fprintf(stderr, "files_bench: %s\n", what);
-  std::exit(1);
-}
-
 class FilesBench {
  public:
-  explicit FilesBench(const Settings& settings)
+  explicit FilesBench(const FileSettings& settings)
       : settings_(settings),
         rounds_(settings.small ? 5 : 11),
         count_(settings.small ? 200'000 : 1'000'000),
-        folder_(settings.folder + "/velmora-bench") {
-    std::filesystem::create_directories(folder_);
-    std::mt19937 random(1);
-    const auto part = [&random](unsigned below, double unit) {
-      return static_cast<double>(random() % below) * unit;
-    };
-    double station = 0;
+        folder_(settings.folder) {
+    std::mt19937 random(2);
+    points_.plan = MadeUpPlan(count_);
     for (int i = 0; i < count_; ++i) {
-      station += part(100'000, 1e-4);
-      points_.plan.push_back({6'580'000 + i * 0.7 + part(10'000, 1e-4), 150'000 + part(100'000'000, 1e-4),
-                              i % 3 == 0 ? part(2000, 1e-4) - 0.1 : 0, station});
       stdpkttype support{};
       const std::string name = "P" + std::to_string(i);
       std::copy(name.begin(), name.end(), support.namn);
-      support.z = static_cast<float>(part(1'000'000, 1e-4));
+      support.z = static_cast<float>(static_cast<double>(random() % 1'000'000) * 1e-4);
       support_.push_back(support);
     }
-  }
-  ~FilesBench() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
   }
   FilesBench(const FilesBench&) = delete;
   FilesBench& operator=(const FilesBench&) = delete;
@@ -77,7 +54,7 @@ class FilesBench {
   }
 
  private:
-  std::string File(const char* name) const { return folder_ + "/" + name; }
+  std::string File(const char* name) const { return folder_.File(name); }
   static CString Path(const std::string& file) { return PathFromSystem(file); }
 
   void Add(const std::string& name, const std::string& file, const Pair& seconds, const char* peer) {
@@ -191,10 +168,10 @@ class FilesBench {
     }
   }
 
-  Settings settings_;
+  FileSettings settings_;
   int rounds_;
   int count_;
-  std::string folder_;
+  BenchFolder folder_;
   Points points_;
   std::vector<stdpkttype> support_;
   Figures figures_;
@@ -204,7 +181,7 @@ class FilesBench {
 }  // namespace velmora::bench
 
 int main(int argc, char** argv) {
-  velmora::bench::Settings settings;
+  velmora::bench::FileSettings settings;
   if (!velmora::bench::ReadOptions(
           argc, argv, {{"--small", &settings.small}},
           {{"--json", &settings.json}, {"--folder", &settings.folder}, {"--velmora", &settings.velmora}})) {

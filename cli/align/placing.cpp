@@ -49,21 +49,21 @@ PlaceStatus StatusOf(OffEnd end) {
 const char* StatusText(PlaceStatus status) {
   switch (status) {
     case PlaceStatus::kOn:
-      return "on the alignment";
+      return PlaceText(PlaceResult::kFound);
     case PlaceStatus::kOutsideArea:
       return "outside the area";
     case PlaceStatus::kFar:
       return "far from the road";
     case PlaceStatus::kBeforeStart:
-      return "before its start";
+      return PlaceText(PlaceResult::kBeforeStart);
     case PlaceStatus::kBeyondEnd:
-      return "beyond its end";
+      return PlaceText(PlaceResult::kBeyondEnd);
     case PlaceStatus::kRepeated:
       return "station of two points";
     case PlaceStatus::kNothing:
       break;
   }
-  return "nothing found";
+  return PlaceText(PlaceResult::kNothing);
 }
 
 Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset)

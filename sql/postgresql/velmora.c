@@ -137,20 +137,6 @@ static Point PointAt(FunctionCallInfo fcinfo) {
   return point;
 }
 
-static const char* StatusText(int32_t result) {
-  switch (result) {
-    case VELMORA_ON_ROAD:
-    case VELMORA_CORRECTED:
-      return "on the alignment";
-    case VELMORA_BEFORE_START:
-      return "before its start";
-    case VELMORA_BEYOND_END:
-      return "beyond its end";
-    default:
-      return "nothing found";
-  }
-}
-
 #define RETURN_NUMBER(number)            \
   do {                                   \
     const double value_ = (number);      \
@@ -204,7 +190,7 @@ Datum velmora_sql_locate(PG_FUNCTION_ARGS) {
   const Place place = Locate(fcinfo, road);
   const double level = LevelAt(road, place.station);
   Datum values[4] = {Float8GetDatum(place.station), Float8GetDatum(place.offset), Float8GetDatum(level),
-                     CStringGetTextDatum(StatusText(place.result))};
+                     CStringGetTextDatum(velmora_place_text(place.result))};
   bool nulls[4] = {isnan(place.station), isnan(place.offset), isnan(level), false};
   PG_RETURN_DATUM(HeapTupleGetDatum(heap_form_tuple(site->row, values, nulls)));
 }

@@ -27,20 +27,6 @@ struct Cursor : sqlite3_vtab_cursor {
   Place place{};
 };
 
-const char* StatusText(std::int32_t result) {
-  switch (result) {
-    case VELMORA_ON_ROAD:
-    case VELMORA_CORRECTED:
-      return "on the alignment";
-    case VELMORA_BEFORE_START:
-      return "before its start";
-    case VELMORA_BEYOND_END:
-      return "beyond its end";
-    default:
-      return "nothing found";
-  }
-}
-
 int Fail(sqlite3_vtab* table, const std::string& text) {
   sqlite3_free(table->zErrMsg);
   table->zErrMsg = sqlite3_mprintf("velmora_locate: %s", text.c_str());
@@ -140,7 +126,7 @@ int Value(sqlite3_vtab_cursor* opened, sqlite3_context* context, int column) {
     else if (column == kLevel)
       sqlite3_result_double(context, cursor.road->Level(cursor.place.station));
     else if (column == kStatus)
-      sqlite3_result_text(context, StatusText(cursor.place.result), -1, SQLITE_STATIC);
+      sqlite3_result_text(context, velmora_place_text(cursor.place.result), -1, SQLITE_STATIC);
     else if (column == kNorthing)
       sqlite3_result_double(context, cursor.point.northing);
     else if (column == kEasting)

@@ -66,6 +66,7 @@ static void CheckPlaces(const velmora_road *road) {
   CHECK(memcmp(s, s2, sizeof s) == 0 && memcmp(o, o2, sizeof o) == 0);
   CHECK(velmora_level(road, kPoints, s, 0, z, 0, 2, &error) == VELMORA_OK);
   CHECK(velmora_road_profile(road, NULL, 0) == 0 ? isnan(z[1]) : !isnan(z[kPoints / 2]));
+  CHECK(strcmp(velmora_place_text(VELMORA_BEFORE_START), "before its start") == 0);
   n[0] = NAN;
   CHECK(velmora_locate(road, 1, n, 0, e, 0, s, 0, o, 0, place, 0, 0, 1, &error) == VELMORA_OK);
   CHECK(place[0] == VELMORA_NOWHERE && isnan(s[0]) && isnan(o[0]));

@@ -128,6 +128,10 @@ size_t Most(bool direct, size_t count) { return direct ? std::max<size_t>(count,
 }  // namespace
 }  // namespace velmora::c
 
+const char* velmora_place_text(int32_t place) {
+  return velmora::PlaceText(static_cast<velmora::PlaceResult>(place));
+}
+
 velmora_status velmora_locate(const velmora_road* road, size_t count, const double* northing,
                               ptrdiff_t northing_step, const double* easting, ptrdiff_t easting_step,
                               double* station, ptrdiff_t station_step, double* offset, ptrdiff_t offset_step,

@@ -37,10 +37,9 @@ extern "C" {
 
 typedef enum velmora_status {
   VELMORA_OK = 0,
-  VELMORA_BAD_ARGUMENT =
-      1,                  /* a null pointer, a size or a flag that is not allowed, a text that is not UTF-8 */
-  VELMORA_NOT_OPENED = 2, /* there is no such file, or it cannot be opened */
-  VELMORA_NOT_READ = 3,   /* the file is not what was expected, or cannot be read to its end */
+  VELMORA_BAD_ARGUMENT = 1,  /* a null pointer, a value that is not allowed, a text that is not UTF-8 */
+  VELMORA_NOT_OPENED = 2,    /* there is no such file, or it cannot be opened */
+  VELMORA_NOT_READ = 3,      /* the file is not what was expected, or cannot be read to its end */
   VELMORA_NOT_WRITTEN = 4,   /* the file cannot be written; it is as it was */
   VELMORA_WOULD_LOSE = 5,    /* the write would lose something of the file; see VELMORA_FORCE */
   VELMORA_NOT_FOUND = 6,     /* there is no road, key or layer of this name */
@@ -189,6 +188,9 @@ typedef enum velmora_place_result {
   VELMORA_BEYOND_END = 3,
   VELMORA_NOWHERE = 4 /* nothing found: coordinates that are not finite, a point where the road turns back */
 } velmora_place_result;
+
+/* The result in words, as the command shows it: "on the alignment", "before its start", ... */
+VELMORA_API const char* velmora_place_text(int32_t place);
 
 /* Map points to stations and offsets: the nearest foot on a straight or an arc, else the nearest corner.
  * Offsets are positive to the right towards higher stations. Without a place, both are NaN. `place` may be

@@ -20,6 +20,20 @@ void Without(OffEnd end, double* first, double* second, int* result) {
 
 }  // namespace
 
+const char* PlaceText(PlaceResult result) {
+  switch (result) {
+    case PlaceResult::kFound:
+    case PlaceResult::kCorrected:
+      return "on the alignment";
+    case PlaceResult::kBeforeStart:
+      return "before its start";
+    case PlaceResult::kBeyondEnd:
+      return "beyond its end";
+    default:
+      return "nothing found";
+  }
+}
+
 RoadPlacer::RoadPlacer(std::vector<kovltype> plan)
     : plan_(std::move(plan)),
       descending_(IsDescending(plan_)),

@@ -22,6 +22,9 @@ enum class PlaceResult : int {
   kNothing = 4,
 };
 
+// For a user: "on the alignment", "before its start", ...
+const char* PlaceText(PlaceResult result);
+
 // Immutable, and safe to use from many threads at once.
 class RoadPlacer {
  public:
