@@ -66,7 +66,7 @@ class RoadAlgorithm(QgsProcessingAlgorithm):
         m = road.measures
         feedback.pushInfo(
             tr(
-                "Road {name}: {points} points, {arcs} arcs, {length:.3f} m, stations {low:.3f} to {high:.3f}"
+                'Road "{name}": {points} points, {arcs} arcs, {length:.3f} m, stations {low:.3f} to {high:.3f}'
             ).format(
                 name=road.name,
                 points=road.points.size,

@@ -10,6 +10,7 @@ from qgis.core import (
     QgsProcessingLayerPostProcessorInterface,
     QgsProcessingUtils,
 )
+from qgis.PyQt import sip
 from qgis.PyQt.QtCore import QVariant
 
 from .texts import tr
@@ -65,13 +66,17 @@ class _Titles(QgsProcessingLayerPostProcessorInterface):
                 layer.setEditorWidgetSetup(index, field.editorWidgetSetup())
 
 
-# QGIS keeps only a pointer to a post-processor, which it uses after the algorithm is gone.
-_kept = {}
+# A run's context deletes its post-processors, but does not keep the Python part of them alive.
+_kept = set()
 
 
 def field_names(fields):
     """What gives a loaded layer the fields' titles."""
-    return _kept.setdefault(tuple((f.name(), f.alias()) for f in fields), _Titles(QgsFields(fields)))
+    for deleted in filter(sip.isdeleted, list(_kept)):
+        _kept.discard(deleted)
+    titles = _Titles(QgsFields(fields))
+    _kept.add(titles)
+    return titles
 
 
 def or_null(number):

@@ -12,6 +12,8 @@ from .road_to_layer import RoadToLayer
 
 
 class Provider(QgsProcessingProvider):
+    ALGORITHMS = LocatePoints, PlaceStations, RoadToLayer, ReadRoad
+
     def id(self):
         return "velmora"
 
@@ -22,5 +24,5 @@ class Provider(QgsProcessingProvider):
         return QIcon(os.path.join(os.path.dirname(__file__), "icon.svg"))
 
     def loadAlgorithms(self):
-        for algorithm in (LocatePoints, PlaceStations, RoadToLayer, ReadRoad):
+        for algorithm in self.ALGORITHMS:
             self.addAlgorithm(algorithm())

@@ -1,10 +1,12 @@
 """A road as a layer of one curve."""
 
-from qgis.core import QgsProcessing
+from qgis.core import QgsProcessing, QgsProcessingException, QgsProcessingOutputLayerDefinition
 
 from .algorithm import RoadAlgorithm
 from .curves import GEOMETRY, road_feature, road_fields
 from .texts import tr
+
+WITHOUT_ARCS = (".shp", ".geojson", ".geojsonl", ".json", ".kml", ".tab", ".mif", ".mid")
 
 
 class RoadToLayer(RoadAlgorithm):
@@ -20,6 +22,13 @@ class RoadToLayer(RoadAlgorithm):
         return {self.OUTPUT: self.write(self.road(parameters, context, feedback), crs, parameters, context)}
 
     def write(self, road, crs, parameters, context):
+        output = parameters[self.OUTPUT]
+        if isinstance(output, QgsProcessingOutputLayerDefinition):
+            output = output.sink.staticValue()
+        if str(output).lower().endswith(WITHOUT_ARCS):
+            raise QgsProcessingException(
+                tr("{file}: the format has no arcs; choose GeoPackage").format(file=output)
+            )
         fields = road_fields()
         sink, output = self.sink(parameters, context, fields, GEOMETRY, crs)
         self.add(sink, [road_feature(road, fields)], parameters)

@@ -77,8 +77,8 @@ SWEDISH = {
     "unreadable": "oläslig",
     "no geometry": "utan geometri",
     # messages
-    "Road {name}: {points} points, {arcs} arcs, {length:.3f} m, stations {low:.3f} to {high:.3f}": (
-        "Väg {name}: {points} punkter, {arcs} cirkelbågar, {length:.3f} m, sektion {low:.3f} till {high:.3f}"
+    'Road "{name}": {points} points, {arcs} arcs, {length:.3f} m, stations {low:.3f} to {high:.3f}': (
+        'Väg "{name}": {points} punkter, {arcs} cirkelbågar, {length:.3f} m, sektion {low:.3f} till {high:.3f}'
     ),
     "{placed} of {total} stations are on the road": "{placed} av {total} sektioner ligger på vägen",
     "No point has a station, but {count} would with northing and easting exchanged": (
@@ -97,6 +97,7 @@ SWEDISH = {
     "The layer must be of points, or fields of northing and easting chosen": (
         "Lagret måste ha punkter, eller fält med nord- och östkoordinat väljas"
     ),
+    "{file}: the format has no arcs; choose GeoPackage": "{file}: formatet har inga cirkelbågar; välj GeoPackage",
     "Choose the table's field of stations": "Välj tabellens fält med sektioner",
     "{crs} is in degrees; roads are in metres. Reproject the layer to the road's coordinate system (Reproject "
     "layer), or choose that system.": (
@@ -106,10 +107,10 @@ SWEDISH = {
     "{crs} is not in metres, as roads are. Reproject the layer to the road's coordinate system.": (
         "{crs} är inte i meter, som vägar är. Projicera om lagret till vägens koordinatsystem."
     ),
-    "The Python package velmora cannot be used: {error}. Install it for QGIS, then start QGIS again (on Windows "
-    "in the OSGeo4W Shell):": (
-        "Pythonpaketet velmora kan inte användas: {error}. Installera det för QGIS och starta sedan om QGIS (i "
-        "Windows i OSGeo4W Shell):"
+    "The Python package velmora cannot be used: {error}. Install its wheel (velmora-....whl) for QGIS, on Windows "
+    "in the OSGeo4W Shell, and start QGIS again:": (
+        "Pythonpaketet velmora kan inte användas: {error}. Installera dess wheel (velmora-....whl) för QGIS, i "
+        "Windows i OSGeo4W Shell, och starta om QGIS:"
     ),
 }
 
