@@ -1,10 +1,8 @@
-"""The algorithms in this process and by qgis_process, beside the command and the Python package.
-
-Run by scripts/test-qgis, which installs plugin and package in a profile of their own.
-"""
+"""The algorithms beside the command and the Python package; run by scripts/test-qgis."""
 
 import ast
 import json
+import math
 import os
 import re
 import subprocess
@@ -15,6 +13,7 @@ from unittest import mock
 
 REPOSITORY, PROFILE = Path(__file__).resolve().parents[2], os.environ["VELMORA_PROFILE"]
 EXAMPLES, WORK = REPOSITORY / "examples", Path(os.environ["HOME"])
+ALIGN = os.environ["VELMORA_COMMAND"], "align"
 sys.path[:0] = [PROFILE, f"{PROFILE}/plugins"]
 
 # The page's example installs what the tests use.
@@ -23,50 +22,42 @@ EXAMPLE_RUN = subprocess.run(["bash", "-e", "-c", EXAMPLE], capture_output=True,
 
 import velmora  # noqa: E402
 from qgis.core import *  # noqa: E402, F403
-from velmora_qgis import rows, texts  # noqa: E402
+from velmora_qgis import fields, rows, texts  # noqa: E402
 from velmora_qgis.provider import Provider  # noqa: E402
 
 QGIS = QgsApplication([], False)
 QGIS.initQgis()
 PROVIDER = Provider()
 QgsApplication.processingRegistry().addProvider(PROVIDER)
-ROAD = str(EXAMPLES / "road.vl")
+ROAD, OFF_ROAD = str(EXAMPLES / "road.vl"), ["before start", "unreadable", "beyond end"]
+VERTICES = velmora.read(ROAD).points.tolist()
 
 
 class Feedback(QgsProcessingFeedback):
     def __init__(self, cancel_at=101):
         super().__init__(False)
         self.steps = []
-        self.progressChanged.connect(
-            lambda step: (self.steps.append(step), step >= cancel_at and self.cancel())
-        )
+        self.progressChanged.connect(self.steps.append)
+        self.progressChanged.connect(lambda percentage: percentage >= cancel_at and self.cancel())
 
 
 def run(algorithm, feedback=None, **parameters):
     """The features of the output, the layer itself, and the other results."""
     feedback, context = feedback or Feedback(), QgsProcessingContext()
     context.setProject(QgsProject.instance())
-    output = QgsProcessingOutputLayerDefinition("memory:", QgsProject.instance())
-    made = QgsApplication.processingRegistry().createAlgorithmById("velmora:" + algorithm)
+    output = QgsProcessingOutputLayerDefinition("memory:", context.project())
     given = {"ROAD": ROAD, "CRS": "EPSG:3006", "OUTPUT": output, **parameters}
-    results, _ = made.run(given, context, feedback, catchExceptions=False)
+    results, _ = PROVIDER.algorithm(algorithm).create().run(given, context, feedback, catchExceptions=False)
     layer = context.takeResultLayer(results["OUTPUT"])
-    context.layerToLoadOnCompletionDetails(results["OUTPUT"]).postProcessor().postProcessLayer(
-        layer, context, feedback
-    )
+    loading = context.layerToLoadOnCompletionDetails(results["OUTPUT"])
+    loading.postProcessor().postProcessLayer(layer, context, feedback)
     return list(layer.getFeatures()), layer, results
 
 
-def qgis_process(*words, language="en_US"):
+def answer(*words, language="en_US"):
     environment = {**os.environ, "LANG": language + ".UTF-8", "LC_ALL": ""}
-    done = subprocess.run(["qgis_process.bin", *words], env=environment, capture_output=True, cwd=REPOSITORY)
-    return done.stdout.decode() + done.stderr.decode()
-
-
-def command(*words):
-    return subprocess.run(
-        [os.environ["VELMORA_COMMAND"], "align", *map(str, words)], capture_output=True
-    ).stdout
+    done = subprocess.run([str(w) for w in words], env=environment, capture_output=True, cwd=REPOSITORY)
+    return done.stdout.decode()
 
 
 def values(features, *names):
@@ -75,214 +66,144 @@ def values(features, *names):
 
 def points(places, kind="Point?crs=EPSG:3006&field=Borrhål:string&field=station:int"):
     layer = QgsVectorLayer(kind, "points", "memory")
-    made = [QgsFeature(layer.fields()) for _ in places]
-    for number, (feature, place) in enumerate(zip(made, places)):
+    for number, place in enumerate(places):
+        feature = QgsFeature(layer.fields())
         feature.setGeometry(QgsGeometry.fromWkt(place))
-        if feature.fields().count():
-            feature.setAttributes([f"Å{number}", number])
-    layer.dataProvider().addFeatures(made)
+        feature.setAttributes([f"Å{number}", number][: layer.fields().count()])
+        layer.dataProvider().addFeature(feature)
     return layer
 
 
 def beside_road(count):
-    vertices = velmora.read(ROAD).points.tolist()
-    for i in range(count):
-        n, e = vertices[i % len(vertices)][:2]
-        yield f"POINT({e + i % 37 - 18} {n + i % 29 - 14})"
+    near = [VERTICES[i % len(VERTICES)] for i in range(count)]
+    return [f"POINT({e + i % 37 - 18} {n + i % 29 - 14})" for i, (n, e, *_) in enumerate(near)]
 
 
 class Algorithms(unittest.TestCase):
     def same(self, got, asked, *names):
         """The rows are those that the command answers, to the micrometre."""
         asked = [tuple(row[name] for name in names) for row in json.loads(asked)]
-        self.assertEqual([len(got), [r[0] for r in got]], [len(asked), [r[0] for r in asked]])
-        for ours, theirs in zip((v for r in got for v in r[1:]), (v for r in asked for v in r[1:])):
-            self.assertAlmostEqual(ours, theirs, delta=1e-6) if theirs is not None else self.assertIsNone(
-                ours
-            )
+        self.assertEqual([row[0] for row in got], [row[0] for row in asked])
+        for pair in zip((v for row in got for v in row[1:]), (v for row in asked for v in row[1:])):
+            self.assertTrue(pair == (None, None) or abs(pair[0] - pair[1]) < 1e-6, pair)
 
     def test_documentation(self):
         for line in SHOWN.splitlines():
             self.assertIn(line, EXAMPLE_RUN.stdout.decode(), EXAMPLE_RUN.stderr.decode())
         layer = QgsVectorLayer(str(REPOSITORY / "build" / "located.gpkg"))
-        self.assertEqual(
-            [layer.crs().authid(), layer.fields().field("station").typeName()], ["EPSG:3006", "Real"]
-        )
-        asked = command("locate", ROAD, "--points", EXAMPLES / "borings.csv", "--json")
+        kinds = layer.crs().authid(), layer.fields().field("station").typeName()
+        self.assertEqual(kinds, ("EPSG:3006", "Real"))
+        asked = answer(*ALIGN, "locate", ROAD, "--points", EXAMPLES / "borings.csv", "--json")
         got = values(layer.getFeatures(), "id", "station", "offset", "road_level")
         self.same(got, asked, "id", "station", "offset", "profile_level")
-        states = [feature["status"] for feature in layer.getFeatures() if feature["station"] == NULL]
-        self.assertEqual(states, ["before start", "unreadable", "beyond end"])
+        self.assertEqual([f["status"] for f in layer.getFeatures() if f["station"] == NULL], OFF_ROAD)
 
     def test_locate_layer(self):
         """Blocks, progress, kept fields and coordinate system, features without geometry, and cancelling."""
         source, feedback = points([*beside_road(2 * rows.BLOCK + 1), ""]), Feedback()
         found, layer, results = run("locatepoints", feedback, INPUT=source)
-        self.assertEqual(layer.crs().authid(), "EPSG:3006")
-        self.assertEqual(feedback.steps, sorted(feedback.steps))
-        self.assertEqual(
-            [len(feedback.steps), feedback.steps[-1], len(found)], [3, 100, source.featureCount()]
-        )
-        road = velmora.read(ROAD)
+        self.assertEqual([layer.crs().authid(), len(found)], ["EPSG:3006", 2 * rows.BLOCK + 2])
+        self.assertEqual([round(step) for step in feedback.steps], [50, 100, 100])
         place = [f.geometry().asPoint() for f in found[:-1]]
-        at = road.locate([p.y() for p in place], [p.x() for p in place])
-        got = values(found[:-1], "station_2", "offset", "status")
-        state = [s.text for s in velmora.Status]
-        expected = zip(at.station.tolist(), at.offset.tolist(), at.status.tolist())
-        self.assertEqual(got, [(*((s, o) if s == s else (None, None)), state[c]) for s, o, c in expected])
+        at = velmora.read(ROAD).locate([p.y() for p in place], [p.x() for p in place])
+        for got, (*numbers, code) in zip(found, zip(*(each.tolist() for each in at))):
+            expected = (*map(fields.or_null, numbers), velmora.Status(code).text)
+            self.assertEqual(values([got], "station_2", "offset", "status"), [expected])
         self.assertEqual(results["LOCATED"], at.on_road.sum())
-        self.assertEqual(values(found[-1:], "Borrhål", "offset", "status"), [("Å10001", None, "no geometry")])
-        canceled = run("locatepoints", Feedback(40), INPUT=source)[0]
-        self.assertEqual(len(canceled), rows.BLOCK)
+        self.assertEqual(values(found[-1:], "Borrhål", "status"), [("Å10001", "no geometry")])
+        self.assertEqual(len(run("locatepoints", Feedback(40), INPUT=source)[0]), rows.BLOCK)
 
     def test_lists(self):
-        """Decimal commas, stations of a table, both directions of stations, and even stations."""
-        found = run("locatepoints", INPUT=str(EXAMPLES / "borhal.csv"), NORTHING="X", EASTING="Y")[0]
-        asked = command("locate", ROAD, "--points", EXAMPLES / "borhal.csv", "--json")
+        """Decimal commas, columns exchanged, stations of a table, falling stations, even stations."""
+        borings, swapped = str(EXAMPLES / "borhal.csv"), Feedback()
+        found = run("locatepoints", INPUT=borings, NORTHING="X", EASTING="Y")[0]
+        asked = answer(*ALIGN, "locate", ROAD, "--points", borings, "--json")
         self.same(values(found, "Namn", "station", "offset"), asked, "id", "station", "offset")
-        swapped = Feedback()
-        run("locatepoints", swapped, INPUT=str(EXAMPLES / "borhal.csv"), NORTHING="Y", EASTING="X")
+        run("locatepoints", swapped, INPUT=borings, NORTHING="Y", EASTING="X")
         self.assertIn("but 10 would with northing and easting exchanged", swapped.textLog())
         table = {"INPUT": str(EXAMPLES / "stations.csv"), "STATION": "station", "OFFSET": "offset"}
-        for name, beyond in ((ROAD, "beyond end"), (str(EXAMPLES / "road-falling.vl"), "before start")):
-            found = run("placestations", ROAD=name, **table)[0]
-            self.assertEqual([found[-1]["status"], found[-1].geometry().isNull()], [beyond, True])
-            if name == ROAD:
-                asked = command("place", name, "--stations", table["INPUT"], "--json")
-                names = "id", "northing", "easting"
-                self.same(values(found, *names, "road_level"), asked, *names, "profile_level")
-            found = [feature for feature in found if feature["status"] == "on road"]
-            back = [velmora.read(name).locate(f["northing"], f["easting"]) for f in found]
-            self.assertGreater(len(found), 5)
-            for feature, at in zip(found, back):
-                self.assertAlmostEqual(at.station, float(feature["station"]), delta=1e-3)
-                self.assertAlmostEqual(at.offset, float(feature["offset"]), delta=1e-6)
+        found = run("placestations", **table)[0]
+        asked = answer(*ALIGN, "place", ROAD, "--stations", table["INPUT"], "--json")
+        names = "id", "northing", "easting"
+        self.same(values(found, *names, "road_level"), asked, *names, "profile_level")
+        self.assertEqual([found[-1]["status"], found[-1].geometry().isNull()], ["beyond end", True])
+        falling = str(EXAMPLES / "road-falling.vl")
+        found = run("placestations", ROAD=falling, **table)[0]
+        self.assertEqual([f["status"] for f in found[::7]], ["beyond end", "before start"])
+        for station, offset, *place in values(found[1:-1], "station", "offset", "northing", "easting"):
+            self.assertLess(
+                math.dist(velmora.read(falling).locate(*place)[:2], map(float, (station, offset))), 1e-3
+            )
         even = [f["station"] for f in run("placestations", EVERY=100)[0]]
         self.assertEqual(even, [*range(1200, 3301, 100), velmora.read(ROAD).measures.highest_station])
-        texts_read = [
-            "6 652 231,875",
-            "\u22121,5e3",
-            " 7 ",
-            "66x",
-            "inf",
-            ".",
-            "1.000,5",
-            "e5",
-            "",
-            True,
-            None,
-        ]
-        got = [None if n != n else n for n in map(rows.number, texts_read)]
-        self.assertEqual(got, [6652231.875, -1500.0, 7.0] + [None] * 8)
+        self.assertEqual(
+            [*map(rows.number, ("6 652 231,875", "\u22121,5e3", " 7 "))], [6652231.875, -1500, 7]
+        )
+        for value in ("66x", "inf", "nan", ".", "1.000,5", "e5", "", True, None, float("inf")):
+            self.assertTrue(math.isnan(rows.number(value)), value)
 
     def test_curves(self):
         """A file's layer has exact arcs, stations as measures, and what another format makes of the road."""
-        road, output = velmora.read(ROAD), str(WORK / "väg.gpkg")
-        qgis_process("run", "velmora:roadtolayer", "--", f"ROAD={ROAD}", "CRS=EPSG:3006", f"OUTPUT={output}")
-        (feature,) = QgsVectorLayer(output).getFeatures()
-        curve = feature.geometry().constGet()
+        road, file, crs = velmora.read(ROAD), WORK / "väg.gpkg", "CRS=EPSG:3006"
+        answer("qgis_process.bin", "run", "velmora:roadtolayer", "--", f"ROAD={ROAD}", crs, f"OUTPUT={file}")
+        (feature,) = QgsVectorLayer(str(file)).getFeatures()
         self.assertEqual(values([feature], "name", "points", "arcs"), [("Väg 943 Norrsjö", 13, 5)])
+        curve = feature.geometry().constGet()
         self.assertAlmostEqual(curve.length(), road.measures.length, delta=1e-6)
-        self.assertEqual(
-            [v.m() for v in (curve.startPoint(), curve.endPoint())], [1200, road.points["station"][-1]]
-        )
+        self.assertLessEqual({*road.points["station"]}, {point.m() for point in curve.points()})
         dense = curve.segmentize(0.001).points()
         at = road.locate([p.y() for p in dense], [p.x() for p in dense])
-        self.assertLess(abs(at.offset).max(), 1e-6)
-        self.assertGreater(len(dense), 1000)
-        for ending in ("xml", "dxf"):
+        self.assertTrue(len(dense) > 1000 and abs(at.offset).max() < 1e-6)
+        for ending, levels in (("xml", 10), ("dxf", 0)):
             file, alignment = WORK / f"väg.{ending}", str(WORK / f"{ending}.vl")
-            command("export", ROAD, "-o", file)
+            answer(*ALIGN, "export", ROAD, "-o", file)
             (other,), _, results = run("readroad", ROAD=str(file), ALIGNMENT=alignment)
-            self.assertLess(other.geometry().constGet().startPoint().distance(curve.startPoint()), 1e-9)
             self.assertAlmostEqual(other["length"], road.measures.length, delta=1e-6)
             again = velmora.read(results["ALIGNMENT"])
-            self.assertEqual([again.name, again.points.size], ["Väg 943 Norrsjö", 13])
-            self.assertEqual(again.profile.size, 10 if ending == "xml" else 0)
+            self.assertEqual([again.name, again.points.size, again.profile.size], [road.name, 13, levels])
+
+    def refused(self, reason, algorithm, **parameters):
+        with self.subTest(reason), self.assertRaisesRegex(QgsProcessingException, reason):
+            run(algorithm, **parameters)
 
     def test_refusals(self):
         (WORK / "broken.xml").write_text("<LandXML>")
-        table = points(["", ""], "NoGeometry?field=a:string&field=b:int")
-        for algorithm, parameters, reason in (
-            (
-                "locatepoints",
-                {"INPUT": points(["POINT(18 59)"], "Point?crs=EPSG:4326")},
-                "degrees.*Reproject layer",
-            ),
-            ("locatepoints", {"INPUT": points(["POINT(1 1)"], "Point?crs=EPSG:2264")}, "not in metres"),
-            ("locatepoints", {"INPUT": points([], "LineString?crs=EPSG:3006")}, "must be of points"),
-            (
-                "locatepoints",
-                {"INPUT": points(["MULTIPOINT((1 1),(2 2))"], "MultiPoint?crs=EPSG:3006")},
-                "singleparts",
-            ),
-            ("locatepoints", {"INPUT": table}, "no geometry"),
-            ("locatepoints", {"INPUT": table, "EASTING": "b"}, "both fields"),
-            ("placestations", {"INPUT": table}, "field of stations"),
-            ("placestations", {"INPUT": "none.gpkg"}, "none.gpkg"),
-            ("roadtolayer", {"CRS": "EPSG:4326"}, "degrees"),
-            ("roadtolayer", {"OUTPUT": str(WORK / "road.shp")}, "no arcs; choose GeoPackage"),
-            ("roadtolayer", {"ROAD": "none.vl"}, "none.vl: no such file"),
-            ("readroad", {"ROAD": str(WORK / "broken.xml")}, r"broken.xml:\d"),
-            ("readroad", {"ALIGNMENT": str(WORK / "none" / "a.vl")}, "a.vl: "),
-        ):
-            with self.subTest(reason), self.assertRaisesRegex(QgsProcessingException, reason):
-                run(algorithm, **parameters)
-        with mock.patch.dict(sys.modules, velmora=None), self.assertRaisesRegex(
-            QgsProcessingException, "pip install"
-        ):
-            run("roadtolayer")
+        table, several = points([""], "NoGeometry?field=a:string&field=b:int"), "MULTIPOINT((1 1),(2 2))"
+        self.refused("degrees.*Reproject layer", "locatepoints", INPUT=points([], "Point?crs=EPSG:4326"))
+        self.refused("not in metres", "locatepoints", INPUT=points([], "Point?crs=EPSG:2264"))
+        self.refused("must be of points", "locatepoints", INPUT=points([], "LineString?crs=EPSG:3006"))
+        self.refused("singleparts", "locatepoints", INPUT=points([several], "MultiPoint?crs=EPSG:3006"))
+        self.refused("no geometry", "locatepoints", INPUT=table)
+        self.refused("both fields", "locatepoints", INPUT=table, EASTING="b")
+        self.refused("field of stations", "placestations", INPUT=table)
+        self.refused("none.gpkg", "placestations", INPUT="none.gpkg")
+        self.refused("no arcs; choose GeoPackage", "roadtolayer", OUTPUT=str(WORK / "road.shp"))
+        self.refused("none.vl: no such file", "roadtolayer", ROAD="none.vl")
+        self.refused(r"broken.xml:\d", "readroad", ROAD=str(WORK / "broken.xml"))
+        self.refused("a.vl: ", "readroad", ALIGNMENT=str(WORK / "none" / "a.vl"))
+        with mock.patch.dict(sys.modules, velmora=None):
+            self.refused("pip install", "roadtolayer")
 
     def test_languages(self):
-        """Every text has a translation that is used, with the same places for values."""
-        asked, package = set(), REPOSITORY / "qgis" / "velmora_qgis"
-        for file in package.glob("*.py"):
-            found = ast.walk(ast.parse(file.read_text("utf-8")))
-            asked |= {
-                node.value for node in found if isinstance(node, ast.Constant) and file.name != "texts.py"
-            }
-        statuses = {each.text for each in velmora.Status}
-        self.assertLessEqual(statuses, set(texts.SWEDISH))
-        self.assertLessEqual(set(texts.SWEDISH) - statuses, asked)
+        """Every text has a translation, each translation a text, with the same places for values."""
+        shown = {algorithm.TITLE for algorithm in Provider.ALGORITHMS} | {
+            each.text for each in velmora.Status
+        }
+        shown |= {fields.UNREADABLE, fields.NO_GEOMETRY}
+        for file in (REPOSITORY / "qgis" / "velmora_qgis").glob("*.py"):
+            for node in ast.walk(ast.parse(file.read_text("utf-8"))):
+                if isinstance(node, ast.Call) and getattr(node.func, "id", "") in ("tr", *dir(fields)):
+                    shown |= {text.value for text in node.args[-1:] if isinstance(text, ast.Constant)}
+        self.assertEqual(shown, set(texts.SWEDISH))
         for english, swedish in texts.SWEDISH.items():
-            self.assertEqual(*(re.findall(r"{.*?}", text) for text in (english, swedish)))
-        with mock.patch.object(texts, "is_swedish", lambda: True), mock.patch.object(
-            texts, "SWEDISH", Recorder()
-        ) as used:
+            self.assertEqual(*(sorted(re.findall(r"{.*?}", text)) for text in (english, swedish)))
+        with mock.patch.object(texts, "is_swedish", lambda: True):
             layer = run("locatepoints", INPUT=points(beside_road(3)))[1]
-            for algorithm in Provider.ALGORITHMS:
-                algorithm().create()
-        self.assertEqual(used.missing, set())
-        self.assertEqual(
-            layer.attributeAlias(layer.fields().lookupField("offset")), "Sidomått (m), höger är positivt"
-        )
-        self.assertIn(
-            "Välj",
-            qgis_process(
-                "run",
-                "velmora:placestations",
-                "--",
-                f"ROAD={ROAD}",
-                f"INPUT={EXAMPLES / 'stations.csv'}",
-                f"OUTPUT={WORK / 'x.gpkg'}",
-                language="sv_SE",
-            ),
-        )
-        version = re.search(r"version=(.*)", (package / "metadata.txt").read_text("utf-8"))[1]
-        self.assertEqual(version, velmora.__version__)
-
-
-class Recorder(dict):
-    """The translations, and what was looked for among them in vain."""
-
-    def __init__(self):
-        super().__init__(texts.SWEDISH)
-        self.missing = set()
-
-    def get(self, text, otherwise=None):
-        if text not in self:
-            self.missing.add(text)
-        return super().get(text, otherwise)
+        self.assertIn("Sidomått (m), höger är positivt", layer.attributeAliases().values())
+        swedish = answer("qgis_process.bin", "help", "velmora:placestations", language="sv_SE")
+        self.assertIn("Fält med sektioner", swedish)
+        metadata = (REPOSITORY / "qgis" / "velmora_qgis" / "metadata.txt").read_text("utf-8")
+        self.assertIn(f"\nversion={velmora.__version__}\n", metadata)
 
 
 if __name__ == "__main__":

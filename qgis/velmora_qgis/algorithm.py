@@ -18,7 +18,7 @@ from .texts import help_text, tr
 
 
 class RoadAlgorithm(QgsProcessingAlgorithm):
-    """A subclass has ID, TITLE, a help text, and the parameters that initAlgorithm adds to the common ones."""
+    """A subclass has ID, TITLE, a help text, and initAlgorithm, which adds the parameters."""
 
     ROAD, NAME, CRS, OUTPUT = "ROAD", "NAME", "CRS", "OUTPUT"
     ROADS = "(*.vl *.xml *.dxf *.gpkg *.csv)"
@@ -66,7 +66,8 @@ class RoadAlgorithm(QgsProcessingAlgorithm):
         m = road.measures
         feedback.pushInfo(
             tr(
-                'Road "{name}": {points} points, {arcs} arcs, {length:.3f} m, stations {low:.3f} to {high:.3f}'
+                'Road "{name}": {points} points, {arcs} arcs, {length:.3f} m, '
+                "stations {low:.3f} to {high:.3f}"
             ).format(
                 name=road.name,
                 points=road.points.size,

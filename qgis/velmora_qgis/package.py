@@ -20,8 +20,8 @@ def velmora():
         python = "python" if sys.platform == "win32" else "python3"
         raise QgsProcessingException(
             tr(
-                "The Python package velmora cannot be used: {error}. Install its wheel (velmora-....whl) for QGIS, "
-                "on Windows in the OSGeo4W Shell, and start QGIS again:"
+                "The Python package velmora cannot be used: {error}. Install its wheel (velmora-....whl) "
+                "for QGIS, on Windows in the OSGeo4W Shell, and start QGIS again:"
             ).format(error=error)
             + f'\n{python} -m pip install --no-deps --target "{os.path.normpath(folder)}" WHEEL'
         ) from error

@@ -31,7 +31,7 @@ def features(source, feedback):
 
 
 def number(value):
-    """A field's value as a number; texts as in point lists, with decimal comma and groups of digits. Else NaN."""
+    """A field's value as a number, else NaN. Texts may have a decimal comma and groups of digits."""
     if isinstance(value, str):
         text = value.strip().replace("\u2212", "-")
         if not _NUMBER.fullmatch(text) or not re.search(r"\d", text.lower().split("e")[0]):
