@@ -2,18 +2,17 @@
 
     locate_bench.py [--small] [--batch build/bench/bin/python_batch]
 
-The batch is Locator::Vagstv over the same arrays in a program of its own, which takes turns with the package;
-each figure is the median of its rounds. shapely and geopandas project fewer points, each likewise in turns,
-on the line through the road's points: they know no arcs and no sides.
+The batch is Locator::Vagstv over the same arrays in a program of its own. All take turns; a figure is the
+median of its rounds, and so is the ratio: how many times the batch's time, and how many times as fast as shapely
+and geopandas. Those get fewer points, and the line through the road's points, as they know no arcs.
 """
 
 import argparse
 import os
-import statistics
 import subprocess
 import tempfile
 import time
-from typing import Any, Callable, List, Sequence, Tuple
+from typing import Any, Callable, Sequence, Tuple
 
 import geopandas
 import numpy as np
@@ -49,10 +48,9 @@ def seconds(work: Callable[[], Any]) -> float:
     return time.perf_counter() - start
 
 
-def in_turns(rounds: int, works: Sequence[Callable[[], float]]) -> List[float]:
-    """The median of each, which says how long it took."""
-    times = [[work() for work in works] for _ in range(rounds + 1)][1:]
-    return [statistics.median(each) for each in zip(*times)]
+def in_turns(rounds: int, works: Sequence[Callable[[], float]]) -> np.ndarray:
+    """What each says that it took, a row a round."""
+    return np.array([[work() for work in works] for _ in range(rounds + 1)][1:])
 
 
 class Batch:
@@ -77,8 +75,11 @@ class Batch:
         self.process.wait()
 
 
-def show(what: str, ours: float, theirs: float, ratio: float) -> None:
-    print(f"{what:58} {ours * 1e9:9.1f} {theirs * 1e9:9.1f} ns {ratio:8.2f}", flush=True)
+def show(what: str, ours: np.ndarray, theirs: np.ndarray, slower: bool) -> None:
+    ratio = np.median(ours / theirs if slower else theirs / ours)
+    print(
+        f"{what:58} {np.median(ours) * 1e9:9.1f} {np.median(theirs) * 1e9:9.1f} ns {ratio:8.2f}", flush=True
+    )
 
 
 def beside_batch(name: str, road: velmora.Road, program: str, count: int, rounds: int) -> None:
@@ -87,14 +88,14 @@ def beside_batch(name: str, road: velmora.Road, program: str, count: int, rounds
     batch = Batch(program, road, n, e)
     for threads in sorted({1, os.cpu_count() or 1}):
         works = (
-            lambda: seconds(lambda: road.locate(n, e, threads=threads)),
             lambda: batch.seconds(threads),
+            lambda: seconds(lambda: road.locate(n, e, threads=threads)),
             lambda: seconds(lambda: road.locate(n, e, threads=threads, searched=True)),
             lambda: seconds(lambda: road.locate(table[:, 0], table[:, 1], threads=threads)),
         )
-        ours, theirs, searched, columns = in_turns(rounds, works)
-        for what, time_ in (("", ours), (", searched", searched), (", columns of a table", columns)):
-            show(f"{name}, {threads} thread(s){what}", time_ / count, theirs / count, time_ / theirs)
+        theirs, *ours = in_turns(rounds, works).T / count
+        for what, times in zip(("", ", searched", ", columns of a table"), ours):
+            show(f"{name}, {threads} thread(s){what}", times, theirs, True)
     batch.close()
 
 
@@ -102,17 +103,24 @@ def beside_projections(name: str, road: velmora.Road, count: int, rounds: int) -
     n, e = scattered(road, count)
     line = LineString(np.stack([road.points["easting"], road.points["northing"]], axis=1))
     some = count // 50
-    few = list(zip(e[:some], n[:some]))
-    points = geopandas.GeoSeries(geopandas.points_from_xy(e[:some], n[:some]))
+    few = e[:some], n[:some]
+    points = geopandas.GeoSeries(geopandas.points_from_xy(*few))
     lines = geopandas.GeoSeries([line] * some)
     works = (
         lambda: seconds(lambda: road.locate(n, e, threads=1)) / count,
-        lambda: seconds(lambda: [line.project(Point(x, y)) for x, y in few]) / some,
+        lambda: seconds(lambda: road.locate(n, e)) / count,
+        lambda: seconds(lambda: [line.project(Point(x, y)) for x, y in zip(*few)]) / some,
+        lambda: seconds(
+            lambda: lines.project(geopandas.GeoSeries(geopandas.points_from_xy(*few)), align=False)
+        )
+        / some,
         lambda: seconds(lambda: lines.project(points, align=False)) / some,
     )
-    ours, shapely_, geopandas_ = in_turns(rounds, works)
-    show(f"{name}, beside a loop over shapely {shapely.__version__}", ours, shapely_, shapely_ / ours)
-    show(f"{name}, beside project of geopandas {geopandas.__version__}", ours, geopandas_, geopandas_ / ours)
+    one, all_, *theirs = in_turns(rounds, works).T
+    peers = f"shapely {shapely.__version__}", f"geopandas {geopandas.__version__}", "geopandas' project alone"
+    for peer, times in zip(peers, theirs):
+        show(f"{name}, 1 thread, beside {peer}", one, times, False)
+        show(f"{name}, all, beside {peer}", all_, times, False)
 
 
 def main() -> None:

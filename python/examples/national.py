@@ -5,10 +5,10 @@
     national.py run FOLDER --workers 2 [--kill]               a scheduler and workers on this machine
     national.py run FOLDER --scheduler tcp://HOST:8786        a cluster that sees the folder
 
-A partition is a square of the map with a file of points. A task reads it, goes through the roads whose box comes
-near it, and writes a file of answers in one step, so that it can be repeated; only names and figures go over the
-network. Each run ends with a digest of all answers: it is the same for every run. `--kill` ends one worker by force
-in the middle.
+A partition is a square of the map with a file of points. A task reads it, goes through the roads whose box
+comes near it, and writes a file of answers in one step, so that it can be repeated; only names and figures go
+over the network. Each run ends with a digest of all answers: it is the same for every run. `--kill` ends one
+worker by force in the middle.
 """
 
 import argparse
@@ -43,6 +43,7 @@ class Done:
     points: int
     found: int
     seconds: float
+    processor: float  # seconds
     worker: int
     resident: int  # bytes, after the task
 
@@ -111,7 +112,7 @@ def nearest(folder: Path, points: Array) -> Array:
 
 
 def task(folder: Path, partition: str) -> Done:
-    start = time.perf_counter()
+    start, used = time.perf_counter(), time.process_time()
     answers = nearest(folder, np.load(folder / "points" / partition))
     unfinished = folder / "answers" / f"{partition}.{os.getpid()}.part"
     with open(unfinished, "wb") as file:
@@ -119,7 +120,8 @@ def task(folder: Path, partition: str) -> Done:
     os.replace(unfinished, folder / "answers" / partition)
     resident = int(Path("/proc/self/statm").read_text().split()[1]) * os.sysconf("SC_PAGE_SIZE")
     found = int((answers["road"] >= 0).sum())
-    return Done(partition, len(answers), found, time.perf_counter() - start, os.getpid(), resident)
+    seconds, processor = time.perf_counter() - start, time.process_time() - used
+    return Done(partition, len(answers), found, seconds, processor, os.getpid(), resident)
 
 
 def on_cluster(client: Any, folder: Path, partitions: List[str], kill: bool) -> Iterator[Done]:
@@ -142,10 +144,10 @@ def digest(folder: Path, partitions: List[str]) -> str:
 
 def report(done: List[Done], seconds: float) -> None:
     points = sum(each.points for each in done)
-    busy = sum(each.seconds for each in done)
+    busy, processor = sum(each.seconds for each in done), sum(each.processor for each in done)
     print(f"{len(done)} partitions, {points} points, {sum(each.found for each in done)} with a road in reach")
     print(
-        f"{seconds:.2f} s, {points / seconds:.0f} points/s; in tasks {busy:.2f} s, {points / busy:.0f} points/s"
+        f"{seconds:.2f} s, {points / seconds:.0f} points/s; tasks {busy:.2f} s, {processor:.2f} of processor"
     )
     resident: Dict[int, List[int]] = {}
     for each in done:
@@ -153,9 +155,7 @@ def report(done: List[Done], seconds: float) -> None:
     for worker, sizes in sorted(resident.items()):
         quarter = max(1, len(sizes) // 4)
         first, last = max(sizes[:quarter]), max(sizes[-quarter:])
-        print(
-            f"worker {worker}: {len(sizes)} tasks, {first} MB at most in its first quarter, {last} in its last"
-        )
+        print(f"worker {worker}: {len(sizes)} tasks, {first} MB at first, {last} at last")
 
 
 def run(folder: Path, workers: int, scheduler: str, kill: bool) -> None:
@@ -190,6 +190,8 @@ def main() -> None:
     options.add_argument("--scheduler", default="", help="the address of one that runs")
     options.add_argument("--kill", action="store_true", help="end a worker by force in the middle")
     given = options.parse_args()
+    if given.kill and (given.scheduler or given.workers < 2):
+        options.error("--kill needs two --workers or more, of this machine")
     if given.do == "make":
         make(given.folder, given.roads, given.points)
     else:

@@ -41,7 +41,7 @@ class Files(unittest.TestCase):
             self.assertTrue(again.closed)
         drawing = self.road.plot()
         drawing.save(self.folder / "road.svg")
-        self.assertEqual((self.folder / "road.svg").read_text("utf-8"), drawing._repr_svg_())
+        self.assertEqual((self.folder / "road.svg").read_bytes().decode(), drawing._repr_svg_())
         self.assertIn("<svg", drawing._repr_svg_())
         found = velmora.Road.parse(b"0 0 0 0 1 $bytes\r\nnot a point\r\n0 100 0 100\r\n").findings
         self.assertEqual([(f.line, f.lost) for f in found], [(2, True)])
@@ -73,17 +73,19 @@ class Files(unittest.TestCase):
         settings = project.settings["TUNDRIL.PAR"]
         self.assertEqual((settings["hskala"], os.path.exists(settings.path)), ("100", False))
         settings["HSKALA"] = "250"
-        settings.write("LSKALA", 500)
+        project.settings["tundril.par"].write("Egen", 500)
+        settings.reload()
         self.assertEqual(project.settings["tundril.par"].entry("HSKALA"), ("HSKALA", "250", "100", True))
         self.assertEqual(Path(settings.path).read_bytes().count(b"\r\n"), 2)
         del settings["HSKALA"]
-        self.assertEqual((settings["HSKALA"], settings["LSKALA"], settings.get("X")), ("100", "500", None))
+        self.assertEqual((settings["HSKALA"], settings["EGEN"], settings.get("X")), ("100", "500", None))
         for key, value in (("HSKALA", "hej"), ("A=B", "1"), ("UNDERSKRIFT", "\u4e00"), ("HSKALA", "1\nX=2")):
             with self.subTest(value), self.assertRaises(velmora.BadArgument):
                 settings[key] = value
         for name in ("../TUNDRIL.PAR", "", "a\\b"):
             self.assertRaises(KeyError, project.settings.__getitem__, name)
         self.assertIn("m_ProjKat", project.paths)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["LINKOD.PAR", "TUNDRIL.PAR"])
         codes = project.codes["LINKOD.PAR"]
         added = [*codes, velmora.Code("NYA", ("HELDRAGEN", "0.50", "0", "ö"))]
         codes.write(added)

@@ -2,6 +2,7 @@
 
 import multiprocessing
 import os
+import pickle
 import re
 import subprocess
 import sys
@@ -49,7 +50,6 @@ class Arrays(unittest.TestCase):
         wide = np.repeat(np.stack([n, e])[:, :, None], 3, axis=2)
         wide.flags.writeable = False
         grid = n.reshape(6, 10), e.reshape(6, 10)
-        masked: Any = np.ma.array(n, mask=n < 0)  # type: ignore[no-untyped-call]
         layouts: Any = {
             "fields": (table["f1"], table["f2"]),
             "steps, read-only": (wide[0, :, 1], wide[1, :, 1]),
@@ -58,7 +58,6 @@ class Arrays(unittest.TestCase):
             "with gaps": (np.repeat(grid[0], 2, axis=1)[:, ::2], grid[1]),
             "other types": (n.astype(">f8"), e.astype(np.longdouble)),
             "lists": (n.tolist(), e.astype(object)),
-            "masked": (masked, e),
         }
         for name, (a, b) in layouts.items():
             for threads in (0, 1, 3):
@@ -80,8 +79,9 @@ class Arrays(unittest.TestCase):
         self.assertEqual(grid.station[3, 2], self.road.locate(float(self.n[3]), float(self.e[2])).station)
         self.assertTrue(same(self.road.place(STATIONS), self.road.place(STATIONS, 0 * OFFSETS)))
         self.assertEqual(self.road.locate(np.zeros((0, 3)), 1.0).offset.shape, (0, 3))
-        at = self.road.locate([self.n[5], np.nan, 0.0], [self.e[5], 1.0, -np.inf])
-        self.assertTrue(same((at.on_road, np.isnan(at.offset)), ([1, 0, 0], [0, 1, 1])))
+        n = np.ma.array([self.n[5], self.n[5], np.nan, 0], mask=[0, 1, 0, 0])  # type: ignore[no-untyped-call]
+        at = self.road.locate(n, [self.e[5], self.e[5], 1.0, -np.inf])
+        self.assertTrue(same((at.on_road, np.isnan(at.offset)), ([1, 0, 0, 0], [0, 1, 1, 1])))
 
     def test_no_copies(self) -> None:
         both = np.tile([self.n[30], self.e[30]], (1_000_000, 1))
@@ -93,7 +93,7 @@ class Arrays(unittest.TestCase):
 
     def test_refused(self) -> None:
         bad: Any
-        for bad in ("a", 1j, True, ["1", "2"], np.datetime64("2026-01-01"), object(), {"a": 1}, b"12"):
+        for bad in ("a", 1j, True, ["1"], np.array(["1", 2], object), np.datetime64("2026-01-01"), {"a": 1}):
             with self.subTest(bad), self.assertRaisesRegex(TypeError, "northing"):
                 self.road.locate(bad, 1.0)
         for bad in (([1, 2], [1, 2, 3]), (np.zeros((2, 3)), np.zeros(2)), ([[1, 2], [3]], 1)):
@@ -117,6 +117,7 @@ class Arrays(unittest.TestCase):
             again = Road.from_points(given, self.road.profile, name="Å", start=1200.0)
             self.assertLess(np.abs(again.points["station"] - points["station"]).max(), 1e-3)
             self.assertTrue(same(again.level(STATIONS), self.road.level(STATIONS)))
+            self.assertEqual(repr(pickle.loads(pickle.dumps(again))), repr(again))
         with self.assertRaises(ValueError):
             points["station"] = 0
 
@@ -180,18 +181,14 @@ class Processes(unittest.TestCase):
     def test_cluster(self) -> None:
         """Workers, of which one is killed, give what one process gives, and do not grow."""
         program = [sys.executable, str(Path(__file__).parent.parent / "examples" / "national.py")]
+
+        def run(*words: str) -> str:
+            return subprocess.run([*program, *words], stdout=subprocess.PIPE, text=True, check=True).stdout
+
         with tempfile.TemporaryDirectory() as folder:
-            make, here, cluster = (
-                subprocess.run(
-                    [*program, word, folder, *options], capture_output=True, text=True, check=True
-                ).stdout
-                for word, *options in (
-                    ("make", "--roads", "160", "--points", "160000"),
-                    ("run",),
-                    ("run", "--workers", "2", "--kill"),
-                )
-            )
+            run("make", folder, "--roads", "160", "--points", "160000")
+            here, cluster = run("run", folder), run("run", folder, "--workers", "2", "--kill")
         self.assertEqual(cluster.splitlines()[-1], here.splitlines()[-1])
         self.assertIn("killed worker", cluster)
-        for first, last in re.findall(r"(\d+) MB at most in its first quarter, (\d+)", cluster):
+        for first, last in re.findall(r"(\d+) MB at first, (\d+) at last", cluster):
             self.assertLess(int(last), int(first) + 10)

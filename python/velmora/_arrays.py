@@ -1,24 +1,26 @@
 """Numbers of the caller as rows of float64 that the library reads where they lie."""
 
-from typing import Any, List, Sequence, Tuple, Union
+from typing import Any, List, Tuple
 
 import numpy as np
 import numpy.typing as npt
 
 Doubles = npt.NDArray[np.float64]
-# Numbers: arrays, sequences or single ones. None of complex numbers, truth values, texts or times.
-Numbers = Union[npt.ArrayLike, Sequence[float]]
+# Arrays, sequences or single numbers. Not complex ones, truth values, texts or times.
+Numbers = npt.ArrayLike
 
 
 def doubles(values: Any, what: str) -> Doubles:
     """The values as float64, copied only if they are of another type. Masked and missing ones are NaN."""
-    if isinstance(values, np.ma.MaskedArray):
-        masked: Any = values.astype(np.float64)
-        values = masked.filled(np.nan)
     array = np.asarray(values)
     if array.dtype.kind not in "fiuO":
         raise TypeError(f"{what} is not numbers but {array.dtype}")
+    if array.dtype.kind == "O" and any(isinstance(value, (str, bytes)) for value in array.flat):
+        raise TypeError(f"{what} is not numbers but has texts")
     try:
+        if isinstance(values, np.ma.MaskedArray):
+            masked: Any = values.astype(np.float64)
+            return np.asarray(masked.filled(np.nan))
         if array.dtype.kind == "O" and hasattr(values, "to_numpy"):  # pandas' own types
             return np.asarray(values.to_numpy(np.float64, na_value=np.nan))
         return np.asarray(array, np.float64)

@@ -45,7 +45,7 @@ class Road:
     @classmethod
     def parse(cls, content: bytes) -> "Road":
         """The road in the content of an alignment file (.vl). Raises NotRead."""
-        content = bytes(content)
+        content = memoryview(content).tobytes()
         return cls(made("velmora_road_parse", "velmora_road_close", content, len(content)))
 
     @classmethod

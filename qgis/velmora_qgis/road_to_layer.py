@@ -15,7 +15,7 @@ class RoadToLayer(RoadAlgorithm):
     def initAlgorithm(self, config=None):
         self.add_road()
         self.add_crs(tr("The road's coordinate system"))
-        self.add_sink(tr("Road"), QgsProcessing.TypeVectorLine)
+        self.add_sink(tr("Road curve"), QgsProcessing.TypeVectorLine)
 
     def processAlgorithm(self, parameters, context, feedback):
         crs = self.chosen_crs(parameters, context)

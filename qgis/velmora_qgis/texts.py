@@ -25,6 +25,7 @@ SWEDISH = {
     # parameters
     "Road": "Väg",
     "Roads": "Vägar",
+    "Road curve": "Vägkurva",
     "All files": "Alla filer",
     "The road's name, in a file of several": "Vägens namn, i en fil med flera",
     "Points": "Punkter",
