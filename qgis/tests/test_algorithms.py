@@ -13,6 +13,7 @@ from unittest import mock
 
 REPOSITORY, PROFILE = Path(__file__).resolve().parents[2], os.environ["VELMORA_PROFILE"]
 EXAMPLES, WORK = REPOSITORY / "examples", Path(os.environ["HOME"])
+PLUGIN = REPOSITORY / "qgis" / "velmora_qgis"
 ALIGN = os.environ["VELMORA_COMMAND"], "align"
 sys.path[:0] = [PROFILE, f"{PROFILE}/plugins"]
 
@@ -30,20 +31,11 @@ QGIS.initQgis()
 PROVIDER = Provider()
 QgsApplication.processingRegistry().addProvider(PROVIDER)
 ROAD, OFF_ROAD = str(EXAMPLES / "road.vl"), ["before start", "unreadable", "beyond end"]
-VERTICES = velmora.read(ROAD).points.tolist()
-
-
-class Feedback(QgsProcessingFeedback):
-    def __init__(self, cancel_at=101):
-        super().__init__(False)
-        self.steps = []
-        self.progressChanged.connect(self.steps.append)
-        self.progressChanged.connect(lambda percentage: percentage >= cancel_at and self.cancel())
 
 
 def run(algorithm, feedback=None, **parameters):
     """The features of the output, the layer itself, and the other results."""
-    feedback, context = feedback or Feedback(), QgsProcessingContext()
+    feedback, context = feedback or QgsProcessingFeedback(False), QgsProcessingContext()
     context.setProject(QgsProject.instance())
     output = QgsProcessingOutputLayerDefinition("memory:", context.project())
     given = {"ROAD": ROAD, "CRS": "EPSG:3006", "OUTPUT": output, **parameters}
@@ -74,11 +66,6 @@ def points(places, kind="Point?crs=EPSG:3006&field=Borrhål:string&field=station
     return layer
 
 
-def beside_road(count):
-    near = [VERTICES[i % len(VERTICES)] for i in range(count)]
-    return [f"POINT({e + i % 37 - 18} {n + i % 29 - 14})" for i, (n, e, *_) in enumerate(near)]
-
-
 class Algorithms(unittest.TestCase):
     def same(self, got, asked, *names):
         """The rows are those that the command answers, to the micrometre."""
@@ -88,11 +75,9 @@ class Algorithms(unittest.TestCase):
             self.assertTrue(pair == (None, None) or abs(pair[0] - pair[1]) < 1e-6, pair)
 
     def test_documentation(self):
-        for line in SHOWN.splitlines():
-            self.assertIn(line, EXAMPLE_RUN.stdout.decode(), EXAMPLE_RUN.stderr.decode())
+        self.assertLessEqual({*SHOWN.splitlines()}, {*EXAMPLE_RUN.stdout.decode().splitlines()}, EXAMPLE_RUN)
         layer = QgsVectorLayer(str(REPOSITORY / "build" / "located.gpkg"))
-        kinds = layer.crs().authid(), layer.fields().field("station").typeName()
-        self.assertEqual(kinds, ("EPSG:3006", "Real"))
+        self.assertEqual(layer.crs().authid(), "EPSG:3006")
         asked = answer(*ALIGN, "locate", ROAD, "--points", EXAMPLES / "borings.csv", "--json")
         got = values(layer.getFeatures(), "id", "station", "offset", "road_level")
         self.same(got, asked, "id", "station", "offset", "profile_level")
@@ -100,10 +85,15 @@ class Algorithms(unittest.TestCase):
 
     def test_locate_layer(self):
         """Blocks, progress, kept fields and coordinate system, features without geometry, and cancelling."""
-        source, feedback = points([*beside_road(2 * rows.BLOCK + 1), ""]), Feedback()
+        near, steps = velmora.read(ROAD).points.tolist() * 1000, []
+        places = [f"POINT({e + i % 37 - 18} {n + i % 29 - 14})" for i, (n, e, *_) in enumerate(near)]
+        source = points(places[: 2 * rows.BLOCK + 1] + [""])
+        feedback, canceled = QgsProcessingFeedback(False), QgsProcessingFeedback(False)
+        feedback.progressChanged.connect(lambda step: steps.append(round(step)))
+        canceled.progressChanged.connect(lambda step: step >= 40 and canceled.cancel())
         found, layer, results = run("locatepoints", feedback, INPUT=source)
         self.assertEqual([layer.crs().authid(), len(found)], ["EPSG:3006", 2 * rows.BLOCK + 2])
-        self.assertEqual([round(step) for step in feedback.steps], [50, 100, 100])
+        self.assertEqual(steps, [50, 100, 100])
         place = [f.geometry().asPoint() for f in found[:-1]]
         at = velmora.read(ROAD).locate([p.y() for p in place], [p.x() for p in place])
         for got, (*numbers, code) in zip(found, zip(*(each.tolist() for each in at))):
@@ -111,11 +101,11 @@ class Algorithms(unittest.TestCase):
             self.assertEqual(values([got], "station_2", "offset", "status"), [expected])
         self.assertEqual(results["LOCATED"], at.on_road.sum())
         self.assertEqual(values(found[-1:], "Borrhål", "status"), [("Å10001", "no geometry")])
-        self.assertEqual(len(run("locatepoints", Feedback(40), INPUT=source)[0]), rows.BLOCK)
+        self.assertEqual(len(run("locatepoints", canceled, INPUT=source)[0]), rows.BLOCK)
 
     def test_lists(self):
         """Decimal commas, columns exchanged, stations of a table, falling stations, even stations."""
-        borings, swapped = str(EXAMPLES / "borhal.csv"), Feedback()
+        borings, swapped = str(EXAMPLES / "borhal.csv"), QgsProcessingFeedback(False)
         found = run("locatepoints", INPUT=borings, NORTHING="X", EASTING="Y")[0]
         asked = answer(*ALIGN, "locate", ROAD, "--points", borings, "--json")
         self.same(values(found, "Namn", "station", "offset"), asked, "id", "station", "offset")
@@ -127,18 +117,12 @@ class Algorithms(unittest.TestCase):
         names = "id", "northing", "easting"
         self.same(values(found, *names, "road_level"), asked, *names, "profile_level")
         self.assertEqual([found[-1]["status"], found[-1].geometry().isNull()], ["beyond end", True])
-        falling = str(EXAMPLES / "road-falling.vl")
-        found = run("placestations", ROAD=falling, **table)[0]
+        found = run("placestations", ROAD=str(EXAMPLES / "road-falling.vl"), **table)[0]
         self.assertEqual([f["status"] for f in found[::7]], ["beyond end", "before start"])
-        for station, offset, *place in values(found[1:-1], "station", "offset", "northing", "easting"):
-            self.assertLess(
-                math.dist(velmora.read(falling).locate(*place)[:2], map(float, (station, offset))), 1e-3
-            )
         even = [f["station"] for f in run("placestations", EVERY=100)[0]]
         self.assertEqual(even, [*range(1200, 3301, 100), velmora.read(ROAD).measures.highest_station])
-        self.assertEqual(
-            [*map(rows.number, ("6 652 231,875", "\u22121,5e3", " 7 "))], [6652231.875, -1500, 7]
-        )
+        for value, number in {"6 652 231,875": 6652231.875, "\u22121,5e3": -1500, " 7 ": 7}.items():
+            self.assertEqual(rows.number(value), number)
         for value in ("66x", "inf", "nan", ".", "1.000,5", "e5", "", True, None, float("inf")):
             self.assertTrue(math.isnan(rows.number(value)), value)
 
@@ -158,9 +142,9 @@ class Algorithms(unittest.TestCase):
             file, alignment = WORK / f"väg.{ending}", str(WORK / f"{ending}.vl")
             answer(*ALIGN, "export", ROAD, "-o", file)
             (other,), _, results = run("readroad", ROAD=str(file), ALIGNMENT=alignment)
-            self.assertAlmostEqual(other["length"], road.measures.length, delta=1e-6)
             again = velmora.read(results["ALIGNMENT"])
-            self.assertEqual([again.name, again.points.size, again.profile.size], [road.name, 13, levels])
+            self.assertEqual([other["name"], again.name, again.profile.size], [road.name, road.name, levels])
+            self.assertAlmostEqual(other["length"], road.measures.length, delta=1e-6)
 
     def refused(self, reason, algorithm, **parameters):
         with self.subTest(reason), self.assertRaisesRegex(QgsProcessingException, reason):
@@ -175,6 +159,7 @@ class Algorithms(unittest.TestCase):
         self.refused("singleparts", "locatepoints", INPUT=points([several], "MultiPoint?crs=EPSG:3006"))
         self.refused("no geometry", "locatepoints", INPUT=table)
         self.refused("both fields", "locatepoints", INPUT=table, EASTING="b")
+        self.refused("no field nope", "placestations", INPUT=table, STATION="nope")
         self.refused("field of stations", "placestations", INPUT=table)
         self.refused("none.gpkg", "placestations", INPUT="none.gpkg")
         self.refused("no arcs; choose GeoPackage", "roadtolayer", OUTPUT=str(WORK / "road.shp"))
@@ -190,7 +175,7 @@ class Algorithms(unittest.TestCase):
             each.text for each in velmora.Status
         }
         shown |= {fields.UNREADABLE, fields.NO_GEOMETRY}
-        for file in (REPOSITORY / "qgis" / "velmora_qgis").glob("*.py"):
+        for file in PLUGIN.glob("*.py"):
             for node in ast.walk(ast.parse(file.read_text("utf-8"))):
                 if isinstance(node, ast.Call) and getattr(node.func, "id", "") in ("tr", *dir(fields)):
                     shown |= {text.value for text in node.args[-1:] if isinstance(text, ast.Constant)}
@@ -198,12 +183,11 @@ class Algorithms(unittest.TestCase):
         for english, swedish in texts.SWEDISH.items():
             self.assertEqual(*(sorted(re.findall(r"{.*?}", text)) for text in (english, swedish)))
         with mock.patch.object(texts, "is_swedish", lambda: True):
-            layer = run("locatepoints", INPUT=points(beside_road(3)))[1]
+            layer = run("locatepoints", INPUT=points(["POINT(1 1)"]))[1]
         self.assertIn("Sidomått (m), höger är positivt", layer.attributeAliases().values())
         swedish = answer("qgis_process.bin", "help", "velmora:placestations", language="sv_SE")
         self.assertIn("Fält med sektioner", swedish)
-        metadata = (REPOSITORY / "qgis" / "velmora_qgis" / "metadata.txt").read_text("utf-8")
-        self.assertIn(f"\nversion={velmora.__version__}\n", metadata)
+        self.assertIn(f"\nversion={velmora.__version__}\n", (PLUGIN / "metadata.txt").read_text("utf-8"))
 
 
 if __name__ == "__main__":

@@ -43,7 +43,7 @@ class LocatePoints(RoadAlgorithm):
         source = self.parameterAsSource(parameters, self.INPUT, context)
         if source is None:
             raise QgsProcessingException(self.invalidSourceError(parameters, self.INPUT))
-        columns = self._columns(parameters, context, feedback)
+        columns = self._columns(source, parameters, context, feedback)
         is_table = source.wkbType() == QgsWkbTypes.NoGeometry
         if columns is None:
             self._check_points(source)
@@ -73,15 +73,8 @@ class LocatePoints(RoadAlgorithm):
             if not counts["on road"]:
                 swapped += int(road.locate(easting, northing).on_road.sum())
             results = []
-            for feature, n, e, station, offset, code, z in zip(
-                block,
-                northing,
-                easting,
-                at.station.tolist(),
-                at.offset.tolist(),
-                at.status.tolist(),
-                level.tolist(),
-            ):
+            answers = (each.tolist() for each in (*at, level))
+            for feature, (n, e), station, offset, code, z in zip(block, points, *answers):
                 given = n == n and e == e
                 state = statuses[code] if given else NO_GEOMETRY if columns is None else UNREADABLE
                 counts[state] += 1
@@ -106,14 +99,14 @@ class LocatePoints(RoadAlgorithm):
             )
         return {self.OUTPUT: output, self.LOCATED: located}
 
-    def _columns(self, parameters, context, feedback):
+    def _columns(self, source, parameters, context, feedback):
         """The two fields, or None where the geometry has the points."""
         names = [self.parameterAsString(parameters, name, context) for name in (self.NORTHING, self.EASTING)]
         if not any(names):
             return None
         if not all(names):
             raise QgsProcessingException(tr("Choose both fields, northing and easting, or none of them"))
-        return [Column(name, feedback) for name in names]
+        return [Column(name, source, feedback) for name in names]
 
     def _check_points(self, source):
         if source.wkbType() == QgsWkbTypes.NoGeometry:

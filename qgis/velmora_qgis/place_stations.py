@@ -99,9 +99,9 @@ class PlaceStations(RoadAlgorithm):
         name = self.parameterAsString(parameters, self.STATION, context)
         if not name:
             raise QgsProcessingException(tr("Choose the table's field of stations"))
-        station = Column(name, feedback)
+        station = Column(name, source, feedback)
         name = self.parameterAsString(parameters, self.OFFSET, context)
-        offset = Column(name, feedback) if name else None
+        offset = Column(name, source, feedback) if name else None
         rows = (
             [(f.attributes(), station.of(f), offset.of(f) if offset else 0.0) for f in block]
             for block in features(source, feedback)

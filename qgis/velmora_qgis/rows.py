@@ -45,13 +45,16 @@ def number(value):
 class Column:
     """A field that is read as numbers, and reports what is not."""
 
-    def __init__(self, name, feedback):
+    def __init__(self, name, source, feedback):
+        self.index = source.fields().lookupField(name)
+        if self.index < 0:
+            raise QgsProcessingException(tr("The layer has no field {field}").format(field=name))
         self.name = name
         self.feedback = feedback
         self.unreadable = 0
 
     def of(self, feature):
-        found = feature[self.name]
+        found = feature.attribute(self.index)
         value = number(found)
         if math.isnan(value):
             self.unreadable += 1

@@ -108,6 +108,7 @@ SWEDISH = {
     "{file}: the format has no arcs; choose GeoPackage": (
         "{file}: formatet har inga cirkelbågar; välj GeoPackage"
     ),
+    "The layer has no field {field}": "Lagret har inget fält {field}",
     "Choose the table's field of stations": "Välj tabellens fält med sektioner",
     "{crs} is in degrees; roads are in metres. Reproject the layer to the road's coordinate system "
     "(Reproject layer), or choose that system.": (
