@@ -66,6 +66,7 @@ class PlaceStations(RoadAlgorithm):
             status(velmora()),
         )
         sink, output = self.sink(parameters, context, fields, QgsWkbTypes.Point, crs)
+        ends = road.points["station"][[0, -1]].tolist()
         placed = total = 0
 
         for block in rows:
@@ -80,7 +81,7 @@ class PlaceStations(RoadAlgorithm):
                 result = QgsFeature(fields)
                 result.setAttributes(
                     attributes
-                    + [or_null(n), or_null(e), or_null(z) if on_road else None, _state(road, s, o, on_road)]
+                    + [or_null(n), or_null(e), or_null(z) if on_road else None, _state(ends, s, o, on_road)]
                 )
                 if on_road:
                     result.setGeometry(QgsGeometry.fromPointXY(QgsPointXY(e, n)))
@@ -121,13 +122,12 @@ class PlaceStations(RoadAlgorithm):
         return given, blocks((([s, 0.0], s, 0.0) for s in stations), count, feedback)
 
 
-def _state(road, station, offset, on_road):
-    """The status of a station: the words of located points."""
+def _state(ends, station, offset, on_road):
+    """The status of a station on a road from the first to the second of the ends, which may be falling."""
     Status = velmora().Status
     if on_road:
         return Status.ON_ROAD.text
     if station != station or offset != offset:
         return UNREADABLE
-    ends = road.points["station"]
-    before = (station < ends[0]) == (ends[0] < ends[-1])
+    before = (station < ends[0]) == (ends[0] < ends[1])
     return (Status.BEFORE_START if before else Status.BEYOND_END).text

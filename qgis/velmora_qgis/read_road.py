@@ -61,7 +61,8 @@ class ReadRoad(RoadToLayer):
             metres_per_foot=of(self.FEET),
             internal_stations=self.parameterAsBool(parameters, self.INTERNAL, context),
         )
-        results = {self.DIFFERENCE: road.measures.import_error}
+        results = {self.OUTPUT: self.write(road, crs, parameters, context)}
+        results[self.DIFFERENCE] = road.measures.import_error
         file = self.parameterAsFileOutput(parameters, self.ALIGNMENT, context)
         if file:
             try:
@@ -69,5 +70,4 @@ class ReadRoad(RoadToLayer):
             except velmora().Error as error:
                 raise QgsProcessingException(str(error)) from error
             results[self.ALIGNMENT] = file
-        results[self.OUTPUT] = self.write(road, crs, parameters, context)
         return results

@@ -4,12 +4,12 @@ import itertools
 import math
 import re
 
-from qgis.core import QgsFeatureRequest, QgsProcessingException, QgsProcessingFeatureSource
+from qgis.core import NULL, QgsFeatureRequest, QgsProcessingException, QgsProcessingFeatureSource
 
 from .texts import tr
 
 BLOCK = 5000
-REPORTED = 20  # unreadable values in the log; the rest are counted
+REPORTED = 20  # unreadable values of a field in the log; the status has all
 _NUMBER = re.compile(r"[+-]?(\d{1,3}([ \u00a0\u202f]\d{3})+|\d*)([.,]\d*)?([eE][+-]?\d+)?")
 
 
@@ -36,10 +36,9 @@ def number(value):
         text = value.strip().replace("\u2212", "-")
         if not _NUMBER.fullmatch(text) or not re.search(r"\d", text.lower().split("e")[0]):
             return math.nan
-        return float(re.sub(r"[ \u00a0\u202f]", "", text).replace(",", "."))
-    if isinstance(value, (int, float)) and not isinstance(value, bool):
-        return float(value) if math.isfinite(value) else math.nan
-    return math.nan
+        value = float(re.sub(r"[ \u00a0\u202f]", "", text).replace(",", "."))
+    is_number = isinstance(value, (int, float)) and not isinstance(value, bool)
+    return float(value) if is_number and math.isfinite(value) else math.nan
 
 
 class Column:
@@ -59,7 +58,7 @@ class Column:
         if math.isnan(value):
             self.unreadable += 1
             if self.unreadable <= REPORTED:
-                shown = "NULL" if found is None or not isinstance(found, (str, int, float)) else f'"{found}"'
+                shown = "NULL" if found in (None, NULL) else f'"{found}"'
                 self.feedback.pushWarning(
                     tr("Feature {id}: {field} {value} is not a number").format(
                         id=feature.id(), field=self.name, value=shown
