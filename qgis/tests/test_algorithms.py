@@ -152,6 +152,8 @@ class Algorithms(unittest.TestCase):
 
     def test_refusals(self):
         (WORK / "broken.xml").write_text("<LandXML>")
+        velmora.read(ROAD).write(WORK / "metres.xml")
+        (WORK / "feet.xml").write_text((WORK / "metres.xml").read_text().replace('"meter"', '"foot"'))
         table, several = points([""], "NoGeometry?field=a:string&field=b:int"), "MULTIPOINT((1 1),(2 2))"
         self.refused("degrees.*Reproject layer", "locatepoints", INPUT=points([], "Point?crs=EPSG:4326"))
         self.refused("not in metres", "locatepoints", INPUT=points([], "Point?crs=EPSG:2264"))
@@ -164,6 +166,7 @@ class Algorithms(unittest.TestCase):
         self.refused("none.gpkg", "placestations", INPUT="none.gpkg")
         self.refused("no arcs; choose GeoPackage", "roadtolayer", OUTPUT=str(WORK / "road.shp"))
         self.refused("none.vl: no such file", "roadtolayer", ROAD="none.vl")
+        self.refused("FEET, 0.3048", "readroad", ROAD=str(WORK / "feet.xml"))
         self.refused(r"broken.xml:\d", "readroad", ROAD=str(WORK / "broken.xml"))
         self.refused("a.vl: ", "readroad", ALIGNMENT=str(WORK / "none" / "a.vl"))
         with mock.patch.dict(sys.modules, velmora=None):

@@ -13,7 +13,7 @@ from qgis.core import (
 )
 
 from .fields import field_names
-from .package import velmora
+from .package import velmora, worded
 from .texts import help_text, tr
 
 
@@ -62,7 +62,7 @@ class RoadAlgorithm(QgsProcessingAlgorithm):
         try:
             road = package.read(path, name=name or None, **options)
         except package.Error as error:
-            raise QgsProcessingException(str(error)) from error
+            raise QgsProcessingException(worded(error)) from error
         m = road.measures
         feedback.pushInfo(
             tr(
@@ -79,7 +79,8 @@ class RoadAlgorithm(QgsProcessingAlgorithm):
         )
         for finding in road.findings:
             report = feedback.pushWarning if finding.misread or finding.lost else feedback.pushInfo
-            report(f"{path}:{finding.line}: {finding.text}" if finding.line else f"{path}: {finding.text}")
+            place = f"{path}:{finding.line}" if finding.line else path
+            report(f"{place}: {worded(finding.text)}")
         return road
 
     def metric(self, crs):

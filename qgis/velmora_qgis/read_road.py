@@ -9,7 +9,7 @@ from qgis.core import (
     QgsProcessingParameterString,
 )
 
-from .package import velmora
+from .package import velmora, worded
 from .road_to_layer import RoadToLayer
 from .texts import tr
 
@@ -68,6 +68,6 @@ class ReadRoad(RoadToLayer):
             try:
                 road.write(file)
             except velmora().Error as error:
-                raise QgsProcessingException(str(error)) from error
+                raise QgsProcessingException(worded(error)) from error
             results[self.ALIGNMENT] = file
         return results
