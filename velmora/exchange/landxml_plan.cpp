@@ -12,6 +12,7 @@ namespace velmora::exchange {
 namespace {
 
 constexpr double kJoin = 0.001;          // m between the end of an element and the start of the next
+constexpr double kRounded = 0.0015;      // m between two points whose coordinates are whole millimetres
 constexpr double kNoticed = 0.001;       // m between an attribute and the coordinates
 constexpr double kSameDirection = 1e-4;  // radians, which attributes with few decimals depart
 
@@ -314,7 +315,7 @@ class PlanMaker {
   // How far a direction is from that of two points, beyond what their rounding explains.
   static double ApartAlong(double direction, PlanePoint from, PlanePoint to) {
     const double apart = Apart(direction, std::atan2(to.v - from.v, to.h - from.h));
-    return std::max(0.0, apart - kNoticed / Distance(from, to));
+    return std::max(0.0, apart - kRounded / Distance(from, to));
   }
 
   // False when the spiral leaves the direction of `what` by an angle that moves it by more than is allowed.
@@ -335,7 +336,7 @@ class PlanMaker {
 
   // Roads are tangent-continuous at a spiral.
   void Continue(const Course& course) {
-    const double apart = Apart(last_.end, course.start) - kNoticed / last_.chord - kNoticed / course.chord;
+    const double apart = Apart(last_.end, course.start) - kRounded / last_.chord - kRounded / course.chord;
     if (course.spiral_length > 0)
       (void)Agrees(course, apart, "the direction of the element before it");
     else if (last_.spiral_length > 0)

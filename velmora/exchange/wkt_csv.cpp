@@ -218,11 +218,13 @@ std::vector<ImportedRoad> ReadWktCsv(std::string_view bytes, std::string* proble
     }
     ImportedRoad& road = roads.emplace_back(RoadOf(rows.Line(), std::move(called), text, field(profile)));
     suffixes.push_back(" line " + std::to_string(rows.Line()));
-    if (road.refused && fields.size() > titles)
+    if (road.refused && fields.size() > titles) {
+      road.findings.resize(1);
       Refuse(rows.Line(),
-             "has " + std::to_string(fields.size()) + " fields, but the first row " + std::to_string(titles) +
-                 "; a field with the separator in it needs quotes",
+             "has " + std::to_string(fields.size()) + " fields, but the first row has " +
+                 std::to_string(titles) + "; a field with the separator in it needs quotes",
              &road);
+    }
   }
   MakeNamesUnique(suffixes, &roads);
   return roads;
