@@ -286,7 +286,7 @@ class PlanMaker {
     return true;
   }
 
-  // False when the spiral has another shape than its PI, its directions or its angle say.
+  // False when the spiral has another shape than its PI or its directions say.
   bool CheckSpiral(const LandElement& element, const Course& course, double turn) {
     bool good = true;
     const auto check = [&](const char* what, double apart) {
@@ -298,10 +298,12 @@ class PlanMaker {
     if (IsGiven(element.direction_end)) {
       check("its dirEnd", ApartFrom(element.direction_end, course.end) - kSameDirection);
     }
-    if (IsGiven(element.theta)) {
-      const double theta = Radians(element.theta, units_.radians_per_angle);
-      check("its theta", std::fabs(std::fabs(theta) - turn) - kSameDirection);
-    }
+    const double theta = std::fabs(Radians(element.theta, units_.radians_per_angle));
+    if (std::fabs(theta - turn) > kSameDirection)
+      Note(
+          element.line,
+          course.spiral.text + ": theta differs from the angle that its length and radii give, which is used",
+          &road_);
     // The tangents of half a circle do not meet.
     constexpr double kMostTurn = 3;
     if (element.intersection.IsKnown() && turn < kMostTurn) {

@@ -223,7 +223,7 @@ class AlignmentsHandler final : public XmlHandler {
       if (turns && rotation != "cw" && rotation != "ccw")
         Refuse(line, std::string(name) + ": rot is neither cw nor ccw", &Current().road);
       element.is_clothoid = TextOf(attributes, "spiType") == "clothoid";
-      const auto number = [&](const char* attribute, Use use = Use::kChecked) {
+      const auto number = [&, title = title](const char* attribute, Use use = Use::kChecked) {
         return Number(attributes, attribute, title, line, use);
       };
       const bool spiral = kind == LandKind::kSpiral;
@@ -276,7 +276,7 @@ class AlignmentsHandler final : public XmlHandler {
       LandLevel& level = Current().levels.emplace_back();
       level.kind = kind;
       level.line = line;
-      const auto number = [&](const char* attribute, Use use) {
+      const auto number = [&, title = title](const char* attribute, Use use) {
         return Number(attributes, attribute, title, line, use);
       };
       level.length = number(kind == LandVertical::kTwoParabolas ? "lengthIn" : "length",
