@@ -121,7 +121,7 @@ TEST(Cad, DrawingsOfOtherPrograms) {
        "A: 0 0 0 10000 0 -414 15000 -5000 0 15000 -9000 0\n"},
       // Three ends in one place join nothing.
       {"0|LINE|5|A1|10|0|20|0|11|1|21|0|0|LINE|5|A2|10|1|20|0|11|2|21|0|0|LINE|10|1|20|0|11|1|21|1|",
-       " #A1: 0 0 0 1000 0 0\n #A2: 1000 0 0 2000 0 0\n line 30: 1000 0 0 1000 1000 0\n"},
+       "#A1: 0 0 0 1000 0 0\n#A2: 1000 0 0 2000 0 0\nline 30: 1000 0 0 1000 1000 0\n"},
       {"0|LINE|8|R|10|0|20|0|11|1|21|0|0|ARC|8|R|10|0.5|20|0|40|0.5|50|0|51|180|",
        "R: the chain of lines and arcs that begins here is closed\n"},
       // Seen from below; in paper space.
@@ -133,6 +133,11 @@ TEST(Cad, DrawingsOfOtherPrograms) {
        "S: SPLINE with handle \"2F\" is not made of straight lines and arcs\n"
        "SÅ😀: ELLIPSE is not made of straight lines and arcs\n"},
       {"0|CIRCLE|8|C|", ""},
+      {"0|LINE|8|M|10|0|11|1|21|0|0|ARC|8|N|10|0|20|0|50|0|51|9|0|POLYLINE|8|P|0|VERTEX|8|O|10|1|0|"
+       "LWPOLYLINE|"
+       "8|P|10|1|20|2|10|3|",
+       "M: LINE has no group 20\nN: ARC has no group 40\nO: VERTEX has no group 20\n"
+       "P: LWPOLYLINE has a point without group 20\n"},
   };
   for (const DrawingCase& drawing : cases) {
     std::string problem;

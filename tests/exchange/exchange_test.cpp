@@ -156,14 +156,14 @@ TEST(Exchange, ChordsAndSpiralsKeepWithinTheirError) {
   EXPECT_EQ(chords.size(), 57U);
   EXPECT_EQ(chords.front().sek, 10);
   EXPECT_EQ(chords.back().sek, 250);
-  // A clothoid of 60 m to a radius of 200 m: 59.8652 m along and 2.9936 m beside its tangent.
-  const Spiral spiral{{0, 0}, {59.8652, 2.9936}, 60, 0, 1.0 / 200};
+  // A clothoid of 60 m to a radius of 200 m.
+  const Spiral spiral{{0, 0}, {59.865140552, 2.995182022}, 60, 0, 1.0 / 200};
   for (const double error : {0.01, 0.001, 1e-5}) {
     const auto arcs = ArcsOfSpiral(spiral, error);
     ASSERT_TRUE(arcs);
-    EXPECT_LE(arcs->largest_distance, error);
-    EXPECT_LT(arcs->misfit, 1e-4);
-    EXPECT_GT(arcs->points[0].bulge, 0);
+    EXPECT_LE(arcs->largest_distance + arcs->misfit, error);
+    EXPECT_NEAR(arcs->direction_start, 0, 1e-6);
+    EXPECT_NEAR(arcs->direction_end, 0.15, 1e-6);
   }
   EXPECT_FALSE(ArcsOfSpiral({{0, 0}, {1, 0}, 1000, 0, 1}, 0.001));
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::exchange {
@@ -14,10 +15,23 @@ constexpr std::array<std::string_view, 3> kFilled = {"LOCA_ALID", "LOCA_OFFS", "
 constexpr std::array<std::string_view, 3> kUnits = {"", "m", ""};
 constexpr std::array<std::string_view, 3> kTypes = {"X", "2DP", "X"};
 
+// UTF-8 in Windows-1252, with "_" for the characters that it lacks.
+std::string InWindows1252(std::string_view utf8) {
+  std::string bytes;
+  while (!utf8.empty()) {
+    char32_t c = 0;
+    const size_t length = DecodeUtf8Sequence(utf8, &c);
+    const auto byte = length > 0 && c <= 0xFFFF ? EncodeWindows1252(static_cast<wchar_t>(c)) : std::nullopt;
+    bytes += static_cast<char>(byte.value_or('_'));
+    utf8.remove_prefix(std::max<size_t>(length, 1));
+  }
+  return bytes;
+}
+
 class AgsWriter {
  public:
-  AgsWriter(const std::string& alignment, const std::vector<AgsPlace>& places, const Sink& sink)
-      : alignment_(alignment), places_(places), out_(sink) {}
+  AgsWriter(std::string alignment, const std::vector<AgsPlace>& places, const Sink& sink)
+      : alignment_(std::move(alignment)), places_(places), out_(sink) {}
 
   void Write(std::string_view bytes) {
     AgsLines reader(bytes);
@@ -103,7 +117,7 @@ class AgsWriter {
     return quoted + '"';
   }
 
-  const std::string& alignment_;
+  std::string alignment_;
   const std::vector<AgsPlace>& places_;
   TextSink out_;
   std::array<size_t, 3> columns_ = {kNone, kNone, kNone};
@@ -136,7 +150,7 @@ bool AgsRows::Refuse(std::string why) {
 
 void WriteAgs(std::string_view bytes, const std::string& alignment, const std::vector<AgsPlace>& places,
               const Sink& sink) {
-  AgsWriter(alignment, places, sink).Write(bytes);
+  AgsWriter(IsValidUtf8(bytes) ? alignment : InWindows1252(alignment), places, sink).Write(bytes);
 }
 
 }  // namespace velmora::exchange

@@ -51,7 +51,9 @@ struct AgsPlace {
 
 // Writes the file again with LOCA_ALID (the alignment's name), LOCA_OFFS and LOCA_CNGE filled in the rows
 // of `places`, which are in the order of their lines, with the decimals that their TYPE says; every other
-// byte is as it was. Headings that are missing are added where the standard's order has them.
+// byte is as it was. The name is written in Windows-1252, with "_" for characters that it lacks, where a line
+// of the file is not UTF-8, else in UTF-8. Headings that are missing are added where the standard's order has
+// them.
 void WriteAgs(std::string_view bytes, const std::string& alignment, const std::vector<AgsPlace>& places,
               const Sink& sink);
 

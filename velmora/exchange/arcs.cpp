@@ -142,6 +142,12 @@ void SetStations(double start, std::vector<kovltype>* plan) {
   }
 }
 
+size_t FirstNotAhead(std::span<const kovltype> profile) {
+  size_t i = 1;
+  while (i < profile.size() && profile[i].y > profile[i - 1].y) ++i;
+  return std::min(i, profile.size());
+}
+
 double LargestDistance(std::span<const kovltype> a, std::span<const kovltype> b) {
   constexpr double kMostSamples = 1e6;
   double largest = std::numeric_limits<double>::infinity();

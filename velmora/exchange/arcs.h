@@ -29,6 +29,10 @@ std::optional<std::vector<kovltype>> SplitArcs(std::span<const kovltype> points,
 // Sets the stations of a plan from `start` and the lengths.
 void SetStations(double start, std::vector<kovltype>* plan);
 
+// The first point of a profile whose station is not above that of the point before it, from 0; the number of
+// points when there is none.
+size_t FirstNotAhead(std::span<const kovltype> profile);
+
 // The largest distance between points at equal lengths along two plans, each metre; wider apart where a plan
 // is longer than 1,000 km. Infinite when one of them has no second point.
 double LargestDistance(std::span<const kovltype> a, std::span<const kovltype> b);

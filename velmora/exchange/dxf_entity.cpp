@@ -49,7 +49,7 @@ bool DxfEntity::Take(const DxfGroup& group) {
       layer = group.value.substr(0, kLongestDxfText);
       break;
     case 10:
-      if (light) points.push_back({});
+      if (light) points.push_back({kMissing, kMissing, 0, 0});
       real(light ? &points.back().y : &at.h);
       break;
     case 20:
@@ -99,6 +99,20 @@ bool DxfEntity::Take(const DxfGroup& group) {
       break;
   }
   return understood;
+}
+
+std::string DxfEntity::Missing() const {
+  const bool arc = kind == DxfKind::kArc;
+  const bool line = kind == DxfKind::kLine;
+  std::string missing;
+  const auto need = [&](double number, int code) {
+    if (std::isnan(number) && missing.empty()) missing = "group " + std::to_string(code);
+  };
+  if (arc || line || kind == DxfKind::kVertex) need(at.h, 10), need(at.v, 20);
+  if (line) need(to.h, 11), need(to.v, 21);
+  if (arc) need(radius, 40), need(start_angle, 50), need(end_angle, 51);
+  for (const kovltype& point : points) need(point.x, 20);
+  return missing;
 }
 
 bool IsPlane(const DxfEntity& entity) {

@@ -3,6 +3,7 @@
 #define VELMORA_EXCHANGE_DXF_ENTITY_H_
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,8 @@ struct DxfEntity {
 
   // Takes a group. False when it should be a number and is not.
   bool Take(const DxfGroup& group);
+  // What a line, arc, vertex or light polyline needs and has not: "group 20"; empty when it has all.
+  std::string Missing() const;
 
   DxfKind kind;
   std::string type;
@@ -29,19 +32,21 @@ struct DxfEntity {
   std::string handle;
   std::string layer;  // bytes as in the file
   bool in_paper_space = false;
-  int flags = 0;                    // 70
-  PlanePoint at{};                  // 10, 20
-  PlanePoint to{};                  // 11, 21
-  double radius = 0;                // 40
-  double bulge = 0;                 // 42
-  double start_angle = 0;           // 50, degrees
-  double end_angle = 0;             // 51
-  double extrusion[3] = {0, 0, 1};  // 210, 220, 230
-  std::vector<kovltype> points;     // of a light polyline
-  std::string name;                 // of our extended data, bytes as in the file
-  std::optional<double> station;    // likewise
+  int flags = 0;                      // 70
+  PlanePoint at{kMissing, kMissing};  // 10, 20
+  PlanePoint to{kMissing, kMissing};  // 11, 21
+  double radius = kMissing;           // 40
+  double bulge = 0;                   // 42
+  double start_angle = kMissing;      // 50, degrees
+  double end_angle = kMissing;        // 51
+  double extrusion[3] = {0, 0, 1};    // 210, 220, 230
+  std::vector<kovltype> points;       // of a light polyline
+  std::optional<std::string> name;    // of our extended data, bytes as in the file
+  std::optional<double> station;      // likewise
 
  private:
+  static constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
+
   bool in_our_data_ = false;
 };
 

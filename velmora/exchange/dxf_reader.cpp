@@ -190,6 +190,10 @@ class Reader {
   }
 
   void AddVertex(const DxfEntity& vertex) {
+    if (const std::string missing = vertex.Missing(); !missing.empty()) {
+      RefuseEntity(vertex, "has no " + missing);
+      return polyline_.reset();
+    }
     polyline_->points.push_back({vertex.at.v, vertex.at.h, vertex.bulge, vertex.station.value_or(0)});
     if (vertex.station) ++stations_;
     Keep(0, polyline_->points.size());
@@ -197,6 +201,8 @@ class Reader {
 
   void AddPiece(const DxfEntity& entity) {
     if (entity.station) return;  // a tick of an exported road
+    if (const std::string missing = entity.Missing(); !missing.empty())
+      return RefuseEntity(entity, "has no " + missing);
     if (entity.kind == DxfKind::kArc && !IsPlane(entity)) return RefuseEntity(entity, "is not in the plan");
     std::optional<Piece> piece = PieceOf(entity);
     if (!piece) return RefuseEntity(entity, "is a full circle");
@@ -215,8 +221,10 @@ class Reader {
       return RefuseEntity(*polyline, "is not a line in the plan");
     if (heavy && (polyline->flags & kSplineFit) != 0) return RefuseEntity(*polyline, "is fitted as a spline");
     if (polyline->points.size() < 2) return RefuseEntity(*polyline, "has fewer than two points");
+    if (const std::string missing = polyline->Missing(); !missing.empty())
+      return RefuseEntity(*polyline, "has a point without " + missing);
     ImportedRoad& road = AddRoad(OriginOf(*polyline));
-    if (!polyline->name.empty()) road.road.name = Text(polyline->name);
+    if (polyline->name) road.road.name = Text(*polyline->name);
     road.has_stations = stations_ == polyline->points.size();
     if (stations_ > 0 && !road.has_stations)
       Note(polyline->line, "has stations at some vertices only: they are ignored", &road);
@@ -249,7 +257,7 @@ class Reader {
     return road;
   }
 
-  void RefuseEntity(const DxfEntity& entity, const char* why) {
+  void RefuseEntity(const DxfEntity& entity, const std::string& why) {
     const std::string handle = entity.handle.empty() ? "" : " with handle " + Quoted(entity.handle);
     Refuse(entity.line, entity.type + handle + " " + why, &AddRoad(OriginOf(entity)));
   }

@@ -109,7 +109,10 @@ class RoadReader {
       ImportedRoad& road = roads_.emplace_back();
       suffixes_.push_back(" #" + number);
       if (name >= 0) road.road.name = Text(rows, name);
-      if (road.road.name.empty()) road.road.name = layer.table;
+      // An export keeps the name of a road that has none.
+      const bool own = layer.table.starts_with("alignment") && profile >= 0 && name >= 0 &&
+                       rows.KindOf(name) == TableStatement::Kind::kText;
+      if (road.road.name.empty() && !own) road.road.name = layer.table;
       road.road.plan = std::move(line.points);
       road.has_stations = line.has_stations;
       if (profile >= 0) TakeProfile(Text(rows, profile), &road);
@@ -128,7 +131,7 @@ class RoadReader {
   // The column may be another program's.
   static void TakeProfile(std::string_view text, ImportedRoad* road) {
     if (text.empty()) return;
-    ParsedCurve curve = ParseCurve(text);
+    ParsedCurve curve = ParseProfile(text);
     road->road.profile = std::move(curve.points);
     if (!curve.problem.empty()) Note(0, "the column \"profile\" is ignored: " + curve.problem, road);
   }

@@ -1,11 +1,31 @@
 #include "velmora/exchange/import.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
+#include "velmora/alignment/checks.h"
+#include "velmora/alignment/station_text.h"
 #include "velmora/exchange/arcs.h"
 
 namespace velmora::exchange {
+namespace {
+
+// What a check of the written file finds in its points.
+void NoteFaults(BoundedFindings (*check)(const std::vector<kovltype>&, const std::vector<int>&),
+                const std::vector<kovltype>& points, const char* what, ImportedRoad* road) {
+  std::vector<int> numbers(points.size());
+  std::iota(numbers.begin(), numbers.end(), 1);
+  for (const Finding& fault : check(points, numbers).listed) {
+    const kovltype& point = points[static_cast<size_t>(fault.line) - 1];
+    Note(0,
+         "point " + std::to_string(fault.line) + what + " at station " + StationText(point.sek, false) +
+             ": " + fault.text,
+         road);
+  }
+}
+
+}  // namespace
 
 void Note(std::int64_t line, std::string text, ImportedRoad* road) {
   if (road->findings.size() < kMostRoadFindings)
@@ -40,6 +60,8 @@ void FinishImport(double fit, double start, ImportedRoad* road) {
   plan = std::move(*split);
   profile = std::move(*split_profile);
   for (kovltype& point : profile) point.sek = point.y;
+  NoteFaults(CheckPlan, plan, "", road);
+  NoteFaults(CheckProfile, profile, " of the profile", road);
 }
 
 }  // namespace velmora::exchange

@@ -16,7 +16,7 @@ void Note(std::int64_t line, std::string text, ImportedRoad* road);
 void Refuse(std::int64_t line, std::string text, ImportedRoad* road);
 
 // Splits arcs for the four decimals of bulges that the suite writes, sets stations from `start` where the
-// file has none, and measures the distance to what was read.
+// file has none, measures the distance to what was read, and notes the faults of the result's points.
 void FinishImport(double fit, double start, ImportedRoad* road);
 
 }  // namespace velmora::exchange

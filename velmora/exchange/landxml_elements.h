@@ -17,6 +17,10 @@ namespace velmora::exchange {
 inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();
 inline bool IsGiven(double value) { return !std::isnan(value); }
 
+// Of coordinates, stations and levels, in the file's unit.
+inline constexpr double kFarthest = 1e10;
+inline constexpr char kNoCoordinates[] = " has no coordinates: two numbers up to 1e10";
+
 // Of a plan or of a point list.
 struct LandPoint {
   double north = kNotGiven;
@@ -36,12 +40,14 @@ struct LandElement {
   LandPoint start;
   LandPoint centre;
   LandPoint end;
+  LandPoint intersection;      // PI of a spiral
   double station = kNotGiven;  // staStart
   double length = kNotGiven;
   double radius = kNotGiven;  // of a curve; of a spiral at its start, where it may be infinite
   double radius_end = kNotGiven;
-  double direction = kNotGiven;                  // dir of a line, dirStart of a curve
-  double direction_end = kNotGiven;              // dirEnd of a curve
+  double direction = kNotGiven;                  // dir of a line, dirStart of others
+  double direction_end = kNotGiven;              // dirEnd
+  double theta = kNotGiven;                      // of a spiral
   std::unique_ptr<std::vector<LandPoint>> list;  // of an irregular line and a chain
 };
 
@@ -67,6 +73,7 @@ struct LandAlignment {
   std::int64_t line = 0;
   double station = kNotGiven;      // staStart
   double station_end = kNotGiven;  // of our own exports, whose stations need not follow the lengths
+  std::int64_t station_end_line = 0;
   std::vector<LandElement> elements;
   std::vector<LandLevel> levels;
   std::vector<LandEquation> equations;
@@ -75,8 +82,9 @@ struct LandAlignment {
 
 struct LandUnits {
   std::int64_t line = 0;
-  std::string linear;           // "meter", "foot"; empty where the file does not say
-  double radians_per_unit = 1;  // of directions; 0: degrees, minutes and seconds as 45.3025
+  std::string linear;            // "meter", "foot"; empty where the file does not say
+  double radians_per_unit = 1;   // of directions; 0: degrees, minutes and seconds as 45.3025
+  double radians_per_angle = 1;  // of other angles, likewise
 };
 
 // Makes the road of an alignment whose points are all known.

@@ -11,8 +11,10 @@
 namespace velmora::exchange {
 namespace {
 
-constexpr double kJoin = 0.001;     // m between the end of an element and the start of the next
-constexpr double kNoticed = 0.001;  // m between an attribute and the coordinates
+constexpr double kJoin = 0.001;          // m between the end of an element and the start of the next
+constexpr double kRounded = 0.0015;      // m between two points whose coordinates are whole millimetres
+constexpr double kNoticed = 0.001;       // m between an attribute and the coordinates
+constexpr double kSameDirection = 1e-4;  // radians, which attributes with few decimals depart
 
 double Positive(double angle) { return angle < 0 ? angle + 2 * std::acos(-1.0) : angle; }
 
@@ -82,13 +84,30 @@ class PlanMaker {
       first.sek = station;
       any_station_ = true;
     }
-    if (own && !plan_.empty()) plan_.back().sek = alignment_.station_end * metres_;
+    if (own && !plan_.empty()) {
+      const double difference = std::fabs(alignment_.station_end * metres_ - plan_.back().sek);
+      if (difference > kNoticed)
+        Note(alignment_.station_end_line,
+             "staEnd differs by " + FormatFixed(difference, 3) +
+                 " m from where staStart and length put the end of the last element, and is used",
+             &road_);
+      plan_.back().sek = alignment_.station_end * metres_;
+    }
     road_.has_stations = any_station_ || IsGiven(alignment_.station);
     if (!road_.has_stations)
       for (kovltype& point : plan_) point.sek = 0;
   }
 
  private:
+  // Directions at the ends of an element, radians from east.
+  struct Course {
+    double start = kNotGiven;
+    double end = kNotGiven;
+    double chord = 0;          // m
+    double spiral_length = 0;  // m; 0: it is not a spiral
+    Finding spiral{};          // its line and title
+  };
+
   std::string Titled(const LandElement& element) const {
     const std::string station =
         plan_.empty() ? std::string() : " at station " + StationText(plan_.back().sek, false);
@@ -98,17 +117,23 @@ class PlanMaker {
     Refuse(element.line, Titled(element) + ": " + why, &road_);
     return false;
   }
+  // Whether the point is unknown; a reference to none has been refused.
+  bool Lacks(const LandElement& element, const LandPoint& point, const std::string& what) {
+    if (point.IsKnown()) return false;
+    if (point.reference < 0) RefuseElement(element, what + kNoCoordinates);
+    return true;
+  }
   PlanePoint Metres(const LandPoint& point) const { return {point.east * metres_, point.north * metres_}; }
 
   // False when nothing can follow the element.
   bool Add(const LandElement& element) {
     if (element.kind == LandKind::kChain || element.kind == LandKind::kIrregularLine) return AddList(element);
-    if (!element.start.IsKnown() || !element.end.IsKnown())
-      return RefuseElement(element, "its Start or End has no coordinates");
+    if (Lacks(element, element.start, "its Start") || Lacks(element, element.end, "its End")) return false;
     if (!Join(element, Metres(element.start))) return false;
     if (element.kind == LandKind::kCurve) return AddCurve(element);
     if (element.kind == LandKind::kSpiral) {
       if (AddSpiral(element)) return true;
+      last_ = {};
       // To its end, so that the elements after it are examined too.
       const double station = plan_.back().sek;
       Append(0, Metres(element.end));
@@ -153,18 +178,23 @@ class PlanMaker {
     const kovltype& a = plan_[plan_.size() - 2];
     const kovltype& b = plan_.back();
     const double length = SegmentLength(a, b);
+    const double direction = std::atan2(b.x - a.x, b.y - a.y);
     CheckLength(element, length);
-    CheckDirection(element, "dir", element.direction, std::atan2(b.x - a.x, b.y - a.y), length);
+    CheckDirection(element, "dir", element.direction, direction, length);
+    Continue({direction, direction, length});
+  }
+
+  // Programs count `given` either clockwise from north or counter-clockwise from east.
+  double ApartFrom(double given, double from_east) const {
+    given = Radians(given, units_.radians_per_unit);
+    return std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
   }
 
   // `given` is an attribute, `from_east` what the coordinates give.
   void CheckDirection(const LandElement& element, const char* attribute, double given, double from_east,
                       double length) {
     if (!IsGiven(given)) return;
-    given = Radians(given, units_.radians_per_unit);
-    // Programs count either clockwise from north or counter-clockwise from east.
-    const double apart = std::min(Apart(given, from_east), Apart(given, std::acos(0.0) - from_east));
-    constexpr double kSameDirection = 1e-4;
+    const double apart = ApartFrom(given, from_east);
     if (apart > kSameDirection && apart * length > kNoticed)
       Note(element.line,
            std::string(NameOf(element.kind)) + ": " + attribute +
@@ -173,9 +203,7 @@ class PlanMaker {
   }
 
   bool AddCurve(const LandElement& element) {
-    if (!element.centre.IsKnown()) {
-      return RefuseElement(element, "its Center has no coordinates");
-    }
+    if (Lacks(element, element.centre, "its Center")) return false;
     const PlanePoint start = InPlane(plan_.back());
     const PlanePoint end = Metres(element.end);
     const PlanePoint centre = Metres(element.centre);
@@ -209,8 +237,10 @@ class PlanMaker {
     const double length = SegmentLength(plan_[plan_.size() - 2], plan_.back());
     CheckLength(element, length);
     const double quarter = element.clockwise ? -std::acos(0.0) : std::acos(0.0);
-    CheckDirection(element, "dirStart", element.direction, std::atan2(a.v, a.h) + quarter, length);
-    CheckDirection(element, "dirEnd", element.direction_end, std::atan2(b.v, b.h) + quarter, length);
+    const Course course{std::atan2(a.v, a.h) + quarter, std::atan2(b.v, b.h) + quarter, Distance(start, end)};
+    CheckDirection(element, "dirStart", element.direction, course.start, length);
+    CheckDirection(element, "dirEnd", element.direction_end, course.end, length);
+    Continue(course);
     return true;
   }
 
@@ -236,36 +266,107 @@ class PlanMaker {
                                         " m from where the coordinates do");
     }
     const std::string title = Titled(element);
+    const Course course{arcs->direction_start,
+                        arcs->direction_end,
+                        Distance(spiral.start, spiral.end),
+                        spiral.length,
+                        {element.line, title}};
+    const double turn = std::fabs(spiral.curvature_start + spiral.curvature_end) / 2 * spiral.length;
+    if (!CheckSpiral(element, course, turn)) return false;
+    Continue(course);
     for (size_t i = 1; i < arcs->points.size(); ++i)
       Append(arcs->points[i - 1].bulge, InPlane(arcs->points[i]));
     const size_t count = arcs->points.size() - 1;
+    const double error = arcs->largest_distance + arcs->misfit;
     Note(element.line,
          title + ": replaced by " + std::to_string(count) + (count == 1 ? " arc" : " arcs") + " within " +
-             FormatFixed(arcs->largest_distance * 1000, 3) + " mm",
+             FormatFixed(error * 1000, 3) + " mm",
          &road_);
-    road_.largest_error = std::max(road_.largest_error, arcs->largest_distance + arcs->misfit);
+    road_.largest_error = std::max(road_.largest_error, error);
     return true;
   }
 
+  // False when the spiral has another shape than its PI or its directions say.
+  bool CheckSpiral(const LandElement& element, const Course& course, double turn) {
+    bool good = true;
+    const auto check = [&](const char* what, double apart) {
+      if (!Agrees(course, apart, what)) good = false;
+    };
+    if (IsGiven(element.direction)) {
+      check("its dirStart", ApartFrom(element.direction, course.start) - kSameDirection);
+    }
+    if (IsGiven(element.direction_end)) {
+      check("its dirEnd", ApartFrom(element.direction_end, course.end) - kSameDirection);
+    }
+    const double theta = std::fabs(Radians(element.theta, units_.radians_per_angle));
+    if (std::fabs(theta - turn) > kSameDirection)
+      Note(
+          element.line,
+          course.spiral.text + ": theta differs from the angle that its length and radii give, which is used",
+          &road_);
+    // The tangents of half a circle do not meet.
+    constexpr double kMostTurn = 3;
+    if (element.intersection.IsKnown() && turn < kMostTurn) {
+      const PlanePoint meet = Metres(element.intersection);
+      check("its PI", ApartAlong(course.start, InPlane(plan_.back()), meet) +
+                          ApartAlong(course.end, meet, Metres(element.end)));
+    }
+    return good;
+  }
+
+  // How far a direction is from that of two points, beyond what their rounding explains.
+  static double ApartAlong(double direction, PlanePoint from, PlanePoint to) {
+    const double apart = Apart(direction, std::atan2(to.v - from.v, to.h - from.h));
+    return std::max(0.0, apart - kRounded / Distance(from, to));
+  }
+
+  // False when the spiral leaves the direction of `what` by an angle that moves it by more than is allowed.
+  bool Agrees(const Course& spiral, double apart, const char* what) {
+    // Of a curve between fixed ends, when the tangent at one of them turns.
+    const double moved = apart * spiral.spiral_length * 4 / 27;
+    if (!(moved > std::min(kNoticed, *options_.spirals_as_arcs))) return true;
+    const std::string text = spiral.spiral.text + ": its length, radii and rot disagree with " + what +
+                             " by " + FormatFixed(apart, 4) + " rad, which moves it by " +
+                             FormatFixed(moved, 3) + " m";
+    const bool good = moved <= *options_.spirals_as_arcs;
+    if (good)
+      Note(spiral.spiral.line, text, &road_);
+    else
+      Refuse(spiral.spiral.line, text + "; correct them, or allow more", &road_);
+    return good;
+  }
+
+  // Roads are tangent-continuous at a spiral.
+  void Continue(const Course& course) {
+    const double apart = Apart(last_.end, course.start) - kRounded / last_.chord - kRounded / course.chord;
+    if (course.spiral_length > 0)
+      (void)Agrees(course, apart, "the direction of the element before it");
+    else if (last_.spiral_length > 0)
+      (void)Agrees(last_, apart, "the direction of the element after it");
+    last_ = course;
+  }
+
   bool AddList(const LandElement& element) {
+    last_ = {};  // the chords of a list have no tangents
     std::vector<LandPoint> points;
     if (element.list) points = *element.list;
     if (element.kind == LandKind::kIrregularLine) {
       // The list has the ends too, as a rule.
-      const auto is_same = [](const LandPoint& a, const LandPoint& b) {
-        return a.north == b.north && a.east == b.east;
+      const auto is_same = [&](const LandPoint& a, const LandPoint& b) {
+        const double gap = Distance(Metres(a), Metres(b));
+        if (gap <= kJoin) road_.largest_error = std::max(road_.largest_error, gap);
+        return gap <= kJoin;
       };
       if (element.start.IsKnown() && (points.empty() || !is_same(points.front(), element.start)))
         points.insert(points.begin(), element.start);
-      if (element.end.IsKnown() && !is_same(points.back(), element.end)) points.push_back(element.end);
+      if (element.end.IsKnown() && (points.empty() || !is_same(points.back(), element.end)))
+        points.push_back(element.end);
     }
     if (points.size() < 2) {
       return RefuseElement(element, "has fewer than two points");
     }
     for (size_t i = 0; i < points.size(); ++i) {
-      if (!points[i].IsKnown()) {
-        return RefuseElement(element, "its point " + std::to_string(i + 1) + " has no coordinates");
-      }
+      if (Lacks(element, points[i], "its point " + std::to_string(i + 1))) return false;
       if (i > 0)
         Append(0, Metres(points[i]));
       else if (!Join(element, Metres(points[i])))
@@ -281,6 +382,7 @@ class PlanMaker {
   ImportedRoad& road_;
   std::vector<kovltype>& plan_;
   bool any_station_ = false;
+  Course last_;  // of the element before; not given where there is none or it has no direction
 };
 
 }  // namespace

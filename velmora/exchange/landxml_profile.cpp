@@ -42,7 +42,7 @@ class ProfileMaker {
     for (size_t i = 0; i < levels_.size(); ++i) {
       const LandLevel& level = levels_[i];
       if (!std::isfinite(level.station) || !std::isfinite(level.level)) {
-        Refuse(level.line, "a point of the profile has no station and level", &road_);
+        Refuse(level.line, "a point of the profile has no station and level: two numbers up to 1e10", &road_);
       } else if (i > 0 && !(level.station > levels_[i - 1].station)) {
         Refuse(level.line, Titled(level) + ": does not lie after the point before it", &road_);
       } else if (level.kind == LandVertical::kPoint) {
@@ -108,7 +108,11 @@ class ProfileMaker {
       after = level.length_out * metres_;
     }
     if (!(before >= 0 && after >= 0 && std::isfinite(before + after))) {
-      Refuse(level.line, Titled(level) + ": its length or radius is missing or not above 0", &road_);
+      const char* const needed[] = {"", "length", "lengthIn or lengthOut", "radius"};
+      Refuse(
+          level.line,
+          Titled(level) + ": its " + needed[static_cast<size_t>(level.kind)] + " is missing or not above 0",
+          &road_);
       return false;
     }
     if (turn == 0 || before + after == 0) {
@@ -119,6 +123,7 @@ class ProfileMaker {
     if (!Append(level, from)) return false;
     if (level.kind == LandVertical::kCircle) {
       Curve(std::tan(turn / 4), to);
+      CheckLength(level, std::fabs(level.radius * turn) * metres_, before + after);
       return true;
     }
     double largest = 0;
@@ -131,6 +136,7 @@ class ProfileMaker {
       AddParabola({InPlane(profile_.back()), middle, in}, &largest);
       AddParabola({middle, to, grade}, &largest);
     }
+    road_.largest_error = std::max(road_.largest_error, largest);
     const std::string difference = FormatFixed(largest * 1000, 3) + " mm";
     if (largest > options_.fit)
       Refuse(level.line,
@@ -142,6 +148,17 @@ class ProfileMaker {
                ", levels differ by up to " + difference,
            &road_);
     return true;
+  }
+
+  // Programs write the length of the arc or that of its projection.
+  void CheckLength(const LandLevel& level, double arc, double horizontal) {
+    constexpr double kNoticed = 0.001;  // m
+    const double given = level.length * metres_;
+    if (!(std::min(std::fabs(given - arc), std::fabs(given - horizontal)) > kNoticed)) return;
+    Note(level.line,
+         Titled(level) + ": length " + FormatFixed(given, 3) + " m, but its radius gives " +
+             FormatFixed(arc, 3) + " m, which is used",
+         &road_);
   }
 
   void Curve(double bulge, PlanePoint to) {

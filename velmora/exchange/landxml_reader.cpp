@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <unordered_map>
 #include <utility>
@@ -5,6 +6,8 @@
 #include "velmora/exchange/import.h"
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/landxml_elements.h"
+#include "velmora/exchange/road_names.h"
+#include "velmora/text/quoted.h"
 
 namespace velmora::exchange {
 namespace {
@@ -46,16 +49,18 @@ void ForEachWord(std::string_view text, Take take) {
   }
 }
 
-// Not given for what is not a number; infinite for INF.
+// Not given for what is not a number, blanks around it apart; infinite for INF.
 double NumberOf(std::string_view text) {
   double number = 0;
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   if (text.starts_with('+')) text.remove_prefix(1);
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() ? number : kNotGiven;
 }
-double NumberOf(XmlAttributes attributes, std::string_view name) {
-  const auto value = FindAttribute(attributes, name);
-  return value ? NumberOf(*value) : kNotGiven;
+double CoordinateOf(std::string_view text) {
+  const double number = NumberOf(text);
+  return std::fabs(number) <= kFarthest ? number : kNotGiven;
 }
 std::string TextOf(XmlAttributes attributes, std::string_view name) {
   return std::string(FindAttribute(attributes, name).value_or(""));
@@ -68,14 +73,22 @@ double RadiansOf(std::string_view unit) {
   return unit.empty() || unit == "radians" ? 1 : 0;
 }
 
+// A point that others refer to.
+struct Reference {
+  const std::string* name = nullptr;
+  LandPoint point;
+  std::int64_t line = 0;        // of the CgPoint
+  std::int64_t other_line = 0;  // of another one with the same name and another place
+};
+
 // The names of points that points refer to, and their places.
 struct References {
   std::unordered_map<std::string, int> numbers;
-  std::vector<LandPoint> points;
+  std::vector<Reference> points;
 
   int Number(std::string name) {
     const auto [at, added] = numbers.emplace(std::move(name), static_cast<int>(points.size()));
-    if (added) points.emplace_back();
+    if (added) points.emplace_back().name = &at->first;
     return at->second;
   }
 };
@@ -109,6 +122,24 @@ class AlignmentsHandler final : public XmlHandler {
   LandAlignment& Current() { return alignments_.back(); }
   LandElement& Element() { return Current().elements.back(); }
 
+  enum class Use : std::uint8_t { kNeeded, kRadius, kChecked };  // a radius may be infinite
+
+  // An attribute of the element `title`; what is not a number is refused, or reported where it would only be
+  // checked.
+  double Number(XmlAttributes attributes, const char* name, const char* title, std::int64_t line, Use use) {
+    const std::string_view text = FindAttribute(attributes, name).value_or("");
+    const double number = NumberOf(text);
+    if (std::fabs(number) <= kFarthest || (use == Use::kRadius && std::isinf(number))) return number;
+    if (std::all_of(text.begin(), text.end(), IsBlank)) return kNotGiven;
+    const std::string problem = std::string(title) + ": " + name + " " + Quoted(text) +
+                                (IsGiven(number) ? " is too large" : " is not a number");
+    if (use == Use::kChecked)
+      Note(line, problem + " and is not checked", &Current().road);
+    else
+      Refuse(line, problem, &Current().road);
+    return kNotGiven;
+  }
+
   // Where an element leads; nothing for one that is not read.
   std::optional<Place> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
     switch (places_.empty() ? Place::kFile : places_.back()) {
@@ -121,7 +152,8 @@ class AlignmentsHandler final : public XmlHandler {
         if (name == "Alignments") return Place::kAlignments;
         break;
       case Place::kUnits:
-        units_ = {line, TextOf(attributes, "linearUnit"), RadiansOf(TextOf(attributes, "directionUnit"))};
+        units_ = {line, TextOf(attributes, "linearUnit"), RadiansOf(TextOf(attributes, "directionUnit")),
+                  RadiansOf(TextOf(attributes, "angularUnit"))};
         break;
       case Place::kAlignments:
         if (name == "Alignment") return EnterAlignment(attributes, line);
@@ -137,8 +169,10 @@ class AlignmentsHandler final : public XmlHandler {
       case Place::kProfAlign:
         return EnterLevel(name, attributes, line);
       case Place::kFeature:
-        if (name == "Property" && TextOf(attributes, "label") == "staEnd")
-          Current().station_end = NumberOf(attributes, "value");
+        if (name == "Property" && TextOf(attributes, "label") == "staEnd") {
+          Current().station_end = Number(attributes, "value", "staEnd", line, Use::kNeeded);
+          Current().station_end_line = line;
+        }
         break;
       default:
         break;
@@ -152,7 +186,7 @@ class AlignmentsHandler final : public XmlHandler {
     LandAlignment& alignment = alignments_.emplace_back();
     alignment.line = line;
     alignment.road.road.name = TextOf(attributes, "name");
-    alignment.station = NumberOf(attributes, "staStart");
+    alignment.station = Number(attributes, "staStart", "Alignment", line, Use::kNeeded);
     has_profile_ = false;
     return Place::kAlignment;
   }
@@ -189,12 +223,17 @@ class AlignmentsHandler final : public XmlHandler {
       if (turns && rotation != "cw" && rotation != "ccw")
         Refuse(line, std::string(name) + ": rot is neither cw nor ccw", &Current().road);
       element.is_clothoid = TextOf(attributes, "spiType") == "clothoid";
-      element.station = NumberOf(attributes, "staStart");
-      element.length = NumberOf(attributes, "length");
-      element.radius = NumberOf(attributes, kind == LandKind::kSpiral ? "radiusStart" : "radius");
-      element.radius_end = NumberOf(attributes, "radiusEnd");
-      element.direction = NumberOf(attributes, kind == LandKind::kCurve ? "dirStart" : "dir");
-      element.direction_end = NumberOf(attributes, "dirEnd");
+      const auto number = [&, title = title](const char* attribute, Use use = Use::kChecked) {
+        return Number(attributes, attribute, title, line, use);
+      };
+      const bool spiral = kind == LandKind::kSpiral;
+      element.station = number("staStart", Use::kNeeded);
+      element.length = number("length", spiral ? Use::kNeeded : Use::kChecked);
+      element.radius = spiral ? number("radiusStart", Use::kRadius) : number("radius");
+      element.radius_end = number("radiusEnd", Use::kRadius);
+      element.direction = number(kind == LandKind::kLine ? "dir" : "dirStart");
+      element.direction_end = number("dirEnd");
+      element.theta = number("theta");
       return kind == LandKind::kChain ? Place::kChain : Place::kElement;
     }
     if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
@@ -205,10 +244,11 @@ class AlignmentsHandler final : public XmlHandler {
     LandElement& element = Element();
     if (name == "PntList2D" || name == "PntList3D")
       return name == "PntList2D" ? Place::kPointList2 : Place::kPointList3;
-    point_ = name == "Start"    ? &element.start
-             : name == "End"    ? &element.end
-             : name == "Center" ? &element.centre
-                                : nullptr;
+    point_ = name == "Start"                                     ? &element.start
+             : name == "End"                                     ? &element.end
+             : name == "Center"                                  ? &element.centre
+             : name == "PI" && element.kind == LandKind::kSpiral ? &element.intersection
+                                                                 : nullptr;
     if (point_ == nullptr) return std::nullopt;
     if (const auto reference = FindAttribute(attributes, "pntRef"))
       point_->reference = references_.Number(std::string(*reference));
@@ -236,9 +276,13 @@ class AlignmentsHandler final : public XmlHandler {
       LandLevel& level = Current().levels.emplace_back();
       level.kind = kind;
       level.line = line;
-      level.length = NumberOf(attributes, kind == LandVertical::kTwoParabolas ? "lengthIn" : "length");
-      level.length_out = NumberOf(attributes, "lengthOut");
-      level.radius = NumberOf(attributes, "radius");
+      const auto number = [&, title = title](const char* attribute, Use use) {
+        return Number(attributes, attribute, title, line, use);
+      };
+      level.length = number(kind == LandVertical::kTwoParabolas ? "lengthIn" : "length",
+                            kind == LandVertical::kCircle ? Use::kChecked : Use::kNeeded);
+      level.length_out = number("lengthOut", Use::kNeeded);
+      level.radius = number("radius", Use::kNeeded);
       return Place::kLevel;
     }
     return std::nullopt;
@@ -271,8 +315,8 @@ class AlignmentsHandler final : public XmlHandler {
     bool good = true;
     ForEachWord(text_, [&](std::string_view word) {
       if (known >= count) return;
-      const double number = NumberOf(word);
-      good = good && std::isfinite(number);
+      const double number = CoordinateOf(word);
+      good = good && IsGiven(number);
       numbers[known++] = number;
     });
     if (good && known == count) take(numbers);
@@ -286,8 +330,8 @@ class AlignmentsHandler final : public XmlHandler {
       if (place == 0 && !Count()) return;
       if (place == 0) list->emplace_back();
       if (list->empty()) return;
-      if (place == 0) list->back().north = NumberOf(word);
-      if (place == 1) list->back().east = NumberOf(word);
+      if (place == 0) list->back().north = CoordinateOf(word);
+      if (place == 1) list->back().east = CoordinateOf(word);
     });
     if (known % dimensions != 0 || text_.size() + 1 >= kLongestText)
       Refuse(Element().line, "its point list is cut or too long", &Current().road);
@@ -321,51 +365,71 @@ class PointsHandler final : public XmlHandler {
  public:
   explicit PointsHandler(References* references) : references_(references) {}
 
-  bool Start(std::string_view name, XmlAttributes attributes, std::int64_t) override {
+  bool Start(std::string_view name, XmlAttributes attributes, std::int64_t line) override {
+    line_ = line;
     for (const char* const way : {"CgPoints", "Survey", "Alignments", "Alignment", "CoordGeom", "Line",
                                   "Curve", "Spiral", "IrregularLine"})
       if (depth_ == 0 || name == way) return Deeper(nullptr);
     const auto at = references_->numbers.find(TextOf(attributes, "name"));
     if (at == references_->numbers.end()) return false;
-    LandPoint& point = references_->points[static_cast<size_t>(at->second)];
+    Reference& found = references_->points[static_cast<size_t>(at->second)];
+    is_cg_point_ = name == "CgPoint";
     const bool is_named = name == "Start" || name == "End" || name == "Center" || name == "PI";
-    return (name == "CgPoint" || (is_named && !point.IsKnown())) && Deeper(&point);
+    return (is_cg_point_ || (is_named && found.line == 0 && !found.point.IsKnown())) && Deeper(&found);
   }
   void Text(std::string_view text) override {
     constexpr size_t kLongestPoint = 1000;
-    if (point_ != nullptr && text_.size() + text.size() <= kLongestPoint) text_ += text;
+    if (reference_ != nullptr && text_.size() + text.size() <= kLongestPoint) text_ += text;
   }
   void End(std::string_view) override {
     --depth_;
-    if (point_ == nullptr) return;
+    if (reference_ == nullptr) return;
+    LandPoint read;
     size_t known = 0;
     ForEachWord(text_, [&](std::string_view word) {
-      if (known == 0) point_->north = NumberOf(word);
-      if (known == 1) point_->east = NumberOf(word);
+      if (known == 0) read.north = CoordinateOf(word);
+      if (known == 1) read.east = CoordinateOf(word);
       ++known;
     });
-    point_ = nullptr;
+    LandPoint& point = reference_->point;
+    if (reference_->line == 0) {
+      point = read;
+      if (is_cg_point_) reference_->line = line_;
+    } else if (read.north != point.north || read.east != point.east) {
+      reference_->other_line = line_;
+    }
+    reference_ = nullptr;
   }
 
  private:
-  bool Deeper(LandPoint* point) {
+  bool Deeper(Reference* reference) {
     ++depth_;
-    point_ = point;
+    reference_ = reference;
     text_.clear();
     return true;
   }
 
   References* references_;
   int depth_ = 0;
-  LandPoint* point_ = nullptr;
+  Reference* reference_ = nullptr;  // whose point is being read
+  bool is_cg_point_ = false;
+  std::int64_t line_ = 0;
   std::string text_;
 };
 
-void Resolve(const References& references, LandPoint* point) {
+void Resolve(const References& references, const LandElement& element, LandPoint* point, ImportedRoad* road) {
   if (point->IsKnown() || point->reference < 0) return;
-  const LandPoint& found = references.points[static_cast<size_t>(point->reference)];
-  point->north = found.north;
-  point->east = found.east;
+  const Reference& found = references.points[static_cast<size_t>(point->reference)];
+  point->north = found.point.north;
+  point->east = found.point.east;
+  if (point->IsKnown() && found.other_line == 0) return;
+  Refuse(element.line,
+         (element.kind == LandKind::kChain ? "Chain: " : "pntRef ") + Quoted(*found.name) +
+             (found.other_line != 0 ? " names two points, in lines " + std::to_string(found.line) + " and " +
+                                          std::to_string(found.other_line)
+              : found.line == 0 ? " names no point"
+                                : " names a point without coordinates"),
+         road);
 }
 
 }  // namespace
@@ -381,15 +445,19 @@ std::optional<XmlProblem> ReadLandXml(const OpenSource& open, const ImportOption
     PointsHandler points(&references);
     if (auto problem = ReadXml(open(), &points)) return problem;
   }
+  std::vector<std::string> suffixes;
   for (LandAlignment& alignment : handler.Alignments()) {
+    suffixes.push_back(" line " + std::to_string(alignment.line));
     for (LandElement& element : alignment.elements) {
-      for (LandPoint* point : {&element.start, &element.centre, &element.end}) Resolve(references, point);
+      for (LandPoint* point : {&element.start, &element.centre, &element.end, &element.intersection})
+        Resolve(references, element, point, &alignment.road);
       if (element.list)
-        for (LandPoint& point : *element.list) Resolve(references, &point);
+        for (LandPoint& point : *element.list) Resolve(references, element, &point, &alignment.road);
     }
     MakeRoad(handler.Units(), options, &alignment);
     roads->push_back(std::move(alignment.road));
   }
+  MakeNamesUnique(suffixes, roads);
   return std::nullopt;
 }
 

@@ -3,31 +3,45 @@
 #include <memory>
 #include <span>
 
+#include "velmora/exchange/arcs.h"
 #include "velmora/exchange/dxf.h"
 #include "velmora/exchange/geopackage.h"
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/wkt_csv.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/whole_file.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::exchange {
 namespace {
 
 using Problem = std::optional<Finding>;
 
-// Of a format that holds every road, some with a note.
+// Why no format with profiles can hold a profile; empty when it can.
+std::string WhyNotProfile(const Road& road) {
+  const size_t at = FirstNotAhead(road.profile);
+  if (at == road.profile.size()) return {};
+  return "its profile has station " + FormatFixed(road.profile[at].y, 3) +
+         ", which does not lie after the one before it; correct the profile, or export to .dxf, which has "
+         "none";
+}
+
 std::string WriteXml(const ExportInput& input, const Sink& sink, std::string* note) {
-  *note = WriteLandXml(input, sink);
-  return {};
+  std::string problem = WhyNotProfile(input.road);
+  if (problem.empty()) *note = WriteLandXml(input, sink);
+  return problem;
 }
 std::string WriteCsv(const ExportInput& input, const Sink& sink, std::string*) {
-  WriteWktCsv(input, sink);
-  return {};
+  std::string problem = WhyNotProfile(input.road);
+  if (problem.empty()) WriteWktCsv(input, sink);
+  return problem;
 }
-// Of one that does not.
-template <std::string (*kWrite)(const ExportInput&, const Sink&)>
-std::string Write(const ExportInput& input, const Sink& sink, std::string*) {
-  return kWrite(input, sink);
+std::string WriteTables(const ExportInput& input, const Sink& sink, std::string*) {
+  std::string problem = WhyNotProfile(input.road);
+  return problem.empty() ? WriteGeoPackage(input, sink) : problem;
+}
+std::string WriteDrawing(const ExportInput& input, const Sink& sink, std::string*) {
+  return WriteDxf(input, sink);
 }
 
 Problem OfFile(const std::string& text) { return text.empty() ? Problem() : Finding{0, text}; }
@@ -74,8 +88,8 @@ Problem ReadXml(const CString& path, const ImportOptions& options, std::vector<I
 
 constexpr RoadFormat kFormats[] = {
     {".xml", false, true, WriteXml, ReadXml},
-    {".dxf", true, false, Write<WriteDxf>, ReadDrawing},
-    {".gpkg", true, true, Write<WriteGeoPackage>, ReadGeoPackageFile},
+    {".dxf", true, false, WriteDrawing, ReadDrawing},
+    {".gpkg", true, true, WriteTables, ReadGeoPackageFile},
     {".csv", false, true, WriteCsv, ReadCsv},
 };
 

@@ -9,7 +9,10 @@ void MakeNamesUnique(const std::vector<std::string>& suffixes, std::vector<Impor
   for (const ImportedRoad& road : *roads) ++named[road.road.name];
   for (size_t i = 0; i < roads->size(); ++i) {
     std::string& name = (*roads)[i].road.name;
-    if (const auto found = named.find(name); found != named.end() && found->second > 1) name += suffixes[i];
+    // One of several without a name could not be chosen.
+    const auto found = named.find(name);
+    const bool is_taken = found != named.end() && found->second > 1;
+    if (name.empty() ? roads->size() > 1 : is_taken) name += suffixes[i].substr(name.empty() ? 1 : 0);
   }
 }
 

@@ -9,7 +9,8 @@
 
 namespace velmora::exchange {
 
-// Appends its suffix to a name that several roads have.
+// Appends its suffix, which begins with a blank, to a name that several roads have. One of several roads
+// without a name is named by its suffix.
 void MakeNamesUnique(const std::vector<std::string>& suffixes, std::vector<ImportedRoad>* roads);
 
 }  // namespace velmora::exchange

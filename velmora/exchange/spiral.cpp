@@ -71,6 +71,9 @@ std::optional<SpiralArcs> ArcsOfSpiral(const Spiral& spiral, double error) {
     points.back() = spiral.end;
     arcs = {};
     arcs.misfit = std::fabs(chord - std::sqrt(squared));
+    arcs.direction_start = std::atan2(s, c);
+    arcs.direction_end =
+        arcs.direction_start + (spiral.curvature_start + spiral.curvature_end) / 2 * spiral.length;
     for (int i = 0; i < count; ++i) {
       const PlanePoint* const p = &points[static_cast<size_t>(i * kSteps)];
       const double bulge = BulgeThrough(p[0], p[kSteps / 2], p[kSteps]).value_or(0);
@@ -80,7 +83,7 @@ std::optional<SpiralArcs> ArcsOfSpiral(const Spiral& spiral, double error) {
             std::max(arcs.largest_distance, DistanceToArc(p[0], bulge, p[kSteps], p[step]));
     }
     arcs.points.push_back({spiral.end.v, spiral.end.h, 0, 0});
-    if (arcs.largest_distance <= error) return arcs;
+    if (arcs.misfit > error || arcs.largest_distance + arcs.misfit <= error) return arcs;
   }
   return std::nullopt;
 }

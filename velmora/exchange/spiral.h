@@ -22,9 +22,12 @@ struct SpiralArcs {
   std::vector<kovltype> points;  // from the start to the end, each with the bulge after it
   double largest_distance = 0;   // m, between arcs and spiral
   double misfit = 0;             // m, between the distance of the ends and what the length and the radii give
+  double direction_start = 0;    // of the spiral's tangents, radians from east, counter-clockwise
+  double direction_end = 0;
 };
 // As few arcs of equal length as keep within `error`, each through two points of the spiral and the one
-// halfway. Nothing when it turns by more than a full circle, or needs more than kMostSpiralArcs.
+// halfway; the misfit is a part of the error, and where it alone is larger, the arcs keep to nothing. Nothing
+// when the spiral turns by more than a full circle, or needs more than kMostSpiralArcs.
 inline constexpr int kMostSpiralArcs = 1000;
 std::optional<SpiralArcs> ArcsOfSpiral(const Spiral& spiral, double error);
 

@@ -6,6 +6,7 @@
 
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/curve_builder.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::exchange {
 namespace {
@@ -133,6 +134,10 @@ class Parser {
       if (read.ec != std::errc() || !std::isfinite(numbers[i])) return Fail("no number");
       rest_.remove_prefix(static_cast<size_t>(read.ptr - rest_.data()));
     }
+    double further = 0;
+    if (!AtEnd() && std::from_chars(rest_.data(), rest_.data() + rest_.size(), further).ec == std::errc())
+      return Fail("a point of more than " + std::to_string(count) +
+                  " numbers (say Z, M or ZM behind the geometry's type)");
     point->at = {numbers[0], numbers[1]};
     if (has_m_) point->station = numbers[count - 1];
     return true;
@@ -174,6 +179,15 @@ void WriteCurve(std::span<const kovltype> points, bool measures, TextSink* out) 
 }
 
 ParsedCurve ParseCurve(std::string_view text) { return Parser(text).Parse(); }
+
+ParsedCurve ParseProfile(std::string_view text) {
+  ParsedCurve curve = ParseCurve(text);
+  const size_t at = FirstNotAhead(curve.points);
+  if (curve.problem.empty() && at < curve.points.size())
+    curve.problem = "station " + FormatFixed(curve.points[at].y, 3) + " does not lie after the one before it";
+  if (!curve.problem.empty()) curve.points.clear();
+  return curve;
+}
 
 bool IsPointText(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);

@@ -29,6 +29,9 @@ struct ParsedCurve {
 // ignored, and so is "SRID=...;" before it.
 ParsedCurve ParseCurve(std::string_view text);
 
+// The curve of a profile, whose stations grow.
+ParsedCurve ParseProfile(std::string_view text);
+
 // Whether it is a POINT, of any dimension.
 bool IsPointText(std::string_view text);
 

@@ -5,6 +5,7 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/import.h"
+#include "velmora/exchange/road_names.h"
 #include "velmora/exchange/wkt.h"
 #include "velmora/text/codepage.h"
 
@@ -116,7 +117,7 @@ ImportedRoad RoadOf(std::int64_t line, std::string name, std::string_view wkt, s
   road.has_stations = plan.has_stations;
   if (!plan.problem.empty()) Refuse(line, "wkt: " + plan.problem, &road);
   if (profile.empty()) return road;
-  ParsedCurve levels = ParseCurve(profile);
+  ParsedCurve levels = ParseProfile(profile);
   road.road.profile = std::move(levels.points);
   if (!levels.problem.empty()) Refuse(line, "profile: " + levels.problem, &road);
   return road;
@@ -200,6 +201,8 @@ std::vector<ImportedRoad> ReadWktCsv(std::string_view bytes, std::string* proble
   const auto field = [&](std::optional<size_t> column) {
     return column && *column < fields.size() ? fields[*column] : std::string();
   };
+  const size_t titles = fields.size();
+  std::vector<std::string> suffixes;
   while (rows.Next(&fields)) {
     const std::string text = field(wkt);
     if (text.find_first_not_of(" \t\r") == std::string::npos || IsPointText(text)) continue;
@@ -213,8 +216,17 @@ std::vector<ImportedRoad> ReadWktCsv(std::string_view bytes, std::string* proble
       AppendDecoded(called, TextEncoding::kWindows1252, &wide);
       called = Utf8FromWide(wide);
     }
-    roads.push_back(RoadOf(rows.Line(), std::move(called), text, field(profile)));
+    ImportedRoad& road = roads.emplace_back(RoadOf(rows.Line(), std::move(called), text, field(profile)));
+    suffixes.push_back(" line " + std::to_string(rows.Line()));
+    if (road.refused && fields.size() > titles) {
+      road.findings.resize(1);
+      Refuse(rows.Line(),
+             "has " + std::to_string(fields.size()) + " fields, but the first row has " +
+                 std::to_string(titles) + "; a field with the separator in it needs quotes",
+             &road);
+    }
   }
+  MakeNamesUnique(suffixes, &roads);
   return roads;
 }
 
