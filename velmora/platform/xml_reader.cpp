@@ -37,6 +37,8 @@ std::optional<std::string_view> FindAttribute(XmlAttributes attributes, std::str
   return std::nullopt;
 }
 
+std::string_view XmlLocalName(std::string_view name) { return name.substr(name.find(':') + 1); }
+
 // False at the end and on an error.
 bool XmlBytes::Fill() {
   constexpr size_t kBlock = size_t{64} << 10;

@@ -66,9 +66,13 @@ class XmlBytes {
   bool converts_ = false;
   bool failed_ = false;
 };
-// What both say of a file with a document type definition, and of one with deeper elements.
+// The name without its prefix.
+std::string_view XmlLocalName(std::string_view name);
+
+// What both say of a file with a document type definition, of one with deeper elements, and of a cut one.
 inline constexpr char kXmlHasDtd[] = "has a document type definition (<!DOCTYPE), which is not read";
 inline constexpr char kXmlTooDeep[] = "has more than 200 elements inside one another";
+inline constexpr char kXmlCut[] = "is not well-formed XML: it ends too early (cut or empty)";
 
 }  // namespace velmora
 

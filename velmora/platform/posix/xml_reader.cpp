@@ -10,11 +10,6 @@
 namespace velmora {
 namespace {
 
-std::string_view LocalName(const char* name) {
-  const std::string_view whole(name);
-  return whole.substr(whole.find(':') + 1);
-}
-
 class Reader {
  public:
   Reader(XmlBytes* bytes, XmlHandler* handler) : bytes_(bytes), handler_(handler) {}
@@ -88,8 +83,8 @@ class Reader {
       if (++self->depth_ > kDeepestXml) self->Stop(kXmlTooDeep);
       self->attributes_.clear();
       for (; *attributes != nullptr; attributes += 2)
-        self->attributes_.push_back({LocalName(attributes[0]), attributes[1]});
-      if (self->handler_->Start(LocalName(name), self->attributes_, self->Line())) return;
+        self->attributes_.push_back({XmlLocalName(attributes[0]), attributes[1]});
+      if (self->handler_->Start(XmlLocalName(name), self->attributes_, self->Line())) return;
       self->skipped_ = 1;
       self->SetHandlers(true);
     });
@@ -97,7 +92,7 @@ class Reader {
   static void XMLCALL OnEnd(void* data, const char* name) {
     auto* const self = static_cast<Reader*>(data);
     --self->depth_;
-    self->Guard([&] { self->handler_->End(LocalName(name)); });
+    self->Guard([&] { self->handler_->End(XmlLocalName(name)); });
   }
   static void XMLCALL OnText(void* data, const char* text, int length) {
     auto* const self = static_cast<Reader*>(data);
