@@ -47,8 +47,11 @@ class Reader {
 
   XmlProblem Problem() const {
     if (problem_ != nullptr) return {Line(), problem_};
-    return {Line(),
-            std::string("is not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser_.get()))};
+    const XML_Error error = XML_GetErrorCode(parser_.get());
+    for (const XML_Error cut : {XML_ERROR_NO_ELEMENTS, XML_ERROR_UNCLOSED_TOKEN,
+                                XML_ERROR_UNCLOSED_CDATA_SECTION, XML_ERROR_PARTIAL_CHAR})
+      if (error == cut) return {Line(), kXmlCut};
+    return {Line(), std::string("is not well-formed XML: ") + XML_ErrorString(error)};
   }
 
   void Stop(const char* problem) {

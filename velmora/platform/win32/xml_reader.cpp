@@ -80,8 +80,8 @@ class ByteStream final : public ISequentialStream {
   HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* count) override {
     if (given_ == block_.size() && !ended_) Fill();
     const std::string_view rest = std::string_view(block_).substr(given_);
-    if (!is_utf16_ && !rest.empty()) line_ += std::exchange(line_ended_, false) ? 1 : 0;
-    const size_t line_end = is_utf16_ ? std::string_view::npos : rest.find('\n');
+    if (!rest.empty()) line_ += std::exchange(line_ended_, false) ? 1 : 0;
+    const size_t line_end = rest.find('\n');
     const size_t length =
         std::min({rest.size(), size_t{size}, line_end == rest.npos ? line_end : line_end + 1});
     std::copy_n(rest.data(), length, static_cast<char*>(buffer));
@@ -108,17 +108,12 @@ class ByteStream final : public ISequentialStream {
       size += static_cast<size_t>(std::max<std::int64_t>(count, 0));
     }
     block_.resize(size);
-    if (!started_) is_utf16_ = IsUtf16(block_);
-    started_ = true;
-    if (is_utf16_ || failed_) return;
+    if (failed_) return;
     const auto invalid = std::find_if(block_.begin(), block_.end(), [&](char c) { return !check_.Take(c); });
     is_invalid_ = invalid != block_.end();
     block_.erase(invalid, block_.end());
     ended_ = ended_ || is_invalid_;
     if (ended_) block_ += ' ';
-  }
-  static bool IsUtf16(std::string_view start) {
-    return start.size() >= 2 && (start[0] == '\xFE' || start[0] == '\xFF' || start[0] == 0 || start[1] == 0);
   }
   static constexpr size_t kBlock = size_t{64} << 10;
 
@@ -128,9 +123,7 @@ class ByteStream final : public ISequentialStream {
   size_t given_ = 0;
   std::int64_t line_ = 1;
   bool line_ended_ = false;
-  bool started_ = false;
   bool ended_ = false;
-  bool is_utf16_ = false;
   bool is_invalid_ = false;
   bool failed_ = false;
 };
