@@ -30,8 +30,7 @@ std::vector<ImportedRoad> ReadCsv(const std::string& bytes) {
   std::string problem;
   return ReadWktCsv(bytes, &problem);
 }
-std::vector<ImportedRoad> ReadXmlText(const std::string& bytes) {
-  std::vector<ImportedRoad> roads;
+std::optional<XmlProblem> ReadXmlText(const std::string& bytes, std::vector<ImportedRoad>* roads) {
   const auto open = [&]() -> ByteSource {
     // In small pieces.
     return [&bytes, at = size_t{0}](std::span<char> buffer) mutable {
@@ -40,7 +39,11 @@ std::vector<ImportedRoad> ReadXmlText(const std::string& bytes) {
       return static_cast<std::int64_t>(count);
     };
   };
-  const auto problem = ReadLandXml(open, {}, &roads);
+  return ReadLandXml(open, {}, roads);
+}
+std::vector<ImportedRoad> ReadXmlText(const std::string& bytes) {
+  std::vector<ImportedRoad> roads;
+  const auto problem = ReadXmlText(bytes, &roads);
   EXPECT_FALSE(problem) << problem->line << ": " << problem->text;
   return roads;
 }
@@ -105,6 +108,21 @@ void ExpectStations(const Road& wanted, const Road& got) {
     while (at < got.plan.size() && Distance(InPlane(got.plan[at]), InPlane(point)) > kExact) ++at;
     ASSERT_LT(at, got.plan.size());
     EXPECT_NEAR(got.plan[at].sek, point.sek, kExact);
+  }
+}
+
+TEST(Exchange, XmlThatIsCutAnywhereIsRefusedInItsLastLine) {
+  const std::string text =
+      "<?xml version=\"1.0\"?>\n<LandXML>\n<!-- \xC3\xA4 --><Units><Metric linearUnit='meter'/></Units>\n"
+      "<Alignments>\n<Alignment name=\"a &lt; &#x20AC;\">\n<CoordGeom>\n<Line><Start>0 0</Start>"
+      "<End><![CDATA[0\n100]]> </End></Line>\n</CoordGeom>\n</Alignment>\n<?note?></Alignments>\n</LandXML>";
+  EXPECT_EQ(ReadXmlText(text).size(), 1u);
+  for (size_t size = 0; size < text.size(); ++size) {
+    std::vector<ImportedRoad> roads;
+    const std::string cut = text.substr(0, size);
+    const auto problem = ReadXmlText(cut, &roads);
+    ASSERT_TRUE(problem) << cut;
+    EXPECT_EQ(problem->line, 1 + std::count(cut.begin(), cut.end(), '\n')) << cut << problem->text;
   }
 }
 

@@ -1,6 +1,7 @@
 #include "velmora/platform/xml_reader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "velmora/text/codepage.h"
 
@@ -29,12 +30,42 @@ bool IsOneByte(std::string_view name) {
   return false;
 }
 
+// Of a file that starts so; kUtf8 also where a reader is to judge a declared encoding.
+TextEncoding EncodingOf(std::string_view start) {
+  using namespace std::string_view_literals;
+  if (start.starts_with("\xFF\xFE") || start.starts_with("<\0"sv)) return TextEncoding::kUtf16Le;
+  if (start.starts_with("\xFE\xFF") || start.starts_with("\0<"sv)) return TextEncoding::kUtf16Be;
+  return IsOneByte(DeclaredEncoding(start)) ? TextEncoding::kWindows1252 : TextEncoding::kUtf8;
+}
+
 }  // namespace
 
 std::optional<std::string_view> FindAttribute(XmlAttributes attributes, std::string_view name) {
   for (const XmlAttribute& attribute : attributes)
     if (attribute.name == name) return attribute.value;
   return std::nullopt;
+}
+
+std::string_view XmlLocalName(std::string_view name) { return name.substr(name.find(':') + 1); }
+
+void XmlBytes::Decode(std::string_view bytes, std::string* utf8) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (encoding_ == TextEncoding::kWindows1252) {
+      AppendUtf8(static_cast<char32_t>(DecodeWindows1252(byte)), utf8);
+    } else if (!std::exchange(half_, !half_)) {
+      first_byte_ = byte;
+    } else {
+      const bool little = encoding_ == TextEncoding::kUtf16Le;
+      const char32_t unit = static_cast<char32_t>(little ? first_byte_ | byte << 8 : first_byte_ << 8 | byte);
+      const bool pairs = surrogate_ != 0 && unit >= 0xDC00 && unit < 0xE000;
+      // One that is alone makes UTF-8 that no reader accepts.
+      if (surrogate_ != 0 && !pairs) AppendUtf8(surrogate_, utf8);
+      const char32_t character = pairs ? 0x10000 + ((surrogate_ - 0xD800) << 10) + (unit - 0xDC00) : unit;
+      surrogate_ = unit >= 0xD800 && unit < 0xDC00 ? unit : 0;
+      if (surrogate_ == 0) AppendUtf8(character, utf8);
+    }
+  }
 }
 
 // False at the end and on an error.
@@ -46,35 +77,21 @@ bool XmlBytes::Fill() {
   failed_ = count < 0;
   block_.resize(static_cast<size_t>(std::max<std::int64_t>(count, 0)));
   if (block_.empty()) return false;
-  if (!started_) {
-    const std::string_view name = DeclaredEncoding(block_);
-    converts_ = IsOneByte(name);
-    // In its place and as long: UTF-8" and blanks.
-    constexpr std::string_view kUtf8 = "UTF-8";
-    const size_t at = static_cast<size_t>(name.data() - block_.data());
-    const size_t length = name.size();
-    if (converts_) {
-      const char quote = block_[at + length];
-      block_.replace(at, length + 1, std::string(kUtf8) + quote + std::string(length - kUtf8.size(), ' '));
-    }
-  }
-  started_ = true;
-  if (!converts_) return true;
-  std::string utf8;
-  utf8.reserve(block_.size() + block_.size() / 8);
-  for (const char byte : block_) {
-    if (static_cast<signed char>(byte) >= 0)
-      utf8 += byte;
-    else
-      AppendUtf8(static_cast<char32_t>(DecodeWindows1252(static_cast<unsigned char>(byte))), &utf8);
-  }
-  block_ = std::move(utf8);
+  const bool first = !std::exchange(started_, true);
+  if (first) encoding_ = EncodingOf(block_);
+  if (encoding_ == TextEncoding::kUtf8) return true;
+  const std::string bytes = std::move(block_);
+  block_.clear();
+  Decode(bytes, &block_);
+  if (first && block_.starts_with("\xEF\xBB\xBF")) block_.erase(0, 3);
+  const std::string_view name = first ? DeclaredEncoding(block_) : std::string_view();
+  if (!name.empty()) block_.replace(static_cast<size_t>(name.data() - block_.data()), name.size(), "UTF-8");
   return true;
 }
 
 std::int64_t XmlBytes::Read(std::span<char> buffer) {
-  if (given_ == block_.size()) {
-    if (started_ && !converts_) return source_(buffer);
+  while (given_ == block_.size()) {
+    if (started_ && encoding_ == TextEncoding::kUtf8) return source_(buffer);
     if (!Fill()) return failed_ ? -1 : 0;
   }
   const size_t count = std::min(buffer.size(), block_.size() - given_);

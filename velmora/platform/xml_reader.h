@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "velmora/text/codepage.h"
+
 namespace velmora {
 
 // Fills the buffer from the file and returns the number of bytes: 0 at the end, -1 on an error, as
@@ -48,8 +50,8 @@ struct XmlProblem {
 // Nothing when the whole file was read.
 std::optional<XmlProblem> ReadXml(const ByteSource& source, XmlHandler* handler);
 
-// A source that gives the bytes of another as UTF-8 where an XML declaration says an encoding of one byte
-// a character; the declaration then says UTF-8. For the implementations.
+// A source that gives the bytes of another as UTF-8 where they are UTF-16 or an XML declaration says an
+// encoding of one byte a character; the declaration then says UTF-8. For the implementations.
 class XmlBytes {
  public:
   explicit XmlBytes(const ByteSource& source) : source_(source) {}
@@ -58,17 +60,25 @@ class XmlBytes {
 
  private:
   bool Fill();
+  void Decode(std::string_view bytes, std::string* utf8);
 
   const ByteSource& source_;
   std::string block_;  // read, not given out
   size_t given_ = 0;
   bool started_ = false;
-  bool converts_ = false;
   bool failed_ = false;
+  TextEncoding encoding_ = TextEncoding::kUtf8;
+  bool half_ = false;  // of a character of UTF-16, which is first_byte_
+  int first_byte_ = 0;
+  char32_t surrogate_ = 0;  // the first of a pair
 };
-// What both say of a file with a document type definition, and of one with deeper elements.
+// The name without its prefix.
+std::string_view XmlLocalName(std::string_view name);
+
+// What both say of a file with a document type definition, of one with deeper elements, and of a cut one.
 inline constexpr char kXmlHasDtd[] = "has a document type definition (<!DOCTYPE), which is not read";
 inline constexpr char kXmlTooDeep[] = "has more than 200 elements inside one another";
+inline constexpr char kXmlCut[] = "is not well-formed XML: it ends too early (cut or empty)";
 
 }  // namespace velmora
 

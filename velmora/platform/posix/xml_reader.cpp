@@ -10,11 +10,6 @@
 namespace velmora {
 namespace {
 
-std::string_view LocalName(const char* name) {
-  const std::string_view whole(name);
-  return whole.substr(whole.find(':') + 1);
-}
-
 class Reader {
  public:
   Reader(XmlBytes* bytes, XmlHandler* handler) : bytes_(bytes), handler_(handler) {}
@@ -52,8 +47,11 @@ class Reader {
 
   XmlProblem Problem() const {
     if (problem_ != nullptr) return {Line(), problem_};
-    return {Line(),
-            std::string("is not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser_.get()))};
+    const XML_Error error = XML_GetErrorCode(parser_.get());
+    for (const XML_Error cut : {XML_ERROR_NO_ELEMENTS, XML_ERROR_UNCLOSED_TOKEN,
+                                XML_ERROR_UNCLOSED_CDATA_SECTION, XML_ERROR_PARTIAL_CHAR})
+      if (error == cut) return {Line(), kXmlCut};
+    return {Line(), std::string("is not well-formed XML: ") + XML_ErrorString(error)};
   }
 
   void Stop(const char* problem) {
@@ -88,8 +86,8 @@ class Reader {
       if (++self->depth_ > kDeepestXml) self->Stop(kXmlTooDeep);
       self->attributes_.clear();
       for (; *attributes != nullptr; attributes += 2)
-        self->attributes_.push_back({LocalName(attributes[0]), attributes[1]});
-      if (self->handler_->Start(LocalName(name), self->attributes_, self->Line())) return;
+        self->attributes_.push_back({XmlLocalName(attributes[0]), attributes[1]});
+      if (self->handler_->Start(XmlLocalName(name), self->attributes_, self->Line())) return;
       self->skipped_ = 1;
       self->SetHandlers(true);
     });
@@ -97,7 +95,7 @@ class Reader {
   static void XMLCALL OnEnd(void* data, const char* name) {
     auto* const self = static_cast<Reader*>(data);
     --self->depth_;
-    self->Guard([&] { self->handler_->End(LocalName(name)); });
+    self->Guard([&] { self->handler_->End(XmlLocalName(name)); });
   }
   static void XMLCALL OnText(void* data, const char* text, int length) {
     auto* const self = static_cast<Reader*>(data);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "velmora/platform/types.h"
@@ -35,7 +36,35 @@ struct XmlLite {
   }
 };
 
-// The bytes as a stream; lives as long as its owner.
+// UTF-8 of the characters that XML has, byte by byte.
+class Utf8Check {
+ public:
+  // False for a byte that cannot follow those before it.
+  bool Take(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (more_ > 0) {
+      const bool good = byte >= low_ && byte <= high_;
+      low_ = 0x80;
+      high_ = 0xBF;
+      --more_;
+      return good;
+    }
+    if (byte < 0x80) return byte >= ' ' || byte == '\t' || byte == '\n' || byte == '\r';
+    more_ = byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : 1;
+    low_ = byte == 0xE0 ? 0xA0 : byte == 0xF0 ? 0x90 : 0x80;
+    high_ = byte == 0xED ? 0x9F : byte == 0xF4 ? 0x8F : 0xBF;
+    return byte >= 0xC2 && byte <= 0xF4;
+  }
+
+ private:
+  int more_ = 0;              // bytes to come of the character
+  unsigned char low_ = 0x80;  // the range of the next one
+  unsigned char high_ = 0xBF;
+};
+
+// The bytes as a stream; lives as long as its owner. What is not UTF-16 is given out a line at a time, so
+// that Line() is the line that the reader has come to, and ends at a byte that XML in UTF-8 cannot have. A
+// blank follows: Wine's reader stops the program where nothing does after an XML declaration.
 class ByteStream final : public ISequentialStream {
  public:
   explicit ByteStream(XmlBytes* bytes) : bytes_(bytes) {}
@@ -49,21 +78,53 @@ class ByteStream final : public ISequentialStream {
   ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* count) override {
-    ULONG done = 0;
-    while (done < size) {
-      const std::int64_t read = bytes_->Read({static_cast<char*>(buffer) + done, size - done});
-      failed_ = failed_ || read < 0;
-      if (read <= 0) break;
-      done += static_cast<ULONG>(read);
-    }
-    if (count != nullptr) *count = done;
-    return failed_ ? E_FAIL : done < size ? S_FALSE : S_OK;
+    if (given_ == block_.size() && !ended_) Fill();
+    const std::string_view rest = std::string_view(block_).substr(given_);
+    if (!rest.empty()) line_ += std::exchange(line_ended_, false) ? 1 : 0;
+    const size_t line_end = rest.find('\n');
+    const size_t length =
+        std::min({rest.size(), size_t{size}, line_end == rest.npos ? line_end : line_end + 1});
+    std::copy_n(rest.data(), length, static_cast<char*>(buffer));
+    given_ += length;
+    line_ended_ = line_end < length;
+    if (count != nullptr) *count = static_cast<ULONG>(length);
+    return failed_ ? E_FAIL : length == 0 && size > 0 ? S_FALSE : S_OK;
   }
   HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return E_NOTIMPL; }
   bool Failed() const { return failed_; }
+  std::int64_t Line() const { return line_; }
+  // Everything was given out, and it ends before a byte that is not valid.
+  bool IsInvalid() const { return is_invalid_ && given_ == block_.size(); }
 
  private:
+  void Fill() {
+    block_.resize(kBlock);
+    given_ = 0;
+    size_t size = 0;
+    while (size < kBlock && !ended_) {
+      const std::int64_t count = bytes_->Read(std::span(block_).subspan(size));
+      failed_ = count < 0;
+      ended_ = count <= 0;
+      size += static_cast<size_t>(std::max<std::int64_t>(count, 0));
+    }
+    block_.resize(size);
+    if (failed_) return;
+    const auto invalid = std::find_if(block_.begin(), block_.end(), [&](char c) { return !check_.Take(c); });
+    is_invalid_ = invalid != block_.end();
+    block_.erase(invalid, block_.end());
+    ended_ = ended_ || is_invalid_;
+    if (ended_) block_ += ' ';
+  }
+  static constexpr size_t kBlock = size_t{64} << 10;
+
   XmlBytes* bytes_;
+  Utf8Check check_;
+  std::string block_;  // read, not given out
+  size_t given_ = 0;
+  std::int64_t line_ = 1;
+  bool line_ended_ = false;
+  bool ended_ = false;
+  bool is_invalid_ = false;
   bool failed_ = false;
 };
 
@@ -95,11 +156,15 @@ class Reader {
     XmlNodeType type = XmlNodeType_None;
     HRESULT result;
     while ((result = reader_->Read(&type)) == S_OK) {
+      if (!Advanced(type)) break;
       if (type == XmlNodeType_DocumentType) return XmlProblem{Line(), kXmlHasDtd};
       if (type == XmlNodeType_Element) {
+        has_root_ = true;
         const bool empty = reader_->IsEmptyElement() != 0;
         if (++depth_ > kDeepestXml) return XmlProblem{Line(), kXmlTooDeep};
-        if (unwanted_ == 0 && !Start()) unwanted_ = depth_;
+        const std::int64_t line = Line();
+        if (!ReadAttributes()) return XmlProblem{line, "is not well-formed XML: duplicate attribute"};
+        if (unwanted_ == 0 && !Start(line)) unwanted_ = depth_;
         if (empty) End();
       } else if (type == XmlNodeType_EndElement) {
         End();
@@ -108,11 +173,8 @@ class Reader {
         PassText();
       }
     }
-    if (result == S_FALSE) return std::nullopt;
-    if (stream_->Failed()) return XmlProblem{Line(), "cannot be read on"};
-    if (result == static_cast<HRESULT>(WC_E_DTDPROHIBITED)) return XmlProblem{Line(), kXmlHasDtd};
-    if (result == static_cast<HRESULT>(SC_E_MAXELEMENTDEPTH)) return XmlProblem{Line(), kXmlTooDeep};
-    return XmlProblem{Line(), "is not well-formed XML"};
+    if (result == S_FALSE && has_root_ && depth_ == 0 && !stream_->IsInvalid()) return std::nullopt;
+    return XmlProblem{ProblemLine(), Problem(result)};
   }
 
  private:
@@ -122,21 +184,66 @@ class Reader {
     return line;
   }
 
-  bool Start() {
-    const std::int64_t line = Line();
+  using Position = std::pair<UINT, UINT>;  // line and column
+  Position At() const {
+    Position at;
+    reader_->GetLineNumber(&at.first);
+    reader_->GetLinePosition(&at.second);
+    return at;
+  }
+
+  // False when the reader gives the same node again, as Wine's does for ever where a file is cut.
+  bool Advanced(XmlNodeType type) {
+    const Position at = At();
+    furthest_ = std::max(furthest_, at);
+    return std::exchange(node_, {type, at}) != node_;
+  }
+
+  // Where the reader failed; Wine's then still stands at the element before or around.
+  std::int64_t ProblemLine() const {
+    const Position at = At();
+    return at > furthest_ ? at.first : stream_->Line();
+  }
+
+  const char* Problem(HRESULT result) const {
+    if (stream_->Failed()) return "cannot be read on";
+    if (stream_->IsInvalid()) return "is not well-formed XML: a byte that UTF-8 or XML does not have";
+    if (result == S_OK || result == S_FALSE || result == static_cast<HRESULT>(MX_E_INPUTEND)) return kXmlCut;
+    if (result == static_cast<HRESULT>(WC_E_DTDPROHIBITED)) return kXmlHasDtd;
+    if (result == static_cast<HRESULT>(SC_E_MAXELEMENTDEPTH)) return kXmlTooDeep;
+    return "is not well-formed XML";
+  }
+
+  // False when an attribute is given twice, which not every version of the reader refuses.
+  bool ReadAttributes() {
+    texts_.clear();
+    attributes_.clear();
+    UINT count = 0;
+    reader_->GetAttributeCount(&count);
+    if (unwanted_ != 0 && count < 2) return true;
     const wchar_t* text = nullptr;
     UINT length = 0;
-    if (FAILED(reader_->GetLocalName(&text, &length))) return false;
-    names_.push_back(Utf8(text, length));
-    texts_.clear();
     for (HRESULT at = reader_->MoveToFirstAttribute(); at == S_OK; at = reader_->MoveToNextAttribute()) {
-      if (FAILED(reader_->GetLocalName(&text, &length))) break;
+      if (FAILED(reader_->GetQualifiedName(&text, &length))) break;
       texts_.push_back(Utf8(text, length));
       if (FAILED(reader_->GetValue(&text, &length))) length = 0;
       texts_.push_back(Utf8(text, length));
     }
-    attributes_.clear();
-    for (size_t i = 0; i + 1 < texts_.size(); i += 2) attributes_.push_back({texts_[i], texts_[i + 1]});
+    reader_->MoveToElement();
+    std::vector<std::string_view> names;
+    for (size_t i = 0; i + 1 < texts_.size(); i += 2) {
+      names.push_back(texts_[i]);
+      attributes_.push_back({XmlLocalName(texts_[i]), texts_[i + 1]});
+    }
+    std::sort(names.begin(), names.end());
+    return std::adjacent_find(names.begin(), names.end()) == names.end();
+  }
+
+  bool Start(std::int64_t line) {
+    const wchar_t* text = nullptr;
+    UINT length = 0;
+    if (FAILED(reader_->GetLocalName(&text, &length))) return false;
+    names_.push_back(Utf8(text, length));
     return handler_->Start(names_.back(), attributes_, line);
   }
 
@@ -161,6 +268,9 @@ class Reader {
   std::vector<std::string> names_;  // of the elements that are open and were passed on
   std::vector<std::string> texts_;
   std::vector<XmlAttribute> attributes_;
+  std::pair<XmlNodeType, Position> node_;  // the one read last
+  Position furthest_;
+  bool has_root_ = false;
   int depth_ = 0;
   int unwanted_ = 0;  // depth of an element whose content is not wanted
 };
