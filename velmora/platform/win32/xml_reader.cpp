@@ -62,9 +62,9 @@ class Utf8Check {
   unsigned char high_ = 0xBF;
 };
 
-// The bytes as a stream; lives as long as its owner. What is not UTF-16 is given out a line at a time, so
-// that Line() is the line that the reader has come to, and ends at a byte that XML in UTF-8 cannot have. A
-// blank follows: Wine's reader stops the program where nothing does after an XML declaration.
+// The bytes as a stream; lives as long as its owner. They are given out a line at a time, so that Line() is
+// the line that the reader has come to, and end before one that XML in UTF-8 cannot have. A blank is added:
+// Wine's reader ends the program where nothing follows an XML declaration.
 class ByteStream final : public ISequentialStream {
  public:
   explicit ByteStream(XmlBytes* bytes) : bytes_(bytes) {}
@@ -108,7 +108,7 @@ class ByteStream final : public ISequentialStream {
       size += static_cast<size_t>(std::max<std::int64_t>(count, 0));
     }
     block_.resize(size);
-    if (failed_) return;
+    if (failed_) return block_.clear();
     const auto invalid = std::find_if(block_.begin(), block_.end(), [&](char c) { return !check_.Take(c); });
     is_invalid_ = invalid != block_.end();
     block_.erase(invalid, block_.end());
@@ -173,7 +173,8 @@ class Reader {
         PassText();
       }
     }
-    if (result == S_FALSE && has_root_ && depth_ == 0 && !stream_->IsInvalid()) return std::nullopt;
+    const bool whole = !stream_->Failed() && !stream_->IsInvalid();
+    if (result == S_FALSE && has_root_ && depth_ == 0 && whole) return std::nullopt;
     return XmlProblem{ProblemLine(), Problem(result)};
   }
 
@@ -192,7 +193,7 @@ class Reader {
     return at;
   }
 
-  // False when the reader gives the same node again, as Wine's does for ever where a file is cut.
+  // False when the reader gives the same node again, as Wine's does without end where a file is cut.
   bool Advanced(XmlNodeType type) {
     const Position at = At();
     furthest_ = std::max(furthest_, at);
