@@ -9,25 +9,25 @@
 static int failures = 0;
 static velmora_error error;
 
-#define CHECK(condition)                                                                       \
-  do {                                                                                         \
-    if (!(condition)) {                                                                        \
-      ++failures;                                                                              \
-      printf("%s:%d: %s (%d %s:%lld %s)\n", __FILE__, __LINE__, #condition, (int)error.status, \
-             error.file, (long long)error.line, error.text);                                   \
-    }                                                                                          \
+#define CHECK(condition)                                                                                   \
+  do {                                                                                                     \
+    if (!(condition)) {                                                                                    \
+      ++failures;                                                                                          \
+      printf("%s:%d: %s (%d %s:%lld %s)\n", __FILE__, __LINE__, #condition, (int)error.status, error.file, \
+             (long long)error.line, error.text);                                                           \
+    }                                                                                                      \
   } while (0)
 
-static const char *In(const char *folder, const char *name) {
+static const char* In(const char* folder, const char* name) {
   static char paths[4][1024];
   static int next = 0;
-  char *path = paths[next++ % 4];
+  char* path = paths[next++ % 4];
   snprintf(path, sizeof paths[0], "%s/%s", folder, name);
   return path;
 }
 
-static void Write(const char *path, const char *text) {
-  FILE *file = fopen(path, "wb");
+static void Write(const char* path, const char* text) {
+  FILE* file = fopen(path, "wb");
   if (file == NULL || fwrite(text, 1, strlen(text), file) != strlen(text) || fclose(file) != 0) {
     printf("cannot write %s\n", path);
     exit(1);
@@ -36,7 +36,7 @@ static void Write(const char *path, const char *text) {
 
 /* Locate and place are each other's inverse, to the same bits in one thread, in several, and in columns of a
  * table. */
-static void CheckPlaces(const velmora_road *road) {
+static void CheckPlaces(const velmora_road* road) {
   enum { kPoints = 20000 };
   typedef struct {
     char id[3];
@@ -76,19 +76,19 @@ static void CheckPlaces(const velmora_road *road) {
   CHECK(velmora_locate(road, 0, NULL, 0, NULL, 0, NULL, 0, NULL, 0, NULL, 0, 0, 0, &error) == VELMORA_OK);
 }
 
-static void CheckFormats(const velmora_road *road, const char *folder) {
+static void CheckFormats(const velmora_road* road, const char* folder) {
   velmora_plan_point before[64], after[64];
   const size_t points = velmora_road_plan(road, before, 64);
-  const char *const endings[] = {"vl", "xml", "csv", "dxf"};
+  const char* const endings[] = {"vl", "xml", "csv", "dxf"};
   for (size_t i = 0; i < sizeof endings / sizeof endings[0]; ++i) {
     char name[16];
     snprintf(name, sizeof name, "out.%s", endings[i]);
-    const char *path = In(folder, name);
+    const char* path = In(folder, name);
     if (velmora_road_write(road, path, NULL, 0, &error) == VELMORA_WOULD_LOSE) {
       CHECK(strcmp(endings[i], "dxf") == 0 && velmora_road_profile(road, NULL, 0) > 0);
       CHECK(velmora_road_write(road, path, NULL, VELMORA_FORCE, &error) == VELMORA_OK);
     }
-    velmora_road *read;
+    velmora_road* read;
     CHECK(velmora_road_read(path, NULL, &read, &error) == VELMORA_OK);
     CHECK(velmora_road_plan(read, after, 64) == points);
     for (size_t j = 0; j < points; ++j)
@@ -99,22 +99,22 @@ static void CheckFormats(const velmora_road *road, const char *folder) {
   }
   CHECK(velmora_road_write(road, In(folder, "out.shp"), NULL, 0, &error) == VELMORA_NOT_SUPPORTED);
   CHECK(velmora_road_write(road, In(folder, "none/out.vl"), NULL, 0, &error) == VELMORA_NOT_WRITTEN);
-  velmora_road *none;
+  velmora_road* none;
   CHECK(velmora_road_read(In(folder, "none.xml"), NULL, &none, &error) == VELMORA_NOT_OPENED && none == NULL);
   CHECK(strstr(error.file, "none.xml") != NULL && strstr(error.text, "no such file") != NULL);
   Write(In(folder, "bad.xml"), "<LandXML>\n<Alignments>\n</LandXML>");
   CHECK(velmora_road_read(In(folder, "bad.xml"), NULL, &none, &error) == VELMORA_NOT_READ && error.line == 3);
 }
 
-static void CheckRoads(const char *examples, const char *folder) {
-  velmora_road *road;
+static void CheckRoads(const char* examples, const char* folder) {
+  velmora_road* road;
   CHECK(velmora_road_read(In(examples, "road.vl"), NULL, &road, &error) == VELMORA_OK);
   CHECK(strcmp(velmora_road_name(road), "V\xC3\xA4g 943 Norrsj\xC3\xB6") == 0);
   CheckPlaces(road);
   CheckFormats(road, folder);
   char *svg, *bytes;
   size_t size;
-  velmora_road *again;
+  velmora_road* again;
   CHECK(velmora_road_text(road, &bytes, &size, 0, &error) == VELMORA_OK);
   CHECK(velmora_road_parse(bytes, size, &again, &error) == VELMORA_OK);
   CHECK(velmora_road_plan(again, NULL, 0) == velmora_road_plan(road, NULL, 0));
@@ -147,10 +147,10 @@ static void CheckRoads(const char *examples, const char *folder) {
   velmora_road_close(NULL);
 }
 
-static void CheckSettings(const char *folder) {
-  velmora_settings *settings;
+static void CheckSettings(const char* folder) {
+  velmora_settings* settings;
   velmora_setting setting;
-  const char *path = In(folder, "TUNDRIL.PAR");
+  const char* path = In(folder, "TUNDRIL.PAR");
   remove(path);
   CHECK(velmora_settings_read(path, 0, &settings, &error) == VELMORA_NOT_OPENED);
   CHECK(velmora_settings_read(path, 1, &settings, &error) == VELMORA_OK);
@@ -169,10 +169,10 @@ static void CheckSettings(const char *folder) {
   CHECK(velmora_setting_write(path, "LSKALA", "250", VELMORA_FORCE, &error) == VELMORA_OK);
 }
 
-static void CheckCodes(const char *folder) {
-  velmora_codes *codes;
+static void CheckCodes(const char* folder) {
+  velmora_codes* codes;
   velmora_code code;
-  const char *path = In(folder, "LINKOD.PAR");
+  const char* path = In(folder, "LINKOD.PAR");
   Write(path, "AB word 7 8                                      first\r\n");
   CHECK(velmora_codes_read(path, &codes, &error) == VELMORA_OK);
   CHECK(velmora_codes_at(codes, 0, &code) == 1 && strcmp(code.code, "AB") == 0);
@@ -188,18 +188,19 @@ static void CheckCodes(const char *folder) {
   CHECK(velmora_codes_write(path, &bad, 1, 0, &error) == VELMORA_BAD_ARGUMENT);
 }
 
-static void CheckPoints(const char *examples, const char *folder) {
-  velmora_points *points;
+static void CheckPoints(const char* examples, const char* folder) {
+  velmora_points* points;
   const double *northing, *easting, *level;
-  const int64_t *line;
-  const char *title = "";
+  const int64_t* line;
+  const char* title = "";
   velmora_finding finding;
   CHECK(velmora_points_read(In(examples, "borings.csv"), NULL, &points, &error) == VELMORA_OK);
   CHECK(velmora_points_arrays(points, &northing, &easting, &level, &line) == 22);
   CHECK(strcmp(velmora_points_id(points, 1), "24V002") == 0 && northing[1] == 6652245.816);
-  CHECK(velmora_points_finding(points, 0, &finding) == 1 && (finding.flags & VELMORA_MISREAD) && finding.line > 0);
+  CHECK(velmora_points_finding(points, 0, &finding) == 1 && (finding.flags & VELMORA_MISREAD) &&
+        finding.line > 0);
   velmora_points_close(points);
-  const char *path = In(folder, "list.csv");
+  const char* path = In(folder, "list.csv");
   Write(path, "Nr;Y;X;Djup\nA;2,5;1,5;7\nA;4;3;\n");
   velmora_list_options options = VELMORA_LIST_OPTIONS_INIT;
   options.id = "Nr";
@@ -215,14 +216,14 @@ static void CheckPoints(const char *examples, const char *folder) {
   CHECK(velmora_points_read(In(folder, "none.csv"), NULL, &points, &error) == VELMORA_NOT_OPENED);
 }
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
   if (argc != 3) return 2;
   CHECK(strcmp(velmora_version_text(), "") != 0 && velmora_version() > 0);
   CheckRoads(argv[1], argv[2]);
   CheckPoints(argv[1], argv[2]);
   CheckSettings(argv[2]);
   CheckCodes(argv[2]);
-  velmora_project *project;
+  velmora_project* project;
   velmora_project_path path;
   CHECK(velmora_project_open(argv[2], &project, &error) == VELMORA_OK);
   CHECK(velmora_project_path_at(project, 0, &path) > 10 && strcmp(path.name, "m_ProjKat") == 0);

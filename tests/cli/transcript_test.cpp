@@ -5,16 +5,15 @@
 //
 //   # text           comment
 //   <<< NAME [FORM]  the lines of an input file, up to a line "<<<"
-//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard input
-//   % LINE           a line for the shell, not on Windows
-//   [linux] $ WORDS  a command for one system
+//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard
+//   input % LINE           a line for the shell, not on Windows [linux] $ WORDS  a command for one system
 //
 // After a command: standard output, standard error with "! " before each line, and "= N" for a status other
 // than 0. Escapes: U+2400 to U+2421 for control characters and for a trailing blank, \xNN for a byte that is
 // not UTF-8, U+2404 at the end for a missing last line end, U+2424 for an empty last line, "\" before a line
-// that begins like one of the marks above. /home/me/the-test-folder stands for the folder, YYYY-MM-DD for today and HH.MM
-// after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR LF, shown as
-// UTF-8 with LF; utf16: with its byte-order mark.
+// that begins like one of the marks above. /home/me/the-test-folder stands for the folder, YYYY-MM-DD for
+// today and HH.MM after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR
+// LF, shown as UTF-8 with LF; utf16: with its byte-order mark.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -85,8 +84,9 @@ std::string Today() {
 // Output as a transcript has it, in complete lines.
 std::string Escaped(std::string bytes) {
   for (const std::string& here : HereSpelled()) bytes = Replaced(bytes, here, kFolder);
-  bytes = std::regex_replace(bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}(\\.[0-9]{2}|:[0-9]{2}:[0-9]{2})"),
-                             "YYYY-MM-DD$1HH.MM");
+  bytes = std::regex_replace(
+      bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}(\\.[0-9]{2}|:[0-9]{2}:[0-9]{2})"),
+      "YYYY-MM-DD$1HH.MM");
   bytes = Replaced(bytes, Today(), "YYYY-MM-DD");
   std::string shown;
   for (std::string_view rest = bytes; !rest.empty();) {

@@ -11,9 +11,9 @@ def null(number):
 
 class Road:
     def __init__(self, library, content):
-        self.library = ctypes.CDLL(library)
+        self.velmora = ctypes.CDLL(library)
         self.road = ctypes.c_void_p()
-        assert self.library.velmora_road_parse(content, ctypes.c_size_t(len(content)), ctypes.byref(self.road), None) == 0
+        assert self.velmora.velmora_road_parse(content, ctypes.c_size_t(len(content)), ctypes.byref(self.road), None) == 0
 
     def _answer(self, first, second, *results):
         count = len(first)
@@ -30,17 +30,17 @@ class Road:
         """Rows of station, offset, level and status."""
         real = ctypes.c_double
         arguments, (station, offset, place) = self._answer(northing, easting, real, real, ctypes.c_int32)
-        assert self.library.velmora_locate(*arguments, ctypes.c_uint32(0), 1, None) == 0
+        assert self.velmora.velmora_locate(*arguments, ctypes.c_uint32(0), 1, None) == 0
         level = self.level(station)
         return [(null(s), null(o), z, STATUS[p]) for s, o, z, p in zip(station, offset, level, place)]
 
     def place(self, station, offset):
         real = ctypes.c_double
         arguments, (northing, easting, _) = self._answer(station, offset, real, real, ctypes.c_int32)
-        assert self.library.velmora_place(*arguments, 1, None) == 0
+        assert self.velmora.velmora_place(*arguments, 1, None) == 0
         return [(null(n), null(e)) for n, e in zip(northing, easting)]
 
     def level(self, station):
         arguments, (level,) = self._answer(station, None, ctypes.c_double)
-        assert self.library.velmora_level(*arguments, 1, None) == 0
+        assert self.velmora.velmora_level(*arguments, 1, None) == 0
         return [null(z) for z in level]

@@ -287,7 +287,7 @@ VELMORA_API size_t velmora_settings_finding(const velmora_settings* settings, si
                                             velmora_finding* finding);
 /* Writes one value to the file, which is made if it is missing; an empty value removes the key. A handle read
  * before does not change. VELMORA_BAD_ARGUMENT for what would not be read back, and, without VELMORA_FORCE,
- * for what is no number where programs need one; VELMORA_WOULD_LOSE, without it, when something else of the
+ * for what is not a number where programs need one; VELMORA_WOULD_LOSE, without it, when something else of the
  * file is lost. */
 VELMORA_API velmora_status velmora_setting_write(const char* path, const char* key, const char* value,
                                                  uint32_t flags, velmora_error* error);
