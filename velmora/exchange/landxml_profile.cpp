@@ -152,7 +152,8 @@ class ProfileMaker {
 
   // Programs write the length of the arc or that of its projection.
   void CheckLength(const LandLevel& level, double arc, double horizontal) {
-    constexpr double kNoticed = 0.001;  // m
+    // Points of intersection with four decimals move it by some millimetres.
+    constexpr double kNoticed = 0.005;  // m
     const double given = level.length * metres_;
     if (!(std::min(std::fabs(given - arc), std::fabs(given - horizontal)) > kNoticed)) return;
     Note(level.line,
