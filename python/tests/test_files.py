@@ -46,6 +46,17 @@ class Files(unittest.TestCase):
         found = velmora.Road.parse(b"0 0 0 0 1 $bytes\r\nnot a point\r\n0 100 0 100\r\n").findings
         self.assertEqual([(f.line, f.lost) for f in found], [(2, True)])
 
+    def test_values(self) -> None:
+        settings = velmora.Project(self.folder).settings["TUNDRIL.PAR"]
+        settings["FONT"] = "TEXT"
+        self.assertRaises(TypeError, settings.write, "SHOWDZ", True)
+        self.assertRaises(TypeError, settings.write, "FONT", None)
+        settings.clear()
+        self.assertFalse(settings.entry("FONT").stored)
+        for wrong in ([True, None], np.array([True, None], object), [[1], [1, 2]], 10**400):
+            self.assertRaises(TypeError, self.road.locate, wrong, 1)
+        self.assertRaises(velmora.BadArgument, self.road.write, self.folder / "x.gpkg", srs=2**32 + 3006)
+
     def test_lists(self) -> None:
         points = velmora.read_points(EXAMPLES / "borings.csv")
         self.assertEqual((len(points), points.ids[1], points.northing[1]), (22, "24V002", 6652245.816))

@@ -12,11 +12,14 @@ Numbers = npt.ArrayLike
 
 def doubles(values: Any, what: str) -> Doubles:
     """The values as float64, copied only if they are of another type. Masked and missing ones are NaN."""
-    array = np.asarray(values)
+    try:
+        array = np.asarray(values)
+    except ValueError as error:
+        raise TypeError(f"{what} is not numbers: {error}") from None
     if array.dtype.kind not in "fiuO":
         raise TypeError(f"{what} is not numbers but {array.dtype}")
-    if array.dtype.kind == "O" and any(isinstance(value, (str, bytes)) for value in array.flat):
-        raise TypeError(f"{what} is not numbers but has texts")
+    if array.dtype.kind == "O" and any(isinstance(v, (str, bytes, bool, np.bool_)) for v in array.flat):
+        raise TypeError(f"{what} is not numbers but has texts or truth values")
     try:
         if isinstance(values, np.ma.MaskedArray):
             masked: Any = values.astype(np.float64)
@@ -24,7 +27,7 @@ def doubles(values: Any, what: str) -> Doubles:
         if array.dtype.kind == "O" and hasattr(values, "to_numpy"):  # pandas' own types
             return np.asarray(values.to_numpy(np.float64, na_value=np.nan))
         return np.asarray(array, np.float64)
-    except (TypeError, ValueError) as error:
+    except (TypeError, ValueError, OverflowError) as error:
         raise TypeError(f"{what} is not numbers: {error}") from None
 
 

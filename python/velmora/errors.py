@@ -2,6 +2,7 @@
 
 import errno
 import os
+import re
 from typing import Any, Tuple
 
 
@@ -104,6 +105,16 @@ _KINDS = (
 )
 
 
+# The command's options, which texts about lists name, as parameters.
+_PARAMETERS = (
+    (r"\bn=(?=COLUMN|NUMBER|\d)", "northing="),
+    (r"\be=(?=COLUMN|NUMBER|\d)", "easting="),
+    (r"--columns ", ""),
+    (r"--axes en", "east_first=True"),
+    (r"--(decimal|delimiter|encoding)", r"\1="),
+)
+
+
 def of_status(status: int, text: str, file: str, line: int) -> Error:
     """The exception for a status of the C interface."""
     kind = _KINDS[status] if 0 < status < len(_KINDS) else Failed
@@ -111,4 +122,7 @@ def of_status(status: int, text: str, file: str, line: int) -> Error:
         kind = Missing
     elif kind is NotOpened and not os.access(file, os.R_OK):
         kind = NoAccess
-    return kind(text.replace("VELMORA_FORCE writes", "force=True writes"), file, line)
+    text = text.replace("VELMORA_FORCE writes", "force=True writes")
+    for option, parameter in _PARAMETERS:
+        text = re.sub(option, parameter, text)
+    return kind(text, file, line)

@@ -18,6 +18,12 @@ def _of_geometry(frame: Any) -> Tuple[Doubles, Doubles]:
     geometry = frame.geometry
     if geometry.crs is not None and geometry.crs.is_geographic:
         raise ValueError("the points are in degrees; use to_crs() to the road's coordinate system")
+    if geometry.crs is not None and any(
+        axis.unit_conversion_factor != 1 for axis in geometry.crs.axis_info[:2]
+    ):
+        raise ValueError("the points are not in metres, as roads are; use to_crs()")
+    if geometry.crs is not None and geometry.crs.is_geocentric:
+        raise ValueError("the points are not in a plane; use to_crs()")
     missing = geometry.isna() | geometry.is_empty
     others = sorted(set(geometry[~missing].geom_type) - {"Point"})
     if others:

@@ -87,6 +87,12 @@ class Road:
     ) -> None:
         self.close()
 
+    def __copy__(self) -> "Road":
+        return self
+
+    def __deepcopy__(self, memo: Any) -> "Road":
+        return self
+
     def __reduce__(self) -> Tuple[Any, ...]:
         return _unpickled, (self.points, self.profile, self.name)
 
@@ -231,6 +237,8 @@ class Road:
             WouldLose: when the format has no place for the profile or for letters of the name, or reading
                 skipped lines of the road's file. NotSupported: for other endings. NotWritten, BadArgument.
         """
+        if not 0 <= srs < 1_000_000:
+            raise errors.BadArgument(f"srs is a code from 1 to 999999, or 0, not {srs}")
         options = sized(_structs.WriteOptions(0, srs, stations_every, chord_error))
         call("velmora_road_write", self._open(), path_text(path), byref(options), FORCE if force else 0)
 

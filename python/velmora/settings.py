@@ -72,6 +72,8 @@ class Settings(MutableMapping[str, str]):
 
     def write(self, key: str, value: Union[str, float], *, force: bool = False) -> None:
         """As an assignment; `force` also writes what is not a number, and what loses something else."""
+        if isinstance(value, bool) or not isinstance(value, (str, int, float)):
+            raise TypeError(f"a value is a text or a number, not {type(value).__name__}")
         written = value if isinstance(value, str) else str(value)
         arguments = (utf8(key, "the key"), utf8(written, "the value"), FORCE if force else 0)
         call("velmora_setting_write", path_text(self.path), *arguments)
@@ -87,6 +89,20 @@ class Settings(MutableMapping[str, str]):
         if not self.entry(key).stored:
             raise errors.NotFound(f'the file has no key "{key}"; its value is built in', self.path)
         self.write(key, "")
+
+    def clear(self) -> None:
+        """Removes all keys from the file; those with a default keep it."""
+        for setting in list(self._entries.values()):
+            if setting.stored:
+                self.write(setting.key, "")
+
+    def popitem(self) -> Tuple[str, str]:
+        """Removes a key from the file. Raises KeyError when it has none."""
+        for setting in list(self._entries.values()):
+            if setting.stored:
+                self.write(setting.key, "")
+                return setting.key, setting.value
+        raise KeyError("the file has no keys")
 
     def __contains__(self, key: object) -> bool:
         return isinstance(key, str) and key.upper() in self._entries

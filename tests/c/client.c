@@ -228,6 +228,15 @@ int main(int argc, char** argv) {
   CHECK(velmora_project_open(argv[2], &project, &error) == VELMORA_OK);
   CHECK(velmora_project_path_at(project, 0, &path) > 10 && strcmp(path.name, "m_ProjKat") == 0);
   velmora_project_close(project);
+  /* A file of the current folder, by its name alone. */
+  remove("JB23.PAR");
+  CHECK(velmora_setting_write("JB23.PAR", "SJUNKSKALA", "77", 0, &error) == VELMORA_OK);
+  velmora_settings* rig;
+  velmora_setting scale;
+  CHECK(velmora_settings_read("JB23.PAR", 0, &rig, &error) == VELMORA_OK);
+  CHECK(velmora_settings_find(rig, "SJUNKSKALA", &scale, &error) == VELMORA_OK &&
+        strcmp(scale.value, "77") == 0);
+  velmora_settings_close(rig);
   CHECK(velmora_project_open(In(argv[2], "none"), &project, &error) == VELMORA_NOT_OPENED);
   printf("%d failures\n", failures);
   return failures > 0;

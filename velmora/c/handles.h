@@ -2,10 +2,10 @@
 #ifndef VELMORA_C_HANDLES_H_
 #define VELMORA_C_HANDLES_H_
 
-#include <cstring>
 #include <exception>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,6 +49,8 @@ velmora_status Guarded(velmora_error* error, Call call) noexcept {
       return Report({VELMORA_OK, ""}, error);
     } catch (const Failure& failure) {
       return Report(failure, error);
+    } catch (const std::length_error&) {
+      return Report({VELMORA_NO_MEMORY, "there is not enough memory"}, error);
     } catch (const std::bad_alloc&) {
       return Report({VELMORA_NO_MEMORY, "there is not enough memory"}, error);
     } catch (const std::exception& exception) {
@@ -78,15 +80,11 @@ CString PathToRead(const char* path);
 CString PathToWrite(const char* path);
 void RequireFlags(std::uint32_t flags, std::uint32_t known);
 
-// Options of an earlier version are shorter.
 template <class Options>
 Options OptionsOf(const Options* given, const Options& usual) {
-  Options options = usual;
-  if (given == nullptr) return options;
-  Require(given->size > sizeof(size_t) && given->size <= sizeof(Options),
-          "the size in the options is not that of this version");
-  std::memcpy(&options, given, given->size);
-  return options;
+  if (given == nullptr) return usual;
+  Require(given->size == sizeof(Options), "the size in the options is not that of this version");
+  return *given;
 }
 
 // Fills in a finding; returns their number.

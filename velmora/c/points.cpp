@@ -4,8 +4,11 @@
 
 #include "velmora/c/handles.h"
 #include "velmora/lists/list_error.h"
+#include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
+#include "velmora/platform/files.h"
+#include "velmora/platform/whole_file.h"
 
 using velmora::c::Failure;
 using velmora::c::Require;
@@ -123,13 +126,16 @@ velmora_status velmora_points_read(const char* path, const velmora_list_options*
     Require(path != nullptr && *path != '\0', "the path is null or empty");
     const velmora_list_options usual = VELMORA_LIST_OPTIONS_INIT;
     const velmora::ListOptions used = c::OptionsOfList(c::OptionsOf(options, usual));
+    // Reading from a pipe could wait for ever.
+    const velmora::CString file = velmora::PathFromSystem(velmora::FileOfList(path));
+    if (!velmora::IsFile(file)) throw Failure{VELMORA_NOT_OPENED, velmora::WhyUnopened(file), path};
     try {
       return c::ReadPoints(std::string_view(path) == "-" ? "./-" : path, used);
     } catch (const velmora::ListError& problem) {
       const auto status = problem.is_usage      ? VELMORA_BAD_ARGUMENT
                           : problem.is_unopened ? VELMORA_NOT_OPENED
                                                 : VELMORA_NOT_READ;
-      throw Failure{status, problem.text, problem.list, problem.line};
+      throw Failure{status, problem.text, path, problem.line};
     }
   });
 }

@@ -134,7 +134,7 @@ void SetDate(exchange::ExportInput* input) {
 std::vector<double> StationsEach(double every, const std::vector<kovltype>& plan) {
   constexpr double kMost = 1e6;
   if (every == 0) return {};
-  Require(every > 0, "stations_every is below 0");
+  Require(every > 0, "stations_every is not a length");
   const PlanMeasures measures = MeasurePlan(plan);
   const double first = std::ceil(measures.lowest_station / every);
   const double last = std::floor(measures.highest_station / every);
@@ -188,6 +188,7 @@ void SaveRoad(const velmora_road& road, const char* path, const velmora_write_op
     exchange::WriteAlignment(input.road, sink);
   } else {
     SetDate(&input);
+    Require(options.srs >= 0 && options.srs < 1'000'000, "srs is not a code from 1 to 999999, or 0");
     input.srs = options.srs;
     input.stations = StationsEach(options.stations_every, input.road.plan);
     Require(options.chord_error > 0, "chord_error is not above 0");

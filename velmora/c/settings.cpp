@@ -71,11 +71,20 @@ void SetEntry(const velmora_settings& settings, size_t index, velmora_setting* s
               entry.stored ? 1 : 0};
 }
 
+// By the path as it is read: one to be written can begin with a mark.
+CString NameOf(const char* path) { return NameOfPath(PathToRead(path)); }
+
+// Throws a Failure for what is there and is not a file, such as a pipe.
+void RequireFile(const CString& file, const char* path) {
+  if (FileOrFolderExists(file) && !IsFile(file)) throw Failure{VELMORA_NOT_OPENED, WhyUnopened(file), path};
+}
+
 void WriteOne(const char* path, const char* key_text, const char* value_text, bool force) {
   const CString file = PathToWrite(path);
   CString key = FromUtf8(Text(key_text, "the key is null or not UTF-8"));
   const CString value = FromUtf8(Text(value_text, "the value is null or not UTF-8"));
-  const ParameterFile kind = ParameterFileNamed(NameOfPath(file));
+  const ParameterFile kind = ParameterFileNamed(NameOf(path));
+  RequireFile(file, path);
   std::string why = WhyUnreadable(kind, key, value);
   if (why.empty() && !force) why = WhyNoNumber(kind, key, value);
   if (!why.empty()) throw Failure{VELMORA_BAD_ARGUMENT, why + "; nothing was written", path};
@@ -106,8 +115,8 @@ size_t FieldsOf(SettingsFileKind kind) {
   }
 }
 
-SettingsFileKind KindOfCodes(const CString& file, const char* path) {
-  const SettingsFileKind kind = KindByName(NameOfPath(file));
+SettingsFileKind KindOfCodes(const char* path) {
+  const SettingsFileKind kind = KindByName(NameOf(path));
   if (kind == SettingsFileKind::kSettings || kind == SettingsFileKind::kRig)
     throw Failure{VELMORA_BAD_ARGUMENT, "is by its name a file of settings, not of codes", path};
   return kind;
@@ -115,7 +124,7 @@ SettingsFileKind KindOfCodes(const CString& file, const char* path) {
 
 void WriteCodes(const char* path, const velmora_code* codes, size_t count, bool force) {
   const CString file = PathToWrite(path);
-  const SettingsFileKind kind = KindOfCodes(file, path);
+  const SettingsFileKind kind = KindOfCodes(path);
   Require(codes != nullptr || count == 0, "the codes are null");
   const CodeFile before = ReadCodeFile(kind, LinesOf(file, path));
   if (!before.can_rewrite) throw Failure{VELMORA_NOT_WRITTEN, before.findings.front().text, path};
@@ -190,7 +199,7 @@ velmora_status velmora_setting_write(const char* path, const char* key, const ch
 velmora_status velmora_codes_read(const char* path, velmora_codes** codes, velmora_error* error) {
   return c::Made(codes, error, [&] {
     const CString file = c::PathToRead(path);
-    const velmora::SettingsFileKind kind = c::KindOfCodes(file, path);
+    const velmora::SettingsFileKind kind = c::KindOfCodes(path);
     velmora::CodeFile read = velmora::ReadCodeFile(kind, c::LinesOf(file, path));
     auto made = std::make_unique<velmora_codes>();
     made->findings = std::move(read.findings);

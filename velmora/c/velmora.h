@@ -42,7 +42,7 @@ typedef enum velmora_status {
   VELMORA_NOT_READ = 3,      /* the file is not what was expected, or cannot be read to its end */
   VELMORA_NOT_WRITTEN = 4,   /* the file cannot be written; it is as it was */
   VELMORA_WOULD_LOSE = 5,    /* the write would lose something of the file; see VELMORA_FORCE */
-  VELMORA_NOT_FOUND = 6,     /* there is no road, key or layer of this name */
+  VELMORA_NOT_FOUND = 6,     /* there is no road or key of this name */
   VELMORA_NOT_SUPPORTED = 7, /* not in this build, or not by this format */
   VELMORA_NO_MEMORY = 8,
   VELMORA_FAILED = 9 /* an error of the library itself */
@@ -56,11 +56,10 @@ typedef struct velmora_error {
   char file[1024]; /* the path as given; empty without a file */
 } velmora_error;
 
-/* Flags. */
-#define VELMORA_FORCE                                                                  \
-  1u /* write although something is lost, or although a program may not read the value \
-      */
-#define VELMORA_SEARCHED 2u /* locate as the suite's own programs do, see velmora_locate */
+/* Write although something is lost, or although a program may not read the value. */
+#define VELMORA_FORCE 1u
+/* Locate as the suite's own programs do, see velmora_locate. */
+#define VELMORA_SEARCHED 2u
 
 /* ---- version */
 
@@ -159,10 +158,8 @@ typedef struct velmora_road_measures {
 VELMORA_API velmora_status velmora_road_measure(const velmora_road* road, velmora_road_measures* measures,
                                                 velmora_error* error);
 
-/* What reading skipped or approximated, and what is unusual in the points (coincident points, falling
- * stations,
- * ...). Returns the number of findings; *finding is filled when `index` is below it. At most 30,000 are kept.
- */
+/* What reading skipped or approximated, and what is unusual in the points, such as coincident ones. Returns
+ * the number of findings; *finding is filled when `index` is below it. At most 30,000 are kept. */
 VELMORA_API size_t velmora_road_finding(const velmora_road* road, size_t index, velmora_finding* finding);
 
 /* The road as the bytes of an alignment file, as velmora_road_write writes it; freed by velmora_free. Flags
@@ -204,8 +201,11 @@ VELMORA_API velmora_status velmora_locate(const velmora_road* road, size_t count
                                           ptrdiff_t place_step, uint32_t flags, int threads,
                                           velmora_error* error);
 
-/* Stations and offsets to map points, the inverse of velmora_locate. Stations within 0.1 mm of either end
- * still count as on the road. Without a place, both coordinates are NaN. */
+/* Stations and offsets to map points, the inverse of velmora_locate where stations follow the lengths along
+ * the road. Where they do not, a station is placed by its share of those of the segment's ends, as in the
+ * suite's own programs, and located by the length from the segment's start. Stations within 0.1 mm of either
+ * end still count as on the road (velmora_locate takes feet to a ten-thousandth of the segment beyond it).
+ * Without a place, both coordinates are NaN. */
 VELMORA_API velmora_status velmora_place(const velmora_road* road, size_t count, const double* station,
                                          ptrdiff_t station_step, const double* offset, ptrdiff_t offset_step,
                                          double* northing, ptrdiff_t northing_step, double* easting,
@@ -287,8 +287,8 @@ VELMORA_API size_t velmora_settings_finding(const velmora_settings* settings, si
                                             velmora_finding* finding);
 /* Writes one value to the file, which is made if it is missing; an empty value removes the key. A handle read
  * before does not change. VELMORA_BAD_ARGUMENT for what would not be read back, and, without VELMORA_FORCE,
- * for what is not a number where programs need one; VELMORA_WOULD_LOSE, without it, when something else of the
- * file is lost. */
+ * for what is not a number where programs need one; VELMORA_WOULD_LOSE, without it, when something else of
+ * the file is lost. */
 VELMORA_API velmora_status velmora_setting_write(const char* path, const char* key, const char* value,
                                                  uint32_t flags, velmora_error* error);
 

@@ -42,7 +42,8 @@ class RoadPlacer {
   // `vertices` whether the search looked at them.
   void Correct(PlanePoint p, bool vertices, double* station, double* offset, int* result) const;
 
-  // Stations and offsets to map points, the inverse of Locate. Stations within 0.1 mm of either end still
+  // Stations and offsets to map points, the inverse of Locate where stations follow the lengths; elsewhere a
+  // station is placed by its share of those of the segment's ends. Stations within 0.1 mm of either end still
   // count as on the road. Where stations fall, and on arcs from half a circle, CVaglinje::Vag2xy gives other
   // points.
   void Place(const double* station, const double* offset, size_t count, double* northing, double* easting,

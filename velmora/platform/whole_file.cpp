@@ -10,6 +10,7 @@ std::string WhyUnopened(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (!status) return "no such file; check the name";
   if (status->kind == FileKind::kFolder) return "is a folder; name a file in it";
+  if (status->kind == FileKind::kOther) return "is not a regular file";
   return "cannot be opened for reading; check its permissions";
 }
 
