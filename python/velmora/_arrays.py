@@ -14,8 +14,8 @@ def doubles(values: Any, what: str) -> Doubles:
     """The values as float64, copied only if they are of another type. Masked and missing ones are NaN."""
     try:
         array = np.asarray(values)
-    except ValueError as error:
-        raise TypeError(f"{what} is not numbers: {error}") from None
+    except ValueError as error:  # rows of different lengths
+        raise ValueError(f"{what}: {error}") from None
     if array.dtype.kind not in "fiuO":
         raise TypeError(f"{what} is not numbers but {array.dtype}")
     if array.dtype.kind == "O" and any(isinstance(v, (str, bytes, bool, np.bool_)) for v in array.flat):
