@@ -2,6 +2,7 @@
 // pairs of coordinates; a key and a value.
 #include "velmora/c/velmora.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -71,8 +72,10 @@ void TryRoad(const velmora_road* road, const Input& input) {
   }
   const auto a = PlanOf(road);
   const auto b = PlanOf(again);
-  Require(a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(a[0])) == 0,
-          "a road comes back to the bit");
+  const auto same = [](const velmora_plan_point& p, const velmora_plan_point& q) {
+    return p.northing == q.northing && p.easting == q.easting && p.bulge == q.bulge && p.station == q.station;
+  };
+  Require(std::equal(a.begin(), a.end(), b.begin(), b.end(), same), "a road comes back with all digits");
   velmora_road_close(again);
 }
 
