@@ -104,17 +104,6 @@ Borings ReadBorings(const ExportOptions& options, AlignmentInput* input) {
   return borings;
 }
 
-std::vector<double> StationsEach(double every, const PlanMeasures& plan, const std::string& file) {
-  constexpr double kMost = 1e6;
-  const double first = std::ceil(plan.lowest_station / every);
-  const double last = std::floor(plan.highest_station / every);
-  if (!(last - first < kMost))
-    throw Refusal(At(file, "would get more than a million stations; give --stations a larger value"));
-  std::vector<double> stations;
-  for (double at = first; at <= last; ++at) stations.push_back(at * every);
-  return stations;
-}
-
 void SetDate(exchange::ExportInput* input) {
   const std::time_t now = std::time(nullptr);
   std::array<char, 32> text{};
@@ -139,7 +128,10 @@ void AlignExport(const ExportOptions& options) {
   road.srs = options.srs;
   road.chord_error = options.chord_error / 1000;
   const PlanMeasures measures = MeasurePlan(input.plan);
-  if (options.stations > 0) road.stations = StationsEach(options.stations, measures, options.file);
+  auto stations = StationsEach(options.stations, input.plan);
+  if (!stations)
+    throw Refusal(At(options.file, "would get more than a million stations; give --stations a larger value"));
+  road.stations = std::move(*stations);
   Borings borings;
   std::vector<std::string> inputs = {options.file};
   if (!options.points.empty()) {

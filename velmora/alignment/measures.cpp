@@ -146,4 +146,16 @@ bool AxisCheck::IsNear(double northing, double easting) const {
          easting >= bounds_.min_easting && easting <= bounds_.max_easting;
 }
 
+std::optional<std::vector<double>> StationsEach(double every, const std::vector<kovltype>& plan) {
+  constexpr double kMost = 1e6;
+  std::vector<double> stations;
+  if (every <= 0) return stations;
+  const PlanMeasures measures = MeasurePlan(plan);
+  const double first = std::ceil(measures.lowest_station / every);
+  const double last = std::floor(measures.highest_station / every);
+  if (!(last - first < kMost)) return std::nullopt;
+  for (double at = first; at <= last; ++at) stations.push_back(at * every);
+  return stations;
+}
+
 }  // namespace velmora

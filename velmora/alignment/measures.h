@@ -25,6 +25,10 @@ struct PlanMeasures {
 };
 PlanMeasures MeasurePlan(const std::vector<kovltype>& points);
 
+// The multiples of `every` along a plan, for its marks; none for 0. Nothing when they are more than a
+// million.
+std::optional<std::vector<double>> StationsEach(double every, const std::vector<kovltype>& plan);
+
 // The length of the segment from `a` to `b`: of the straight, or of the arc that `a`'s bulge describes.
 double SegmentLength(const kovltype& a, const kovltype& b);
 

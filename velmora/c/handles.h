@@ -55,9 +55,12 @@ velmora_status Guarded(velmora_error* error, Call call) noexcept {
       return Report({VELMORA_NO_MEMORY, "there is not enough memory"}, error);
     } catch (const std::exception& exception) {
       return Report({VELMORA_FAILED, exception.what()}, error);
+    } catch (const wchar_t*) {  // thrown by the library's lists when memory runs out
+      return Report({VELMORA_NO_MEMORY, "there is not enough memory"}, error);
     }
-  } catch (...) {
-    return VELMORA_NO_MEMORY;  // for the error's own text
+  } catch (...) {  // not even for the error's own text
+    if (error != nullptr) *error = {VELMORA_NO_MEMORY, 0, "no memory", ""};
+    return VELMORA_NO_MEMORY;
   }
 }
 

@@ -105,9 +105,11 @@ RoadHandle Import(const exchange::RoadFormat& format, const CString& path, const
     throw Failure{VELMORA_NOT_READ, problem->text, file, problem->line};
   ImportedRoad& chosen = Choose(&roads, given.name, file);
   exchange::FinishImport(options.fit, given.start, &chosen);
-  if (chosen.refused)
+  if (chosen.refused) {
     for (const Finding& finding : chosen.findings)
       if (finding.misread) throw Failure{VELMORA_NOT_READ, finding.text, file, finding.line};
+    throw Failure{VELMORA_NOT_READ, "has too many faults to import the alignment", file};
+  }
   auto road = std::make_unique<velmora_road>(std::move(chosen.road.plan), std::move(chosen.road.profile));
   road->name = std::move(chosen.road.name);
   road->import_error = chosen.largest_error;
@@ -129,19 +131,6 @@ void SetDate(exchange::ExportInput* input) {
   text.Format(L"%02d:%02d:%02d", static_cast<int>(time.hours().count()),
               static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
   input->time = ToUtf8(text);
-}
-
-std::vector<double> StationsEach(double every, const std::vector<kovltype>& plan) {
-  constexpr double kMost = 1e6;
-  if (every == 0) return {};
-  Require(every > 0, "stations_every is not a length");
-  const PlanMeasures measures = MeasurePlan(plan);
-  const double first = std::ceil(measures.lowest_station / every);
-  const double last = std::floor(measures.highest_station / every);
-  Require(last - first < kMost, "stations_every gives more than a million stations");
-  std::vector<double> stations;
-  for (double at = first; at <= last; ++at) stations.push_back(at * every);
-  return stations;
 }
 
 // Throws a Failure when the road, or the file that it was read from, has something that `what` leaves out.
@@ -190,7 +179,10 @@ void SaveRoad(const velmora_road& road, const char* path, const velmora_write_op
     SetDate(&input);
     Require(options.srs >= 0 && options.srs < 1'000'000, "srs is not a code from 1 to 999999, or 0");
     input.srs = options.srs;
-    input.stations = StationsEach(options.stations_every, input.road.plan);
+    Require(options.stations_every >= 0, "stations_every is not a length");
+    const auto stations = StationsEach(options.stations_every, input.road.plan);
+    Require(stations.has_value(), "stations_every gives more than a million stations");
+    input.stations = *stations;
     Require(options.chord_error > 0, "chord_error is not above 0");
     input.chord_error = options.chord_error;
     std::string note;
