@@ -20,11 +20,11 @@ constexpr double kBelow = 9;            // mm between the lowest level and the a
 constexpr double kAbove = 20;           // mm over the highest, for names
 constexpr double kStationSpacing = 15;  // mm, at least
 constexpr double kLevelSpacing = 8;
-constexpr double kNumberAside = 6;  // mm, how far a station may reach beyond the plot
-constexpr double kLeastStep = 1;    // m between numbered stations
-constexpr size_t kMostVertexMarks = 100;
-constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
-constexpr double kLongestName = 20;   // mm
+constexpr double kNumberAside = 6;       // mm, how far a station may reach beyond the plot
+constexpr double kLeastStationStep = 1;  // m between numbered stations
+constexpr size_t kMostProfileMarks = 100;
+constexpr double kVertexSpacing = 9;        // mm on average, for their levels to be written
+constexpr double kLongestProfileName = 20;  // mm
 
 struct BoringInProfile {
   const PlotBoring* boring;
@@ -69,7 +69,7 @@ void DrawAxes(const ProfileSheet& sheet) {
   const double widest = TextWidth(
       RoundStationText(std::max(std::fabs(stations.low), std::fabs(stations.high)), sheet.km), kLabelSize);
   const double station_step =
-      NiceStep(std::max(kLeastStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
+      NiceStep(std::max(kLeastStationStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
 
   for (const double level : Ticks(sheet.frame.Levels(), level_step)) {
     const double y = sheet.frame.ToSheet({0, level}).y;
@@ -114,7 +114,7 @@ void DrawLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>& sample
 // The profile's own points, each with its level below the line or, where that is taken, above.
 void DrawVertices(const ProfileSheet& sheet) {
   const auto& points = sheet.line.Points();
-  if (points.size() > kMostVertexMarks) return;
+  if (points.size() > kMostProfileMarks) return;
   const bool labelled = static_cast<double>(points.size()) * kVertexSpacing < sheet.plot.width;
   for (const kovltype& point : points) {
     const SheetPoint at = sheet.frame.ToSheet({point.y, point.x});
@@ -190,7 +190,8 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
     const bool number = kind == LabelKind::kNumber;
     const double size = number ? kSmallSize : kLabelSize;
     const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
-    if (2 * text.half_width > kLongestName || (!number && BoringKey::IsNumberText(borings[i].boring->id)))
+    if (2 * text.half_width > kLongestProfileName ||
+        (!number && BoringKey::IsNumberText(borings[i].boring->id)))
       return std::vector<LabelPlace>();
     return PlacesBeside(borings[i], text.half_width, text.half_height);
   };
