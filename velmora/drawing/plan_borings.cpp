@@ -11,13 +11,16 @@ constexpr double kLongestName = 30;   // mm
 
 }  // namespace
 
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>& borings) {
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings) {
   constexpr size_t kMostSearched = 20'000'000;  // segments searched for feet: a second or two
   PlanBorings found;
-  for (const PlotBoring& boring : borings) {
-    if (!IsDrawable(boring.northing) || !IsDrawable(boring.easting)) continue;
-    const SheetPoint at = sheet.frame.ToSheet({boring.easting, boring.northing});
-    if (sheet.panel.Inset(kBoringRadius).Contains(at)) found.on_sheet.push_back({&boring, at, std::nullopt});
+  for (const PlotBoring* boring : borings) {
+    const bool drawable = IsDrawable(boring->northing) && IsDrawable(boring->easting);
+    const SheetPoint at = sheet.frame.ToSheet({boring->easting, boring->northing});
+    if (drawable && sheet.panel.Inset(kBoringRadius).Contains(at))
+      found.on_sheet.push_back({boring, at, std::nullopt});
+    else
+      found.outside.push_back(boring);
   }
   found.circled = found.on_sheet.size() <= kMostCircledBorings;
   found.labelled = found.on_sheet.size() <= kMostLabelledBorings;
