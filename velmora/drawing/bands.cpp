@@ -22,8 +22,10 @@ void DrawPlanBand(Canvas& canvas, const SheetRect& band, const Course& course, d
   double last_mark = -1e9;
   for (const CoursePart& part : course.Parts(from, to)) {
     const PathSegment& segment = *part.segment;
-    const auto [left, right] = std::minmax(std::clamp(x_of(part.first_station), band.x, band.Right()),
-                                           std::clamp(x_of(part.last_station), band.x, band.Right()));
+    const double first = std::clamp(x_of(part.first_station), band.x, band.Right());
+    const double last = std::clamp(x_of(part.last_station), band.x, band.Right());
+    const double left = std::min(first, last);
+    const double right = std::max(first, last);
     if (right - left < kLeastShown) continue;
     // As seen towards higher stations.
     const double turn = segment.B().sek < segment.A().sek ? -segment.Sweep() : segment.Sweep();

@@ -80,11 +80,11 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
   const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
   size_t without = 0;
   for (size_t i = 0; i < labels.size(); ++i) {
-    if (!labels[i]) {
+    const PlotBoring& boring = *borings.on_sheet[i].boring;
+    if (!labels[i] || (labels[i]->kind == LabelKind::kNumber && !key->HasRoomFor(boring))) {
       ++without;
       continue;
     }
-    const PlotBoring& boring = *borings.on_sheet[i].boring;
     const auto& [kind, place] = *labels[i];
     if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
     const auto [x, y] = place.box.centre;

@@ -164,14 +164,14 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
   const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
   size_t without = 0;
   for (size_t i = 0; i < labels.size(); ++i) {
-    if (!labels[i]) {
+    const PlotBoring& boring = *borings[i].boring;
+    if (!labels[i] || (labels[i]->kind == LabelKind::kNumber && !key->HasRoomFor(boring))) {
       ++without;
       continue;
     }
     const auto& [kind, place] = *labels[i];
     if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
     const bool number = kind == LabelKind::kNumber;
-    const PlotBoring& boring = *borings[i].boring;
     sheet.canvas.Text(place.box.centre, number ? key->Number(boring) : boring.id,
                       {.size = number ? kSmallSize : kLabelSize, .angle = place.box.angle}, kBoringText);
   }

@@ -5,7 +5,7 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/drawing/report_plan.h"
 #include "velmora/drawing/sheet_frame.h"
-#include "velmora/drawing/style.h"
+#include "velmora/drawing/strip_sheet.h"
 
 namespace velmora::drawing {
 namespace {
@@ -32,12 +32,7 @@ class ReportDrawing {
     const bool km = plan_.report.road.km_stations;
     Begin((plan_.HasProfile() ? "Plan and profile, " : "Plan, ") + RoundStationText(stations.low, km) +
           " to " + RoundStationText(stations.high, km));
-    BoringKey key;
-    const StripContent content = plan_.Content(i);
-    if (plan_.HasPlan()) DrawStripPlan(canvas_, plan_.plan_panel, content, &key);
-    if (plan_.HasProfile())
-      DrawStripProfile(canvas_, plan_.profile_panel, content, plan_.profile,
-                       {plan_.height_scale, plan_.report.setup.decimals}, &key);
+    DrawStripSheet(canvas_, plan_, i);
   }
 
   const ReportPlan& plan_;

@@ -52,8 +52,8 @@ ReportPlan::ReportPlan(const Report& r)
   PlaceBorings();
 }
 
-StripContent ReportPlan::Content(size_t i) const {
-  StripContent content{report.road, course, strips[i], room, strips.size() == 1, {}, {}, {}};
+StripContent ReportPlan::Content(size_t i, const StripRoom& in) const {
+  StripContent content{report.road, course, strips[i], in, strips.size() == 1, {}, {}, {}};
   if (i > 0) content.before = kFirstStripSheet + i - 1;
   if (i + 1 < strips.size()) content.after = kFirstStripSheet + i + 1;
   if (i < near.size()) content.borings = near[i];
@@ -88,7 +88,7 @@ void ReportPlan::PlaceBorings() {
   }
   for (size_t i = 0; i < strips.size(); ++i) {
     std::stable_sort(near[i].begin(), near[i].end(), IsBefore);
-    const PlanFrame frame = FrameOfStrip(Content(i));
+    const PlanFrame frame = FrameOfStrip(Content(i, room));
     for (const PlotBoring& boring : report.road.borings) {
       if (boring.placed || !IsDrawable(boring.easting) || !IsDrawable(boring.northing)) continue;
       if (plan_panel.Contains(frame.ToSheet({boring.easting, boring.northing}))) near[i].push_back(&boring);

@@ -17,7 +17,8 @@ struct ReportPlan {
 
   bool HasPlan() const { return course.Length() > 0; }
   bool HasProfile() const { return !profile.IsEmpty(); }
-  StripContent Content(size_t strip) const;
+  // `in` outlives the content.
+  StripContent Content(size_t strip, const StripRoom& in) const;
 
   const Report& report;
   SheetLayout layout;

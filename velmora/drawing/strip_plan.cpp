@@ -52,24 +52,29 @@ void DrawMatchLine(const PlanSheet& sheet, const StripContent& content, bool at_
   sheet.obstacles.AddLine(LineBox(a, b, 0.4));
 
   const double station = at_end ? strip.last_station : strip.first_station;
-  std::string text = "Match line " + RoundStationText(station, sheet.km);
+  std::vector<std::string> texts = {"Match line " + RoundStationText(station, sheet.km)};
   if (const auto next = at_end ? content.after : content.before)
-    text += (at_end ? ", continues on sheet " : ", continued from sheet ") + std::to_string(*next);
-  // Beside the line, on the side of the overlap; near its upper end first.
+    texts.push_back((at_end ? "continues on sheet " : "continued from sheet ") + std::to_string(*next));
+  // Beside the line, in the overlap rather than on the strip: one text on either side of the road.
   if (a.y > b.y) std::swap(a, b);
   const double length = std::hypot(b.x - a.x, b.y - a.y);
-  const double half = TextWidth(text, kLabelSize) / 2;
-  const double out = at_end ? 1 : -1;
-  std::vector<RotatedBox> boxes;
-  for (const double aside : {2.0, 5.0, -2.0}) {
-    for (const double from : {half + 1, length - half - 1}) {
-      const double part = from / length;
-      const SheetPoint middle = {a.x + (b.x - a.x) * part + out * aside * forward.x,
-                                 a.y + (b.y - a.y) * part + out * aside * forward.y};
-      boxes.push_back(TextBox(middle, text, kLabelSize, ReadableAngle(b.x - a.x, b.y - a.y)));
+  if (!(length > 0)) return;
+  const double out = at_end ? 2.0 : -2.0;
+  for (size_t i = 0; i < texts.size(); ++i) {
+    const double half = TextWidth(texts[i], kLabelSize) / 2;
+    std::vector<RotatedBox> boxes;
+    for (const double aside : {out, -out}) {
+      for (const double slide : {1.0, 6.0, 12.0, 20.0, 30.0, 45.0, 60.0}) {
+        const double from = half + slide;
+        if (from + half > length) break;
+        const double part = (i == 0 ? from : length - from) / length;
+        const SheetPoint middle = {a.x + (b.x - a.x) * part + aside * forward.x,
+                                   a.y + (b.y - a.y) * part + aside * forward.y};
+        boxes.push_back(TextBox(middle, texts[i], kLabelSize, ReadableAngle(b.x - a.x, b.y - a.y)));
+      }
     }
+    WriteInFirst(sheet.canvas, sheet.obstacles, boxes, texts[i], kLabelSize, kMatchText);
   }
-  WriteInFirst(sheet.canvas, sheet.obstacles, boxes, text, kLabelSize, kMatchText);
 }
 
 }  // namespace
