@@ -124,13 +124,14 @@ void DrawLine(const PlanSheet& sheet) {
   }
 }
 
-void DrawEnds(const PlanSheet& sheet) {
+void DrawEnds(const PlanSheet& sheet, bool start, bool end) {
   constexpr double kSize = 2.6;
   constexpr double kBar = 2.4;  // mm to either side
   const auto& points = sheet.path.Points();
   if (points.empty()) return;
   const auto& segments = sheet.path.Segments();
   for (const bool is_start : {true, false}) {
+    if (!(is_start ? start : end)) continue;
     const kovltype& point = is_start ? points.front() : points.back();
     if (!is_start && segments.empty()) break;
     const SheetPoint at = sheet.frame.ToSheet(InPlane(point));
@@ -139,9 +140,9 @@ void DrawEnds(const PlanSheet& sheet) {
     if (segments.empty()) {
       sheet.canvas.Circle(at, kBoringRadius, kRoadMark);
     } else {
-      const PathPosition end = is_start ? segments.front().At(0) : segments.back().At(1);
-      const SheetPoint forward = sheet.frame.Direction(end.direction);
-      const SheetPoint right = RightOf(sheet, end);
+      const PathPosition place = is_start ? segments.front().At(0) : segments.back().At(1);
+      const SheetPoint forward = sheet.frame.Direction(place.direction);
+      const SheetPoint right = RightOf(sheet, place);
       out = is_start ? SheetPoint{-forward.x, -forward.y} : forward;
       sheet.canvas.Line(Along(at, right, -kBar), Along(at, right, kBar), kRoad);
       sheet.obstacles.AddLine(LineBox(Along(at, right, -kBar), Along(at, right, kBar), 0.8));
