@@ -48,7 +48,7 @@ class ByteStream {
 
 class PdfCanvas final : public CairoCanvas {
  public:
-  PdfCanvas(const PdfFacts& facts, std::function<void(std::string_view)> write)
+  PdfCanvas(const DocumentFacts& facts, std::function<void(std::string_view)> write)
       : stream_(std::move(write)),
         surface_(cairo_pdf_surface_create_for_stream(ByteStream::Take, &stream_, 1, 1)) {
     RequireCairo(cairo_surface_status(surface_.get()));
@@ -146,7 +146,7 @@ class PngCanvas final : public CairoCanvas {
 
 const char* WhyNoCairo() { return nullptr; }
 
-std::unique_ptr<FileCanvas> MakePdfCanvas(const PdfFacts& facts,
+std::unique_ptr<FileCanvas> MakePdfCanvas(const DocumentFacts& facts,
                                           std::function<void(std::string_view)> write) {
   return std::make_unique<PdfCanvas>(facts, std::move(write));
 }

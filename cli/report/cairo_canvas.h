@@ -2,12 +2,11 @@
 #ifndef VELMORA_CLI_REPORT_CAIRO_CANVAS_H_
 #define VELMORA_CLI_REPORT_CAIRO_CANVAS_H_
 
-#include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
 #include <string_view>
 
+#include "cli/report/document_facts.h"
 #include "velmora/drawing/canvas.h"
 
 namespace velmora::cli {
@@ -21,18 +20,12 @@ class FileCanvas : public drawing::Canvas {
   virtual void Finish() = 0;
 };
 
-// The texts are UTF-8 and may be empty.
-struct PdfFacts {
-  std::string title;
-  std::string author;
-  std::int64_t created = 0;  // seconds since 1970 UTC
-};
-
 // What these throw: a Refusal where the font is missing or cairo fails, and what `write` throws.
 
 // A page a sheet of exactly its size, labelled with its number and listed in the outline by its title.
 // Vectors, with text that can be searched; the font is embedded. `write` receives the bytes in order.
-std::unique_ptr<FileCanvas> MakePdfCanvas(const PdfFacts& facts, std::function<void(std::string_view)> write);
+std::unique_ptr<FileCanvas> MakePdfCanvas(const DocumentFacts& facts,
+                                          std::function<void(std::string_view)> write);
 
 // A picture a sheet on white; `write` receives the whole file of each sheet in turn.
 std::unique_ptr<FileCanvas> MakePngCanvas(double dots_per_inch, std::function<void(std::string_view)> write);

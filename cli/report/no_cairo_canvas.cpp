@@ -8,7 +8,7 @@ const char* WhyNoCairo() {
          ".svg";
 }
 
-std::unique_ptr<FileCanvas> MakePdfCanvas(const PdfFacts&, std::function<void(std::string_view)>) {
+std::unique_ptr<FileCanvas> MakePdfCanvas(const DocumentFacts&, std::function<void(std::string_view)>) {
   throw Refusal(WhyNoCairo());
 }
 
