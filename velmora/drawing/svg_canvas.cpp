@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "velmora/drawing/plain_text.h"
 #include "velmora/drawing/scale.h"
-#include "velmora/text/codepage.h"
 
 namespace velmora::drawing {
 namespace {
@@ -32,30 +32,21 @@ std::string Hex(Colour colour) {
   return text;
 }
 
-bool IsUnwanted(char32_t c) {
-  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2066 && c <= 0x2069) || (c & 0xFFFE) == 0xFFFE;
-}
-
 std::string Escaped(std::string_view utf8) {
   std::string escaped;
-  while (!utf8.empty()) {
-    char32_t c = 0;
-    const size_t length = DecodeUtf8Sequence(utf8, &c);
-    utf8.remove_prefix(length == 0 ? 1 : length);
-    if (length == 0 || IsUnwanted(c)) c = 0xFFFD;
+  for (const char c : PlainText(utf8)) {
     switch (c) {
-      case U'&':
+      case '&':
         escaped += "&amp;";
         break;
-      case U'<':
+      case '<':
         escaped += "&lt;";
         break;
-      case U'>':
+      case '>':
         escaped += "&gt;";
         break;
       default:
-        AppendUtf8(c, &escaped);
+        escaped += c;
     }
   }
   return escaped;
