@@ -64,6 +64,7 @@ std::string ArcData(const PathPoint& a, SheetPoint b) {
 }  // namespace
 
 void SvgCanvas::BeginSheet(std::string_view title, double width, double height) {
+  EndSheet();
   const std::string w = Number(width);
   const std::string h = Number(height);
   text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
@@ -145,10 +146,21 @@ void SvgCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& for
   text_ += ">" + Escaped(utf8) + "</text>\n";
 }
 
-std::string SvgCanvas::Finish() {
+void SvgCanvas::EndSheet() {
   CloseGroup();
-  text_ += "</svg>\n";
-  return std::exchange(text_, {});
+  if (text_.empty()) return;
+  finished_.push_back(std::move(text_) + "</svg>\n");
+  text_.clear();
+}
+
+std::string SvgCanvas::Finish() {
+  std::vector<std::string> sheets = FinishSheets();
+  return sheets.empty() ? std::string() : std::move(sheets.front());
+}
+
+std::vector<std::string> SvgCanvas::FinishSheets() {
+  EndSheet();
+  return std::exchange(finished_, {});
 }
 
 }  // namespace velmora::drawing
