@@ -1,5 +1,6 @@
 // Ties plan, profile and table together: one cursor, one boring that is chosen.
 
+const longestLabel = 28;
 const byId = (id) => document.getElementById(id);
 
 class ReportPage {
@@ -32,7 +33,8 @@ class ReportPage {
     return b.placed ? b.station : Number.MAX_VALUE;
   }
   labelOf(index) {
-    return this.borings[index].id || `row ${index + 1}`;
+    const letters = [...(this.borings[index].id || `row ${index + 1}`)];
+    return letters.length > longestLabel ? letters.slice(0, longestLabel - 1).join("") + "…" : letters.join("");
   }
   isShown(index) {
     return this.table.shown[index] ?? true;
@@ -94,7 +96,7 @@ class ReportPage {
 
   describe(index) {
     const b = this.borings[index];
-    const parts = [this.labelOf(index)];
+    const parts = [b.id || this.labelOf(index)];
     if (b.station !== null) parts.push(`station ${stationText(b.station, this.km)}`);
     if (b.offset !== null) parts.push(`offset ${offsetText(b.offset)}`);
     if (b.level !== null) parts.push(`level ${b.level.toFixed(this.decimals)}`);

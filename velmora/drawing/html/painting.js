@@ -86,7 +86,8 @@ class Symbols {
     return found;
   }
 
-  draw(c) {
+  // Names begin to the right of `left`.
+  draw(c, left = 0) {
     const { colours } = this.report;
     const count = this.all.length;
     const radius = count > 1500 ? 2 : this.areDense ? 2.5 : 4;
@@ -104,7 +105,7 @@ class Symbols {
       }
     }
     c.globalAlpha = 1;
-    if (count <= mostLabelled) this.label(c, radius);
+    if (count <= mostLabelled) this.label(c, radius, left);
   }
 
   drawChosen(c) {
@@ -113,7 +114,7 @@ class Symbols {
   }
 
   // Names where they cover neither another name nor another symbol.
-  label(c, radius) {
+  label(c, radius, left) {
     const { hovered, selected } = this.report;
     const half = lineHeight / 2;
     const taken = this.all.map((s) => [s.x - radius, s.x + radius, s.y - radius, s.y + radius]);
@@ -126,7 +127,7 @@ class Symbols {
       const width = c.measureText(text).width;
       for (const x of [s.x + radius + 4, s.x - radius - 4 - width]) {
         const box = [x, x + width, s.y - half, s.y + half];
-        if (x < 0 || x + width > c.canvas.clientWidth || !isFree(box)) continue;
+        if (x < left || x + width > c.canvas.clientWidth || !isFree(box)) continue;
         taken.push(box);
         write(c, text, x, s.y, this.report.colours.ink, { halo: this.report.colours.paper });
         break;

@@ -114,10 +114,8 @@ class PlanView {
     const { view, report } = this;
     const { road, colours } = report;
     const boxes = [];
-    if (road.points.length < 2) return boxes;
-    const stations = road.points.map((p) => p[3]);
-    const low = stations.reduce((a, b) => Math.min(a, b));
-    const high = stations.reduce((a, b) => Math.max(a, b));
+    if (road.segments.length === 0) return boxes;
+    const [low, high] = [road.firstStation, road.lastStation];
     const step = Math.max(niceStep(90 / view.kx), niceStep((high - low) / 1500 || 1));
     const decimals = decimalsOfStep(step);
     for (const station of ticks(low, high, step)) {

@@ -32,12 +32,11 @@ class ProfileView {
     const { view, report } = this;
     if (x < view.margin.left) return;
     const station = view.fromX(x);
-    const inside = station >= report.road.firstStation && station <= report.road.lastStation;
+    const at = report.road.at(station);
+    const known = at || report.road.levelAt(station) !== null;
+    const height = view.fromY(Math.min(y, view.plotHeight));
     report.hover(this.symbols.nearest(x, y));
-    report.moveCursor(
-      inside ? { ...report.road.at(station), station, offset: 0, height: view.fromY(Math.min(y, view.plotHeight)) } : null,
-      "profile",
-    );
+    report.moveCursor(known ? { ...at, station, offset: 0, height } : null, "profile");
   }
 
   draw(c) {
@@ -52,7 +51,7 @@ class ProfileView {
     this.road(c);
     if (!this.symbols.areDense) {
       this.stems(c);
-      this.symbols.draw(c);
+      this.symbols.draw(c, view.margin.left);
     }
     this.cursor(c);
     this.symbols.drawChosen(c);

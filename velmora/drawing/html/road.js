@@ -70,7 +70,7 @@ class Road {
       }
     }
     this.descending = plan.length > 1 && plan[0][3] > plan[1][3];
-    const stations = (profile.length > 1 ? profile : plan).map((p) => p[3]);
+    const stations = (this.segments.length > 0 ? plan : profile).map((p) => p[3]);
     this.firstStation = stations.reduce((a, b) => Math.min(a, b), Infinity);
     this.lastStation = stations.reduce((a, b) => Math.max(a, b), -Infinity);
   }
