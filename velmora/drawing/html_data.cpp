@@ -4,7 +4,7 @@
 #include <cmath>
 #include <span>
 
-#include "velmora/drawing/html_text.h"
+#include "velmora/drawing/markup_text.h"
 #include "velmora/drawing/plan_path.h"
 #include "velmora/drawing/profile_geometry.h"
 #include "velmora/text/numbers.h"

@@ -12,7 +12,7 @@
 #include "velmora/drawing/html_data.h"
 #include "velmora/drawing/html_parts.h"
 #include "velmora/drawing/html_table.h"
-#include "velmora/drawing/html_text.h"
+#include "velmora/drawing/markup_text.h"
 #include "velmora/drawing/plan_path.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/text/codepage.h"
@@ -96,7 +96,7 @@ constexpr std::string_view kView = R"(<section class="view" aria-labelledby="vie
 </section>
 )";
 
-std::string Counted(size_t count, const char* one, const char* many) {
+std::string CountText(size_t count, const char* one, const char* many) {
   return std::to_string(count) + (count == 1 ? one : many);
 }
 
@@ -150,7 +150,7 @@ std::string PageStyle(const std::map<SheetSize, size_t>& sizes, std::span<const 
   return text;
 }
 
-std::string Head(const Report& report, std::string_view title) {
+std::string PageHead(const Report& report, std::string_view title) {
   std::string text = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -161,16 +161,17 @@ std::string Head(const Report& report, std::string_view title) {
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <meta name="color-scheme" content="light dark">
 )";
-  if (!report.author.empty()) text += "<meta name=\"author\" content=\"" + HtmlText(report.author) + "\">\n";
-  return text + "<title>" + HtmlText(title) + "</title>\n";
+  if (!report.author.empty())
+    text += "<meta name=\"author\" content=\"" + MarkupText(report.author) + "\">\n";
+  return text + "<title>" + MarkupText(title) + "</title>\n";
 }
 
 void AddFact(std::string_view name, std::string_view value, std::string* text) {
   if (!value.empty())
-    *text += "<div><dt>" + std::string(name) + "</dt><dd>" + HtmlText(value) + "</dd></div>\n";
+    *text += "<div><dt>" + std::string(name) + "</dt><dd>" + MarkupText(value) + "</dd></div>\n";
 }
 
-std::string Facts(const Report& report, const ReportSummary& summary, const PlanPath& path) {
+std::string FactList(const Report& report, const ReportSummary& summary, const PlanPath& path) {
   std::string text = "<dl class=\"facts\">\n";
   const PlotInput& road = report.road;
   if (!path.Points().empty()) {
@@ -189,29 +190,29 @@ std::string Facts(const Report& report, const ReportSummary& summary, const Plan
   return text + "</dl>\n";
 }
 
-std::string Notes(std::vector<std::string> notes, const Report& report, const HtmlTable& table) {
+std::string NoteList(std::vector<std::string> notes, const Report& report, const HtmlTable& table) {
   const auto unmapped = static_cast<size_t>(
       std::count_if(report.road.borings.begin(), report.road.borings.end(),
                     [](const PlotBoring& b) { return !IsDrawable(b.northing) || !IsDrawable(b.easting); }));
   if (unmapped > 0)
-    notes.push_back(Counted(unmapped, " boring", " borings") +
+    notes.push_back(CountText(unmapped, " boring", " borings") +
                     " without usable coordinates: in the table, not in the plan");
   if (table.left_out > 0)
-    notes.push_back(Counted(table.left_out, " number", " numbers") +
+    notes.push_back(CountText(table.left_out, " number", " numbers") +
                     " of the table not finite or too large: left empty");
   if (notes.empty()) return "";
   std::string text = "<ul class=\"notes\">\n";
-  for (const std::string& note : notes) text += "<li>" + HtmlText(note) + "</li>\n";
+  for (const std::string& note : notes) text += "<li>" + MarkupText(note) + "</li>\n";
   return text + "</ul>\n";
 }
 
-std::string Borings(const HtmlTable& table, size_t count) {
+std::string BoringSection(const HtmlTable& table, size_t count) {
   return R"(<section class="borings" aria-labelledby="borings">
 <div class="filter">
 <h2 id="borings">Borings</h2>
 <label>Filter <input type="search" id="filter" placeholder="words in any column" autocomplete="off"></label>
 <output id="count" for="filter">)" +
-         Counted(count, " boring", " borings") + R"(</output>
+         CountText(count, " boring", " borings") + R"(</output>
 </div>
 <div class="scroll" id="table"><noscript>
 )" + table.text +
@@ -250,17 +251,17 @@ std::string HtmlReport(const Report& report, const ReportSummary& summary,
   std::map<SheetSize, size_t> sizes;
   for (const std::string& sheet : sheets) sizes.emplace(SizeOf(sheet), sizes.size());
 
-  std::string page = Head(report, title);
+  std::string page = PageHead(report, title);
   page += kBeforeStyle;
   page += HtmlStyle();
   page += PageStyle(sizes, sheets);
   page += kWithoutScript;
-  page += "<header class=\"head\">\n<div>\n<h1>" + HtmlText(title) + "</h1>\n" +
-          Facts(report, summary, path) + "</div>\n";
+  page += "<header class=\"head\">\n<div>\n<h1>" + MarkupText(title) + "</h1>\n" +
+          FactList(report, summary, path) + "</div>\n";
   page += kTools;
-  page += "</header>\n" + Notes(summary.notes, report, table);
+  page += "</header>\n" + NoteList(summary.notes, report, table);
   page += kView;
-  page += Borings(table, report.table.rows.size());
+  page += BoringSection(table, report.table.rows.size());
   page += "</div>\n";
   // Before the sheets, so that plan and profile need not wait for them.
   AddScript(report, table, &page);

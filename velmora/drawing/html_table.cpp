@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "velmora/drawing/html_text.h"
+#include "velmora/drawing/markup_text.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -23,10 +23,10 @@ std::optional<std::string> CellText(const ReportCell& cell, const ReportColumn& 
   return FormatFixed(*number, std::clamp(column.decimals, 0, kMostDecimals));
 }
 
-std::string Header(const ReportColumn& column) {
+std::string HeaderCell(const ReportColumn& column) {
   std::string text = IsNumeric(column) ? "<th scope=\"col\" class=\"number\">" : "<th scope=\"col\">";
-  text += HtmlText(column.title);
-  if (!column.unit.empty()) text += " <span class=\"unit\">" + HtmlText(column.unit) + "</span>";
+  text += MarkupText(column.title);
+  if (!column.unit.empty()) text += " <span class=\"unit\">" + MarkupText(column.unit) + "</span>";
   return text + "</th>";
 }
 
@@ -37,7 +37,7 @@ HtmlTable TableOfBorings(const ReportTable& table) {
   result.text = "<table>\n<thead><tr>";
   result.data = "{\"columns\":[";
   for (const ReportColumn& column : table.columns) {
-    result.text += Header(column);
+    result.text += HeaderCell(column);
     if (!result.data.ends_with('[')) result.data += ',';
     result.data +=
         "[" + JsonString(column.title) + "," + JsonString(column.unit) + (IsNumeric(column) ? ",1]" : ",0]");
@@ -51,7 +51,7 @@ HtmlTable TableOfBorings(const ReportTable& table) {
       const auto text = i < row.size() ? CellText(row[i], table.columns[i]) : "";
       if (!text) ++result.left_out;
       result.text += IsNumeric(table.columns[i]) ? "<td class=\"number\">" : "<td>";
-      result.text += HtmlText(text.value_or("")) + "</td>";
+      result.text += MarkupText(text.value_or("")) + "</td>";
       if (i > 0) result.data += ',';
       result.data += JsonString(text.value_or(""));
     }

@@ -36,6 +36,7 @@ struct StampField {
   double y = 0;
   double size = 3;
   bool is_sheet_number = false;  // `text` is replaced by the sheet's number: "3 (12)"
+  bool is_scale = false;         // by the sheet's scale: "1:1000"
 };
 
 struct SheetSetup {
@@ -63,6 +64,8 @@ struct ReportSummary {
   std::vector<std::string> notes;  // lines for people on what the sheets leave out; empty when nothing
 };
 
+// How many sheets it takes, quickly: a small scale of a long road takes very many.
+size_t CountSheets(const Report& report);
 // Begins each sheet in turn and draws it. Any input gives at least one sheet, if need be one that says there
 // is nothing to draw.
 ReportSummary DrawReport(const Report& report, Canvas& canvas);

@@ -16,7 +16,7 @@ constexpr size_t kMostElements = 2'000'000;  // of all alignments, with the poin
 constexpr size_t kLongestText = size_t{16} << 20;
 
 // What is read, as far as it matters here.
-enum class Place : std::uint8_t {
+enum class Inside : std::uint8_t {
   kFile,
   kRoot,
   kUnits,
@@ -96,14 +96,14 @@ struct References {
 class AlignmentsHandler final : public XmlHandler {
  public:
   bool Start(std::string_view name, XmlAttributes attributes, std::int64_t line) override {
-    const std::optional<Place> place = Enter(name, attributes, line);
+    const std::optional<Inside> place = Enter(name, attributes, line);
     if (place) places_.push_back(*place);
     return place.has_value();
   }
   void Text(std::string_view text) override {
-    const Place place = places_.back();
-    const bool wanted = place == Place::kPoint || place == Place::kLevel || place == Place::kChain ||
-                        place == Place::kPointList2 || place == Place::kPointList3;
+    const Inside place = places_.back();
+    const bool wanted = place == Inside::kPoint || place == Inside::kLevel || place == Inside::kChain ||
+                        place == Inside::kPointList2 || place == Inside::kPointList3;
     if (wanted && text_.size() + text.size() <= kLongestText) text_ += text;
   }
   void End(std::string_view) override {
@@ -120,7 +120,7 @@ class AlignmentsHandler final : public XmlHandler {
 
  private:
   LandAlignment& Current() { return alignments_.back(); }
-  LandElement& Element() { return Current().elements.back(); }
+  LandElement& Inside() { return Current().elements.back(); }
 
   enum class Use : std::uint8_t { kNeeded, kRadius, kChecked };  // a radius may be infinite
 
@@ -141,34 +141,34 @@ class AlignmentsHandler final : public XmlHandler {
   }
 
   // Where an element leads; nothing for one that is not read.
-  std::optional<Place> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
-    switch (places_.empty() ? Place::kFile : places_.back()) {
-      case Place::kFile:
+  std::optional<Inside> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    switch (places_.empty() ? Inside::kFile : places_.back()) {
+      case Inside::kFile:
         is_land_xml_ = name == "LandXML";
-        if (is_land_xml_) return Place::kRoot;
+        if (is_land_xml_) return Inside::kRoot;
         break;
-      case Place::kRoot:
-        if (name == "Units") return Place::kUnits;
-        if (name == "Alignments") return Place::kAlignments;
+      case Inside::kRoot:
+        if (name == "Units") return Inside::kUnits;
+        if (name == "Alignments") return Inside::kAlignments;
         break;
-      case Place::kUnits:
+      case Inside::kUnits:
         units_ = {line, TextOf(attributes, "linearUnit"), RadiansOf(TextOf(attributes, "directionUnit")),
                   RadiansOf(TextOf(attributes, "angularUnit"))};
         break;
-      case Place::kAlignments:
+      case Inside::kAlignments:
         if (name == "Alignment") return EnterAlignment(attributes, line);
         break;
-      case Place::kAlignment:
+      case Inside::kAlignment:
         return EnterPart(name, attributes, line);
-      case Place::kCoordGeom:
+      case Inside::kCoordGeom:
         return EnterElement(name, attributes, line);
-      case Place::kElement:
+      case Inside::kElement:
         return EnterPoint(name, attributes);
-      case Place::kProfile:
+      case Inside::kProfile:
         return EnterProfile(name, line);
-      case Place::kProfAlign:
+      case Inside::kProfAlign:
         return EnterLevel(name, attributes, line);
-      case Place::kFeature:
+      case Inside::kFeature:
         if (name == "Property" && TextOf(attributes, "label") == "staEnd") {
           Current().station_end = Number(attributes, "value", "staEnd", line, Use::kNeeded);
           Current().station_end_line = line;
@@ -180,7 +180,7 @@ class AlignmentsHandler final : public XmlHandler {
     return std::nullopt;
   }
 
-  std::optional<Place> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
+  std::optional<Inside> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
     too_many_ = alignments_.size() == kMostRoads;
     if (too_many_ || !Count()) return std::nullopt;
     LandAlignment& alignment = alignments_.emplace_back();
@@ -188,13 +188,13 @@ class AlignmentsHandler final : public XmlHandler {
     alignment.road.road.name = TextOf(attributes, "name");
     alignment.station = Number(attributes, "staStart", "Alignment", line, Use::kNeeded);
     has_profile_ = false;
-    return Place::kAlignment;
+    return Inside::kAlignment;
   }
 
-  std::optional<Place> EnterPart(std::string_view name, XmlAttributes attributes, std::int64_t line) {
-    if (name == "CoordGeom") return Place::kCoordGeom;
-    if (name == "Profile") return Place::kProfile;
-    if (name == "Feature" && TextOf(attributes, "code") == "velmora") return Place::kFeature;
+  std::optional<Inside> EnterPart(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    if (name == "CoordGeom") return Inside::kCoordGeom;
+    if (name == "Profile") return Inside::kProfile;
+    if (name == "Feature" && TextOf(attributes, "code") == "velmora") return Inside::kFeature;
     if (name == "StaEquation") {
       std::string text =
           "staInternal " + TextOf(attributes, "staInternal") + ", staAhead " + TextOf(attributes, "staAhead");
@@ -205,7 +205,7 @@ class AlignmentsHandler final : public XmlHandler {
     return std::nullopt;
   }
 
-  std::optional<Place> EnterElement(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+  std::optional<Inside> EnterElement(std::string_view name, XmlAttributes attributes, std::int64_t line) {
     const std::pair<const char*, LandKind> kinds[] = {{"Line", LandKind::kLine},
                                                       {"Curve", LandKind::kCurve},
                                                       {"Spiral", LandKind::kSpiral},
@@ -234,16 +234,16 @@ class AlignmentsHandler final : public XmlHandler {
       element.direction = number(kind == LandKind::kLine ? "dir" : "dirStart");
       element.direction_end = number("dirEnd");
       element.theta = number("theta");
-      return kind == LandKind::kChain ? Place::kChain : Place::kElement;
+      return kind == LandKind::kChain ? Inside::kChain : Inside::kElement;
     }
     if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
     return std::nullopt;
   }
 
-  std::optional<Place> EnterPoint(std::string_view name, XmlAttributes attributes) {
-    LandElement& element = Element();
+  std::optional<Inside> EnterPoint(std::string_view name, XmlAttributes attributes) {
+    LandElement& element = Inside();
     if (name == "PntList2D" || name == "PntList3D")
-      return name == "PntList2D" ? Place::kPointList2 : Place::kPointList3;
+      return name == "PntList2D" ? Inside::kPointList2 : Inside::kPointList3;
     point_ = name == "Start"                                     ? &element.start
              : name == "End"                                     ? &element.end
              : name == "Center"                                  ? &element.centre
@@ -252,20 +252,20 @@ class AlignmentsHandler final : public XmlHandler {
     if (point_ == nullptr) return std::nullopt;
     if (const auto reference = FindAttribute(attributes, "pntRef"))
       point_->reference = references_.Number(std::string(*reference));
-    return Place::kPoint;
+    return Inside::kPoint;
   }
 
-  std::optional<Place> EnterProfile(std::string_view name, std::int64_t line) {
+  std::optional<Inside> EnterProfile(std::string_view name, std::int64_t line) {
     if (name == "ProfAlign" && !has_profile_) {
       has_profile_ = true;
-      return Place::kProfAlign;
+      return Inside::kProfAlign;
     }
     if (name == "ProfAlign") Note(line, "ProfAlign: only the first one is imported", &Current().road);
     if (name == "ProfSurf") Note(line, "ProfSurf: is not imported", &Current().road);
     return std::nullopt;
   }
 
-  std::optional<Place> EnterLevel(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+  std::optional<Inside> EnterLevel(std::string_view name, XmlAttributes attributes, std::int64_t line) {
     const std::pair<const char*, LandVertical> kinds[] = {{"PVI", LandVertical::kPoint},
                                                           {"ParaCurve", LandVertical::kParabola},
                                                           {"UnsymParaCurve", LandVertical::kTwoParabolas},
@@ -283,27 +283,27 @@ class AlignmentsHandler final : public XmlHandler {
                             kind == LandVertical::kCircle ? Use::kChecked : Use::kNeeded);
       level.length_out = number("lengthOut", Use::kNeeded);
       level.radius = number("radius", Use::kNeeded);
-      return Place::kLevel;
+      return Inside::kLevel;
     }
     return std::nullopt;
   }
 
-  void Leave(Place place) {
-    if (place == Place::kPoint) {
+  void Leave(Inside place) {
+    if (place == Inside::kPoint) {
       TakeNumbers(2,
                   [this](const double* numbers) { point_->north = numbers[0], point_->east = numbers[1]; });
-    } else if (place == Place::kLevel) {
+    } else if (place == Inside::kLevel) {
       LandLevel& level = Current().levels.back();
       TakeNumbers(2, [&](const double* numbers) { level.station = numbers[0], level.level = numbers[1]; });
-    } else if (place == Place::kPointList2 || place == Place::kPointList3) {
-      TakeList(place == Place::kPointList2 ? 2 : 3);
-    } else if (place == Place::kChain) {
+    } else if (place == Inside::kPointList2 || place == Inside::kPointList3) {
+      TakeList(place == Inside::kPointList2 ? 2 : 3);
+    } else if (place == Inside::kChain) {
       auto list = std::make_unique<std::vector<LandPoint>>();
       ForEachWord(text_, [&](std::string_view name) {
         if (!Count()) return;
         list->emplace_back().reference = references_.Number(std::string(name));
       });
-      Element().list = std::move(list);
+      Inside().list = std::move(list);
     }
   }
 
@@ -334,8 +334,8 @@ class AlignmentsHandler final : public XmlHandler {
       if (place == 1) list->back().east = CoordinateOf(word);
     });
     if (known % dimensions != 0 || text_.size() + 1 >= kLongestText)
-      Refuse(Element().line, "its point list is cut or too long", &Current().road);
-    Element().list = std::move(list);
+      Refuse(Inside().line, "its point list is cut or too long", &Current().road);
+    Inside().list = std::move(list);
   }
 
   // False when the file holds too much; the alignment is then refused.
@@ -347,7 +347,7 @@ class AlignmentsHandler final : public XmlHandler {
     return false;
   }
 
-  std::vector<Place> places_;
+  std::vector<Inside> places_;
   bool is_land_xml_ = false;
   bool too_many_ = false;
   LandUnits units_;

@@ -1,4 +1,4 @@
-#include "velmora/drawing/html_text.h"
+#include "velmora/drawing/markup_text.h"
 
 #include "velmora/drawing/plan_path.h"
 #include "velmora/drawing/scale.h"
@@ -28,7 +28,7 @@ std::string Rewritten(std::string_view utf8, const Append& append) {
 
 }  // namespace
 
-std::string HtmlText(std::string_view utf8) {
+std::string MarkupText(std::string_view utf8) {
   return Rewritten(utf8, [](char32_t c, std::string* text) {
     switch (c) {
       case U'&':
