@@ -261,7 +261,7 @@ std::string HtmlReport(const Report& report, const ReportSummary& summary,
   page += kTools;
   page += "</header>\n" + NoteList(summary.notes, report, table);
   page += kView;
-  page += BoringSection(table, report.table.rows.size());
+  if (!report.table.columns.empty()) page += BoringSection(table, report.table.rows.size());
   page += "</div>\n";
   // Before the sheets, so that plan and profile need not wait for them.
   AddScript(report, table, &page);

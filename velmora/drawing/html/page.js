@@ -18,7 +18,7 @@ class ReportPage {
     this.hovered = this.selected = -1;
     this.colours = {};
     this.readColours();
-    this.table = new BoringTable(byId("table"), byId("filter"), byId("count"), data.table, this);
+    if (byId("table")) this.table = new BoringTable(byId("table"), byId("filter"), byId("count"), data.table, this);
     this.plan = new PlanView(byId("plan"), this);
     if (ProfileView.boundsOf(this)) this.profile = new ProfileView(byId("profile"), this);
     else byId("profile").closest("figure").hidden = true;
@@ -37,7 +37,7 @@ class ReportPage {
     return letters.length > longestLabel ? letters.slice(0, longestLabel - 1).join("") + "…" : letters.join("");
   }
   isShown(index) {
-    return this.table.shown[index] ?? true;
+    return this.table?.shown[index] ?? true;
   }
 
   repaint() {
@@ -87,7 +87,7 @@ class ReportPage {
 
   select(index, from) {
     this.selected = index;
-    this.table.select(index);
+    this.table?.select(index);
     const b = this.borings[index];
     byId("chosen").textContent = b ? this.describe(index) : "none";
     if (b) this.show(b, from);
