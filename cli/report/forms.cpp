@@ -8,6 +8,7 @@
 #include "cli/output/records.h"
 #include "cli/report/table.h"
 #include "cli/terminal/error.h"
+#include "velmora/drawing/html_report.h"
 #include "velmora/drawing/svg_canvas.h"
 
 namespace velmora::cli {
@@ -44,6 +45,13 @@ Inputs WriteSvg(const Report& report, const ReportOptions& options, const Inputs
   return files;
 }
 
+Inputs WriteHtml(const Report& report, const ReportOptions& options, const Inputs& inputs,
+                 ReportSummary* summary) {
+  drawing::SvgCanvas canvas;
+  *summary = drawing::DrawReport(report, canvas);
+  return {WriteOne(options.to, inputs, drawing::HtmlReport(report, *summary, canvas.FinishSheets()))};
+}
+
 Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs& inputs, ReportSummary*) {
   OutputFile output(options.to, inputs);
   std::vector<Column> columns;
@@ -70,6 +78,7 @@ Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs
 }
 
 constexpr ReportForm kForms[] = {
+    {"html", true, true, nullptr, WriteHtml},
     {"svg", false, true, nullptr, WriteSvg},
     {"csv", true, false, nullptr, WriteCsv},
 };
