@@ -1,7 +1,6 @@
 #include "cli/report/setup.h"
 
 #include <array>
-#include <cstdlib>
 #include <ctime>
 
 #include "cli/context/project_folder.h"
@@ -13,7 +12,6 @@
 #include "velmora/common/paths.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/platform/files.h"
-#include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -83,14 +81,9 @@ std::optional<double> ScaleOf(const ScaleOption& option) {
   return option.largest ? std::nullopt : std::optional(option.denominator);
 }
 
-bool IsDateFixed() {
-  const char* const epoch = std::getenv("SOURCE_DATE_EPOCH");
-  return epoch != nullptr && *epoch != '\0';
-}
-
 // Here, or in UTC where SOURCE_DATE_EPOCH gives it.
 std::string Today() {
-  if (IsDateFixed()) return TimeText(CreationTime()).substr(0, 10);
+  if (const std::optional<std::int64_t> fixed = FixedTime()) return DateText(*fixed);
   const std::time_t now = std::time(nullptr);
   const std::tm* const day = std::localtime(&now);
   std::array<char, 32> text{};
@@ -120,10 +113,7 @@ class Finder {
     FindDecimals();
     FindStamp();
     setup_.date = options_.date.empty() ? Today() : options_.date;
-    Add("date", setup_.date,
-        !options_.date.empty() ? "--date"
-        : IsDateFixed()        ? "SOURCE_DATE_EPOCH"
-                               : "today");
+    Add("date", setup_.date, !options_.date.empty() ? "--date" : FixedTime() ? "SOURCE_DATE_EPOCH" : "today");
     setup_.author = options_.author;
     if (!setup_.author.empty()) Add("author", setup_.author, "--author");
     return std::move(setup_);
