@@ -17,7 +17,7 @@ namespace {
 
 void ShowSetup(const ReportSetup& setup) {
   OutputFile output;
-  RecordWriter records(output, OutputFormat::kTable, {{"key", ""}, {"value", ""}, {"from", ""}});
+  RecordWriter records(output, OutputFormat::kTable, {{"key", "key"}, {"value", "value"}, {"from", "from"}});
   for (const SetupLine& line : setup.lines) records.Row({line.key, line.value, line.from});
   records.Finish();
   output.Finish();
@@ -110,10 +110,10 @@ void MakeReport(const ReportOptions& given) {
   if (form.sheets) {
     const drawing::ReportSize size = drawing::SizeOfReport(report);
     if (size.strips > drawing::kMostReportStrips)
-      throw Refusal(At(options.file,
-                       "would take more than " + std::to_string(drawing::kMostReportStrips) + " sheets at " +
-                           drawing::ScaleText(size.scale) +
-                           "; give a smaller --scale, as 2000, or part of the road with --stations"));
+      throw Refusal(
+          At(options.file, "would take more than " + std::to_string(drawing::kMostReportStrips) +
+                               " sheets at " + drawing::ScaleText(size.scale) +
+                               "; give a smaller --scale, as 2000, or part of the road with --stations"));
   }
   drawing::ReportSummary summary;
   const std::vector<std::string> files = form.write(report, options, inputs, &summary);

@@ -81,6 +81,7 @@ std::optional<double> ScaleOf(const ScaleOption& option) {
   return option.largest ? std::nullopt : std::optional(option.denominator);
 }
 
+// Here, or in UTC where SOURCE_DATE_EPOCH gives it.
 std::string Today() {
   if (const std::optional<std::int64_t> fixed = FixedTime()) return DateText(*fixed);
   const std::time_t now = std::time(nullptr);
