@@ -21,8 +21,9 @@ constexpr size_t kShortBatch = kMostInBatch / 2;
 
 }  // namespace
 
-PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines)
-    : plan_(std::move(points), no_station),
+PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines,
+                       std::vector<std::uint32_t> roads)
+    : plan_(std::move(points), no_station, std::move(roads)),
       routines_(routines),
       grid_(plan_, routines_.distances),
       view_{grid_.Layout(),
@@ -36,7 +37,8 @@ PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const Ba
             &plan_,
             &grid_,
             plan_.Points().size() - 1,
-            plan_.Descending()} {}
+            plan_.Descending(),
+            plan_.Roads()} {}
 
 void PlanSearch::Find(const double* x, const double* y, size_t count, double* station, double* offset,
                       int* result) const {
@@ -120,7 +122,7 @@ void PlanSearch::SearchCells(const double* x, const double* y, size_t count, dou
 
 // Among the candidates of the point's cell where the answer is within its reach, else by the trees.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
-  const PackedCell cell = grid_.Slots() == nullptr ? 0 : grid_.CellAt(p);
+  const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {
     PointSearch search = plan_.NewSearch();

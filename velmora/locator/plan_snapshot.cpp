@@ -7,19 +7,17 @@ namespace velmora {
 namespace {
 
 constexpr size_t kSpare = 16;  // elements after the last vertex
-// Farther out than any foot that counts; squared distances do not overflow yet.
-constexpr double kFarthestPoint = 1e100;
 
-// A bound on squared distances that leaves room for rounding at any distance that counts.
+}  // namespace
+
 double Beyond(double distance) {
   const double limit = distance * (1 + 1e-12) + 1e-5;
   return limit * limit;
 }
 
-}  // namespace
-
-PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station)
+PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads)
     : points_(std::move(points)),
+      roads_(std::move(roads)),
       no_station_(no_station),
       descending_(IsDescending(points_)),
       vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
@@ -60,6 +58,7 @@ void PlanSnapshot::Bound() {
   constexpr size_t kFan = BoundTree::kFan;
   std::vector<FootBound> leaves((Segments() + kFan - 1) / kFan);
   for (size_t i = 0; i < Segments(); ++i) {
+    if (IsBetweenRoads(i)) continue;
     const SegmentBounds bounds = BoundsOfSegment(points_[i], points_[i + 1], ArcOf(i));
     if (bounds.unbounded) {
       unbounded_.push_back(static_cast<std::uint32_t>(i));
