@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
+#include "cli/align/network_input.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
 #include "velmora/alignment/station_text.h"
@@ -55,18 +56,28 @@ CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string
       ->type_size(1);
 }
 
-void AddMaxOffset(CLI::App* verb, double* metres) {
-  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
-           [metres](const std::string& text) {
-             *metres = ToNumber(text);
-             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
-           });
+double ToDistance(const std::string& text) {
+  const double metres = ToNumber(text);
+  if (metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
+  return metres;
+}
+
+CLI::Option* AddMaxOffset(CLI::App* verb, double* metres) {
+  return AddValue(verb, "--max-offset", "M",
+                  "Offset beyond which a point is far from the road (default: 500 m)",
+                  [metres](const std::string& text) { *metres = ToDistance(text); });
 }
 
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
-  AddFile(verb, &options->file);
+  verb->add_option(
+          "ROAD", options->roads,
+          "Alignment file, single or combined with a profile; of several, of a folder's (*.vl) and of "
+          "the alignments of a GeoPackage (.gpkg[:LAYER]) the nearest to each point")
+      ->required()
+      ->type_name("")
+      ->expected(1, -1);
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
@@ -78,7 +89,11 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
   verb->add_flag("--keep-outside", options->keep_outside,
                  "With --area and --offsets: mark the points outside instead of leaving them out");
-  AddMaxOffset(verb, &options->max_offset);
+  CLI::Option* const max_offset = AddMaxOffset(verb, &options->max_offset);
+  AddValue(verb, "--within", "M",
+           "Every road whose offset is at most M metres, nearest first, a row for each",
+           [options](const std::string& text) { options->within = ToDistance(text); })
+      ->excludes(max_offset);
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 the same with a note on what the suite's search mode 1 misses, "
@@ -92,7 +107,11 @@ void AddLocate(CLI::App* align) {
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
-  verb->callback([options] { AlignLocate(*options); });
+  verb->callback([options] {
+    if (options->within || IsNetwork(options->roads)) return AlignLocateNetwork(*options);
+    options->file = options->roads[0];
+    AlignLocate(*options);
+  });
 }
 
 void AddPlace(CLI::App* align) {

@@ -50,7 +50,7 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
       swapped.Add(point.line, point.northing, point.easting);
       Placing placing;
       placer.Place(&point.northing, &point.easting, 1, &placing);
-      corrections.Add(point.line, point.northing, point.easting, placing);
+      corrections.Add(point.line, point.northing, point.easting, placing, &placer);
       boring.placed = placing.status == PlaceStatus::kOn;
       boring.too_far = placing.status == PlaceStatus::kFar;
       boring.station = placing.station;
@@ -69,7 +69,7 @@ Borings ReadBorings(const PlotOptions& options, AlignmentInput* input) {
                       " not in the drawing, correct and run again";
   swapped.Report(options.points, options.list);
   borings.most_swapped = swapped.AreMost();
-  if (const auto note = corrections.Note(options.points, placer, options.km)) borings.notes.push_back(*note);
+  if (const auto note = corrections.Note(options.points, options.km)) borings.notes.push_back(*note);
   if (too_far > 0)
     borings.notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
                             (too_far == 1 ? " boring is" : " borings are") +

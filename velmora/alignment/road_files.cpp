@@ -21,10 +21,10 @@ RoadFile ReadRoadFile(const CString& name) {
     road.problem = Finding{0, WhyUnopened(name)};
   else
     road.problem = ReadAlignmentFile(reader, &file);
-  if (!road.problem) road.problem = ProblemOfPlan(file);
   if (road.problem) return road;
-  road.plan = std::move(file.plan);
   road.profile = std::move(file.profile);
+  road.problem = ProblemOfPlan(file);
+  if (!road.problem) road.plan = std::move(file.plan);
   return road;
 }
 

@@ -14,9 +14,9 @@
 namespace velmora {
 
 struct RoadFile {
-  std::vector<kovltype> plan;
+  std::vector<kovltype> plan;  // of two points or more, or empty
   std::vector<kovltype> profile;
-  std::optional<Finding> problem;  // why there are no points
+  std::optional<Finding> problem;  // why there is no plan
 };
 
 // The files in their order, read by `threads` threads at once (0: one a processor).
