@@ -91,7 +91,7 @@ class PlacedNetwork {
                                            std::max(bounds_.max_easting, bounds.max_easting)};
       plans.push_back(std::move(road.plan));
     }
-    network_.emplace(plans);
+    network_.emplace(plans, options.threads);
   }
   const PlanBounds& Bounds() const { return bounds_; }
 

@@ -79,7 +79,7 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
     const Network network(roads);
     const std::vector<RoadPoints> spans(roads.begin(), roads.end());
     const NetworkSearch narrow(MergeRoads(spans, std::vector<bool>(roads.size(), true)), CVaglinje::Seknoll,
-                               BaselineRoutines());
+                               1, BaselineRoutines());
     std::vector<double> x(64), y(64);
     std::vector<Answer> nearest(64);
     for (size_t i = 0; i < 64; ++i) {

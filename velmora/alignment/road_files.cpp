@@ -1,13 +1,8 @@
 #include "velmora/alignment/road_files.h"
 
-#include <algorithm>
-#include <atomic>
-#include <exception>
-#include <mutex>
-#include <system_error>
-#include <thread>
-
 #include "velmora/alignment/alignment_file.h"
+#include "velmora/alignment/combined_reader.h"
+#include "velmora/platform/in_threads.h"
 #include "velmora/platform/whole_file.h"
 
 namespace velmora {
@@ -15,16 +10,28 @@ namespace {
 
 RoadFile ReadRoadFile(const CString& name) {
   RoadFile road;
-  AlignmentFile file;
   TextReader reader;
+  if (!reader.Open(name)) {
+    road.problem = Finding{0, WhyUnopened(name)};
+    return road;
+  }
+  ReadCombined(
+      reader,
+      [&](LineKind kind, const kovltype& point) {
+        (kind == LineKind::kPlanPoint ? road.plan : road.profile).push_back(point);
+      },
+      [](int, LineKind, const CString&) {});
+  if (!reader.Failed() && road.plan.size() >= 2) return road;
+  road.plan.clear();
+  // Once more for what is wrong with it.
+  AlignmentFile file;
   if (!reader.Open(name))
     road.problem = Finding{0, WhyUnopened(name)};
   else
     road.problem = ReadAlignmentFile(reader, &file);
-  if (road.problem) return road;
+  if (!road.problem) road.problem = ProblemOfPlan(file);
+  if (!road.problem) road.plan = std::move(file.plan);  // another program has written it meanwhile
   road.profile = std::move(file.profile);
-  road.problem = ProblemOfPlan(file);
-  if (!road.problem) road.plan = std::move(file.plan);
   return road;
 }
 
@@ -32,27 +39,7 @@ RoadFile ReadRoadFile(const CString& name) {
 
 std::vector<RoadFile> ReadRoadFiles(std::span<const CString> files, int threads) {
   std::vector<RoadFile> roads(files.size());
-  std::atomic<size_t> next = 0;
-  std::mutex mutex;
-  std::exception_ptr failed;
-  const auto run = [&] {
-    try {
-      for (size_t i = next++; i < files.size(); i = next++) roads[i] = ReadRoadFile(files[i]);
-    } catch (...) {
-      const std::lock_guard lock(mutex);
-      failed = std::current_exception();
-      next = files.size();
-    }
-  };
-  const size_t wanted = threads > 0 ? static_cast<size_t>(threads) : std::thread::hardware_concurrency();
-  std::vector<std::thread> running;
-  try {
-    while (running.size() + 1 < std::min(wanted, files.size())) running.emplace_back(run);
-  } catch (const std::system_error&) {  // fewer threads will do
-  }
-  run();
-  for (std::thread& thread : running) thread.join();
-  if (failed) std::rethrow_exception(failed);
+  InThreads(files.size(), threads, [&](size_t i) { roads[i] = ReadRoadFile(files[i]); });
   return roads;
 }
 

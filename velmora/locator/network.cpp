@@ -33,13 +33,13 @@ struct Network::State {
     PlanSnapshot plan;
   };
 
-  explicit State(std::span<const RoadPoints> roads) : no_station(CVaglinje::Seknoll) {
+  State(std::span<const RoadPoints> roads, int threads) : no_station(CVaglinje::Seknoll) {
     std::vector<bool> takes(roads.size(), true);
-    search.emplace(MergeRoads(roads, takes), no_station);
+    search.emplace(MergeRoads(roads, takes), no_station, threads);
     if (!search->Plan().HasUnbounded()) return;
     for (const std::uint32_t segment : search->Plan().Unbounded())
       takes[RoadOfMark(search->Plan().Roads()[segment])] = false;
-    search.emplace(MergeRoads(roads, takes), no_station);
+    search.emplace(MergeRoads(roads, takes), no_station, threads);
     for (size_t i = 0; i < roads.size(); ++i)
       if (!takes[i])
         unbounded.push_back(
@@ -57,11 +57,11 @@ struct Network::State {
   std::vector<Unbounded> unbounded;
 };
 
-Network::Network(std::span<const std::vector<kovltype>> roads)
-    : state_(std::make_unique<State>(PointsOf(roads))) {}
+Network::Network(std::span<const std::vector<kovltype>> roads, int threads)
+    : state_(std::make_unique<State>(PointsOf(roads), threads)) {}
 
 Network::Network(std::span<const CString> files, int threads, int* results)
-    : Network(ReadPlans(files, threads, results)) {}
+    : Network(ReadPlans(files, threads, results), threads) {}
 
 Network::~Network() = default;
 Network::Network(Network&&) noexcept = default;

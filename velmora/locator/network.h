@@ -30,9 +30,10 @@ struct NetworkPlace {
 // Immutable to its callers and safe to use from many threads at once; caches as Locator does.
 class VELMORA_API Network {
  public:
-  // Copies the points. Roads of less than two points keep their numbers and never answer.
-  explicit Network(std::span<const std::vector<kovltype>> roads);
-  // From the plans of alignment files, plain or combined, read by `threads` threads (0: one a processor). A
+  // Copies the points; prepared by `threads` threads (0: one a processor). Roads of less than two points keep
+  // their numbers and never answer.
+  explicit Network(std::span<const std::vector<kovltype>> roads, int threads = 1);
+  // From the plans of alignment files, plain or combined, read and prepared by `threads` threads. A
   // road's number is its file's position. `results` gets one value for each file: 0, or -1 for one that
   // cannot be read or has no plan of two points, which never answers.
   Network(std::span<const CString> files, int threads, int* results);

@@ -42,8 +42,9 @@ class NetworkSearch::Met {
   size_t last_ = 0;
 };
 
-NetworkSearch::NetworkSearch(MergedRoads merged, double no_station, const BatchRoutines& routines)
-    : PlanSearch(std::move(merged.points), no_station, routines, std::move(merged.marks)),
+NetworkSearch::NetworkSearch(MergedRoads merged, double no_station, int threads,
+                             const BatchRoutines& routines)
+    : PlanSearch(std::move(merged.points), no_station, routines, std::move(merged.marks), threads),
       no_station_(no_station),
       ranges_(std::move(merged.ranges)) {}
 

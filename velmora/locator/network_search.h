@@ -22,8 +22,8 @@ struct RoadAnswer {
 
 class NetworkSearch : public PlanSearch {
  public:
-  explicit NetworkSearch(MergedRoads merged, double no_station,
-                         const BatchRoutines& routines = FastestRoutines());
+  NetworkSearch(MergedRoads merged, double no_station, int threads,
+                const BatchRoutines& routines = FastestRoutines());
 
   // Adds the answers of the roads within `metres`, in no order.
   void AddWithin(PlanePoint p, double metres, std::vector<RoadAnswer>* answers) const;

@@ -12,7 +12,9 @@ namespace {
 // part of them.
 constexpr size_t kLargePlan = size_t{1} << 16;
 constexpr size_t kPointsForSegments = 8;
-constexpr size_t kMostSorted = size_t{1} << 20;
+// Sorted at once: each part of a batch goes over the whole plan.
+constexpr size_t kLeastSorted = size_t{1} << 20;
+constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
 constexpr size_t kMostCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
@@ -22,8 +24,8 @@ constexpr size_t kShortBatch = kMostInBatch / 2;
 }  // namespace
 
 PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines,
-                       std::vector<std::uint32_t> roads)
-    : plan_(std::move(points), no_station, std::move(roads)),
+                       std::vector<std::uint32_t> roads, int threads)
+    : plan_(std::move(points), no_station, std::move(roads), threads),
       routines_(routines),
       grid_(plan_, routines_.distances),
       view_{grid_.Layout(),
@@ -43,7 +45,7 @@ PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const Ba
 void PlanSearch::Find(const double* x, const double* y, size_t count, double* station, double* offset,
                       int* result) const {
   const size_t segments = plan_.Segments();
-  const size_t part = std::min(count, kMostSorted);
+  const size_t part = std::min(count, std::max(kLeastSorted, kSortedForSegments * segments));
   if (segments < kLargePlan || part < segments / kPointsForSegments || !AreScattered(x, y, count, kClose)) {
     FindInOrder(x, y, count, station, offset, result);
     return;

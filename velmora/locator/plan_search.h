@@ -19,7 +19,8 @@ class PlanSearch {
  public:
   // As PlanSnapshot.
   PlanSearch(std::vector<kovltype> points, double no_station,
-             const BatchRoutines& routines = FastestRoutines(), std::vector<std::uint32_t> roads = {});
+             const BatchRoutines& routines = FastestRoutines(), std::vector<std::uint32_t> roads = {},
+             int threads = 1);
   virtual ~PlanSearch();
   PlanSearch(const PlanSearch&) = delete;
   PlanSearch& operator=(const PlanSearch&) = delete;

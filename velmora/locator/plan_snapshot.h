@@ -55,7 +55,9 @@ class PlanSnapshot {
 
   // One road; or several (MergeRoads): `roads` then holds each segment's mark, kBetweenRoads for one that
   // joins two.
-  PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads = {});
+  // Made by `threads` threads (0: one a processor).
+  PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads = {},
+               int threads = 1);
   static constexpr std::uint32_t kBetweenRoads = 0xffffffff;
 
   const std::vector<kovltype>& Points() const { return points_; }
@@ -98,8 +100,12 @@ class PlanSnapshot {
  private:
   static constexpr std::uint32_t kNoArc = 0xffffffff;
 
-  void AddArcs();
-  void Bound();
+  struct Part;
+
+  void NumberArcs();
+  void Fill(const Part& part);
+  void Bound(Part* part, std::vector<FootBound>* leaves) const;
+  void PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves);
 
   std::vector<kovltype> points_;
   std::vector<std::uint32_t> roads_;
