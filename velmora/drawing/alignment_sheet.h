@@ -19,8 +19,9 @@ struct PlotBoring {
   std::optional<double> level;
   bool placed = false;  // along the road: station and offset are valid
   double station = 0;
-  double offset = 0;     // positive to the right
-  bool too_far = false;  // not placed, as its offset, which is valid, is too large
+  double offset = 0;        // positive to the right
+  bool too_far = false;     // not placed, as its offset, which is valid, is too large
+  std::string status = {};  // why it is not placed, for people; may be empty
 
   bool HasOffset() const { return placed || too_far; }
 };

@@ -66,7 +66,7 @@ class Canvas {
  public:
   virtual ~Canvas() = default;
 
-  // Called first, and once.
+  // Called first, and before each further sheet of formats that hold several.
   virtual void BeginSheet(std::string_view title, double width, double height) = 0;
 
   virtual void Line(SheetPoint a, SheetPoint b, const Style& style) = 0;

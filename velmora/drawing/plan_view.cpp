@@ -70,7 +70,9 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   canvas.Text(heading_at, heading, {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
   // The order matters: each part avoids what was placed before it.
-  const PlanBorings borings = BoringsOnPlan(sheet, input.borings);
+  std::vector<const PlotBoring*> all;
+  for (const PlotBoring& boring : input.borings) all.push_back(&boring);
+  const PlanBorings borings = BoringsOnPlan(sheet, all);
   ReserveLine(sheet);
   ReserveBorings(sheet, borings);
   DrawNorthArrow(sheet);
@@ -82,7 +84,7 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   const size_t without_label = LabelBorings(sheet, borings, key);
   LabelRadii(sheet);
   return {.scale = frame.Scale(),
-          .off_sheet = input.borings.size() - borings.on_sheet.size(),
+          .off_sheet = borings.outside.size(),
           .without_label = without_label,
           .dots = !borings.circled,
           .strays = std::any_of(borings.on_sheet.begin(), borings.on_sheet.end(),

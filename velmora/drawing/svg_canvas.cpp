@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "velmora/drawing/plain_text.h"
 #include "velmora/drawing/scale.h"
-#include "velmora/text/codepage.h"
 
 namespace velmora::drawing {
 namespace {
@@ -32,30 +32,21 @@ std::string Hex(Colour colour) {
   return text;
 }
 
-bool IsUnwanted(char32_t c) {
-  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2066 && c <= 0x2069) || (c & 0xFFFE) == 0xFFFE;
-}
-
 std::string Escaped(std::string_view utf8) {
   std::string escaped;
-  while (!utf8.empty()) {
-    char32_t c = 0;
-    const size_t length = DecodeUtf8Sequence(utf8, &c);
-    utf8.remove_prefix(length == 0 ? 1 : length);
-    if (length == 0 || IsUnwanted(c)) c = 0xFFFD;
+  for (const char c : PlainText(utf8)) {
     switch (c) {
-      case U'&':
+      case '&':
         escaped += "&amp;";
         break;
-      case U'<':
+      case '<':
         escaped += "&lt;";
         break;
-      case U'>':
+      case '>':
         escaped += "&gt;";
         break;
       default:
-        AppendUtf8(c, &escaped);
+        escaped += c;
     }
   }
   return escaped;
@@ -73,6 +64,7 @@ std::string ArcData(const PathPoint& a, SheetPoint b) {
 }  // namespace
 
 void SvgCanvas::BeginSheet(std::string_view title, double width, double height) {
+  EndSheet();
   const std::string w = Number(width);
   const std::string h = Number(height);
   text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
@@ -154,10 +146,21 @@ void SvgCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& for
   text_ += ">" + Escaped(utf8) + "</text>\n";
 }
 
-std::string SvgCanvas::Finish() {
+void SvgCanvas::EndSheet() {
   CloseGroup();
-  text_ += "</svg>\n";
-  return std::exchange(text_, {});
+  if (text_.empty()) return;
+  finished_.push_back(std::move(text_) + "</svg>\n");
+  text_.clear();
+}
+
+std::string SvgCanvas::Finish() {
+  std::vector<std::string> sheets = FinishSheets();
+  return sheets.empty() ? std::string() : std::move(sheets.front());
+}
+
+std::vector<std::string> SvgCanvas::FinishSheets() {
+  EndSheet();
+  return std::exchange(finished_, {});
 }
 
 }  // namespace velmora::drawing
