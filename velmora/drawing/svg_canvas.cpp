@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "velmora/drawing/plain_text.h"
+#include "velmora/drawing/markup_text.h"
 #include "velmora/drawing/scale.h"
 
 namespace velmora::drawing {
@@ -32,26 +32,6 @@ std::string Hex(Colour colour) {
   return text;
 }
 
-std::string Escaped(std::string_view utf8) {
-  std::string escaped;
-  for (const char c : PlainText(utf8)) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
-}
-
 // The arc from `a` on to `b`.
 std::string ArcData(const PathPoint& a, SheetPoint b) {
   const double size = std::fabs(a.bulge);
@@ -69,7 +49,7 @@ void SvgCanvas::BeginSheet(std::string_view title, double width, double height) 
   const std::string h = Number(height);
   text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
           w + "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
-          "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n<title>" + Escaped(title) + "</title>\n";
+          "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n<title>" + MarkupText(title) + "</title>\n";
   Rectangle({0, 0, width, height}, {.layer = "paper", .fill = 0xFFFFFF});
 }
 
@@ -143,7 +123,7 @@ void SvgCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& for
   if (format.anchor == TextAnchor::kEnd) text_ += " text-anchor=\"end\"";
   if (format.bold) text_ += " font-weight=\"bold\"";
   if (format.angle != 0) text_ += " transform=\"rotate(" + Number(format.angle) + " " + Pair(at) + ")\"";
-  text_ += ">" + Escaped(utf8) + "</text>\n";
+  text_ += ">" + MarkupText(utf8) + "</text>\n";
 }
 
 void SvgCanvas::EndSheet() {
