@@ -4,10 +4,14 @@
 
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
-#include "cli/output/progress.h"
 #include "cli/output/records.h"
+#include "cli/report/cairo_canvas.h"
+#include "cli/report/creation_time.h"
+#include "cli/report/progress_canvas.h"
 #include "cli/report/table.h"
+#include "cli/report/xlsx_table.h"
 #include "cli/terminal/error.h"
+#include "velmora/drawing/dxf_canvas.h"
 #include "velmora/drawing/html_report.h"
 #include "velmora/drawing/svg_canvas.h"
 
@@ -34,10 +38,15 @@ std::string NameOfSheet(const std::string& to, size_t sheet, size_t sheets) {
   return to.substr(0, to.size() - ending.size()) + "-" + number + to.substr(to.size() - ending.size());
 }
 
+ReportSummary DrawSheets(const Report& report, drawing::Canvas& canvas) {
+  ProgressCanvas with_progress(canvas, drawing::SizeOfReport(report).sheets);
+  return drawing::DrawReport(report, with_progress);
+}
+
 Inputs WriteSvg(const Report& report, const ReportOptions& options, const Inputs& inputs,
                 ReportSummary* summary) {
   drawing::SvgCanvas canvas;
-  *summary = drawing::DrawReport(report, canvas);
+  *summary = DrawSheets(report, canvas);
   const std::vector<std::string> sheets = canvas.FinishSheets();
   Inputs files;
   for (size_t i = 0; i < sheets.size(); ++i)
@@ -48,8 +57,55 @@ Inputs WriteSvg(const Report& report, const ReportOptions& options, const Inputs
 Inputs WriteHtml(const Report& report, const ReportOptions& options, const Inputs& inputs,
                  ReportSummary* summary) {
   drawing::SvgCanvas canvas;
-  *summary = drawing::DrawReport(report, canvas);
+  *summary = DrawSheets(report, canvas);
   return {WriteOne(options.to, inputs, drawing::HtmlReport(report, *summary, canvas.FinishSheets()))};
+}
+
+DocumentFacts FactsOf(const Report& report) {
+  return {report.road.name.empty() ? "Road without a name" : report.road.name, report.author, CreationTime()};
+}
+
+Inputs WritePdf(const Report& report, const ReportOptions& options, const Inputs& inputs,
+                ReportSummary* summary) {
+  OutputFile output(options.to, inputs);
+  const auto canvas = MakePdfCanvas(FactsOf(report), [&](std::string_view bytes) { output.Write(bytes); });
+  *summary = DrawSheets(report, *canvas);
+  canvas->Finish();
+  output.Finish();
+  return {options.to};
+}
+
+Inputs WritePng(const Report& report, const ReportOptions& options, const Inputs& inputs,
+                ReportSummary* summary) {
+  constexpr double kDotsPerInch = 200;
+  const size_t sheets = drawing::SizeOfReport(report).sheets;
+  Inputs files;
+  const auto canvas = MakePngCanvas(kDotsPerInch, [&](std::string_view bytes) {
+    files.push_back(WriteOne(NameOfSheet(options.to, files.size(), sheets), inputs, bytes));
+  });
+  *summary = DrawSheets(report, *canvas);
+  canvas->Finish();
+  return files;
+}
+
+// In map coordinates, or as sheets.
+Inputs WriteDxf(const Report& report, const ReportOptions& options, const Inputs& inputs,
+                ReportSummary* summary) {
+  OutputFile output(options.to, inputs);
+  drawing::DxfCanvas canvas =
+      options.paper ? drawing::DxfCanvas() : drawing::DxfCanvas(drawing::PositionOfReportMap(report));
+  *summary = options.paper ? DrawSheets(report, canvas) : drawing::DrawReportMap(report, canvas);
+  canvas.Finish([&](std::string_view bytes) { output.Write(bytes); });
+  output.Finish();
+  return {options.to};
+}
+
+Inputs WriteWorkbook(const Report& report, const ReportOptions& options, const Inputs& inputs,
+                     ReportSummary*) {
+  OutputFile output(options.to, inputs);
+  WriteXlsx(report.table, FactsOf(report), [&](std::string_view bytes) { output.Write(bytes); });
+  output.Finish();
+  return {options.to};
 }
 
 Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs& inputs, ReportSummary*) {
@@ -77,16 +133,19 @@ Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs
   return {options.to};
 }
 
+const char* WritesIt() { return nullptr; }
+
 constexpr ReportForm kForms[] = {
-    {"html", true, true, nullptr, WriteHtml},
-    {"svg", false, true, nullptr, WriteSvg},
-    {"csv", true, false, nullptr, WriteCsv},
+    {"pdf", true, true, WhyNoCairo, WritePdf},  {"html", true, true, WritesIt, WriteHtml},
+    {"dxf", true, true, WritesIt, WriteDxf},    {"svg", false, true, WritesIt, WriteSvg},
+    {"png", false, true, WhyNoCairo, WritePng}, {"xlsx", true, false, WhyNoXlsx, WriteWorkbook},
+    {"csv", true, false, WritesIt, WriteCsv},
 };
 
 std::string FormNames() {
   std::string names;
   for (const ReportForm& form : kForms)
-    if (form.missing == nullptr) names += (names.empty() ? "." : ", .") + std::string(form.name);
+    if (form.why_not() == nullptr) names += (names.empty() ? "." : ", .") + std::string(form.name);
   return names;
 }
 
@@ -94,7 +153,7 @@ std::string FormNames() {
 
 const ReportForm& UsualForm() {
   return *std::find_if(std::begin(kForms), std::end(kForms),
-                       [](const ReportForm& form) { return form.missing == nullptr; });
+                       [](const ReportForm& form) { return form.why_not() == nullptr; });
 }
 
 const ReportForm& FormOf(const ReportOptions& options) {
@@ -107,7 +166,7 @@ const ReportForm& FormOf(const ReportOptions& options) {
   if (form == std::end(kForms))
     throw Refusal(At(options.to, "a report is not written as " + Quoted("." + name) +
                                      "; use a name that ends in one of " + FormNames()));
-  if (form->missing != nullptr) throw Refusal(At(options.to, form->missing));
+  if (const char* why = form->why_not()) throw Refusal(At(options.to, why));
   return *form;
 }
 

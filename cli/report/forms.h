@@ -15,7 +15,7 @@ struct ReportForm {
   bool one_file;     // else a file a sheet
   bool sheets;       // else the table alone
   // Why this build of the command does not write it; null where it does.
-  const char* missing;
+  const char* (*why_not)();
   // Writes the file or files and returns their names. `inputs` are the files that the command reads.
   std::vector<std::string> (*write)(const drawing::Report& report, const ReportOptions& options,
                                     const std::vector<std::string>& inputs, drawing::ReportSummary* summary);

@@ -15,11 +15,9 @@
 namespace velmora::cli {
 namespace {
 
-constexpr size_t kMostSheets = 1000;
-
 void ShowSetup(const ReportSetup& setup) {
   OutputFile output;
-  RecordWriter records(output, OutputFormat::kTable, {{"key", ""}, {"value", ""}, {"from", ""}});
+  RecordWriter records(output, OutputFormat::kTable, {{"key", "key"}, {"value", "value"}, {"from", "from"}});
   for (const SetupLine& line : setup.lines) records.Row({line.key, line.value, line.from});
   records.Finish();
   output.Finish();
@@ -110,12 +108,12 @@ void MakeReport(const ReportOptions& given) {
   report.road.plan = std::move(input.plan);
   report.road.profile = std::move(input.profile);
   if (form.sheets) {
-    const size_t sheets = drawing::CountSheets(report);
-    if (sheets > kMostSheets)
+    const drawing::ReportSize size = drawing::SizeOfReport(report);
+    if (size.strips > drawing::kMostReportStrips)
       throw Refusal(
-          At(options.file, "would take " + std::to_string(sheets) + " sheets, and " +
-                               std::to_string(kMostSheets) +
-                               " are the most; give a smaller --scale or part of it with --stations"));
+          At(options.file, "would take more than " + std::to_string(drawing::kMostReportStrips) +
+                               " sheets at " + drawing::ScaleText(size.scale) +
+                               "; give a smaller --scale, as 2000, or part of the road with --stations"));
   }
   drawing::ReportSummary summary;
   const std::vector<std::string> files = form.write(report, options, inputs, &summary);

@@ -1,17 +1,17 @@
 #include "cli/report/setup.h"
 
-#include <cstdlib>
+#include <array>
 #include <ctime>
 
 #include "cli/context/project_folder.h"
 #include "cli/context/settings_context.h"
+#include "cli/report/creation_time.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/platform/files.h"
-#include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -81,17 +81,11 @@ std::optional<double> ScaleOf(const ScaleOption& option) {
   return option.largest ? std::nullopt : std::optional(option.denominator);
 }
 
+// Here, or in UTC where SOURCE_DATE_EPOCH gives it.
 std::string Today() {
-  const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
-  std::time_t now = std::time(nullptr);
-  const bool fixed = epoch != nullptr && *epoch != '\0';
-  if (fixed) {
-    const std::optional<double> seconds = ParseWholeNumber(WideFromUtf8(epoch));
-    if (!seconds || *seconds < 0 || *seconds > 253'402'300'799.0)  // the end of the year 9999
-      throw Refusal("SOURCE_DATE_EPOCH is not a number of seconds since 1970: " + Quoted(epoch));
-    now = static_cast<std::time_t>(*seconds);
-  }
-  const std::tm* const day = fixed ? std::gmtime(&now) : std::localtime(&now);
+  if (const std::optional<std::int64_t> fixed = FixedTime()) return DateText(*fixed);
+  const std::time_t now = std::time(nullptr);
+  const std::tm* const day = std::localtime(&now);
   std::array<char, 32> text{};
   if (day == nullptr) return {};
   return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", day)};
@@ -119,10 +113,7 @@ class Finder {
     FindDecimals();
     FindStamp();
     setup_.date = options_.date.empty() ? Today() : options_.date;
-    Add("date", setup_.date,
-        !options_.date.empty()                        ? "--date"
-        : std::getenv("SOURCE_DATE_EPOCH") != nullptr ? "SOURCE_DATE_EPOCH"
-                                                      : "today");
+    Add("date", setup_.date, !options_.date.empty() ? "--date" : FixedTime() ? "SOURCE_DATE_EPOCH" : "today");
     setup_.author = options_.author;
     if (!setup_.author.empty()) Add("author", setup_.author, "--author");
     return std::move(setup_);

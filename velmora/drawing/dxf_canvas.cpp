@@ -12,16 +12,14 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kLargestNumber = 1e7;     // mm
-constexpr double kGap = 20;                // mm between sheets
+constexpr double kFarthest = 1e7;          // mm
+constexpr double kBetweenSheets = 20;      // mm between sheets
 constexpr double kHeightOfCapital = 0.72;  // of the font size
 constexpr Colour kPaper = 0xFFFFFF;
 constexpr size_t kMostCharacters = 255;
-constexpr std::string_view kSheetLayer = "SHEETS";
+constexpr std::string_view kSheetLayer = "PAPER";
 
-double Bounded(double value) {
-  return std::isfinite(value) ? std::clamp(value, -kLargestNumber, kLargestNumber) : 0;
-}
+double Limited(double value) { return std::isfinite(value) ? std::clamp(value, -kFarthest, kFarthest) : 0; }
 
 std::string LayerName(std::string_view layer) {
   std::string name(layer);
@@ -34,7 +32,7 @@ std::string LayerName(std::string_view layer) {
 int LineWidth(double millimetres) {
   constexpr std::array<int, 24> kWidths = {0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
                                            53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
-  const double wanted = Bounded(millimetres) * 100;
+  const double wanted = Limited(millimetres) * 100;
   return *std::min_element(kWidths.begin(), kWidths.end(),
                            [&](int a, int b) { return std::fabs(a - wanted) < std::fabs(b - wanted); });
 }
@@ -66,11 +64,11 @@ bool IsFilled(const Style& style) { return style.fill && *style.fill != kPaper; 
 DxfCanvas::DxfCanvas(const MapPosition& position) : position_(position) { contents_.metres = true; }
 
 SheetPoint DxfCanvas::InDrawing(SheetPoint p) const {
-  return {position_.west + Bounded(p.x) * position_.metres,
-          position_.north - Bounded(p.y) * position_.metres};
+  return {position_.west + Limited(p.x) * position_.metres,
+          position_.north - Limited(p.y) * position_.metres};
 }
 
-double DxfCanvas::Length(double millimetres) const { return Bounded(millimetres) * position_.metres; }
+double DxfCanvas::Length(double millimetres) const { return Limited(millimetres) * position_.metres; }
 
 SheetPoint DxfCanvas::Include(SheetPoint p) {
   const SheetPoint drawn = InDrawing(p);
@@ -104,7 +102,7 @@ void DxfCanvas::AddLine(const Style& style) {
 void DxfCanvas::BeginSheet(std::string_view, double width, double height) {
   if (contents_.metres) return;
   position_ = {next_x_, height, 1};
-  next_x_ += width + kGap;
+  next_x_ += width + kBetweenSheets;
   Rectangle({0, 0, width, height}, {.layer = kSheetLayer, .line = 0x808080, .width = 0.13});
   contents_.views.push_back(
       {"SHEET-" + std::to_string(contents_.views.size() + 1), {position_.west, 0, width, height}});
@@ -148,7 +146,7 @@ void DxfCanvas::Vertices(std::span<const PathPoint> points) {
   for (const PathPoint& point : points) {
     const SheetPoint at = Include(point.at);
     entities_.At(10, at.x, at.y);
-    if (point.bulge != 0) entities_.Real(42, Bounded(point.bulge), 10);
+    if (point.bulge != 0) entities_.Real(42, Limited(point.bulge), 10);
   }
 }
 
@@ -162,7 +160,7 @@ void DxfCanvas::Path(std::span<const PathPoint> points, bool closed, const Style
     entities_.Integer(72, 1).Integer(73, 1).Integer(93, count);
     for (const PathPoint& point : points) {
       const SheetPoint at = Include(point.at);
-      entities_.At(10, at.x, at.y).Real(42, Bounded(point.bulge), 10);
+      entities_.At(10, at.x, at.y).Real(42, Limited(point.bulge), 10);
     }
     entities_.Lines("97 0\n75 0\n76 1\n98 0\n");
   }
@@ -188,7 +186,7 @@ void DxfCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& for
   const SheetPoint p = Include(at);
   Entity("TEXT", style.layer, *style.fill).Text(100, "AcDbText").At(10, p.x, p.y).Integer(30, 0);
   entities_.Real(40, height).Text(1, bytes);
-  if (format.angle != 0) entities_.Real(50, std::remainder(-Bounded(format.angle), 360));
+  if (format.angle != 0) entities_.Real(50, std::remainder(-Limited(format.angle), 360));
   entities_.Text(7, format.bold ? kDxfBoldStyle : "Standard").Integer(72, static_cast<int>(format.anchor));
   entities_.At(11, p.x, p.y).Integer(31, 0).Text(100, "AcDbText").Integer(73, kMiddleOfCapitals);
 }

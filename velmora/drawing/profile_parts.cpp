@@ -1,6 +1,7 @@
 #include "velmora/drawing/profile_parts.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "velmora/alignment/station_text.h"
@@ -18,20 +19,35 @@ constexpr double kLeastStep = 1;    // m between numbered stations
 constexpr size_t kMostVertexMarks = 100;
 constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
 constexpr double kLongestName = 20;   // mm
+constexpr double kHalfBar = 1.3;      // mm, of a boring's mark
+
+std::string LevelText(const ProfileSheet& sheet, double level) {
+  const double step = LevelStep(sheet.frame);
+  return FormatFixed(level, step < 0.1 ? 2 : step < 1 ? 1 : 0);
+}
 
 }  // namespace
 
 double LevelStep(const ProfileFrame& frame) { return NiceStep(frame.MetresUp(kLevelSpacing)); }
 
-void DrawLevelLines(const ProfileSheet& sheet) {
+void DrawLevelLines(const ProfileSheet& sheet, bool numbers) {
   const SheetRect& plot = sheet.plot;
-  const double level_step = LevelStep(sheet.frame);
-  const int decimals = level_step < 0.1 ? 2 : level_step < 1 ? 1 : 0;
-  for (const double level : Ticks(sheet.frame.Levels(), level_step)) {
+  for (const double level : Ticks(sheet.frame.Levels(), LevelStep(sheet.frame))) {
     const double y = sheet.frame.ToSheet({0, level}).y;
     sheet.canvas.Line({plot.x, y}, {plot.Right(), y}, kGrid);
-    sheet.canvas.Text({plot.x - 1.5, y}, FormatFixed(level, decimals),
+    if (!numbers) continue;
+    sheet.canvas.Text({plot.x - 1.5, y}, LevelText(sheet, level),
                       {.size = kLabelSize, .anchor = TextAnchor::kEnd}, kText);
+  }
+}
+
+void DrawLevelNumbers(const ProfileSheet& sheet) {
+  for (const double level : Ticks(sheet.frame.Levels(), LevelStep(sheet.frame))) {
+    const std::string text = LevelText(sheet, level);
+    const SheetPoint at = {sheet.plot.x + 1 + TextWidth(text, kLabelSize) / 2,
+                           sheet.frame.ToSheet({0, level}).y};
+    const std::array box = {TextBox(at, text, kLabelSize)};
+    WriteInFirst(sheet.canvas, sheet.obstacles, box, text, kLabelSize, kText);
   }
 }
 
@@ -110,18 +126,30 @@ BoringsOfProfile BoringsInProfile(const ProfileSheet& sheet, std::span<const Plo
   return found;
 }
 
+void ReserveMarkers(const ProfileSheet& sheet, std::vector<BoringInProfile>& borings) {
+  const bool bars = borings.size() <= kMostCircledBorings;
+  for (BoringInProfile& b : borings) {
+    if (!bars) {
+      b.line_y = b.at.y;
+      if (borings.size() <= kMostLabelledBorings)
+        sheet.obstacles.AddSolid({b.at, kManyDotsRadius, kManyDotsRadius});
+    } else {
+      sheet.obstacles.AddLine(LineBox(b.at, {b.at.x, b.line_y}, 0.3));
+      sheet.obstacles.AddSolid({b.at, kHalfBar, 0.25});
+    }
+  }
+}
+
 void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
-  constexpr double kHalfBar = 1.3;  // mm
-  for (const BoringInProfile& b : borings) {
-    sheet.canvas.Line(b.at, {b.at.x, b.line_y}, kBoringLine);
-    sheet.obstacles.AddLine(LineBox(b.at, {b.at.x, b.line_y}, 0.3));
+  if (borings.size() > kMostCircledBorings) {
+    std::vector<SheetPoint> dots;
+    for (const BoringInProfile& b : borings) dots.push_back(b.at);
+    sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
+    return;
   }
-  for (const BoringInProfile& b : borings) {
-    const SheetPoint left = {b.at.x - kHalfBar, b.at.y};
-    const SheetPoint right = {b.at.x + kHalfBar, b.at.y};
-    sheet.canvas.Line(left, right, kBoringLevel);
-    sheet.obstacles.AddSolid(LineBox(left, right, 0.5));
-  }
+  for (const BoringInProfile& b : borings) sheet.canvas.Line(b.at, {b.at.x, b.line_y}, kBoringLine);
+  for (const BoringInProfile& b : borings)
+    sheet.canvas.Line({b.at.x - kHalfBar, b.at.y}, {b.at.x + kHalfBar, b.at.y}, kBoringLevel);
 }
 
 namespace {
@@ -150,6 +178,7 @@ std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_lengt
 }  // namespace
 
 size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings, BoringKey* key) {
+  if (borings.size() > kMostLabelledBorings) return borings.size();
   const std::string widest = BoringKey::NumberText(borings.size() + key->Borings().size());
   const auto places = [&](size_t i, LabelKind kind) {
     const bool number = kind == LabelKind::kNumber;
@@ -176,16 +205,6 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
                       {.size = number ? kSmallSize : kLabelSize, .angle = place.box.angle}, kBoringText);
   }
   return without;
-}
-
-void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
-  std::vector<SheetPoint> dots;
-  for (const BoringInProfile& b : borings) {
-    dots.push_back(b.at);
-    if (borings.size() <= kMostLabelledBorings)
-      sheet.obstacles.AddSolid({b.at, kManyDotsRadius, kManyDotsRadius});
-  }
-  sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
 }
 
 }  // namespace velmora::drawing

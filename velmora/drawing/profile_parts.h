@@ -28,8 +28,10 @@ struct ProfileSheet {
 
 // Between lines of round levels, m.
 double LevelStep(const ProfileFrame& frame);
-// Lines at round levels, which are written at the left.
-void DrawLevelLines(const ProfileSheet& sheet);
+// Lines at round levels, with the levels to the left of the plot.
+void DrawLevelLines(const ProfileSheet& sheet, bool numbers = true);
+// The levels of these lines inside the plot, at its left edge.
+void DrawLevelNumbers(const ProfileSheet& sheet);
 // Lines at round stations, the plot's outline, and two rows below it: levels of the line and stations.
 void DrawStationAxis(const ProfileSheet& sheet);
 void DrawProfileLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>& samples);
@@ -48,9 +50,10 @@ struct BoringsOfProfile {
 };
 BoringsOfProfile BoringsInProfile(const ProfileSheet& sheet, std::span<const PlotBoring* const> borings);
 
-// A bar at each boring's level, with a line to the road's.
+// A bar at each boring's level, with a line to the road's; a dot each where there are many. The dots have no
+// line, which their `line_y` tells the labels.
+void ReserveMarkers(const ProfileSheet& sheet, std::vector<BoringInProfile>& borings);
 void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings);
-void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings);
 // Returns the number of borings without a label.
 size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings, BoringKey* key);
 

@@ -87,19 +87,21 @@ std::vector<ProfileSection> SectionsOf(const std::vector<ProfilePoint>& line, do
       const double limit = b.level > a.level ? levels.low + room : levels.high - room;
       const double part = (limit - a.level) / (b.level - a.level);
       ProfilePoint cut = Between(a, b, std::isfinite(part) ? std::clamp(part, 0.0, 1.0) : 0.0);
-      if (cut.station < start + least) {
+      const bool too_early = cut.station < start + least;
+      if (too_early) {
         if (start + least >= b.station) break;  // goes on beyond the section's edge
         cut = Between(a, b, (start + least - a.station) / (b.station - a.station));
-      } else {
-        levels.Add(limit);
       }
+      // Neither section shows the way of a jump; the next one begins where it ends.
+      const bool jump = b.station - a.station < least / 10 ||
+                        (b.station - cut.station < least && std::fabs(b.level - cut.level) > room);
+      if (!too_early && !jump) levels.Add(limit);
       sections.push_back({{start, cut.station}, levels});
       start = cut.station;
-      const bool steep = b.station - cut.station < least && std::fabs(b.level - cut.level) > room;
       levels = {};
-      levels.Add(steep ? b.level : cut.level);
+      levels.Add(jump ? b.level : cut.level);
       a = cut;
-      if (steep) break;
+      if (jump) break;
     }
   }
   sections.push_back({{start, line.back().station}, levels});

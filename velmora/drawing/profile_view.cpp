@@ -65,17 +65,11 @@ ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInp
   for (const PlotBoring& boring : input.borings) all.push_back(&boring);
   BoringsOfProfile found = BoringsInProfile(sheet, all);
   summary.off_sheet = found.outside.size();
-  std::vector<BoringInProfile>& borings = found.in_plot;
   DrawProfileLine(sheet, profile.Samples(frame.MetresAlong(1)));
-  if (borings.size() <= kMostCircledBorings) {
-    DrawMarkers(sheet, borings);
-  } else {
-    for (BoringInProfile& b : borings) b.line_y = b.at.y;  // without a line to the road's
-    DrawLevelDots(sheet, borings);
-  }
+  ReserveMarkers(sheet, found.in_plot);
+  DrawMarkers(sheet, found.in_plot);
   DrawVertices(sheet);
-  summary.without_label =
-      borings.size() <= kMostLabelledBorings ? LabelMarkers(sheet, borings, key) : borings.size();
+  summary.without_label = LabelMarkers(sheet, found.in_plot, key);
   return summary;
 }
 

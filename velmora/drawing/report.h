@@ -64,8 +64,17 @@ struct ReportSummary {
   std::vector<std::string> notes;  // lines for people on what the sheets leave out; empty when nothing
 };
 
-// How many sheets it takes, quickly: a small scale of a long road takes very many.
-size_t CountSheets(const Report& report);
+// How large a report is, found without drawing. One of more than kMostReportStrips has no strips at all: only
+// overview and table are drawn, and the notes say so.
+struct ReportSize {
+  size_t sheets = 0;
+  size_t strips = 0;  // that the scale asks for; of more than kMostReportStrips one more than these
+  double scale = 0;
+  double height_scale = 0;
+};
+inline constexpr size_t kMostReportStrips = 2000;
+ReportSize SizeOfReport(const Report& report);
+
 // Begins each sheet in turn and draws it. Any input gives at least one sheet, if need be one that says there
 // is nothing to draw.
 ReportSummary DrawReport(const Report& report, Canvas& canvas);

@@ -29,18 +29,24 @@ struct ReportPlan {
   SheetRect profile_panel{};
   StripRoom room;
   double height_scale = 0;
-  std::vector<Strip> strips;                         // none when they would be more than kMostStrips
+  std::vector<Strip> strips;                         // none when they would be more than kMostReportStrips
   bool too_many = false;                             // as they would
   std::vector<std::vector<const PlotBoring*>> near;  // of each strip, by station: those to be drawn there
   std::vector<const PlotBoring*> nowhere;            // those along the road that no strip reaches
 
+  std::vector<PlanFrame> frames;  // of each strip's plan
+  size_t first_strip_sheet = 2;
+
+  // Lines for people on what the sheets leave out.
+  std::vector<std::string> Notes() const;
+
  private:
+  void CutPlan();
+  void CutProfile();
   void PlaceBorings();
+  void PlaceStrays();
   double HeightScaleOfAll() const;
 };
-
-// The number of the first strip's sheet; the overview comes before it.
-inline constexpr size_t kFirstStripSheet = 2;
 
 }  // namespace velmora::drawing
 

@@ -39,4 +39,11 @@ SheetLayout::SheetLayout(const ritformattype& wanted) {
   views = {x, y, format.ytaBredd, std::min(y + format.ytaHojd, beside.y - kGap) - y};
 }
 
+SheetRect TableArea(const SheetLayout& layout) {
+  constexpr double kAround = 4;  // mm
+  constexpr double kHeading = 6;
+  const double top = layout.frame.y + kAround + kHeading;
+  return {layout.frame.x + kAround, top, layout.frame.width - 2 * kAround, layout.beside.y - kGap - top};
+}
+
 }  // namespace velmora::drawing

@@ -30,6 +30,9 @@ struct SheetLayout {
   SheetRect beside;  // for notes: the frame beside it or, where there is no room, above it
 };
 
+// For tables, with room for a heading above.
+SheetRect TableArea(const SheetLayout& layout);
+
 }  // namespace velmora::drawing
 
 #endif  // VELMORA_DRAWING_SHEET_LAYOUT_H_

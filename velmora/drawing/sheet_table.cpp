@@ -46,6 +46,13 @@ void SheetTable::MeasureColumns(size_t required, double width) {
     widths_.push_back(std::min(widths[column], std::max(rest, kSize + kGap)));
     width_ += widths_.back();
   }
+  // A narrower column may make room for a second block.
+  constexpr double kNarrowest = 26;
+  const auto widest = std::max_element(widths_.begin(), widths_.end());
+  const double excess = width_ - (width - kBlockGap) / 2;
+  if (excess <= 0 || *widest - excess < kNarrowest) return;
+  *widest -= excess;
+  width_ -= excess;
 }
 
 double SheetTable::HeadHeight() const {
@@ -53,10 +60,15 @@ double SheetTable::HeadHeight() const {
   return std::any_of(columns_.begin(), columns_.end(), has_unit) ? 8.5 : 5.5;
 }
 
+std::vector<std::string> SheetTable::LinesOfCell(size_t row, size_t column) const {
+  constexpr double kRounding = 0.01;  // mm; the longest text of a column has its width
+  return WrapText(cell_(row, column), kSize, widths_[column] - kGap + kRounding, kMostLines);
+}
+
 size_t SheetTable::LinesOf(size_t row) const {
   size_t lines = 1;
   for (size_t column = 0; column < widths_.size(); ++column)
-    lines = std::max(lines, WrapText(cell_(row, column), kSize, widths_[column] - kGap, kMostLines).size());
+    lines = std::max(lines, LinesOfCell(row, column).size());
   return lines;
 }
 
@@ -106,7 +118,7 @@ void SheetTable::DrawBlock(Canvas& canvas, const Block& block) const {
     x = block.x;
     size_t lines = 1;
     for (size_t column = 0; column < widths_.size(); ++column) {
-      const auto texts = WrapText(cell_(row, column), kSize, widths_[column] - kGap + 0.01, kMostLines);
+      const auto texts = LinesOfCell(row, column);
       for (size_t i = 0; i < texts.size(); ++i)
         write(column, y + kPitch * (static_cast<double>(i) + 0.5), texts[i], false);
       lines = std::max(lines, texts.size());

@@ -44,6 +44,7 @@ class SheetTable {
   };
 
   void MeasureColumns(size_t required, double width);
+  std::vector<std::string> LinesOfCell(size_t row, size_t column) const;
   size_t LinesOf(size_t row) const;
   // Puts rows from `row` on into the rectangle. Returns the first that did not fit.
   size_t FillPage(size_t row, const SheetRect& area);

@@ -63,6 +63,124 @@ double BaseLevel(const ProfileSection& section, std::span<const PlotBoring* cons
   return std::isfinite(rounded) ? rounded : base;
 }
 
+class StripProfile {
+ public:
+  StripProfile(Canvas& canvas, const SheetRect& panel, const StripContent& content, const ProfileLine& whole,
+               const ProfileStyle& style)
+      : canvas_(canvas),
+        content_(content),
+        style_(style),
+        plot_(PlotOf(panel, content, &stations_)),
+        profile_(whole.Part(stations_)),
+        line_(CutToStations(profile_.Samples(content.room.Metres(1)), stations_)),
+        obstacles_(plot_.Inset(0.5)) {
+    const double metres_up = style.height_scale / 1000;
+    const double room = RoomForLevels(panel.height) * metres_up;
+    sections_ = SectionsOf(line_, room, content.room.Metres(kLeastSection));
+    if (sections_.empty()) sections_.push_back({stations_, AnyLevel()});
+    sections_.front().stations.low = stations_.low;
+    sections_.back().stations.high = stations_.high;
+    for (const ProfileSection& section : sections_) {
+      const double base = BaseLevel(section, content.borings, room, metres_up);
+      bases_.push_back(base);
+      frames_.emplace_back(plot_, content.room.scale, style.height_scale, stations_.Middle(), base);
+      const double left = XOf(section.stations.low);
+      plots_.push_back({left, plot_.y, XOf(section.stations.high) - left, plot_.height});
+    }
+  }
+
+  StripProfileSummary Draw(BoringKey* key) {
+    for (size_t i = 0; i < sections_.size(); ++i) DrawLevelLines(Sheet(i), /*numbers=*/i == 0);
+    DrawStationAxis({canvas_, plot_, frames_[0], profile_, obstacles_, content_.input.km_stations, kHeadings,
+                     style_.decimals});
+    for (size_t i = 1; i < sections_.size(); ++i) DrawStep(plots_[i]);
+    for (size_t i = 0; i < sections_.size(); ++i)
+      for (const auto& piece : Clip(line_, sections_[i].stations, frames_[i].Levels()))
+        DrawProfileLine(Sheet(i), piece);
+    StripProfileSummary summary;
+    std::vector<BoringInProfile> borings = FindBorings(&summary);
+    ReserveMarkers(Sheet(0), borings);
+    for (size_t i = 0; i < sections_.size(); ++i) {
+      if (i > 0) DrawLevelNumbers(Sheet(i));
+      const std::string reference = "Reference level " + FormatFixed(bases_[i], style_.decimals);
+      const double x = plots_[i].x + 1.5 + TextWidth(reference, kSmallSize) / 2;
+      const std::array places = {TextBox({x, plot_.Bottom() - 1.8}, reference, kSmallSize),
+                                 TextBox({x, plot_.y + 1.8}, reference, kSmallSize)};
+      WriteInFirst(canvas_, obstacles_, places, reference, kSmallSize, kText);
+    }
+    for (size_t i = 0; i < sections_.size(); ++i) DrawVertices(Sheet(i));
+    DrawMarkers(Sheet(0), borings);
+    summary.without_label = LabelMarkers(Sheet(0), borings, key);
+    if (content_.course.Length() > 0) DrawBand();
+    return summary;
+  }
+
+ private:
+  ProfileSheet Sheet(size_t i) {
+    return {canvas_,   plots_[i],      frames_[i], profile_, obstacles_, content_.input.km_stations,
+            kHeadings, style_.decimals};
+  }
+  double XOf(double station) const {
+    return plot_.x + plot_.width / 2 + (station - stations_.Middle()) * 1000 / content_.room.scale;
+  }
+
+  // For a strip without a line.
+  Interval AnyLevel() const {
+    Interval level;
+    for (const PlotBoring* boring : content_.borings) {
+      if (!boring->placed || !boring->level || !IsDrawable(*boring->level)) continue;
+      level.Add(*boring->level);
+      return level;
+    }
+    level.Add(0);
+    return level;
+  }
+
+  void DrawStep(const SheetRect& plot) {
+    canvas_.Line({plot.x, plot.y}, {plot.x, plot.Bottom()}, kMatchLine);
+    obstacles_.AddLine(LineBox({plot.x, plot.y}, {plot.x, plot.Bottom()}, 0.4));
+  }
+
+  std::vector<BoringInProfile> FindBorings(StripProfileSummary* summary) {
+    std::vector<BoringInProfile> borings;
+    for (const PlotBoring* boring : content_.borings)
+      if (boring->placed && !boring->level) summary->without_level.push_back(boring);
+    for (size_t i = 0; i < sections_.size(); ++i) {
+      std::vector<const PlotBoring*> own;
+      for (const PlotBoring* boring : content_.borings)
+        if (sections_[i].stations.Contains(boring->station) &&
+            (i == 0 || boring->station > sections_[i].stations.low))
+          own.push_back(boring);
+      const BoringsOfProfile found = BoringsInProfile(Sheet(i), own);
+      borings.insert(borings.end(), found.in_plot.begin(), found.in_plot.end());
+      summary->outside.insert(summary->outside.end(), found.outside.begin(), found.outside.end());
+    }
+    return borings;
+  }
+
+  void DrawBand() {
+    const SheetRect band = {plot_.x, plot_.Bottom() + 2 * kProfileRow, plot_.width, kBandHeight};
+    canvas_.Line({plot_.x - kHeadings, band.Bottom()}, {plot_.Right(), band.Bottom()}, kHairline);
+    canvas_.Text({plot_.x - kHeadings + 1, band.y + band.height / 2}, "Plan",
+                 {.size = kLabelSize, .anchor = TextAnchor::kStart}, kText);
+    DrawPlanBand(canvas_, band, content_.course, content_.strip.begin, content_.strip.end,
+                 [this](double station) { return XOf(station); });
+  }
+
+  Canvas& canvas_;
+  const StripContent& content_;
+  ProfileStyle style_;
+  Interval stations_;
+  SheetRect plot_;
+  ProfileLine profile_;  // of these stations
+  std::vector<ProfilePoint> line_;
+  Obstacles obstacles_;
+  std::vector<ProfileSection> sections_;
+  std::vector<double> bases_;  // of each section
+  std::vector<ProfileFrame> frames_;
+  std::vector<SheetRect> plots_;
+};
+
 }  // namespace
 
 double RoomForLevels(double panel_height) {
@@ -78,86 +196,8 @@ Interval LevelsOver(const ProfileLine& profile, const Interval& stations, double
 }
 
 StripProfileSummary DrawStripProfile(Canvas& canvas, const SheetRect& panel, const StripContent& content,
-                                     const ProfileLine& whole, const ProfileStyle& style, BoringKey* key) {
-  StripProfileSummary summary;
-  for (const PlotBoring* boring : content.borings)
-    if (boring->placed && !boring->level) summary.without_level.push_back(boring);
-  Interval stations;
-  const SheetRect plot = PlotOf(panel, content, &stations);
-  const double scale = content.room.scale;
-  const ProfileLine profile = whole.Part(stations);
-  const std::vector<ProfilePoint> line = CutToStations(profile.Samples(content.room.Metres(1)), stations);
-  const double metres_up = style.height_scale / 1000;
-  const double room = RoomForLevels(panel.height) * metres_up;
-  std::vector<ProfileSection> sections = SectionsOf(line, room, content.room.Metres(kLeastSection));
-  if (sections.empty()) {
-    Interval levels;
-    for (const PlotBoring* boring : content.borings)
-      if (boring->placed && boring->level && IsDrawable(*boring->level)) {
-        levels.Add(*boring->level);
-        break;
-      }
-    if (levels.high < levels.low) levels.Add(0);
-    sections.push_back({stations, levels});
-  }
-  sections.front().stations.low = stations.low;
-  sections.back().stations.high = stations.high;
-
-  Obstacles obstacles(plot.Inset(0.5));
-  const double middle = stations.Middle();
-  const auto x_of = [&](double station) {
-    return plot.x + plot.width / 2 + (station - middle) * 1000 / scale;
-  };
-  std::vector<BoringInProfile> borings;
-  for (size_t i = 0; i < sections.size(); ++i) {
-    const ProfileSection& section = sections[i];
-    const double base = BaseLevel(section, content.borings, room, metres_up);
-    const ProfileFrame frame(plot, scale, style.height_scale, middle, base);
-    const double left = x_of(section.stations.low);
-    const SheetRect part = {left, plot.y, x_of(section.stations.high) - left, plot.height};
-    const ProfileSheet sheet{canvas,    part,          frame, profile, obstacles, content.input.km_stations,
-                             kHeadings, style.decimals};
-    DrawLevelLines(sheet);
-    const std::string reference = "Reference level " + FormatFixed(base, style.decimals);
-    const std::array places = {TextBox(
-        {part.x + 1.5 + TextWidth(reference, kSmallSize) / 2, part.Bottom() - 1.8}, reference, kSmallSize)};
-    WriteInFirst(canvas, obstacles, places, reference, kSmallSize, kText);
-    if (i > 0) {
-      canvas.Line({part.x, part.y}, {part.x, part.Bottom()}, kMatchLine);
-      obstacles.AddLine(LineBox({part.x, part.y}, {part.x, part.Bottom()}, 0.4));
-    }
-    if (i == 0) {
-      const ProfileSheet all{canvas,    plot,          frame, profile, obstacles, content.input.km_stations,
-                             kHeadings, style.decimals};
-      DrawStationAxis(all);
-    }
-    for (const auto& piece : Clip(line, section.stations, frame.Levels())) DrawProfileLine(sheet, piece);
-    std::vector<const PlotBoring*> own;
-    for (const PlotBoring* boring : content.borings)
-      if (section.stations.Contains(boring->station) && (i == 0 || boring->station > section.stations.low))
-        own.push_back(boring);
-    BoringsOfProfile found = BoringsInProfile(sheet, own);
-    borings.insert(borings.end(), found.in_plot.begin(), found.in_plot.end());
-    summary.outside.insert(summary.outside.end(), found.outside.begin(), found.outside.end());
-    DrawVertices(sheet);
-  }
-  const ProfileFrame frame(plot, scale, style.height_scale, middle, 0);
-  const ProfileSheet sheet{canvas,    plot,          frame, profile, obstacles, content.input.km_stations,
-                           kHeadings, style.decimals};
-  if (borings.size() <= kMostCircledBorings) {
-    DrawMarkers(sheet, borings);
-  } else {
-    for (BoringInProfile& b : borings) b.line_y = b.at.y;  // without a line to the road's
-    DrawLevelDots(sheet, borings);
-  }
-  summary.without_label =
-      borings.size() <= kMostLabelledBorings ? LabelMarkers(sheet, borings, key) : borings.size();
-  const SheetRect band = {plot.x, plot.Bottom() + 2 * kProfileRow, plot.width, kBandHeight};
-  canvas.Line({plot.x - kHeadings, band.Bottom()}, {plot.Right(), band.Bottom()}, kHairline);
-  canvas.Text({plot.x - kHeadings + 1, band.y + band.height / 2}, "Plan",
-              {.size = kLabelSize, .anchor = TextAnchor::kStart}, kText);
-  DrawPlanBand(canvas, band, content.course, content.strip.begin, content.strip.end, x_of);
-  return summary;
+                                     const ProfileLine& profile, const ProfileStyle& style, BoringKey* key) {
+  return StripProfile(canvas, panel, content, profile, style).Draw(key);
 }
 
 }  // namespace velmora::drawing

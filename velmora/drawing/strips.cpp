@@ -125,7 +125,13 @@ std::optional<Interval> PartOf(const Course& course, const Stretch& stretch, con
   return part;
 }
 
-std::vector<Strip> CutAtMost(const Course& course, const Interval& stations, const StripRoom& room,
+}  // namespace
+
+Interval Strip::Stations() const {
+  return {std::min(first_station, last_station), std::max(first_station, last_station)};
+}
+
+std::vector<Strip> CutStrips(const Course& course, const Interval& stations, const StripRoom& room,
                              size_t most) {
   std::vector<Strip> strips;
   for (const Stretch& stretch : course.Stretches()) {
@@ -139,16 +145,6 @@ std::vector<Strip> CutAtMost(const Course& course, const Interval& stations, con
     }
   }
   return strips;
-}
-
-}  // namespace
-
-Interval Strip::Stations() const {
-  return {std::min(first_station, last_station), std::max(first_station, last_station)};
-}
-
-std::vector<Strip> CutStrips(const Course& course, const Interval& stations, const StripRoom& room) {
-  return CutAtMost(course, stations, room, kMostStrips + 1);
 }
 
 double ScaleOfWhole(const Course& course, const Interval& stations, StripRoom room) {
@@ -165,7 +161,7 @@ double ScaleOfWhole(const Course& course, const Interval& stations, StripRoom ro
   constexpr double kLargestScale = 1e12;
   room.scale = NiceScale(1000 * longest / room.plan.width);
   while (parts > 0 && room.scale < kLargestScale &&
-         CutAtMost(course, stations, room, parts + 1).size() > parts)
+         CutStrips(course, stations, room, parts + 1).size() > parts)
     room.scale = NiceScale(room.scale * 1.001);
   return room.scale;
 }

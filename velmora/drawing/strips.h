@@ -32,11 +32,10 @@ struct Strip {
   Interval Stations() const;
 };
 
-inline constexpr size_t kMostStrips = 2000;
-
-// The stretches of the course, within these stations, cut at round stations. Returns nothing more after
-// kMostStrips + 1 strips.
-std::vector<Strip> CutStrips(const Course& course, const Interval& stations, const StripRoom& room);
+// The stretches of the course, within these stations, cut at round stations; of more than `most` strips the
+// first ones.
+std::vector<Strip> CutStrips(const Course& course, const Interval& stations, const StripRoom& room,
+                             size_t most);
 
 // The largest usual scale at which each stretch of the course is one strip.
 double ScaleOfWhole(const Course& course, const Interval& stations, StripRoom room);

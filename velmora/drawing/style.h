@@ -47,6 +47,9 @@ inline constexpr Style kStrayText = {.layer = "borings", .fill = 0x666666};
 
 inline constexpr Style kMatchLine = {.layer = "match", .line = kBlack, .width = 0.25, .dash = {5, 1.5}};
 inline constexpr Style kMatchText = {.layer = "match", .fill = kBlack};
+inline constexpr Style kOutline = {.layer = "sheets", .line = 0x555555, .width = 0.25};
+inline constexpr Style kOutlineLeader = {.layer = "sheets", .line = 0x555555, .width = 0.13};
+inline constexpr Style kOutlineText = {.layer = "sheets", .fill = kBlack};
 inline constexpr Style kBandLine = {.layer = "bands", .line = 0x555555, .width = 0.13};
 inline constexpr Style kBandMark = {.layer = "bands", .line = kRed, .width = 0.25};
 inline constexpr Style kBandText = {.layer = "bands", .fill = kBlack};
