@@ -16,7 +16,7 @@
 // LF, shown as UTF-8 with LF; utf16: with its byte-order mark.
 //
 // Where VELMORA_PAGES names folders (":" between them) it is the pages *.md in them that run (page.h), each
-// in a folder with the examples in it.
+// in a folder with the examples and the Python package in it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -317,6 +317,9 @@ std::string Play(const std::string& transcript, bool keep_shared) {
   return played;
 }
 
+// Pages show what a user without registered folders sees.
+bool ArePages() { return std::getenv("VELMORA_PAGES") != nullptr; }
+
 class Transcript : public ::testing::TestWithParam<std::string> {
  protected:
   Transcript() : before_(fs::current_path()) {
@@ -335,6 +338,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
              {L"XDG_DATA_HOME", here + L"\\xdg"},
              {L"TUNDRIL", {}}})
       variables_.push_back(std::make_unique<EnvironmentVariable>(name, value));
+    if (ArePages()) return;
     for (const char* name : {"user", "all"}) fs::create_directory(name);
     Keep(HKEY_CURRENT_USER, kShellFolders, L"Appdata", here + L"\\user");
     Keep(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all");
@@ -378,14 +382,15 @@ std::map<std::string, fs::path> Files(const char* variable, const char* ending) 
   return files;
 }
 
-bool ArePages() { return std::getenv("VELMORA_PAGES") != nullptr; }
 const std::map<std::string, fs::path>& AllFiles() {
   static const auto files = ArePages() ? Files("VELMORA_PAGES", ".md") : Files("VELMORA_TRANSCRIPTS", ".txt");
   return files;
 }
 
 std::string PlayBesideExamples(const std::string& page) {
-  fs::copy(PathOf(Example("")), "examples", fs::copy_options::recursive);
+  const fs::path examples = PathOf(Example(""));
+  fs::copy(examples, "examples", fs::copy_options::recursive);
+  fs::create_directory_symlink(examples.parent_path().parent_path() / "python", "python");
   return PlayPage(page, {OnTerminal, WriteFile});
 }
 
