@@ -1,18 +1,26 @@
 """The Python package's public classes and functions as Markdown, from its sources: nothing is imported."""
 
 import ast
+import re
 
 
 def described(node):
-    """The docstring; its indented lines stay as they stand."""
+    """The docstring; its indented lines stay as they stand, and those below "Args:" and "Raises:" are a list."""
     lines = []
-    for part in (ast.get_docstring(node) or "").split("\n\n"):
-        is_code = all(line.startswith("    ") for line in part.split("\n"))
-        lines += (
-            ["```text", *(line[4:] for line in part.split("\n")), "```", ""]
-            if is_code
-            else [escaped(part), ""]
-        )
+    for part in re.sub(r"\n(?=(?:Args|Raises|Returns):\n)", "\n\n", ast.get_docstring(node) or "").split(
+        "\n\n"
+    ):
+        given = part.strip("\n").split("\n")
+        if re.fullmatch(r"(Args|Raises|Returns):", given[0]):
+            items = re.sub(r"\n {5,}", " ", "\n".join(given[1:])).split("\n")
+            items = [
+                re.sub(r"^ *([\w, ]+): ", r"- `\1`: ", escaped(item).replace("\\_", "_")) for item in items
+            ]
+            lines += [given[0], "", *items, ""]
+        elif all(line.startswith("    ") for line in given):
+            lines += ["```text", *(line[4:] for line in given), "```", ""]
+        else:
+            lines += [escaped(part), ""]
     return lines
 
 
@@ -30,6 +38,9 @@ def signature(node, method):
         arguments = (
             arguments.removeprefix("self").removeprefix("cls").lstrip(", ").removeprefix("/").lstrip(", ")
         )
+    if len(arguments) > 70:
+        parts = re.split(r", (?![^\[(]*[\])])", arguments)
+        arguments = "\n    " + ",\n    ".join(parts) + "\n"
     return f"{node.name}({arguments})" + (f" -> {ast.unparse(node.returns)}" if node.returns else "")
 
 
