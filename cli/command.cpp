@@ -11,6 +11,7 @@
 #include "cli/output/output_file.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
+#include "cli/report/commands.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
@@ -117,6 +118,7 @@ int RunCommand(std::vector<std::string> arguments) {
   AddEnvCommands(app);
   AddProjectCommands(app);
   AddAlignCommands(app);
+  AddReportCommand(app);
   AddPointsCommands(app);
   AddFormatsCommand(app);
   AddLinkCommands(app);

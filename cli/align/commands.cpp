@@ -6,67 +6,17 @@
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
+#include "cli/align/option_values.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
-#include "velmora/alignment/station_text.h"
-#include "velmora/text/codepage.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
 
-constexpr char kFileHelp[] = "Alignment file, single or combined with a profile";
-
-void AddFile(CLI::App* verb, std::string* file) { verb->add_option("FILE", *file, kFileHelp)->required(); }
-
-double ToStation(const std::string& text) {
-  const std::optional<double> station = ParseStation(text);
-  if (!station) throw CLI::ValidationError("\"" + text + "\" is not a station; write 1250.5 or 1/250.500");
-  return *station;
-}
-
-double ToNumber(const std::string& text) {
-  const std::optional<double> number = ParseWholeNumber(WideFromUtf8(text));
-  if (!number) throw CLI::ValidationError("\"" + text + "\" is not a number");
-  return *number;
-}
-
-// "a:b" or "x,y", each half read by `read`.
-template <class Read>
-std::pair<double, double> ToPair(const std::string& text, char separator, Read read) {
-  const size_t cut = text.find(separator);
-  if (cut == std::string::npos)
-    throw CLI::ValidationError("\"" + text + "\" lacks the \"" + separator + "\" between its two numbers");
-  return {read(text.substr(0, cut)), read(text.substr(cut + 1))};
-}
-
-Limits ToLimits(const std::string& text, double (*read)(const std::string&)) {
-  const auto [low, high] = ToPair(text, ':', read);
-  if (low > high) throw CLI::ValidationError("\"" + text + "\": the lower limit comes first");
-  return {low, high};
-}
-
-// An option with one value, handed to `take`.
-template <class Take>
-CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar,
-                      const std::string& help, Take take) {
-  return verb->add_option_function<std::string>(name, std::move(take), help)
-      ->type_name(metavar)
-      ->type_size(1);
-}
-
-void AddMaxOffset(CLI::App* verb, double* metres) {
-  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
-           [metres](const std::string& text) {
-             *metres = ToNumber(text);
-             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
-           });
-}
-
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
@@ -98,7 +48,7 @@ void AddLocate(CLI::App* align) {
 void AddPlace(CLI::App* align) {
   auto options = std::make_shared<PlaceOptions>();
   CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points, with profile levels");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("--stations", options->stations,
                    "Stations: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, station and offset")
       ->required()
@@ -113,7 +63,7 @@ void AddPlace(CLI::App* align) {
 void AddLevel(CLI::App* align) {
   auto options = std::make_shared<LevelOptions>();
   CLI::App* verb = align->add_subcommand("level", "Profile levels at stations");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option_function<std::vector<std::string>>(
           "--station",
           [options](const std::vector<std::string>& texts) {
@@ -131,7 +81,7 @@ void AddLevel(CLI::App* align) {
 template <class Run>
 std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   auto options = std::make_shared<EditOptions>();
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   CLI::Option* to =
       verb->add_option("-o", options->to,
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
@@ -178,7 +128,7 @@ void AddEdits(CLI::App* align) {
 void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings to draw: a list as for locate")->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
@@ -196,7 +146,7 @@ double ToPositive(const std::string& text) {
 void AddExport(CLI::App* align) {
   auto options = std::make_shared<ExportOptions>();
   CLI::App* verb = align->add_subcommand("export", "Write the road for CAD and GIS programs, arcs exact");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("-o", options->to,
                    "File to write; the ending chooses the format: " + exchange::RoadFormatEndings())
       ->required()
@@ -254,7 +204,7 @@ void AddImport(CLI::App* align) {
 void AddInfo(CLI::App* align) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = align->add_subcommand("info", "Contents of the file, and the faults found in it");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignInfo(*options); });

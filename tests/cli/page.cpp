@@ -7,26 +7,27 @@
 namespace velmora::testing {
 namespace {
 
-using Lines = std::vector<std::string>;
+using PageLines = std::vector<std::string>;
 
-Lines LinesOf(const std::string& text) {
-  Lines lines;
+PageLines LinesOf(const std::string& text) {
+  PageLines lines;
   std::istringstream in(text);
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   return lines;
 }
 
-std::string Joined(std::span<const std::string> lines) {
+std::string JoinedLines(std::span<const std::string> lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";
   return text;
 }
 
-bool Matches(std::span<const std::string> shown, std::span<const std::string> actual) {
+bool MatchesShown(std::span<const std::string> shown, std::span<const std::string> actual) {
   if (shown.empty()) return actual.empty();
   if (shown[0] == "...")
-    return Matches(shown.subspan(1), actual) || (!actual.empty() && Matches(shown, actual.subspan(1)));
-  return !actual.empty() && shown[0] == actual[0] && Matches(shown.subspan(1), actual.subspan(1));
+    return MatchesShown(shown.subspan(1), actual) ||
+           (!actual.empty() && MatchesShown(shown, actual.subspan(1)));
+  return !actual.empty() && shown[0] == actual[0] && MatchesShown(shown.subspan(1), actual.subspan(1));
 }
 
 std::string PlayConsole(std::span<const std::string> lines, const PageActions& actions) {
@@ -43,7 +44,7 @@ std::string PlayConsole(std::span<const std::string> lines, const PageActions& a
     while (i < lines.size() && !lines[i].starts_with("$ ")) ++i;
     const std::span<const std::string> shown = lines.subspan(from, i - from);
     const std::string actual = actions.run(command);
-    played += Matches(shown, LinesOf(actual)) ? Joined(shown) : actual;
+    played += MatchesShown(shown, LinesOf(actual)) ? JoinedLines(shown) : actual;
   }
   return played;
 }
@@ -52,7 +53,7 @@ std::string PlayConsole(std::span<const std::string> lines, const PageActions& a
 
 std::string PlayPage(const std::string& page, const PageActions& actions) {
   std::string played;
-  const Lines lines = LinesOf(page);
+  const PageLines lines = LinesOf(page);
   for (size_t i = 0; i < lines.size(); ++i) {
     played += lines[i] + "\n";
     if (!lines[i].starts_with("```")) continue;
@@ -63,9 +64,9 @@ std::string PlayPage(const std::string& page, const PageActions& actions) {
     if (info == "```console") {
       played += PlayConsole(inside, actions);
     } else {
-      played += Joined(inside);
+      played += JoinedLines(inside);
       if (const size_t blank = info.find(' '); blank != std::string::npos)
-        actions.write_file(info.substr(blank + 1), Joined(inside));
+        actions.write_file(info.substr(blank + 1), JoinedLines(inside));
     }
     if (++i < lines.size()) played += lines[i] + "\n";
   }

@@ -2,6 +2,7 @@
 #ifndef VELMORA_DRAWING_LABELS_H_
 #define VELMORA_DRAWING_LABELS_H_
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -29,7 +30,19 @@ struct RotatedBox {
   double angle = 0;  // degrees, clockwise on the sheet
 };
 
-bool Overlap(const RotatedBox& a, const RotatedBox& b);
+// A box with its sides' directions.
+struct Sides {
+  explicit Sides(const RotatedBox& box);
+  // Of the box, along this unit vector.
+  double HalfExtent(SheetPoint direction) const;
+
+  SheetPoint centre;
+  std::array<SheetPoint, 2> unit;
+  std::array<double, 2> half;
+};
+
+bool Overlap(const Sides& a, const Sides& b);
+inline bool Overlap(const RotatedBox& a, const RotatedBox& b) { return Overlap(Sides(a), Sides(b)); }
 bool Contains(const SheetRect& area, const RotatedBox& box);
 // The box of text that Canvas::Text writes with its middle at `centre`.
 RotatedBox TextBox(SheetPoint centre, std::string_view utf8, double size, double angle = 0);
@@ -61,14 +74,14 @@ class Obstacles {
 
  private:
   struct Obstacle {
-    RotatedBox box;
+    Sides sides;
     bool solid;
   };
 
   void Add(const RotatedBox& box, bool solid);
   // Calls take(cell) with those that the box may reach into, until it returns true. Returns whether it did.
   template <class Take>
-  bool AnyCell(const RotatedBox& box, const Take& take) const;
+  bool AnyCell(const Sides& box, const Take& take) const;
   bool Covers(const RotatedBox& box, bool lines_too) const;
 
   SheetRect area_;

@@ -11,13 +11,16 @@ constexpr double kLongestName = 30;   // mm
 
 }  // namespace
 
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>& borings) {
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings) {
   constexpr size_t kMostSearched = 20'000'000;  // segments searched for feet: a second or two
   PlanBorings found;
-  for (const PlotBoring& boring : borings) {
-    if (!IsDrawable(boring.northing) || !IsDrawable(boring.easting)) continue;
-    const SheetPoint at = sheet.frame.ToSheet({boring.easting, boring.northing});
-    if (sheet.panel.Inset(kBoringRadius).Contains(at)) found.on_sheet.push_back({&boring, at, std::nullopt});
+  for (const PlotBoring* boring : borings) {
+    const bool drawable = IsDrawable(boring->northing) && IsDrawable(boring->easting);
+    const SheetPoint at = sheet.frame.ToSheet({boring->easting, boring->northing});
+    if (drawable && sheet.panel.Inset(kBoringRadius).Contains(at))
+      found.on_sheet.push_back({boring, at, std::nullopt});
+    else
+      found.outside.push_back(boring);
   }
   found.circled = found.on_sheet.size() <= kMostCircledBorings;
   found.labelled = found.on_sheet.size() <= kMostLabelledBorings;
@@ -77,11 +80,11 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
   const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
   size_t without = 0;
   for (size_t i = 0; i < labels.size(); ++i) {
-    if (!labels[i]) {
+    const PlotBoring& boring = *borings.on_sheet[i].boring;
+    if (!labels[i] || (labels[i]->kind == LabelKind::kNumber && !key->HasRoomFor(boring))) {
       ++without;
       continue;
     }
-    const PlotBoring& boring = *borings.on_sheet[i].boring;
     const auto& [kind, place] = *labels[i];
     if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
     const auto [x, y] = place.box.centre;

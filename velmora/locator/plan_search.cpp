@@ -14,7 +14,7 @@ constexpr size_t kLargePlan = size_t{1} << 16;
 constexpr size_t kPointsForSegments = 8;
 constexpr size_t kMostSorted = size_t{1} << 20;
 constexpr size_t kSegmentsInCell = 60;
-constexpr size_t kMostCells = size_t{1} << 14;
+constexpr size_t kMostPartCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.
 constexpr size_t kShortBatch = kMostInBatch / 2;
@@ -50,7 +50,7 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
   std::unique_ptr<SpatialSort> sort(spare_.exchange(nullptr));
   if (sort == nullptr || sort->Most() < part)
     sort.reset(new (std::nothrow)
-                   SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostCells), part));
+                   SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostPartCells), part));
   if (sort == nullptr || !sort->IsUsable()) {
     FindInOrder(x, y, count, station, offset, result);
     return;
