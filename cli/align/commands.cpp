@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
+#include "cli/align/network_input.h"
 #include "cli/align/option_values.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
@@ -16,7 +17,13 @@ namespace {
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
-  AddAlignmentFile(verb, &options->file);
+  verb->add_option(
+          "ROAD", options->roads,
+          "Alignment file, single or combined with a profile; of several, of those in a folder (*.vl) "
+          "and in a GeoPackage (.gpkg[:LAYER]), the nearest to each point")
+      ->required()
+      ->type_name("")
+      ->expected(1, -1);
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
@@ -28,7 +35,11 @@ void AddLocate(CLI::App* align) {
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
   verb->add_flag("--keep-outside", options->keep_outside,
                  "With --area and --offsets: mark the points outside instead of leaving them out");
-  AddMaxOffset(verb, &options->max_offset);
+  CLI::Option* const max_offset = AddMaxOffset(verb, &options->max_offset);
+  AddValue(verb, "--within", "M",
+           "Every road whose offset is at most M metres, nearest first, a row for each",
+           [options](const std::string& text) { options->within = ToDistance(text); })
+      ->excludes(max_offset);
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 the same with a note on what the suite's search mode 1 misses, "
@@ -42,7 +53,11 @@ void AddLocate(CLI::App* align) {
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
-  verb->callback([options] { AlignLocate(*options); });
+  verb->callback([options] {
+    if (options->within || IsNetwork(options->roads)) return AlignLocateNetwork(*options);
+    options->file = options->roads[0];
+    AlignLocate(*options);
+  });
 }
 
 void AddPlace(CLI::App* align) {

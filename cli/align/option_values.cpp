@@ -38,12 +38,16 @@ void AddAlignmentFile(CLI::App* verb, std::string* file) {
   verb->add_option("FILE", *file, "Alignment file, single or combined with a profile")->required();
 }
 
-void AddMaxOffset(CLI::App* verb, double* metres) {
-  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
-           [metres](const std::string& text) {
-             *metres = ToNumber(text);
-             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
-           });
+double ToDistance(const std::string& text) {
+  const double metres = ToNumber(text);
+  if (metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
+  return metres;
+}
+
+CLI::Option* AddMaxOffset(CLI::App* verb, double* metres) {
+  return AddValue(verb, "--max-offset", "M",
+                  "Offset beyond which a point is far from the road (default: 500 m)",
+                  [metres](const std::string& text) { *metres = ToDistance(text); });
 }
 
 }  // namespace velmora::cli

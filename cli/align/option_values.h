@@ -13,6 +13,7 @@ namespace velmora::cli {
 // These throw a CLI::ValidationError for another text.
 double ToStation(const std::string& text);
 double ToNumber(const std::string& text);
+double ToDistance(const std::string& text);  // not negative
 // "a:b", the lower limit first, each half read by `read`.
 Limits ToLimits(const std::string& text, double (*read)(const std::string&));
 // "a:b" or "x,y", each half read by `read`.
@@ -28,7 +29,7 @@ CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string
 }
 
 void AddAlignmentFile(CLI::App* verb, std::string* file);
-void AddMaxOffset(CLI::App* verb, double* metres);
+CLI::Option* AddMaxOffset(CLI::App* verb, double* metres);
 
 }  // namespace velmora::cli
 

@@ -34,7 +34,7 @@ void PlacePoints(const BoringList& list, const std::vector<std::int64_t>& lines,
   for (size_t i = 0; i < count; ++i) {
     const Placing& placing = placings[i];
     swapped.Add(lines[i], northing[i], easting[i]);
-    corrections.Add(lines[i], northing[i], easting[i], placing);
+    corrections.Add(lines[i], northing[i], easting[i], placing, &placer);
     drawing::PlotBoring& boring = borings->points[i];
     boring.placed = placing.status == PlaceStatus::kOn;
     boring.too_far = placing.status == PlaceStatus::kFar;
@@ -47,7 +47,7 @@ void PlacePoints(const BoringList& list, const std::vector<std::int64_t>& lines,
   }
   swapped.Report(list.file, list.list);
   borings->most_swapped = swapped.AreMost();
-  if (const auto note = corrections.Note(list.file, placer, list.km)) borings->notes.push_back(*note);
+  if (const auto note = corrections.Note(list.file, list.km)) borings->notes.push_back(*note);
   if (too_far > 0)
     borings->notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
                              (too_far == 1 ? " boring is" : " borings are") +

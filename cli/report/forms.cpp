@@ -92,8 +92,9 @@ Inputs WritePng(const Report& report, const ReportOptions& options, const Inputs
 Inputs WriteDxf(const Report& report, const ReportOptions& options, const Inputs& inputs,
                 ReportSummary* summary) {
   OutputFile output(options.to, inputs);
-  drawing::DxfCanvas canvas;
-  *summary = DrawSheets(report, canvas);
+  drawing::DxfCanvas canvas =
+      options.paper ? drawing::DxfCanvas() : drawing::DxfCanvas(drawing::PositionOfReportMap(report));
+  *summary = options.paper ? DrawSheets(report, canvas) : drawing::DrawReportMap(report, canvas);
   canvas.Finish([&](std::string_view bytes) { output.Write(bytes); });
   output.Finish();
   return {options.to};

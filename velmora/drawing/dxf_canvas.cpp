@@ -17,7 +17,7 @@ constexpr double kBetweenSheets = 20;      // mm between sheets
 constexpr double kHeightOfCapital = 0.72;  // of the font size
 constexpr Colour kPaper = 0xFFFFFF;
 constexpr size_t kMostCharacters = 255;
-constexpr std::string_view kSheetLayer = "SHEETS";
+constexpr std::string_view kSheetLayer = "PAPER";
 
 double Limited(double value) { return std::isfinite(value) ? std::clamp(value, -kFarthest, kFarthest) : 0; }
 

@@ -18,7 +18,7 @@ namespace velmora::drawing {
 class DxfCanvas final : public Canvas {
  public:
   // In millimetres, the first sheet's lower left corner at the origin, further ones to the right of it, each
-  // with its outline on the layer "SHEETS" and a view of its name, "SHEET-1".
+  // with its outline on the layer "PAPER" and a view of its name, "SHEET-1".
   DxfCanvas() = default;
   // In metres on the map. Sheets have no outline.
   explicit DxfCanvas(const MapPosition& position);

@@ -11,7 +11,9 @@ namespace velmora::drawing {
 namespace {
 
 constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
-constexpr double kCell = 8;           // mm
+constexpr double kLeastCell = 8;      // mm
+constexpr double kMostCells = 250'000;
+constexpr size_t kMostCellsOfBox = 10'000;
 constexpr double kLeaderRoom = 0.3;
 constexpr double kDegree = std::numbers::pi / 180;
 
@@ -139,18 +141,30 @@ double ReadableAngle(double dx, double dy) {
   return angle;
 }
 
+namespace {
+
+double CellSize(const SheetRect& area) {
+  // A long narrow area has no more cells than a square one.
+  const double larger = std::max(area.width, area.height);
+  return std::max(
+      {kLeastCell, std::sqrt(std::max(area.width * area.height, 0.0) / kMostCells), larger / kMostCells});
+}
+
+}  // namespace
+
 Obstacles::Obstacles(const SheetRect& area)
     : area_(area),
-      columns_(1 + static_cast<size_t>(std::max(area.width, 0.0) / kCell)),
-      rows_(1 + static_cast<size_t>(std::max(area.height, 0.0) / kCell)),
+      cell_(CellSize(area)),
+      columns_(1 + static_cast<size_t>(std::max(area.width, 0.0) / cell_)),
+      rows_(1 + static_cast<size_t>(std::max(area.height, 0.0) / cell_)),
       cells_(columns_ * rows_) {}
 
 template <class Take>
 bool Obstacles::AnyCell(const Sides& box, const Take& take) const {
-  const auto reach = [](double low, double high, double from, size_t count) {
+  const auto reach = [this](double low, double high, double from, size_t count) {
     const double last = static_cast<double>(count) - 1;
     const auto cell = [&](double at) {  // what is not a number counts as 0
-      return static_cast<size_t>(std::min(std::max(0.0, (at - from) / kCell), last));
+      return static_cast<size_t>(std::min(std::max(0.0, (at - from) / cell_), last));
     };
     return std::pair(cell(low), cell(high));
   };
@@ -168,9 +182,10 @@ void Obstacles::Add(const RotatedBox& box, bool solid) {
   const auto number = static_cast<std::uint32_t>(all_.size());
   const Sides sides(box);
   all_.push_back({sides, solid});
+  size_t left = kMostCellsOfBox;
   AnyCell(sides, [&](size_t cell) {
     cells_[cell].push_back(number);
-    return false;
+    return --left == 0;
   });
 }
 

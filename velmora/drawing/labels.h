@@ -58,7 +58,8 @@ struct LabelPlace {
   std::optional<std::pair<SheetPoint, SheetPoint>> leader = std::nullopt;
 };
 
-// What labels in an area of the sheet must not cover.
+// What labels in an area of the sheet must not cover. Of a box that reaches over a large part of a
+// vast area only a part counts, so that a few of them take neither memory nor time.
 class Obstacles {
  public:
   explicit Obstacles(const SheetRect& area);
@@ -85,6 +86,7 @@ class Obstacles {
   bool Covers(const RotatedBox& box, bool lines_too) const;
 
   SheetRect area_;
+  double cell_;  // mm, the side of a cell
   size_t columns_;
   size_t rows_;
   std::vector<Obstacle> all_;

@@ -11,6 +11,15 @@ namespace {
 
 constexpr double kMargin = 12;  // mm, for labels
 
+}  // namespace
+
+std::array<PlanePoint, 4> OutlineOfStrip(const ReportPlan& plan, size_t strip) {
+  const PlanFrame& frame = plan.frames[strip];
+  const SheetRect& r = plan.plan_panel;
+  return {frame.FromSheet({r.x, r.y}), frame.FromSheet({r.Right(), r.y}),
+          frame.FromSheet({r.Right(), r.Bottom()}), frame.FromSheet({r.x, r.Bottom()})};
+}
+
 void DrawOutlines(const PlanSheet& sheet, const ReportPlan& plan) {
   const size_t strips = plan.frames.size();
   for (size_t i = 0; i < strips; ++i) {
@@ -36,15 +45,6 @@ void DrawOutlines(const PlanSheet& sheet, const ReportPlan& plan) {
     if (place->leader) sheet.canvas.Line(place->leader->first, place->leader->second, kOutlineLeader);
     sheet.canvas.Text(place->box.centre, text, {.size = kHeadingSize, .bold = true}, kOutlineText);
   }
-}
-
-}  // namespace
-
-std::array<PlanePoint, 4> OutlineOfStrip(const ReportPlan& plan, size_t strip) {
-  const PlanFrame& frame = plan.frames[strip];
-  const SheetRect& r = plan.plan_panel;
-  return {frame.FromSheet({r.x, r.y}), frame.FromSheet({r.Right(), r.y}),
-          frame.FromSheet({r.Right(), r.Bottom()}), frame.FromSheet({r.x, r.Bottom()})};
 }
 
 void DrawOverviewMap(Canvas& canvas, const SheetRect& panel, const ReportPlan& plan) {
@@ -87,8 +87,7 @@ void DrawOverviewMap(Canvas& canvas, const SheetRect& panel, const ReportPlan& p
   DrawOutlines(sheet, plan);
   DrawGrid(sheet);
   if (!plan.strips.empty()) return;
-  BoringKey none(0);
-  LabelBorings(sheet, borings, &none);
+  LabelBorings(sheet, borings, nullptr);
 }
 
 }  // namespace velmora::drawing

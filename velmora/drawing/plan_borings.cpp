@@ -11,7 +11,8 @@ constexpr double kLongestName = 30;   // mm
 
 }  // namespace
 
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings) {
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings,
+                          size_t most_circled, size_t most_labelled) {
   constexpr size_t kMostSearched = 20'000'000;  // segments searched for feet: a second or two
   PlanBorings found;
   for (const PlotBoring* boring : borings) {
@@ -22,8 +23,8 @@ PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* co
     else
       found.outside.push_back(boring);
   }
-  found.circled = found.on_sheet.size() <= kMostCircledBorings;
-  found.labelled = found.on_sheet.size() <= kMostLabelledBorings;
+  found.circled = found.on_sheet.size() <= most_circled;
+  found.labelled = found.on_sheet.size() <= most_labelled;
   if (!found.circled || found.on_sheet.size() * sheet.path.Segments().size() > kMostSearched) return found;
   for (BoringOnPlan& b : found.on_sheet) {
     if (!b.boring->placed) continue;
@@ -67,6 +68,7 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
     if (b.foot && std::hypot(b.at.x - b.foot->x, b.at.y - b.foot->y) > 0.05)
       away = {b.at.x - b.foot->x, b.at.y - b.foot->y};
     const double radius = borings.circled ? kBoringRadius : kManyDotsRadius;
+    if (kind == LabelKind::kNumber && key == nullptr) return std::vector<LabelPlace>();
     if (kind == LabelKind::kNumber)
       return PlacesAround(b.at, radius, TextWidth(widest, kSmallSize), kSmallSize * 1.15, away);
     const std::string offset = OffsetLabel(*b.boring);

@@ -52,12 +52,14 @@ struct PlanBorings {
   bool labelled;  // else so many that labels would find no room
 };
 
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings);
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings,
+                          size_t most_circled = kMostCircledBorings,
+                          size_t most_labelled = kMostLabelledBorings);
 void ReserveBorings(const PlanSheet& sheet, const PlanBorings& borings);
 // Symbols, each with a line to its foot on the road.
 void DrawBorings(const PlanSheet& sheet, const PlanBorings& borings);
-// Identity and offset beside each symbol, or its number in the key. Returns the number of borings without
-// either.
+// Identity and offset beside each symbol, or its number in the key if there is one. Returns the number of
+// borings without either.
 size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKey* key);
 
 }  // namespace velmora::drawing

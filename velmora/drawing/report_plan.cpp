@@ -75,12 +75,13 @@ void ReportPlan::CutProfile() {
   if (!(low <= high)) return;
   const double width = room.plan.width - 2 * room.overlap;
   room.scale = IsScale(report.setup.scale) ? *report.setup.scale : NiceScale(1000 * (high - low) / width);
-  const double step = NiceStepBelow(room.Metres(width));
+  const double step = NiceStepBelow(room.Metres(10));  // as those of the plan
   for (double from = low; (from < high || strips.empty()) && strips.size() <= kMostReportStrips;) {
     Strip strip{};
     strip.from = strip.first_station = from;
     // Ends at round stations, unless the rest fits.
-    from = high - from <= room.Metres(width) ? high : std::floor(from / step + 1 + 1e-6) * step;
+    from = high - from <= room.Metres(width) ? high
+                                             : std::floor((from + room.Metres(width)) / step + 1e-6) * step;
     strip.to = strip.last_station = from;
     strip.begin = std::max(own.low, strip.from - room.Metres(room.overlap));
     strip.end = std::min(own.high, strip.to + room.Metres(room.overlap));

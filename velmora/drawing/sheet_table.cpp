@@ -46,6 +46,13 @@ void SheetTable::MeasureColumns(size_t required, double width) {
     widths_.push_back(std::min(widths[column], std::max(rest, kSize + kGap)));
     width_ += widths_.back();
   }
+  // A narrower column may make room for a second block.
+  constexpr double kNarrowest = 26;
+  const auto widest = std::max_element(widths_.begin(), widths_.end());
+  const double excess = width_ - (width - kBlockGap) / 2;
+  if (excess <= 0 || *widest - excess < kNarrowest) return;
+  *widest -= excess;
+  width_ -= excess;
 }
 
 double SheetTable::HeadHeight() const {

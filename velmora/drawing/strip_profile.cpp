@@ -111,7 +111,7 @@ class StripProfile {
     for (size_t i = 0; i < sections_.size(); ++i) DrawVertices(Sheet(i));
     DrawMarkers(Sheet(0), borings);
     summary.without_label = LabelMarkers(Sheet(0), borings, key);
-    DrawBand();
+    if (content_.course.Length() > 0) DrawBand();
     return summary;
   }
 
