@@ -27,7 +27,10 @@ void AppendCsvCell(const Cell& cell, const CsvDialect& dialect, std::string* row
     std::array<char, kLongestCsvNumber> text;
     row->append(text.data(), PutCsvNumber(number->value, number->decimals, dialect, text.data()));
   } else {
-    AppendCsvText(CellText(cell), dialect, row);
+    const std::string text = CellText(cell);
+    const size_t before = row->size();
+    row->resize(before + LongestCsvText(text));
+    row->resize(static_cast<size_t>(PutCsvText(text, dialect, row->data() + before) - row->data()));
   }
 }
 
