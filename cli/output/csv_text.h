@@ -57,13 +57,13 @@ inline char* PutCsvText(std::string_view text, const CsvDialect& dialect, char* 
 // Writes a number with one decimal more than tables show, nothing for one that is not finite, and returns the
 // end. Needs room for kLongestCsvNumber characters.
 inline constexpr size_t kLongestCsvNumber = 340;
-inline char* PutCsvNumber(double value, int decimals, const CsvDialect& dialect, char* at) {
+inline char* PutCsvNumber(double value, int decimals, char decimal_sign, char* at) {
   if (std::uint64_t scaled = 0; decimals == 3 && fixed_digits::TenThousandths(value, &scaled))
-    return fixed_digits::PutTenThousandths(std::signbit(value), scaled, dialect.decimal_sign, ' ', at) - 1;
+    return fixed_digits::PutTenThousandths(std::signbit(value), scaled, decimal_sign, ' ', at) - 1;
   if (!std::isfinite(value)) return at;
   const std::string text = FormatFixed(value, decimals + 1);
   char* const end = std::copy(text.begin(), text.end(), at);
-  end[-decimals - 2] = dialect.decimal_sign;
+  end[-decimals - 2] = decimal_sign;
   return end;
 }
 

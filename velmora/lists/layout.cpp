@@ -27,9 +27,10 @@ bool RowFields::Split(const Row& row, std::optional<TextEncoding> encoding) {
 bool RowFields::Finish(const char* problem) {
   const size_t count = fields_.size();
   while (!fields_.empty() && fields_.back().empty()) fields_.pop_back();
-  problem_ = problem;
-  if (!problem_.empty()) return !fields_.empty();
-  if (fields_.size() > layout_.width)
+  problem_.clear();
+  if (*problem != '\0')
+    problem_ = problem;
+  else if (fields_.size() > layout_.width)
     problem_ = std::to_string(fields_.size()) + " fields, but " +
                (layout_.has_header ? "the header has " : "the list has columns for ") +
                std::to_string(layout_.width) + (layout_.separator == ',' ? " (a decimal comma?)" : "");

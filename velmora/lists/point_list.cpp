@@ -8,7 +8,8 @@ namespace {
 void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
   point->line = line;
   point->id = fields.Text(kPointId);
-  point->problem = fields.Problem();
+  point->problem.clear();
+  if (!fields.Problem().empty()) point->problem = fields.Problem();
   point->northing = point->easting = 0;
   const bool has_northing = fields.Read(kNorthing, &point->northing);
   const bool has_easting = fields.Read(kEasting, &point->easting);
