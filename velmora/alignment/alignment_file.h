@@ -29,6 +29,9 @@ struct AlignmentFile {
 // file as a whole).
 std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file);
 
+// The lines that are not read, and what CheckPlan and CheckProfile find, in the order of the file.
+BoundedFindings CheckAlignment(const AlignmentFile& file);
+
 }  // namespace velmora
 
 #endif  // VELMORA_ALIGNMENT_ALIGNMENT_FILE_H_
