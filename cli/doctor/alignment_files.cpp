@@ -92,7 +92,7 @@ void DiagnoseArea(const CString& path, const std::string& shown, DoctorReport* r
   report->AddAll(shown, CheckArea(project), "", [&](const Finding& finding) {
     return Diagnosis{shown, finding.line, finding.text,
                      "programs open the project without its working area; restore the alignment in this "
-                     "folder, or choose the area again in the main program",
+                     "folder, or correct the line in an editor",
                      ""};
   });
 }

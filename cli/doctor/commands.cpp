@@ -31,17 +31,21 @@ std::string CurrentProject() {
   return {};
 }
 
+DoctorReport Check(const std::vector<std::string>& paths) {
+  DoctorReport report;
+  ContentCheck content(&report);
+  for (const std::string& path : paths) content.CheckGiven(path);
+  if (!paths.empty()) return report;
+  CheckInstallation(&content, &report);
+  if (const std::string project = CurrentProject(); !project.empty()) content.CheckGiven(project);
+  return report;
+}
+
 void Doctor(const DoctorOptions& options) {
   if (std::find(options.paths.begin(), options.paths.end(), "-") != options.paths.end())
     throw WrongUsage("standard input cannot be checked; give the names of files and folders");
   (void)options.output.Format();  // refuses before the work
-  DoctorReport report;
-  ContentCheck content(&report);
-  for (const std::string& path : options.paths) content.CheckGiven(path);
-  if (options.paths.empty()) {
-    CheckInstallation(&content, &report);
-    if (const std::string project = CurrentProject(); !project.empty()) content.CheckGiven(project);
-  }
+  const DoctorReport report = Check(options.paths);
   report.Write(options.output, options.paths);
   if (!report.IsEmpty()) throw ExitWith{1};
 }

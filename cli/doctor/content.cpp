@@ -55,6 +55,7 @@ std::string ShownIn(const CString& given, const std::string& path) {
 }  // namespace
 
 void ContentCheck::CheckFile(const CString& path, const std::string& shown, Owner owner) {
+  progress_.Update(0, ++files_);
   const std::optional<ContentKind> kind = KindOf(path);
   if (!kind) {
     report_->CountSkipped();
@@ -64,14 +65,15 @@ void ContentCheck::CheckFile(const CString& path, const std::string& shown, Owne
   const std::optional<FileStatus> status = GetFileStatus(path);
   const std::uint64_t size = status ? status->size : 0;
   if (size > kLargestFile || size > kMostRead - read_) {
-    report_->Add(
-        {shown, 0,
-         size > kLargestFile
-             ? "has " + Megabytes(size) + ", and its content is not checked beyond " + Megabytes(kLargestFile)
-             : "its content is not checked, as " + Megabytes(read_) + " of other files were read before",
-         size > kLargestFile ? "such a file has some thousand lines; look whether it is the right one"
-                             : "check it by itself",
-         size > kLargestFile ? "" : "velmora doctor " + ShellArgument(shown)});
+    if (size > kLargestFile)
+      report_->Add({shown, 0,
+                    "is larger than " + Megabytes(kLargestFile) + ", and its content is not checked",
+                    "such a file has some thousand lines; look whether it is the right one", ""});
+    else
+      report_->Add({shown, 0,
+                    "its content is not checked, as " + Megabytes(read_) + " of other files were read before",
+                    "faults in it are not reported; check it by itself",
+                    "velmora doctor " + ShellArgument(shown)});
     return;
   }
   read_ += size;
@@ -108,7 +110,7 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
   Diagnoses found;
   const auto report = [&] {
     for (Diagnosis& each : found) each.file = ShownIn(shown, each.file);
-    report_->Add(std::move(found));
+    report_->AddOfFolder(std::move(found));
     found.clear();
   };
   CheckPrograms(folder, given, &found);

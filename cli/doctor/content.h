@@ -7,6 +7,7 @@
 
 #include "cli/doctor/report.h"
 #include "cli/doctor/settings_advice.h"
+#include "cli/output/progress.h"
 #include "velmora/text/string.h"
 
 namespace velmora::cli {
@@ -27,7 +28,9 @@ class ContentCheck {
 
  private:
   DoctorReport* report_;
-  std::uint64_t read_ = 0;
+  Progress progress_{"checking", 0, "file"};
+  std::uint64_t files_ = 0;
+  std::uint64_t read_ = 0;  // bytes
 };
 
 }  // namespace velmora::cli

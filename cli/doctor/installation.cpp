@@ -54,10 +54,10 @@ void CheckIni(const Environment& environment, DoctorReport* report) {
       return;
     case IniState::kMissing: {
       const std::string command = InstallCommand(RegisteredProgram());
-      report->Add({missing, 0, "the current user's ini file is missing",
-                   std::string(kDefaults) +
-                       (command.empty() ? "; restore it, or start the suite's launcher as this user" : ""),
-                   command});
+      report->Add(
+          {missing, 0, "the current user's ini file is missing",
+           std::string(kDefaults) + (command.empty() ? "; restore it, or start Lindqvar as this user" : ""),
+           command});
       return;
     }
     case IniState::kNoInstallation:
@@ -125,7 +125,7 @@ void CheckFiles(const Environment& environment, const UserFilePlan& plan, Conten
                          Owner::kInstallation);
   Diagnoses found;
   CheckNames(FindFiles(JoinPath(folder, L"*")), folder + L"\\", &found);
-  report->Add(std::move(found));
+  report->AddOfFolder(std::move(found));
 }
 
 void CheckIniContent(const Environment& environment, const UserFilePlan& plan, DoctorReport* report) {
@@ -164,7 +164,7 @@ void CheckIniContent(const Environment& environment, const UserFilePlan& plan, D
 void CheckInstallation(ContentCheck* content, DoctorReport* report) {
   if (const std::string problem = RegistryProblem(); !problem.empty()) {
     report->Add(
-        {"registry", 0, problem, "no installation is found, and only those built-in settings apply", ""});
+        {"registry", 0, problem, "no installation is found, and only the built-in settings apply", ""});
     return;
   }
   Environment environment;

@@ -21,26 +21,26 @@ bool DoctorReport::HasRoom(const std::string& file) const {
 
 // Null for a file that is not listed.
 DoctorReport::OfFile* DoctorReport::Find(const std::string& file) {
-  if (const auto place = places_.find(file); place != places_.end()) return &files_[place->second];
-  if (kept_ >= kMostInAll) return nullptr;
-  places_[file] = files_.size();
-  files_.push_back({file, {}, 0, ""});
-  return &files_.back();
+  const auto place = places_.find(file);
+  return place == places_.end() ? nullptr : &files_[place->second];
+}
+
+void DoctorReport::Keep(Diagnosis found) {
+  if (places_.emplace(found.file, files_.size()).second) files_.push_back({found.file, {}, 0, ""});
+  ++count_;
+  ++kept_;
+  Find(found.file)->kept.push_back(std::move(found));
 }
 
 void DoctorReport::Add(Diagnosis found) {
-  if (!HasRoom(found.file)) {
+  if (HasRoom(found.file))
+    Keep(std::move(found));
+  else
     LeaveOut(found.file, 1, "");
-    return;
-  }
-  ++count_;
-  ++kept_;
-  OfFile* const file = Find(found.file);
-  file->kept.push_back(std::move(found));
 }
 
-void DoctorReport::Add(Diagnoses found) {
-  for (Diagnosis& each : found) Add(std::move(each));
+void DoctorReport::AddOfFolder(Diagnoses found) {
+  for (Diagnosis& each : found) Keep(std::move(each));
 }
 
 void DoctorReport::LeaveOut(const std::string& file, std::int64_t count, const std::string& lister) {
@@ -60,10 +60,10 @@ Diagnoses DoctorReport::Rows() const {
   for (const OfFile& file : files_) {
     rows.insert(rows.end(), file.kept.begin(), file.kept.end());
     if (file.left_out > 0)
-      rows.push_back({file.name, 0, "and " + Count(file.left_out, "more finding"),
-                      file.lister.empty() ? "correct those above first, then check again"
-                                          : "the command lists all of them",
-                      file.lister});
+      rows.push_back(
+          {file.name, 0, "and " + Count(file.left_out, "more finding"),
+           file.lister.empty() ? "correct those above first, then check again" : "the command lists them",
+           file.lister});
   }
   return rows;
 }
@@ -75,14 +75,17 @@ std::string DoctorReport::Summary() const {
                          : ", of which " + std::to_string(unlisted_) + " in further files are not listed");
 }
 
+// Findings of a file in a row that mean the same are followed by the meaning once.
 void DoctorReport::WriteTable(OutputFile& output) const {
-  const std::string* file = nullptr;
   const Diagnoses rows = Rows();
-  for (const Diagnosis& row : rows) {
-    if (file == nullptr || row.file != *file) output.Write(Printable(row.file) + "\n");
-    file = &row.file;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    const Diagnosis& row = rows[i];
+    if (i == 0 || row.file != rows[i - 1].file) output.Write(Printable(row.file) + "\n");
     output.Write("  " + (row.line > 0 ? "line " + std::to_string(row.line) + ": " : "") +
                  Printable(row.finding) + "\n");
+    if (i + 1 < rows.size() && rows[i + 1].file == row.file && rows[i + 1].meaning == row.meaning &&
+        rows[i + 1].command == row.command)
+      continue;
     if (!row.meaning.empty()) output.Write("    " + Printable(row.meaning) + "\n");
     if (!row.command.empty()) output.Write("    " + Printable(row.command) + "\n");
   }

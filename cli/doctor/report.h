@@ -13,14 +13,15 @@
 
 namespace velmora::cli {
 
-// Keeps kMostOfFile findings a file and kMostInAll in all, and counts the others.
+// Keeps kMostOfFile findings a file and kMostInAll in all files, and counts the others.
 class DoctorReport {
  public:
   static constexpr std::int64_t kMostOfFile = 20;
   static constexpr std::int64_t kMostInAll = 10'000;
 
   void Add(Diagnosis found);
-  void Add(Diagnoses found);
+  // What was found about the entries of a folder, all of which is kept.
+  void AddOfFolder(Diagnoses found);
   // The findings of one file, as `diagnose` explains each. `lister` is the command that lists all of them.
   template <class Diagnose>
   void AddAll(const std::string& file, const Findings& findings, const std::string& lister,
@@ -47,6 +48,7 @@ class DoctorReport {
     std::string lister;
   };
 
+  void Keep(Diagnosis found);
   bool HasRoom(const std::string& file) const;
   OfFile* Find(const std::string& file);
   Diagnoses Rows() const;

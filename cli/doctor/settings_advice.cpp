@@ -91,6 +91,8 @@ class SettingsAdvice {
     const CodeEntries& entries = codes_.entries;
     const auto entry = std::find_if(entries.begin(), entries.end(),
                                     [&](const CodeEntry& each) { return each.line == line.number; });
+    if (entry != entries.end() && kind_ == SettingsFileKind::kStamp)
+      return {std::string("programs do not use it; ") + kInEditor, ""};
     if (entry != entries.end() && !entry->code.GetView().starts_with(L'*'))
       return {"programs show something else than the line says; the command writes the entry anew",
               Command("set", ShellArgument(ToUtf8(entry->code)), entry->section)};
@@ -111,8 +113,7 @@ class SettingsAdvice {
         return area + verb + " " + code + (verb == "add" ? " --word WORD --number N" : " --value N") +
                " --text TEXT" + where_ + force_;
       default:
-        return area + ShellArgument(shown_) + " set " + (verb == "add" ? "NAME" : code) +
-               " WORD FIRST SECOND" + force_;
+        return area + ShellArgument(shown_) + " set NAME WORD FIRST SECOND" + force_;
     }
   }
 

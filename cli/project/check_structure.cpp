@@ -73,8 +73,8 @@ void CheckProgram(const Program& program, const CString& folder, const std::stri
     const CString path = JoinPath(folder, name);
     if (!FileOrFolderExists(path))
       found->push_back({PathForDisplay(name), 0, std::string("database of ") + program.name + " is missing",
-                        "the project has no data in this program; restore the file, or let the program "
-                        "make it when it opens the project",
+                        "the project has no data in this program; restore the file, unless the program "
+                        "has not been used here yet",
                         ""});
     else if (!IsFile(path))
       wrong_kind(name, "database");
