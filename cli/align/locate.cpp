@@ -243,7 +243,7 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     if (point.problem.empty()) {
       block->swapped.Add(point.line, point.northing, point.easting);
       block->tally.Add(placing.status);
-      block->corrections.Add(point.line, point.northing, point.easting, placing);
+      block->corrections.Add(point.line, point.northing, point.easting, placing, &placer);
     } else {
       block->tally.AddUnreadable();
     }
@@ -308,7 +308,7 @@ class Results {
   }
 
   // `notes` are on the list as a whole.
-  void Finish(const Placer& placer, const Findings& notes) {
+  void Finish(const Findings& notes) {
     if (ags_) {
       ags_->Write(output_);
     } else {
@@ -319,7 +319,7 @@ class Results {
     progress_.Clear();
     WarnOf(options_.points, notes);
     WarnOf(options_.points, ids_.Note());
-    if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
+    if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
     swapped_.Report(options_.points, options_.list);
     if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
     if (tally_.Unreadable() == 0) return;
@@ -370,7 +370,7 @@ void AlignLocate(const LocateOptions& options) {
     block = std::make_unique<Block>(bounds, layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
-  results.Finish(placer, points.TakeNotes());
+  results.Finish(points.TakeNotes());
 }
 
 }  // namespace velmora::cli

@@ -8,6 +8,7 @@
 #include "cli/output/options.h"
 #include "cli/project/check_structure.h"
 #include "cli/terminal/absolute_path.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 
@@ -60,7 +61,8 @@ void AddDoctorCommand(CLI::App& app) {
       ->add_option("PATH", options->paths,
                    "Projects' folders, and settings, code, alignment, area and support-point files (default: "
                    "the installation, and the project that the current folder is in)")
-      ->type_name("");
+      ->type_name("")
+      ->check(CompletesFile());
   AddOutputOptions(doctor, &options->output);
   doctor->footer(
       "Nothing is corrected. Words in capitals in a command are to be filled in. Exit status: 0 nothing "
