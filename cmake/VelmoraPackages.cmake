@@ -7,7 +7,6 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stations and offsets of borings along roa
 set(CPACK_PACKAGE_CONTACT "velmora maintainers <maintainers@velmora.invalid>")
 set(CPACK_VERBATIM_VARIABLES ON)
 set(packaging "${PROJECT_SOURCE_DIR}/packaging")
-set(data_dir "${CMAKE_INSTALL_DATAROOTDIR}")
 
 if(WIN32)
   set(CPACK_MONOLITHIC_INSTALL ON)
@@ -25,23 +24,10 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/python/velmora" DESTINATION lib/python3/dist-packages COMPONENT python
   FILES_MATCHING PATTERN "*.py" PATTERN py.typed PATTERN __pycache__ EXCLUDE)
 
-# The manual and the changelogs, compressed without the time.
+# The manual and the changelogs are compressed, without the time.
 find_program(GZIP gzip REQUIRED)
-set(man "${PROJECT_BINARY_DIR}/man")
-add_custom_command(OUTPUT "${man}/done"
-  COMMAND ${CMAKE_COMMAND} -E rm -rf "${man}" COMMAND ${CMAKE_COMMAND} -E make_directory "${man}"
-  COMMAND velmora_cli help --man-pages "${man}"
-  COMMAND sh -c "cd \"$0\" && for page in *.[1-9]; do mkdir -p man\${page##*.} && ${GZIP} -9n $page && mv $page.gz man\${page##*.}/; done" "${man}"
-  COMMAND ${CMAKE_COMMAND} -E touch "${man}/done" DEPENDS velmora_cli VERBATIM)
-add_custom_target(velmora_man ALL DEPENDS "${man}/done")
-install(DIRECTORY "${man}/" DESTINATION "${CMAKE_INSTALL_MANDIR}" COMPONENT command PATTERN done EXCLUDE)
-foreach(file IN ITEMS velmora.bash=bash-completion/completions/velmora _velmora=zsh/vendor-completions/_velmora
-        velmora.fish=fish/vendor_completions.d/velmora.fish)
-  string(REGEX MATCH "(.*)=(.*)/(.*)" parts "${file}")
-  install(FILES "${PROJECT_SOURCE_DIR}/cli/completion/${CMAKE_MATCH_1}" DESTINATION "${data_dir}/${CMAKE_MATCH_2}"
-    RENAME "${CMAKE_MATCH_3}" COMPONENT command)
-endforeach()
-
+install(CODE "file(GLOB pages \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_MANDIR}/man*/velmora*\")
+  execute_process(COMMAND \"${GZIP}\" -9nf \${pages} COMMAND_ERROR_IS_FATAL ANY)" COMPONENT command)
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 configure_file("${packaging}/debian/changelog.in" "${PROJECT_BINARY_DIR}/changelog" @ONLY)
 execute_process(COMMAND ${GZIP} -9nkf "${PROJECT_BINARY_DIR}/changelog" COMMAND_ERROR_IS_FATAL ANY)
@@ -60,8 +46,8 @@ function(velmora_package component name section description)
   set(CPACK_DEBIAN_${key}_PACKAGE_NAME "${name}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_SECTION "${section}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_DESCRIPTION "${description}" PARENT_SCOPE)
-  install(FILES "${packaging}/COPYRIGHT.txt" DESTINATION "${data_dir}/doc/${name}" RENAME copyright COMPONENT ${component})
-  install(FILES "${PROJECT_BINARY_DIR}/changelog.gz" DESTINATION "${data_dir}/doc/${name}" COMPONENT ${component})
+  install(FILES "${packaging}/COPYRIGHT.txt" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" RENAME copyright COMPONENT ${component})
+  install(FILES "${PROJECT_BINARY_DIR}/changelog.gz" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component})
 endfunction()
 velmora_package(library libvelmora1 libs
 "The library that the programs of a geotechnical suite share: alignments of

@@ -79,6 +79,13 @@ Words HereSpelled() {
   return {here, Replaced(here, "\\", "\\\\"), ToUtf8(PathFromSystem(here))};
 }
 
+// By which both systems' files are held to the same bytes (FNV-1a).
+std::string Digest(const std::string& bytes) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+  return std::to_string(hash);
+}
+
 std::string Today() {
   const std::time_t now = std::time(nullptr);
   std::array<char, 16> text{};
@@ -190,6 +197,7 @@ Ran RunTool(const Words& words) {
   Ran ran{0, "", ""};
   const std::map<std::string, std::function<void()>> kTools = {
       {"cat", [&] { ran.out = at(2) == "suite" ? FromSuite(ReadFile(at(1))) : ReadFile(at(1)); }},
+      {"digest", [&] { ran.out = Digest(ReadFile(at(1))) + "\n"; }},
       {"example", [&] { fs::copy_file(PathOf(Example(at(1))), PathOf(at(1))); }},
       {"ls", [&] { ran.out = Listed(at(1)); }},
       {"mkdir", [&] { fs::create_directories(PathOf(at(1))); }},

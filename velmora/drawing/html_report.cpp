@@ -31,14 +31,14 @@ constexpr std::string_view kWithoutScript = R"(</style>
 <noscript><style>
 .view, .tools button, .filter, .skip { display: none; }
 .desk { height: auto !important; }
-.borings { flex: none; }
+.list { flex: none; }
 .scroll { max-height: none; }
 </style></noscript>
 </head>
 <body>
-<a class="skip" href="#borings">To the table of borings</a>
-<main>
-<div class="desk">
+)";
+
+constexpr std::string_view kSkipLink = R"(<a class="skip" href="#borings">To the table of borings</a>
 )";
 
 constexpr std::string_view kTools = R"(<div class="tools">
@@ -51,16 +51,16 @@ constexpr std::string_view kTools = R"(<div class="tools">
 constexpr std::string_view kView = R"(<section class="view" aria-labelledby="view">
 <h2 class="unseen" id="view">Plan and profile</h2>
 <div class="panes">
-<figure class="pane">
-<figcaption><h3 class="title">Plan</h3><span>
+<figure class="pane" aria-label="Plan">
+<figcaption><h3>Plan</h3><span>
 <button type="button" data-action="in" aria-label="Plan: zoom in">+</button>
 <button type="button" data-action="out" aria-label="Plan: zoom out">−</button>
 <button type="button" data-action="whole" aria-label="Plan: show the whole road">Whole</button>
 </span></figcaption>
 <canvas id="plan" tabindex="0" role="application" aria-label="Plan of the road" aria-describedby="keys"></canvas>
 </figure>
-<figure class="pane">
-<figcaption><h3 class="title">Profile</h3><span>
+<figure class="pane" aria-label="Profile">
+<figcaption><h3>Profile</h3><span>
 <button type="button" data-action="in" aria-label="Profile: zoom in">+</button>
 <button type="button" data-action="out" aria-label="Profile: zoom out">−</button>
 <button type="button" data-action="whole" aria-label="Profile: show the whole road">Whole</button>
@@ -207,7 +207,7 @@ std::string NoteList(std::vector<std::string> notes, const Report& report, const
 }
 
 std::string BoringSection(const HtmlTable& table, size_t count) {
-  return R"(<section class="borings" aria-labelledby="borings">
+  return R"(<section class="list" aria-labelledby="borings">
 <div class="filter">
 <h2 id="borings">Borings</h2>
 <label>Filter <input type="search" id="filter" placeholder="words in any column" autocomplete="off"></label>
@@ -256,12 +256,15 @@ std::string HtmlReport(const Report& report, const ReportSummary& summary,
   page += HtmlStyle();
   page += PageStyle(sizes, sheets);
   page += kWithoutScript;
+  const bool has_table = !report.table.columns.empty();
+  if (has_table) page += kSkipLink;
+  page += "<main>\n<div class=\"desk\">\n";
   page += "<header class=\"head\">\n<div>\n<h1>" + MarkupText(title) + "</h1>\n" +
           FactList(report, summary, path) + "</div>\n";
   page += kTools;
   page += "</header>\n" + NoteList(summary.notes, report, table);
   page += kView;
-  if (!report.table.columns.empty()) page += BoringSection(table, report.table.rows.size());
+  if (has_table) page += BoringSection(table, report.table.rows.size());
   page += "</div>\n";
   // Before the sheets, so that plan and profile need not wait for them.
   AddScript(report, table, &page);

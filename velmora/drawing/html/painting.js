@@ -125,11 +125,15 @@ class Symbols {
       if (!this.report.isShown(s.index) || s.index === hovered || s.index === selected) continue;
       const text = this.report.labelOf(s.index);
       const width = c.measureText(text).width;
-      for (const x of [s.x + radius + 4, s.x - radius - 4 - width]) {
-        const box = [x, x + width, s.y - half, s.y + half];
+      const aside = radius + 4;
+      // To the right and left, above and below.
+      const places = [[aside, 0], [-aside - width, 0], [-width / 2, -aside - half], [-width / 2, aside + half]];
+      for (const [dx, dy] of places) {
+        const [x, y] = [s.x + dx, s.y + dy];
+        const box = [x, x + width, y - half, y + half];
         if (x < left || x + width > c.canvas.clientWidth || !isFree(box)) continue;
         taken.push(box);
-        write(c, text, x, s.y, this.report.colours.ink, { halo: this.report.colours.paper });
+        write(c, text, x, y, this.report.colours.ink, { halo: this.report.colours.paper });
         break;
       }
     }

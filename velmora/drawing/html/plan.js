@@ -50,6 +50,9 @@ class PlanView {
     this.grid(c, low, high);
     this.place();
     if (this.symbols.areDense) this.symbols.draw(c);
+    if (this.report.road.segments.length === 0) {
+      write(c, "The road has no plan", 12, 30, this.report.colours.faint, { halo: this.report.colours.paper });
+    }
     this.road(c, low, high);
     this.symbols.taken = this.stations(c);
     if (!this.symbols.areDense) this.symbols.draw(c);

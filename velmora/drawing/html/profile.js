@@ -23,7 +23,15 @@ class ProfileView {
       bounds.bottom = Math.min(bounds.bottom, level);
       bounds.top = Math.max(bounds.top, level);
     };
-    for (const p of report.road.profile) add(p[1], p[0]);
+    const { road } = report;
+    for (const [i, b] of road.profile.entries()) {
+      add(b[1], b[0]);
+      const a = road.profile[i - 1];
+      for (let part = 0.125; a?.[2] && part < 1; part += 0.125) {
+        const station = a[1] + part * (b[1] - a[1]);
+        add(station, road.levelAt(station) ?? a[0]);
+      }
+    }
     for (const b of report.borings) if (b.placed && b.level !== null) add(b.station, b.level);
     return Number.isFinite(bounds.left) ? bounds : null;
   }

@@ -3,7 +3,7 @@
 
 const collator = new Intl.Collator("sv", { numeric: true, sensitivity: "base" });
 const rowsBeyond = 10; // above and below those in view
-const widthInDigits = { least: 6, most: 32, padding: 3 };
+const widthInDigits = { least: 6, most: 40, padding: 3 };
 
 function make(name, attributes = {}, ...children) {
   const element = document.createElement(name);
@@ -84,7 +84,11 @@ class BoringTable {
   }
 
   row(index) {
-    const cells = this.rows[index].map((text, column) => make("td", this.columns[column][2] ? { class: "number" } : {}, text));
+    const cells = this.rows[index].map((text, column) => {
+      const cell = make("td", this.columns[column][2] ? { class: "number" } : {}, text);
+      if (text.length > widthInDigits.most) cell.title = text;
+      return cell;
+    });
     const row = make("tr", { id: `row${index}` }, ...cells);
     row.index = index;
     return row;
