@@ -51,6 +51,19 @@ install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LI
 
 if(TARGET velmora_cli)
   install(TARGETS velmora_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  if(TARGET velmora_manual)
+    foreach(section 1 7)
+      install(DIRECTORY "${PROJECT_BINARY_DIR}/cli/manual/" DESTINATION "${CMAKE_INSTALL_MANDIR}/man${section}"
+        COMPONENT command FILES_MATCHING PATTERN "*.${section}")
+    endforeach()
+    set(completion "${PROJECT_SOURCE_DIR}/cli/completion")
+    install(FILES "${completion}/velmora.bash" RENAME velmora COMPONENT command
+      DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+    install(FILES "${completion}/_velmora" COMPONENT command
+      DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
+    install(FILES "${completion}/velmora.fish" COMPONENT command
+      DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+  endif()
 endif()
 if(TARGET mod_velmora)
   # On Windows beside the DLL.

@@ -2,13 +2,13 @@
 
 #include <cairo-pdf.h>
 
-#include <algorithm>
 #include <numbers>
-#include <random>
-#include <string>
+#include <utility>
 
 namespace velmora::bench {
 namespace {
+
+using Primitive = CountingCanvas::Primitive;
 
 constexpr double kPoint = 72 / 25.4;  // PDF's, a millimetre
 
@@ -17,76 +17,65 @@ cairo_status_t Take(void* bytes, const unsigned char*, unsigned int length) {
   return CAIRO_STATUS_SUCCESS;
 }
 
-}  // namespace
-
-void CountingCanvas::Path(std::span<const drawing::PathPoint> points, bool, const drawing::Style&) {
-  const bool arcs = std::any_of(points.begin(), points.end(),
-                                [](const drawing::PathPoint& point) { return point.bulge != 0; });
-  Add(arcs ? kArcs : kPath, points.size());
+void BeginPage(cairo_t* cairo, drawing::SheetPoint size, bool first) {
+  if (!first) cairo_show_page(cairo);
+  cairo_pdf_surface_set_size(cairo_get_target(cairo), size.x * kPoint, size.y * kPoint);
 }
 
-size_t DrawBare(const std::vector<CountingCanvas::Primitive>& primitives) {
+void Draw(cairo_t* cairo, const Primitive& primitive) {
+  const drawing::SheetPoint at = primitive.points.front().at;
+  if (primitive.kind == CountingCanvas::kText) {
+    cairo_set_font_size(cairo, primitive.size);
+    cairo_move_to(cairo, at.x, at.y);
+    cairo_show_text(cairo, primitive.text.c_str());
+    cairo_new_path(cairo);
+    return;
+  }
+  if (primitive.kind == CountingCanvas::kRectangle) {
+    const drawing::SheetPoint size = primitive.points.back().at;
+    cairo_rectangle(cairo, at.x, at.y, size.x, size.y);
+  } else if (primitive.kind == CountingCanvas::kCircle) {
+    cairo_arc(cairo, at.x, at.y, primitive.size, 0, 2 * std::numbers::pi);
+  } else if (primitive.kind == CountingCanvas::kDots) {
+    for (const drawing::PathPoint& point : primitive.points) {
+      cairo_move_to(cairo, point.at.x, point.at.y);
+      cairo_close_path(cairo);
+    }
+  } else {
+    for (const drawing::PathPoint& point : primitive.points) {
+      if (point.bulge != 0)
+        cairo_arc(cairo, point.at.x, point.at.y, 100, 0, 0.1);
+      else
+        cairo_line_to(cairo, point.at.x, point.at.y);
+    }
+  }
+  cairo_stroke(cairo);
+}
+
+}  // namespace
+
+void CountingCanvas::Dots(std::span<const drawing::SheetPoint> centres, double radius,
+                          const drawing::Style&) {
+  std::vector<drawing::PathPoint> points;
+  for (const drawing::SheetPoint& centre : centres) points.push_back({centre});
+  if (!points.empty()) Add({kDots, std::move(points), radius});
+}
+
+size_t DrawBare(const std::vector<Primitive>& primitives) {
   size_t bytes = 0;
-  cairo_surface_t* const surface =
-      cairo_pdf_surface_create_for_stream(Take, &bytes, 420 * kPoint, 297 * kPoint);
+  cairo_surface_t* const surface = cairo_pdf_surface_create_for_stream(Take, &bytes, 1, 1);
   cairo_t* const cairo = cairo_create(surface);
   cairo_scale(cairo, kPoint, kPoint);
   cairo_select_font_face(cairo, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-  cairo_set_font_size(cairo, 2);
   cairo_set_line_width(cairo, 0.18);
-  std::mt19937 random(3);
-  const auto part = [&](unsigned below) { return static_cast<double>(random() % (below * 100)) / 100; };
-  const std::string letters = "24V1007 H 12.34 1/640.250 Väg 7 Norrsjö, station 1650, level 18.25 ";
+  cairo_set_line_cap(cairo, CAIRO_LINE_CAP_ROUND);
   bool first = true;
-  for (const auto& [kind, size] : primitives) {
-    const double x = part(400);
-    const double y = part(280);
-    switch (kind) {
-      case CountingCanvas::kSheet:
-        if (!first) cairo_show_page(cairo);
-        first = false;
-        break;
-      case CountingCanvas::kLine:
-        cairo_move_to(cairo, x, y);
-        cairo_line_to(cairo, x + part(20), y + part(20));
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kRectangle:
-        cairo_rectangle(cairo, x, y, part(20), part(20));
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kCircle:
-        cairo_arc(cairo, x, y, 1, 0, 2 * std::numbers::pi);
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kPath:
-        for (size_t i = 0; i < size; ++i) cairo_line_to(cairo, x + part(20), y + part(20));
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kArcs:
-        for (size_t i = 0; i + 1 < size; ++i) cairo_arc(cairo, x + part(20), y + part(20), 5, 0, 1);
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kDots:
-        for (size_t i = 0; i < size; ++i) {
-          cairo_move_to(cairo, x + part(20), y + part(20));
-          cairo_close_path(cairo);
-        }
-        cairo_stroke(cairo);
-        break;
-      case CountingCanvas::kText: {
-        std::string text;
-        while (text.size() < size) text += letters;
-        text.resize(size);
-        while (!text.empty() && (text.back() & 0x80) != 0) text.pop_back();
-        cairo_move_to(cairo, x, y);
-        cairo_show_text(cairo, text.c_str());
-        cairo_new_path(cairo);
-        break;
-      }
-      case CountingCanvas::kKinds:
-        break;
-    }
+  for (const Primitive& primitive : primitives) {
+    if (primitive.points.empty()) continue;
+    if (primitive.kind == CountingCanvas::kSheet)
+      BeginPage(cairo, primitive.points.front().at, std::exchange(first, false));
+    else
+      Draw(cairo, primitive);
   }
   cairo_show_page(cairo);
   cairo_destroy(cairo);

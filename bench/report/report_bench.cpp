@@ -97,10 +97,9 @@ void BesideCairo(int rounds, Figures* figures) {
   using enum CountingCanvas::Kind;
   figures->Add({"5,000 borings on 20 km as PDF", seconds.ours * 1e3, seconds.theirs * 1e3, "ms",
                 "cairo alone", seconds.theirs / seconds.ours});
-  std::printf("  %zu sheets, %zu lines, %zu paths, %zu with arcs, %zu circles, %zu texts; %.1f and %.1f MB\n",
-              counted.Count(kSheet), counted.Count(kLine), counted.Count(kPath), counted.Count(kArcs),
-              counted.Count(kCircle), counted.Count(kText), static_cast<double>(ours) / 1e6,
-              static_cast<double>(theirs) / 1e6);
+  std::printf("  %zu sheets, %zu lines, %zu paths, %zu circles, %zu texts; %.1f and %.1f MB\n",
+              counted.Count(kSheet), counted.Count(kLine), counted.Count(kPath), counted.Count(kCircle),
+              counted.Count(kText), static_cast<double>(ours) / 1e6, static_cast<double>(theirs) / 1e6);
 }
 
 void Growth(int rounds, bool small, Figures* figures) {

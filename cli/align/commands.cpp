@@ -10,9 +10,12 @@
 #include "cli/align/option_values.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
+#include "cli/terminal/completes.h"
 
 namespace velmora::cli {
 namespace {
+
+constexpr char kListEndings[] = ".csv .txt .ags .gpkg";
 
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
@@ -28,7 +31,8 @@ void AddLocate(CLI::App* align) {
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
       ->required()
-      ->type_name("LIST");
+      ->type_name("LIST")
+      ->check(CompletesFile(kListEndings));
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
@@ -67,7 +71,8 @@ void AddPlace(CLI::App* align) {
   verb->add_option("--stations", options->stations,
                    "Stations: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, station and offset")
       ->required()
-      ->type_name("LIST");
+      ->type_name("LIST")
+      ->check(CompletesFile(kListEndings));
   AddListOptions(verb, StationRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
@@ -100,7 +105,8 @@ std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   CLI::Option* to =
       verb->add_option("-o", options->to,
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
-          ->type_name("OUT");
+          ->type_name("OUT")
+          ->check(CompletesFile(".vl"));
   verb->add_flag("--force", options->force,
                  "Write even if lines are lost, or an arc moves by more than 1 mm");
   AddFormatOptions(verb, &options->output);
@@ -144,12 +150,22 @@ void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddAlignmentFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")->type_name("LIST");
+  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")
+      ->type_name("LIST")
+      ->check(CompletesFile(kListEndings));
   AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
-  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
+  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")
+      ->type_name("SVG")
+      ->check(CompletesFile(".svg"));
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });
+}
+
+CLI::Validator CompletesRoad() {
+  std::string endings = exchange::RoadFormatEndings();
+  std::erase(endings, ',');
+  return CompletesFile(endings);
 }
 
 double ToPositive(const std::string& text) {
@@ -165,9 +181,11 @@ void AddExport(CLI::App* align) {
   verb->add_option("-o", options->to,
                    "File to write; the ending chooses the format: " + exchange::RoadFormatEndings())
       ->required()
-      ->type_name("OUT");
+      ->type_name("OUT")
+      ->check(CompletesRoad());
   verb->add_option("--points", options->points, "Points to write with their places: a list as for locate")
-      ->type_name("LIST");
+      ->type_name("LIST")
+      ->check(CompletesFile(kListEndings));
   AddListOptions(verb, PointRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddValue(verb, "--stations", "M", "A mark every M metres of station",
@@ -188,8 +206,12 @@ void AddImport(CLI::App* align) {
   CLI::App* verb = align->add_subcommand("import", "Make an alignment file from a road of another program");
   verb->add_option("IN", options->file,
                    "File to read; the ending says its format: " + exchange::RoadFormatEndings())
-      ->required();
-  verb->add_option("-o", options->to, "Alignment file to write")->required()->type_name("VL");
+      ->required()
+      ->check(CompletesRoad());
+  verb->add_option("-o", options->to, "Alignment file to write")
+      ->required()
+      ->type_name("VL")
+      ->check(CompletesFile(".vl"));
   verb->add_option("--name", options->name, "Name of the alignment, where the file holds several")
       ->type_name("NAME");
   verb->add_option("--layer", formats->layer, "Layer of the alignment, in formats with layers")

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "cli/terminal/completes.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
@@ -35,7 +36,9 @@ Limits ToLimits(const std::string& text, double (*read)(const std::string&)) {
 }
 
 void AddAlignmentFile(CLI::App* verb, std::string* file) {
-  verb->add_option("FILE", *file, "Alignment file, single or combined with a profile")->required();
+  verb->add_option("FILE", *file, "Alignment file, single or combined with a profile")
+      ->required()
+      ->check(CompletesFile(".vl"));
 }
 
 double ToDistance(const std::string& text) {

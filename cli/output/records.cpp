@@ -8,6 +8,7 @@
 
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/wrap.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -152,11 +153,6 @@ void RecordWriter::TableRow(const std::vector<std::string>& texts) {
 Cell StationCell(double station, bool km) {
   if (!km) return Number{station};
   return NumberAsText{station, StationText(station, true)};
-}
-
-size_t DisplayWidth(std::string_view text) {
-  return static_cast<size_t>(std::count_if(
-      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 nlohmann::ordered_json JsonOf(const Cell& cell) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/align/option_values.h"
+#include "cli/terminal/completes.h"
 
 namespace velmora::cli {
 namespace {
@@ -24,11 +25,14 @@ void AddReportCommand(CLI::App& app) {
   CLI::App* verb = app.add_subcommand(
       "report", "Plan and profile sheets to scale, a report to look at, or the table of the borings");
   AddAlignmentFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings: a list as for align locate")->type_name("LIST");
+  verb->add_option("--points", options->points, "Borings: a list as for align locate")
+      ->type_name("LIST")
+      ->check(CompletesFile(".csv .txt .ags .gpkg"));
   verb->add_option("-o", options->to,
                    "File to write; the ending chooses the form: .pdf, .html, .dxf, .svg and .png (a file a "
                    "sheet), .xlsx and .csv (the table) (default: among the drawings of the road's project)")
-      ->type_name("OUT");
+      ->type_name("OUT")
+      ->check(CompletesFile(".pdf .html .dxf .svg .png .xlsx .csv"));
   verb->add_option("--form", options->form, "Form, where the name of OUT does not tell, as pdf")
       ->type_name("FORM");
   CLI::Option* project =

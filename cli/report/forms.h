@@ -3,6 +3,7 @@
 #define VELMORA_CLI_REPORT_FORMS_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/report/commands.h"
@@ -19,6 +20,9 @@ struct ReportForm {
   // Writes the file or files and returns their names. `inputs` are the files that the command reads.
   std::vector<std::string> (*write)(const drawing::Report& report, const ReportOptions& options,
                                     const std::vector<std::string>& inputs, drawing::ReportSummary* summary);
+
+  // DXF without --paper is the plan alone, in one piece.
+  bool OnMap(const ReportOptions& options) const { return name == std::string_view("dxf") && !options.paper; }
 };
 
 // By its name, or by what the file's name ends in; throws a Refusal for a form that there is not.

@@ -40,18 +40,22 @@ std::string UsualOutput(const ReportOptions& options, const ReportSetup& setup) 
 }
 
 std::string Written(const std::vector<std::string>& files, const ReportForm& form,
-                    const drawing::Report& report, const drawing::ReportSummary& summary) {
+                    const ReportOptions& options, const drawing::Report& report,
+                    const drawing::ReportSummary& summary) {
   std::string text = "written";
   if (files.size() > 1) text += ", and on to " + files.back();
-  if (form.sheets) {
-    if (summary.sheets > 0)
-      text += ", " + std::to_string(summary.sheets) + (summary.sheets == 1 ? " sheet " : " sheets ") +
-              ToUtf8(CString(report.setup.format.namn));
-    if (summary.scale > 0) text += ", " + drawing::ScaleText(summary.scale);
-    if (summary.height_scale > 0) text += ", heights " + drawing::ScaleText(summary.height_scale);
+  if (!form.sheets) {
+    const size_t rows = report.table.rows.size();
+    return At(files.front(), text + ", " + std::to_string(rows) + (rows == 1 ? " boring" : " borings"));
   }
-  const size_t rows = report.table.rows.size();
-  if (rows > 0) text += ", " + std::to_string(rows) + (rows == 1 ? " boring" : " borings");
+  if (form.OnMap(options)) {
+    text += ", in map coordinates";
+  } else {
+    text += ", " + std::to_string(summary.sheets) + (summary.sheets == 1 ? " sheet " : " sheets ") +
+            ToUtf8(CString(report.setup.format.namn));
+  }
+  if (summary.scale > 0) text += ", " + drawing::ScaleText(summary.scale);
+  if (summary.height_scale > 0) text += ", heights " + drawing::ScaleText(summary.height_scale);
   return At(files.front(), text);
 }
 
@@ -119,7 +123,7 @@ void MakeReport(const ReportOptions& given) {
   const std::vector<std::string> files = form.write(report, options, inputs, &summary);
   if (options.to != "-") {
     for (const std::string& note : summary.notes) Warn(At(files.front(), note));
-    Warn(Written(files, form, report, summary));
+    Warn(Written(files, form, options, report, summary));
   }
   ReportPlacedBorings(list, borings, form.sheets ? "drawing" : "table");
 }

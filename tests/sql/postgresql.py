@@ -9,6 +9,7 @@ import glob
 import os
 import pathlib
 import random
+import re
 import shutil
 import signal
 import subprocess
@@ -162,6 +163,14 @@ class Extension(unittest.TestCase):
             "SELECT f(format(E'0 0 0 %s\\n10 0 0 %s', i, i + 10)) - i FROM generate_series(1, 9) AS i"
         )
         self.assertEqual(rows, [["5"]] * 9)
+
+    def test_the_documented_example(self):
+        page = pathlib.Path(SOURCES, "docs/sql.md").read_text("utf-8")
+        commands, answer = re.search(r"```sql\n(.*?)```\n\n```text\n(.*?)\n```", page, re.S).groups()
+        server.sql("CREATE DATABASE example")
+        where = f"-h {server.folder}/data -U postgres -d example".split()
+        out = run(f"{BIN}/psql", *where, "-Xq", "-v", "ON_ERROR_STOP=1", input=commands, cwd=SOURCES)
+        self.assertEqual([line.rstrip() for line in out.rstrip().splitlines()], answer.splitlines())
 
     def test_parallel_plan(self):
         station = f"velmora_station({ROADS['bytea']}, n, e)"

@@ -10,8 +10,7 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kInset = 4;  // mm
-constexpr double kRow = 4.6;
+constexpr double kInset = 4;   // mm
 constexpr double kSymbol = 9;  // its width
 
 void Symbol(Canvas& canvas, const char* what, SheetPoint at) {
@@ -37,25 +36,23 @@ void DrawLegend(Canvas& canvas, const ReportPlan& plan, const std::vector<std::s
   std::vector<Item> items;
   if (plan.HasPlan() || plan.HasProfile()) items.push_back({"road", "Road line"});
   if (!plan.strips.empty() && plan.HasPlan()) items.push_back({"outline", "Sheet with its number"});
-  if (plan.strips.size() > 1)
-    items.push_back({"match", "Match line of two sheets, step of the reference level"});
+  if (plan.strips.size() > 1) items.push_back({"match", "Match line; step of the reference level"});
   if (!plan.report.road.borings.empty()) {
-    items.push_back({"boring", "Boring with its offset, m: H right, V left, towards higher stations"});
+    items.push_back({"boring", "Boring, offset in m to the right (H) or left (V)"});
     if (plan.HasProfile()) items.push_back({"level", "Level of a boring in the profile"});
     items.push_back({"number", "Boring by its number in the key of the sheet"});
     items.push_back({"stray", "Boring without a place along the road"});
   }
   const SheetRect& area = plan.layout.beside;
   const double width = area.width / 2 - kInset;
+  const double pitch =
+      std::min(5.0, (area.height - 4) / static_cast<double>(std::max<size_t>(items.size(), 1)));
   double y = area.y + 4;
   for (const Item& item : items) {
     Symbol(canvas, item.symbol, {area.x + kInset, y});
-    for (const std::string& line : WrapText(item.text, kSmallSize, width - kSymbol - 2, 2)) {
-      canvas.Text({area.x + kInset + kSymbol, y}, line, {.size = kSmallSize, .anchor = TextAnchor::kStart},
-                  kText);
-      y += 2.9;
-    }
-    y += kRow - 2.9;
+    canvas.Text({area.x + kInset + kSymbol, y}, FitText(item.text, kSmallSize, width - kSymbol - 2),
+                {.size = kSmallSize, .anchor = TextAnchor::kStart}, kText);
+    y += pitch;
   }
   Notes lines(width);
   for (const std::string& note : notes) lines.Add(note, 3);

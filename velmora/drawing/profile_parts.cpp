@@ -121,7 +121,8 @@ BoringsOfProfile BoringsInProfile(const ProfileSheet& sheet, std::span<const Plo
       continue;
     }
     const auto level = sheet.line.LevelAt(boring->station);
-    found.in_plot.push_back({boring, at, level ? sheet.frame.ToSheet({boring->station, *level}).y : at.y});
+    const double line_y = level ? sheet.frame.ToSheet({boring->station, *level}).y : at.y;
+    found.in_plot.push_back({boring, at, std::clamp(line_y, sheet.plot.y, sheet.plot.Bottom())});
   }
   return found;
 }

@@ -29,15 +29,15 @@ class ReportDrawing {
   ReportSummary Draw(Canvas& canvas) {
     const std::vector<std::string> notes = plan_.Notes();
     for (size_t page = 0; page < overview_.Pages(); ++page) {
-      Begin(canvas, page == 0 ? "Overview" : "Overview, continued");
+      Begin(canvas, page == 0 ? "Overview" : "Overview, continued", 0, 0);
       overview_.Draw(canvas, page, notes);
     }
     for (size_t i = 0; i < plan_.strips.size(); ++i) {
-      Begin(canvas, ContentOf(i));
+      Begin(canvas, ContentOf(i), plan_.room.scale, plan_.height_scale);
       DrawStripSheet(canvas, plan_, i);
     }
     for (size_t page = 0; page < table_.Pages(); ++page) {
-      Begin(canvas, "Table of borings");
+      Begin(canvas, "Table of borings", 0, 0);
       table_.Draw(canvas, page);
     }
     return {Sheets(), plan_.room.scale, plan_.height_scale, notes};
@@ -46,9 +46,8 @@ class ReportDrawing {
  private:
   size_t Sheets() const { return overview_.Pages() + plan_.strips.size() + table_.Pages(); }
 
-  void Begin(Canvas& canvas, const std::string& content) {
-    BeginFramedSheet(canvas, plan_.layout, plan_.report,
-                     {content, ++number_, Sheets(), plan_.room.scale, plan_.height_scale});
+  void Begin(Canvas& canvas, const std::string& content, double scale, double height_scale) {
+    BeginFramedSheet(canvas, plan_.layout, plan_.report, {content, ++number_, Sheets(), scale, height_scale});
   }
 
   std::string ContentOf(size_t strip) const {

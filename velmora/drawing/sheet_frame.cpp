@@ -6,6 +6,7 @@
 #include "velmora/drawing/labels.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
+#include "velmora/drawing/title_block.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -76,6 +77,8 @@ void DrawDefaultBlock(Canvas& canvas, const SheetRect& block, const Report& repo
   scale("Heights ", title.height_scale);
   if (report.setup.format.namn != nullptr)
     canvas.Text({scales + kInset, y}, "Format " + ToUtf8(report.setup.format.namn), line, kTitleText);
+  if (title.scale > 0)
+    DrawScaleBar(canvas, {scales + kInset + 2, row - 7.5}, block.width - kScaleCell - 14, title.scale);
 
   const struct {
     const char* heading;

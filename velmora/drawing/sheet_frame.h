@@ -14,7 +14,7 @@ struct SheetTitle {
   std::string content;  // "Plan and profile 0/320 to 0/640"
   size_t number = 1;
   size_t sheets = 1;
-  double scale = 0;         // of the plan; 0 without one
+  double scale = 0;         // of plan and lengths; 0 without either
   double height_scale = 0;  // 0 without a profile
 };
 

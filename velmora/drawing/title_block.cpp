@@ -88,8 +88,10 @@ void DrawLegend(Canvas& canvas, const SheetRect& cell, const TitleBlock& title) 
     canvas.Text({middle, y + spacing}, BoringKey::NumberText(1), {.size = kSmallSize}, kBoringText);
 }
 
-// The longest round length that fits, in alternating parts.
-void DrawScaleBar(Canvas& canvas, double x, double y, double width, double scale) {
+}  // namespace
+
+void DrawScaleBar(Canvas& canvas, SheetPoint at, double width, double scale) {
+  const auto [x, y] = at;
   constexpr double kHeight = 1.4;
   const double length = NiceStepBelow(width * scale / 1000);
   const double on_sheet = length * 1000 / scale;
@@ -105,8 +107,6 @@ void DrawScaleBar(Canvas& canvas, double x, double y, double width, double scale
   if (parts == 4) canvas.Text({x + on_sheet / 2, text_y}, number(length / 2), {.size = kFactSize}, kText);
   canvas.Text({x + on_sheet, text_y}, number(length) + (km ? " km" : " m"), {.size = kFactSize}, kText);
 }
-
-}  // namespace
 
 double TitleBlockHeight(const TitleBlock& title, double width) {
   const size_t lines = LinesOfName(title.name, FactsWidth(width)).lines.size();
@@ -135,7 +135,7 @@ void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& ti
   if (title.plan_scale > 0) {
     Lines(canvas, bar_x + kInset, first_row, 100,
           {"Scale of the plan " + ScaleText(title.plan_scale) + " (" + title.sheet + ")"});
-    DrawScaleBar(canvas, bar_x + kInset + 2, panel.y + 12, panel.Right() - bar_x - 2 * kInset - 12,
+    DrawScaleBar(canvas, {bar_x + kInset + 2, panel.y + 12}, panel.Right() - bar_x - 2 * kInset - 12,
                  title.plan_scale);
   }
 }

@@ -27,6 +27,10 @@ struct TitleBlock {
 double TitleBlockHeight(const TitleBlock& title, double width);
 void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& title);
 
+// The longest round length that fits, in alternating parts, with `at` at its upper left; about 4 mm high with
+// its numbers.
+void DrawScaleBar(Canvas& canvas, SheetPoint at, double width, double scale);
+
 }  // namespace velmora::drawing
 
 #endif  // VELMORA_DRAWING_TITLE_BLOCK_H_

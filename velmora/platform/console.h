@@ -2,6 +2,7 @@
 #ifndef VELMORA_PLATFORM_CONSOLE_H_
 #define VELMORA_PLATFORM_CONSOLE_H_
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,12 @@ void PrepareStandardStreams();
 
 bool StandardInputIsTerminal();
 bool StandardErrorIsTerminal();
+
+enum class StandardStream { kOutput, kError };
+// The columns of the terminal that the stream is; 0 when it is none, or one that does not say.
+size_t TerminalWidth(StandardStream stream);
+// Whether the stream is a terminal that shows colours, and the user has not set NO_COLOR.
+bool ShowsColours(StandardStream stream);
 
 // From now on what ends the process from outside first removes the files that it has not completed
 // (FileReplacement): Ctrl-C, SIGTERM, SIGHUP, on Windows also the closing of the console or the session.

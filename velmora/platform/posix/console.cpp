@@ -1,8 +1,11 @@
 #include "velmora/platform/console.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <string_view>
 
 #include "velmora/platform/new_file.h"
 
@@ -39,6 +42,19 @@ void PrepareStandardStreams() {}
 
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+size_t TerminalWidth(StandardStream stream) {
+  winsize size = {};
+  const int file = stream == StandardStream::kOutput ? STDOUT_FILENO : STDERR_FILENO;
+  return ioctl(file, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool ShowsColours(StandardStream stream) {
+  const char* const off = std::getenv("NO_COLOR");
+  const char* const terminal = std::getenv("TERM");
+  return (off == nullptr || *off == 0) && terminal != nullptr && std::string_view(terminal) != "dumb" &&
+         isatty(stream == StandardStream::kOutput ? STDOUT_FILENO : STDERR_FILENO) != 0;
+}
 
 void RemoveUnfinishedFilesAtInterrupt() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {

@@ -30,6 +30,10 @@ bool IsConsole(DWORD which) {
   return GetConsoleMode(GetStdHandle(which), &mode) != 0;
 }
 
+HANDLE HandleOf(StandardStream stream) {
+  return GetStdHandle(stream == StandardStream::kOutput ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
 }  // namespace
 
 // Not from argv, which is in the ANSI code page.
@@ -49,6 +53,22 @@ void PrepareStandardStreams() {
 
 bool StandardInputIsTerminal() { return IsConsole(STD_INPUT_HANDLE); }
 bool StandardErrorIsTerminal() { return IsConsole(STD_ERROR_HANDLE); }
+
+size_t TerminalWidth(StandardStream stream) {
+  CONSOLE_SCREEN_BUFFER_INFO info = {};
+  const HANDLE console = HandleOf(stream);
+  if (GetConsoleScreenBufferInfo(console, &info) == 0) return 0;
+  // A console without virtual-terminal sequences breaks the line after a character in the last column.
+  return static_cast<size_t>(info.srWindow.Right - info.srWindow.Left);
+}
+
+bool ShowsColours(StandardStream stream) {
+  if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) return false;
+  constexpr DWORD kVirtualTerminal = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
+  DWORD mode = 0;
+  const HANDLE console = HandleOf(stream);
+  return GetConsoleMode(console, &mode) != 0 && SetConsoleMode(console, mode | kVirtualTerminal) != 0;
+}
 
 void RemoveUnfinishedFilesAtInterrupt() { SetConsoleCtrlHandler(RemoveUnfinishedFiles, TRUE); }
 
