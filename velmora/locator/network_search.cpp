@@ -1,12 +1,18 @@
 #include "velmora/locator/network_search.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <unordered_map>
 #include <utility>
 
 namespace velmora {
+namespace {
+
+constexpr double kRoom = 1e-4;  // m, for rounding in a chord's distance
+
+}  // namespace
 
 bool RoadAnswer::IsBefore(const RoadAnswer& other) const {
   const double distance = std::fabs(offset);
@@ -117,8 +123,11 @@ void NetworkSearch::SearchTrees(PlanePoint p, double metres, bool nearest,
       [&](size_t leaf) {
         const size_t begin = leaf * BoundTree::kFan;
         const size_t end = std::min(begin + BoundTree::kFan, Plan().Segments());
+        std::array<double, BoundTree::kFan + kChordsAtOnce> away;  // NOLINT: written before it is read
+        Routines().distances(Plan(), p, begin, end - begin, away.data());
         for (size_t i = begin; i < end; ++i) {
-          if (Plan().IsBetweenRoads(i)) continue;
+          const bool beyond = away[i - begin] - Plan().ChordSlack(i) > least * (1 + 1e-9) + kRoom;
+          if (beyond || Plan().IsBetweenRoads(i)) continue;
           const std::uint32_t mark = Plan().Roads()[i];
           PointSearch& search = met.Of(mark);
           Plan().ConsiderSegment(i, p, &search);
