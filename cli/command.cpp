@@ -5,12 +5,15 @@
 
 #include "cli/align/commands.h"
 #include "cli/codes/commands.h"
+#include "cli/doctor/commands.h"
 #include "cli/env/commands.h"
 #include "cli/formats/commands.h"
+#include "cli/help/commands.h"
+#include "cli/help/usage_error.h"
 #include "cli/link/commands.h"
-#include "cli/output/output_file.h"
 #include "cli/points/show.h"
 #include "cli/project/commands.h"
+#include "cli/report/commands.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/messages.h"
@@ -25,54 +28,9 @@ constexpr int kDone = 0;
 constexpr int kRefused = 1;
 constexpr int kWrongUsage = 2;
 
-void PrintLine(std::string line) {
-  if (!line.ends_with('\n')) line += '\n';
-  OutputFile output;
-  output.Write(line);
-  output.Finish();
-}
-
-// The innermost area or verb that was recognised, and its words on the command line.
-struct Understood {
-  const CLI::App* app;
-  std::string called_as;  // without "velmora"
-};
-
 int RefuseUsage(const Understood& at, const std::string& problem) {
   Warn(problem + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") + "--help)");
   return kWrongUsage;
-}
-
-Understood Deepest(const CLI::App& app) {
-  Understood deepest{&app, ""};
-  while (!deepest.app->get_subcommands().empty()) {
-    deepest.app = deepest.app->get_subcommands().front();
-    deepest.called_as += (deepest.called_as.empty() ? "" : " ") + deepest.app->get_name();
-  }
-  return deepest;
-}
-
-std::string Joined(const std::vector<std::string>& words, const char* between) {
-  std::string all;
-  for (const std::string& word : words) all += (all.empty() ? "" : between) + word;
-  return all;
-}
-
-// An unknown or missing word is answered with the possible words; for other errors the parser's
-// own text is enough.
-std::string UsageError(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
-  const std::vector<std::string> unknown = app.remaining(true);
-  std::vector<std::string> verbs;
-  for (const CLI::App* verb : at.app->get_subcommands([](const CLI::App*) { return true; }))
-    verbs.push_back(verb->get_name());
-  if (!verbs.empty()) {
-    const std::string known = "\"velmora" + (at.called_as.empty() ? "" : " " + at.called_as) +
-                              "\" takes one of " + Joined(verbs, ", ");
-    return unknown.empty() ? known : "unknown word " + Quoted(unknown.front()) + ": " + known;
-  }
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
-    return "unexpected: " + Joined(unknown, " ");
-  return error.what();
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments) {
@@ -81,13 +39,10 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
     app.parse(std::move(arguments));
     return kDone;
   } catch (const CLI::CallForHelp&) {
-    const Understood asked = Deepest(app);
-    // The parser appends the name to the text that it is given.
-    const std::string called_as = "velmora " + asked.called_as;
-    PrintLine(asked.app->help(asked.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' '))));
+    PrintText(HelpText(Deepest(app)));
     return kDone;
   } catch (const CLI::CallForVersion&) {
-    PrintLine(app.version());
+    PrintText(app.version());
     return kDone;
   } catch (const CLI::ParseError& error) {
     const Understood at = Deepest(app);
@@ -108,7 +63,7 @@ int RunCommand(std::vector<std::string> arguments) {
   SetMessageBoxHandler([](const MessageBoxCall& call) { return DefaultButton(call.style); });
 
   CLI::App app("Geotechnical field data: borings and soundings placed along road alignments.", "velmora");
-  app.set_version_flag("--version", std::string("velmora ") + VersionText());
+  app.set_version_flag("-V,--version", std::string("velmora ") + VersionText());
   app.require_subcommand(1);
   app.get_formatter()->column_width(34);
   app.footer(
@@ -117,11 +72,14 @@ int RunCommand(std::vector<std::string> arguments) {
   AddEnvCommands(app);
   AddProjectCommands(app);
   AddAlignCommands(app);
+  AddReportCommand(app);
   AddPointsCommands(app);
   AddFormatsCommand(app);
   AddLinkCommands(app);
   AddSettingsCommands(app);
   AddCodesCommands(app);
+  AddDoctorCommand(app);
+  AddHelpCommands(app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {

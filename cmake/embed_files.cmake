@@ -1,6 +1,8 @@
 # Writes a source with the names and bytes of files.
 #
-#   cmake -DOUTPUT=sample_files.cpp "-DFILES=a;b" -P embed_files.cmake
+#   cmake -DOUTPUT=sample_files.cpp "-DFILES=a;b" -DHEADER=cli/env/sample_files.h -DTYPE=SampleFile -P embed_files.cmake
+#
+# The header declares the function "TYPE"s(), which returns a span of TYPE: name and bytes.
 set(rows "")
 foreach(file IN LISTS FILES)
   get_filename_component(name "${file}" NAME)
@@ -11,13 +13,12 @@ foreach(file IN LISTS FILES)
   string(APPEND rows "    {L\"${name}\", {\"${bytes}\", ${size}}},\n")
 endforeach()
 file(WRITE "${OUTPUT}"
-"// Made from the files in examples/installation.
-#include \"cli/env/sample_files.h\"
+"#include \"${HEADER}\"
 
 namespace velmora::cli {
 
-std::span<const SampleFile> SampleFiles() {
-  static constexpr SampleFile files[] = {
+std::span<const ${TYPE}> ${TYPE}s() {
+  static constexpr ${TYPE} files[] = {
 ${rows}  };
   return files;
 }

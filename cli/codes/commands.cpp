@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -49,7 +50,8 @@ Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
   AddOutputOptions(added.list, &options->output);
   for (CLI::App* verb : {added.list, added.set, added.add, added.remove})
     verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->check(CompletesFolder());
   for (CLI::App* verb : {added.set, added.add, added.remove}) {
     verb->add_option("CODE", options->code, "The code; letter case counts")->required();
     AddForce(verb, options);
@@ -82,7 +84,9 @@ void AddEnvironment(CLI::App* codes) {
   }
   CLI::App* update = AddVerb(area.list->get_parent(), "update", "Add the codes that every program relies on",
                              area.options, CodesUpdate);
-  update->add_option("--project", area.options->project, "A project")->type_name("DIR");
+  update->add_option("--project", area.options->project, "A project")
+      ->type_name("DIR")
+      ->check(CompletesFolder());
   AddForce(update, area.options);
   AddShared(update, area.options);
   AddOutputOptions(update, &area.options->output);
@@ -104,7 +108,7 @@ void AddStamp(CLI::App* codes) {
   options->kind = SettingsFileKind::kStamp;
   CLI::App* stamp = codes->add_subcommand("stamp", "The fields of a title-block file");
   stamp->require_subcommand(1);
-  stamp->add_option("FILE", options->file, "Title-block file")->required();
+  stamp->add_option("FILE", options->file, "Title-block file")->required()->check(CompletesFile(".dat"));
   AddOutputOptions(AddVerb(stamp, "list", "Every field", options, CodesList), &options->output);
   CLI::App* set =
       AddVerb(stamp, "set", "Change or add a field; a missing file is created", options, CodesSet);
@@ -122,7 +126,9 @@ void AddCheck(CLI::App* codes) {
       codes, "check",
       "Lines that reading skips or cuts or that a rewrite cannot keep, and why; status 1 if there are any",
       options, CodesCheck);
-  check->add_option("FILE", options->file, "A settings, code or title-block file")->required();
+  check->add_option("FILE", options->file, "A settings, code or title-block file")
+      ->required()
+      ->check(CompletesFile(".dat .par .cfg"));
   check
       ->add_option("--kind", options->kind_name,
                    "What the file is: objects, environment, lines, stamp, settings or rig (default: by its "

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -76,7 +77,8 @@ void AddEnvCommands(CLI::App& app) {
   CLI::App* install = AddVerb(env, "install", "Create a working sample installation", options, EnvInstall);
   install->add_option("--to", options->to, "Target folder; created when it is missing")
       ->required()
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(CompletesFolder());
   install->add_flag("--registered-data", options->registered_data,
                     "Put the data into the folders that are registered for application data, outside DIR");
   AddSub(install, options);
@@ -86,7 +88,8 @@ void AddEnvCommands(CLI::App& app) {
               EnvUninstall);
   uninstall->add_option("--to", options->to, "The folder that env install was given")
       ->required()
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(CompletesFolder());
   uninstall->add_flag("--yes", options->yes, "Remove without asking");
   AddSub(uninstall, options);
 

@@ -6,6 +6,7 @@
 #include "cli/output/ending.h"
 #include "cli/output/options.h"
 #include "cli/output/records.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/error.h"
 #include "velmora/drawing/format_sheet.h"
 #include "velmora/drawing/svg_canvas.h"
@@ -74,9 +75,11 @@ void AddFormatsCommand(CLI::App& app) {
   CLI::App* formats =
       app.add_subcommand("formats", "The drawing sheets: innermost area, frame and sheet in millimetres");
   const auto options = std::make_shared<FormatsOptions>();
-  formats->add_option("NAME", options->name, "One format, as A3 (default: all)");
-  CLI::Option* svg =
-      formats->add_option("--svg", options->svg, "Draw them to scale instead")->type_name("FILE");
+  formats->add_option("NAME", options->name, "One format, as A3 (default: all)")
+      ->check(CompletesWord("sheets"));
+  CLI::Option* svg = formats->add_option("--svg", options->svg, "Draw them to scale instead")
+                         ->type_name("FILE")
+                         ->check(CompletesFile(".svg"));
   AddOutputOptions(formats, &options->output);
   for (const char* other : {"--csv", "--spreadsheet", "--json", "-o"})
     svg->excludes(formats->get_option(other));

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 
 namespace velmora::cli {
 
@@ -14,7 +15,9 @@ void AddLinkCommands(CLI::App& app) {
 
   CLI::App* send = link->add_subcommand("send", "Send texts to the field-data program");
   send->add_option("TEXT", options->texts, "Texts; each is sent separately")->required();
-  send->add_option("--project", options->project, "Project folder to announce first")->type_name("DIR");
+  send->add_option("--project", options->project, "Project folder to announce first")
+      ->type_name("DIR")
+      ->check(CompletesFolder());
   send->callback([options] { LinkSend(*options); });
 
   CLI::App* listen = link->add_subcommand(
@@ -33,7 +36,8 @@ void AddLinkCommands(CLI::App& app) {
       "serve", "Simulate the field-data program: run a script for each client and print what clients do");
   serve->add_option("--script", options->script, "Script to run (docs/conversation.md)")
       ->required()
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(CompletesFile(".txt"));
   serve->add_flag("--once", options->once, "Stop when the first client has disconnected");
   AddFormatOptions(serve, &options->output);
   serve->callback([options] { LinkServe(*options); });

@@ -1,4 +1,5 @@
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,7 +15,8 @@ void AddFormatOptions(CLI::App* verb, OutputOptions* options) {
 void AddOutputOptions(CLI::App* verb, OutputOptions* options) {
   verb->add_option("-o", options->file,
                    "Write the result to OUT (.csv, .json, .txt: the ending selects the format)")
-      ->type_name("OUT");
+      ->type_name("OUT")
+      ->check(CompletesFile(".csv .json .txt"));
   AddFormatOptions(verb, options);
 }
 

@@ -8,6 +8,7 @@
 
 #include "cli/output/ending.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/wrap.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -25,9 +26,13 @@ std::string CellText(const Cell& cell) {
 void AppendCsvCell(const Cell& cell, const CsvDialect& dialect, std::string* row) {
   if (const auto* number = std::get_if<Number>(&cell)) {
     std::array<char, kLongestCsvNumber> text;
-    row->append(text.data(), PutCsvNumber(number->value, number->decimals, dialect, text.data()));
+    row->append(text.data(),
+                PutCsvNumber(number->value, number->decimals, dialect.decimal_sign, text.data()));
   } else {
-    AppendCsvText(CellText(cell), dialect, row);
+    const std::string text = CellText(cell);
+    const size_t before = row->size();
+    row->resize(before + LongestCsvText(text));
+    row->resize(static_cast<size_t>(PutCsvText(text, dialect, row->data() + before) - row->data()));
   }
 }
 
@@ -152,11 +157,6 @@ void RecordWriter::TableRow(const std::vector<std::string>& texts) {
 Cell StationCell(double station, bool km) {
   if (!km) return Number{station};
   return NumberAsText{station, StationText(station, true)};
-}
-
-size_t DisplayWidth(std::string_view text) {
-  return static_cast<size_t>(std::count_if(
-      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 nlohmann::ordered_json JsonOf(const Cell& cell) {

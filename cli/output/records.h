@@ -84,8 +84,6 @@ class RecordWriter {
   bool any_ = false;
 };
 
-// The number of characters that a terminal shows for UTF-8 text.
-size_t DisplayWidth(std::string_view text);
 // A cell as a JSON value; a number that is not finite is null.
 nlohmann::ordered_json JsonOf(const Cell& cell);
 // The text of a JSON value, on one line, or on one for each value with `indent` blanks a level. Bytes that

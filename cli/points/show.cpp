@@ -7,6 +7,7 @@
 
 #include "cli/output/options.h"
 #include "cli/output/records.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/support_check.h"
@@ -73,7 +74,7 @@ void AddPointsCommands(CLI::App& app) {
   points->require_subcommand(1);
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = points->add_subcommand("show", "The points of a support-point file, with their levels");
-  verb->add_option("FILE", options->file, "Support-point file")->required();
+  verb->add_option("FILE", options->file, "Support-point file")->required()->check(CompletesFile(".stp"));
   AddOutputOptions(verb, &options->output);
   verb->callback([options] { ShowPoints(*options); });
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -12,13 +13,14 @@ namespace {
 using Options = std::shared_ptr<ProjectOptions>;
 
 void AddFolder(CLI::App* verb, const Options& options) {
-  verb->add_option("DIR", options->folder, "The project's folder")->required();
+  verb->add_option("DIR", options->folder, "The project's folder")->required()->check(CompletesFolder());
 }
 
 void AddFolderList(CLI::App* verb, const Options& options, const std::string& what) {
   verb->add_option("--folder-list", options->folder_list,
                    what + " (default: the installation's, [ARKIV] MAPPAR)")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(CompletesFile(".txt"));
 }
 
 }  // namespace
@@ -44,14 +46,15 @@ void AddProjectCommands(CLI::App& app) {
 
   CLI::App* status = AddVerb(project, "status", "The states a project can be in; one by number or text",
                              options, ProjectStatus);
-  status->add_option("STATUS", options->status, "Number or text");
+  status->add_option("STATUS", options->status, "Number or text")->check(CompletesWord("statuses"));
   AddOutputOptions(status, &options->output);
 
   CLI::App* list = AddVerb(project, "list", "The files that match a pattern", options, ProjectList);
   list->add_option("PATTERN", options->folder,
                    "A folder for all in it, or with wildcards as DIR/*.DAT (in quotes, so that the shell "
                    "does not expand them)")
-      ->required();
+      ->required()
+      ->check(CompletesFolder());
   list->add_option("--sort", options->sort, "name (default), size or date")
       ->check(CLI::IsMember({"name", "size", "date"}))
       ->type_name("BY");

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -21,7 +22,8 @@ void AddFile(CLI::App* verb, const Options& options, const std::vector<std::stri
 
 void AddProject(CLI::App* verb, const Options& options) {
   verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(CompletesFolder());
 }
 
 void AddValues(CLI::App* settings) {
@@ -34,12 +36,12 @@ void AddValues(CLI::App* settings) {
   AddOutputOptions(list, &options->output);
 
   CLI::App* get = AddVerb(settings, "get", "Print a key's value", options, SettingsGet);
-  get->add_option("KEY", options->key, "Key, letters in any case")->required();
+  get->add_option("KEY", options->key, "Key, letters in any case")->required()->check(CompletesWord("keys"));
   AddFormatOptions(get, &options->output);
 
   CLI::App* set = AddVerb(settings, "set", "Write a key where its file was found; an empty value removes it",
                           options, SettingsSet);
-  set->add_option("KEY", options->key, "Key, letters in any case")->required();
+  set->add_option("KEY", options->key, "Key, letters in any case")->required()->check(CompletesWord("keys"));
   set->add_option("VALUE", options->value, "Value")->required();
   set->add_flag("--force", options->force,
                 "Write even if lines that are not settings are lost, or a number gets another value");
@@ -65,8 +67,8 @@ void AddComparisons(CLI::App* settings) {
   verb = AddVerb(settings, "diff",
                  "The keys whose values differ in two projects or two files; status 1 if there are any", diff,
                  SettingsDiff);
-  verb->add_option("A", diff->a, "A project's folder, or a file")->required();
-  verb->add_option("B", diff->b, "Another one")->required();
+  verb->add_option("A", diff->a, "A project's folder, or a file")->required()->check(CompletesFile());
+  verb->add_option("B", diff->b, "Another one")->required()->check(CompletesFile());
   AddFile(verb, diff, {"TUNDRIL.PAR", "KARSK.PAR", "JB23.PAR", "TUNDRIL.CFG"},
           "Which of the projects' files, or what the two files are (default: TUNDRIL.PAR, or by name)");
   AddOutputOptions(verb, &diff->output);
@@ -90,7 +92,10 @@ void AddLocal(CLI::App* settings) {
   for (CLI::App* verb : {create, remove})
     verb->add_flag("--yes", options->yes, "Do not ask before something is replaced or deleted");
   for (CLI::App* verb : {create, remove, status}) {
-    verb->add_option("--project", options->project, "The project's folder")->required()->type_name("DIR");
+    verb->add_option("--project", options->project, "The project's folder")
+        ->required()
+        ->type_name("DIR")
+        ->check(CompletesFolder());
     verb->add_flag("--stones", options->stones,
                    "KARSK.PAR of the rock and stone program instead of the main program's files");
     AddOutputOptions(verb, &options->output);

@@ -18,7 +18,7 @@ ALIGN = os.environ["VELMORA_COMMAND"], "align"
 sys.path[:0] = [PROFILE, f"{PROFILE}/plugins"]
 
 # The page's example installs what the tests use.
-EXAMPLE, SHOWN = re.findall(r"```\n(.*?)```", (REPOSITORY / "docs" / "qgis.md").read_text("utf-8"), re.S)[:2]
+EXAMPLE, SHOWN = re.findall(r"```(?:sh|text)\n(.*?)```", (REPOSITORY / "docs" / "qgis.md").read_text("utf-8"), re.S)[:2]
 EXAMPLE_RUN = subprocess.run(["bash", "-e", "-c", EXAMPLE], capture_output=True, cwd=REPOSITORY)
 
 import velmora  # noqa: E402

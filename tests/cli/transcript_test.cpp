@@ -14,6 +14,9 @@
 // that begins like one of the marks above. /home/me/the-test-folder stands for the folder, YYYY-MM-DD for
 // today and HH.MM after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR
 // LF, shown as UTF-8 with LF; utf16: with its byte-order mark.
+//
+// Where VELMORA_PAGES names folders (":" between them) it is the pages *.md in them that run (page.h), each
+// in a folder with the examples and the Python package in it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,7 +28,9 @@
 #include <map>
 #include <random>
 #include <regex>
+#include <sstream>
 
+#include "tests/cli/page.h"
 #include "tests/environment/installed.h"
 #include "tests/support/background_command.h"
 #include "tests/support/run_command.h"
@@ -72,6 +77,13 @@ Words Lines(const std::string& text) {
 Words HereSpelled() {
   const std::string here = NameOf(fs::current_path());
   return {here, Replaced(here, "\\", "\\\\"), ToUtf8(PathFromSystem(here))};
+}
+
+// By which both systems' files are held to the same bytes (FNV-1a).
+std::string Digest(const std::string& bytes) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+  return std::to_string(hash);
 }
 
 std::string Today() {
@@ -185,6 +197,7 @@ Ran RunTool(const Words& words) {
   Ran ran{0, "", ""};
   const std::map<std::string, std::function<void()>> kTools = {
       {"cat", [&] { ran.out = at(2) == "suite" ? FromSuite(ReadFile(at(1))) : ReadFile(at(1)); }},
+      {"digest", [&] { ran.out = Digest(ReadFile(at(1))) + "\n"; }},
       {"example", [&] { fs::copy_file(PathOf(Example(at(1))), PathOf(at(1))); }},
       {"ls", [&] { ran.out = Listed(at(1)); }},
       {"mkdir", [&] { fs::create_directories(PathOf(at(1))); }},
@@ -247,6 +260,14 @@ Ran RunInShell(const std::string& line) {
   return ran;
 }
 
+// As a terminal shows it: both streams, without the blanks at the ends of lines.
+std::string OnTerminal(const std::string& line) {
+  const Ran ran = RunInShell("exec 2>&1; " + line);
+  std::string shown = Escaped(std::regex_replace(ran.out, std::regex(" +\\n"), "\n"));
+  shown = Replaced(Replaced(shown, "␄\n", "\n"), "␤\n", "\n");
+  return ran.status == 0 ? shown : shown + "(exit status " + std::to_string(ran.status) + ")\n";
+}
+
 bool IsMarked(const std::string& line) {
   for (const char* mark : {"# ", "$ ", "% ", "<<< ", "[linux] ", "[windows] "})
     if (line.starts_with(mark)) return true;
@@ -304,6 +325,9 @@ std::string Play(const std::string& transcript, bool keep_shared) {
   return played;
 }
 
+// Pages show what a user without registered folders sees.
+bool ArePages() { return std::getenv("VELMORA_PAGES") != nullptr; }
+
 class Transcript : public ::testing::TestWithParam<std::string> {
  protected:
   Transcript() : before_(fs::current_path()) {
@@ -322,6 +346,7 @@ class Transcript : public ::testing::TestWithParam<std::string> {
              {L"XDG_DATA_HOME", here + L"\\xdg"},
              {L"TUNDRIL", {}}})
       variables_.push_back(std::make_unique<EnvironmentVariable>(name, value));
+    if (ArePages()) return;
     for (const char* name : {"user", "all"}) fs::create_directory(name);
     Keep(HKEY_CURRENT_USER, kShellFolders, L"Appdata", here + L"\\user");
     Keep(HKEY_LOCAL_MACHINE, kShellFolders, L"Common Appdata", here + L"\\all");
@@ -355,13 +380,33 @@ class Transcript : public ::testing::TestWithParam<std::string> {
   std::vector<std::unique_ptr<RegistryValue>> registry_;
 };
 
-fs::path Transcripts() { return PathOf(PathFromEnvironment("VELMORA_TRANSCRIPTS")); }
+std::map<std::string, fs::path> Files(const char* variable, const char* ending) {
+  std::map<std::string, fs::path> files;
+  std::istringstream folders(std::getenv(variable));
+  for (std::string folder; std::getline(folders, folder, kWindows ? '\n' : ':');)
+    for (const fs::directory_entry& entry : fs::directory_iterator(fs::absolute(PathOf(folder))))
+      if (entry.path().extension() == ending)
+        files[Replaced(NameOf(entry.path().stem()), "-", "_")] = entry.path();
+  return files;
+}
+
+const std::map<std::string, fs::path>& AllFiles() {
+  static const auto files = ArePages() ? Files("VELMORA_PAGES", ".md") : Files("VELMORA_TRANSCRIPTS", ".txt");
+  return files;
+}
+
+std::string PlayBesideExamples(const std::string& page) {
+  const fs::path examples = PathOf(Example(""));
+  fs::copy(examples, "examples", fs::copy_options::recursive);
+  fs::create_directory_symlink(examples.parent_path().parent_path() / "python", "python");
+  return PlayPage(page, {OnTerminal, WriteFile});
+}
 
 TEST_P(Transcript, Holds) {
-  const CString file = PathFromSystem(NameOf(Transcripts() / (GetParam() + ".txt")));
+  const CString file = PathFromSystem(NameOf(AllFiles().at(GetParam())));
   const bool record = std::getenv("VELMORA_RECORD") != nullptr;
   std::string expected = ReadBytes(file);
-  std::string actual = Play(expected, record && kWindows);
+  std::string actual = ArePages() ? PlayBesideExamples(expected) : Play(expected, record && kWindows);
   if (record) {
     if (actual != expected) WriteBytes(file, actual);
     return;
@@ -374,9 +419,7 @@ TEST_P(Transcript, Holds) {
 
 Words Names() {
   Words names;
-  for (const fs::directory_entry& entry : fs::directory_iterator(Transcripts()))
-    names.push_back(NameOf(entry.path().stem()));
-  std::sort(names.begin(), names.end());
+  for (const auto& [name, path] : AllFiles()) names.push_back(name);
   return names;
 }
 

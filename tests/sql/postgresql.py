@@ -9,6 +9,7 @@ import glob
 import os
 import pathlib
 import random
+import re
 import shutil
 import signal
 import subprocess
@@ -44,7 +45,7 @@ class Server:
         os.chmod(folder, 0o755)
         os.mkdir("build")
         shutil.copy(os.path.realpath(LIBRARY), "libvelmora.so")
-        os.symlink("libvelmora.so", "libvelmora.so.0")
+        os.symlink("libvelmora.so", "libvelmora.so.1")
         make = f"make -f {SOURCES}/sql/postgresql/Makefile all install with_llvm=no PG_CONFIG={BIN}/pg_config DESTDIR={folder}/installed"
         library = f"VELMORA_LIBS=-L{folder} -lvelmora -Wl,-rpath,{folder}"
         run(*make.split(), f"VELMORA_CFLAGS=-I{SOURCES} -Werror", library, cwd="build")
@@ -162,6 +163,14 @@ class Extension(unittest.TestCase):
             "SELECT f(format(E'0 0 0 %s\\n10 0 0 %s', i, i + 10)) - i FROM generate_series(1, 9) AS i"
         )
         self.assertEqual(rows, [["5"]] * 9)
+
+    def test_the_documented_example(self):
+        page = pathlib.Path(SOURCES, "docs/sql.md").read_text("utf-8")
+        commands, answer = re.search(r"```sql\n(.*?)```\n\n```text\n(.*?)\n```", page, re.S).groups()
+        server.sql("CREATE DATABASE example")
+        where = f"-h {server.folder}/data -U postgres -d example".split()
+        out = run(f"{BIN}/psql", *where, "-Xq", "-v", "ON_ERROR_STOP=1", input=commands, cwd=SOURCES)
+        self.assertEqual([line.rstrip() for line in out.rstrip().splitlines()], answer.splitlines())
 
     def test_parallel_plan(self):
         station = f"velmora_station({ROADS['bytea']}, n, e)"

@@ -6,7 +6,6 @@ import contextlib
 import os
 import pathlib
 import random
-import re
 import sqlite3
 import subprocess
 import sys
@@ -155,13 +154,6 @@ class Extension(unittest.TestCase):
         connection.execute("INSERT INTO roads VALUES (?)", (ROAD.decode("cp1252"),))
         rows = connection.execute("SELECT at.* FROM roads, velmora_locate(road, 6652245.8, 653153.1) AS at").fetchall()
         self.assertEqual(rows, c_interface.Road(LIBRARY, ROAD).locate([6652245.8], [653153.1]))
-
-    def test_the_documented_example(self):
-        text = pathlib.Path(SOURCES, "docs/sql.md").read_text("utf-8")
-        commands, answer = re.search(r"```\n(.*?^EOF\n)(.*?)```", text, re.S | re.M).groups()
-        commands = ["sh", "-c", commands.replace("build/linux/bin/mod_velmora", MODULE)]
-        done = subprocess.run(commands, cwd=SOURCES, capture_output=True, text=True, check=False)
-        self.assertEqual((done.stdout, done.stderr), (answer, ""))
 
     def test_beside_spatialite(self):
         connection = connect()

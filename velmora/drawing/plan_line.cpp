@@ -18,8 +18,8 @@ constexpr double kLabelSpacing = 13;  // mm along the line, at least
 constexpr double kLeastStep = 1;      // m between labels
 constexpr double kMostLabels = 400;
 constexpr size_t kMostVertexMarks = 200;
-constexpr double kFlattest = 0.002;     // mm of sagitta; less is drawn straight
-constexpr double kLargestRadius = 5e6;  // mm
+constexpr double kFlattest = 0.002;          // mm of sagitta; less is drawn straight
+constexpr double kLargestDrawnRadius = 5e6;  // mm
 
 struct Tick {
   double station;
@@ -111,7 +111,7 @@ void DrawLine(const PlanSheet& sheet) {
       continue;
     }
     const double radius = segment.Curve() ? sheet.frame.Millimetres(segment.Curve()->radius) : 0;
-    if (radius > 0 && radius < kLargestRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest)
+    if (radius > 0 && radius < kLargestDrawnRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest)
       line.back().bulge = segment.A().bulge;
     line.push_back({to});
   }

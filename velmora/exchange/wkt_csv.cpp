@@ -38,7 +38,7 @@ void PutPoint(PlanePoint at, std::optional<double> station, TextSink* out) {
 
 // --- reading
 
-constexpr size_t kMostFields = 10'000;  // of a row; further ones are dropped
+constexpr size_t kMostRowFields = 10'000;  // of a row; further ones are dropped
 
 // Rows with quoted fields, which may hold line ends.
 class CsvRows {
@@ -56,7 +56,7 @@ class CsvRows {
     fields->clear();
     std::string dropped;
     for (bool more = true; more;) {
-      const bool kept = fields->size() < kMostFields;
+      const bool kept = fields->size() < kMostRowFields;
       if (kept) fields->emplace_back();
       dropped.clear();
       more = Field(kept ? &fields->back() : &dropped);
@@ -167,7 +167,7 @@ void WriteWktCsv(const ExportInput& input, const Sink& sink) {
     PutNumber(boring.easting, &out);
     PutNumber(boring.station, &out);
     PutNumber(boring.offset, &out);
-    out << "," << (boring.offset ? OffsetSide(*boring.offset) : std::string());
+    out << "," << (boring.offset ? OffsetSide(*boring.offset) : "");
     PutNumber(boring.profile_level, &out);
     PutNumber(boring.level, &out);
     std::optional<double> difference;

@@ -12,7 +12,6 @@ namespace {
 
 constexpr size_t kLargestProfile = size_t{64} << 20;
 constexpr size_t kChunk = size_t{16} << 10;
-constexpr size_t kLongestMark = 3;
 
 // The first `limit` bytes at least; nothing when the file cannot be read.
 std::optional<std::string> ReadStart(const CString& path, size_t limit) {
@@ -43,11 +42,15 @@ TextEncoding ProfileEncoding(const CString& path) {
   return EncodingFromMark(ReadStart(path, kLongestMark).value_or(std::string()));
 }
 
-CString ReadProfileFile(const CString& section, const CString& key, const CString& path) {
+std::vector<CString> ReadProfileFile(const CString& section, std::span<const CString> keys,
+                                     const CString& path) {
+  std::vector<CString> values(keys.size());
   const auto bytes = ReadProfileBytes(path);
-  if (!bytes) return {};
-  const auto value = FindProfileValue(*bytes, section.GetView(), key.GetView());
-  return value ? CString(std::wstring_view(*value).substr(0, kLongestProfileValue)) : CString();
+  if (!bytes) return values;
+  const auto found = FindProfileValues(*bytes, section.GetView(), keys);
+  for (size_t i = 0; i < keys.size(); ++i)
+    if (found[i]) values[i] = CString(std::wstring_view(*found[i]).substr(0, kLongestProfileValue));
+  return values;
 }
 
 bool WriteProfileFile(const CString& section, const CString& key, const wchar_t* value, const CString& path) {

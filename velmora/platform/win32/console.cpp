@@ -30,6 +30,10 @@ bool IsConsole(DWORD which) {
   return GetConsoleMode(GetStdHandle(which), &mode) != 0;
 }
 
+HANDLE HandleOf(StandardStream stream) {
+  return GetStdHandle(stream == StandardStream::kOutput ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
 }  // namespace
 
 // Not from argv, which is in the ANSI code page.
@@ -42,6 +46,20 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
   return arguments;
 }
 
+// A file's name has no quotation mark; one of an argument is written as CommandLineToArgvW reads it.
+std::string ShellArgument(const std::string& text) {
+  const std::string name = (text.starts_with('-') ? ".\\" : "") + text;
+  if (!name.empty() && name.find_first_of(" \t&|<>()^;,='`!%$@{}[]~\"") == std::string::npos) return name;
+  std::string quoted = "\"";
+  size_t backslashes = 0;
+  for (const char c : name) {
+    if (c == '"') quoted.append(backslashes + 1, '\\');
+    backslashes = c == '\\' ? backslashes + 1 : 0;
+    quoted += c;
+  }
+  return quoted.append(backslashes, '\\') + "\"";
+}
+
 void PrepareStandardStreams() {
   for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
   SetConsoleOutputCP(CP_UTF8);
@@ -49,6 +67,22 @@ void PrepareStandardStreams() {
 
 bool StandardInputIsTerminal() { return IsConsole(STD_INPUT_HANDLE); }
 bool StandardErrorIsTerminal() { return IsConsole(STD_ERROR_HANDLE); }
+
+size_t TerminalWidth(StandardStream stream) {
+  CONSOLE_SCREEN_BUFFER_INFO info = {};
+  const HANDLE console = HandleOf(stream);
+  if (GetConsoleScreenBufferInfo(console, &info) == 0) return 0;
+  // A console without virtual-terminal sequences breaks the line after a character in the last column.
+  return static_cast<size_t>(info.srWindow.Right - info.srWindow.Left);
+}
+
+bool ShowsColours(StandardStream stream) {
+  if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) return false;
+  constexpr DWORD kVirtualTerminal = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
+  DWORD mode = 0;
+  const HANDLE console = HandleOf(stream);
+  return GetConsoleMode(console, &mode) != 0 && SetConsoleMode(console, mode | kVirtualTerminal) != 0;
+}
 
 void RemoveUnfinishedFilesAtInterrupt() { SetConsoleCtrlHandler(RemoveUnfinishedFiles, TRUE); }
 
