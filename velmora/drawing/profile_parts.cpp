@@ -156,7 +156,7 @@ void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& 
 namespace {
 
 // The places of an upright label: near ones first, those above the marker before those below.
-std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
+LabelPlaces PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
   std::vector<LabelPlace> places;
   const double top = std::min(b.at.y, b.line_y);
   const double bottom = std::max(b.at.y, b.line_y);
@@ -173,7 +173,9 @@ std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_lengt
     for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0})
       for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) add(above, gap, aside);
   }
-  return places;
+  return [places = std::move(places)](size_t number) {
+    return number < places.size() ? std::optional(places[number]) : std::nullopt;
+  };
 }
 
 }  // namespace
@@ -186,7 +188,7 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
     const double size = number ? kSmallSize : kLabelSize;
     const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
     if (2 * text.half_width > kLongestName || (!number && BoringKey::IsNumberText(borings[i].boring->id)))
-      return std::vector<LabelPlace>();
+      return NoPlaces();
     return PlacesBeside(borings[i], text.half_width, text.half_height);
   };
   std::vector<SheetPoint> symbols;

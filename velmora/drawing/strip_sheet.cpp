@@ -35,19 +35,23 @@ class StripSheet {
   StripSheetSummary Draw(Canvas& canvas) {
     const double notes_width = plan_.layout.beside.width - 2 * kInset;
     size_t most_numbers = BoringKey::kAny;
-    // How large the key is shows when the labels are placed, and their room depends on the key's size.
     BoringKey key;
-    for (int round = 0; round < 4 && most_numbers == BoringKey::kAny; ++round) {
+    if (content_.borings.size() > kMostCircledBorings) {  // nearly all will have numbers
+      for (const PlotBoring* boring : content_.borings) key.Number(*boring);
+      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+    }
+    // How large the key is shows when the labels are placed, and their room depends on the key's size.
+    for (int round = 0; round < 4 && key.Borings().size() <= kMostCircledBorings; ++round) {
       BlankCanvas blank;
       key = BoringKey();
       const Views views = DrawViews(blank, &key);
-      if (views.plan.dots)  // that most of them get numbers is certain
-        for (const PlotBoring* boring : content_.borings) key.Number(*boring);
       if (key.Borings().empty()) break;
       const double beside = plan_.layout.beside.height - NotesOf(views, notes_width).Height() - kInset;
       if (band_ == 0 && KeyTable(key, plan_.layout.beside.width).Height() <= beside) break;
       if (band_ > 0 && BandTable(key).Height() <= band_) break;
-      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+      if (MakeBand(BandTable(key).Height())) continue;
+      most_numbers = NumbersThatFit(key);
+      break;
     }
     BoringKey drawn(most_numbers);
     const Views views = DrawViews(canvas, &drawn);
