@@ -15,9 +15,7 @@ constexpr double kOverlap = 12;
 constexpr double kLeastRange = 0.5;  // m; the range of levels that a level road is drawn with
 constexpr double kMostExaggerated = 100;
 
-bool IsScale(const std::optional<double>& scale) {
-  return scale && std::isfinite(*scale) && *scale > 0 && *scale <= kLargestDrawn;
-}
+bool IsScale(const std::optional<double>& scale) { return scale && *scale >= 1 && *scale <= kLargestDrawn; }
 
 Interval WantedStations(const SheetSetup& setup) {
   Interval stations = {-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};

@@ -1,12 +1,10 @@
 #include "velmora/drawing/strip_sheet.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "velmora/drawing/blank_canvas.h"
 #include "velmora/drawing/key_table.h"
 #include "velmora/drawing/notes.h"
-#include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
 #include "velmora/text/numbers.h"
 
@@ -84,7 +82,7 @@ class StripSheet {
   // Takes the height for the key from plan and profile. Returns whether they could give all of it.
   bool MakeBand(double wanted) {
     const SheetRect& views = plan_.layout.views;
-    const double road = RoadHeight();
+    const double road = content_.strip.ExtentAt(content_.strip.angle).height * 1000 / room_.scale;
     const double margins = plan_.plan_panel.height - plan_.room.plan.height;
     double least_plan =
         plan_.HasPlan() ? std::min(plan_.plan_panel.height, std::max(kLeastPlan, road + margins)) : 0;
@@ -100,15 +98,6 @@ class StripSheet {
     profile_panel_.height = left - plan_panel_.height;
     room_.plan.height = plan_panel_.height - margins;
     return enough;
-  }
-
-  double RoadHeight() const {
-    const double c = std::cos(content_.strip.angle);
-    const double s = std::sin(content_.strip.angle);
-    Interval up;
-    for (const PlanePoint& p : PlanPath(content_.strip.line).Samples(room_.Metres(2), 4000))
-      up.Add(s * p.h + c * p.v);
-    return up.Size() * 1000 / room_.scale;
   }
 
   // The largest part of the key whose table fits into the band.
