@@ -69,6 +69,8 @@ OverviewSheets::OverviewSheets(const ReportPlan& plan, size_t table_pages)
   unplaced_pages_ = list_->Pages() - (list_on_first_ ? 1 : 0);
 }
 
+double OverviewSheets::Scale() const { return ScaleOfOverview(map_, plan_); }
+
 void OverviewSheets::DivideFirst() {
   const SheetLayout& layout = plan_.layout;
   const SheetRect all = {layout.frame.x + kOverviewInset, layout.frame.y + kOverviewInset,

@@ -24,7 +24,8 @@ void DrawStamp(Canvas& canvas, const SheetRect& block, const std::vector<StampFi
                const SheetTitle& title) {
   constexpr double kLargestSize = 20;
   for (const StampField& field : fields) {
-    const std::string text = field.is_sheet_number ? NumberOf(title) : field.text;
+    const std::string scale = title.scale > 0 ? ScaleText(title.scale) : "";
+    const std::string text = field.is_sheet_number ? NumberOf(title) : field.is_scale ? scale : field.text;
     const bool inside = field.x >= 0 && field.x <= block.width && field.y >= 0 && field.y <= block.height;
     if (!inside || !(field.size > 0) || field.size > kLargestSize) continue;
     canvas.Text({block.x + field.x, block.Bottom() - field.y - kMiddleOfCapital * field.size},
