@@ -92,10 +92,10 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
       if (i % 8 != 0) continue;
       const double metres = places.empty() ? 1e5 : std::fabs(places[random() % places.size()].avst);
       const std::vector<NetworkPlace> within = network.Within(x[i], y[i], metres);
-      size_t near = 0;
-      while (near < places.size() && std::fabs(places[near].avst) <= metres) ++near;
-      ASSERT_EQ(within.size(), near) << "round " << round << ", point " << i;
-      for (size_t k = 0; k < near; ++k) ASSERT_EQ(AnswerOf(within[k]), AnswerOf(places[k])) << round;
+      size_t reached = 0;
+      while (reached < places.size() && std::fabs(places[reached].avst) <= metres) ++reached;
+      ASSERT_EQ(within.size(), reached) << "round " << round << ", point " << i;
+      for (size_t k = 0; k < reached; ++k) ASSERT_EQ(AnswerOf(within[k]), AnswerOf(places[k])) << round;
     }
     const auto ask = [&](const auto& search, std::vector<RoadAnswer>* answers) {
       std::vector<double> sek(64), avst(64);
