@@ -19,8 +19,7 @@ using drawing::PathPoint;
 using drawing::SheetPoint;
 using drawing::Style;
 
-constexpr double kLargestNumber = 1e5;     // mm; cairo keeps coordinates in 32 bits
-constexpr double kMiddleOfCapital = 0.36;  // of the font size, from the base line
+constexpr double kLargestNumber = 1e5;  // mm; cairo keeps coordinates in 32 bits
 constexpr double kFlattestBulge = 1e-6;
 constexpr const char* kFamily = "DejaVu Sans";
 
@@ -199,7 +198,7 @@ void CairoCanvas::Text(SheetPoint at, std::string_view utf8, const drawing::Text
   cairo_save(cairo);
   cairo_translate(cairo, p.x, p.y);
   cairo_rotate(cairo, Bounded(format.angle) * std::numbers::pi / 180);
-  cairo_move_to(cairo, start, kMiddleOfCapital * size);
+  cairo_move_to(cairo, start, drawing::kMiddleOfCapital * size);
   cairo_show_text(cairo, text.c_str());
   cairo_restore(cairo);
   cairo_new_path(cairo);
