@@ -185,14 +185,6 @@ class Tally {
   std::int64_t unreadable_ = 0;
 };
 
-std::optional<StationArea> AreaOf(const LocateOptions& options) {
-  if (!options.area && !options.offsets) return std::nullopt;
-  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
-  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
-  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
-}
-
 // Some thousand rows, from reading to writing. Its memory is used again.
 struct Block {
   Block(const PlanBounds& bounds, const ListLayout& layout)
@@ -350,6 +342,14 @@ class Results {
 };
 
 }  // namespace
+
+std::optional<StationArea> AreaOf(const LocateOptions& options) {
+  if (!options.area && !options.offsets) return std::nullopt;
+  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
+  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
+  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
+  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
+}
 
 void AlignLocate(const LocateOptions& options) {
   AlignmentInput input;

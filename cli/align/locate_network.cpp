@@ -47,10 +47,9 @@ void AddCells(const ListedPoint& point, const Placing& placing, const std::strin
   const bool has_level = is_point && point.level;
   cells->insert(
       cells->end(),
-      {std::string(point.id), NumberOrNothing(is_point, point.northing),
-       NumberOrNothing(is_point, point.easting), road != nullptr ? Cell(*road) : Cell(),
-       found ? StationCell(placing.station, km) : Cell(), NumberOrNothing(found, placing.offset),
-       found ? Cell(std::string(OffsetSide(placing.offset))) : Cell(),
+      {point.id, NumberOrNothing(is_point, point.northing), NumberOrNothing(is_point, point.easting),
+       road != nullptr ? Cell(*road) : Cell(), found ? StationCell(placing.station, km) : Cell(),
+       NumberOrNothing(found, placing.offset), found ? Cell(std::string(OffsetSide(placing.offset))) : Cell(),
        found ? Cell(OffsetText(placing.offset)) : Cell(),
        NumberOrNothing(placing.profile_level.has_value(), profile), NumberOrNothing(has_level, level),
        NumberOrNothing(has_level && placing.profile_level, level - profile),
@@ -67,14 +66,6 @@ struct PlacedRow {
   const std::string* road = nullptr;  // its name; null where there is none
   Placing placing;
 };
-
-std::optional<StationArea> AreaOf(const LocateOptions& options) {
-  if (!options.area && !options.offsets) return std::nullopt;
-  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
-  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
-  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
-}
 
 // The roads of a run, searched together; for any number of threads.
 class PlacedNetwork {
@@ -137,8 +128,8 @@ class PlacedNetwork {
 
 // --- the command
 
-struct Block {
-  Block(const PlanBounds& bounds, const ListLayout& layout)
+struct NetworkBlock {
+  NetworkBlock(const PlanBounds& bounds, const ListLayout& layout)
       : carried(layout.carried.size()), swapped(bounds) {}
 
   RowBlock lines;
@@ -151,10 +142,10 @@ struct Block {
 };
 
 // Writes finished blocks and collects the notes for the end.
-class Results {
+class NetworkResults {
  public:
-  Results(const LocateOptions& options, const std::vector<std::string>& roads, const PlanBounds& bounds,
-          const PointList& points)
+  NetworkResults(const LocateOptions& options, const std::vector<std::string>& roads,
+                 const PlanBounds& bounds, const PointList& points)
       : options_(options),
         format_(options.output.Format()),
         output_(options.output.file, Inputs(options, roads)),
@@ -162,7 +153,7 @@ class Results {
         swapped_(bounds),
         progress_("Placing points", points.Size()) {}
 
-  void Write(const Block& block) {
+  void Write(const NetworkBlock& block) {
     points_ += block.points.size();
     progress_.Update(block.consumed, points_);
     swapped_.Add(block.swapped);
@@ -254,21 +245,21 @@ void AlignLocateNetwork(const LocateOptions& options) {
   PointList points(options.points, options.list);
   WarnOf(options.points, points.TakeNotes());
   const PlacedNetwork network(std::move(input.roads), options);
-  Results results(options, input.files, network.Bounds(), points);
+  NetworkResults results(options, input.files, network.Bounds(), points);
   const ListLayout& layout = points.Layout();
-  OrderedWorkers<Block> workers(options.threads, [&](Block* block) {
+  OrderedWorkers<NetworkBlock> workers(options.threads, [&](NetworkBlock* block) {
     PointsOfBlock(block->lines, layout, &block->points, &block->carried);
     block->lines = {};
     network.Place(block->points, &block->rows, &block->corrections);
     for (const ListedPoint& point : block->points)
       if (point.problem.empty()) block->swapped.Add(point.line, point.northing, point.easting);
   });
-  auto block = std::make_unique<Block>(network.Bounds(), layout);
+  auto block = std::make_unique<NetworkBlock>(network.Bounds(), layout);
   while (points.NextBlock(&block->lines)) {
     block->consumed = points.Consumed();
     if (workers.Full()) results.Write(*workers.Take());
     workers.Put(std::move(block));
-    block = std::make_unique<Block>(network.Bounds(), layout);
+    block = std::make_unique<NetworkBlock>(network.Bounds(), layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish(points.TakeNotes());
