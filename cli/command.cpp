@@ -5,6 +5,7 @@
 
 #include "cli/align/commands.h"
 #include "cli/codes/commands.h"
+#include "cli/doctor/commands.h"
 #include "cli/env/commands.h"
 #include "cli/formats/commands.h"
 #include "cli/help/commands.h"
@@ -77,6 +78,7 @@ int RunCommand(std::vector<std::string> arguments) {
   AddLinkCommands(app);
   AddSettingsCommands(app);
   AddCodesCommands(app);
+  AddDoctorCommand(app);
   AddHelpCommands(app);
   try {
     return Parse(app, std::move(arguments));

@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <array>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "cli/align/alignment_input.h"
@@ -77,19 +75,6 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
   return facts;
 }
 
-// In the order of the file.
-BoundedFindings FindingsOf(const AlignmentInput& input) {
-  BoundedFindings all = input.skipped;
-  for (BoundedFindings& more : std::array{CheckPlan(input.plan, input.plan_lines),
-                                          CheckProfile(input.profile, input.profile_lines)}) {
-    std::move(more.listed.begin(), more.listed.end(), std::back_inserter(all.listed));
-    all.left_out += more.left_out;
-  }
-  std::stable_sort(all.listed.begin(), all.listed.end(),
-                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
-  return all;
-}
-
 void WriteTable(OutputFile& output, const std::vector<Fact>& facts, const BoundedFindings& findings) {
   constexpr std::int64_t kListed = 20;
   const auto write = [&](const std::string& label, const std::string& text) {
@@ -136,7 +121,7 @@ void AlignInfo(const InfoOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   const std::vector<Fact> facts = FactsOf(input, options.output.km);
-  const BoundedFindings findings = FindingsOf(input);
+  const BoundedFindings findings = CheckAlignment(input);
   OutputFile output(options.output.file, {options.file});
   switch (const OutputFormat format = options.output.Format()) {
     case OutputFormat::kCsv:

@@ -1,5 +1,4 @@
 #include <array>
-#include <charconv>
 #include <limits>
 #include <numeric>
 
@@ -11,6 +10,7 @@
 #include "cli/input/list_notes.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
+#include "cli/output/text_buffer.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
@@ -18,6 +18,8 @@
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
+#include "velmora/portability.h"
+#include "velmora/text/fixed_digits.h"
 
 namespace velmora::cli {
 namespace {
@@ -87,43 +89,49 @@ class CellRow {
   static Cell CellOf(Station station) {
     return station.given ? StationCell(station.number, station.km) : Cell();
   }
-  static Cell CellOf(Side offset) { return offset.given ? Cell(OffsetSide(offset.number)) : Cell(); }
+  static Cell CellOf(Side offset) {
+    return offset.given ? Cell(std::string(OffsetSide(offset.number))) : Cell();
+  }
   static Cell CellOf(OffsetAndSide offset) { return offset.given ? Cell(OffsetText(offset.number)) : Cell(); }
 };
 
-// The values as a line of CSV, without cells in between: most of the time of a large list is spent here.
-class CsvRow {
+// With four decimals. One function for all columns, so that it stays in the first cache.
+VELMORA_NEVER_INLINE char* PutNumber(double number, char decimal_sign, char* at) {
+  return PutCsvNumber(number, 3, decimal_sign, at);
+}
+
+// The values as lines of CSV, without cells in between: most of the time of a large list is spent here.
+class CsvRows {
  public:
-  CsvRow(const CsvDialect& dialect, std::string* text) : dialect_(dialect), text_(text) {}
-  void Carry(std::string_view field) {
-    AppendCsvText(field, dialect_, text_);
-    *text_ += dialect_.separator;
-  }
+  CsvRows(const CsvDialect& dialect, TextBuffer* text) : dialect_(dialect), text_(text), at_(text->Begin()) {}
+  void Carry(std::string_view field) { Put(field); }
   template <class AnyValue>
   void Add(const char*, const char*, bool, const AnyValue& value) {
     Put(value);
   }
-  void End() {
+  void EndRow() {
     --at_;
-    Flush();
-    text_->append(dialect_.line_end);
+    at_ = std::copy(dialect_.line_end.begin(), dialect_.line_end.end(), at_);
   }
+  void Finish() { text_->Finish(at_); }
 
  private:
+  // Room for all numbers of a row, which each text leaves behind it: a row begins with its id.
+  static constexpr size_t kNumbers = 8 * (kLongestCsvNumber + 1);
+
+  void End() { *at_++ = dialect_.separator; }
   void Put(std::string_view text) {
-    Flush();
-    AppendCsvText(text, dialect_, text_);
-    *at_++ = dialect_.separator;
+    at_ = text_->Room(LongestCsvText(text) + kNumbers, at_);
+    at_ = PutCsvText(text, dialect_, at_);
+    End();
   }
   void Put(std::int64_t integer) {
-    at_ = std::to_chars(at_, row_.data() + row_.size(), integer).ptr;
-    *at_++ = dialect_.separator;
+    at_ += fixed_digits::WriteInteger(static_cast<std::uint64_t>(integer), at_);
+    End();
   }
   void Put(Value value) {
-    constexpr int kDecimals = 3;
-    if (row_.data() + row_.size() - at_ < static_cast<std::ptrdiff_t>(2 * kLongestCsvNumber)) Flush();
-    if (value.given) at_ = PutCsvNumber(value.number, kDecimals, dialect_, at_);
-    *at_++ = dialect_.separator;
+    if (value.given) at_ = PutNumber(value.number, dialect_.decimal_sign, at_);
+    End();
   }
   void Put(Station station) {
     if (station.given && station.km)
@@ -131,21 +139,12 @@ class CsvRow {
     else
       Put(static_cast<Value>(station));
   }
-  void Put(Side offset) {
-    if (offset.given)
-      for (const char c : OffsetSide(offset.number)) *at_++ = c;
-    *at_++ = dialect_.separator;
-  }
+  void Put(Side offset) { Put(offset.given ? OffsetSide(offset.number) : std::string_view()); }
   void Put(OffsetAndSide) {}
-  void Flush() {
-    text_->append(row_.data(), at_);
-    at_ = row_.data();
-  }
 
   const CsvDialect& dialect_;
-  std::string* text_;
-  std::array<char, 4 * kLongestCsvNumber> row_;
-  char* at_ = row_.data();
+  TextBuffer* text_;
+  char* at_;
 };
 
 std::vector<Column> LocateColumns() {
@@ -194,23 +193,28 @@ std::optional<StationArea> AreaOf(const LocateOptions& options) {
   return StationArea{stations.low, stations.high, offsets.low, offsets.high};
 }
 
-// Some thousand rows, from reading to writing.
+// Some thousand rows, from reading to writing. Its memory is used again.
 struct Block {
   Block(const PlanBounds& bounds, const ListLayout& layout)
       : carried(layout.carried.size()), swapped(bounds) {}
+  void Clear(const PlanBounds& bounds) {
+    points.clear();
+    carried.Clear();
+    swapped = SwappedPoints(bounds);
+    tally = {};
+    corrections = {};
+  }
 
   RowBlock rows;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
   std::vector<ListedPoint> points;
   CarriedFields carried;
   std::vector<Placing> placings;  // of each row, also of those that are not points
-  std::string csv;                // the rows' text, when CSV is wanted
+  TextBuffer csv;                 // the rows' text, when CSV is wanted
   SwappedPoints swapped;
   Tally tally;
   Corrections corrections;
 };
-
-constexpr size_t kUsualResult = 128;  // bytes of a row
 
 // Whether the result leaves the row out: a point that is not inside the area that was asked for.
 bool IsLeftOut(const LocateOptions& options, const ListedPoint& point, const Placing& placing) {
@@ -226,7 +230,6 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
   constexpr size_t kShortRow = 24;
   block->points.reserve(block->rows.bytes.size() / kShortRow);
   PointsOfBlock(block->rows, layout, &block->points, &block->carried);
-  block->rows = {};
   const size_t count = block->points.size();
   std::vector<double> northing(count);
   std::vector<double> easting(count);
@@ -235,8 +238,9 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     easting[i] = block->points[i].easting;
   }
   block->placings.resize(count);
-  if (csv != nullptr) block->csv.reserve(count * kUsualResult);
   placer.Place(northing.data(), easting.data(), count, block->placings.data());
+  std::optional<CsvRows> rows;
+  if (csv != nullptr) rows.emplace(*csv, &block->csv);
   for (size_t i = 0; i < count; ++i) {
     const ListedPoint& point = block->points[i];
     const Placing& placing = block->placings[i];
@@ -247,13 +251,13 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     } else {
       block->tally.AddUnreadable();
     }
-    if (csv == nullptr || IsLeftOut(options, point, placing)) continue;
-    CsvRow row(*csv, &block->csv);
+    if (!rows || IsLeftOut(options, point, placing)) continue;
     for (size_t column = 0; column < block->carried.Columns(); ++column)
-      row.Carry(block->carried.Field(i, column));
-    AddColumns(point, placing, options.output.km, &row);
-    row.End();
+      rows->Carry(block->carried.Field(i, column));
+    AddColumns(point, placing, options.output.km, &*rows);
+    rows->EndRow();
   }
+  if (rows) rows->Finish();
 }
 
 // Writes finished blocks and collects the notes for the end.
@@ -288,7 +292,7 @@ class Results {
         }
     tally_.Add(block.tally);
     if (Csv() != nullptr) {
-      output_.Write(block.csv);
+      output_.Write(block.csv.Text());
       return;
     }
     for (size_t i = 0; i < block.points.size(); ++i) {
@@ -365,9 +369,14 @@ void AlignLocate(const LocateOptions& options) {
   auto block = std::make_unique<Block>(bounds, layout);
   while (points.NextBlock(&block->rows)) {
     block->consumed = points.Consumed();
-    if (workers.Full()) results.Write(*workers.Take());
     workers.Put(std::move(block));
-    block = std::make_unique<Block>(bounds, layout);
+    if (workers.Full()) {
+      block = workers.Take();
+      results.Write(*block);
+      block->Clear(bounds);
+    } else {
+      block = std::make_unique<Block>(bounds, layout);
+    }
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish(points.TakeNotes());

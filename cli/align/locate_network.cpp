@@ -47,9 +47,10 @@ void AddCells(const ListedPoint& point, const Placing& placing, const std::strin
   const bool has_level = is_point && point.level;
   cells->insert(
       cells->end(),
-      {point.id, NumberOrNothing(is_point, point.northing), NumberOrNothing(is_point, point.easting),
-       road != nullptr ? Cell(*road) : Cell(), found ? StationCell(placing.station, km) : Cell(),
-       NumberOrNothing(found, placing.offset), found ? Cell(OffsetSide(placing.offset)) : Cell(),
+      {std::string(point.id), NumberOrNothing(is_point, point.northing),
+       NumberOrNothing(is_point, point.easting), road != nullptr ? Cell(*road) : Cell(),
+       found ? StationCell(placing.station, km) : Cell(), NumberOrNothing(found, placing.offset),
+       found ? Cell(std::string(OffsetSide(placing.offset))) : Cell(),
        found ? Cell(OffsetText(placing.offset)) : Cell(),
        NumberOrNothing(placing.profile_level.has_value(), profile), NumberOrNothing(has_level, level),
        NumberOrNothing(has_level && placing.profile_level, level - profile),

@@ -114,7 +114,7 @@ void AlignPlace(const PlaceOptions& options) {
     }
     cells[1] = StationCell(*station, options.output.km);
     cells[2] = Number{*offset};
-    cells[3] = OffsetSide(*offset);
+    cells[3] = std::string(OffsetSide(*offset));
     cells[4] = OffsetText(*offset);
     double x = 0;
     double y = 0;

@@ -28,8 +28,7 @@ void CodesCheck(const CodesOptions& options) {
   const SettingsFileKind kind = options.kind_name.empty()
                                     ? KindByName(NameOfPath(path))
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
-  Findings findings = CheckSettingsText(kind, lines);
-  std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
+  const Findings findings = MisreadLines(kind, lines);
   OutputFile output(options.output.file, {options.file});
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {

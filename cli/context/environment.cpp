@@ -43,21 +43,31 @@ void FindEnvironment(const std::string& sub, Environment* environment) {
   environment->found_by = ReadEnvironment(L"TUNDRIL", &folder) ? FoundBy::kVariable : FoundBy::kNothing;
 }
 
+IniState StateOfIni(const Environment& environment) {
+  if (environment.HasIni()) return IniState::kUsable;
+  if (environment.found_by == FoundBy::kVariable) return IniState::kNotAtVariable;
+  if (environment.missing_ini.IsEmpty()) return IniState::kNoInstallation;
+  return FileOrFolderExists(environment.missing_ini) ? IniState::kUnreadable : IniState::kMissing;
+}
+
 void RequireIni(const Environment& environment) {
-  if (environment.HasIni()) return;
-  if (environment.found_by == FoundBy::kVariable)
-    throw Refusal(At(
-        PathForDisplay(environment.ini.m_programDir),
-        "has no Velmora.ini; point TUNDRIL at an installation, or make one: velmora env install --to DIR"));
-  if (!environment.missing_ini.IsEmpty()) {
-    const std::string path = PathForDisplay(environment.missing_ini);
-    if (FileOrFolderExists(environment.missing_ini))
+  const std::string path = PathForDisplay(environment.missing_ini);
+  switch (StateOfIni(environment)) {
+    case IniState::kUsable:
+      return;
+    case IniState::kNotAtVariable:
+      throw Refusal(At(PathForDisplay(environment.ini.m_programDir),
+                       "has no Velmora.ini; point TUNDRIL at an installation, or make one: velmora env "
+                       "install --to DIR"));
+    case IniState::kUnreadable:
       throw Refusal(At(path, "is not a readable file; replace it with the user's ini file"));
-    throw Refusal(At(path,
-                     "the current user has no such file; make it: velmora env install --to DIR, where "
-                     "the installation is"));
+    case IniState::kMissing:
+      throw Refusal(At(path,
+                       "the current user has no such file; make it: velmora env install --to DIR, where "
+                       "the installation is"));
+    case IniState::kNoInstallation:
+      throw Refusal("no installation found; make one: velmora env install --to DIR");
   }
-  throw Refusal("no installation found; make one: velmora env install --to DIR");
 }
 
 }  // namespace velmora::cli

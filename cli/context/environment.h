@@ -28,6 +28,15 @@ struct Environment {
 // be read.
 void FindEnvironment(const std::string& sub, Environment* environment);
 
+// Whether there is an ini file to read and write, and why not.
+enum class IniState {
+  kUsable,
+  kNotAtVariable,   // the folder that the variable TUNDRIL names has none
+  kUnreadable,      // the user's is a folder or the like
+  kMissing,         // an installation is registered, and the user has none
+  kNoInstallation,  //
+};
+IniState StateOfIni(const Environment& environment);
 // Throws a Refusal without an ini file.
 void RequireIni(const Environment& environment);
 

@@ -30,11 +30,15 @@ std::string RegistryErrorText(int error) {
   }
 }
 
-void RequireReadableRegistry() {
+std::string RegistryProblem() {
   RegistryKey key;
   const int error = key.Open(HKEY_LOCAL_MACHINE, L"SOFTWARE", KEY_READ);
-  if (error != kRegistryDone && error != kRegistryNotFound)
-    throw Refusal("the registry: " + RegistryErrorText(error));
+  return error == kRegistryDone || error == kRegistryNotFound ? "" : RegistryErrorText(error);
+}
+
+void RequireReadableRegistry() {
+  if (const std::string problem = RegistryProblem(); !problem.empty())
+    throw Refusal("the registry: " + problem);
 }
 
 }  // namespace velmora::cli

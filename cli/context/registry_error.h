@@ -8,7 +8,9 @@ namespace velmora::cli {
 
 // "the disk is full"
 std::string RegistryErrorText(int error);
-// Throws a Refusal when the registry as a whole cannot be read. One that does not exist yet can.
+// Why the registry as a whole cannot be read; empty when it can. One that does not exist yet can.
+std::string RegistryProblem();
+// Throws a Refusal when it cannot.
 void RequireReadableRegistry();
 
 }  // namespace velmora::cli

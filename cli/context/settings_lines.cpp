@@ -6,11 +6,18 @@
 #include "velmora/settings/settings_reader.h"
 
 namespace velmora::cli {
+
 TextLines TextLinesOf(const CString& path) {
   TextLines lines;
   const std::string problem = ReadTextLines(path, &lines);
   if (!problem.empty()) throw Refusal(At(PathForDisplay(path), problem));
   return lines;
+}
+
+Findings MisreadLines(SettingsFileKind kind, const TextLines& lines) {
+  Findings findings = CheckSettingsText(kind, lines);
+  std::erase_if(findings, [](const Finding& finding) { return !finding.misread; });
+  return findings;
 }
 
 void RequireCharacters(const CString& path, const CString& text) {

@@ -12,6 +12,9 @@ namespace velmora::cli {
 // The whole file; throws a Refusal that names it when it cannot be read.
 TextLines TextLinesOf(const CString& path);
 
+// The findings of lines that reading skips, cuts or misreads.
+Findings MisreadLines(SettingsFileKind kind, const TextLines& lines);
+
 // A note that the file has lines which a listing of it does not show as they are.
 void WarnUnread(const CString& path);
 

@@ -59,10 +59,8 @@ CString AbsoluteFolder(const std::string& given) {
 
 // Gives the folder the spelling under which it is registered, which its files contain.
 void KeepSpelling(const CString& registered_program, CString* folder) {
-  CString registered;
-  CString name;
-  SplitPath(registered_program, &registered, &name);
-  if (name.CompareNoCase(kProgram) == 0 && IsSamePlace(registered, *folder)) *folder = registered;
+  const CString registered = SampleFolderOf(registered_program);
+  if (!registered.IsEmpty() && IsSamePlace(registered, *folder)) *folder = registered;
 }
 
 DataFolder ReadDataFolder(HKEY root, const wchar_t* value, const CString& inside) {
@@ -90,6 +88,13 @@ bool IsSamePlace(const CString& a, const CString& b) {
   SplitPath(b, &folder_of_b, &name_of_b);
   return name_of_a.CompareNoCase(name_of_b) == 0 &&
          (folder_of_a.CompareNoCase(folder_of_b) == 0 || IsSamePlace(folder_of_a, folder_of_b));
+}
+
+CString SampleFolderOf(const CString& program) {
+  CString folder;
+  CString name;
+  SplitPath(program, &folder, &name);
+  return name.CompareNoCase(kProgram) == 0 ? folder : CString();
 }
 
 SampleInstallation ReadSampleInstallation(const EnvOptions& options) {

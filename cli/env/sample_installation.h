@@ -38,6 +38,9 @@ struct SampleInstallation {
 // Whether both paths lead to one place, by whatever links and letter case, also when nothing is there yet.
 bool IsSamePlace(const CString& a, const CString& b);
 
+// The folder that `env install` was given, by the program folder; empty for another installation.
+CString SampleFolderOf(const CString& program);
+
 // Throws a Refusal for bad options and when the registry cannot be read, so that no existing value is
 // overwritten.
 SampleInstallation ReadSampleInstallation(const EnvOptions& options);

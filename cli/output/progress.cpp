@@ -15,9 +15,10 @@ constexpr size_t kBarWidth = 30;
 
 }  // namespace
 
-Progress::Progress(std::string what, std::uint64_t total)
+Progress::Progress(std::string what, std::uint64_t total, std::string unit)
     : what_(std::move(what)),
       total_(total),
+      unit_(std::move(unit)),
       wanted_(StandardErrorIsTerminal()),
       next_(Clock::now() + kDelay) {}
 
@@ -43,7 +44,7 @@ void Progress::Draw(std::uint64_t done, std::uint64_t rows) {
     line += "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
             std::to_string(static_cast<int>(part * 100)) + " %  ";
   }
-  line += std::to_string(rows) + (rows == 1 ? " row" : " rows") + "\033[K";
+  line += std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + "\033[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
   shown_ = true;

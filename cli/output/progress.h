@@ -10,8 +10,8 @@ namespace velmora::cli {
 
 class Progress {
  public:
-  // With a `total` of 0, unknown, only the count is shown.
-  Progress(std::string what, std::uint64_t total);
+  // With a `total` of 0, unknown, only the count is shown. What is counted are rows, or each a `unit`.
+  Progress(std::string what, std::uint64_t total, std::string unit = "row");
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -27,6 +27,7 @@ class Progress {
   using Clock = std::chrono::steady_clock;
   std::string what_;
   std::uint64_t total_;
+  std::string unit_;
   bool shown_ = false;
   bool wanted_;
   std::uint64_t next_rows_ = 0;

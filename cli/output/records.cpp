@@ -26,9 +26,13 @@ std::string CellText(const Cell& cell) {
 void AppendCsvCell(const Cell& cell, const CsvDialect& dialect, std::string* row) {
   if (const auto* number = std::get_if<Number>(&cell)) {
     std::array<char, kLongestCsvNumber> text;
-    row->append(text.data(), PutCsvNumber(number->value, number->decimals, dialect, text.data()));
+    row->append(text.data(),
+                PutCsvNumber(number->value, number->decimals, dialect.decimal_sign, text.data()));
   } else {
-    AppendCsvText(CellText(cell), dialect, row);
+    const std::string text = CellText(cell);
+    const size_t before = row->size();
+    row->resize(before + LongestCsvText(text));
+    row->resize(static_cast<size_t>(PutCsvText(text, dialect, row->data() + before) - row->data()));
   }
 }
 

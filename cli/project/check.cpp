@@ -1,11 +1,11 @@
-#include <algorithm>
-#include <map>
 #include <vector>
 
 #include "cli/context/environment.h"
 #include "cli/context/project_folder.h"
+#include "cli/context/settings_context.h"
 #include "cli/context/settings_lines.h"
 #include "cli/project/check_entries.h"
+#include "cli/project/check_structure.h"
 #include "cli/project/commands.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
@@ -13,82 +13,22 @@
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/folder_list.h"
-#include "velmora/text/letters.h"
 
 namespace velmora::cli {
 namespace {
 
-void Add(const CString& file, const std::string& text, FindingsByFile* findings) {
-  findings->push_back({PathForDisplay(file), {{.text = text}}});
-}
-
-// The names of one program. It is in use when any of them exists, and then needs all of them.
-struct Program {
-  const char* name;
-  std::vector<const wchar_t*> folders;
-  std::vector<const wchar_t*> databases;
-};
-
-std::vector<Program> Programs() {
-  return {
-      {"the main program", {CProjPath::TundrilDbfKat, CProjPath::TundrilRitKat}, {CProjPath::TundrilDbsNamn}},
-      {"post-processing", {CProjPath::PostDbfKat, CProjPath::PostRitKat, CProjPath::StabRitKat}, {}},
-      {"the rock and stone program",
-       {CProjPath::StenDbfKat, CProjPath::StenRitKat},
-       {CProjPath::StenDbsNamn}},
-      {"the constructions program",
-       {CProjPath::HarbelDbfKat, CProjPath::HarbelRitKat},
-       {CProjPath::HarbelDbsNamn}}};
-}
-
-void CheckPrograms(const CString& folder, FindingsByFile* findings) {
-  bool any = false;
-  for (const Program& program : Programs()) {
-    const auto there = [&](const wchar_t* name) { return FileOrFolderExists(JoinPath(folder, name)); };
-    const bool used = std::any_of(program.folders.begin(), program.folders.end(), there) ||
-                      std::any_of(program.databases.begin(), program.databases.end(), there);
-    any = any || used;
-    if (!used) continue;
-    const auto need = [&](const wchar_t* name, bool (*is_kind)(const CString&), const char* what) {
-      const CString path = JoinPath(folder, name);
-      if (!FileOrFolderExists(path))
-        Add(name, std::string(what) + " of " + program.name + " is missing", findings);
-      else if (!is_kind(path))
-        Add(name, std::string("is not a ") + what + ", as " + program.name + " needs it", findings);
-    };
-    for (const wchar_t* name : program.folders) need(name, IsFolder, "folder");
-    for (const wchar_t* name : program.databases) need(name, IsFile, "database");
-  }
-  if (!any) Add(L".", "holds no program's folders or databases; is it a project?", findings);
-}
-
-void CheckNames(const CString& folder, FindingsByFile* findings) {
-  std::map<std::wstring, CString> seen;
-  for (const FoundFile& file : FindFiles(JoinPath(folder, L"*"))) {
-    std::wstring lower(file.name.GetView());
-    for (wchar_t& c : lower) c = LowerLetter(c);
-    const auto [first, is_new] = seen.emplace(lower, file.name);
-    if (!is_new)
-      Add(file.name,
-          "differs from " + Quoted(PathForDisplay(first->second)) +
-              " only in letter case; the suite's programs see one of them",
-          findings);
-  }
+void Add(const std::string& file, const Findings& findings, Diagnoses* found) {
+  for (const Finding& finding : findings) found->push_back({file, finding.line, finding.text, "", ""});
 }
 
 // A settings or code file, where the project has one.
-void CheckSettings(const CString& folder, const wchar_t* name, FindingsByFile* findings) {
+void CheckSettings(const CString& folder, const CString& name, Diagnoses* found) {
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
   const std::string problem = ReadTextLines(path, &lines);
-  if (!problem.empty()) {
-    Add(name, problem, findings);
-    return;
-  }
-  Findings found = CheckSettingsText(KindByName(name), lines);
-  std::erase_if(found, [](const Finding& finding) { return !finding.misread; });
-  findings->emplace_back(ToUtf8(name), std::move(found));
+  const std::string file = PathForDisplay(name);
+  Add(file, problem.empty() ? MisreadLines(KindByName(name), lines) : Findings{{.text = problem}}, found);
 }
 
 // The folder list that a new project would get its folders from; empty when there is none.
@@ -115,37 +55,32 @@ void ProjectCheck(const ProjectOptions& options) {
   const CString list = ListedFoldersFile(options.folder_list);
   CProjPath project;
   project.SetPath(folder);
-  FindingsByFile findings;
-  CheckPrograms(folder, &findings);
-  CheckNames(folder, &findings);
-  if (IsFolder(project.m_DbfKat)) CheckNames(project.m_DbfKat, &findings);
-  for (const wchar_t* name :
-       {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
-        CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
-    CheckSettings(folder, name, &findings);
-  findings.emplace_back(PathForDisplay(JoinPath(CProjPath::TundrilDbfKat, CProjPath::TundrilVlNamn)),
-                        CheckArea(project));
-  CheckEntries(folder, &findings);
-  if (!list.IsEmpty()) findings.emplace_back(PathForDisplay(list), CheckFolderList(ReadFolderList(list)));
-  std::erase_if(findings, [](const auto& of_file) { return of_file.second.empty(); });
+  Diagnoses found;
+  CheckPrograms(folder, options.folder, &found);
+  CheckNames(FindFiles(JoinPath(folder, L"*")), CString(), &found);
+  if (IsFolder(project.m_DbfKat)) CheckNames(FindFiles(JoinPath(project.m_DbfKat, L"*")), CString(), &found);
+  for (const CString& name : SettingsNames()) CheckSettings(folder, name, &found);
+  Add(PathForDisplay(JoinPath(CProjPath::TundrilDbfKat, CProjPath::TundrilVlNamn)), CheckArea(project),
+      &found);
+  CheckEntries(folder, &found);
+  if (!list.IsEmpty()) Add(PathForDisplay(list), CheckFolderList(ReadFolderList(list)), &found);
 
   std::vector<std::string> inputs;
-  for (const auto& [file, of_file] : findings) inputs.push_back(file);
+  for (const Diagnosis& each : found) inputs.push_back(each.file);
   if (!list.IsEmpty()) inputs.push_back(PathForDisplay(list));
   OutputFile output(options.output.file, inputs);
   const OutputFormat format = options.output.Format();
-  if (format == OutputFormat::kTable && findings.empty()) {
+  if (format == OutputFormat::kTable && found.empty()) {
     output.Write("No findings.\n");
     output.Finish();
     return;
   }
   RecordWriter records(output, format, {{"file", "file"}, {"line", "line", true}, {"finding", "finding"}});
-  for (const auto& [file, of_file] : findings)
-    for (const Finding& finding : of_file)
-      records.Row({file, finding.line > 0 ? Cell(finding.line) : Cell(), finding.text});
+  for (const Diagnosis& each : found)
+    records.Row({each.file, each.line > 0 ? Cell(each.line) : Cell(), each.finding});
   records.Finish();
   output.Finish();
-  if (!findings.empty()) throw ExitWith{1};
+  if (!found.empty()) throw ExitWith{1};
 }
 
 }  // namespace velmora::cli

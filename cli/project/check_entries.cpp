@@ -9,6 +9,8 @@
 namespace velmora::cli {
 namespace {
 
+constexpr char kNotCopied[] = "a copy of the project to Windows fails or lacks it";
+
 bool HasNoNameOnWindows(std::wstring_view name) {
   for (const wchar_t c : name)
     if (c < L' ') return true;
@@ -19,7 +21,8 @@ bool HasNoNameOnWindows(std::wstring_view name) {
 // Walks the folders of a project.
 class EntryCheck {
  public:
-  EntryCheck(const CString& folder, FindingsByFile* findings) : folder_(folder), findings_(findings) {
+  EntryCheck(const CString& folder, Diagnoses* found, const EntryVisitor& visitor)
+      : folder_(folder), found_(found), visitor_(visitor) {
     const std::optional<CString> real = RealPath(folder);
     if (!real) return;
     real_root_ = *real;
@@ -29,12 +32,15 @@ class EntryCheck {
  private:
   // `below` is a folder's path below the project's, empty or with a backslash at the end.
   void Walk(const CString& below, const CString& real_folder) {
-    for (const FoundFile& file : FindFiles(folder_ + L"\\" + below + L"*")) {
+    const std::vector<FoundFile> entries = FindFiles(folder_ + L"\\" + below + L"*");
+    if (visitor_.folder) visitor_.folder(below, entries);
+    for (const FoundFile& file : entries) {
       if (file.name == L"." || file.name == L"..") continue;
       if (++seen_ > kMostEntries) {
         if (seen_ == kMostEntries + 1)
           Add(below + file.name,
-              "is entry " + std::to_string(seen_) + "; the entries after it are not checked");
+              "is entry " + std::to_string(seen_) + "; the entries after it are not checked",
+              "faults beyond it are not reported; check the folders in it one by one");
         return;
       }
       CheckName(below + file.name, file.name.GetView());
@@ -46,37 +52,47 @@ class EntryCheck {
       else if (file.status.kind == FileKind::kFolder)
         Walk(below + file.name + L"\\", *real);
       else if (file.status.kind == FileKind::kOther)
-        Add(below + file.name, "is a pipe or a device, not a file");
+        Add(below + file.name, "is a pipe or a device, not a file",
+            "programs that open it can wait for ever; remove it");
+      else if (visitor_.file)
+        visitor_.file(below + file.name);
     }
   }
 
   void CheckName(const CString& path, std::wstring_view name) {
     if (NamesDevice(name))
-      Add(path, "is the name of a device on Windows, whose programs cannot open it; rename it");
+      Add(path, "is the name of a device on Windows, whose programs cannot open it; rename it", kNotCopied);
     else if (HasNoNameOnWindows(name))
-      Add(path, "is not a valid file name on Windows; rename it");
+      Add(path, "is not a valid file name on Windows; rename it", kNotCopied);
   }
 
   void CheckLink(const CString& path, const std::optional<CString>& real) {
     if (!real) {
-      Add(path, "is a broken link");
+      Add(path, "is a broken link",
+          "what it led to is gone or not mounted, or it leads to itself; restore its target or remove it");
     } else if (!(*real + L"\\").GetView().starts_with((real_root_ + L"\\").GetView())) {
-      Add(path, "is a link that leads out of the project, to " + Quoted(PathForDisplay(*real)));
+      Add(path, "is a link that leads out of the project, to " + Quoted(PathForDisplay(*real)),
+          "a copy or an archive of the project lacks its target, and a change here changes that; replace it "
+          "by "
+          "a copy of its target");
     }
   }
 
-  void Add(const CString& path, const std::string& text) {
-    findings_->push_back({PathForDisplay(path), {{.text = text}}});
+  void Add(const CString& path, const std::string& finding, const std::string& meaning) {
+    found_->push_back({PathForDisplay(path), 0, finding, meaning, ""});
   }
 
   CString folder_;
   CString real_root_;
-  FindingsByFile* findings_;
+  Diagnoses* found_;
+  const EntryVisitor& visitor_;
   size_t seen_ = 0;
 };
 
 }  // namespace
 
-void CheckEntries(const CString& folder, FindingsByFile* findings) { EntryCheck(folder, findings); }
+void CheckEntries(const CString& folder, Diagnoses* found, const EntryVisitor& visitor) {
+  EntryCheck(folder, found, visitor);
+}
 
 }  // namespace velmora::cli

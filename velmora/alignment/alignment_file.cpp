@@ -1,5 +1,9 @@
 #include "velmora/alignment/alignment_file.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+
 #include "velmora/alignment/rewrite_losses.h"
 
 namespace velmora {
@@ -25,6 +29,18 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
   if (lines == 0) return Finding{0, "is empty; an alignment has a line \"x y bulge station\" for each point"};
   return Finding{0, "is not an alignment: none of its " + std::to_string(lines) +
                         " lines begins with the numbers of a point (x y bulge station)"};
+}
+
+BoundedFindings CheckAlignment(const AlignmentFile& file) {
+  BoundedFindings all = file.skipped;
+  for (BoundedFindings& more :
+       std::array{CheckPlan(file.plan, file.plan_lines), CheckProfile(file.profile, file.profile_lines)}) {
+    std::move(more.listed.begin(), more.listed.end(), std::back_inserter(all.listed));
+    all.left_out += more.left_out;
+  }
+  std::stable_sort(all.listed.begin(), all.listed.end(),
+                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
+  return all;
 }
 
 std::optional<Finding> ProblemOfPlan(const AlignmentFile& file) {

@@ -31,6 +31,9 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
 // Why a file that was read has no plan of two points; nothing where it has.
 std::optional<Finding> ProblemOfPlan(const AlignmentFile& file);
 
+// The lines that are not read, and what CheckPlan and CheckProfile find, in the order of the file.
+BoundedFindings CheckAlignment(const AlignmentFile& file);
+
 }  // namespace velmora
 
 #endif  // VELMORA_ALIGNMENT_ALIGNMENT_FILE_H_

@@ -19,8 +19,8 @@ constexpr double kLengthTolerance = 0.1;  // m between a segment's stations and 
 class PointFindings {
  public:
   explicit PointFindings(const std::vector<int>& lines) : lines_(lines) {}
-  void Add(size_t point, std::string text) {
-    found_.Add({lines_[point], std::move(text), /*misread=*/false, /*lost=*/false});
+  void Add(size_t point, std::string text, bool stations = false) {
+    found_.Add({lines_[point], std::move(text), /*misread=*/false, /*lost=*/false, stations});
   }
   BoundedFindings Take() { return std::move(found_); }
 
@@ -44,10 +44,11 @@ void CheckStations(const std::vector<kovltype>& points, bool descending, size_t 
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
   const std::string station = "station " + FormatFixed(points[i + 1].sek, 3);
   if (step == 0)
-    findings->Add(i + 1, station + " repeats that of the previous point");
+    findings->Add(i + 1, station + " repeats that of the previous point", /*stations=*/true);
   else if (!(step > 0))
-    findings->Add(
-        i + 1, station + " is out of order; the stations are " + (descending ? "descending" : "ascending"));
+    findings->Add(i + 1,
+                  station + " is out of order; the stations are " + (descending ? "descending" : "ascending"),
+                  /*stations=*/true);
 }
 
 }  // namespace
@@ -82,8 +83,10 @@ BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);
     if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
-      findings.Add(i, "the segment is " + LengthText(step) + " long by its stations, " + LengthText(length) +
-                          " by its points");
+      findings.Add(i,
+                   "the segment is " + LengthText(step) + " long by its stations, " + LengthText(length) +
+                       " by its points",
+                   /*stations=*/true);
   }
   return findings.Take();
 }

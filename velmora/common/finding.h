@@ -17,6 +17,7 @@ struct Finding {
   std::string text;       // UTF-8, for a user: "is skipped: ..."
   bool misread = true;    // reading or rewriting skips or cuts the line, or takes it for something else
   bool lost = true;       // a rewrite of the file omits the line or a part of it
+  bool stations = false;  // recomputing an alignment's stations corrects it
 };
 using Findings = std::vector<Finding>;
 

@@ -122,8 +122,10 @@ void PlanSearch::SearchCells(const double* x, const double* y, size_t count, dou
   if (grid_.Tiles() != known) routines_.search(view_, x, y, count, station, offset, result);
 }
 
-// Among the candidates of the point's cell where the answer is within its reach, else by the trees.
+// Among the candidates of the point's cell where the answer is within its reach, else by the trees, which of
+// a few segments look at all anyway.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
+  if (plan_.Segments() <= BoundTree::kFan) return plan_.Find(p);
   const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {

@@ -36,6 +36,7 @@ class PlanSearch {
   // The cell of a point; a reach of 0 where there is none.
   PackedCell CellAt(PlanePoint p) const { return grid_.Slots() == nullptr ? 0 : grid_.CellAt(p); }
   const CandidateGrid& Grid() const { return grid_; }
+  const BatchRoutines& Routines() const { return routines_; }
 
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,

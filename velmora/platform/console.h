@@ -15,6 +15,10 @@ std::vector<std::string> ProgramArguments(int argc, char** argv);
 // feeds everywhere.
 void PrepareStandardStreams();
 
+// A file's name or another argument as it is typed in the system's shell: quoted where that is needed, and
+// one that begins like an option after "./".
+std::string ShellArgument(const std::string& text);
+
 bool StandardInputIsTerminal();
 bool StandardErrorIsTerminal();
 

@@ -3,6 +3,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
@@ -36,6 +38,18 @@ extern "C" void RecordInterrupt(int signal) {
 
 std::vector<std::string> ProgramArguments(int argc, char** argv) {
   return std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc);
+}
+
+std::string ShellArgument(const std::string& text) {
+  const auto is_plain = [](char c) {
+    return static_cast<unsigned char>(c) >= 0x80 || std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+           std::string_view("/._-+:,@%=").find(c) != std::string_view::npos;
+  };
+  const std::string name = (text.starts_with('-') ? "./" : "") + text;
+  if (!name.empty() && std::all_of(name.begin(), name.end(), is_plain)) return name;
+  std::string quoted = "'";
+  for (const char c : name) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
 }
 
 void PrepareStandardStreams() {}

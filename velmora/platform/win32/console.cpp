@@ -46,6 +46,20 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
   return arguments;
 }
 
+// A file's name has no quotation mark; one of an argument is written as CommandLineToArgvW reads it.
+std::string ShellArgument(const std::string& text) {
+  const std::string name = (text.starts_with('-') ? ".\\" : "") + text;
+  if (!name.empty() && name.find_first_of(" \t&|<>()^;,='`!%$@{}[]~\"") == std::string::npos) return name;
+  std::string quoted = "\"";
+  size_t backslashes = 0;
+  for (const char c : name) {
+    if (c == '"') quoted.append(backslashes + 1, '\\');
+    backslashes = c == '\\' ? backslashes + 1 : 0;
+    quoted += c;
+  }
+  return quoted.append(backslashes, '\\') + "\"";
+}
+
 void PrepareStandardStreams() {
   for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
   SetConsoleOutputCP(CP_UTF8);
