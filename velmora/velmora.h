@@ -15,6 +15,7 @@
 #include "velmora/environment/tundril_ini.h"
 #include "velmora/link/dde_com.h"
 #include "velmora/locator/locator.h"
+#include "velmora/locator/network.h"
 #include "velmora/platform/gdi_types.h"
 #include "velmora/platform/notify_window.h"
 #include "velmora/platform/process.h"

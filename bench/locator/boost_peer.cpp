@@ -58,10 +58,19 @@ std::vector<std::uint32_t> AlongCurve(const Places& places, size_t count) {
 template <class Indexed, int kMost>
 class BoostPeer : public Peer {
  public:
-  BoostPeer(const std::vector<kovltype>& road, bool sorted) : road_(road), sorted_(sorted) {
+  BoostPeer(const std::vector<kovltype>& road, bool sorted, const std::vector<size_t>& starts)
+      : road_(road), sorted_(sorted) {
     std::vector<Value> values;
     values.reserve(road.size());
-    for (std::uint32_t i = 0; i + 1 < road.size(); ++i) values.push_back({Bound(i), i});
+    auto start = starts.begin();
+    for (std::uint32_t i = 0; i + 1 < road.size(); ++i) {
+      if (start != starts.end() && *start == i + 1) {
+        ++start;
+        if constexpr (!std::is_same_v<Indexed, Segment>) frames_.emplace_back();
+      } else {
+        values.push_back({Bound(i), i});
+      }
+    }
     tree_ = Tree(values);
   }
   std::string Name() const override {
@@ -127,16 +136,18 @@ class BoostPeer : public Peer {
 };
 
 template <class Indexed>
-std::unique_ptr<Peer> Make(const std::vector<kovltype>& road, int most, bool sorted) {
-  if (most == 4) return std::make_unique<BoostPeer<Indexed, 4>>(road, sorted);
-  if (most == 8) return std::make_unique<BoostPeer<Indexed, 8>>(road, sorted);
-  return std::make_unique<BoostPeer<Indexed, 16>>(road, sorted);
+std::unique_ptr<Peer> Make(const std::vector<kovltype>& road, int most, bool sorted,
+                           const std::vector<size_t>& starts) {
+  if (most == 4) return std::make_unique<BoostPeer<Indexed, 4>>(road, sorted, starts);
+  if (most == 8) return std::make_unique<BoostPeer<Indexed, 8>>(road, sorted, starts);
+  return std::make_unique<BoostPeer<Indexed, 16>>(road, sorted, starts);
 }
 
 }  // namespace
 
-std::unique_ptr<Peer> MakeBoostPeer(const std::vector<kovltype>& road, bool arcs, int most, bool sorted) {
-  return arcs ? Make<Rectangle>(road, most, sorted) : Make<Segment>(road, most, sorted);
+std::unique_ptr<Peer> MakeBoostPeer(const std::vector<kovltype>& road, bool arcs, int most, bool sorted,
+                                    const std::vector<size_t>& starts) {
+  return arcs ? Make<Rectangle>(road, most, sorted, starts) : Make<Segment>(road, most, sorted, starts);
 }
 
 }  // namespace velmora

@@ -22,8 +22,10 @@ class Peer {
 
 // A packed R-tree of Boost.Geometry with `most` elements a node (4, 8 or 16): of the segments themselves
 // or, with arcs, of their boxes, taken nearest first until a box is farther than what was found. `sorted`
-// takes the points along a Z-curve, by a radix sort, and puts the answers back.
-std::unique_ptr<Peer> MakeBoostPeer(const std::vector<kovltype>& road, bool arcs, int most, bool sorted);
+// takes the points along a Z-curve, by a radix sort, and puts the answers back. With several roads one after
+// the other, `starts` are the positions at which the second and later ones begin.
+std::unique_ptr<Peer> MakeBoostPeer(const std::vector<kovltype>& road, bool arcs, int most, bool sorted,
+                                    const std::vector<size_t>& starts = {});
 
 // GEOSPreparedNearestPoints on the prepared line: the nearest point and from it the distance, no station.
 std::unique_ptr<Peer> MakeGeosPeer(const std::vector<kovltype>& road);

@@ -13,6 +13,9 @@ namespace velmora {
 // second segment is one, of up to 7 degrees.
 std::vector<kovltype> MakeRoad(size_t vertices, bool arcs);
 
+// Winding roads of `vertices` each that begin anywhere in a square of `side` m and head anywhere.
+std::vector<std::vector<kovltype>> MakeRoads(size_t roads, size_t vertices, double side, bool arcs);
+
 struct Places {
   std::vector<double> x;
   std::vector<double> y;
@@ -22,6 +25,9 @@ enum class Order { kAlong, kRandom };
 
 // Points up to 30 m to either side, in the order of the road or in none.
 Places MakePlaces(const std::vector<kovltype>& road, size_t count, Order order);
+
+// Likewise beside roads, in no order.
+Places MakePlaces(const std::vector<std::vector<kovltype>>& roads, size_t count);
 
 }  // namespace velmora
 

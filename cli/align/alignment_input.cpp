@@ -14,11 +14,7 @@ void ReadAlignment(const std::string& file, AlignmentInput* input) {
 }
 
 void RequirePlan(const AlignmentInput& input) {
-  if (input.plan.empty())
-    throw Refusal(At(input.file, "holds only a profile; a plan is needed (type 1 on the first line)"));
-  if (input.plan.size() < 2)
-    throw Refusal(
-        At(input.file, input.plan_lines[0], "is the plan's only point; an alignment needs two or more"));
+  if (const auto problem = ProblemOfPlan(input)) throw Refusal(At(input.file, problem->line, problem->text));
 }
 
 void RequireProfile(const AlignmentInput& input) {

@@ -6,84 +6,42 @@
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
+#include "cli/align/network_input.h"
+#include "cli/align/option_values.h"
 #include "cli/output/options.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/completes.h"
-#include "velmora/alignment/station_text.h"
-#include "velmora/text/codepage.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
 
-constexpr char kListEndings[] = ".csv .txt .ags .gpkg";
-constexpr char kFileHelp[] = "Alignment file, single or combined with a profile";
-
-void AddFile(CLI::App* verb, std::string* file) {
-  verb->add_option("FILE", *file, kFileHelp)->required()->check(CompletesFile(".vl"));
-}
-
-double ToStation(const std::string& text) {
-  const std::optional<double> station = ParseStation(text);
-  if (!station) throw CLI::ValidationError("\"" + text + "\" is not a station; write 1250.5 or 1/250.500");
-  return *station;
-}
-
-double ToNumber(const std::string& text) {
-  const std::optional<double> number = ParseWholeNumber(WideFromUtf8(text));
-  if (!number) throw CLI::ValidationError("\"" + text + "\" is not a number");
-  return *number;
-}
-
-// "a:b" or "x,y", each half read by `read`.
-template <class Read>
-std::pair<double, double> ToPair(const std::string& text, char separator, Read read) {
-  const size_t cut = text.find(separator);
-  if (cut == std::string::npos)
-    throw CLI::ValidationError("\"" + text + "\" lacks the \"" + separator + "\" between its two numbers");
-  return {read(text.substr(0, cut)), read(text.substr(cut + 1))};
-}
-
-Limits ToLimits(const std::string& text, double (*read)(const std::string&)) {
-  const auto [low, high] = ToPair(text, ':', read);
-  if (low > high) throw CLI::ValidationError("\"" + text + "\": the lower limit comes first");
-  return {low, high};
-}
-
-// An option with one value, handed to `take`.
-template <class Take>
-CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar,
-                      const std::string& help, Take take) {
-  return verb->add_option_function<std::string>(name, std::move(take), help)
-      ->type_name(metavar)
-      ->type_size(1);
-}
-
-void AddMaxOffset(CLI::App* verb, double* metres) {
-  AddValue(verb, "--max-offset", "M", "Offset beyond which a point is far from the road (default: 500 m)",
-           [metres](const std::string& text) {
-             *metres = ToNumber(text);
-             if (*metres < 0) throw CLI::ValidationError("\"" + text + "\": a distance cannot be negative");
-           });
-}
-
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
-  AddFile(verb, &options->file);
+  verb->add_option(
+          "ROAD", options->roads,
+          "Alignment file, single or combined with a profile; of several, of those in a folder (*.vl) "
+          "and in a GeoPackage (.gpkg[:LAYER]), the nearest to each point")
+      ->required()
+      ->type_name("")
+      ->expected(1, -1)
+      ->check(CompletesFile(".vl .gpkg"));
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
       ->required()
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
            [options](const std::string& text) { options->offsets = ToLimits(text, ToNumber); });
   verb->add_flag("--keep-outside", options->keep_outside,
                  "With --area and --offsets: mark the points outside instead of leaving them out");
-  AddMaxOffset(verb, &options->max_offset);
+  CLI::Option* const max_offset = AddMaxOffset(verb, &options->max_offset);
+  AddValue(verb, "--within", "M",
+           "Every road whose offset is at most M metres, nearest first, a row for each",
+           [options](const std::string& text) { options->within = ToDistance(text); })
+      ->excludes(max_offset);
   verb->add_option(
           "--mode", options->mode,
           "Search: 0 everything (default), 1 the same with a note on what the suite's search mode 1 misses, "
@@ -97,18 +55,21 @@ void AddLocate(CLI::App* align) {
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
-  verb->callback([options] { AlignLocate(*options); });
+  verb->callback([options] {
+    if (options->within || IsNetwork(options->roads)) return AlignLocateNetwork(*options);
+    options->file = options->roads[0];
+    AlignLocate(*options);
+  });
 }
 
 void AddPlace(CLI::App* align) {
   auto options = std::make_shared<PlaceOptions>();
   CLI::App* verb = align->add_subcommand("place", "Stations and offsets to map points, with profile levels");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("--stations", options->stations,
                    "Stations: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, station and offset")
       ->required()
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddListOptions(verb, StationRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
@@ -119,7 +80,7 @@ void AddPlace(CLI::App* align) {
 void AddLevel(CLI::App* align) {
   auto options = std::make_shared<LevelOptions>();
   CLI::App* verb = align->add_subcommand("level", "Profile levels at stations");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option_function<std::vector<std::string>>(
           "--station",
           [options](const std::vector<std::string>& texts) {
@@ -137,7 +98,7 @@ void AddLevel(CLI::App* align) {
 template <class Run>
 std::shared_ptr<EditOptions> AddEdit(CLI::App* verb, Run run) {
   auto options = std::make_shared<EditOptions>();
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   CLI::Option* to =
       verb->add_option("-o", options->to,
                        "Write the alignment to OUT, which may be FILE (default: show its points)")
@@ -185,15 +146,11 @@ void AddEdits(CLI::App* align) {
 void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
-  AddFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+  AddAlignmentFile(verb, &options->file);
+  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
-  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")
-      ->type_name("SVG")
-      ->check(CompletesFile(".svg"));
+  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });
 }
@@ -213,15 +170,14 @@ double ToPositive(const std::string& text) {
 void AddExport(CLI::App* align) {
   auto options = std::make_shared<ExportOptions>();
   CLI::App* verb = align->add_subcommand("export", "Write the road for CAD and GIS programs, arcs exact");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   verb->add_option("-o", options->to,
                    "File to write; the ending chooses the format: " + exchange::RoadFormatEndings())
       ->required()
       ->type_name("OUT")
       ->check(CompletesRoad());
   verb->add_option("--points", options->points, "Points to write with their places: a list as for locate")
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddValue(verb, "--stations", "M", "A mark every M metres of station",
@@ -244,10 +200,7 @@ void AddImport(CLI::App* align) {
                    "File to read; the ending says its format: " + exchange::RoadFormatEndings())
       ->required()
       ->check(CompletesRoad());
-  verb->add_option("-o", options->to, "Alignment file to write")
-      ->required()
-      ->type_name("VL")
-      ->check(CompletesFile(".vl"));
+  verb->add_option("-o", options->to, "Alignment file to write")->required()->type_name("VL");
   verb->add_option("--name", options->name, "Name of the alignment, where the file holds several")
       ->type_name("NAME");
   verb->add_option("--layer", formats->layer, "Layer of the alignment, in formats with layers")
@@ -277,7 +230,7 @@ void AddImport(CLI::App* align) {
 void AddInfo(CLI::App* align) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = align->add_subcommand("info", "Contents of the file, and the faults found in it");
-  AddFile(verb, &options->file);
+  AddAlignmentFile(verb, &options->file);
   AddOutputOptions(verb, &options->output);
   AddStationOptions(verb, &options->output);
   verb->callback([options] { AlignInfo(*options); });

@@ -26,10 +26,12 @@ struct Limits {
 inline constexpr double kMostOffset = 500;  // m; points farther away are reported as far from the road
 
 struct LocateOptions {
-  std::string file;
+  std::vector<std::string> roads;
+  std::string file;  // of a single road
   std::string points;
   ListOptions list;
   double max_offset = kMostOffset;
+  std::optional<double> within;   // m: every road in reach instead of the nearest
   std::optional<Limits> area;     // stations
   std::optional<Limits> offsets;  // left limit, right limit
   bool keep_outside = false;      // points outside them are marked and not left out
@@ -100,6 +102,8 @@ struct InfoOptions {
 
 void AlignInfo(const InfoOptions& options);
 void AlignLocate(const LocateOptions& options);
+// On the nearest of several roads, or on each in reach.
+void AlignLocateNetwork(const LocateOptions& options);
 void AlignPlace(const PlaceOptions& options);
 void AlignLevel(const LevelOptions& options);
 void AlignStations(const EditOptions& options);

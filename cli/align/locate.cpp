@@ -151,6 +151,8 @@ class CsvRow {
 std::vector<Column> LocateColumns() {
   ColumnRow row;
   AddColumns({}, {}, false, &row);
+  for (Column& column : row.columns)
+    if (column.key == "status") column.usual = StatusText(PlaceStatus::kOn);
   return std::move(row.columns);
 }
 
@@ -243,7 +245,7 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     if (point.problem.empty()) {
       block->swapped.Add(point.line, point.northing, point.easting);
       block->tally.Add(placing.status);
-      block->corrections.Add(point.line, point.northing, point.easting, placing);
+      block->corrections.Add(point.line, point.northing, point.easting, placing, &placer);
     } else {
       block->tally.AddUnreadable();
     }
@@ -308,7 +310,7 @@ class Results {
   }
 
   // `notes` are on the list as a whole.
-  void Finish(const Placer& placer, const Findings& notes) {
+  void Finish(const Findings& notes) {
     if (ags_) {
       ags_->Write(output_);
     } else {
@@ -319,14 +321,14 @@ class Results {
     progress_.Clear();
     WarnOf(options_.points, notes);
     WarnOf(options_.points, ids_.Note());
-    if (const auto note = corrections_.Note(options_.points, placer, options_.output.km)) Warn(*note);
+    if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
     swapped_.Report(options_.points, options_.list);
     if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
     if (tally_.Unreadable() == 0) return;
-    Warn(At(options_.points, first_problem_.line,
-            first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
-                " not placed; correct the list and run again"));
+    PrintError(At(options_.points, first_problem_.line,
+                  first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
+                      (tally_.Unreadable() == 1 ? " row was" : " rows were") +
+                      " not placed; correct the list and run again"));
     throw ExitWith{1};
   }
 
@@ -370,7 +372,7 @@ void AlignLocate(const LocateOptions& options) {
     block = std::make_unique<Block>(bounds, layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
-  results.Finish(placer, points.TakeNotes());
+  results.Finish(points.TakeNotes());
 }
 
 }  // namespace velmora::cli

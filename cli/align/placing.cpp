@@ -71,6 +71,12 @@ Placer::Placer(AlignmentInput* input, int mode, std::optional<StationArea> area,
   if (input->profile.size() >= 2) profile_.emplace(input->set.profil);
 }
 
+Placer::Placer(std::vector<kovltype> plan, const std::vector<kovltype>& profile,
+               std::optional<StationArea> area, double max_offset)
+    : mode_(0), area_(area), max_offset_(max_offset), road_(std::move(plan)) {
+  if (profile.size() >= 2) profile_.emplace(profile, kProfileType);
+}
+
 std::optional<LinePlace> Placer::Searched(double northing, double easting) const {
   double station = 0;
   double offset = 0;
@@ -114,26 +120,43 @@ void Placer::Place(const double* northing, const double* easting, size_t count, 
   }
   if (profile_) profile_->Vagprofz(station.data(), count, level.data(), has_level.data());
   for (size_t i = 0; i < count; ++i) {
-    Placing& placing = placings[i] = {};
-    const std::optional<LinePlace> place = IfFound(result[i], station[i], offset[i]);
-    if (mode_ == 1 || result[i] != static_cast<int>(PlaceResult::kFound))
-      placing.elsewhere = WhyElsewhere(northing[i], easting[i], place);
-    if (!place) {
-      placing.status = StatusOf(static_cast<PlaceResult>(result[i]));
-      continue;
-    }
-    placing.status = area_ && !area_->Holds(place->station, place->offset) ? PlaceStatus::kOutsideArea
-                     : std::fabs(place->offset) > max_offset_              ? PlaceStatus::kFar
-                                                                           : PlaceStatus::kOn;
-    placing.station = place->station;
-    placing.offset = place->offset;
-    if (has_level[i] == 0 && std::isfinite(level[i])) placing.profile_level = level[i];
+    placings[i] = PlacingOf(northing[i], easting[i], station[i], offset[i], result[i]);
+    if (HasPlace(placings[i].status) && has_level[i] == 0 && std::isfinite(level[i]))
+      placings[i].profile_level = level[i];
   }
 }
 
-std::optional<std::string> Corrections::Note(const std::string& list, const Placer& placer, bool km) const {
+Placing Placer::PlacingOf(double northing, double easting, double station, double offset, int result) const {
+  Placing placing;
+  const std::optional<LinePlace> place = IfFound(result, station, offset);
+  if (mode_ == 1 || result != static_cast<int>(PlaceResult::kFound))
+    placing.elsewhere = WhyElsewhere(northing, easting, place);
+  if (!place) {
+    placing.status = StatusOf(static_cast<PlaceResult>(result));
+    return placing;
+  }
+  placing.status = area_ && !area_->Holds(place->station, place->offset) ? PlaceStatus::kOutsideArea
+                   : std::fabs(place->offset) > max_offset_              ? PlaceStatus::kFar
+                                                                         : PlaceStatus::kOn;
+  placing.station = place->station;
+  placing.offset = place->offset;
+  return placing;
+}
+
+Placing Placer::PlaceFound(double northing, double easting, double station, double offset) const {
+  int result = 0;
+  road_.Correct({easting, northing}, true, &station, &offset, &result);
+  Placing placing = PlacingOf(northing, easting, station, offset, result);
+  double level = 0;
+  if (HasPlace(placing.status) && profile_ && profile_->Vagprofz(station, &level) == 0 &&
+      std::isfinite(level))
+    placing.profile_level = level;
+  return placing;
+}
+
+std::optional<std::string> Corrections::Note(const std::string& list, bool km) const {
   if (count_ == 0) return std::nullopt;
-  const auto searched = placer.Searched(first_.northing, first_.easting);
+  const auto searched = first_.placer->Searched(first_.northing, first_.easting);
   std::string text = "the suite's own programs ";
   text += searched ? "give station " + StationText(searched->station, km) + ", offset " +
                          OffsetText(searched->offset)

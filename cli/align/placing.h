@@ -38,18 +38,25 @@ class Placer {
   // `mode` as for CVaglinje::Vagstv, but what mode 1 misses there is found here. Points outside `area` are
   // placed and get kOutsideArea, others whose offset is above `max_offset` kFar. `input` outlives this.
   Placer(AlignmentInput* input, int mode, std::optional<StationArea> area, double max_offset);
+  // One road of a network, with search mode 0.
+  Placer(std::vector<kovltype> plan, const std::vector<kovltype>& profile, std::optional<StationArea> area,
+         double max_offset);
 
   // Whether Place may run in several threads at once.
   bool IsThreadSafe() const { return mode_ == 0; }
   // A placing for each point of arrays of `count`.
   void Place(const double* northing, const double* easting, size_t count, Placing* placings) const;
+  // The placing of a point for which the search of mode 0 found this.
+  Placing PlaceFound(double northing, double easting, double station, double offset) const;
   // What the suite's own programs give for a point in this mode.
   std::optional<LinePlace> Searched(double northing, double easting) const;
 
  private:
   Elsewhere WhyElsewhere(double northing, double easting, const std::optional<LinePlace>& place) const;
+  // All but the profile's level.
+  Placing PlacingOf(double northing, double easting, double station, double offset, int result) const;
 
-  AlignmentInput* input_;
+  AlignmentInput* input_ = nullptr;  // for modes 1 and 2
   int mode_;
   std::optional<StationArea> area_;
   double max_offset_;
@@ -60,9 +67,9 @@ class Placer {
 // The points that the suite's own programs place elsewhere.
 class Corrections {
  public:
-  void Add(std::int64_t line, double northing, double easting, const Placing& placing) {
+  void Add(std::int64_t line, double northing, double easting, const Placing& placing, const Placer* placer) {
     if (placing.elsewhere != Elsewhere::kNowhere && count_++ == 0)
-      first_ = {line, northing, easting, placing.elsewhere};
+      first_ = {line, northing, easting, placing.elsewhere, placer};
   }
   // Those of points further down the list.
   void Add(const Corrections& other) {
@@ -70,7 +77,7 @@ class Corrections {
     count_ += other.count_;
   }
   // One line for people, about the first of them; nothing when there are none.
-  std::optional<std::string> Note(const std::string& list, const Placer& placer, bool km) const;
+  std::optional<std::string> Note(const std::string& list, bool km) const;
 
  private:
   struct Point {
@@ -78,6 +85,7 @@ class Corrections {
     double northing;
     double easting;
     Elsewhere why;
+    const Placer* placer;
   };
   std::int64_t count_ = 0;
   Point first_{};

@@ -10,7 +10,7 @@ namespace velmora::cli {
 
 class Progress {
  public:
-  // With a `total` of 0, unknown, only the count is shown.
+  // With a `total` of 0, unknown, only the count and its rate are shown.
   Progress(std::string what, std::uint64_t total);
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
@@ -22,16 +22,21 @@ class Progress {
   void Clear();
 
  private:
-  void Draw(std::uint64_t done, std::uint64_t rows);
-
   using Clock = std::chrono::steady_clock;
+
+  void Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows);
+
   std::string what_;
   std::uint64_t total_;
   bool shown_ = false;
   bool wanted_;
   std::uint64_t next_rows_ = 0;
+  Clock::time_point start_;
   Clock::time_point next_;
 };
+
+// "12 s", "3 min 20 s", "1 h 5 min"
+std::string DurationText(std::chrono::seconds duration);
 
 }  // namespace velmora::cli
 

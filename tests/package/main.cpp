@@ -55,6 +55,7 @@ void EveryClass() {
   MakeAndDerive<CJb23Par>(&ini, &project);
   MakeAndDerive<CStodPunkt>(L"no such file.stp");
   MakeAndDerive<Locator>(std::vector<kovltype>(), 0);
+  MakeAndDerive<Network>(std::span<const std::vector<kovltype>>());
 #ifdef _WIN32
   MakeAndDerive<HwndNotifyWindow>(HWND{});
 #endif

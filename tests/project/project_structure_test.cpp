@@ -16,7 +16,7 @@
 namespace velmora {
 namespace {
 
-using Names = std::vector<CString>;
+using Texts = std::vector<CString>;
 
 // What is made, beside what for. The order of the arguments is that of CreateProjectStructure.
 struct Wanted {
@@ -39,8 +39,8 @@ class ProjectStructure : public Installed {
     return list;
   }
   // The texts of the boxes since the last call.
-  Names Told() {
-    Names texts;
+  Texts Told() {
+    Texts texts;
     for (const MessageBoxCall& box : std::exchange(messages_.boxes, {})) texts.push_back(box.text);
     return texts;
   }
@@ -52,11 +52,11 @@ class ProjectStructure : public Installed {
 TEST_F(ProjectStructure, ADatabaseRefusesWithTheUnformattedText) {
   MakeFile(L"P\\TUNDRIL.DBS", "data");
   EXPECT_EQ(Create(project, {.show = 0, .tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{});
+  EXPECT_EQ(Told(), Texts{});
   EXPECT_EQ(Create(project, {.tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{L"Velmora-databas finns redan i Katalog:\n%s"});
+  EXPECT_EQ(Told(), Texts{L"Velmora-databas finns redan i Katalog:\n%s"});
   EXPECT_EQ(LastMessageText(), L"Velmora-databas finns redan i Katalog:\n" + project);
-  EXPECT_EQ(NamesIn(project), Names{L"TUNDRIL.DBS"});
+  EXPECT_EQ(NamesIn(project), Texts{L"TUNDRIL.DBS"});
   // Only the main program's folders are kept away from a database, and only in a new project.
   EXPECT_EQ(Create(project, {.show = 0, .karsk = 1}), 1);
   EXPECT_EQ(Create(project, {.create = 0, .tundril = 1}), 1);
@@ -67,29 +67,29 @@ TEST_F(ProjectStructure, AnExistingFolderIsAskedForUnlessSilent) {
   EXPECT_EQ(Create(project, {.mirsen = 1}), 0);
   ASSERT_EQ(messages_.boxes.size(), 1U);
   EXPECT_EQ(messages_.boxes[0].style & ~MB_SETFOREGROUND, MB_YESNO | MB_DEFBUTTON2 | MB_ICONEXCLAMATION);
-  EXPECT_EQ(Told(), Names{L"Katalog: " + project + L"\nfinns redan! Ska denna användas ändå?"});
-  EXPECT_EQ(NamesIn(project), Names{});
+  EXPECT_EQ(Told(), Texts{L"Katalog: " + project + L"\nfinns redan! Ska denna användas ändå?"});
+  EXPECT_EQ(NamesIn(project), Texts{});
   messages_.answer = IDYES;
   EXPECT_EQ(Create(project, {.karsk = 1}), 1);
   EXPECT_EQ(Told().size(), 1U);
   EXPECT_EQ(Create(project, {.show = 0, .harbel = 1}), 1);
   EXPECT_EQ(NamesIn(project).size(), 5U);
-  EXPECT_EQ(Told(), Names{});
+  EXPECT_EQ(Told(), Texts{});
 }
 
 TEST_F(ProjectStructure, WhatCannotBeMadeIsToldSubFoldersOnDemandOnly) {
   const CString file = MakeFile(L"P", "a file");
   EXPECT_EQ(Create(file, {.create = 0, .show = 0, .tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{});
+  EXPECT_EQ(Told(), Texts{});
   EXPECT_EQ(Create(file + L"\\a\\b", {.show = 0, .tundril = 1}), 0);
-  EXPECT_EQ(Told(), Names{L"Fel, kan EJ skapa katalog:\n" + file + L"\\a"});
+  EXPECT_EQ(Told(), Texts{L"Fel, kan EJ skapa katalog:\n" + file + L"\\a"});
 }
 
 TEST_F(ProjectStructure, FoldersHaveTheNamesTheClassHasNowAndTheMarkerFileIsWrittenOnce) {
   const wchar_t* const name = std::exchange(CProjPath::StackKat, L"STAPEL");
   EXPECT_EQ(Create(project, {.karsk = -1, .harbel = 2}), 1);
   CProjPath::StackKat = name;
-  EXPECT_EQ(NamesIn(project), (Names{L"HARBEL.DBF", L"HARBEL.RIT", L"KARSK.DBF", L"KARSK.RIT", L"STAPEL"}));
+  EXPECT_EQ(NamesIn(project), (Texts{L"HARBEL.DBF", L"HARBEL.RIT", L"KARSK.DBF", L"KARSK.RIT", L"STAPEL"}));
   EXPECT_EQ(ReadBytes(project + L"\\HARBEL.DBF\\Harbel.krd"), "***");
   const CString own = MakeFile(L"P\\HARBEL.DBF\\Harbel.krd", "own");
   EXPECT_EQ(Create(project, {.create = 0, .harbel = 1}), 1);
@@ -99,16 +99,16 @@ TEST_F(ProjectStructure, FoldersHaveTheNamesTheClassHasNowAndTheMarkerFileIsWrit
 TEST_F(ProjectStructure, TheListIsForNewProjectsAndOnDemand) {
   ListFolders("\\Foto\r\n\r\n\\\r\nRapporter\\2024\\Bilagor\n Inm\xe4tt \xe5r");
   EXPECT_EQ(Create(project, {}, &ini), 1);
-  EXPECT_EQ(NamesIn(project), (Names{L" Inmätt år", L"Foto", L"Rapporter"}));
-  EXPECT_EQ(NamesIn(project + L"\\Rapporter\\2024"), Names{L"Bilagor"});
+  EXPECT_EQ(NamesIn(project), (Texts{L" Inmätt år", L"Foto", L"Rapporter"}));
+  EXPECT_EQ(NamesIn(project + L"\\Rapporter\\2024"), Texts{L"Bilagor"});
   const CString other = MakeFolders(L"other");
   EXPECT_EQ(Create(other, {.create = 0}, &ini), 1);
-  EXPECT_EQ(NamesIn(other), Names{});
+  EXPECT_EQ(NamesIn(other), Texts{});
   EXPECT_EQ(Create(other, {.create = 0, .list = 1}, &ini), 1);
   EXPECT_EQ(NamesIn(other), NamesIn(project));
 }
 
-// Names read from a file: whatever they are, nothing outside the project is created.
+// Texts read from a file: whatever they are, nothing outside the project is created.
 TEST_F(ProjectStructure, AListedFolderThatLeadsOutIsPassedOver) {
   const std::string kRefused[] = {"..\\ute",
                                   "..\\..\\ute",
@@ -134,13 +134,13 @@ TEST_F(ProjectStructure, AListedFolderThatLeadsOutIsPassedOver) {
   for (const std::string& name : kRefused) lines += name + "\r\n";
   // The last three are joined to the project's path.
   const CString list = ListFolders(lines + "Karta\r\n\\velmora-ute\r\n\\\\server\\share\\ute\r\nFoto.");
-  const Names around = NamesIn(folder_.Path());
+  const Texts around = NamesIn(folder_.Path());
   EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
   EXPECT_EQ(NamesIn(folder_.Path()), around);
   EXPECT_EQ(NamesIn(project).size(), 4U);
   for (const wchar_t* path : {L"C:\\velmora-ute", L"\\velmora-ute", L"C:velmora-ute"})
     EXPECT_FALSE(FileOrFolderExists(path)) << ToUtf8(path);
-  const Names told = Told();
+  const Texts told = Told();
   ASSERT_EQ(told.size(), std::size(kRefused));
   for (size_t i = 0; i < told.size(); ++i) {
     CString refused;
@@ -156,27 +156,27 @@ TEST_F(ProjectStructure, AFileThatIsNoFolderListIsReadToALimit) {
     while (count-- > 0) lines += first;
     const CString list = ListFolders(lines + last);
     EXPECT_EQ(Create(project, {.create = 0, .list = 1}, &ini), 1);
-    Names texts = Told();
+    Texts texts = Told();
     for (CString& text : texts)
       text = text.Mid(CString(L"Otillåten katalog i listan , rad ").GetLength() + list.GetLength());
     return texts;
   };
   MakeFolders(L"P");
-  EXPECT_EQ(told("Foto\n\n", kMostListedFolders, "Karta\nRit\n"), Names{L"8193:\nKarta"});
-  const Names refused = told("..\n", 70, "Karta\n");
+  EXPECT_EQ(told("Foto\n\n", kMostListedFolders, "Karta\nRit\n"), Texts{L"8193:\nKarta"});
+  const Texts refused = told("..\n", 70, "Karta\n");
   EXPECT_EQ(refused.size(), 65U);
   EXPECT_EQ(refused.back().Right(5), L" 6 st");
-  EXPECT_EQ(told("Rit\n", 1, std::string(5'000'000, 'x') + "\nKarta\n"), Names{L"2:\n"});
-  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"Karta", L"Rit"}));
+  EXPECT_EQ(told("Rit\n", 1, std::string(5'000'000, 'x') + "\nKarta\n"), Texts{L"2:\n"});
+  EXPECT_EQ(NamesIn(project), (Texts{L"Foto", L"Karta", L"Rit"}));
 }
 
 TEST_F(ProjectStructure, WithoutAListTheProjectIsMadeAllTheSame) {
   for (const CString& value : {CString(), At(L"missing.txt"), folder_.Path(), CString(L"?:*")}) {
     ini.m_iniPath = MakeFile(L"Velmora.ini", "[ARKIV]\r\nMAPPAR=" + ToUtf8(value) + "\r\n");
     EXPECT_EQ(Create(project, {.show = 0}, &ini), 1) << ToUtf8(value);
-    EXPECT_EQ(NamesIn(project), Names{});
+    EXPECT_EQ(NamesIn(project), Texts{});
   }
-  EXPECT_EQ(Told(), Names{});
+  EXPECT_EQ(Told(), Texts{});
 }
 
 // The program is not registered, so that its set-up does not succeed and its own ini file serves.
@@ -185,9 +185,9 @@ TEST_F(ProjectStructure, TheShortFormTakesTheListThatTheProgramsIniFileNames) {
   SetCommandLine(At(L"bin\\a.exe"));
   SetApplicationProfile(L"before.ini");
   EXPECT_EQ(CProjPath().CreateProjectStructure(project, 0, 1, 0, 0, 0, 0, 1), 1);
-  EXPECT_EQ(NamesIn(project), Names{L"Foto"});
+  EXPECT_EQ(NamesIn(project), Texts{L"Foto"});
   EXPECT_EQ(CProjPath().CreateProjectStructure(project, 0, 1, 0, 0, 1, 0, 0), 1);
-  EXPECT_EQ(NamesIn(project), (Names{L"Foto", L"KARSK.DBF", L"KARSK.RIT", L"STACK"}));
+  EXPECT_EQ(NamesIn(project), (Texts{L"Foto", L"KARSK.DBF", L"KARSK.RIT", L"STACK"}));
 }
 
 TEST(ProjPath, FieldsAreComposedFromTheFolderAsGiven) {

@@ -27,4 +27,12 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
                         " lines begins with the numbers of a point (x y bulge station)"};
 }
 
+std::optional<Finding> ProblemOfPlan(const AlignmentFile& file) {
+  if (file.plan.empty())
+    return Finding{0, "holds only a profile; a plan is needed (type 1 on the first line)"};
+  if (file.plan.size() < 2)
+    return Finding{file.plan_lines[0], "is the plan's only point; an alignment needs two or more"};
+  return std::nullopt;
+}
+
 }  // namespace velmora

@@ -28,6 +28,8 @@ struct AlignmentFile {
 // Fills an empty *file from an open text. Nothing when it has a point; else why not, with the line (0: the
 // file as a whole).
 std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file);
+// Why a file that was read has no plan of two points; nothing where it has.
+std::optional<Finding> ProblemOfPlan(const AlignmentFile& file);
 
 }  // namespace velmora
 

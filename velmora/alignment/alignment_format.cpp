@@ -18,8 +18,6 @@ CString NameIn(std::wstring_view line) {
   return CString(rest.substr(0, rest.find(L'$')).substr(0, kLongestName));
 }
 
-bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
-
 int TypeFromStations(std::wstring_view first, std::wstring_view second) {
   const std::optional<kovltype> a = ParsePoint(first);
   if (!a || !(std::fabs(a->y - a->sek) <= kSameStation)) return kPlanType;

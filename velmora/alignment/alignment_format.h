@@ -24,6 +24,9 @@ inline constexpr int kPlanType = 1;
 inline constexpr int kProfileType = 10;
 inline constexpr int kLongestName = 255;
 
+// A line that marks the parts of a combined file.
+constexpr bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
+
 struct FirstLine {
   std::optional<int> type;  // only with all four numbers before it
   CString name;             // empty without "$"

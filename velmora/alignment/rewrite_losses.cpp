@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "velmora/alignment/alignment_format.h"
 #include "velmora/alignment/geometry.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
@@ -10,8 +11,6 @@ namespace velmora {
 namespace {
 
 constexpr std::wstring_view kHeading = L"Profil";
-
-bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
 
 std::wstring_view AfterNumbers(std::wstring_view line, int count) {
   NumberScanner scanner(line);

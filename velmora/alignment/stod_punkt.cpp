@@ -14,7 +14,7 @@ namespace {
 constexpr wchar_t kLevelRecord[] = L"gvy";
 constexpr int kExtension = 4;  // characters of ".ext"
 
-bool BeginsWithStar(const CString& line) { return line.GetAt(0) == L'*'; }
+bool IsStarRecord(const CString& line) { return line.GetAt(0) == L'*'; }
 
 template <class Number>
 void ScanInto(std::wstring_view line, Number* value) {
@@ -73,9 +73,9 @@ void CStodPunkt::Clear() {
 bool CStodPunkt::ReadHeader(TextReader& reader) {
   CString line;
   for (double* value : {&huvud1, &huvud2, &huvud3, &huvud4, &huvud5})
-    if (reader.ReadLine(&line) && !BeginsWithStar(line)) ScanInto(line.GetView(), value);
+    if (reader.ReadLine(&line) && !IsStarRecord(line)) ScanInto(line.GetView(), value);
   if (!reader.ReadLine(&line)) return true;
-  if (BeginsWithStar(line)) return true;
+  if (IsStarRecord(line)) return true;
   ScanInto(line.GetView(), &huvud6);
   return false;
 }
@@ -97,11 +97,11 @@ void CStodPunkt::ReadPlainPoints(TextReader* reader) {
 bool CStodPunkt::Read(TextReader& reader) {
   CString line;
   if (!ReadHeader(reader))
-    while (reader.ReadLine(&line) && !line.IsEmpty() && !BeginsWithStar(line)) {
+    while (reader.ReadLine(&line) && !line.IsEmpty() && !IsStarRecord(line)) {
     }
   for (;;) {
     ReadPlainPoints(&reader);
-    if (!reader.ReadLine(&line) || BeginsWithStar(line)) return true;
+    if (!reader.ReadLine(&line) || IsStarRecord(line)) return true;
     if (antal > kManyPoints && reader.Consumed() / kFewestBytes < static_cast<std::uint64_t>(antal))
       return false;
     line = ConvertReadLine(line);

@@ -1,6 +1,6 @@
 #include "velmora/alignment/vag2.h"
 
-#include "velmora/alignment/point_lines.h"
+#include "velmora/alignment/combined_reader.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/common/text_hooks.h"
@@ -22,48 +22,13 @@ template <class Report>
 int CVag2::ReadLines(TextReader& reader, Report report) {
   Clear(&plan);
   Clear(&profil);
-  // The second line can decide what the first one is.
-  CString lines[2];
-  int known = 0;
-  while (known < 2 && reader.ReadLine(&lines[known])) {
-    lines[known] = ConvertReadLine(lines[known]);
-    ++known;
-  }
-  CombinedLines format(lines[0].GetView(), lines[1].GetView());
-  CopyToField(vlNamn, format.Name().GetView());
-
-  int number = 0;
-  const auto list_for = [this](LineKind kind) { return kind == LineKind::kPlanPoint ? &plan : &profil; };
-  const auto take = [&](const CString& line) {
-    kovltype point{};
-    const LineKind kind = format.Next(line.GetView(), &point);
-    if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) list_for(kind)->Ny(1, &point);
-    report(++number, kind, line);
-  };
-  for (int i = 0; i < known; ++i) take(lines[i]);
-  NumberLines four(4);
-  NumberLines three(3);
-  const CString no_text;
-  CString line;
-  for (;;) {
-    const LineKind kind = format.PointKind();
-    CVaglinje* const list = list_for(kind);
-    if (format.NumbersALine() == 4)
-      TakePlainLines(&reader, &four, [&](const std::array<double, 4>& n) {
-        const kovltype point{n[0], n[1], n[2], n[3]};
-        list->Ny(1, &point);
-        report(++number, kind, no_text);
-      });
-    else if (format.NumbersALine() == 3)
-      TakePlainLines(&reader, &three, [&](const std::array<double, 4>& n) {
-        const kovltype point{n[0], n[1], n[2], n[1]};
-        list->Ny(1, &point);
-        report(++number, kind, no_text);
-      });
-    if (!reader.ReadLine(&line)) break;
-    take(ConvertReadLine(line));
-  }
-
+  const CString name = ReadCombined(
+      reader,
+      [this](LineKind kind, const kovltype& point) {
+        (kind == LineKind::kPlanPoint ? plan : profil).Ny(1, &point);
+      },
+      report);
+  CopyToField(vlNamn, name.GetView());
   if (reader.Failed()) {  // half an alignment must not pass for a whole one
     Clear(&plan);
     Clear(&profil);

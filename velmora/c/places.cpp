@@ -1,11 +1,10 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <mutex>
-#include <system_error>
 #include <thread>
 
 #include "velmora/c/handles.h"
+#include "velmora/platform/in_threads.h"
 
 namespace c = velmora::c;
 
@@ -98,29 +97,11 @@ void InThreads(size_t count, size_t most, int threads, const Work& work) {
   const size_t all =
       threads > 0 ? static_cast<size_t>(threads) : std::max<size_t>(1, std::thread::hardware_concurrency());
   const size_t used = std::clamp<size_t>(count / kLeastPerThread, 1, all);
-  std::mutex mutex;
-  std::exception_ptr failed;
-  const auto run = [&](size_t part) {
-    try {
-      const size_t end = count / used * (part + 1) + (part + 1 == used ? count % used : 0);
-      for (size_t begin = count / used * part; begin < end; begin += std::min(most, end - begin))
-        work(begin, std::min(most, end - begin));
-    } catch (...) {
-      const std::lock_guard lock(mutex);
-      failed = std::current_exception();
-    }
-  };
-  std::vector<std::thread> running;
-  running.reserve(used);
-  size_t next = 1;
-  try {
-    for (; next < used; ++next) running.emplace_back(run, next);
-  } catch (const std::system_error&) {  // the caller's thread does the rest
-  }
-  run(0);
-  for (; next < used; ++next) run(next);
-  for (std::thread& thread : running) thread.join();
-  if (failed) std::rethrow_exception(failed);
+  velmora::InThreads(used, static_cast<int>(used), [&](size_t part) {
+    const size_t end = count / used * (part + 1) + (part + 1 == used ? count % used : 0);
+    for (size_t begin = count / used * part; begin < end; begin += std::min(most, end - begin))
+      work(begin, std::min(most, end - begin));
+  });
 }
 
 size_t Most(bool direct, size_t count) { return direct ? std::max<size_t>(count, 1) : kBlock; }

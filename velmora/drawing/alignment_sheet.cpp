@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "velmora/alignment/station_text.h"
+#include "velmora/drawing/blank_canvas.h"
 #include "velmora/drawing/key_table.h"
 #include "velmora/drawing/plan_view.h"
 #include "velmora/drawing/profile_view.h"
@@ -66,17 +67,6 @@ std::vector<std::string> Borings(const PlotInput& input) {
   return lines;
 }
 
-// A sheet that nobody sees: what is drawn on it only tells what will find room.
-struct BlankSheet final : Canvas {
-  void BeginSheet(std::string_view, double, double) override {}
-  void Line(SheetPoint, SheetPoint, const Style&) override {}
-  void Rectangle(const SheetRect&, const Style&) override {}
-  void Circle(SheetPoint, double, const Style&) override {}
-  void Path(std::span<const PathPoint>, bool, const Style&) override {}
-  void Dots(std::span<const SheetPoint>, double, const Style&) override {}
-  void Text(SheetPoint, std::string_view, const TextFormat&, const Style&) override {}
-};
-
 // Plan and profile within `frame`, above the title block, which learns what they show. `key` holds the
 // numbers of the borings afterwards.
 void DrawViews(Canvas& canvas, const PlotInput& input, const PlanPath& path, const ProfileLine& profile,
@@ -131,7 +121,7 @@ void DrawAlignment(const PlotInput& input, Canvas& canvas) {
   // The size of the sheet comes before all else, so that the key's is found on a blank one.
   BoringKey key;
   if (title.has_borings) {
-    BlankSheet blank;
+    BlankCanvas blank;
     TitleBlock ignored = title;
     DrawViews(blank, input, path, profile, views, &ignored, &key);
   }

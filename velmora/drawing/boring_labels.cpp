@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -23,12 +24,49 @@ bool BoringKey::IsNumberText(std::string_view id) {
          id.find_first_not_of("0123456789", 1) == id.size() - 1;
 }
 
+namespace {
+
+// Symbols by their places on the sheet, to be marked once each.
+class NearSymbols {
+ public:
+  NearSymbols(std::span<const SheetPoint> symbols, double distance) : symbols_(symbols), distance_(distance) {
+    for (size_t i = 0; i < symbols.size(); ++i)
+      cells_[{CellOf(symbols[i].x), CellOf(symbols[i].y)}].push_back(i);
+  }
+
+  // Marks those closer to `at` than the distance.
+  void MarkAround(SheetPoint at, std::vector<bool>* marks) {
+    // A cell's diagonal is shorter than the distance, so a symbol marks all of its own cell.
+    for (long row = CellOf(at.y - distance_); row <= CellOf(at.y + distance_); ++row) {
+      for (long column = CellOf(at.x - distance_); column <= CellOf(at.x + distance_); ++column) {
+        const auto cell = cells_.find({column, row});
+        if (cell == cells_.end()) continue;
+        std::erase_if(cell->second, [&](size_t i) {
+          const bool near = std::hypot(symbols_[i].x - at.x, symbols_[i].y - at.y) < distance_;
+          if (near) (*marks)[i] = true;
+          return near;
+        });
+      }
+    }
+  }
+
+ private:
+  long CellOf(double mm) const { return static_cast<long>(std::floor(1.5 * mm / distance_)); }
+
+  std::span<const SheetPoint> symbols_;
+  double distance_;
+  std::map<std::pair<long, long>, std::vector<size_t>> cells_;  // of those that are not marked
+};
+
+}  // namespace
+
 std::vector<std::optional<ChosenLabel>> ChooseLabels(
     Obstacles& obstacles, std::span<const SheetPoint> symbols,
     const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places) {
   using Labels = std::vector<std::optional<ChosenLabel>>;
   const int rounds = symbols.size() <= 500 ? 12 : 4;
   constexpr double kAround = 14;  // mm
+  NearSymbols near(symbols, kAround);
   std::vector<bool> close(symbols.size(), false);
   std::vector<size_t> order(symbols.size());
   std::iota(order.begin(), order.end(), size_t{0});
@@ -56,8 +94,7 @@ std::vector<std::optional<ChosenLabel>> ChooseLabels(
     // Those without a label choose first next time, and around them numbers come before names.
     std::stable_partition(order.begin(), order.end(), [&](size_t i) { return !labels[i]; });
     for (size_t i = 0; i < symbols.size(); ++i)
-      for (size_t k = 0; !labels[i] && k < symbols.size(); ++k)
-        if (std::hypot(symbols[k].x - symbols[i].x, symbols[k].y - symbols[i].y) < kAround) close[k] = true;
+      if (!labels[i]) near.MarkAround(symbols[i], &close);
   }
   obstacles = std::move(best->second);
   return std::move(best->first);

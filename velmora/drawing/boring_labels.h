@@ -17,6 +17,13 @@ namespace velmora::drawing {
 // Borings that have a number on the sheet, in its order.
 class BoringKey {
  public:
+  static constexpr size_t kAny = static_cast<size_t>(-1);
+  explicit BoringKey(size_t most = kAny) : most_(most) {}
+
+  // Whether the boring has a number or can get one.
+  bool HasRoomFor(const PlotBoring& boring) const {
+    return borings_.size() < most_ || numbers_.contains(&boring);
+  }
   // Gives the boring the next number unless it has one.
   std::string Number(const PlotBoring& boring);
   // "(17)"
@@ -27,6 +34,7 @@ class BoringKey {
   const std::vector<const PlotBoring*>& Borings() const { return borings_; }
 
  private:
+  size_t most_;
   std::unordered_map<const PlotBoring*, size_t> numbers_;
   std::vector<const PlotBoring*> borings_;
 };

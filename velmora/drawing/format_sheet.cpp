@@ -12,14 +12,14 @@ namespace velmora::drawing {
 namespace {
 
 constexpr double kScale = 10;  // 1:10
-constexpr double kMargin = 10;
-constexpr double kGap = 12;
+constexpr double kSheetMargin = 10;
+constexpr double kSheetGap = 12;
 constexpr size_t kColumns = 3;
-constexpr double kNameSize = 4;
+constexpr double kFormatNameSize = 4;
 constexpr double kTextSize = 2.6;
-constexpr double kLineSpacing = 4.2;
-constexpr double kCaption = 6 + 3 * kLineSpacing;  // below each format
-constexpr double kNarrowest = 40;                  // of a column, for the caption
+constexpr double kMeasureSpacing = 4.2;
+constexpr double kCaption = 6 + 3 * kMeasureSpacing;  // below each format
+constexpr double kNarrowest = 40;                     // of a column, for the caption
 
 constexpr Colour kSheetGrey = 0x78828B;
 constexpr Style kSheet = {.layer = "sheet", .fill = kWhite, .line = kSheetGrey, .width = 0.25};
@@ -39,14 +39,14 @@ void DrawFormat(Canvas& canvas, double x, double y, const ritformattype& format)
                 {kArea, kRed, format.ytaBredd, format.ytaHojd}};
   const SheetPoint middle = {x + format.arkBredd / kScale / 2, y + format.arkHojd / kScale / 2};
   double line = y + format.arkHojd / kScale + 4.5;
-  canvas.Text({x, line}, ToUtf8(format.namn), {.size = kNameSize, .anchor = TextAnchor::kStart, .bold = true},
-              kText);
+  canvas.Text({x, line}, ToUtf8(format.namn),
+              {.size = kFormatNameSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
   line += 1;
   for (const auto& part : kParts) {
     const double width = part.width / kScale;
     const double height = part.height / kScale;
     canvas.Rectangle({middle.x - width / 2, middle.y - height / 2, width, height}, part.style);
-    line += kLineSpacing;
+    line += kMeasureSpacing;
     canvas.Text({x, line},
                 std::string(part.style.layer) + " " + FormatShortest(part.width) + " × " +
                     FormatShortest(part.height) + " mm",
@@ -66,22 +66,22 @@ void DrawFormats(std::span<const ritformattype> formats, Canvas& canvas) {
     heights[i / kColumns] = std::max(heights[i / kColumns], Height(formats[i]));
   }
   const auto sum = [](const std::vector<double>& lengths) {
-    double all = 2 * kMargin - kGap;
-    for (const double length : lengths) all += length + kGap;
+    double all = 2 * kSheetMargin - kSheetGap;
+    for (const double length : lengths) all += length + kSheetGap;
     return all;
   };
   const double sheet_width = sum(widths);
-  const double sheet_height = sum(heights) + kLineSpacing;
+  const double sheet_height = sum(heights) + kMeasureSpacing;
   canvas.BeginSheet("Drawing sheets", sheet_width, sheet_height);
-  double y = kMargin;
-  for (size_t row = 0; row < heights.size(); y += heights[row++] + kGap) {
-    double x = kMargin;
-    for (size_t column = 0; column < columns; x += widths[column++] + kGap) {
+  double y = kSheetMargin;
+  for (size_t row = 0; row < heights.size(); y += heights[row++] + kSheetGap) {
+    double x = kSheetMargin;
+    for (size_t column = 0; column < columns; x += widths[column++] + kSheetGap) {
       const size_t at = row * kColumns + column;
       if (at < formats.size()) DrawFormat(canvas, x, y, formats[at]);
     }
   }
-  canvas.Text({sheet_width - kMargin, sheet_height - kMargin / 2}, ScaleText(kScale),
+  canvas.Text({sheet_width - kSheetMargin, sheet_height - kSheetMargin / 2}, ScaleText(kScale),
               {.size = kTextSize, .anchor = TextAnchor::kEnd}, {.layer = "sheet", .fill = kSheetGrey});
 }
 

@@ -8,17 +8,20 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kInset = 4;  // mm
+constexpr double kKeyInset = 4;  // mm
 constexpr double kHeading = 9;
 constexpr double kPitch = 3.2;
-constexpr double kGap = 2;          // between the parts of an entry
-constexpr double kColumnGap = 6;    // between entries side by side
+constexpr double kDensePitch = 2.7;
+constexpr double kEntryGap = 2;   // between the parts of an entry
+constexpr double kColumnGap = 6;  // between entries side by side
+constexpr double kDenseGap = 4;
 constexpr double kWidestName = 60;  // longer ones take several lines
 constexpr size_t kMostLines = 8;
 
 }  // namespace
 
-KeyTable::KeyTable(const BoringKey& key, double width) {
+KeyTable::KeyTable(const BoringKey& key, double width, KeySpacing spacing)
+    : wide_(spacing == KeySpacing::kWide), pitch_(wide_ ? kPitch : kDensePitch) {
   if (key.Borings().empty()) return;
   number_width_ = TextWidth(BoringKey::NumberText(key.Borings().size()), kSmallSize);
   double offset_width = 0;
@@ -32,12 +35,14 @@ KeyTable::KeyTable(const BoringKey& key, double width) {
     offset_width = std::max(offset_width, TextWidth(OffsetLabel(*boring), kSmallSize));
     lines += entry.name.size();
   }
-  column_width_ = number_width_ + kGap + name_width_ + kGap + offset_width + kColumnGap;
+  const double column_gap = wide_ ? kColumnGap : kDenseGap;
+  column_width_ =
+      number_width_ + kEntryGap + name_width_ + (wide_ ? kEntryGap + offset_width : 0) + column_gap;
   const auto columns =
-      std::max<size_t>(1, static_cast<size_t>((width - 2 * kInset + kColumnGap) / column_width_));
+      std::max<size_t>(1, static_cast<size_t>((width - 2 * kKeyInset + column_gap) / column_width_));
   size_t rows = (lines + columns - 1) / columns;
   while (!Fill(columns, rows)) ++rows;
-  height_ = kHeading + static_cast<double>(rows) * kPitch + kInset;
+  height_ = kHeading + static_cast<double>(rows) * pitch_ + (wide_ ? kKeyInset : kKeyInset / 2);
 }
 
 bool KeyTable::Fill(size_t columns, size_t rows) {
@@ -59,20 +64,21 @@ bool KeyTable::Fill(size_t columns, size_t rows) {
 void KeyTable::Draw(Canvas& canvas, SheetPoint upper_left) const {
   if (entries_.empty()) return;
   const TextFormat text = {.size = kSmallSize, .anchor = TextAnchor::kStart};
-  canvas.Text({upper_left.x + kInset, upper_left.y + 5}, "Key to the numbers: boring and offset",
+  canvas.Text({upper_left.x + kKeyInset, upper_left.y + 5},
+              wide_ ? "Key to the numbers: boring and offset" : "Key to the numbers",
               {.size = kLabelSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
   for (size_t i = 0; i < entries_.size(); ++i) {
     const Entry& entry = entries_[i];
     const Style& style = entry.boring->HasOffset() ? kBoringText : kStrayText;
-    const double x = upper_left.x + kInset + static_cast<double>(entry.column) * column_width_;
-    double y = upper_left.y + kHeading + (static_cast<double>(entry.row) + 0.5) * kPitch;
+    const double x = upper_left.x + kKeyInset + static_cast<double>(entry.column) * column_width_;
+    double y = upper_left.y + kHeading + (static_cast<double>(entry.row) + 0.5) * pitch_;
     canvas.Text({x, y}, BoringKey::NumberText(i + 1), text, style);
-    const double name_x = x + number_width_ + kGap;
-    if (const std::string offset = OffsetLabel(*entry.boring); !offset.empty())
-      canvas.Text({name_x + name_width_ + kGap, y}, offset, text, style);
+    const double name_x = x + number_width_ + kEntryGap;
+    if (const std::string offset = OffsetLabel(*entry.boring); wide_ && !offset.empty())
+      canvas.Text({name_x + name_width_ + kEntryGap, y}, offset, text, style);
     for (const std::string& line : entry.name) {
       canvas.Text({name_x, y}, line, text, style);
-      y += kPitch;
+      y += pitch_;
     }
   }
 }

@@ -10,10 +10,12 @@
 
 namespace velmora::drawing {
 
+enum class KeySpacing { kWide, kDense };  // dense ones are without offsets
+
 class KeyTable {
  public:
   // In columns side by side within this width.
-  KeyTable(const BoringKey& key, double width);
+  KeyTable(const BoringKey& key, double width, KeySpacing spacing = KeySpacing::kWide);
 
   // 0 for an empty key.
   double Height() const { return height_; }
@@ -30,6 +32,8 @@ class KeyTable {
   // Fills columns of `rows` lines. Returns whether they hold all entries.
   bool Fill(size_t columns, size_t rows);
 
+  bool wide_;
+  double pitch_;
   std::vector<Entry> entries_;
   double number_width_ = 0;
   double name_width_ = 0;

@@ -11,7 +11,9 @@ namespace velmora::drawing {
 namespace {
 
 constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
-constexpr double kCell = 8;           // mm
+constexpr double kLeastCell = 8;      // mm
+constexpr double kMostCells = 250'000;
+constexpr size_t kMostCellsOfBox = 10'000;
 constexpr double kLeaderRoom = 0.3;
 constexpr double kDegree = std::numbers::pi / 180;
 
@@ -26,25 +28,6 @@ double LetterWidth(char32_t c) {
   if (c >= U'A' && c <= U'Z') return 0.74;
   if (c < 0x80) return 0.63;
   return c < 0x1100 ? 0.75 : 1.1;
-}
-
-struct Axes {
-  std::array<SheetPoint, 2> unit;
-  std::array<double, 2> half;
-};
-
-Axes AxesOf(const RotatedBox& box) {
-  const double c = std::cos(box.angle * kDegree);
-  const double s = std::sin(box.angle * kDegree);
-  return {{SheetPoint{c, s}, SheetPoint{-s, c}}, {box.half_width, box.half_height}};
-}
-
-double HalfExtent(const Axes& axes, SheetPoint direction) {
-  double sum = 0;
-  for (size_t i = 0; i < 2; ++i) {
-    sum += axes.half[i] * std::fabs(axes.unit[i].x * direction.x + axes.unit[i].y * direction.y);
-  }
-  return sum;
 }
 
 }  // namespace
@@ -104,25 +87,38 @@ std::vector<std::string> WrapText(std::string_view utf8, double size, double wid
   return lines;
 }
 
+Sides::Sides(const RotatedBox& box)
+    : centre(box.centre), unit{SheetPoint{1, 0}, SheetPoint{0, 1}}, half{box.half_width, box.half_height} {
+  if (box.angle == 0) return;
+  const double c = std::cos(box.angle * kDegree);
+  const double s = std::sin(box.angle * kDegree);
+  unit = {SheetPoint{c, s}, SheetPoint{-s, c}};
+}
+
+double Sides::HalfExtent(SheetPoint direction) const {
+  double sum = 0;
+  for (size_t i = 0; i < 2; ++i)
+    sum += half[i] * std::fabs(unit[i].x * direction.x + unit[i].y * direction.y);
+  return sum;
+}
+
 // Two boxes are apart exactly when they are apart along one of their four sides' directions.
-bool Overlap(const RotatedBox& a, const RotatedBox& b) {
+bool Overlap(const Sides& a, const Sides& b) {
   const SheetPoint between = {b.centre.x - a.centre.x, b.centre.y - a.centre.y};
-  const double reach = a.half_width + a.half_height + b.half_width + b.half_height;
+  const double reach = a.half[0] + a.half[1] + b.half[0] + b.half[1];
   if (std::fabs(between.x) > reach || std::fabs(between.y) > reach) return false;
-  const Axes of_a = AxesOf(a);
-  const Axes of_b = AxesOf(b);
-  for (const Axes* axes : {&of_a, &of_b}) {
-    for (const SheetPoint& unit : axes->unit) {
+  for (const Sides* sides : {&a, &b}) {
+    for (const SheetPoint& unit : sides->unit) {
       const double distance = std::fabs(between.x * unit.x + between.y * unit.y);
-      if (distance >= HalfExtent(of_a, unit) + HalfExtent(of_b, unit)) return false;
+      if (distance >= a.HalfExtent(unit) + b.HalfExtent(unit)) return false;
     }
   }
   return true;
 }
 
 bool Contains(const SheetRect& area, const RotatedBox& box) {
-  const Axes axes = AxesOf(box);
-  const SheetPoint half = {HalfExtent(axes, {1, 0}), HalfExtent(axes, {0, 1})};
+  const Sides sides(box);
+  const SheetPoint half = {sides.HalfExtent({1, 0}), sides.HalfExtent({0, 1})};
   return area.Contains({box.centre.x - half.x, box.centre.y - half.y}) &&
          area.Contains({box.centre.x + half.x, box.centre.y + half.y});
 }
@@ -145,24 +141,35 @@ double ReadableAngle(double dx, double dy) {
   return angle;
 }
 
+namespace {
+
+double CellSize(const SheetRect& area) {
+  // A long narrow area has no more cells than a square one.
+  const double larger = std::max(area.width, area.height);
+  return std::max(
+      {kLeastCell, std::sqrt(std::max(area.width * area.height, 0.0) / kMostCells), larger / kMostCells});
+}
+
+}  // namespace
+
 Obstacles::Obstacles(const SheetRect& area)
     : area_(area),
-      columns_(1 + static_cast<size_t>(std::max(area.width, 0.0) / kCell)),
-      rows_(1 + static_cast<size_t>(std::max(area.height, 0.0) / kCell)),
+      cell_(CellSize(area)),
+      columns_(1 + static_cast<size_t>(std::max(area.width, 0.0) / cell_)),
+      rows_(1 + static_cast<size_t>(std::max(area.height, 0.0) / cell_)),
       cells_(columns_ * rows_) {}
 
 template <class Take>
-bool Obstacles::AnyCell(const RotatedBox& box, const Take& take) const {
-  const Axes axes = AxesOf(box);
-  const auto reach = [](double low, double high, double from, size_t count) {
+bool Obstacles::AnyCell(const Sides& box, const Take& take) const {
+  const auto reach = [this](double low, double high, double from, size_t count) {
     const double last = static_cast<double>(count) - 1;
     const auto cell = [&](double at) {  // what is not a number counts as 0
-      return static_cast<size_t>(std::min(std::max(0.0, (at - from) / kCell), last));
+      return static_cast<size_t>(std::min(std::max(0.0, (at - from) / cell_), last));
     };
     return std::pair(cell(low), cell(high));
   };
-  const double half_x = HalfExtent(axes, {1, 0});
-  const double half_y = HalfExtent(axes, {0, 1});
+  const double half_x = box.HalfExtent({1, 0});
+  const double half_y = box.HalfExtent({0, 1});
   const auto [left, right] = reach(box.centre.x - half_x, box.centre.x + half_x, area_.x, columns_);
   const auto [top, bottom] = reach(box.centre.y - half_y, box.centre.y + half_y, area_.y, rows_);
   for (size_t row = top; row <= bottom; ++row)
@@ -173,10 +180,12 @@ bool Obstacles::AnyCell(const RotatedBox& box, const Take& take) const {
 
 void Obstacles::Add(const RotatedBox& box, bool solid) {
   const auto number = static_cast<std::uint32_t>(all_.size());
-  all_.push_back({box, solid});
-  AnyCell(box, [&](size_t cell) {
+  const Sides sides(box);
+  all_.push_back({sides, solid});
+  size_t left = kMostCellsOfBox;
+  AnyCell(sides, [&](size_t cell) {
     cells_[cell].push_back(number);
-    return false;
+    return --left == 0;
   });
 }
 
@@ -186,10 +195,11 @@ void Obstacles::Add(const LabelPlace& label) {
 }
 
 bool Obstacles::Covers(const RotatedBox& box, bool lines_too) const {
-  return AnyCell(box, [&](size_t cell) {
+  const Sides sides(box);
+  return AnyCell(sides, [&](size_t cell) {
     return std::any_of(cells_[cell].begin(), cells_[cell].end(), [&](std::uint32_t number) {
       const Obstacle& obstacle = all_[number];
-      return (lines_too || obstacle.solid) && Overlap(obstacle.box, box);
+      return (lines_too || obstacle.solid) && Overlap(obstacle.sides, sides);
     });
   });
 }

@@ -2,6 +2,7 @@
 #ifndef VELMORA_DRAWING_LABELS_H_
 #define VELMORA_DRAWING_LABELS_H_
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -29,7 +30,19 @@ struct RotatedBox {
   double angle = 0;  // degrees, clockwise on the sheet
 };
 
-bool Overlap(const RotatedBox& a, const RotatedBox& b);
+// A box with its sides' directions.
+struct Sides {
+  explicit Sides(const RotatedBox& box);
+  // Of the box, along this unit vector.
+  double HalfExtent(SheetPoint direction) const;
+
+  SheetPoint centre;
+  std::array<SheetPoint, 2> unit;
+  std::array<double, 2> half;
+};
+
+bool Overlap(const Sides& a, const Sides& b);
+inline bool Overlap(const RotatedBox& a, const RotatedBox& b) { return Overlap(Sides(a), Sides(b)); }
 bool Contains(const SheetRect& area, const RotatedBox& box);
 // The box of text that Canvas::Text writes with its middle at `centre`.
 RotatedBox TextBox(SheetPoint centre, std::string_view utf8, double size, double angle = 0);
@@ -45,7 +58,8 @@ struct LabelPlace {
   std::optional<std::pair<SheetPoint, SheetPoint>> leader = std::nullopt;
 };
 
-// What labels in an area of the sheet must not cover.
+// What labels in an area of the sheet must not cover. Of a box that reaches over a large part of a
+// vast area only a part counts, so that a few of them take neither memory nor time.
 class Obstacles {
  public:
   explicit Obstacles(const SheetRect& area);
@@ -61,17 +75,18 @@ class Obstacles {
 
  private:
   struct Obstacle {
-    RotatedBox box;
+    Sides sides;
     bool solid;
   };
 
   void Add(const RotatedBox& box, bool solid);
   // Calls take(cell) with those that the box may reach into, until it returns true. Returns whether it did.
   template <class Take>
-  bool AnyCell(const RotatedBox& box, const Take& take) const;
+  bool AnyCell(const Sides& box, const Take& take) const;
   bool Covers(const RotatedBox& box, bool lines_too) const;
 
   SheetRect area_;
+  double cell_;  // mm, the side of a cell
   size_t columns_;
   size_t rows_;
   std::vector<Obstacle> all_;

@@ -11,16 +11,20 @@ constexpr double kLongestName = 30;   // mm
 
 }  // namespace
 
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>& borings) {
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings,
+                          size_t most_circled, size_t most_labelled) {
   constexpr size_t kMostSearched = 20'000'000;  // segments searched for feet: a second or two
   PlanBorings found;
-  for (const PlotBoring& boring : borings) {
-    if (!IsDrawable(boring.northing) || !IsDrawable(boring.easting)) continue;
-    const SheetPoint at = sheet.frame.ToSheet({boring.easting, boring.northing});
-    if (sheet.panel.Inset(kBoringRadius).Contains(at)) found.on_sheet.push_back({&boring, at, std::nullopt});
+  for (const PlotBoring* boring : borings) {
+    const bool drawable = IsDrawable(boring->northing) && IsDrawable(boring->easting);
+    const SheetPoint at = sheet.frame.ToSheet({boring->easting, boring->northing});
+    if (drawable && sheet.panel.Inset(kBoringRadius).Contains(at))
+      found.on_sheet.push_back({boring, at, std::nullopt});
+    else
+      found.outside.push_back(boring);
   }
-  found.circled = found.on_sheet.size() <= kMostCircledBorings;
-  found.labelled = found.on_sheet.size() <= kMostLabelledBorings;
+  found.circled = found.on_sheet.size() <= most_circled;
+  found.labelled = found.on_sheet.size() <= most_labelled;
   if (!found.circled || found.on_sheet.size() * sheet.path.Segments().size() > kMostSearched) return found;
   for (BoringOnPlan& b : found.on_sheet) {
     if (!b.boring->placed) continue;
@@ -64,6 +68,7 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
     if (b.foot && std::hypot(b.at.x - b.foot->x, b.at.y - b.foot->y) > 0.05)
       away = {b.at.x - b.foot->x, b.at.y - b.foot->y};
     const double radius = borings.circled ? kBoringRadius : kManyDotsRadius;
+    if (kind == LabelKind::kNumber && key == nullptr) return std::vector<LabelPlace>();
     if (kind == LabelKind::kNumber)
       return PlacesAround(b.at, radius, TextWidth(widest, kSmallSize), kSmallSize * 1.15, away);
     const std::string offset = OffsetLabel(*b.boring);
@@ -77,11 +82,11 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
   const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
   size_t without = 0;
   for (size_t i = 0; i < labels.size(); ++i) {
-    if (!labels[i]) {
+    const PlotBoring& boring = *borings.on_sheet[i].boring;
+    if (!labels[i] || (labels[i]->kind == LabelKind::kNumber && !key->HasRoomFor(boring))) {
       ++without;
       continue;
     }
-    const PlotBoring& boring = *borings.on_sheet[i].boring;
     const auto& [kind, place] = *labels[i];
     if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
     const auto [x, y] = place.box.centre;

@@ -82,6 +82,9 @@ PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel)
   middle_ = {cos_ * across + sin_ * up, -sin_ * across + cos_ * up};
 }
 
+PlanFrame::PlanFrame(double scale, double angle, PlanePoint p, SheetPoint at)
+    : scale_(scale), cos_(std::cos(angle)), sin_(std::sin(angle)), middle_(p), sheet_middle_(at) {}
+
 SheetPoint PlanFrame::Direction(PlanePoint unit) const {
   return {cos_ * unit.h - sin_ * unit.v, -(sin_ * unit.h + cos_ * unit.v)};
 }

@@ -19,6 +19,9 @@ class PlanFrame {
   // much; then the least rotation that gives the scale, of at most a right angle.
   PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel);
 
+  // At this scale, the map turned by `angle`, in radians, counter-clockwise, so that `p` lies at `at`.
+  PlanFrame(double scale, double angle, PlanePoint p, SheetPoint at);
+
   double Scale() const { return scale_; }  // the N of 1:N
   double Millimetres(double metres) const { return metres * 1000 / scale_; }
   double Metres(double millimetres) const { return millimetres * scale_ / 1000; }

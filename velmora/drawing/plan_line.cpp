@@ -18,8 +18,8 @@ constexpr double kLabelSpacing = 13;  // mm along the line, at least
 constexpr double kLeastStep = 1;      // m between labels
 constexpr double kMostLabels = 400;
 constexpr size_t kMostVertexMarks = 200;
-constexpr double kFlattest = 0.002;     // mm of sagitta; less is drawn straight
-constexpr double kLargestRadius = 5e6;  // mm
+constexpr double kFlattest = 0.002;          // mm of sagitta; less is drawn straight
+constexpr double kLargestDrawnRadius = 5e6;  // mm
 
 struct Tick {
   double station;
@@ -111,7 +111,7 @@ void DrawLine(const PlanSheet& sheet) {
       continue;
     }
     const double radius = segment.Curve() ? sheet.frame.Millimetres(segment.Curve()->radius) : 0;
-    if (radius > 0 && radius < kLargestRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest)
+    if (radius > 0 && radius < kLargestDrawnRadius && length * std::fabs(segment.Sweep()) / 8 > kFlattest)
       line.back().bulge = segment.A().bulge;
     line.push_back({to});
   }
@@ -124,13 +124,14 @@ void DrawLine(const PlanSheet& sheet) {
   }
 }
 
-void DrawEnds(const PlanSheet& sheet) {
+void DrawEnds(const PlanSheet& sheet, bool start, bool end) {
   constexpr double kSize = 2.6;
   constexpr double kBar = 2.4;  // mm to either side
   const auto& points = sheet.path.Points();
   if (points.empty()) return;
   const auto& segments = sheet.path.Segments();
   for (const bool is_start : {true, false}) {
+    if (!(is_start ? start : end)) continue;
     const kovltype& point = is_start ? points.front() : points.back();
     if (!is_start && segments.empty()) break;
     const SheetPoint at = sheet.frame.ToSheet(InPlane(point));
@@ -139,9 +140,9 @@ void DrawEnds(const PlanSheet& sheet) {
     if (segments.empty()) {
       sheet.canvas.Circle(at, kBoringRadius, kRoadMark);
     } else {
-      const PathPosition end = is_start ? segments.front().At(0) : segments.back().At(1);
-      const SheetPoint forward = sheet.frame.Direction(end.direction);
-      const SheetPoint right = RightOf(sheet, end);
+      const PathPosition place = is_start ? segments.front().At(0) : segments.back().At(1);
+      const SheetPoint forward = sheet.frame.Direction(place.direction);
+      const SheetPoint right = RightOf(sheet, place);
       out = is_start ? SheetPoint{-forward.x, -forward.y} : forward;
       sheet.canvas.Line(Along(at, right, -kBar), Along(at, right, kBar), kRoad);
       sheet.obstacles.AddLine(LineBox(Along(at, right, -kBar), Along(at, right, kBar), 0.8));

@@ -3,6 +3,7 @@
 #define VELMORA_DRAWING_PLAN_PARTS_H_
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "velmora/drawing/alignment_sheet.h"
@@ -31,8 +32,8 @@ void DrawNorthArrow(const PlanSheet& sheet);
 
 void ReserveLine(const PlanSheet& sheet);
 void DrawLine(const PlanSheet& sheet);
-// Bars across the line's ends, with their stations.
-void DrawEnds(const PlanSheet& sheet);
+// Bars across the line's ends, or one of them, with their stations.
+void DrawEnds(const PlanSheet& sheet, bool start = true, bool end = true);
 // Ticks at round stations, some of them with the station: all on the side where more labels fit, a label that
 // is in the way there on the other.
 void DrawStations(const PlanSheet& sheet);
@@ -45,18 +46,20 @@ struct BoringOnPlan {
 };
 
 struct PlanBorings {
-  std::vector<BoringOnPlan> on_sheet;
+  std::vector<BoringOnPlan> on_sheet;  // within the panel
+  std::vector<const PlotBoring*> outside;
   bool circled;   // else so many that they are dots, without lines to the road
   bool labelled;  // else so many that labels would find no room
 };
 
-// The borings within the panel.
-PlanBorings BoringsOnPlan(const PlanSheet& sheet, const std::vector<PlotBoring>& borings);
+PlanBorings BoringsOnPlan(const PlanSheet& sheet, std::span<const PlotBoring* const> borings,
+                          size_t most_circled = kMostCircledBorings,
+                          size_t most_labelled = kMostLabelledBorings);
 void ReserveBorings(const PlanSheet& sheet, const PlanBorings& borings);
 // Symbols, each with a line to its foot on the road.
 void DrawBorings(const PlanSheet& sheet, const PlanBorings& borings);
-// Identity and offset beside each symbol, or its number in the key. Returns the number of borings without
-// either.
+// Identity and offset beside each symbol, or its number in the key if there is one. Returns the number of
+// borings without either.
 size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKey* key);
 
 }  // namespace velmora::drawing

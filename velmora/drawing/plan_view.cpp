@@ -13,9 +13,9 @@ constexpr double kMargin = 17;      // mm for labels around the road
 constexpr double kOutlineStep = 1;  // m
 constexpr size_t kOutlinePoints = 4000;
 
-// The points that the sheet must hold: the road and the borings near it. A boring with a mistyped coordinate
-// must not reduce the road to a dot.
-std::vector<PlanePoint> Outline(const PlotInput& input, const PlanPath& path) {
+}  // namespace
+
+std::vector<PlanePoint> PlanOutline(const PlotInput& input, const PlanPath& path) {
   constexpr double kNear = 60;       // m
   constexpr double kNearPart = 0.2;  // of the road's extent
   std::vector<PlanePoint> outline = path.Samples(kOutlineStep, kOutlinePoints);
@@ -37,11 +37,9 @@ std::vector<PlanePoint> Outline(const PlotInput& input, const PlanPath& path) {
   return ConvexHull(std::move(outline));
 }
 
-}  // namespace
-
 double PlanHeight(const PlotInput& input, const PlanPath& path, double width, double least, double most) {
   constexpr double kStep = 4;  // mm
-  const std::vector<PlanePoint> outline = Outline(input, path);
+  const std::vector<PlanePoint> outline = PlanOutline(input, path);
   const auto scale = [&](double height) {
     return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kMargin)).Scale();
   };
@@ -53,7 +51,7 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
 
 PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& input, const PlanPath& path,
                      BoringKey* key) {
-  const std::vector<PlanePoint> outline = Outline(input, path);
+  const std::vector<PlanePoint> outline = PlanOutline(input, path);
   if (outline.empty()) {
     canvas.Text({panel.x + panel.width / 2, panel.y + panel.height / 2}, "Nothing to draw",
                 {.size = kHeadingSize}, kText);
@@ -70,7 +68,9 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   canvas.Text(heading_at, heading, {.size = kHeadingSize, .anchor = TextAnchor::kStart, .bold = true}, kText);
 
   // The order matters: each part avoids what was placed before it.
-  const PlanBorings borings = BoringsOnPlan(sheet, input.borings);
+  std::vector<const PlotBoring*> all;
+  for (const PlotBoring& boring : input.borings) all.push_back(&boring);
+  const PlanBorings borings = BoringsOnPlan(sheet, all);
   ReserveLine(sheet);
   ReserveBorings(sheet, borings);
   DrawNorthArrow(sheet);
@@ -82,7 +82,7 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
   const size_t without_label = LabelBorings(sheet, borings, key);
   LabelRadii(sheet);
   return {.scale = frame.Scale(),
-          .off_sheet = input.borings.size() - borings.on_sheet.size(),
+          .off_sheet = borings.outside.size(),
           .without_label = without_label,
           .dots = !borings.circled,
           .strays = std::any_of(borings.on_sheet.begin(), borings.on_sheet.end(),

@@ -17,6 +17,10 @@ struct PlanSummary {
   bool strays = false;       // some of the drawn borings have no place along the road
 };
 
+// The points that a map must hold: the road and the borings near it. A boring with a mistyped coordinate must
+// not reduce the road to a dot.
+std::vector<PlanePoint> PlanOutline(const PlotInput& input, const PlanPath& path);
+
 // The least height, between `least` and `most`, at which the plan on a panel of this width has the scale that
 // it has at `most`.
 double PlanHeight(const PlotInput& input, const PlanPath& path, double width, double least, double most);

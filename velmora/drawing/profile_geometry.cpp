@@ -54,6 +54,16 @@ std::vector<ProfilePoint> ProfileLine::Samples(double step) const {
   return samples;
 }
 
+ProfileLine ProfileLine::Part(const Interval& stations) const {
+  const auto before = [](const kovltype& point, double station) { return point.y < station; };
+  const auto after = [](double station, const kovltype& point) { return station < point.y; };
+  auto first = std::lower_bound(points_.begin(), points_.end(), stations.low, before);
+  auto last = std::upper_bound(first, points_.end(), stations.high, after);
+  if (first != points_.begin()) --first;
+  if (last != points_.end()) ++last;
+  return ProfileLine(std::span(first, last));
+}
+
 std::optional<double> ProfileLine::LevelAt(double station) const {
   const auto above = [&](const kovltype& point) { return point.y > station; };
   const auto b = std::find_if(points_.begin(), points_.end(), above);
@@ -76,6 +86,14 @@ ProfileFrame::ProfileFrame(Interval stations, Interval levels, const SheetRect& 
   const double spare = MetresUp(room) - levels.Size();
   base_level_ = levels.low - MetresUp(below) - spare / 2;
 }
+
+ProfileFrame::ProfileFrame(const SheetRect& plot, double length_scale, double height_scale,
+                           double middle_station, double base_level)
+    : plot_(plot),
+      length_scale_(length_scale),
+      exaggeration_(length_scale / height_scale),
+      middle_station_(middle_station),
+      base_level_(base_level) {}
 
 Interval ProfileFrame::Stations() const {
   const double half = MetresAlong(plot_.width / 2);

@@ -28,6 +28,8 @@ class ProfileLine {
 
   // The corners of the line, and of vertical curves a point at least every `step` metres.
   std::vector<ProfilePoint> Samples(double step) const;
+  // The points between these stations, with one more on either side.
+  ProfileLine Part(const Interval& stations) const;
   // From the first point up to, but without, the last.
   std::optional<double> LevelAt(double station) const;
 
@@ -43,6 +45,10 @@ class ProfileFrame {
   // margin.
   ProfileFrame(Interval stations, Interval levels, const SheetRect& plot, double below, double above,
                double plan_scale);
+
+  // At these scales; `base_level` is at the plot's lower edge.
+  ProfileFrame(const SheetRect& plot, double length_scale, double height_scale, double middle_station,
+               double base_level);
 
   double LengthScale() const { return length_scale_; }
   double HeightScale() const { return length_scale_ / exaggeration_; }

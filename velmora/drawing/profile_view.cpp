@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "velmora/alignment/station_text.h"
 #include "velmora/drawing/labels.h"
+#include "velmora/drawing/profile_parts.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
-#include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
 namespace {
@@ -15,32 +14,8 @@ namespace {
 constexpr double kLeftMargin = 20;  // mm, for the levels
 constexpr double kRightMargin = 10;
 constexpr double kTopMargin = 10;
-constexpr double kRowHeight = 5.5;      // of the table below the axis
-constexpr double kBelow = 9;            // mm between the lowest level and the axis
-constexpr double kAbove = 20;           // mm over the highest, for names
-constexpr double kStationSpacing = 15;  // mm, at least
-constexpr double kLevelSpacing = 8;
-constexpr double kNumberAside = 6;  // mm, how far a station may reach beyond the plot
-constexpr double kLeastStep = 1;    // m between numbered stations
-constexpr size_t kMostVertexMarks = 100;
-constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
-constexpr double kLongestName = 20;   // mm
-
-struct BoringInProfile {
-  const PlotBoring* boring;
-  SheetPoint at;
-  double line_y;  // of the road's line at the boring's station; of the boring itself where there is none
-};
-
-struct ProfileSheet {
-  Canvas& canvas;
-  const SheetRect& plot;
-  const ProfileFrame& frame;
-  const ProfileLine& line;
-  Obstacles& obstacles;
-  bool km;  // stations as kilometres and metres
-};
-
+constexpr double kBelow = 9;   // mm between the lowest level and the axis
+constexpr double kAbove = 20;  // mm over the highest, for names
 Interval StationsOf(const ProfileLine& line, const PlanPath& path) {
   Interval profile;
   for (const kovltype& point : line.Points()) profile.Add(point.y);
@@ -61,168 +36,6 @@ Interval LevelsOf(const std::vector<ProfilePoint>& samples, const PlotInput& inp
   return levels;
 }
 
-void DrawAxes(const ProfileSheet& sheet) {
-  const SheetRect& plot = sheet.plot;
-  const Interval stations = sheet.frame.Stations();
-  const double level_step = NiceStep(sheet.frame.MetresUp(kLevelSpacing));
-  const int decimals = level_step < 0.1 ? 2 : level_step < 1 ? 1 : 0;
-  const double widest = TextWidth(
-      RoundStationText(std::max(std::fabs(stations.low), std::fabs(stations.high)), sheet.km), kLabelSize);
-  const double station_step =
-      NiceStep(std::max(kLeastStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
-
-  for (const double level : Ticks(sheet.frame.Levels(), level_step)) {
-    const double y = sheet.frame.ToSheet({0, level}).y;
-    sheet.canvas.Line({plot.x, y}, {plot.Right(), y}, kGrid);
-    sheet.canvas.Text({plot.x - 1.5, y}, FormatFixed(level, decimals),
-                      {.size = kLabelSize, .anchor = TextAnchor::kEnd}, kText);
-  }
-  const double first_row = plot.Bottom() + kRowHeight / 2;
-  const double second_row = first_row + kRowHeight;
-  for (const double station : Ticks(stations, station_step)) {
-    const double x = sheet.frame.ToSheet({station, 0}).x;
-    sheet.canvas.Line({x, plot.y}, {x, plot.Bottom()}, kGrid);
-    sheet.canvas.Line({x, plot.Bottom()}, {x, plot.Bottom() + 1}, kHairline);
-    // A long number at the very edge would reach over the table's heading or the frame.
-    const std::string text = RoundStationText(station, sheet.km);
-    const double half = TextWidth(text, kLabelSize) / 2;
-    if (half > x - plot.x + kNumberAside || half > plot.Right() - x + kNumberAside) continue;
-    sheet.canvas.Text({x, second_row}, text, {.size = kLabelSize}, kText);
-    if (const auto level = sheet.line.LevelAt(station))
-      sheet.canvas.Text({x, first_row}, FormatFixed(*level, 2), {.size = kLabelSize}, kRoadText);
-  }
-  sheet.canvas.Rectangle(plot, kHairline);
-  for (const double row : {1.0, 2.0}) {
-    const double y = plot.Bottom() + row * kRowHeight;
-    sheet.canvas.Line({plot.x - kLeftMargin + 3, y}, {plot.Right(), y}, kHairline);
-  }
-  const double left = plot.x - kLeftMargin + 4;
-  const TextFormat heading = {.size = kLabelSize, .anchor = TextAnchor::kStart};
-  sheet.canvas.Text({left, first_row}, "Level", heading, kText);
-  sheet.canvas.Text({left, second_row}, "Station", heading, kText);
-}
-
-void DrawLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>& samples) {
-  constexpr size_t kMostLineBoxes = 4000;
-  std::vector<PathPoint> points;
-  for (const ProfilePoint& sample : samples) points.push_back({sheet.frame.ToSheet(sample)});
-  for (size_t i = 0; i + 1 < points.size() && i < kMostLineBoxes; ++i)
-    sheet.obstacles.AddLine(LineBox(points[i].at, points[i + 1].at, 1.2));
-  sheet.canvas.Path(points, false, kRoad);
-}
-
-// The profile's own points, each with its level below the line or, where that is taken, above.
-void DrawVertices(const ProfileSheet& sheet) {
-  const auto& points = sheet.line.Points();
-  if (points.size() > kMostVertexMarks) return;
-  const bool labelled = static_cast<double>(points.size()) * kVertexSpacing < sheet.plot.width;
-  for (const kovltype& point : points) {
-    const SheetPoint at = sheet.frame.ToSheet({point.y, point.x});
-    sheet.canvas.Circle(at, 0.6, kRoadMark);
-    if (!labelled) continue;
-    const std::string text = FormatFixed(point.x, 2);
-    std::vector<RotatedBox> boxes;
-    for (const double down : {2.6, 3.6, 5.0, 6.5, -2.6, -3.6, -5.0, -6.5}) {
-      for (const double aside : {0.0, 3.0, -3.0})
-        boxes.push_back(TextBox({at.x + aside, at.y + down}, text, kSmallSize));
-    }
-    WriteInFirst(sheet.canvas, sheet.obstacles, boxes, text, kSmallSize, kRoadText);
-  }
-}
-
-// Those that have a station and a level; *off_sheet counts the ones that lie outside the plot.
-std::vector<BoringInProfile> BoringsInProfile(const ProfileSheet& sheet, const PlotInput& input,
-                                              size_t* off_sheet) {
-  std::vector<BoringInProfile> borings;
-  for (const PlotBoring& boring : input.borings) {
-    if (!boring.placed || !boring.level) continue;
-    const SheetPoint at = sheet.frame.ToSheet({boring.station, *boring.level});
-    if (!IsDrawable(boring.station) || !IsDrawable(*boring.level) || !sheet.plot.Contains(at)) {
-      ++*off_sheet;
-      continue;
-    }
-    const auto level = sheet.line.LevelAt(boring.station);
-    borings.push_back({&boring, at, level ? sheet.frame.ToSheet({boring.station, *level}).y : at.y});
-  }
-  return borings;
-}
-
-// A bar at each boring's level, with a line to the road's.
-void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
-  constexpr double kHalfBar = 1.3;  // mm
-  for (const BoringInProfile& b : borings) {
-    sheet.canvas.Line(b.at, {b.at.x, b.line_y}, kBoringLine);
-    sheet.obstacles.AddLine(LineBox(b.at, {b.at.x, b.line_y}, 0.3));
-  }
-  for (const BoringInProfile& b : borings) {
-    const SheetPoint left = {b.at.x - kHalfBar, b.at.y};
-    const SheetPoint right = {b.at.x + kHalfBar, b.at.y};
-    sheet.canvas.Line(left, right, kBoringLevel);
-    sheet.obstacles.AddSolid(LineBox(left, right, 0.5));
-  }
-}
-
-// The places of an upright label: near ones first, those above the marker before those below.
-std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
-  std::vector<LabelPlace> places;
-  const double top = std::min(b.at.y, b.line_y);
-  const double bottom = std::max(b.at.y, b.line_y);
-  // With a leader where it is not right over the marker.
-  const auto add = [&](bool above, double gap, double aside) {
-    const double y = above ? top - gap - half_length : bottom + gap + half_length;
-    LabelPlace& place = places.emplace_back(LabelPlace{{{b.at.x + aside, y}, half_length, half_width, -90}});
-    if (gap > 2 || aside != 0)
-      place.leader = {{b.at.x, above ? top - 0.5 : bottom + 0.5},
-                      {b.at.x + aside, above ? y + half_length + 0.3 : y - half_length - 0.3}};
-  };
-  for (const bool above : {true, false}) {
-    for (const double gap : {1.2, 2.0, 2.8, 3.6}) add(above, gap, 0.0);
-    for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0})
-      for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) add(above, gap, aside);
-  }
-  return places;
-}
-
-// Returns the number of borings without a label.
-size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings, BoringKey* key) {
-  const std::string widest = BoringKey::NumberText(borings.size() + key->Borings().size());
-  const auto places = [&](size_t i, LabelKind kind) {
-    const bool number = kind == LabelKind::kNumber;
-    const double size = number ? kSmallSize : kLabelSize;
-    const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
-    if (2 * text.half_width > kLongestName || (!number && BoringKey::IsNumberText(borings[i].boring->id)))
-      return std::vector<LabelPlace>();
-    return PlacesBeside(borings[i], text.half_width, text.half_height);
-  };
-  std::vector<SheetPoint> symbols;
-  for (const BoringInProfile& b : borings) symbols.push_back(b.at);
-  const auto labels = ChooseLabels(sheet.obstacles, symbols, places);
-  size_t without = 0;
-  for (size_t i = 0; i < labels.size(); ++i) {
-    if (!labels[i]) {
-      ++without;
-      continue;
-    }
-    const auto& [kind, place] = *labels[i];
-    if (place.leader) sheet.canvas.Line(place.leader->first, place.leader->second, kLeader);
-    const bool number = kind == LabelKind::kNumber;
-    const PlotBoring& boring = *borings[i].boring;
-    sheet.canvas.Text(place.box.centre, number ? key->Number(boring) : boring.id,
-                      {.size = number ? kSmallSize : kLabelSize, .angle = place.box.angle}, kBoringText);
-  }
-  return without;
-}
-
-void DrawLevelDots(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings) {
-  std::vector<SheetPoint> dots;
-  for (const BoringInProfile& b : borings) {
-    dots.push_back(b.at);
-    if (borings.size() <= kMostLabelledBorings)
-      sheet.obstacles.AddSolid({b.at, kManyDotsRadius, kManyDotsRadius});
-  }
-  sheet.canvas.Dots(dots, kManyDotsRadius, kBoringDot);
-}
-
 }  // namespace
 
 ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInput& input,
@@ -230,7 +43,7 @@ ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInp
                            BoringKey* key) {
   const SheetRect plot = {panel.x + kLeftMargin, panel.y + kTopMargin,
                           panel.width - kLeftMargin - kRightMargin,
-                          panel.height - kTopMargin - 2 * kRowHeight - 3};
+                          panel.height - kTopMargin - 2 * kProfileRow - 3};
   const Interval stations = StationsOf(profile, path);
   const double fine = stations.Size() / plot.width;  // m in a millimetre, or a little less
   const Interval levels = LevelsOf(profile.Samples(fine), input);
@@ -245,19 +58,18 @@ ProfileSummary DrawProfile(Canvas& canvas, const SheetRect& panel, const PlotInp
 
   ProfileSummary summary;
   Obstacles obstacles(plot.Inset(0.5));
-  const ProfileSheet sheet{canvas, plot, frame, profile, obstacles, input.km_stations};
-  DrawAxes(sheet);
-  std::vector<BoringInProfile> borings = BoringsInProfile(sheet, input, &summary.off_sheet);
-  DrawLine(sheet, profile.Samples(frame.MetresAlong(1)));
-  if (borings.size() <= kMostCircledBorings) {
-    DrawMarkers(sheet, borings);
-  } else {
-    for (BoringInProfile& b : borings) b.line_y = b.at.y;  // without a line to the road's
-    DrawLevelDots(sheet, borings);
-  }
+  const ProfileSheet sheet{canvas, plot, frame, profile, obstacles, input.km_stations, kLeftMargin - 3};
+  DrawLevelLines(sheet);
+  DrawStationAxis(sheet);
+  std::vector<const PlotBoring*> all;
+  for (const PlotBoring& boring : input.borings) all.push_back(&boring);
+  BoringsOfProfile found = BoringsInProfile(sheet, all);
+  summary.off_sheet = found.outside.size();
+  DrawProfileLine(sheet, profile.Samples(frame.MetresAlong(1)));
+  ReserveMarkers(sheet, found.in_plot);
+  DrawMarkers(sheet, found.in_plot);
   DrawVertices(sheet);
-  summary.without_label =
-      borings.size() <= kMostLabelledBorings ? LabelMarkers(sheet, borings, key) : borings.size();
+  summary.without_label = LabelMarkers(sheet, found.in_plot, key);
   return summary;
 }
 

@@ -36,6 +36,7 @@ struct StampField {
   double y = 0;
   double size = 3;
   bool is_sheet_number = false;  // `text` is replaced by the sheet's number: "3 (12)"
+  bool is_scale = false;         // by the sheet's scale: "1:1000"
 };
 
 struct SheetSetup {
@@ -62,6 +63,17 @@ struct ReportSummary {
   double height_scale = 0;         // 0 without a profile
   std::vector<std::string> notes;  // lines for people on what the sheets leave out; empty when nothing
 };
+
+// How large a report is, found without drawing. One of more than kMostReportStrips has no strips at all: only
+// overview and table are drawn, and the notes say so.
+struct ReportSize {
+  size_t sheets = 0;
+  size_t strips = 0;  // that the scale asks for; of more than kMostReportStrips one more than these
+  double scale = 0;
+  double height_scale = 0;
+};
+inline constexpr size_t kMostReportStrips = 2000;
+ReportSize SizeOfReport(const Report& report);
 
 // Begins each sheet in turn and draws it. Any input gives at least one sheet, if need be one that says there
 // is nothing to draw.

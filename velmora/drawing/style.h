@@ -45,6 +45,21 @@ inline constexpr Style kLeader = {.layer = "borings", .line = 0x555555, .width =
 inline constexpr Style kStray = {.layer = "borings", .fill = kWhite, .line = kGrey, .width = 0.25};
 inline constexpr Style kStrayText = {.layer = "borings", .fill = 0x666666};
 
+inline constexpr Style kMatchLine = {.layer = "match", .line = kBlack, .width = 0.25, .dash = {5, 1.5}};
+inline constexpr Style kMatchText = {.layer = "match", .fill = kBlack};
+inline constexpr Style kOutline = {.layer = "sheets", .line = 0x555555, .width = 0.25};
+inline constexpr Style kOutlineLeader = {.layer = "sheets", .line = 0x555555, .width = 0.13};
+inline constexpr Style kOutlineText = {.layer = "sheets", .fill = kBlack};
+inline constexpr Style kBandLine = {.layer = "bands", .line = 0x555555, .width = 0.13};
+inline constexpr Style kBandMark = {.layer = "bands", .line = kRed, .width = 0.25};
+inline constexpr Style kBandText = {.layer = "bands", .fill = kBlack};
+inline constexpr Style kTitleLine = {.layer = "title", .line = kBlack, .width = 0.35};
+inline constexpr Style kTitleThin = {.layer = "title", .line = 0x555555, .width = 0.13};
+inline constexpr Style kTitleText = {.layer = "title", .fill = kBlack};
+inline constexpr Style kTitleLabel = {.layer = "title", .fill = 0x666666};
+inline constexpr Style kTableLine = {.layer = "table", .line = 0x555555, .width = 0.13};
+inline constexpr Style kTableText = {.layer = "table", .fill = kBlack};
+
 inline constexpr double kHeadingSize = 3.0;  // of text
 inline constexpr double kLabelSize = 2.3;
 inline constexpr double kSmallSize = 2.0;

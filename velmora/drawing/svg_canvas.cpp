@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "velmora/drawing/markup_text.h"
 #include "velmora/drawing/scale.h"
-#include "velmora/text/codepage.h"
 
 namespace velmora::drawing {
 namespace {
@@ -32,35 +32,6 @@ std::string Hex(Colour colour) {
   return text;
 }
 
-bool IsUnwanted(char32_t c) {
-  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2066 && c <= 0x2069) || (c & 0xFFFE) == 0xFFFE;
-}
-
-std::string Escaped(std::string_view utf8) {
-  std::string escaped;
-  while (!utf8.empty()) {
-    char32_t c = 0;
-    const size_t length = DecodeUtf8Sequence(utf8, &c);
-    utf8.remove_prefix(length == 0 ? 1 : length);
-    if (length == 0 || IsUnwanted(c)) c = 0xFFFD;
-    switch (c) {
-      case U'&':
-        escaped += "&amp;";
-        break;
-      case U'<':
-        escaped += "&lt;";
-        break;
-      case U'>':
-        escaped += "&gt;";
-        break;
-      default:
-        AppendUtf8(c, &escaped);
-    }
-  }
-  return escaped;
-}
-
 // The arc from `a` on to `b`.
 std::string ArcData(const PathPoint& a, SheetPoint b) {
   const double size = std::fabs(a.bulge);
@@ -73,11 +44,12 @@ std::string ArcData(const PathPoint& a, SheetPoint b) {
 }  // namespace
 
 void SvgCanvas::BeginSheet(std::string_view title, double width, double height) {
+  EndSheet();
   const std::string w = Number(width);
   const std::string h = Number(height);
   text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
           w + "mm\" height=\"" + h + "mm\" viewBox=\"0 0 " + w + " " + h +
-          "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n<title>" + Escaped(title) + "</title>\n";
+          "\" font-family=\"DejaVu Sans, Arial, sans-serif\">\n<title>" + MarkupText(title) + "</title>\n";
   Rectangle({0, 0, width, height}, {.layer = "paper", .fill = 0xFFFFFF});
 }
 
@@ -151,13 +123,24 @@ void SvgCanvas::Text(SheetPoint at, std::string_view utf8, const TextFormat& for
   if (format.anchor == TextAnchor::kEnd) text_ += " text-anchor=\"end\"";
   if (format.bold) text_ += " font-weight=\"bold\"";
   if (format.angle != 0) text_ += " transform=\"rotate(" + Number(format.angle) + " " + Pair(at) + ")\"";
-  text_ += ">" + Escaped(utf8) + "</text>\n";
+  text_ += ">" + MarkupText(utf8) + "</text>\n";
+}
+
+void SvgCanvas::EndSheet() {
+  CloseGroup();
+  if (text_.empty()) return;
+  finished_.push_back(std::move(text_) + "</svg>\n");
+  text_.clear();
 }
 
 std::string SvgCanvas::Finish() {
-  CloseGroup();
-  text_ += "</svg>\n";
-  return std::exchange(text_, {});
+  std::vector<std::string> sheets = FinishSheets();
+  return sheets.empty() ? std::string() : std::move(sheets.front());
+}
+
+std::vector<std::string> SvgCanvas::FinishSheets() {
+  EndSheet();
+  return std::exchange(finished_, {});
 }
 
 }  // namespace velmora::drawing

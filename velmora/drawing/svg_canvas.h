@@ -3,6 +3,7 @@
 #define VELMORA_DRAWING_SVG_CANVAS_H_
 
 #include <string>
+#include <vector>
 
 #include "velmora/drawing/canvas.h"
 
@@ -21,15 +22,19 @@ class SvgCanvas final : public Canvas {
   void Dots(std::span<const SheetPoint> centres, double radius, const Style& style) override;
   void Text(SheetPoint at, std::string_view utf8, const TextFormat& format, const Style& style) override;
 
-  // The whole file. The canvas is empty afterwards.
+  // The whole file of the only sheet. The canvas is empty afterwards.
   std::string Finish();
+  // A file for each of the sheets. The canvas is empty afterwards.
+  std::vector<std::string> FinishSheets();
 
  private:
+  void EndSheet();
   // Opens a group of this style unless it is open.
   void Group(const Style& style);
   void CloseGroup();
 
-  std::string text_;
+  std::vector<std::string> finished_;
+  std::string text_;  // of the sheet that was begun last
   std::optional<Style> group_;
 };
 

@@ -9,8 +9,8 @@
 namespace velmora::exchange {
 namespace {
 
-constexpr size_t kNone = std::numeric_limits<size_t>::max();
-constexpr size_t kSeveral = kNone - 1;
+constexpr size_t kNoEnd = std::numeric_limits<size_t>::max();
+constexpr size_t kSeveral = kNoEnd - 1;
 constexpr size_t kMostSeen = 24;  // of three neighbouring cells; with more, three ends meet in one
 
 // The ends of piece i are 2i and 2i + 1.
@@ -34,16 +34,16 @@ class Ends {
     std::sort(cells_.begin(), cells_.end());
   }
 
-  // The one other end within the distance; kNone or kSeveral.
+  // The one other end within the distance; kNoEnd or kSeveral.
   size_t OtherAt(size_t end) const {
     const PlanePoint at = At(end);
-    size_t found = kNone;
+    size_t found = kNoEnd;
     for (std::int64_t column = Cell(at.h) - 1; column <= Cell(at.h) + 1; ++column) {
       auto it = std::lower_bound(cells_.begin(), cells_.end(), CellEnd{column, Cell(at.v) - 1, 0});
       for (size_t seen = 0; it != cells_.end() && it->column == column && it->row <= Cell(at.v) + 1; ++it) {
         if (++seen > kMostSeen) return kSeveral;
         if (it->end == end || Distance(at, At(it->end)) > kJoinDistance) continue;
-        if (found != kNone) return kSeveral;
+        if (found != kNoEnd) return kSeveral;
         found = it->end;
       }
     }
@@ -63,17 +63,17 @@ class Ends {
   std::vector<CellEnd> cells_;
 };
 
-// For each end the one that it joins, kNone without.
+// For each end the one that it joins, kNoEnd without.
 std::vector<size_t> Joints(const std::vector<Piece>& pieces) {
   const Ends ends(pieces);
   std::vector<size_t> joints(2 * pieces.size());
   for (size_t end = 0; end < joints.size(); ++end) joints[end] = ends.OtherAt(end);
   for (size_t end = 0; end < joints.size(); ++end) {
     const size_t other = joints[end];
-    if (other < joints.size() && joints[other] != end) joints[end] = kNone;
+    if (other < joints.size() && joints[other] != end) joints[end] = kNoEnd;
   }
   for (size_t& joint : joints)
-    if (joint == kSeveral) joint = kNone;
+    if (joint == kSeveral) joint = kNoEnd;
   return joints;
 }
 
@@ -84,12 +84,12 @@ Chain ChainThrough(size_t first, const std::vector<size_t>& joints, std::vector<
   Chain chain;
   // Backwards to where the chain begins; once round where it is closed.
   size_t start = 2 * first;
-  while (joints[start] != kNone) {
+  while (joints[start] != kNoEnd) {
     start = OppositeEnd(joints[start]);
     if (start == 2 * first) break;
   }
-  chain.closed = joints[start] != kNone;
-  for (size_t end = start; end != kNone && !(*taken)[end / 2]; end = joints[OppositeEnd(end)]) {
+  chain.closed = joints[start] != kNoEnd;
+  for (size_t end = start; end != kNoEnd && !(*taken)[end / 2]; end = joints[OppositeEnd(end)]) {
     (*taken)[end / 2] = true;
     chain.links.push_back({end / 2, end % 2 == 1});
   }

@@ -18,7 +18,7 @@ namespace {
 // So that no file takes more than about a gigabyte.
 constexpr size_t kMostPoints = 10'000'000;
 constexpr size_t kMostPieces = 2'000'000;
-constexpr size_t kMostRoads = 100'000;
+constexpr size_t kMostCandidates = 100'000;
 
 constexpr int kClosed = 1;  // flags of polylines
 constexpr int kSplineFit = 4;
@@ -144,7 +144,8 @@ class Reader {
   // Counts points that are kept, while so many others are being read.
   void Keep(size_t points, size_t others = 0) {
     points_ += points;
-    if (points_ + others > kMostPoints || pieces_.size() > kMostPieces || candidates_.size() > kMostRoads)
+    if (points_ + others > kMostPoints || pieces_.size() > kMostPieces ||
+        candidates_.size() > kMostCandidates)
       problem_.text = "the drawing is too large; give the road's --layer";
   }
 

@@ -15,7 +15,7 @@
 namespace velmora::exchange {
 namespace {
 
-constexpr size_t kMostRoads = 100'000;
+constexpr size_t kMostRoadRows = 100'000;
 constexpr size_t kMostLinePoints = 10'000'000;
 
 struct Layer {
@@ -104,7 +104,7 @@ class RoadReader {
     while (geometry >= 0 && rows.Next()) {
       BlobLine line = ReadLineBlob(rows.Bytes(geometry));
       points_ += line.points.size();
-      if (points_ > kMostLinePoints || roads_.size() >= kMostRoads) return false;
+      if (points_ > kMostLinePoints || roads_.size() >= kMostRoadRows) return false;
       const std::string number = std::to_string(rows.Integer(0));
       ImportedRoad& road = roads_.emplace_back();
       suffixes_.push_back(" #" + number);

@@ -16,7 +16,7 @@ constexpr size_t kMostElements = 2'000'000;  // of all alignments, with the poin
 constexpr size_t kLongestText = size_t{16} << 20;
 
 // What is read, as far as it matters here.
-enum class Place : std::uint8_t {
+enum class Nesting : std::uint8_t {
   kFile,
   kRoot,
   kUnits,
@@ -96,14 +96,14 @@ struct References {
 class AlignmentsHandler final : public XmlHandler {
  public:
   bool Start(std::string_view name, XmlAttributes attributes, std::int64_t line) override {
-    const std::optional<Place> place = Enter(name, attributes, line);
+    const std::optional<Nesting> place = Enter(name, attributes, line);
     if (place) places_.push_back(*place);
     return place.has_value();
   }
   void Text(std::string_view text) override {
-    const Place place = places_.back();
-    const bool wanted = place == Place::kPoint || place == Place::kLevel || place == Place::kChain ||
-                        place == Place::kPointList2 || place == Place::kPointList3;
+    const Nesting place = places_.back();
+    const bool wanted = place == Nesting::kPoint || place == Nesting::kLevel || place == Nesting::kChain ||
+                        place == Nesting::kPointList2 || place == Nesting::kPointList3;
     if (wanted && text_.size() + text.size() <= kLongestText) text_ += text;
   }
   void End(std::string_view) override {
@@ -141,34 +141,34 @@ class AlignmentsHandler final : public XmlHandler {
   }
 
   // Where an element leads; nothing for one that is not read.
-  std::optional<Place> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
-    switch (places_.empty() ? Place::kFile : places_.back()) {
-      case Place::kFile:
+  std::optional<Nesting> Enter(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    switch (places_.empty() ? Nesting::kFile : places_.back()) {
+      case Nesting::kFile:
         is_land_xml_ = name == "LandXML";
-        if (is_land_xml_) return Place::kRoot;
+        if (is_land_xml_) return Nesting::kRoot;
         break;
-      case Place::kRoot:
-        if (name == "Units") return Place::kUnits;
-        if (name == "Alignments") return Place::kAlignments;
+      case Nesting::kRoot:
+        if (name == "Units") return Nesting::kUnits;
+        if (name == "Alignments") return Nesting::kAlignments;
         break;
-      case Place::kUnits:
+      case Nesting::kUnits:
         units_ = {line, TextOf(attributes, "linearUnit"), RadiansOf(TextOf(attributes, "directionUnit")),
                   RadiansOf(TextOf(attributes, "angularUnit"))};
         break;
-      case Place::kAlignments:
+      case Nesting::kAlignments:
         if (name == "Alignment") return EnterAlignment(attributes, line);
         break;
-      case Place::kAlignment:
+      case Nesting::kAlignment:
         return EnterPart(name, attributes, line);
-      case Place::kCoordGeom:
+      case Nesting::kCoordGeom:
         return EnterElement(name, attributes, line);
-      case Place::kElement:
+      case Nesting::kElement:
         return EnterPoint(name, attributes);
-      case Place::kProfile:
+      case Nesting::kProfile:
         return EnterProfile(name, line);
-      case Place::kProfAlign:
+      case Nesting::kProfAlign:
         return EnterLevel(name, attributes, line);
-      case Place::kFeature:
+      case Nesting::kFeature:
         if (name == "Property" && TextOf(attributes, "label") == "staEnd") {
           Current().station_end = Number(attributes, "value", "staEnd", line, Use::kNeeded);
           Current().station_end_line = line;
@@ -180,7 +180,7 @@ class AlignmentsHandler final : public XmlHandler {
     return std::nullopt;
   }
 
-  std::optional<Place> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
+  std::optional<Nesting> EnterAlignment(XmlAttributes attributes, std::int64_t line) {
     too_many_ = alignments_.size() == kMostRoads;
     if (too_many_ || !Count()) return std::nullopt;
     LandAlignment& alignment = alignments_.emplace_back();
@@ -188,13 +188,13 @@ class AlignmentsHandler final : public XmlHandler {
     alignment.road.road.name = TextOf(attributes, "name");
     alignment.station = Number(attributes, "staStart", "Alignment", line, Use::kNeeded);
     has_profile_ = false;
-    return Place::kAlignment;
+    return Nesting::kAlignment;
   }
 
-  std::optional<Place> EnterPart(std::string_view name, XmlAttributes attributes, std::int64_t line) {
-    if (name == "CoordGeom") return Place::kCoordGeom;
-    if (name == "Profile") return Place::kProfile;
-    if (name == "Feature" && TextOf(attributes, "code") == "velmora") return Place::kFeature;
+  std::optional<Nesting> EnterPart(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+    if (name == "CoordGeom") return Nesting::kCoordGeom;
+    if (name == "Profile") return Nesting::kProfile;
+    if (name == "Feature" && TextOf(attributes, "code") == "velmora") return Nesting::kFeature;
     if (name == "StaEquation") {
       std::string text =
           "staInternal " + TextOf(attributes, "staInternal") + ", staAhead " + TextOf(attributes, "staAhead");
@@ -205,7 +205,7 @@ class AlignmentsHandler final : public XmlHandler {
     return std::nullopt;
   }
 
-  std::optional<Place> EnterElement(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+  std::optional<Nesting> EnterElement(std::string_view name, XmlAttributes attributes, std::int64_t line) {
     const std::pair<const char*, LandKind> kinds[] = {{"Line", LandKind::kLine},
                                                       {"Curve", LandKind::kCurve},
                                                       {"Spiral", LandKind::kSpiral},
@@ -234,16 +234,16 @@ class AlignmentsHandler final : public XmlHandler {
       element.direction = number(kind == LandKind::kLine ? "dir" : "dirStart");
       element.direction_end = number("dirEnd");
       element.theta = number("theta");
-      return kind == LandKind::kChain ? Place::kChain : Place::kElement;
+      return kind == LandKind::kChain ? Nesting::kChain : Nesting::kElement;
     }
     if (name != "Feature") Refuse(line, std::string(name) + ": is not an element of a road", &Current().road);
     return std::nullopt;
   }
 
-  std::optional<Place> EnterPoint(std::string_view name, XmlAttributes attributes) {
+  std::optional<Nesting> EnterPoint(std::string_view name, XmlAttributes attributes) {
     LandElement& element = Element();
     if (name == "PntList2D" || name == "PntList3D")
-      return name == "PntList2D" ? Place::kPointList2 : Place::kPointList3;
+      return name == "PntList2D" ? Nesting::kPointList2 : Nesting::kPointList3;
     point_ = name == "Start"                                     ? &element.start
              : name == "End"                                     ? &element.end
              : name == "Center"                                  ? &element.centre
@@ -252,20 +252,20 @@ class AlignmentsHandler final : public XmlHandler {
     if (point_ == nullptr) return std::nullopt;
     if (const auto reference = FindAttribute(attributes, "pntRef"))
       point_->reference = references_.Number(std::string(*reference));
-    return Place::kPoint;
+    return Nesting::kPoint;
   }
 
-  std::optional<Place> EnterProfile(std::string_view name, std::int64_t line) {
+  std::optional<Nesting> EnterProfile(std::string_view name, std::int64_t line) {
     if (name == "ProfAlign" && !has_profile_) {
       has_profile_ = true;
-      return Place::kProfAlign;
+      return Nesting::kProfAlign;
     }
     if (name == "ProfAlign") Note(line, "ProfAlign: only the first one is imported", &Current().road);
     if (name == "ProfSurf") Note(line, "ProfSurf: is not imported", &Current().road);
     return std::nullopt;
   }
 
-  std::optional<Place> EnterLevel(std::string_view name, XmlAttributes attributes, std::int64_t line) {
+  std::optional<Nesting> EnterLevel(std::string_view name, XmlAttributes attributes, std::int64_t line) {
     const std::pair<const char*, LandVertical> kinds[] = {{"PVI", LandVertical::kPoint},
                                                           {"ParaCurve", LandVertical::kParabola},
                                                           {"UnsymParaCurve", LandVertical::kTwoParabolas},
@@ -283,21 +283,21 @@ class AlignmentsHandler final : public XmlHandler {
                             kind == LandVertical::kCircle ? Use::kChecked : Use::kNeeded);
       level.length_out = number("lengthOut", Use::kNeeded);
       level.radius = number("radius", Use::kNeeded);
-      return Place::kLevel;
+      return Nesting::kLevel;
     }
     return std::nullopt;
   }
 
-  void Leave(Place place) {
-    if (place == Place::kPoint) {
+  void Leave(Nesting place) {
+    if (place == Nesting::kPoint) {
       TakeNumbers(2,
                   [this](const double* numbers) { point_->north = numbers[0], point_->east = numbers[1]; });
-    } else if (place == Place::kLevel) {
+    } else if (place == Nesting::kLevel) {
       LandLevel& level = Current().levels.back();
       TakeNumbers(2, [&](const double* numbers) { level.station = numbers[0], level.level = numbers[1]; });
-    } else if (place == Place::kPointList2 || place == Place::kPointList3) {
-      TakeList(place == Place::kPointList2 ? 2 : 3);
-    } else if (place == Place::kChain) {
+    } else if (place == Nesting::kPointList2 || place == Nesting::kPointList3) {
+      TakeList(place == Nesting::kPointList2 ? 2 : 3);
+    } else if (place == Nesting::kChain) {
       auto list = std::make_unique<std::vector<LandPoint>>();
       ForEachWord(text_, [&](std::string_view name) {
         if (!Count()) return;
@@ -347,7 +347,7 @@ class AlignmentsHandler final : public XmlHandler {
     return false;
   }
 
-  std::vector<Place> places_;
+  std::vector<Nesting> places_;
   bool is_land_xml_ = false;
   bool too_many_ = false;
   LandUnits units_;

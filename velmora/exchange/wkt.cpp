@@ -20,7 +20,7 @@ bool IsArc(const kovltype& a, const kovltype& b) {
   return !IsStraight(a.bulge) && Distance(InPlane(a), InPlane(b)) > 0;
 }
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool IsWktBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 class Parser {
@@ -52,7 +52,7 @@ class Parser {
   }
 
   void SkipBlanks() {
-    while (!rest_.empty() && IsBlank(rest_.front())) rest_.remove_prefix(1);
+    while (!rest_.empty() && IsWktBlank(rest_.front())) rest_.remove_prefix(1);
   }
   bool AtEnd() {
     SkipBlanks();
@@ -190,7 +190,7 @@ ParsedCurve ParseProfile(std::string_view text) {
 }
 
 bool IsPointText(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsWktBlank(text.front())) text.remove_prefix(1);
   constexpr std::string_view kPoint = "POINT";
   if (text.size() < kPoint.size()) return false;
   for (size_t i = 0; i < kPoint.size(); ++i)

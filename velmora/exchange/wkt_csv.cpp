@@ -38,7 +38,7 @@ void PutPoint(PlanePoint at, std::optional<double> station, TextSink* out) {
 
 // --- reading
 
-constexpr size_t kMostFields = 10'000;  // of a row; further ones are dropped
+constexpr size_t kMostRowFields = 10'000;  // of a row; further ones are dropped
 
 // Rows with quoted fields, which may hold line ends.
 class CsvRows {
@@ -56,7 +56,7 @@ class CsvRows {
     fields->clear();
     std::string dropped;
     for (bool more = true; more;) {
-      const bool kept = fields->size() < kMostFields;
+      const bool kept = fields->size() < kMostRowFields;
       if (kept) fields->emplace_back();
       dropped.clear();
       more = Field(kept ? &fields->back() : &dropped);

@@ -25,13 +25,15 @@ struct BatchView {
   const CandidateGrid* grid;
   size_t last;  // vertex
   bool descending;
+  const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
 };
 
 inline constexpr size_t kMostInBatch = 128;  // points
-inline constexpr int kUnsolved = 1;          // a result that is left to the caller
+inline constexpr int kUnsolved = -2;         // a result that is left to the caller
 
 // Answers those of up to kMostInBatch points whose cell is known and that plainly have their foot on one
-// segment; the result of the others is kUnsolved, with their outputs untouched.
+// segment; the result of the others is kUnsolved, with their outputs untouched. The result is 0 on a single
+// road, of several the road's number.
 using BatchSearch = void (*)(const BatchView& view, const double* x, const double* y, size_t count,
                              double* station, double* offset, int* result);
 

@@ -19,7 +19,9 @@ double MedianLength(const PlanSnapshot& plan) {
   constexpr size_t kSample = 511;
   const size_t step = plan.Segments() / kSample + 1;
   std::vector<double> lengths;
-  for (size_t i = 0; i < plan.Segments(); i += step) lengths.push_back(Distance(plan.At(i), plan.At(i + 1)));
+  for (size_t i = 0; i < plan.Segments(); i += step)
+    if (!plan.IsBetweenRoads(i)) lengths.push_back(Distance(plan.At(i), plan.At(i + 1)));
+  if (lengths.empty()) return 0;
   const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
   std::nth_element(lengths.begin(), middle, lengths.end());
   return *middle;

@@ -12,17 +12,20 @@ namespace {
 // part of them.
 constexpr size_t kLargePlan = size_t{1} << 16;
 constexpr size_t kPointsForSegments = 8;
-constexpr size_t kMostSorted = size_t{1} << 20;
+// Sorted at once: each part of a batch goes over the whole plan.
+constexpr size_t kLeastSorted = size_t{1} << 20;
+constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
-constexpr size_t kMostCells = size_t{1} << 14;
+constexpr size_t kMostPartCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.
 constexpr size_t kShortBatch = kMostInBatch / 2;
 
 }  // namespace
 
-PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines)
-    : plan_(std::move(points), no_station),
+PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines,
+                       std::vector<std::uint32_t> roads, int threads)
+    : plan_(std::move(points), no_station, std::move(roads), threads),
       routines_(routines),
       grid_(plan_, routines_.distances),
       view_{grid_.Layout(),
@@ -36,12 +39,13 @@ PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const Ba
             &plan_,
             &grid_,
             plan_.Points().size() - 1,
-            plan_.Descending()} {}
+            plan_.Descending(),
+            plan_.Roads()} {}
 
 void PlanSearch::Find(const double* x, const double* y, size_t count, double* station, double* offset,
                       int* result) const {
   const size_t segments = plan_.Segments();
-  const size_t part = std::min(count, kMostSorted);
+  const size_t part = std::min(count, std::max(kLeastSorted, kSortedForSegments * segments));
   if (segments < kLargePlan || part < segments / kPointsForSegments || !AreScattered(x, y, count, kClose)) {
     FindInOrder(x, y, count, station, offset, result);
     return;
@@ -50,7 +54,7 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
   std::unique_ptr<SpatialSort> sort(spare_.exchange(nullptr));
   if (sort == nullptr || sort->Most() < part)
     sort.reset(new (std::nothrow)
-                   SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostCells), part));
+                   SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostPartCells), part));
   if (sort == nullptr || !sort->IsUsable()) {
     FindInOrder(x, y, count, station, offset, result);
     return;
@@ -120,7 +124,7 @@ void PlanSearch::SearchCells(const double* x, const double* y, size_t count, dou
 
 // Among the candidates of the point's cell where the answer is within its reach, else by the trees.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
-  const PackedCell cell = grid_.Slots() == nullptr ? 0 : grid_.CellAt(p);
+  const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {
     PointSearch search = plan_.NewSearch();

@@ -17,16 +17,25 @@ namespace velmora {
 
 class PlanSearch {
  public:
+  // As PlanSnapshot.
   PlanSearch(std::vector<kovltype> points, double no_station,
-             const BatchRoutines& routines = FastestRoutines());
-  ~PlanSearch();
+             const BatchRoutines& routines = FastestRoutines(), std::vector<std::uint32_t> roads = {},
+             int threads = 1);
+  virtual ~PlanSearch();
   PlanSearch(const PlanSearch&) = delete;
   PlanSearch& operator=(const PlanSearch&) = delete;
 
   const PlanSnapshot& Plan() const { return plan_; }
-  // As CVaglinje::Vagstv with search mode 0 on a plan.
+  // As CVaglinje::Vagstv with search mode 0 on a plan. Of several roads `result` is the number of the one
+  // that answers, -1 for none.
   void Find(const double* x, const double* y, size_t count, double* station, double* offset,
             int* result) const;
+
+ protected:
+  virtual StationOffset FindOne(PlanePoint p) const;
+  // The cell of a point; a reach of 0 where there is none.
+  PackedCell CellAt(PlanePoint p) const { return grid_.Slots() == nullptr ? 0 : grid_.CellAt(p); }
+  const CandidateGrid& Grid() const { return grid_; }
 
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
@@ -37,8 +46,6 @@ class PlanSearch {
                  int* result) const;
   void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
                    int* result) const;
-  StationOffset FindOne(PlanePoint p) const;
-
   PlanSnapshot plan_;
   BatchRoutines routines_;
   CandidateGrid grid_;

@@ -3,81 +3,115 @@
 #include <algorithm>
 #include <cmath>
 
+#include "velmora/platform/in_threads.h"
+
 namespace velmora {
 namespace {
 
 constexpr size_t kSpare = 16;  // elements after the last vertex
-// Farther out than any foot that counts; squared distances do not overflow yet.
-constexpr double kFarthestPoint = 1e100;
+constexpr size_t kSegmentsInPart = size_t{1} << 14;
+static_assert(kSegmentsInPart % BoundTree::kFan == 0);  // parts share no leaf
 
-// A bound on squared distances that leaves room for rounding at any distance that counts.
+}  // namespace
+
 double Beyond(double distance) {
   const double limit = distance * (1 + 1e-12) + 1e-5;
   return limit * limit;
 }
 
-}  // namespace
+// What is found about some consecutive segments, to be put together with that of the others.
+struct PlanSnapshot::Part {
+  size_t begin;
+  size_t end;
+  std::vector<double> chord_slacks;  // empty when all are 0
+  std::vector<std::uint32_t> unbounded;
+  std::vector<AxisQuirk> axis_quirks;
+};
 
-PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station)
+PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads,
+                           int threads)
     : points_(std::move(points)),
+      roads_(std::move(roads)),
       no_station_(no_station),
       descending_(IsDescending(points_)),
       vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
   if (points_.empty()) return;
-  const size_t count = points_.size();
-  h_.resize(count + kSpare);
-  v_.resize(count + kSpare);
-  stations_.resize(count + kSpare);
-  inverse_.resize(count + kSpare);
-  for (size_t i = 0; i < count + kSpare; ++i) {
-    const kovltype& point = points_[std::min(i, count - 1)];
-    h_[i] = point.y;
-    v_[i] = point.x;
-    stations_[i] = point.sek;
+  for (std::vector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
+  NumberArcs();
+  std::vector<FootBound> leaves((Segments() + BoundTree::kFan - 1) / BoundTree::kFan);
+  std::vector<Part> parts(Segments() / kSegmentsInPart + 1);
+  InThreads(parts.size(), parts.size() == 1 ? 1 : threads, [&](size_t i) {
+    parts[i].begin = i * kSegmentsInPart;
+    parts[i].end = std::min(parts[i].begin + kSegmentsInPart, Segments());
+    Fill(parts[i]);
+    Bound(&parts[i], &leaves);
+  });
+  for (size_t i = points_.size() - 1; i < points_.size() + kSpare; ++i) {
+    h_[i] = points_.back().y;
+    v_[i] = points_.back().x;
+    stations_[i] = points_.back().sek;
   }
-  for (size_t i = 0; i < Segments(); ++i) {
-    const double dh = h_[i + 1] - h_[i];
-    const double dv = v_[i + 1] - v_[i];
-    const double squared = dh * dh + dv * dv;
-    inverse_[i] = squared >= kShortestSquared ? 1 / squared : 0;
-  }
-  AddArcs();
-  Bound();
+  PutTogether(parts, leaves);
 }
 
-void PlanSnapshot::AddArcs() {
+void PlanSnapshot::NumberArcs() {
   const auto is_arc = [](const kovltype& a) { return !IsStraight(a.bulge); };
   if (std::none_of(points_.begin(), points_.end() - 1, is_arc)) return;
   arc_of_.assign(points_.size(), kNoArc);
-  for (size_t i = 0; i < Segments(); ++i) {
-    if (!is_arc(points_[i])) continue;
-    arc_of_[i] = static_cast<std::uint32_t>(arcs_.size());
-    arcs_.push_back(FrameOfArc(At(i), points_[i].bulge, At(i + 1)));
+  std::uint32_t arcs = 0;
+  for (size_t i = 0; i < Segments(); ++i)
+    if (is_arc(points_[i])) arc_of_[i] = arcs++;
+  arcs_.resize(arcs);
+}
+
+void PlanSnapshot::Fill(const Part& part) {
+  for (size_t i = part.begin; i < part.end; ++i) {
+    const PlanePoint a = InPlane(points_[i]);
+    const PlanePoint b = InPlane(points_[i + 1]);
+    h_[i] = a.h;
+    v_[i] = a.v;
+    stations_[i] = points_[i].sek;
+    const double dh = b.h - a.h;
+    const double dv = b.v - a.v;
+    const double squared = dh * dh + dv * dv;
+    inverse_[i] = squared >= kShortestSquared ? 1 / squared : 0;
+    if (!arc_of_.empty() && arc_of_[i] != kNoArc) arcs_[arc_of_[i]] = FrameOfArc(a, points_[i].bulge, b);
   }
 }
 
-void PlanSnapshot::Bound() {
-  constexpr size_t kFan = BoundTree::kFan;
-  std::vector<FootBound> leaves((Segments() + kFan - 1) / kFan);
-  for (size_t i = 0; i < Segments(); ++i) {
+void PlanSnapshot::Bound(Part* part, std::vector<FootBound>* leaves) const {
+  for (size_t i = part->begin; i < part->end; ++i) {
+    if (IsBetweenRoads(i)) continue;
     const SegmentBounds bounds = BoundsOfSegment(points_[i], points_[i + 1], ArcOf(i));
     if (bounds.unbounded) {
-      unbounded_.push_back(static_cast<std::uint32_t>(i));
+      part->unbounded.push_back(static_cast<std::uint32_t>(i));
       continue;
     }
-    leaves[i / kFan].Include(bounds.feet);
+    (*leaves)[i / BoundTree::kFan].Include(bounds.feet);
     if (bounds.chord_slack > 0) {
-      if (chord_slacks_.empty()) chord_slacks_.resize(h_.size());
-      chord_slacks_[i] = bounds.chord_slack;
+      part->chord_slacks.resize(part->end - part->begin);
+      part->chord_slacks[i - part->begin] = bounds.chord_slack;
     }
     for (const FootBound& quirk : bounds.axis_quirks)
-      axis_quirks_.push_back({quirk, static_cast<std::uint32_t>(i)});
+      part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+  }
+}
+
+void PlanSnapshot::PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves) {
+  for (const Part& part : parts) {
+    unbounded_.insert(unbounded_.end(), part.unbounded.begin(), part.unbounded.end());
+    axis_quirks_.insert(axis_quirks_.end(), part.axis_quirks.begin(), part.axis_quirks.end());
+    if (part.chord_slacks.empty()) continue;
+    chord_slacks_.resize(h_.size());
+    std::copy(part.chord_slacks.begin(), part.chord_slacks.end(),
+              chord_slacks_.begin() + static_cast<std::ptrdiff_t>(part.begin));
   }
   for (const FootBound& leaf : leaves) extent_.Include(leaf.box);
   tree_.Build(leaves);
-  leaves.assign((axis_quirks_.size() + kFan - 1) / kFan, {});
-  for (size_t i = 0; i < axis_quirks_.size(); ++i) leaves[i / kFan].Include(axis_quirks_[i].bound);
-  axis_tree_.Build(leaves);
+  std::vector<FootBound> quirk_leaves((axis_quirks_.size() + BoundTree::kFan - 1) / BoundTree::kFan);
+  for (size_t i = 0; i < axis_quirks_.size(); ++i)
+    quirk_leaves[i / BoundTree::kFan].Include(axis_quirks_[i].bound);
+  axis_tree_.Build(quirk_leaves);
 }
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {

@@ -16,6 +16,16 @@
 
 namespace velmora {
 
+// A segment's road among several: its number and whether its stations fall.
+constexpr std::uint32_t RoadMark(std::uint32_t road, bool falls) { return road << 1 | (falls ? 1U : 0U); }
+constexpr std::uint32_t RoadOfMark(std::uint32_t mark) { return mark >> 1; }
+constexpr bool FallsByMark(std::uint32_t mark) { return (mark & 1) != 0; }
+
+// Farther out than any foot that counts; squared distances do not overflow yet.
+inline constexpr double kFarthestPoint = 1e100;
+// A bound on squared distances that leaves room for rounding at any distance that counts.
+double Beyond(double distance);
+
 struct StationOffset {
   int result;  // as CVaglinje::Vagstv
   double station;
@@ -43,11 +53,19 @@ class PlanSnapshot {
     std::uint32_t segment;
   };
 
-  PlanSnapshot(std::vector<kovltype> points, double no_station);
+  // One road; or several (MergeRoads): `roads` then holds each segment's mark, kBetweenRoads for one that
+  // joins two.
+  // Made by `threads` threads (0: one a processor).
+  PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads = {},
+               int threads = 1);
+  static constexpr std::uint32_t kBetweenRoads = 0xffffffff;
 
   const std::vector<kovltype>& Points() const { return points_; }
   size_t Segments() const { return points_.size() < 2 ? 0 : points_.size() - 1; }
   bool Descending() const { return descending_; }
+  // The marks of several roads, null with one.
+  const std::uint32_t* Roads() const { return roads_.empty() ? nullptr : roads_.data(); }
+  bool IsBetweenRoads(size_t segment) const { return !roads_.empty() && roads_[segment] == kBetweenRoads; }
   PlanePoint At(size_t vertex) const { return {h_[vertex], v_[vertex]}; }
   // Arrays for comparing several segments at once from any one on, with spare elements after the last:
   // coordinates, the inverse of a chord's squared length (0 for a degenerate one), and the chord slacks of
@@ -63,6 +81,7 @@ class PlanSnapshot {
   }
   // Whether some segment has no bounds, so that no cell can list its candidates.
   bool HasUnbounded() const { return !unbounded_.empty(); }
+  const std::vector<std::uint32_t>& Unbounded() const { return unbounded_; }
   const BoundingBox& Extent() const { return extent_; }
   const BoundTree& Tree() const { return tree_; }
   const BoundTree& AxisTree() const { return axis_tree_; }
@@ -81,10 +100,15 @@ class PlanSnapshot {
  private:
   static constexpr std::uint32_t kNoArc = 0xffffffff;
 
-  void AddArcs();
-  void Bound();
+  struct Part;
+
+  void NumberArcs();
+  void Fill(const Part& part);
+  void Bound(Part* part, std::vector<FootBound>* leaves) const;
+  void PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves);
 
   std::vector<kovltype> points_;
+  std::vector<std::uint32_t> roads_;
   double no_station_;
   bool descending_;
   bool vertices_count_;  // false when the first is not a number: no other is then nearer

@@ -37,9 +37,14 @@ const char* PlaceText(PlaceResult result) {
 RoadPlacer::RoadPlacer(std::vector<kovltype> plan)
     : plan_(std::move(plan)),
       descending_(IsDescending(plan_)),
-      locator_(plan_, kPlanType),
       drawn_(plan_),
-      stations_(PlanStations(plan_)) {}
+      stations_(PlanStations(plan_)),
+      made_(std::make_unique<Made>()) {}
+
+const Locator& RoadPlacer::Searched() const {
+  std::call_once(made_->once, [this] { made_->locator.emplace(plan_, kPlanType); });
+  return *made_->locator;
+}
 
 void RoadPlacer::Answer(PlanePoint p, bool drawn, bool vertices, double* station, double* offset,
                         int* result) const {
@@ -66,14 +71,14 @@ void RoadPlacer::Correct(PlanePoint p, bool vertices, double* station, double* o
 
 void RoadPlacer::Locate(const double* northing, const double* easting, size_t count, double* station,
                         double* offset, int* result) const {
-  locator_.Vagstv(northing, easting, count, station, offset, result);
+  Searched().Vagstv(northing, easting, count, station, offset, result);
   for (size_t i = 0; i < count; ++i)
     Answer({easting[i], northing[i]}, true, true, &station[i], &offset[i], &result[i]);
 }
 
 void RoadPlacer::LocateAsSearched(const double* northing, const double* easting, size_t count,
                                   double* station, double* offset, int* result) const {
-  locator_.Vagstv(northing, easting, count, station, offset, result);
+  Searched().Vagstv(northing, easting, count, station, offset, result);
   for (size_t i = 0; i < count; ++i)
     Answer({easting[i], northing[i]}, false, true, &station[i], &offset[i], &result[i]);
 }

@@ -4,6 +4,8 @@
 #define VELMORA_LOCATOR_ROAD_PLACER_H_
 
 #include <cstddef>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -54,11 +56,18 @@ class RoadPlacer {
  private:
   void Answer(PlanePoint p, bool drawn, bool vertices, double* station, double* offset, int* result) const;
 
+  // Made when it is first asked: of the roads of a network few are.
+  const Locator& Searched() const;
+
   std::vector<kovltype> plan_;
   bool descending_;
-  Locator locator_;
   DrawnPlaces drawn_;
   StationIndex stations_;
+  struct Made {
+    std::once_flag once;
+    std::optional<Locator> locator;
+  };
+  std::unique_ptr<Made> made_;
 };
 
 }  // namespace velmora

@@ -12,7 +12,6 @@ namespace {
 
 constexpr size_t kLargestProfile = size_t{64} << 20;
 constexpr size_t kChunk = size_t{16} << 10;
-constexpr size_t kLongestMark = 3;
 
 // The first `limit` bytes at least; nothing when the file cannot be read.
 std::optional<std::string> ReadStart(const CString& path, size_t limit) {

@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kLargestValue = 256 << 20;  // bytes
+constexpr int kLargestCell = 256 << 20;  // bytes
 constexpr sqlite3_int64 kLargestMade = sqlite3_int64{1} << 36;
 
 }  // namespace
@@ -48,7 +48,7 @@ bool TableDatabase::OpenToRead(const CString& path) {
   if (!real) return Take(SQLITE_CANTOPEN);
   const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
   if (!Take(sqlite3_open_v2(PathForDisplay(*real).c_str(), &system_->database, flags, nullptr))) return false;
-  sqlite3_limit(system_->database, SQLITE_LIMIT_LENGTH, kLargestValue);
+  sqlite3_limit(system_->database, SQLITE_LIMIT_LENGTH, kLargestCell);
   sqlite3_db_config(system_->database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(system_->database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(system_->database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);

@@ -12,7 +12,6 @@ namespace {
 constexpr size_t kLeastRead = size_t{4} << 10;
 constexpr size_t kMostRead = size_t{256} << 10;  // at once
 constexpr size_t kWrite = size_t{64} << 10;
-constexpr size_t kLongestMark = 3;
 constexpr char kEndOfFile = 0x1A;
 constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
 

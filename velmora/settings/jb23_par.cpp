@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kMostLines = 4096;  // eleven are known
+constexpr int kMostRigLines = 4096;  // eleven are known
 constexpr size_t kLongestToken = 255;
 
 }  // namespace
@@ -25,7 +25,7 @@ bool CJb23Par::Load(const CString& path) {
   if (!reader.Open(path)) return false;
   int number = 0;
   for (CString line; reader.ReadLine(&line);) {
-    if (++number > kMostLines) return false;
+    if (++number > kMostRigLines) return false;
     const Jb23Keys keys = Jb23KeysOfLine(number);
     const Jb23Line values = ParseJb23Line(line.GetView());
     Append(keys.scale, values.scale.GetView().substr(0, kLongestToken));

@@ -14,7 +14,7 @@ namespace {
 constexpr int kNoNumber = -9;
 constexpr int kAutomatic = -1;
 constexpr wchar_t kAutomaticText[] = L"MAX";
-constexpr int kKarsk = 1;  // of CTundrilPAR
+constexpr int kKarskFile = 1;  // of CTundrilPAR
 
 enum class File { kTundril, kKarsk, kJb23, kOther };
 
@@ -77,7 +77,7 @@ CString CTundrilInst::ReadKey(const wchar_t* file, const CString& key) {
       value = Parameters().ReadKey(key);
       break;
     case File::kKarsk:
-      value = CTundrilPAR(ini_, project_, kKarsk).ReadKey(key);
+      value = CTundrilPAR(ini_, project_, kKarskFile).ReadKey(key);
       break;
     case File::kJb23:
       value = Jb23Parameters().ReadKey(key);
@@ -109,7 +109,7 @@ int CTundrilInst::WriteKey(const wchar_t* file, const CString& key, const CStrin
     case File::kTundril:
       return Parameters().WriteKey(key, value);
     case File::kKarsk:
-      return CTundrilPAR(ini_, project_, kKarsk).WriteKey(key, value);
+      return CTundrilPAR(ini_, project_, kKarskFile).WriteKey(key, value);
     case File::kJb23: {
       CJb23Par& jb23 = Jb23Parameters();
       const bool known = jb23.FindKey(key) == 0;

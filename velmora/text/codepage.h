@@ -23,6 +23,7 @@ constexpr bool IsUtf16(TextEncoding encoding) {
 // The byte-order mark of an encoding; Windows-1252 has none.
 std::string_view ByteOrderMark(TextEncoding encoding);
 // The encoding whose mark `start` begins with; Windows-1252 without one.
+inline constexpr size_t kLongestMark = 3;  // bytes
 TextEncoding EncodingFromMark(std::string_view start);
 
 wchar_t DecodeWindows1252(unsigned char byte);

@@ -18,7 +18,7 @@ namespace velmora {
 namespace {
 
 constexpr int kLongestWaitMs = 60'000;
-constexpr int kLargestValue = 16 << 20;
+constexpr int kLargestStored = 16 << 20;
 constexpr int kApplicationId = 0x56'4C'52'47;  // "VLRG"
 constexpr int kFormat = 1;
 
@@ -81,7 +81,7 @@ int Examine(const std::string& path, struct stat* status) {
   return status->st_size == 0 ? kRegistryNotFound : kRegistryDone;
 }
 
-bool Exists(const std::string& path) {
+bool FileExists(const std::string& path) {
   struct stat status {};
   return lstat(path.c_str(), &status) == 0;
 }
@@ -150,7 +150,8 @@ int MakeFile(const std::string& path) {
     for (const char* suffix : {"-wal", "-shm", "-journal"}) (void)RemoveFile(path + suffix);
     const std::optional<std::string> image = EmptyDatabase();
     if (!image) return kRegistryNoMemory;
-    const NewFile::Existing existing = Exists(path) ? NewFile::Existing::kReplace : NewFile::Existing::kKeep;
+    const NewFile::Existing existing =
+        FileExists(path) ? NewFile::Existing::kReplace : NewFile::Existing::kKeep;
     if (file.Write(*image) && file.Commit(existing)) return kRegistryDone;
   }
   found = Examine(path, &status);
@@ -234,7 +235,7 @@ int RegistryDatabase::Connect(const std::string& path) {
     flags |= SQLITE_OPEN_READWRITE;
   } else {
     flags |= SQLITE_OPEN_READONLY;
-    if (!Exists(absolute + "-wal")) {
+    if (!FileExists(absolute + "-wal")) {
       flags |= SQLITE_OPEN_URI;
       name = ImmutableName(absolute);
     }
@@ -246,7 +247,7 @@ int RegistryDatabase::Connect(const std::string& path) {
 // The file may come from anywhere: nothing in it is executed, and other databases are refused.
 int RegistryDatabase::Prepare() {
   sqlite3_busy_timeout(database_, kLongestWaitMs);
-  sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLargestValue);
+  sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLargestStored);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);

@@ -1,0 +1,189 @@
+// Very many roads at once: the nearest road of many points, beside an R-tree of Boost.Geometry over all
+// segments, and opening a folder of road files, beside reading their bytes.
+//
+//   network_bench [--small] [--json FILE]
+//
+// Ours and each peer take turns in one process. Times are of this process's processor time, user and system,
+// as other work on the machine does not count there; the elapsed time of opening is given beside it.
+#include <sys/resource.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/locator/peers.h"
+#include "bench/locator/roads.h"
+#include "bench/measure.h"
+#include "velmora/locator/network.h"
+#include "velmora/platform/files.h"
+
+namespace velmora {
+namespace {
+
+using bench::Median;
+
+double ProcessorSeconds(const std::function<void()>& action) {
+  const auto used = [] {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& t) {
+      return static_cast<double>(t.tv_sec) + 1e-6 * static_cast<double>(t.tv_usec);
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+  };
+  const double before = used();
+  action();
+  return used() - before;
+}
+
+struct Outcome {
+  std::vector<double> station, offset;
+  std::vector<int> road;
+
+  explicit Outcome(size_t count) : station(count), offset(count), road(count) {}
+};
+
+class Bench {
+ public:
+  explicit Bench(bool small)
+      : rounds_(small ? 3 : 5), roads_(small ? 1000 : 10000), points_(small ? 1000000 : 10000000) {}
+
+  void Run() {
+    figures_.Head("Very many roads");
+    for (const bool arcs : {false, true}) Nearest(arcs);
+    Opening();
+  }
+  bool Write(const std::string& json) const { return json.empty() || figures_.WriteJson(json); }
+
+ private:
+  static constexpr size_t kVertices = 200;
+
+  double Side() const { return 2000 * std::sqrt(static_cast<double>(roads_)); }  // m: 200 km for 10,000 roads
+  void Nearest(bool arcs);
+  void Opening();
+
+  int rounds_;
+  size_t roads_;
+  size_t points_;
+  bench::Figures figures_;
+};
+
+void Bench::Nearest(bool arcs) {
+  const std::vector<std::vector<kovltype>> roads = MakeRoads(roads_, kVertices, Side(), arcs);
+  const Places places = MakePlaces(roads, points_);
+  Outcome ours(points_);
+  Outcome theirs(points_);
+  std::vector<kovltype> points;
+  std::vector<size_t> starts;
+  for (const std::vector<kovltype>& road : roads) {
+    if (!points.empty()) starts.push_back(points.size());
+    points.insert(points.end(), road.begin(), road.end());
+  }
+  const auto ask = [&](const Network& network) {
+    network.Vagstv(places.x.data(), places.y.data(), points_, ours.road.data(), ours.station.data(),
+                   ours.offset.data());
+  };
+  const auto ask_peer = [&](const Peer& peer, size_t count) {
+    peer.Locate(places, count, theirs.station.data(), theirs.offset.data());
+  };
+
+  std::unique_ptr<Peer> peer;
+  double fastest = 0;
+  for (const int most : {4, 8, 16})
+    for (const bool sorted : {false, true}) {
+      std::unique_ptr<Peer> one = MakeBoostPeer(points, arcs, most, sorted, starts);
+      const double seconds = ProcessorSeconds([&] { ask_peer(*one, points_ / 10); });
+      if (peer != nullptr && seconds >= fastest) continue;
+      peer = std::move(one);
+      fastest = seconds;
+    }
+  std::unique_ptr<Network> network;
+  const double first = ProcessorSeconds([&] {
+    network = std::make_unique<Network>(roads);
+    ask(*network);
+  });
+  std::vector<double> us;
+  std::vector<double> them;
+  std::vector<double> ratios;
+  for (int round = 0; round < rounds_; ++round) {
+    us.push_back(ProcessorSeconds([&] { ask(*network); }));
+    them.push_back(ProcessorSeconds([&] { ask_peer(*peer, points_); }));
+    ratios.push_back(them.back() / us.back());
+  }
+  const double built = ProcessorSeconds([&] { MakeBoostPeer(points, arcs, 4, false, starts); });
+  const std::string name = std::to_string(roads_) + " roads" + (arcs ? ", arcs" : "");
+  const double per_point = 1e9 / static_cast<double>(points_);
+  figures_.Add({name + ", later", Median(us) * per_point, Median(them) * per_point, "ns", peer->Name(),
+                Median(ratios)});
+  figures_.Add({name + ", first, with building", first * per_point, (built + Median(them)) * per_point, "ns",
+                peer->Name(), (built + Median(them)) / first});
+}
+
+void Bench::Opening() {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::temp_directory_path() / "velmora_network_bench";
+  fs::create_directories(folder);
+  std::vector<std::string> names;
+  std::vector<CString> files;
+  for (const std::vector<kovltype>& road : MakeRoads(roads_, kVertices, Side(), true)) {
+    names.push_back((folder / (std::to_string(names.size()) + ".vl")).string());
+    files.push_back(PathFromSystem(names.back()));
+    std::ofstream out(names.back());
+    for (const kovltype& p : road) {
+      char line[100];
+      const int length =
+          std::snprintf(line, sizeof line, "%.4f %.4f %.6f %.4f\r\n", p.x, p.y, p.bulge, p.sek);
+      out.write(line, length);
+    }
+  }
+  std::vector<int> results(files.size());
+  const auto open = [&](int threads) { const Network network(files, threads, results.data()); };
+  const auto read = [&] {
+    std::vector<char> bytes;
+    for (const std::string& name : names) {
+      std::FILE* const file = std::fopen(name.c_str(), "rb");
+      bytes.resize(fs::file_size(name));
+      if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) std::abort();
+      std::fclose(file);
+    }
+  };
+  for (const int threads : {1, 2}) {
+    std::vector<double> us, them, ratios, elapsed, their_elapsed, elapsed_ratios;
+    for (int round = 0; round < rounds_ * 3; ++round) {
+      us.push_back(ProcessorSeconds([&] { elapsed.push_back(bench::Seconds([&] { open(threads); })); }));
+      them.push_back(ProcessorSeconds([&] { their_elapsed.push_back(bench::Seconds(read)); }));
+      ratios.push_back(them.back() / us.back());
+      elapsed_ratios.push_back(their_elapsed.back() / elapsed.back());
+    }
+    const std::string name = "opening " + std::to_string(roads_) + " files, " + std::to_string(threads) +
+                             (threads == 1 ? " thread" : " threads");
+    figures_.Add({name + ", processor", Median(us) * 1e3, Median(them) * 1e3, "ms", "reading their bytes",
+                  Median(ratios)});
+    figures_.Add({name + ", elapsed", Median(elapsed) * 1e3, Median(their_elapsed) * 1e3, "ms",
+                  "reading their bytes", Median(elapsed_ratios)});
+  }
+  fs::remove_all(folder);
+}
+
+int Main(int count, char** words) {
+  bool small = false;
+  std::string json;
+  if (!bench::ReadOptions(count, words, {{"--small", &small}}, {{"--json", &json}})) {
+    std::fprintf(stderr, "network_bench: try [--small] [--json FILE]\n");
+    return 2;
+  }
+  Bench bench(small);
+  bench.Run();
+  if (bench.Write(json)) return 0;
+  std::fprintf(stderr, "network_bench: cannot write the results; is there room in the folder?\n");
+  return 1;
+}
+
+}  // namespace
+}  // namespace velmora
+
+int main(int count, char** words) { return velmora::Main(count, words); }

@@ -1,0 +1,11 @@
+# libxlsxwriter: the target XlsxWriter::xlsxwriter.
+find_path(XlsxWriter_INCLUDE_DIR xlsxwriter.h)
+find_library(XlsxWriter_LIBRARY xlsxwriter)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(XlsxWriter REQUIRED_VARS XlsxWriter_LIBRARY XlsxWriter_INCLUDE_DIR)
+mark_as_advanced(XlsxWriter_LIBRARY XlsxWriter_INCLUDE_DIR)
+if(XlsxWriter_FOUND AND NOT TARGET XlsxWriter::xlsxwriter)
+  add_library(XlsxWriter::xlsxwriter INTERFACE IMPORTED)
+  target_include_directories(XlsxWriter::xlsxwriter INTERFACE "${XlsxWriter_INCLUDE_DIR}")
+  target_link_libraries(XlsxWriter::xlsxwriter INTERFACE "${XlsxWriter_LIBRARY}")
+endif()

@@ -1,0 +1,27 @@
+// Many alignment files at once, for those who need their points only.
+#ifndef VELMORA_ALIGNMENT_ROAD_FILES_H_
+#define VELMORA_ALIGNMENT_ROAD_FILES_H_
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "velmora/alignment/alignment_point.h"
+#include "velmora/alignment/checks.h"
+#include "velmora/text/string.h"
+
+namespace velmora {
+
+struct RoadFile {
+  std::vector<kovltype> plan;  // of two points or more, or empty
+  std::vector<kovltype> profile;
+  std::optional<Finding> problem;  // why there is no plan
+};
+
+// The files in their order, read by `threads` threads at once (0: one a processor).
+std::vector<RoadFile> ReadRoadFiles(std::span<const CString> files, int threads);
+
+}  // namespace velmora
+
+#endif  // VELMORA_ALIGNMENT_ROAD_FILES_H_

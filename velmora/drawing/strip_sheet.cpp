@@ -1,0 +1,172 @@
+#include "velmora/drawing/strip_sheet.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "velmora/drawing/blank_canvas.h"
+#include "velmora/drawing/key_table.h"
+#include "velmora/drawing/notes.h"
+#include "velmora/drawing/scale.h"
+#include "velmora/drawing/style.h"
+#include "velmora/text/numbers.h"
+
+namespace velmora::drawing {
+namespace {
+
+constexpr double kInset = 4;       // mm
+constexpr double kLeastPlan = 55;  // of the views beside a large key
+constexpr double kLeastProfile = 70;
+constexpr double kSmallBand = 1.0 / 6;  // of the views' height, for a key with offsets
+
+struct Views {
+  StripPlanSummary plan;
+  StripProfileSummary profile;
+};
+
+class StripSheet {
+ public:
+  StripSheet(const ReportPlan& plan, size_t strip)
+      : plan_(plan),
+        room_(plan.room),
+        content_(plan.Content(strip, room_)),
+        plan_panel_(plan.plan_panel),
+        profile_panel_(plan.profile_panel) {}
+  StripSheet(const StripSheet&) = delete;
+  StripSheet& operator=(const StripSheet&) = delete;
+
+  StripSheetSummary Draw(Canvas& canvas) {
+    const double notes_width = plan_.layout.beside.width - 2 * kInset;
+    size_t most_numbers = BoringKey::kAny;
+    // How large the key is shows when the labels are placed, and their room depends on the key's size.
+    BoringKey key;
+    for (int round = 0; round < 4 && most_numbers == BoringKey::kAny; ++round) {
+      BlankCanvas blank;
+      key = BoringKey();
+      const Views views = DrawViews(blank, &key);
+      if (views.plan.dots)  // that most of them get numbers is certain
+        for (const PlotBoring* boring : content_.borings) key.Number(*boring);
+      if (key.Borings().empty()) break;
+      const double beside = plan_.layout.beside.height - NotesOf(views, notes_width).Height() - kInset;
+      if (band_ == 0 && KeyTable(key, plan_.layout.beside.width).Height() <= beside) break;
+      if (band_ > 0 && BandTable(key).Height() <= band_) break;
+      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+    }
+    BoringKey drawn(most_numbers);
+    const Views views = DrawViews(canvas, &drawn);
+    const Notes notes = NotesOf(views, notes_width);
+    const SheetRect& beside = plan_.layout.beside;
+    notes.Draw(canvas, {beside.x + kInset, beside.y + 2});
+    if (band_ > 0)
+      BandTable(drawn).Draw(canvas, {plan_.layout.frame.x, plan_.layout.views.Bottom() - band_ + 1});
+    else
+      KeyTable(drawn, beside.width).Draw(canvas, {beside.x, beside.y + notes.Height() + 2});
+    return {views.plan.without_label + views.profile.without_label,
+            views.plan.outside.size() + views.profile.outside.size()};
+  }
+
+ private:
+  Views DrawViews(Canvas& canvas, BoringKey* key) {
+    Views views;
+    if (plan_.HasPlan()) views.plan = DrawStripPlan(canvas, plan_panel_, content_, key);
+    if (plan_.HasProfile())
+      views.profile = DrawStripProfile(canvas, profile_panel_, content_, plan_.profile,
+                                       {plan_.height_scale, plan_.report.setup.decimals}, key);
+    return views;
+  }
+
+  KeyTable BandTable(const BoringKey& key) const {
+    const double width = plan_.layout.frame.width;
+    KeyTable wide(key, width);
+    if (wide.Height() <= plan_.layout.views.height * kSmallBand) return wide;
+    return KeyTable(key, width, KeySpacing::kDense);
+  }
+
+  // Takes the height for the key from plan and profile. Returns whether they could give all of it.
+  bool MakeBand(double wanted) {
+    const SheetRect& views = plan_.layout.views;
+    const double road = RoadHeight();
+    const double margins = plan_.plan_panel.height - plan_.room.plan.height;
+    double least_plan =
+        plan_.HasPlan() ? std::min(plan_.plan_panel.height, std::max(kLeastPlan, road + margins)) : 0;
+    double least_profile = plan_.HasProfile() ? std::min(kLeastProfile, plan_.profile_panel.height) : 0;
+    const double rest = views.height - least_plan - least_profile;
+    const bool enough = wanted <= rest;
+    band_ = std::min(wanted, std::max(rest, 0.0));
+    const double left = views.height - band_;
+    plan_panel_.height = plan_.HasProfile() ? std::clamp(plan_.HasPlan() ? left / 2 : 0.0, least_plan,
+                                                         std::max(least_plan, left - least_profile))
+                                            : left;
+    profile_panel_.y = plan_panel_.Bottom();
+    profile_panel_.height = left - plan_panel_.height;
+    room_.plan.height = plan_panel_.height - margins;
+    return enough;
+  }
+
+  double RoadHeight() const {
+    const double c = std::cos(content_.strip.angle);
+    const double s = std::sin(content_.strip.angle);
+    Interval up;
+    for (const PlanePoint& p : PlanPath(content_.strip.line).Samples(room_.Metres(2), 4000))
+      up.Add(s * p.h + c * p.v);
+    return up.Size() * 1000 / room_.scale;
+  }
+
+  // The largest part of the key whose table fits into the band.
+  size_t NumbersThatFit(const BoringKey& key) const {
+    size_t low = 0;
+    size_t high = key.Borings().size();
+    while (low < high) {
+      const size_t middle = (low + high + 1) / 2;
+      BoringKey part;
+      for (size_t i = 0; i < middle; ++i) part.Number(*key.Borings()[i]);
+      if (KeyTable(part, plan_.layout.frame.width, KeySpacing::kDense).Height() <= band_)
+        low = middle;
+      else
+        high = middle - 1;
+    }
+    return low;
+  }
+
+  Notes NotesOf(const Views& views, double width) const {
+    Notes notes(width);
+    const int decimals = plan_.report.setup.decimals;
+    const auto id = [](const PlotBoring& b) { return b.id; };
+    const auto with_offset = [](const PlotBoring& b) {
+      const std::string offset = OffsetLabel(b);
+      return offset.empty() ? b.id : b.id + " " + offset;
+    };
+    const auto with_level = [&](const PlotBoring& b) {
+      return b.id + " " + FormatFixed(b.level.value_or(0), decimals);
+    };
+    constexpr size_t kLines = 3;
+    notes.Add("Outside the plan", views.plan.outside, kLines, with_offset);
+    if (plan_.HasProfile())
+      notes.Add("Without a level, not in the profile", views.profile.without_level, kLines, id);
+    notes.Add("Outside the profile, with their levels", views.profile.outside, kLines, with_level);
+    const size_t drawn = content_.borings.size() - views.plan.outside.size();
+    if (views.plan.dots && plan_.HasPlan())
+      notes.Add(std::to_string(drawn) + " borings in the plan, as dots", 1);
+    std::string unlabelled;
+    if (views.plan.without_label > 0) unlabelled = std::to_string(views.plan.without_label) + " in the plan";
+    if (views.profile.without_label > 0)
+      unlabelled +=
+          (unlabelled.empty() ? "" : ", ") + std::to_string(views.profile.without_label) + " in the profile";
+    if (!unlabelled.empty()) notes.Add("Not labelled: " + unlabelled, 1);
+    return notes;
+  }
+
+  const ReportPlan& plan_;
+  StripRoom room_;
+  StripContent content_;
+  SheetRect plan_panel_;
+  SheetRect profile_panel_;
+  double band_ = 0;  // mm above the title block, for the key
+};
+
+}  // namespace
+
+StripSheetSummary DrawStripSheet(Canvas& canvas, const ReportPlan& plan, size_t strip) {
+  return StripSheet(plan, strip).Draw(canvas);
+}
+
+}  // namespace velmora::drawing

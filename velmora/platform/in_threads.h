@@ -1,0 +1,46 @@
+// Work on many parts by several threads.
+#ifndef VELMORA_PLATFORM_IN_THREADS_H_
+#define VELMORA_PLATFORM_IN_THREADS_H_
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace velmora {
+
+// Calls work(part) for each of 0 to `parts` - 1, in any order, in up to `threads` threads of which one is the
+// caller's; 0: one a processor. After the parts that had begun, throws what one of them threw.
+template <class Work>
+void InThreads(size_t parts, int threads, const Work& work) {
+  std::atomic<size_t> next = 0;
+  std::mutex mutex;
+  std::exception_ptr failed;
+  const auto run = [&] {
+    try {
+      for (size_t part = next++; part < parts; part = next++) work(part);
+    } catch (...) {
+      const std::lock_guard lock(mutex);
+      failed = std::current_exception();
+      next = parts;
+    }
+  };
+  const size_t wanted = threads > 0 ? static_cast<size_t>(threads) : std::thread::hardware_concurrency();
+  std::vector<std::thread> running;
+  try {
+    running.reserve(std::min(wanted, parts));
+    while (running.size() + 1 < std::min(wanted, parts)) running.emplace_back(run);
+  } catch (const std::system_error&) {  // fewer threads will do
+  }
+  run();
+  for (std::thread& thread : running) thread.join();
+  if (failed) std::rethrow_exception(failed);
+}
+
+}  // namespace velmora
+
+#endif  // VELMORA_PLATFORM_IN_THREADS_H_
