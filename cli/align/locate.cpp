@@ -150,6 +150,8 @@ class CsvRows {
 std::vector<Column> LocateColumns() {
   ColumnRow row;
   AddColumns({}, {}, false, &row);
+  for (Column& column : row.columns)
+    if (column.key == "status") column.usual = StatusText(PlaceStatus::kOn);
   return std::move(row.columns);
 }
 
@@ -319,10 +321,10 @@ class Results {
     swapped_.Report(options_.points, options_.list);
     if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
     if (tally_.Unreadable() == 0) return;
-    Warn(At(options_.points, first_problem_.line,
-            first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
-                " not placed; correct the list and run again"));
+    PrintError(At(options_.points, first_problem_.line,
+                  first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
+                      (tally_.Unreadable() == 1 ? " row was" : " rows were") +
+                      " not placed; correct the list and run again"));
     throw ExitWith{1};
   }
 

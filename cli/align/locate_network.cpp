@@ -32,7 +32,7 @@ const std::vector<Column> kColumns = {
     {"profile_level", "profile", true},
     {"level", "level", true},
     {"difference", "diff", true},
-    {"status", "status"},
+    {"status", "status", false, StatusText(PlaceStatus::kOn)},
     {"line", ""},
 };
 
@@ -188,10 +188,10 @@ class NetworkResults {
     swapped_.Report(options_.points, options_.list);
     if (unreadable_ == 0 && swapped_.AreMost()) throw ExitWith{1};
     if (unreadable_ == 0) return;
-    Warn(At(options_.points, first_problem_.line,
-            first_problem_.problem + "; " + std::to_string(unreadable_) +
-                (unreadable_ == 1 ? " row was" : " rows were") +
-                " not placed; correct the list and run again"));
+    PrintError(At(options_.points, first_problem_.line,
+                  first_problem_.problem + "; " + std::to_string(unreadable_) +
+                      (unreadable_ == 1 ? " row was" : " rows were") +
+                      " not placed; correct the list and run again"));
     throw ExitWith{1};
   }
 
