@@ -8,7 +8,6 @@
 
 #include "cli/input/list_options.h"
 #include "cli/output/records.h"
-#include "velmora/alignment/station_area.h"
 #include "velmora/exchange/road.h"
 
 namespace CLI {
@@ -100,9 +99,6 @@ struct InfoOptions {
   std::string file;
   OutputOptions output;
 };
-
-// What --area and --offsets leave; nothing without them.
-std::optional<StationArea> AreaOf(const LocateOptions& options);
 
 void AlignInfo(const InfoOptions& options);
 void AlignLocate(const LocateOptions& options);

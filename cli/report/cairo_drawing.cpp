@@ -21,7 +21,7 @@ using drawing::Style;
 
 constexpr double kLargestNumber = 1e5;  // mm; cairo keeps coordinates in 32 bits
 constexpr double kWidestLine = 100;
-constexpr double kSmallestText = 0.01;     // mm; FreeType takes neither smaller nor larger ones
+constexpr double kSmallestText = 0.01;  // mm; FreeType takes neither smaller nor larger ones
 constexpr double kLargestText = 1000;
 constexpr const char* kFamily = "DejaVu Sans";
 

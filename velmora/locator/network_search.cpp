@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kRoom = 1e-4;  // m, for rounding in a chord's distance
+constexpr double kChordRoom = 1e-4;  // m, for rounding in a chord's distance
 
 }  // namespace
 
@@ -106,7 +106,7 @@ void NetworkSearch::ForLeaf(size_t leaf, PlanePoint p, const double& metres, Con
   std::array<double, BoundTree::kFan + kChordsAtOnce> away;  // NOLINT: written before it is read
   Routines().distances(Plan(), p, begin, end - begin, away.data());
   for (size_t i = begin; i < end; ++i) {
-    const bool beyond = away[i - begin] - Plan().ChordSlack(i) > metres * (1 + 1e-9) + kRoom;
+    const bool beyond = away[i - begin] - Plan().ChordSlack(i) > metres * (1 + 1e-9) + kChordRoom;
     if (!beyond && !Plan().IsBetweenRoads(i)) consider(i);
   }
 }
