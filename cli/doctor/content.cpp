@@ -131,6 +131,7 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
     found.clear();
   };
   CheckPrograms(folder, given, &found);
+  report();
   const std::set<std::wstring> in_use = CheckFilesInUse(folder, shown);
   EntryVisitor visitor;
   visitor.folder = [&](const CString& below, const std::vector<FoundFile>& entries) {
