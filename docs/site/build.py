@@ -23,7 +23,7 @@ DOCS = ROOT / "docs"
 SITE = DOCS / "site"
 # Run by the test "docs" (console, and files by their names) or by those beside PostgreSQL (sql) and QGIS (python);
 # what installs, builds or is only shown.
-BLOCKS = re.compile(r"console|\w+ [\w.-]+|sql|sh|text")
+BLOCKS = re.compile(r"console|\w+ [\w./-]+|sql|sh|text")
 MAY_BE_UNNAMED = {"qgis.md": {"python"}}
 problems = []
 
