@@ -26,7 +26,8 @@ void AddLocate(CLI::App* align) {
           "and in a GeoPackage (.gpkg[:LAYER]), the nearest to each point")
       ->required()
       ->type_name("")
-      ->expected(1, -1);
+      ->expected(1, -1)
+      ->check(CompletesFile(".vl .gpkg"));
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")

@@ -7,6 +7,12 @@
 
 namespace velmora::cli {
 
+std::vector<CString> SettingsNames() {
+  return {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn,
+          CProjPath::Jb23ParNamn,    CProjPath::Kodfil,         CProjPath::Miljkod,
+          CProjPath::Linkod};
+}
+
 SettingsContext::SettingsContext(const std::string& project) : has_project_(!project.empty()) {
   if (has_project_) project_.SetPath(ExistingProjectFolder(project));
   FindEnvironment(kUsualSub, &environment_);

@@ -12,6 +12,9 @@
 
 namespace velmora::cli {
 
+// The names of the settings and code files that programs look for; every call reads CProjPath's anew.
+std::vector<CString> SettingsNames();
+
 class SettingsContext {
  public:
   // `project` is its folder, empty for none. Throws a Refusal when it is not a folder.

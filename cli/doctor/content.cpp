@@ -2,11 +2,12 @@
 
 #include <optional>
 
+#include "cli/context/project_folder.h"
+#include "cli/context/settings_context.h"
 #include "cli/doctor/alignment_files.h"
 #include "cli/doctor/text_encoding.h"
 #include "cli/project/check_entries.h"
 #include "cli/project/check_structure.h"
-#include "cli/terminal/absolute_path.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/console.h"
 #include "velmora/platform/whole_file.h"
@@ -30,9 +31,7 @@ bool IsHidden(const CString& path, const CString& usual) {
 // suite's own names are settings.
 std::optional<ContentKind> KindOf(const CString& path) {
   const CString name = NameOfPath(path);
-  for (const wchar_t* known :
-       {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
-        CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
+  for (const CString& known : SettingsNames())
     if (name.CompareNoCase(known) == 0)
       return IsHidden(path, known) ? std::nullopt : std::optional(ContentKind::kSettings);
   if (name.Left(5).CompareNoCase(L"STAMP") == 0 && name.Right(4).CompareNoCase(L".DAT") == 0)
@@ -103,6 +102,24 @@ void ContentCheck::CheckFile(const CString& path, const std::string& shown, Owne
     DiagnoseSettings(KindByName(NameOfPath(path)), lines, shown, owner, report_);
 }
 
+std::set<std::wstring> ContentCheck::CheckFilesInUse(const CString& folder, const CString& shown) {
+  std::vector<CString> names = SettingsNames();
+  names.push_back(JoinPath(CProjPath::TundrilDbfKat, CProjPath::TundrilVlNamn));
+  std::set<std::wstring> in_use;
+  for (CString& name : names) {
+    const CString path = JoinPath(folder, name);
+    if (!FileOrFolderExists(path)) continue;
+    const std::string file = PathForDisplay(JoinPath(shown, name));
+    TextLines none;
+    if (IsFile(path))
+      CheckFile(path, file, Owner::kFolder);
+    else
+      report_->Add({file, 0, ReadTextLines(path, &none), "programs do without the file; restore it", ""});
+    in_use.emplace(name.MakeUpper().GetView());
+  }
+  return in_use;
+}
+
 void ContentCheck::CheckFolder(const CString& folder, const std::string& given) {
   CString shown = PathFromSystem(given);
   while (shown.GetLength() > 1 && shown.GetAt(shown.GetLength() - 1) == L'\\')
@@ -114,6 +131,7 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
     found.clear();
   };
   CheckPrograms(folder, given, &found);
+  const std::set<std::wstring> in_use = CheckFilesInUse(folder, shown);
   EntryVisitor visitor;
   visitor.folder = [&](const CString& below, const std::vector<FoundFile>& entries) {
     report();
@@ -125,6 +143,7 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
     CheckNames(entries, below, &found);
   };
   visitor.file = [&](const CString& path) {
+    if (CString upper = path; in_use.contains(std::wstring(upper.MakeUpper().GetView()))) return;
     CheckFile(JoinPath(folder, path), ShownIn(shown, PathForDisplay(path)), Owner::kFolder);
   };
   CheckEntries(folder, &found, visitor);
@@ -132,9 +151,7 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
 }
 
 void ContentCheck::CheckGiven(const std::string& given) {
-  CString path = PathFromSystem(AbsolutePath(given));
-  while (path.GetLength() > 1 && path.GetAt(path.GetLength() - 1) == L'\\')
-    path = path.Left(path.GetLength() - 1);
+  const CString path = ProjectFolder(given);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (!status)
     report_->Add({given, 0, "no such file or folder", "nothing was checked there; check the name", ""});

@@ -3,6 +3,7 @@
 #define VELMORA_CLI_DOCTOR_CONTENT_H_
 
 #include <cstdint>
+#include <set>
 #include <string>
 
 #include "cli/doctor/report.h"
@@ -27,6 +28,10 @@ class ContentCheck {
   void CheckGiven(const std::string& given);
 
  private:
+  // The settings, code and area files that programs look for in a project, also where a link leads to them.
+  // Returns their names in capitals.
+  std::set<std::wstring> CheckFilesInUse(const CString& folder, const CString& shown);
+
   DoctorReport* report_;
   Progress progress_{"checking", 0, "file"};
   std::uint64_t files_ = 0;

@@ -4,6 +4,7 @@
 
 #include "cli/context/environment.h"
 #include "cli/context/registry_error.h"
+#include "cli/context/settings_context.h"
 #include "cli/doctor/text_encoding.h"
 #include "cli/env/sample_installation.h"
 #include "cli/project/check_structure.h"
@@ -102,9 +103,7 @@ void CheckSharedFiles(const UserFilePlan& plan, DoctorReport* report) {
 // The settings and code files in use, and the title blocks beside them.
 void CheckFiles(const Environment& environment, const UserFilePlan& plan, ContentCheck* content,
                 DoctorReport* report) {
-  for (const wchar_t* name :
-       {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
-        CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod}) {
+  for (const CString& name : SettingsNames()) {
     const std::vector<SettingsPlace> places = SettingsPlaces(&environment.ini, nullptr, name);
     if (const SettingsPlace* place = PlaceInUse(places)) {
       if (IsFile(place->path))

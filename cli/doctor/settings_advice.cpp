@@ -35,8 +35,8 @@ std::string FolderOf(const std::string& shown) {
 class SettingsAdvice {
  public:
   SettingsAdvice(SettingsFileKind kind, const TextLines& lines, const std::string& shown, Owner owner)
-      : kind_(kind), lines_(lines), shown_(shown), name_(NameOfPath(PathFromSystem(shown))) {
-    where_ = owner == Owner::kInstallation ? " --shared" : " --project " + ShellArgument(FolderOf(shown));
+      : kind_(kind), owner_(owner), lines_(lines), shown_(shown), name_(NameOfPath(PathFromSystem(shown))) {
+    where_ = owner_ == Owner::kInstallation ? " --shared" : " --project " + ShellArgument(FolderOf(shown));
     const Findings all = CheckSettingsText(kind, lines);
     if (std::any_of(all.begin(), all.end(), [](const Finding& finding) { return finding.lost; }))
       force_ = " --force";
@@ -47,6 +47,8 @@ class SettingsAdvice {
   Advice Of(const Finding& finding) const {
     if (finding.line == 0) return {"programs read no code of it; write that line in an editor", ""};
     const TextLine& line = lines_[static_cast<size_t>(finding.line) - 1];
+    if (IsReadElsewhere())
+      return {std::string("programs read such a file beside Velmora.ini only; ") + kInEditor, ""};
     if (kind_ == SettingsFileKind::kSettings) return OfSetting(line);
     return kind_ == SettingsFileKind::kRig ? OfRig(line) : OfCode(line);
   }
@@ -56,6 +58,11 @@ class SettingsAdvice {
     const bool usual = name_.CompareNoCase(CProjPath::TundrilParNamn) == 0;
     return "velmora settings set " + key + " " + value +
            (usual ? "" : " --file " + ShellArgument(ToUtf8(name_))) + where_ + force_;
+  }
+
+  // The commands do not write TUNDRIL.CFG in a project either.
+  bool IsReadElsewhere() const {
+    return owner_ == Owner::kFolder && name_.CompareNoCase(CProjPath::TundrilCfgNamn) == 0;
   }
 
   std::string Update() const { return "velmora codes environment update" + where_ + force_; }
@@ -118,6 +125,7 @@ class SettingsAdvice {
   }
 
   SettingsFileKind kind_;
+  Owner owner_;
   const TextLines& lines_;
   std::string shown_;
   CString name_;

@@ -2,6 +2,7 @@
 
 #include "cli/context/environment.h"
 #include "cli/context/project_folder.h"
+#include "cli/context/settings_context.h"
 #include "cli/context/settings_lines.h"
 #include "cli/project/check_entries.h"
 #include "cli/project/check_structure.h"
@@ -21,7 +22,7 @@ void Add(const std::string& file, const Findings& findings, Diagnoses* found) {
 }
 
 // A settings or code file, where the project has one.
-void CheckSettings(const CString& folder, const wchar_t* name, Diagnoses* found) {
+void CheckSettings(const CString& folder, const CString& name, Diagnoses* found) {
   const CString path = JoinPath(folder, name);
   if (!FileOrFolderExists(path)) return;
   TextLines lines;
@@ -58,10 +59,7 @@ void ProjectCheck(const ProjectOptions& options) {
   CheckPrograms(folder, options.folder, &found);
   CheckNames(FindFiles(JoinPath(folder, L"*")), CString(), &found);
   if (IsFolder(project.m_DbfKat)) CheckNames(FindFiles(JoinPath(project.m_DbfKat, L"*")), CString(), &found);
-  for (const wchar_t* name :
-       {CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
-        CProjPath::Kodfil, CProjPath::Miljkod, CProjPath::Linkod})
-    CheckSettings(folder, name, &found);
+  for (const CString& name : SettingsNames()) CheckSettings(folder, name, &found);
   Add(PathForDisplay(JoinPath(CProjPath::TundrilDbfKat, CProjPath::TundrilVlNamn)), CheckArea(project),
       &found);
   CheckEntries(folder, &found);

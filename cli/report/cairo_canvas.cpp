@@ -64,6 +64,8 @@ class PdfCanvas final : public CairoCanvas {
   ~PdfCanvas() override {
     stream_.Close();
     StopDrawing();
+    // cairo 1.16 can crash when it ends a file in which it failed.
+    if (HasFailed()) (void)surface_.release();
   }
 
   void BeginSheet(std::string_view title, double width, double height) override {

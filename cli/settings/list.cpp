@@ -127,17 +127,15 @@ void SettingsGet(const SettingsOptions& options) {
 }
 
 void SettingsWhere(const SettingsOptions& options) {
-  std::vector<const wchar_t*> names = {
-      CProjPath::TundrilCfgNamn, CProjPath::TundrilParNamn, CProjPath::StenParNamn, CProjPath::Jb23ParNamn,
-      CProjPath::Kodfil,         CProjPath::Miljkod,        CProjPath::Linkod};
+  const std::vector<CString> names = SettingsNames();
   const SettingsContext context(options.project);
   std::vector<std::string> paths;
-  for (const wchar_t* name : names)
+  for (const CString& name : names)
     for (const SettingsPlace& place : context.PlacesOf(name)) paths.push_back(PathForDisplay(place.path));
   OutputFile output(options.output.file, paths);
   RecordWriter records(output, options.output.Format(),
                        {{"file", "file"}, {"state", "state"}, {"place", "place"}, {"path", "path"}});
-  for (const wchar_t* name : names) {
+  for (const CString& name : names) {
     if (!options.file.empty() && FromUtf8(options.file).CompareNoCase(name) != 0) continue;
     const std::vector<SettingsPlace> places = context.PlacesOf(name);
     const SettingsPlace* in_use = PlaceInUse(places);

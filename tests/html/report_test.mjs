@@ -167,6 +167,32 @@ test("a boring is chosen in plan, profile and table alike", async () => {
   });
 });
 
+test("the plan zooms around the pointer and moves with it", async () => {
+  await look(report("zoom.html", join(examples, "borings.csv")), async (page) => {
+    const at = async (x, y) => {
+      await move(page, "plan", x, y);
+      return [await number(page, "easting"), await number(page, "northing")];
+    };
+    const same = (a, b, metres) => assert.ok(Math.hypot(a[0] - b[0], a[1] - b[1]) < metres, `${a} ${b}`);
+    const [here, there] = [await at(0.3, 0.4), await at(0.5, 0.6)];
+    const pixel = (there[0] - here[0]) / (0.2 * (await page.locator("#plan").boundingBox()).width);
+    await at(0.3, 0.4);
+    await page.mouse.wheel(0, -600);
+    same(await at(0.3, 0.4), here, pixel); // turning the wheel has a place in whole pixels
+    const near = await at(0.5, 0.6);
+    assert.ok(near[0] - here[0] < 0.5 * (there[0] - here[0]));
+    await page.mouse.down();
+    await at(0.3, 0.4);
+    await page.mouse.up();
+    same(await at(0.3, 0.4), near, pixel);
+    await page.getByRole("button", { name: "Plan: show the whole road" }).click();
+    same(await at(0.5, 0.6), there, 0.02);
+    await page.locator("#plan").focus();
+    await page.keyboard.press("+");
+    assert.ok((await at(0.5, 0.6))[0] - (await at(0.3, 0.4))[0] < 0.8 * (there[0] - here[0]));
+  });
+});
+
 test("the table sorts numbers as numbers and filters over all columns", async () => {
   const count = 3000;
   const lines = Array.from({ length: count }, (_, i) => `B${i + 1},${6652250 + (i % 100)},${653200 + i / 10},${(i * 37) % 101}`);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kMatchReach = 45;  // mm of a match line to either side of the road
 
-struct Turned {
+struct TurnedMap {
   double c;
   double s;
   SheetPoint operator()(PlanePoint p) const { return {c * p.h - s * p.v, s * p.h + c * p.v}; }
@@ -80,7 +80,7 @@ void DrawMatchLine(const PlanSheet& sheet, const StripContent& content, bool at_
 PlanFrame FrameOfStrip(const StripContent& content) {
   const StripRoom& room = content.room;
   const Strip& strip = content.strip;
-  const Turned turned = {std::cos(strip.angle), std::sin(strip.angle)};
+  const TurnedMap turned = {std::cos(strip.angle), std::sin(strip.angle)};
   const SheetRect extent = strip.ExtentAt(strip.angle);
   Interval up = {extent.y, extent.Bottom()};
   // As many of the borings, the nearest first, as there is height for.

@@ -8,11 +8,11 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kShorter = 0.93;     // of the length, until a strip fits
-constexpr double kRoundStation = 10;  // mm; strips end at multiples of about this
-constexpr double kLeastPart = 0.7;    // of a strip's length, to end at such a station
-constexpr double kShortest = 30;      // mm, of the last strip
-constexpr double kTurnStep = 5;       // degrees
+constexpr double kShorter = 0.93;      // of the length, until a strip fits
+constexpr double kRoundStation = 10;   // mm; strips end at multiples of about this
+constexpr double kLeastPart = 0.7;     // of a strip's length, to end at such a station
+constexpr double kShortestStrip = 30;  // mm, of the last strip
+constexpr double kTurnStep = 5;        // degrees
 constexpr double kMostTurned = 80;
 constexpr double kSampleStep = 2;    // mm
 constexpr double kMostSamples = 64;  // on one
@@ -106,8 +106,8 @@ Strip NextStrip(const Course& course, const Stretch& stretch, double from, doubl
     strip = StripOf(course, stretch, from, to, room);
   }
   if (to < last) {
-    if (last - to < room.Metres(kShortest))
-      to = std::max(from + (last - from) / 2, last - room.Metres(kShortest));
+    if (last - to < room.Metres(kShortestStrip))
+      to = std::max(from + (last - from) / 2, last - room.Metres(kShortestStrip));
     strip = StripOf(course, stretch, from, RoundEnd(course, stretch, from, to, room), room);
     if (const auto again = AngleOf(course, strip, room)) angle = again;
   }

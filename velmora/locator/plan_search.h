@@ -40,13 +40,14 @@ class PlanSearch {
 
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result) const;
-  // Each at most kMostInBatch points.
-  void FindPoints(size_t first, size_t count, SpatialSort* sort) const;
-  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
-                 int* result) const;
+                   int* result, bool dense) const;
+  // Each at most kMostInBatch points. `dense` as for CandidateGrid::CellAt.
+  void FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const;
+  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset, int* result,
+                 bool dense) const;
   void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result) const;
+                   int* result, bool dense) const;
+
   PlanSnapshot plan_;
   BatchRoutines routines_;
   CandidateGrid grid_;

@@ -113,12 +113,6 @@ void BoundingBox::Grow(double by) {
   high = {high.h + by, high.v + by};
 }
 
-double BoundingBox::SquaredDistance(PlanePoint p) const {
-  const double h = std::max({low.h - p.h, p.h - high.h, 0.0});
-  const double v = std::max({low.v - p.v, p.v - high.v, 0.0});
-  return h * h + v * v;
-}
-
 void Tangents::Include(const Tangents& other) {
   if (other.spread < 0) return;
   if (spread < 0) {
