@@ -50,7 +50,7 @@ struct Outcome {
 class Bench {
  public:
   explicit Bench(bool small)
-      : rounds_(small ? 3 : 5), roads_(small ? 1000 : 10000), points_(small ? 1000000 : 10000000) {}
+      : rounds_(small ? 5 : 7), roads_(small ? 1000 : 10000), points_(small ? 1000000 : 10000000) {}
 
   void Run() {
     figures_.Head("Very many roads");
@@ -118,9 +118,9 @@ void Bench::Nearest(bool arcs) {
   const std::string name = std::to_string(roads_) + " roads" + (arcs ? ", arcs" : "");
   const double per_point = 1e9 / static_cast<double>(points_);
   figures_.Add({name + ", later", Median(us) * per_point, Median(them) * per_point, "ns", peer->Name(),
-                Median(ratios)});
+                Median(ratios), bench::Noise(ratios)});
   figures_.Add({name + ", first, with building", first * per_point, (built + Median(them)) * per_point, "ns",
-                peer->Name(), (built + Median(them)) / first});
+                peer->Name(), (built + Median(them)) / first, bench::Noise(ratios)});
 }
 
 void Bench::Opening() {
@@ -162,9 +162,9 @@ void Bench::Opening() {
     const std::string name = "opening " + std::to_string(roads_) + " files, " + std::to_string(threads) +
                              (threads == 1 ? " thread" : " threads");
     figures_.Add({name + ", processor", Median(us) * 1e3, Median(them) * 1e3, "ms", "reading their bytes",
-                  Median(ratios)});
+                  Median(ratios), bench::Noise(ratios)});
     figures_.Add({name + ", elapsed", Median(elapsed) * 1e3, Median(their_elapsed) * 1e3, "ms",
-                  "reading their bytes", Median(elapsed_ratios)});
+                  "reading their bytes", Median(elapsed_ratios), bench::Noise(elapsed_ratios)});
   }
   fs::remove_all(folder);
 }

@@ -8,6 +8,7 @@
 
 #include "cli/input/list_options.h"
 #include "cli/output/records.h"
+#include "velmora/alignment/station_area.h"
 #include "velmora/exchange/road.h"
 
 namespace CLI {
@@ -99,6 +100,7 @@ struct InfoOptions {
   std::string file;
   OutputOptions output;
 };
+
 
 void AlignInfo(const InfoOptions& options);
 void AlignLocate(const LocateOptions& options);
