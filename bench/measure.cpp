@@ -20,6 +20,12 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
+double Noise(std::vector<double> ratios) {
+  const double median = Median(ratios);
+  std::sort(ratios.begin(), ratios.end());
+  return ratios.size() < 4 ? 0 : (ratios[ratios.size() - 2] - ratios[1]) / median;
+}
+
 std::string Machine() {
   std::string processor = "unknown processor";
   std::ifstream in("/proc/cpuinfo");
@@ -32,21 +38,23 @@ std::string Machine() {
 Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs) {
   std::vector<double> a;
   std::vector<double> b;
+  std::vector<double> ratios;
   for (int round = 0; round < rounds; ++round) {
     b.push_back(Seconds(theirs));
     a.push_back(Seconds(ours));
+    ratios.push_back(b.back() / a.back());
   }
-  return {Median(a), Median(b)};
+  return {Median(a), Median(b), Noise(ratios)};
 }
 
 void Figures::Head(const std::string& what) const {
-  std::printf("%s\n%s\n\n%-40s %10s %10s %-5s %7s  %s\n", what.c_str(), Machine().c_str(), "", "ours", "peer",
-              "", "ratio", "peer");
+  std::printf("%s\n%s\n\n%-40s %10s %10s %-5s %7s %6s  %s\n", what.c_str(), Machine().c_str(), "", "ours",
+              "peer", "", "ratio", "noise", "peer");
 }
 
 void Figures::Add(Figure figure) {
-  std::printf("%-40s %10.1f %10.1f %-5s %7.2f  %s\n", figure.name.c_str(), figure.ours, figure.theirs,
-              figure.unit.c_str(), figure.ratio, figure.peer.c_str());
+  std::printf("%-40s %10.1f %10.1f %-5s %7.2f %5.0f%%  %s\n", figure.name.c_str(), figure.ours, figure.theirs,
+              figure.unit.c_str(), figure.ratio, figure.noise * 100, figure.peer.c_str());
   std::fflush(stdout);
   figures_.push_back(std::move(figure));
 }
@@ -57,8 +65,8 @@ bool Figures::WriteJson(const std::string& file) const {
   const char* between = "\n";
   for (const Figure& f : figures_) {
     out << between << "  {\"name\": \"" << f.name << "\", \"ours\": " << f.ours << ", \"peer\": " << f.theirs
-        << ", \"unit\": \"" << f.unit << "\", \"ratio\": " << f.ratio << ", \"beside\": \"" << f.peer
-        << "\"}";
+        << ", \"unit\": \"" << f.unit << "\", \"ratio\": " << f.ratio << ", \"noise\": " << f.noise
+        << ", \"beside\": \"" << f.peer << "\"}";
     between = ",\n";
   }
   out << "\n]}\n";

@@ -11,6 +11,8 @@ namespace velmora::bench {
 
 double Seconds(const std::function<void()>& action);
 double Median(std::vector<double> values);
+// How far the ratios of the rounds lie apart without the lowest and the highest, as a share of their median.
+double Noise(std::vector<double> ratios);
 
 // Processor, compiler and flags, in one line.
 std::string Machine();
@@ -22,16 +24,18 @@ struct Figure {
   std::string unit;
   std::string peer;
   double ratio;  // how many times the peer, above 1 is better
+  double noise;  // of the ratio
 };
 
 // Takes the command line apart: "--name" sets a switch, "--name TEXT" a text. False when a word is neither.
 bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
                  const std::map<std::string, std::string*>& texts);
 
-// The median seconds of two actions that take turns.
+// The median seconds of two actions that take turns, and the noise of their ratio.
 struct Pair {
   double ours;
   double theirs;
+  double noise;
 };
 Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs);
 

@@ -16,6 +16,7 @@
 #include "cli/report/commands.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
+#include "cli/terminal/file_log.h"
 #include "velmora/common/messages.h"
 #include "velmora/lists/list_error.h"
 #include "velmora/platform/dialog.h"
@@ -29,7 +30,7 @@ constexpr int kRefused = 1;
 constexpr int kWrongUsage = 2;
 
 int RefuseUsage(const Understood& at, const std::string& problem) {
-  Warn(problem + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") + "--help)");
+  PrintError(problem + " (see velmora " + at.called_as + (at.called_as.empty() ? "" : " ") + "--help)");
   return kWrongUsage;
 }
 
@@ -65,6 +66,11 @@ int RunCommand(std::vector<std::string> arguments) {
   CLI::App app("Geotechnical field data: borings and soundings placed along road alignments.", "velmora");
   app.set_version_flag("-V,--version", std::string("velmora ") + VersionText());
   app.require_subcommand(1);
+  app.fallthrough();  // the options of the command are taken behind a verb too
+  SetQuiet(false);
+  CLI::Option* quiet = app.add_flag_callback(
+      "-q,--quiet", [] { SetQuiet(true); }, "Print errors only: no notes and no progress");
+  app.add_flag_callback("-v,--verbose", LogFiles, "Print which files are read and written")->excludes(quiet);
   app.get_formatter()->column_width(34);
   app.footer(
       "Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads an alignment or a list from "
@@ -83,15 +89,15 @@ int RunCommand(std::vector<std::string> arguments) {
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {
-    Warn(refusal.what());
+    PrintError(refusal.what());
     return kRefused;
   } catch (const ExitWith& exit) {
     return exit.status;
   } catch (const wchar_t*) {  // thrown by the library's lists when memory runs out
-    Warn("out of memory; try a smaller file");
+    PrintError("out of memory; try a smaller file");
     return kRefused;
   } catch (const std::bad_alloc&) {
-    Warn("out of memory; try a smaller file");
+    PrintError("out of memory; try a smaller file");
     return kRefused;
   }
 }

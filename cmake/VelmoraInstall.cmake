@@ -1,16 +1,16 @@
 # What "cmake --install" puts where: the library with its headers, what find_package(velmora) and
-# pkg-config read, and the command when it is built.
+# pkg-config read, and the command when it is built. The components are the packages of VelmoraPackages.cmake.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
 install(TARGETS velmora EXPORT velmora-targets
-  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velmora")
-install(EXPORT velmora-targets NAMESPACE velmora:: DESTINATION "${package_dir}")
+install(EXPORT velmora-targets NAMESPACE velmora:: DESTINATION "${package_dir}" COMPONENT development)
 # What a client of the static library links besides.
 set(package_dependencies)
 set(pc_cflags)
@@ -38,7 +38,7 @@ configure_package_config_file(
 write_basic_package_version_file(
   "${PROJECT_BINARY_DIR}/velmoraConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/velmoraConfig.cmake" "${PROJECT_BINARY_DIR}/velmoraConfigVersion.cmake"
-  DESTINATION "${package_dir}")
+  DESTINATION "${package_dir}" COMPONENT development)
 
 # The way from velmora.pc up to the prefix, so that an installed tree may be moved.
 set(pc_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
@@ -47,10 +47,11 @@ file(RELATIVE_PATH pc_libdir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIB
 file(RELATIVE_PATH pc_includedir "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/velmora.pc.in" "${PROJECT_BINARY_DIR}/velmora.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+install(FILES "${PROJECT_BINARY_DIR}/velmora.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT development)
 
 if(TARGET velmora_cli)
-  install(TARGETS velmora_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS velmora_cli RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT command)
   if(TARGET velmora_manual)
     foreach(section 1 7)
       install(DIRECTORY "${PROJECT_BINARY_DIR}/cli/manual/" DESTINATION "${CMAKE_INSTALL_MANDIR}/man${section}"
@@ -59,8 +60,12 @@ if(TARGET velmora_cli)
     set(completion "${PROJECT_SOURCE_DIR}/cli/completion")
     install(FILES "${completion}/velmora.bash" RENAME velmora COMPONENT command
       DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+    set(zsh_dir site-functions)
+    if(VELMORA_PACKAGES)
+      set(zsh_dir vendor-completions)
+    endif()
     install(FILES "${completion}/_velmora" COMPONENT command
-      DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
+      DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/${zsh_dir}")
     install(FILES "${completion}/velmora.fish" COMPONENT command
       DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
   endif()
@@ -68,8 +73,8 @@ endif()
 if(TARGET mod_velmora)
   # On Windows beside the DLL.
   if(WIN32)
-    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT command)
   else()
-    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+    install(TARGETS mod_velmora LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT command)
   endif()
 endif()

@@ -66,5 +66,7 @@ endfunction()
 function(velmora_unity target)
   if(VELMORA_UNITY)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # To the compiler the files are headers then, whose classes should have no members of a file's own types.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   endif()
 endfunction()

@@ -5,8 +5,10 @@
 
 #if defined(_MSC_VER) && !defined(__clang__)
 #define VELMORA_ALWAYS_INLINE __forceinline
+#define VELMORA_NEVER_INLINE __declspec(noinline)
 #else
 #define VELMORA_ALWAYS_INLINE [[gnu::always_inline]] inline
+#define VELMORA_NEVER_INLINE [[gnu::noinline]]
 #endif
 
 namespace velmora {

@@ -30,7 +30,7 @@ class ExchangeBench {
  public:
   explicit ExchangeBench(const FileSettings& settings)
       : settings_(settings),
-        rounds_(settings.small ? 3 : 7),
+        rounds_(settings.small ? 5 : 7),
         count_(settings.small ? 200'000 : 1'000'000),
         folder_(settings.folder) {
     std::mt19937 random(2);
@@ -93,7 +93,8 @@ class ExchangeBench {
     };
     const double our_speed = speed(ours, seconds.ours);
     const double their_speed = speed(theirs, seconds.theirs);
-    figures_.Add({name, our_speed, their_speed, "MB/s", "std::to_chars and write", our_speed / their_speed});
+    figures_.Add({name, our_speed, their_speed, "MB/s", "std::to_chars and write", our_speed / their_speed,
+                  seconds.noise});
   }
 
   void Borings() {
@@ -107,7 +108,7 @@ class ExchangeBench {
         rounds_, [&] { WriteFile(File("ours"), write, borings_); },
         [&] { Insert(File("theirs.db"), blobs); });
     figures_.Add({"borings, GeoPackage", seconds.ours * 1e3, seconds.theirs * 1e3, "ms", "SQLite's inserts",
-                  seconds.theirs / seconds.ours});
+                  seconds.theirs / seconds.ours, seconds.noise});
   }
 
   // The same rows in one transaction, without a journal.

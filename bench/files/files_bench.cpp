@@ -60,7 +60,7 @@ class FilesBench {
   void Add(const std::string& name, const std::string& file, const Pair& seconds, const char* peer) {
     const double megabytes = static_cast<double>(std::filesystem::file_size(file)) / 1e6;
     figures_.Add({name, megabytes / seconds.ours, megabytes / seconds.theirs, "MB/s", peer,
-                  seconds.theirs / seconds.ours});
+                  seconds.theirs / seconds.ours, seconds.noise});
   }
   static constexpr const char* kReader = "fast_float over a mapped file";
   static constexpr const char* kWriter = "std::to_chars and write";
@@ -156,7 +156,7 @@ class FilesBench {
       const std::string command = "'" + settings_.velmora + "' align locate '" + road + "' --points '" +
                                   list + "' -o '" + result + "' --threads " + std::to_string(threads);
       const Pair seconds = TakeTurns(
-          settings_.small ? 3 : 5, [&] { Require(std::system(command.c_str()) == 0, "align locate failed"); },
+          5, [&] { Require(std::system(command.c_str()) == 0, "align locate failed"); },
           [&] {
             if (!std::filesystem::exists(result)) return;
             for (const std::string& file : {list, result})
@@ -164,7 +164,8 @@ class FilesBench {
                                          std::filesystem::copy_options::overwrite_existing);
           });
       figures_.Add({"align locate, threads " + std::to_string(threads), seconds.ours * 1e3,
-                    seconds.theirs * 1e3, "ms", "copying list and result", seconds.theirs / seconds.ours});
+                    seconds.theirs * 1e3, "ms", "copying list and result", seconds.theirs / seconds.ours,
+                    seconds.noise});
     }
   }
 

@@ -51,8 +51,8 @@ class Bench {
   size_t Points(size_t vertices) const {
     return std::max<size_t>(small_ ? 200000 : 1000000, small_ ? 0 : vertices * 2);
   }
-  void Add(const std::string& name, double ours, double theirs, double ratio, const std::string& unit,
-           const std::string& peer);
+  void Add(const std::string& name, double ours, double theirs, const std::vector<double>& ratios,
+           const std::string& unit, const std::string& peer);
   void AgainstBoost(size_t vertices, bool arcs, Order order);
   void AgainstGeos(size_t vertices);
   void Building(size_t vertices);
@@ -79,9 +79,9 @@ class Bench {
                                        {"Boost, later", {}, {}}};
 };
 
-void Bench::Add(const std::string& name, double ours, double theirs, double ratio, const std::string& unit,
-                const std::string& peer) {
-  figures_.Add({name, ours, theirs, unit, peer, ratio});
+void Bench::Add(const std::string& name, double ours, double theirs, const std::vector<double>& ratios,
+                const std::string& unit, const std::string& peer) {
+  figures_.Add({name, ours, theirs, unit, peer, Median(ratios), bench::Noise(ratios)});
 }
 
 std::string Case(size_t vertices, bool arcs, Order order) {
@@ -126,7 +126,7 @@ void Bench::AgainstBoost(size_t vertices, bool arcs, Order order) {
   const double per_point = 1e9 / static_cast<double>(count);
   const double us = Median(our_times) * per_point;
   const double them = Median(their_times) * per_point;
-  Add(Case(vertices, arcs, order), us, them, Median(ratios), "ns", peer->Name());
+  Add(Case(vertices, arcs, order), us, them, ratios, "ns", peer->Name());
   if (arcs) return;
   const size_t line = order == Order::kAlong ? 0 : 1;
   for (const auto& [at, value] : {std::pair{line, us}, std::pair{line + 2, them}}) {
@@ -155,7 +155,7 @@ void Bench::AgainstGeos(size_t vertices) {
                    static_cast<double>(for_geos) * 1e9);
     ratios.push_back(them.back() / us.back());
   }
-  Add(Case(vertices, false, Order::kRandom), Median(us), Median(them), Median(ratios), "ns", peer->Name());
+  Add(Case(vertices, false, Order::kRandom), Median(us), Median(them), ratios, "ns", peer->Name());
 }
 
 void Bench::Building(size_t vertices) {
@@ -173,7 +173,7 @@ void Bench::Building(size_t vertices) {
                    }));
     ratios.push_back(them.back() / us.back());
   }
-  Add(std::to_string(vertices) + " vertices, building", Median(us), Median(them), Median(ratios), "us",
+  Add(std::to_string(vertices) + " vertices, building", Median(us), Median(them), ratios, "us",
       "Boost R-tree, 4 a node");
 }
 
@@ -195,8 +195,9 @@ void Bench::Lanes(size_t vertices) {
   const bench::Pair seconds = bench::TakeTurns(
       rounds_, [&] { find(wide); }, [&] { find(baseline); });
   const double per_point = 1e9 / static_cast<double>(count);
-  Add(Case(vertices, false, Order::kAlong) + ", wide lanes", seconds.ours * per_point,
-      seconds.theirs * per_point, seconds.theirs / seconds.ours, "ns", "baseline lanes");
+  figures_.Add({Case(vertices, false, Order::kAlong) + ", wide lanes", seconds.ours * per_point,
+                seconds.theirs * per_point, "ns", "baseline lanes", seconds.theirs / seconds.ours,
+                seconds.noise});
 }
 
 void Bench::Threads(size_t vertices) {
@@ -219,7 +220,7 @@ void Bench::Threads(size_t vertices) {
                   }));
     ratios.push_back(one.back() / two.back());
   }
-  Add(Case(vertices, false, Order::kAlong) + ", two threads", Median(two), Median(one), Median(ratios), "ns",
+  Add(Case(vertices, false, Order::kAlong) + ", two threads", Median(two), Median(one), ratios, "ns",
       "one thread");
 }
 
@@ -261,7 +262,7 @@ void Bench::Walks(size_t vertices) {
       ratios.push_back(them.back() / us.back());
     }
     Add(std::to_string(vertices) + (plan ? " vertices, station to point" : " vertices, station to level"),
-        Median(us), Median(them), Median(ratios), "ns", "the walk");
+        Median(us), Median(them), ratios, "ns", "the walk");
   }
 }
 
@@ -272,26 +273,34 @@ void Bench::GrowthWithPoints() {
   for (size_t count = 1000; count <= (small_ ? 1000000u : 10000000u); count *= 10) {
     const Places places = MakePlaces(road, count, Order::kRandom);
     Outcome out(count);
-    double first = 0;
-    double later = 0;
-    double boost = 0;
-    double boost_later = 0;
-    first = Seconds([&] {
-              const Locator locator(road, 1);
-              Locate(locator, places, 0, count, &out);
-              later = Seconds([&] { Locate(locator, places, 0, count, &out); });
-            }) -
-            later;
-    boost = Seconds([&] {
-      const std::unique_ptr<Peer> peer = MakeBoostPeer(road, false, 4, count > 100000);
-      boost_later = Seconds([&] { peer->Locate(places, count, out.station.data(), out.offset.data()); });
-    });
+    constexpr int kRounds = 5;
+    std::vector<double> firsts, laters, boosts, boost_laters, ratios;
+    for (int round = 0; round < kRounds; ++round) {
+      double later = 0;
+      const double both = Seconds([&] {
+        const Locator locator(road, 1);
+        Locate(locator, places, 0, count, &out);
+        later = Seconds([&] { Locate(locator, places, 0, count, &out); });
+      });
+      firsts.push_back(both - later);
+      laters.push_back(later);
+      boosts.push_back(Seconds([&] {
+        const std::unique_ptr<Peer> peer = MakeBoostPeer(road, false, 4, count > 100000);
+        boost_laters.push_back(
+            Seconds([&] { peer->Locate(places, count, out.station.data(), out.offset.data()); }));
+      }));
+      ratios.push_back(boosts.back() / firsts.back());
+    }
+    const double first = Median(firsts);
+    const double later = Median(laters);
+    const double boost = Median(boosts);
+    const double boost_later = Median(boost_laters);
     for (size_t i = 0; const double seconds : {first, later, boost, boost_later}) {
       by_points_[i].x.push_back(static_cast<double>(count));
       by_points_[i++].y.push_back(seconds * 1000);
     }
     Add(std::to_string(vertices) + " vertices, " + std::to_string(count) + " points, first", first * 1e3,
-        boost * 1e3, boost / first, "ms", "Boost R-tree, built and asked");
+        boost * 1e3, ratios, "ms", "Boost R-tree, built and asked");
   }
 }
 

@@ -15,8 +15,6 @@
 namespace velmora::cli {
 namespace {
 
-constexpr char kListEndings[] = ".csv .txt .ags .gpkg";
-
 void AddLocate(CLI::App* align) {
   auto options = std::make_shared<LocateOptions>();
   CLI::App* verb = align->add_subcommand("locate", "Map points to station and offset along the alignment");
@@ -26,13 +24,13 @@ void AddLocate(CLI::App* align) {
           "and in a GeoPackage (.gpkg[:LAYER]), the nearest to each point")
       ->required()
       ->type_name("")
-      ->expected(1, -1);
+      ->expected(1, -1)
+      ->check(CompletesFile(".vl .gpkg"));
   verb->add_option("--points", options->points,
                    "Points: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, northing, easting and, "
                    "where known, level")
       ->required()
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddValue(verb, "--area", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->area = ToLimits(text, ToStation); });
   AddValue(verb, "--offsets", "L:R", "Only offsets from L (negative is left) to R, in metres",
@@ -71,8 +69,7 @@ void AddPlace(CLI::App* align) {
   verb->add_option("--stations", options->stations,
                    "Stations: CSV, AGS (.ags) or GeoPackage (.gpkg[:LAYER]) with id, station and offset")
       ->required()
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddListOptions(verb, StationRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddOutputOptions(verb, &options->output);
@@ -150,14 +147,10 @@ void AddPlot(CLI::App* align) {
   auto options = std::make_shared<PlotOptions>();
   CLI::App* verb = align->add_subcommand("plot", "Draw plan and profile, with borings, as SVG");
   AddAlignmentFile(verb, &options->file);
-  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+  verb->add_option("--points", options->points, "Borings to draw: a list as for locate")->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddMaxOffset(verb, &options->max_offset);
-  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")
-      ->type_name("SVG")
-      ->check(CompletesFile(".svg"));
+  verb->add_option("-o", options->to, "SVG file to write (default: standard output)")->type_name("SVG");
   verb->add_flag("--km", options->km, "Stations as km/m (1/250.000)");
   verb->callback([options] { AlignPlot(*options); });
 }
@@ -184,8 +177,7 @@ void AddExport(CLI::App* align) {
       ->type_name("OUT")
       ->check(CompletesRoad());
   verb->add_option("--points", options->points, "Points to write with their places: a list as for locate")
-      ->type_name("LIST")
-      ->check(CompletesFile(kListEndings));
+      ->type_name("LIST");
   AddListOptions(verb, PointRoles(), &options->list);
   AddOnlyOption(verb, &options->list);
   AddValue(verb, "--stations", "M", "A mark every M metres of station",
@@ -208,10 +200,7 @@ void AddImport(CLI::App* align) {
                    "File to read; the ending says its format: " + exchange::RoadFormatEndings())
       ->required()
       ->check(CompletesRoad());
-  verb->add_option("-o", options->to, "Alignment file to write")
-      ->required()
-      ->type_name("VL")
-      ->check(CompletesFile(".vl"));
+  verb->add_option("-o", options->to, "Alignment file to write")->required()->type_name("VL");
   verb->add_option("--name", options->name, "Name of the alignment, where the file holds several")
       ->type_name("NAME");
   verb->add_option("--layer", formats->layer, "Layer of the alignment, in formats with layers")

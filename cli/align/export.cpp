@@ -157,7 +157,7 @@ void AlignExport(const ExportOptions& options) {
                    : ", " + std::to_string(road.borings.points.size()) +
                          (road.borings.points.size() == 1 ? " point" : " points") + " beside it")));
   if (!note.empty()) Warn(At(options.to, note));
-  if (!borings.problem.empty()) Warn(borings.problem);
+  if (!borings.problem.empty()) PrintError(borings.problem);
   if (!borings.problem.empty() || borings.most_swapped) throw ExitWith{1};
 }
 

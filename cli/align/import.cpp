@@ -81,9 +81,9 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
     if (!finding.misread) continue;
     if (++all > kListed) continue;
     ++shown;
-    Warn(At(file, finding.line, finding.text));
+    PrintError(At(file, finding.line, finding.text));
   }
-  if (all > shown) Warn("and " + std::to_string(all - shown) + " more");
+  if (all > shown) PrintError("and " + std::to_string(all - shown) + " more");
   throw ExitWith{1};
 }
 

@@ -60,7 +60,7 @@ void AlignLevel(const LevelOptions& options) {
   records.Finish();
   output.Finish();
   if (problems.empty()) return;
-  for (const std::string& problem : problems) Warn(At(options.file, problem));
+  for (const std::string& problem : problems) PrintError(At(options.file, problem));
   throw ExitWith{1};
 }
 

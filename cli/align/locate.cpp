@@ -1,20 +1,14 @@
-#include <array>
-#include <charconv>
-#include <limits>
-#include <numeric>
-
 #include "cli/align/ags_result.h"
 #include "cli/align/commands.h"
+#include "cli/align/locate_rows.h"
 #include "cli/align/placing.h"
 #include "cli/align/swapped_points.h"
 #include "cli/input/carried_columns.h"
 #include "cli/input/list_notes.h"
-#include "cli/output/csv_text.h"
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
-#include "velmora/alignment/station_text.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
@@ -22,202 +16,28 @@
 namespace velmora::cli {
 namespace {
 
-// --- a row of the result
-
-// A number, or an empty place.
-struct Value {
-  bool given;
-  double number;
-};
-struct Station : Value {
-  bool km;
-};
-// The side of an offset.
-struct Side : Value {};
-// An offset with its side, in the table alone.
-struct OffsetAndSide : Value {};
-
-// Calls row->Add(key, title, right, value) for each column in order; key and title as in Column. `placing`
-// is ignored for a row that is not a point.
-template <class Row>
-void AddColumns(const ListedPoint& point, const Placing& placing, bool km, Row* row) {
-  const bool is_point = point.problem.empty();
-  const bool found = is_point && HasPlace(placing.status);
-  const Value offset{found, placing.offset};
-  const Value profile{is_point && placing.profile_level, placing.profile_level.value_or(0)};
-  const Value level{is_point && point.level, point.level.value_or(0)};
-  std::string unreadable;
-  if (!is_point) unreadable = "unreadable row (line " + std::to_string(point.line) + "): " + point.problem;
-  row->Add("id", "id", false, point.id);
-  row->Add("northing", "northing", true, Value{is_point, point.northing});
-  row->Add("easting", "easting", true, Value{is_point, point.easting});
-  row->Add("station", "station", true, Station{{found, placing.station}, km});
-  row->Add("offset", "", false, offset);
-  row->Add("side", "", false, Side{offset});
-  row->Add("", "offset", true, OffsetAndSide{offset});
-  row->Add("profile_level", "profile", true, profile);
-  row->Add("level", "level", true, level);
-  row->Add("difference", "diff", true, Value{profile.given && level.given, level.number - profile.number});
-  row->Add("status", "status", false, is_point ? std::string_view(StatusText(placing.status)) : unreadable);
-  row->Add("line", "", false, point.line);
-}
-
-// The columns alone.
-struct ColumnRow {
-  template <class AnyValue>
-  void Add(const char* key, const char* title, bool right, const AnyValue&) {
-    columns.push_back({key, title, right});
-  }
-  std::vector<Column> columns;
-};
-
-// The values as cells.
-class CellRow {
- public:
-  template <class AnyValue>
-  void Add(const char*, const char*, bool, const AnyValue& value) {
-    cells.push_back(CellOf(value));
-  }
-  std::vector<Cell> cells;
-
- private:
-  static Cell CellOf(std::string_view text) { return std::string(text); }
-  static Cell CellOf(std::int64_t integer) { return integer; }
-  static Cell CellOf(Value value) { return value.given ? Cell(Number{value.number}) : Cell(); }
-  static Cell CellOf(Station station) {
-    return station.given ? StationCell(station.number, station.km) : Cell();
-  }
-  static Cell CellOf(Side offset) { return offset.given ? Cell(OffsetSide(offset.number)) : Cell(); }
-  static Cell CellOf(OffsetAndSide offset) { return offset.given ? Cell(OffsetText(offset.number)) : Cell(); }
-};
-
-// The values as a line of CSV, without cells in between: most of the time of a large list is spent here.
-class CsvRow {
- public:
-  CsvRow(const CsvDialect& dialect, std::string* text) : dialect_(dialect), text_(text) {}
-  void Carry(std::string_view field) {
-    AppendCsvText(field, dialect_, text_);
-    *text_ += dialect_.separator;
-  }
-  template <class AnyValue>
-  void Add(const char*, const char*, bool, const AnyValue& value) {
-    Put(value);
-  }
-  void End() {
-    --at_;
-    Flush();
-    text_->append(dialect_.line_end);
-  }
-
- private:
-  void Put(std::string_view text) {
-    Flush();
-    AppendCsvText(text, dialect_, text_);
-    *at_++ = dialect_.separator;
-  }
-  void Put(std::int64_t integer) {
-    at_ = std::to_chars(at_, row_.data() + row_.size(), integer).ptr;
-    *at_++ = dialect_.separator;
-  }
-  void Put(Value value) {
-    constexpr int kDecimals = 3;
-    if (row_.data() + row_.size() - at_ < static_cast<std::ptrdiff_t>(2 * kLongestCsvNumber)) Flush();
-    if (value.given) at_ = PutCsvNumber(value.number, kDecimals, dialect_, at_);
-    *at_++ = dialect_.separator;
-  }
-  void Put(Station station) {
-    if (station.given && station.km)
-      Put(StationText(station.number, true));
-    else
-      Put(static_cast<Value>(station));
-  }
-  void Put(Side offset) {
-    if (offset.given)
-      for (const char c : OffsetSide(offset.number)) *at_++ = c;
-    *at_++ = dialect_.separator;
-  }
-  void Put(OffsetAndSide) {}
-  void Flush() {
-    text_->append(row_.data(), at_);
-    at_ = row_.data();
-  }
-
-  const CsvDialect& dialect_;
-  std::string* text_;
-  std::array<char, 4 * kLongestCsvNumber> row_;
-  char* at_ = row_.data();
-};
-
-std::vector<Column> LocateColumns() {
-  ColumnRow row;
-  AddColumns({}, {}, false, &row);
-  return std::move(row.columns);
-}
-
-// --- the command
-
-// The number of rows of each status, for the line at the end.
-class Tally {
- public:
-  void Add(PlaceStatus status) { ++placed_[static_cast<size_t>(status)]; }
-  void AddUnreadable() { ++unreadable_; }
-  void Add(const Tally& other) {
-    for (size_t i = 0; i < placed_.size(); ++i) placed_[i] += other.placed_[i];
-    unreadable_ += other.unreadable_;
-  }
-  std::int64_t Unreadable() const { return unreadable_; }
-  std::int64_t Points() const { return std::accumulate(placed_.begin(), placed_.end(), std::int64_t{0}); }
-
-  std::string Text() const {
-    std::int64_t rows = unreadable_;
-    std::string parts;
-    for (size_t i = 0; i < placed_.size(); ++i) {
-      rows += placed_[i];
-      if (placed_[i] > 0)
-        parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
-    }
-    if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
-    return std::to_string(rows) + (rows == 1 ? " point" : " points") +
-           (parts.empty() ? "" : ": " + parts.substr(2));
-  }
-
- private:
-  std::array<std::int64_t, kPlaceStatuses> placed_{};
-  std::int64_t unreadable_ = 0;
-};
-
-std::optional<StationArea> AreaOf(const LocateOptions& options) {
-  if (!options.area && !options.offsets) return std::nullopt;
-  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
-  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
-  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
-}
-
-// Some thousand rows, from reading to writing.
+// Some thousand rows, from reading to writing. Its memory is used again.
 struct Block {
   Block(const PlanBounds& bounds, const ListLayout& layout)
       : carried(layout.carried.size()), swapped(bounds) {}
+  void Clear(const PlanBounds& bounds) {
+    points.clear();
+    carried.Clear();
+    swapped = SwappedPoints(bounds);
+    tally = {};
+    corrections = {};
+  }
 
   RowBlock rows;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
   std::vector<ListedPoint> points;
   CarriedFields carried;
   std::vector<Placing> placings;  // of each row, also of those that are not points
-  std::string csv;                // the rows' text, when CSV is wanted
+  TextBuffer csv;                 // the rows' text, when CSV is wanted
   SwappedPoints swapped;
   Tally tally;
   Corrections corrections;
 };
-
-constexpr size_t kUsualResult = 128;  // bytes of a row
-
-// Whether the result leaves the row out: a point that is not inside the area that was asked for.
-bool IsLeftOut(const LocateOptions& options, const ListedPoint& point, const Placing& placing) {
-  if (options.keep_outside || !(options.area || options.offsets) || !point.problem.empty()) return false;
-  return placing.status == PlaceStatus::kOutsideArea || placing.status == PlaceStatus::kBeforeStart ||
-         placing.status == PlaceStatus::kBeyondEnd || placing.status == PlaceStatus::kNothing;
-}
 
 // Reads a block's points, places them and formats the rows of CSV (`csv`, null for other formats); runs in
 // any thread.
@@ -226,7 +46,6 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
   constexpr size_t kShortRow = 24;
   block->points.reserve(block->rows.bytes.size() / kShortRow);
   PointsOfBlock(block->rows, layout, &block->points, &block->carried);
-  block->rows = {};
   const size_t count = block->points.size();
   std::vector<double> northing(count);
   std::vector<double> easting(count);
@@ -235,8 +54,9 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     easting[i] = block->points[i].easting;
   }
   block->placings.resize(count);
-  if (csv != nullptr) block->csv.reserve(count * kUsualResult);
   placer.Place(northing.data(), easting.data(), count, block->placings.data());
+  std::optional<CsvRows> rows;
+  if (csv != nullptr) rows.emplace(*csv, &block->csv);
   for (size_t i = 0; i < count; ++i) {
     const ListedPoint& point = block->points[i];
     const Placing& placing = block->placings[i];
@@ -247,13 +67,13 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     } else {
       block->tally.AddUnreadable();
     }
-    if (csv == nullptr || IsLeftOut(options, point, placing)) continue;
-    CsvRow row(*csv, &block->csv);
+    if (!rows || IsLeftOut(options, point, placing)) continue;
     for (size_t column = 0; column < block->carried.Columns(); ++column)
-      row.Carry(block->carried.Field(i, column));
-    AddColumns(point, placing, options.output.km, &row);
-    row.End();
+      rows->Carry(block->carried.Field(i, column));
+    AddColumns<false>(point, placing, {}, options.output.km, &*rows);
+    rows->EndRow();
   }
+  if (rows) rows->Finish();
 }
 
 // Writes finished blocks and collects the notes for the end.
@@ -266,7 +86,7 @@ class Results {
                                           : std::nullopt),
         format_(ags_ ? OutputFormat::kTable : options.output.Format()),
         output_(options.output.file, {options.file, FileOfList(options.points)}),
-        records_(output_, format_, WithCarried(points.Layout(), LocateColumns())),
+        records_(output_, format_, WithCarried(points.Layout(), LocateColumns<false>())),
         swapped_(bounds),
         progress_("Placing points", points.Size()) {}
 
@@ -288,7 +108,7 @@ class Results {
         }
     tally_.Add(block.tally);
     if (Csv() != nullptr) {
-      output_.Write(block.csv);
+      output_.Write(block.csv.Text());
       return;
     }
     for (size_t i = 0; i < block.points.size(); ++i) {
@@ -301,8 +121,8 @@ class Results {
       }
       CellRow row;
       for (size_t column = 0; column < block.carried.Columns(); ++column)
-        row.cells.emplace_back(std::string(block.carried.Field(i, column)));
-      AddColumns(block.points[i], placing, options_.output.km, &row);
+        row.Carry(block.carried.Field(i, column));
+      AddColumns<false>(block.points[i], placing, {}, options_.output.km, &row);
       records_.Row(row.cells);
     }
   }
@@ -313,7 +133,7 @@ class Results {
       ags_->Write(output_);
     } else {
       records_.Finish();
-      if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text() + "\n");
+      if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text(rows_) + "\n");
     }
     output_.Finish();
     progress_.Clear();
@@ -322,12 +142,7 @@ class Results {
     if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
     swapped_.Report(options_.points, options_.list);
     if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
-    if (tally_.Unreadable() == 0) return;
-    Warn(At(options_.points, first_problem_.line,
-            first_problem_.problem + "; " + std::to_string(tally_.Unreadable()) +
-                (tally_.Unreadable() == 1 ? " row was" : " rows were") +
-                " not placed; correct the list and run again"));
-    throw ExitWith{1};
+    if (tally_.Unreadable() > 0) EndWithUnreadable(options_.points, first_problem_, tally_.Unreadable());
   }
 
  private:
@@ -365,9 +180,14 @@ void AlignLocate(const LocateOptions& options) {
   auto block = std::make_unique<Block>(bounds, layout);
   while (points.NextBlock(&block->rows)) {
     block->consumed = points.Consumed();
-    if (workers.Full()) results.Write(*workers.Take());
     workers.Put(std::move(block));
-    block = std::make_unique<Block>(bounds, layout);
+    if (workers.Full()) {
+      block = workers.Take();
+      results.Write(*block);
+      block->Clear(bounds);
+    } else {
+      block = std::make_unique<Block>(bounds, layout);
+    }
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish(points.TakeNotes());

@@ -1,7 +1,5 @@
-#include <array>
-#include <limits>
-
 #include "cli/align/commands.h"
+#include "cli/align/locate_rows.h"
 #include "cli/align/network_input.h"
 #include "cli/align/placing.h"
 #include "cli/align/swapped_points.h"
@@ -11,7 +9,6 @@
 #include "cli/output/progress.h"
 #include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
-#include "velmora/alignment/station_text.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
@@ -20,60 +17,12 @@
 namespace velmora::cli {
 namespace {
 
-const std::vector<Column> kColumns = {
-    {"id", "id"},
-    {"northing", "northing", true},
-    {"easting", "easting", true},
-    {"road", "road"},
-    {"station", "station", true},
-    {"offset", ""},
-    {"side", ""},
-    {"", "offset", true},
-    {"profile_level", "profile", true},
-    {"level", "level", true},
-    {"difference", "diff", true},
-    {"status", "status"},
-    {"line", ""},
-};
-
-Cell NumberOrNothing(bool given, double value) { return given ? Cell(Number{value}) : Cell(); }
-
-void AddCells(const ListedPoint& point, const Placing& placing, const std::string* road, bool km,
-              std::vector<Cell>* cells) {
-  const bool is_point = point.problem.empty();
-  const bool found = is_point && HasPlace(placing.status);
-  const double profile = placing.profile_level.value_or(0);
-  const double level = point.level.value_or(0);
-  const bool has_level = is_point && point.level;
-  cells->insert(
-      cells->end(),
-      {point.id, NumberOrNothing(is_point, point.northing), NumberOrNothing(is_point, point.easting),
-       road != nullptr ? Cell(*road) : Cell(), found ? StationCell(placing.station, km) : Cell(),
-       NumberOrNothing(found, placing.offset), found ? Cell(OffsetSide(placing.offset)) : Cell(),
-       found ? Cell(OffsetText(placing.offset)) : Cell(),
-       NumberOrNothing(placing.profile_level.has_value(), profile), NumberOrNothing(has_level, level),
-       NumberOrNothing(has_level && placing.profile_level, level - profile),
-       is_point ? std::string(StatusText(placing.status))
-                : "unreadable row (line " + std::to_string(point.line) + "): " + point.problem,
-       point.line});
-}
-
-// --- placing
-
 // A row of the result.
 struct PlacedRow {
   size_t point;
-  const std::string* road = nullptr;  // its name; null where there is none
+  std::string_view road;  // its name; empty where there is none
   Placing placing;
 };
-
-std::optional<StationArea> AreaOf(const LocateOptions& options) {
-  if (!options.area && !options.offsets) return std::nullopt;
-  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  const Limits stations = options.area.value_or(Limits{-kNoLimit, kNoLimit});
-  const Limits offsets = options.offsets.value_or(Limits{-kNoLimit, kNoLimit});
-  return StationArea{stations.low, stations.high, offsets.low, offsets.high};
-}
 
 // The roads of a run, searched together; for any number of threads.
 class PlacedNetwork {
@@ -111,10 +60,10 @@ class PlacedNetwork {
         const Road& one = roads_[static_cast<size_t>(number)];
         const Placing placing = one.placer.PlaceFound(x[i], y[i], sek, avst);
         corrections->Add(points[i].line, x[i], y[i], placing, &one.placer);
-        rows->push_back({i, &one.name, placing});
+        rows->push_back({i, one.name, placing});
       };
       if (!points[i].problem.empty() || road[i] < 0)
-        rows->push_back({i, nullptr, {}});
+        rows->push_back({i, {}, {}});
       else if (!within_ || std::fabs(offset[i]) > *within_)
         add(road[i], station[i], offset[i]);
       else
@@ -134,10 +83,8 @@ class PlacedNetwork {
   std::optional<Network> network_;
 };
 
-// --- the command
-
-struct Block {
-  Block(const PlanBounds& bounds, const ListLayout& layout)
+struct NetworkBlock {
+  NetworkBlock(const PlanBounds& bounds, const ListLayout& layout)
       : carried(layout.carried.size()), swapped(bounds) {}
 
   RowBlock lines;
@@ -145,82 +92,96 @@ struct Block {
   std::vector<ListedPoint> points;
   CarriedFields carried;
   std::vector<PlacedRow> rows;
+  TextBuffer csv;  // the rows' text, when CSV is wanted
   SwappedPoints swapped;
+  Tally tally;
   Corrections corrections;
 };
 
+// Calls row_of() for a writer of each row that is listed, and end(row) after it.
+template <class RowOf, class End>
+void ListRows(const LocateOptions& options, const NetworkBlock& block, RowOf row_of, End end) {
+  for (const PlacedRow& placed : block.rows) {
+    const ListedPoint& point = block.points[placed.point];
+    if (IsLeftOut(options, point, placed.placing)) continue;
+    auto&& row = row_of();
+    for (size_t column = 0; column < block.carried.Columns(); ++column)
+      row.Carry(block.carried.Field(placed.point, column));
+    AddColumns<true>(point, placed.placing, placed.road, options.output.km, &row);
+    end(row);
+  }
+}
+
+// Reads a block's points, places them and formats the rows of CSV; runs in any thread.
+void PlaceOnNetwork(const LocateOptions& options, const PlacedNetwork& network, const ListLayout& layout,
+                    const CsvDialect* csv, NetworkBlock* block) {
+  PointsOfBlock(block->lines, layout, &block->points, &block->carried);
+  network.Place(block->points, &block->rows, &block->corrections);
+  for (const ListedPoint& point : block->points)
+    if (point.problem.empty()) block->swapped.Add(point.line, point.northing, point.easting);
+  for (const PlacedRow& row : block->rows) {
+    if (block->points[row.point].problem.empty())
+      block->tally.Add(row.placing.status);
+    else
+      block->tally.AddUnreadable();
+  }
+  if (csv == nullptr) return;
+  CsvRows rows(*csv, &block->csv);
+  ListRows(
+      options, *block, [&]() -> CsvRows& { return rows; }, [](CsvRows& row) { row.EndRow(); });
+  rows.Finish();
+}
+
 // Writes finished blocks and collects the notes for the end.
-class Results {
+class NetworkResults {
  public:
-  Results(const LocateOptions& options, const std::vector<std::string>& roads, const PlanBounds& bounds,
-          const PointList& points)
+  NetworkResults(const LocateOptions& options, const std::vector<std::string>& roads,
+                 const PlanBounds& bounds, const PointList& points)
       : options_(options),
         format_(options.output.Format()),
         output_(options.output.file, Inputs(options, roads)),
-        records_(output_, format_, WithCarried(points.Layout(), kColumns)),
+        records_(output_, format_, WithCarried(points.Layout(), LocateColumns<true>())),
         swapped_(bounds),
         progress_("Placing points", points.Size()) {}
 
-  void Write(const Block& block) {
+  // Null for other formats than CSV.
+  const CsvDialect* Csv() const { return DialectOf(format_); }
+
+  void Write(const NetworkBlock& block) {
     points_ += block.points.size();
     progress_.Update(block.consumed, points_);
     swapped_.Add(block.swapped);
     corrections_.Add(block.corrections);
-    if (!ids_.IsFull())
-      for (const ListedPoint& point : block.points) ids_.Add(point.id, point.line);
-    for (const PlacedRow& row : block.rows) {
-      const ListedPoint& point = block.points[row.point];
-      if (!point.problem.empty()) {
-        if (unreadable_++ == 0) first_problem_ = point;
-      } else {
-        ++placed_[static_cast<size_t>(row.placing.status)];
-        if (IsLeftOut(row.placing.status)) continue;
-      }
-      std::vector<Cell> cells;
-      for (size_t column = 0; column < block.carried.Columns(); ++column)
-        cells.emplace_back(std::string(block.carried.Field(row.point, column)));
-      AddCells(point, row.placing, row.road, options_.output.km, &cells);
-      records_.Row(cells);
+    for (const ListedPoint& point : block.points) {
+      if (!ids_.IsFull()) ids_.Add(point.id, point.line);
+      if (first_problem_.problem.empty() && !point.problem.empty()) first_problem_ = point;
     }
+    tally_.Add(block.tally);
+    if (Csv() != nullptr)
+      output_.Write(block.csv.Text());
+    else
+      ListRows(
+          options_, block, [] { return CellRow(); }, [&](CellRow& row) { records_.Row(row.cells); });
   }
 
   // `notes` are on the list as a whole.
   void Finish(const Findings& notes) {
     records_.Finish();
-    if (format_ == OutputFormat::kTable) output_.Write("\n" + Counts() + "\n");
+    if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text(points_) + "\n");
     output_.Finish();
     progress_.Clear();
     WarnOf(options_.points, notes);
     WarnOf(options_.points, ids_.Note());
     if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
     swapped_.Report(options_.points, options_.list);
-    if (unreadable_ == 0 && swapped_.AreMost()) throw ExitWith{1};
-    if (unreadable_ == 0) return;
-    Warn(At(options_.points, first_problem_.line,
-            first_problem_.problem + "; " + std::to_string(unreadable_) +
-                (unreadable_ == 1 ? " row was" : " rows were") +
-                " not placed; correct the list and run again"));
-    throw ExitWith{1};
+    if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
+    if (tally_.Unreadable() > 0) EndWithUnreadable(options_.points, first_problem_, tally_.Unreadable());
   }
 
  private:
   static std::vector<std::string> Inputs(const LocateOptions& options, std::vector<std::string> files) {
     files.push_back(FileOfList(options.points));
     return files;
-  }
-  // A point that is not inside the area that was asked for.
-  bool IsLeftOut(PlaceStatus status) const {
-    return !options_.keep_outside && (options_.area || options_.offsets) &&
-           (status == PlaceStatus::kOutsideArea || !HasPlace(status));
-  }
-  std::string Counts() const {
-    std::string parts;
-    for (size_t i = 0; i < placed_.size(); ++i)
-      if (placed_[i] > 0)
-        parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
-    if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
-    return std::to_string(points_) + (points_ == 1 ? " point" : " points") +
-           (parts.empty() ? "" : ": " + parts.substr(2));
   }
 
   const LocateOptions& options_;
@@ -230,8 +191,7 @@ class Results {
   SwappedPoints swapped_;
   RepeatedIds ids_;
   Corrections corrections_;
-  std::array<std::int64_t, kPlaceStatuses> placed_{};
-  std::int64_t unreadable_ = 0;
+  Tally tally_;
   ListedPoint first_problem_;
   Progress progress_;
   std::uint64_t points_ = 0;
@@ -253,21 +213,17 @@ void AlignLocateNetwork(const LocateOptions& options) {
   PointList points(options.points, options.list);
   WarnOf(options.points, points.TakeNotes());
   const PlacedNetwork network(std::move(input.roads), options);
-  Results results(options, input.files, network.Bounds(), points);
+  NetworkResults results(options, input.files, network.Bounds(), points);
   const ListLayout& layout = points.Layout();
-  OrderedWorkers<Block> workers(options.threads, [&](Block* block) {
-    PointsOfBlock(block->lines, layout, &block->points, &block->carried);
-    block->lines = {};
-    network.Place(block->points, &block->rows, &block->corrections);
-    for (const ListedPoint& point : block->points)
-      if (point.problem.empty()) block->swapped.Add(point.line, point.northing, point.easting);
+  OrderedWorkers<NetworkBlock> workers(options.threads, [&](NetworkBlock* block) {
+    PlaceOnNetwork(options, network, layout, results.Csv(), block);
   });
-  auto block = std::make_unique<Block>(network.Bounds(), layout);
+  auto block = std::make_unique<NetworkBlock>(network.Bounds(), layout);
   while (points.NextBlock(&block->lines)) {
     block->consumed = points.Consumed();
     if (workers.Full()) results.Write(*workers.Take());
     workers.Put(std::move(block));
-    block = std::make_unique<Block>(network.Bounds(), layout);
+    block = std::make_unique<NetworkBlock>(network.Bounds(), layout);
   }
   while (!workers.Empty()) results.Write(*workers.Take());
   results.Finish(points.TakeNotes());

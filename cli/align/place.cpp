@@ -25,7 +25,7 @@ std::vector<Column> PlaceColumns() {
           {"northing", "northing", true},
           {"easting", "easting", true},
           {"profile_level", "profile", true},
-          {"status", "status"},
+          {"status", "status", false, StatusText(PlaceStatus::kOn)},
           {"line", ""}};
 }
 
@@ -114,7 +114,7 @@ void AlignPlace(const PlaceOptions& options) {
     }
     cells[1] = StationCell(*station, options.output.km);
     cells[2] = Number{*offset};
-    cells[3] = OffsetSide(*offset);
+    cells[3] = std::string(OffsetSide(*offset));
     cells[4] = OffsetText(*offset);
     double x = 0;
     double y = 0;
@@ -142,8 +142,8 @@ void AlignPlace(const PlaceOptions& options) {
             "reported"));
   notes.Report();
   if (unreadable == 0) return;
-  Warn(first_problem + "; " + std::to_string(unreadable) + (unreadable == 1 ? " row was" : " rows were") +
-       " not placed; correct the list and run again");
+  PrintError(first_problem + "; " + std::to_string(unreadable) +
+             (unreadable == 1 ? " row was" : " rows were") + " not placed; correct the list and run again");
   throw ExitWith{1};
 }
 

@@ -96,10 +96,10 @@ PlacedBorings ReadPlacedBorings(const BoringList& list, AlignmentInput* input) {
 void ReportPlacedBorings(const BoringList& list, const PlacedBorings& borings, const std::string& result) {
   for (const std::string& note : borings.notes) Warn(note);
   if (const size_t count = borings.unreadable.size(); count > 0)
-    Warn(At(list.file, borings.unreadable.front().line,
-            borings.unreadable.front().problem + "; " + std::to_string(count) +
-                (count == 1 ? " row is" : " rows are") + " not in the " + result +
-                ", correct and run again"));
+    PrintError(At(list.file, borings.unreadable.front().line,
+                  borings.unreadable.front().problem + "; " + std::to_string(count) +
+                      (count == 1 ? " row is" : " rows are") + " not in the " + result +
+                      ", correct and run again"));
   if (!borings.unreadable.empty() || borings.most_swapped) throw ExitWith{1};
 }
 

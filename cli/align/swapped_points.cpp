@@ -31,7 +31,9 @@ void SwappedPoints::Report(const std::string& list, const ListOptions& options) 
                            (swapped == 1 ? " point lies" : " points lie") +
                            " near the road only when swapped, " + std::to_string(check_.Near()) +
                            " as given; ";
-  if (AreMost() || check_.LooksSwapped())
+  if (AreMost())
+    PrintError(At(list, text + HowToSwap(options)));
+  else if (check_.LooksSwapped())
     Warn(At(list, text + HowToSwap(options)));
   else
     Warn(At(list, first_line_,

@@ -50,8 +50,7 @@ Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
   AddOutputOptions(added.list, &options->output);
   for (CLI::App* verb : {added.list, added.set, added.add, added.remove})
     verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
-        ->type_name("DIR")
-        ->check(CompletesFolder());
+        ->type_name("DIR");
   for (CLI::App* verb : {added.set, added.add, added.remove}) {
     verb->add_option("CODE", options->code, "The code; letter case counts")->required();
     AddForce(verb, options);
@@ -84,9 +83,7 @@ void AddEnvironment(CLI::App* codes) {
   }
   CLI::App* update = AddVerb(area.list->get_parent(), "update", "Add the codes that every program relies on",
                              area.options, CodesUpdate);
-  update->add_option("--project", area.options->project, "A project")
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+  update->add_option("--project", area.options->project, "A project")->type_name("DIR");
   AddForce(update, area.options);
   AddShared(update, area.options);
   AddOutputOptions(update, &area.options->output);

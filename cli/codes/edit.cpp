@@ -5,6 +5,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
 #include "velmora/text/letters.h"
+#include "velmora/text/nearest.h"
 
 namespace velmora::cli {
 namespace {
@@ -38,9 +39,11 @@ CodeEntries::iterator Find(CodeEntries* entries, const CodesOptions& options, co
 
 [[noreturn]] void RefuseUnknown(const CodesOptions& options, const CodeFileOnDisk& codes) {
   const std::string area = NameOfKind(options.kind);
+  std::vector<std::string> known;
+  for (const CodeEntry& entry : codes.Entries()) known.push_back(ToUtf8(entry.code));
   throw Refusal(At(PathForDisplay(codes.Path()), "has no code " + Quoted(options.code) + "; velmora codes " +
                                                      area + " list lists them, velmora codes " + area +
-                                                     " add adds one"));
+                                                     " add adds one" + DidYouMean(options.code, known)));
 }
 
 void TakeFields(const CodesOptions& options, CodeEntry* entry) {

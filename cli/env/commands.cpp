@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "cli/output/options.h"
-#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -77,8 +76,7 @@ void AddEnvCommands(CLI::App& app) {
   CLI::App* install = AddVerb(env, "install", "Create a working sample installation", options, EnvInstall);
   install->add_option("--to", options->to, "Target folder; created when it is missing")
       ->required()
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+      ->type_name("DIR");
   install->add_flag("--registered-data", options->registered_data,
                     "Put the data into the folders that are registered for application data, outside DIR");
   AddSub(install, options);
@@ -88,8 +86,7 @@ void AddEnvCommands(CLI::App& app) {
               EnvUninstall);
   uninstall->add_option("--to", options->to, "The folder that env install was given")
       ->required()
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+      ->type_name("DIR");
   uninstall->add_flag("--yes", options->yes, "Remove without asking");
   AddSub(uninstall, options);
 

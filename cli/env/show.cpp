@@ -3,6 +3,7 @@
 #include "cli/context/environment.h"
 #include "cli/env/commands.h"
 #include "cli/terminal/error.h"
+#include "velmora/environment/system_keys.h"
 #include "velmora/platform/files.h"
 
 namespace velmora::cli {
@@ -78,9 +79,14 @@ void EnvShow(const EnvOptions& options) {
   row("m_package", ToUtf8(ini.m_package),
       ini.m_package[0] == 0 ? "set for programs in the program folder" : "registry, Package");
   row("m_today", ToUtf8(ini.m_today), "clock");
-  for (const KeyField& field : kKeyFields) {
-    const wchar_t* key = KeyReadBy(environment.found_by, field);
-    const bool from_key = key != nullptr && environment.HasIni() && !ini.ReadKey(L"SYSTEM", key).IsEmpty();
+  std::vector<CString> keys;  // an empty one is not in the file
+  for (const KeyField& field : kKeyFields) keys.emplace_back(KeyReadBy(environment.found_by, field));
+  std::vector<CString> values(keys.size());
+  if (environment.HasIni()) values = ReadKeys(ini, L"SYSTEM", keys);
+  for (size_t i = 0; i < kKeyFields.size(); ++i) {
+    const KeyField& field = kKeyFields[i];
+    const CString& key = keys[i];
+    const bool from_key = !values[i].IsEmpty();
     const std::string value =
         field.text != nullptr ? ToUtf8(ini.*(field.text)) : std::to_string(ini.*(field.number));
     std::string from = "default";

@@ -10,6 +10,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/drawing/format_sheet.h"
 #include "velmora/drawing/svg_canvas.h"
+#include "velmora/text/nearest.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -26,9 +27,13 @@ std::vector<ritformattype> Chosen(const CRitningsFormat& table, const std::strin
   if (name.empty()) return all;
   for (const ritformattype& format : all)
     if (FromUtf8(name).CompareNoCase(format.namn) == 0) return {format};
-  std::string known;
-  for (const ritformattype& format : all) known += (known.empty() ? "" : ", ") + ToUtf8(format.namn);
-  throw Refusal(Quoted(name) + " is not a sheet format; the formats are " + known);
+  std::string list;
+  std::vector<std::string> known;
+  for (const ritformattype& format : all) {
+    known.push_back(ToUtf8(format.namn));
+    list += (list.empty() ? "" : ", ") + known.back();
+  }
+  throw Refusal(Quoted(name) + " is not a sheet format; the formats are " + list + DidYouMean(name, known));
 }
 
 void Formats(const FormatsOptions& options) {

@@ -12,7 +12,6 @@
 #include "cli/help/usage_error.h"
 #include "cli/output/output_file.h"
 #include "cli/output/records.h"
-#include "cli/terminal/completes.h"
 #include "cli/terminal/wrap.h"
 #include "velmora/platform/console.h"
 #include "velmora/version.h"
@@ -81,9 +80,7 @@ void AddHelpCommands(CLI::App& app) {
   const auto options = std::make_shared<HelpOptions>();
   CLI::App* help = app.add_subcommand("help", "The help of an area, a verb or a topic");
   help->add_option("WORD", options->words, "Area and verb, as align locate, or a topic, as formats-of-files");
-  help->add_option("--man-pages", options->man_pages, "Write the manual pages into DIR")
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+  help->add_option("--man-pages", options->man_pages, "Write the manual pages into DIR")->type_name("DIR");
   help->add_flag("--description", options->description, "All verbs and options as JSON");
   help->add_flag("--complete", options->complete, "What fits as the last WORD, for the completion of shells");
   help->callback([&app, options] { Help(app, *options); });

@@ -103,11 +103,15 @@ class Completer {
   }
 
   void AddOptions() {
-    for (const OptionText& option : at_->options) {
-      const bool used = std::find(used_.begin(), used_.end(), &option) != used_.end();
-      if (option.positional || used) continue;
-      for (const std::string& name : option.names)
-        if (name.size() > 2 || option.names.size() == 1) found_.words.push_back({name, option.help});
+    for (const VerbText* verb : {at_, &command_}) {
+      for (const OptionText& option : verb->options) {
+        const bool used = std::find(used_.begin(), used_.end(), &option) != used_.end();
+        const bool of_command_alone = option.names.back() == "--help" || option.names.back() == "--version";
+        if (option.positional || used || (verb != at_ && of_command_alone)) continue;
+        for (const std::string& name : option.names)
+          if (name.size() > 2 || option.names.size() == 1) found_.words.push_back({name, option.help});
+      }
+      if (at_ == &command_) return;
     }
   }
 

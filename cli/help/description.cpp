@@ -40,6 +40,15 @@ std::string DefaultIn(const std::string& help) {
   return text;
 }
 
+// What values of these names are wherever they occur; others have a mark.
+std::string UsualMark(const std::string& value) {
+  if (value == "DIR") return kCompletesFolder;
+  if (value == "LIST") return kCompletesFile + std::string(".csv .txt .ags .gpkg");
+  if (value == "SVG") return kCompletesFile + std::string(".svg");
+  if (value == "VL") return kCompletesFile + std::string(".vl");
+  return {};
+}
+
 std::string MarkOf(CLI::Option* option) {
   try {
     for (int i = 0;; ++i) {
@@ -67,6 +76,7 @@ OptionText OptionOf(CLI::Option* from) {
   option.default_value = DefaultIn(option.help);
   option.required = from->get_required();
   option.completes = MarkOf(from);
+  if (option.completes.empty()) option.completes = UsualMark(option.value);
   for (const CLI::Option* other : from->get_excludes()) option.excludes.push_back(other->get_name());
   std::sort(option.excludes.begin(), option.excludes.end());
   return option;

@@ -1,4 +1,5 @@
 #include "cli/input/list_options.h"
+#include "velmora/text/nearest.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -9,7 +10,11 @@ namespace {
 // "id=Hole,n=3" into columns[key].
 void TakeColumns(const std::string& text, const std::vector<Role>& roles, ListOptions* options) {
   std::string keys;
-  for (const Role& role : roles) keys += (keys.empty() ? "" : ", ") + role.key;
+  std::vector<std::string> known;
+  for (const Role& role : roles) {
+    keys += (keys.empty() ? "" : ", ") + role.key;
+    known.push_back(role.key);
+  }
   for (const std::string& part : CLI::detail::split(text, ',')) {
     const size_t cut = part.find('=');
     const std::string key = CLI::detail::trim_copy(part.substr(0, cut));
@@ -19,7 +24,8 @@ void TakeColumns(const std::string& text, const std::vector<Role>& roles, ListOp
                                    [&](const Role& each) { return each.key == key || each.name == key; });
     if (role == roles.end() || column.empty())
       throw CLI::ValidationError("--columns: \"" + part + "\" does not name a column; write KEY=TITLE or " +
-                                 "KEY=NUMBER with a key of " + keys);
+                                 "KEY=NUMBER with a key of " + keys +
+                                 (role == roles.end() ? DidYouMean(key, known) : ""));
     options->columns[role->key] = column;
   }
 }

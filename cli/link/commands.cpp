@@ -15,9 +15,7 @@ void AddLinkCommands(CLI::App& app) {
 
   CLI::App* send = link->add_subcommand("send", "Send texts to the field-data program");
   send->add_option("TEXT", options->texts, "Texts; each is sent separately")->required();
-  send->add_option("--project", options->project, "Project folder to announce first")
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+  send->add_option("--project", options->project, "Project folder to announce first")->type_name("DIR");
   send->callback([options] { LinkSend(*options); });
 
   CLI::App* listen = link->add_subcommand(

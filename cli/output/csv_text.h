@@ -1,4 +1,4 @@
-// Fields of CSV rows (RFC 4180), appended to a row's text, and the two dialects that are written.
+// Fields of CSV rows (RFC 4180), and the two dialects that are written.
 #ifndef VELMORA_CLI_OUTPUT_CSV_TEXT_H_
 #define VELMORA_CLI_OUTPUT_CSV_TEXT_H_
 
@@ -10,6 +10,7 @@
 
 #include "velmora/text/fixed_digits.h"
 #include "velmora/text/numbers.h"
+#include "velmora/text/words.h"
 
 namespace velmora::cli {
 
@@ -23,34 +24,46 @@ inline constexpr CsvDialect kPlainCsv = {"", ',', '.', "\n"};
 // As a Swedish spreadsheet opens it.
 inline constexpr CsvDialect kSpreadsheetCsv = {"\xEF\xBB\xBF", ';', ',', "\r\n"};
 
-// Quoted where its characters require it.
-inline void AppendCsvText(std::string_view text, const CsvDialect& dialect, std::string* row) {
-  const auto is_special = [&](char c) {
-    return c == dialect.separator || c == '"' || c == '\r' || c == '\n';
+// Writes a text, quoted where its characters require it, and returns the end. Needs room for
+// LongestCsvText(text) characters.
+constexpr size_t LongestCsvText(std::string_view text) { return 2 * text.size() + words::kSize; }
+inline char* PutCsvText(std::string_view text, const CsvDialect& dialect, char* at) {
+  const auto is_special = [&](std::uint64_t word) {
+    return words::Holds(word, dialect.separator) | words::Holds(word, '"') | words::Holds(word, '\r') |
+           words::Holds(word, '\n');
   };
-  if (std::none_of(text.begin(), text.end(), is_special)) {
-    row->append(text);
-    return;
+  bool special = false;
+  const auto put = [&](std::uint64_t word, size_t to) {
+    special |= is_special(word);
+    words::Store(word, at + to);
+  };
+  const size_t size = text.size();
+  if (size < words::kSize) {
+    put(words::LoadShort(text.data(), size), 0);
+  } else {
+    for (size_t i = 0; i + words::kSize < size; i += words::kSize) put(words::Load(text.data() + i), i);
+    put(words::Load(text.data() + size - words::kSize), size - words::kSize);
   }
-  *row += '"';
+  if (!special) return at + size;
+  *at++ = '"';
   for (const char c : text) {
-    if (c == '"') *row += '"';
-    *row += c;
+    if (c == '"') *at++ = '"';
+    *at++ = c;
   }
-  *row += '"';
+  *at++ = '"';
+  return at;
 }
 
 // Writes a number with one decimal more than tables show, nothing for one that is not finite, and returns the
 // end. Needs room for kLongestCsvNumber characters.
 inline constexpr size_t kLongestCsvNumber = 340;
-inline char* PutCsvNumber(double value, int decimals, const CsvDialect& dialect, char* at) {
-  char* end = at + WritePlainFixed(value, decimals + 1, at);
-  if (end == at) {
-    if (!std::isfinite(value)) return at;
-    const std::string text = FormatFixed(value, decimals + 1);
-    end = std::copy(text.begin(), text.end(), at);
-  }
-  end[-decimals - 2] = dialect.decimal_sign;
+inline char* PutCsvNumber(double value, int decimals, char decimal_sign, char* at) {
+  if (std::uint64_t scaled = 0; decimals == 3 && fixed_digits::TenThousandths(value, &scaled))
+    return fixed_digits::PutTenThousandths(std::signbit(value), scaled, decimal_sign, ' ', at) - 1;
+  if (!std::isfinite(value)) return at;
+  const std::string text = FormatFixed(value, decimals + 1);
+  char* const end = std::copy(text.begin(), text.end(), at);
+  end[-decimals - 2] = decimal_sign;
   return end;
 }
 

@@ -1,6 +1,7 @@
 #include "cli/output/output_file.h"
 
 #include "cli/terminal/error.h"
+#include "velmora/platform/console.h"
 #include "velmora/platform/device_file.h"
 
 namespace velmora::cli {
@@ -40,6 +41,13 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
 
 OutputFile::~OutputFile() {
   if (stream_ != nullptr && stream_ != stdout) std::fclose(stream_);
+}
+
+size_t OutputFile::TerminalColumns() const {
+  return stream_ == stdout ? TerminalWidth(StandardStream::kOutput) : 0;
+}
+bool OutputFile::ShowsColours() const {
+  return stream_ == stdout && velmora::ShowsColours(StandardStream::kOutput);
 }
 
 void OutputFile::Write(std::string_view text) {

@@ -23,6 +23,10 @@ class OutputFile {
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
+  // Of the terminal that it goes to; 0 and false for anything else.
+  size_t TerminalColumns() const;
+  bool ShowsColours() const;
+
   void Write(std::string_view text);
   void Finish();
 

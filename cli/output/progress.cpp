@@ -1,8 +1,11 @@
 #include "cli/output/progress.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
+#include "cli/terminal/error.h"
+#include "cli/terminal/wrap.h"
 #include "velmora/platform/console.h"
 
 namespace velmora::cli {
@@ -19,8 +22,9 @@ Progress::Progress(std::string what, std::uint64_t total, std::string unit)
     : what_(std::move(what)),
       total_(total),
       unit_(std::move(unit)),
-      wanted_(StandardErrorIsTerminal()),
-      next_(Clock::now() + kDelay) {}
+      wanted_(StandardErrorIsTerminal() && !IsQuiet()),
+      start_(Clock::now()),
+      next_(start_ + kDelay) {}
 
 void Progress::Clear() {
   if (shown_) std::fputs("\r\033[K", stderr);
@@ -33,21 +37,36 @@ void Progress::Update(std::uint64_t done, std::uint64_t rows) {
   const Clock::time_point now = Clock::now();
   if (now < next_) return;
   next_ = now + kRefresh;
-  Draw(done, rows);
+  Draw(now - start_, done, rows);
 }
 
-void Progress::Draw(std::uint64_t done, std::uint64_t rows) {
-  std::string line = "\r" + what_ + " ";
+void Progress::Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows) {
+  const double seconds = std::max(std::chrono::duration<double>(elapsed).count(), 0.001);
+  std::string line = what_ + " ";
+  std::string left;
   if (total_ > 0) {
     const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total_));
     const auto filled = static_cast<size_t>(part * kBarWidth);
     line += "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
             std::to_string(static_cast<int>(part * 100)) + " %  ";
+    if (part > 0)
+      left = ", " + DurationText(std::chrono::seconds(std::llround(seconds / part - seconds))) + " left";
   }
-  line += std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + "\033[K";
+  line += std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
+          std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s" + left;
+  // A full last column would move the cursor to the next line.
+  const size_t width = TerminalWidth(StandardStream::kError);
+  line = "\r" + (width > 1 ? Cut(line, width - 1) : line) + "\033[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
   shown_ = true;
+}
+
+std::string DurationText(std::chrono::seconds duration) {
+  const auto seconds = std::min<std::int64_t>(duration.count(), 360'000'000);
+  if (seconds < 60) return std::to_string(seconds) + " s";
+  if (seconds < 3600) return std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
+  return std::to_string(seconds / 3600) + " h " + std::to_string(seconds / 60 % 60) + " min";
 }
 
 }  // namespace velmora::cli

@@ -10,7 +10,8 @@ namespace velmora::cli {
 
 class Progress {
  public:
-  // With a `total` of 0, unknown, only the count is shown. What is counted are rows, or each a `unit`.
+  // With a `total` of 0, unknown, only the count and its rate are shown. What is counted are rows, or each a
+  // `unit`.
   Progress(std::string what, std::uint64_t total, std::string unit = "row");
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
@@ -22,17 +23,22 @@ class Progress {
   void Clear();
 
  private:
-  void Draw(std::uint64_t done, std::uint64_t rows);
-
   using Clock = std::chrono::steady_clock;
+
+  void Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows);
+
   std::string what_;
   std::uint64_t total_;
   std::string unit_;
   bool shown_ = false;
   bool wanted_;
   std::uint64_t next_rows_ = 0;
+  Clock::time_point start_;
   Clock::time_point next_;
 };
+
+// "12 s", "3 min 20 s", "1 h 5 min"
+std::string DurationText(std::chrono::seconds duration);
 
 }  // namespace velmora::cli
 

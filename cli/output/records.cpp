@@ -15,6 +15,8 @@
 namespace velmora::cli {
 namespace {
 
+constexpr size_t kBetween = 2;  // blanks between the columns of a table
+
 std::string CellText(const Cell& cell) {
   if (const auto* text = std::get_if<std::string>(&cell)) return *text;
   if (const auto* integer = std::get_if<std::int64_t>(&cell)) return std::to_string(*integer);
@@ -26,9 +28,13 @@ std::string CellText(const Cell& cell) {
 void AppendCsvCell(const Cell& cell, const CsvDialect& dialect, std::string* row) {
   if (const auto* number = std::get_if<Number>(&cell)) {
     std::array<char, kLongestCsvNumber> text;
-    row->append(text.data(), PutCsvNumber(number->value, number->decimals, dialect, text.data()));
+    row->append(text.data(),
+                PutCsvNumber(number->value, number->decimals, dialect.decimal_sign, text.data()));
   } else {
-    AppendCsvText(CellText(cell), dialect, row);
+    const std::string text = CellText(cell);
+    const size_t before = row->size();
+    row->resize(before + LongestCsvText(text));
+    row->resize(static_cast<size_t>(PutCsvText(text, dialect, row->data() + before) - row->data()));
   }
 }
 
@@ -123,28 +129,82 @@ void RecordWriter::StartTable() {
   constexpr size_t kWidest = 100;
   started_ = true;
   std::vector<std::string> titles;
-  std::vector<std::string> rules;
   for (size_t i = 0; i < shown_.size(); ++i) {
     const std::string& title = columns_[shown_[i]].title;
     size_t width = DisplayWidth(title);
     for (const auto& row : held_) width = std::max(width, DisplayWidth(row[i]));
     widths_.push_back(std::min(width, kWidest));
     titles.push_back(title);
-    rules.emplace_back(widths_.back(), '-');
   }
-  TableRow(titles);
-  TableRow(rules);
+  terminal_columns_ = output_.TerminalColumns();
+  colours_ = output_.ShowsColours();
+  if (terminal_columns_ > 0) FitWidths();
+  std::vector<std::string> rules;
+  for (const size_t width : widths_) rules.emplace_back(width, '-');
+  TableRow(titles, true);
+  TableLine(rules, true);
   for (const auto& row : held_) TableRow(row);
   held_.clear();
 }
 
-void RecordWriter::TableRow(const std::vector<std::string>& texts) {
-  std::string line;
+// Takes from the widest column of texts until the table fits or none has any to spare.
+void RecordWriter::FitWidths() {
+  constexpr size_t kNarrowest = 12;
+  size_t total = kBetween * (widths_.size() - 1);
+  for (const size_t width : widths_) total += width;
+  for (; total > terminal_columns_; --total) {
+    size_t widest = widths_.size();
+    for (size_t i = 0; i < widths_.size(); ++i) {
+      const Column& column = columns_[shown_[i]];
+      const bool spare = !column.right && widths_[i] > std::max(kNarrowest, DisplayWidth(column.title));
+      if (spare && (widest == widths_.size() || widths_[i] > widths_[widest])) widest = i;
+    }
+    if (widest == widths_.size()) return;
+    --widths_[widest];
+  }
+}
+
+// On a terminal texts that are wider than their column go on below.
+void RecordWriter::TableRow(const std::vector<std::string>& texts, bool titles) {
+  if (terminal_columns_ == 0) {
+    TableLine(texts, titles);
+    return;
+  }
+  std::vector<std::vector<std::string>> pieces;
+  size_t lines = 1;
   for (size_t i = 0; i < texts.size(); ++i) {
+    if (columns_[shown_[i]].right)
+      pieces.push_back({texts[i]});
+    else
+      pieces.push_back(Wrapped(texts[i], widths_[i]));
+    lines = std::max(lines, pieces.back().size());
+  }
+  for (size_t line = 0; line < lines; ++line) {
+    std::vector<std::string> cells;
+    for (const auto& cell : pieces) cells.push_back(line < cell.size() ? cell[line] : "");
+    TableLine(cells, titles);
+  }
+}
+
+void RecordWriter::TableLine(const std::vector<std::string>& texts, bool titles) {
+  std::string line;
+  size_t left = terminal_columns_ == 0 ? std::string::npos : terminal_columns_;
+  for (size_t i = 0; i < texts.size() && left > 0; ++i) {
+    const Column& column = columns_[shown_[i]];
     const size_t width = DisplayWidth(texts[i]);
     const std::string pad(widths_[i] > width ? widths_[i] - width : 0, ' ');
-    if (i > 0) line += "  ";
-    line += columns_[shown_[i]].right ? pad + texts[i] : texts[i] + pad;
+    std::string cell = column.right ? pad + texts[i] : texts[i] + pad;
+    if (i + 1 == texts.size()) cell.erase(cell.find_last_not_of(' ') + 1);
+    if (i > 0) cell.insert(0, kBetween, ' ');
+    if (left != std::string::npos) {
+      // The sign of a cut stands also where only later columns find no room.
+      if (i + 1 < texts.size() && DisplayWidth(cell) >= left) cell += ' ';
+      cell = Cut(cell, left);
+      left -= DisplayWidth(cell);
+    }
+    const bool unusual = !titles && column.usual != nullptr && !texts[i].empty() && texts[i] != column.usual;
+    if (colours_ && (titles || unusual)) cell = (titles ? "\033[1m" : "\033[33m") + cell + "\033[0m";
+    line += cell;
   }
   line.erase(line.find_last_not_of(' ') + 1);
   output_.Write(line + "\n");

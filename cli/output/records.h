@@ -49,14 +49,15 @@ struct Column {
   std::string key;    // in CSV and JSON; a column without one is left out there
   std::string title;  // in the table, likewise
   bool right = false;
+  const char* usual = nullptr;  // a terminal shows any other text in colour
 };
 
 // Nothing for other formats than CSV.
 const CsvDialect* DialectOf(OutputFormat format);
 
 // Table: columns as wide as the first kRowsForWidths rows need, so that memory does not grow with their
-// number. CSV: a header and RFC 4180 rows. JSON: an array with an object a row; cells without a
-// value are null.
+// number; on a terminal at most as wide as it. CSV: a header and RFC 4180 rows. JSON: an array with an object
+// a row; cells without a value are null.
 class RecordWriter {
  public:
   RecordWriter(OutputFile& output, OutputFormat format, std::vector<Column> columns);
@@ -70,7 +71,9 @@ class RecordWriter {
 
  private:
   void CsvLine(const std::vector<Cell>& cells);
-  void TableRow(const std::vector<std::string>& texts);
+  void TableRow(const std::vector<std::string>& texts, bool titles = false);
+  void TableLine(const std::vector<std::string>& texts, bool titles);
+  void FitWidths();
   void StartTable();
 
   OutputFile& output_;
@@ -80,6 +83,8 @@ class RecordWriter {
   std::vector<size_t> shown_;  // which cells of a row are written
   std::vector<std::vector<std::string>> held_;
   std::vector<size_t> widths_;
+  size_t terminal_columns_ = 0;  // 0: any width
+  bool colours_ = false;
   bool started_ = false;
   bool any_ = false;
 };

@@ -61,9 +61,9 @@ void ShowPoints(const ShowOptions& options) {
   const std::int64_t without = check.findings.Count();
   if (without == 0) return;
   const Finding& first = check.findings.listed.front();
-  Warn(At(options.file, first.line,
-          first.text + "; " + std::to_string(without) + (without == 1 ? " point has" : " points have") +
-              " no level"));
+  PrintError(At(options.file, first.line,
+                first.text + "; " + std::to_string(without) + (without == 1 ? " point has" : " points have") +
+                    " no level"));
   throw ExitWith{1};
 }
 

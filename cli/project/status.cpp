@@ -2,6 +2,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/common/string_table.h"
 #include "velmora/project/projekt_status.h"
+#include "velmora/text/nearest.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -20,8 +21,13 @@ void ProjectStatus(const ProjectOptions& options) {
     states.SetStatus(number);
     const bool unknown = states.m_nStatus == CProjektStatus::kUnknown;
     const bool by_name = !is_number && text.CompareNoCase(states.GetStatus()) == 0;
-    if (unknown && (number != CProjektStatus::kUnknown || (!is_number && !by_name)))
-      throw Refusal(Quoted(options.status) + " is not a project status; velmora project status lists them");
+    if (unknown && (number != CProjektStatus::kUnknown || (!is_number && !by_name))) {
+      std::vector<std::string> known;
+      for (int at = states.Home(); at == 0; at = states++ == nullptr ? -1 : 0)
+        known.push_back(ToUtf8(states.pael->text));
+      throw Refusal(Quoted(options.status) + " is not a project status; velmora project status lists them" +
+                    DidYouMean(options.status, known));
+    }
     only = {static_cast<std::int64_t>(number), ToUtf8(states.GetStatus())};
   }
   OutputFile output(options.output.file, {});

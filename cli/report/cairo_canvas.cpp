@@ -3,6 +3,7 @@
 #include <cairo-pdf.h>
 
 #include <cmath>
+#include <cstdint>
 #include <exception>
 #include <utility>
 
@@ -63,6 +64,8 @@ class PdfCanvas final : public CairoCanvas {
   ~PdfCanvas() override {
     stream_.Close();
     StopDrawing();
+    // cairo 1.16 can crash when it ends a file in which it failed.
+    if (HasFailed()) (void)surface_.release();
   }
 
   void BeginSheet(std::string_view title, double width, double height) override {
@@ -99,6 +102,36 @@ class PdfCanvas final : public CairoCanvas {
   int pages_ = 0;
 };
 
+void AppendBigEndian(std::uint32_t number, std::string* bytes) {
+  for (int shift = 24; shift >= 0; shift -= 8) *bytes += static_cast<char>(number >> shift & 0xFF);
+}
+
+// Of a chunk's name and content.
+std::uint32_t PngCheckSum(std::string_view bytes) {
+  std::uint32_t sum = 0xFFFFFFFF;
+  for (const char byte : bytes) {
+    sum ^= static_cast<unsigned char>(byte);
+    for (int bit = 0; bit < 8; ++bit) sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB88320 : 0);
+  }
+  return ~sum;
+}
+
+// Says how large the picture is, so that programs print it to scale: a chunk after that of the header.
+void AddResolution(double dots_per_inch, std::string* png) {
+  constexpr size_t kEndOfHeader = 33;
+  constexpr std::uint32_t kLength = 9;
+  const auto dots_per_metre = static_cast<std::uint32_t>(std::lround(dots_per_inch * 1000 / kInch));
+  std::string content = "pHYs";
+  AppendBigEndian(dots_per_metre, &content);
+  AppendBigEndian(dots_per_metre, &content);
+  content += '\1';  // to the metre
+  std::string chunk;
+  AppendBigEndian(kLength, &chunk);
+  chunk += content;
+  AppendBigEndian(PngCheckSum(content), &chunk);
+  png->insert(kEndOfHeader, chunk);
+}
+
 class PngCanvas final : public CairoCanvas {
  public:
   PngCanvas(double dots_per_inch, std::function<void(std::string_view)> write)
@@ -130,6 +163,7 @@ class PngCanvas final : public CairoCanvas {
     surface_.reset();
     stream.Rethrow();
     RequireCairo(status);
+    AddResolution(dots_per_inch_, &file);
     write_(file);
   }
 

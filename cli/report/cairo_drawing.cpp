@@ -19,9 +19,10 @@ using drawing::PathPoint;
 using drawing::SheetPoint;
 using drawing::Style;
 
-constexpr double kLargestNumber = 1e5;     // mm; cairo keeps coordinates in 32 bits
-constexpr double kMiddleOfCapital = 0.36;  // of the font size, from the base line
-constexpr double kFlattestBulge = 1e-6;
+constexpr double kLargestNumber = 1e5;  // mm; cairo keeps coordinates in 32 bits
+constexpr double kWidestLine = 100;
+constexpr double kSmallestText = 0.01;  // mm; FreeType takes neither smaller nor larger ones
+constexpr double kLargestText = 1000;
 constexpr const char* kFamily = "DejaVu Sans";
 
 double Bounded(double value) {
@@ -73,14 +74,14 @@ void SetColour(cairo_t* cairo, Colour colour) {
 // From the current point, `a`, on to `b`.
 void AddSegment(cairo_t* cairo, SheetPoint a, double bulge, SheetPoint b) {
   const double chord = std::hypot(b.x - a.x, b.y - a.y);
-  if (!(std::fabs(bulge) > kFlattestBulge && std::fabs(bulge) < 1 / kFlattestBulge && chord > 0)) {
+  const double radius = chord * (1 + bulge * bulge) / (4 * std::fabs(bulge));
+  if (bulge == 0 || !(radius > 0 && radius < kLargestNumber)) {
     cairo_line_to(cairo, b.x, b.y);
     return;
   }
   // The centre lies on the chord's perpendicular; counter-clockwise on the sheet is towards smaller angles.
   const double along = (1 - bulge * bulge) / (4 * bulge);
   const SheetPoint centre = {(a.x + b.x) / 2 + along * (b.y - a.y), (a.y + b.y) / 2 - along * (b.x - a.x)};
-  const double radius = chord * (1 + bulge * bulge) / (4 * std::fabs(bulge));
   const double from = std::atan2(a.y - centre.y, a.x - centre.x);
   const double to = std::atan2(b.y - centre.y, b.x - centre.x);
   (bulge > 0 ? cairo_arc_negative : cairo_arc)(cairo, centre.x, centre.y, radius, from, to);
@@ -113,6 +114,7 @@ void CairoCanvas::DrawOn(cairo_surface_t* surface, double unit) {
 
 void CairoCanvas::EndDrawing() {
   const CairoContext ended = std::move(context_);
+  failed_ = cairo_status(ended.get()) != CAIRO_STATUS_SUCCESS;
   RequireCairo(cairo_status(ended.get()));
 }
 
@@ -124,7 +126,7 @@ void CairoCanvas::Paint(const Style& style) {
   }
   if (style.line) {
     SetColour(cairo, *style.line);
-    cairo_set_line_width(cairo, Bounded(style.width));
+    cairo_set_line_width(cairo, std::clamp(Bounded(style.width), 0.0, kWidestLine));
     cairo_set_line_cap(cairo, style.round ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
     cairo_set_line_join(cairo, style.round ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
     cairo_set_dash(cairo, style.dash.data(), style.dash[0] > 0 ? 2 : 0, 0);
@@ -182,10 +184,10 @@ void CairoCanvas::Dots(std::span<const SheetPoint> centres, double radius, const
 
 void CairoCanvas::Text(SheetPoint at, std::string_view utf8, const drawing::TextFormat& format,
                        const Style& style) {
-  if (!style.fill || utf8.empty() || !(format.size > 0)) return;
+  if (!style.fill || utf8.empty() || !(format.size >= kSmallestText)) return;
   cairo_t* const cairo = Context();
   const std::string text = drawing::PlainText(utf8);
-  const double size = Bounded(format.size);
+  const double size = std::min(format.size, kLargestText);
   const SheetPoint p = Bounded(at);
   SetColour(cairo, *style.fill);
   cairo_set_font_face(cairo, (format.bold ? bold_ : regular_).get());
@@ -199,7 +201,7 @@ void CairoCanvas::Text(SheetPoint at, std::string_view utf8, const drawing::Text
   cairo_save(cairo);
   cairo_translate(cairo, p.x, p.y);
   cairo_rotate(cairo, Bounded(format.angle) * std::numbers::pi / 180);
-  cairo_move_to(cairo, start, kMiddleOfCapital * size);
+  cairo_move_to(cairo, start, drawing::kMiddleOfCapital * size);
   cairo_show_text(cairo, text.c_str());
   cairo_restore(cairo);
   cairo_new_path(cairo);

@@ -44,6 +44,8 @@ class CairoCanvas : public FileCanvas {
   void StopDrawing() { context_.reset(); }
   // Stops drawing and throws a Refusal if any of it failed.
   void EndDrawing();
+  // Whether EndDrawing has thrown.
+  bool HasFailed() const { return failed_; }
 
  private:
   // Fills and draws the path.
@@ -52,6 +54,7 @@ class CairoCanvas : public FileCanvas {
   CairoFont regular_;
   CairoFont bold_;
   CairoContext context_;
+  bool failed_ = false;
 };
 
 }  // namespace velmora::cli

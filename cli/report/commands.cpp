@@ -41,7 +41,8 @@ void AddReportCommand(CLI::App& app) {
           ->type_name("DIR");
   verb->add_flag("--no-project", options->no_project, "Use no project")->excludes(project);
   verb->add_option("--format", options->format, "Sheets, as velmora formats lists them (default: A3)")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->check(CompletesWord("sheets"));
   AddValue(verb, "--scale", "N", "Scale 1:N of plan and lengths, or MAX (default: LSKALA, else 1000)",
            [options](const std::string& text) { options->scale = ToScale(text); });
   AddValue(verb, "--height-scale", "N", "Scale 1:N of heights, or MAX (default: HSKALA, else 100)",
@@ -49,7 +50,8 @@ void AddReportCommand(CLI::App& app) {
   AddValue(verb, "--stations", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->stations = ToLimits(text, ToStation); });
   verb->add_option("--stamp", options->stamp, "File of the title block's fields (default: by STAMPVAL)")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(CompletesFile(".dat"));
   verb->add_option_function<std::vector<std::string>>(
           "--field",
           [options](const std::vector<std::string>& texts) {

@@ -14,6 +14,7 @@
 #include "velmora/drawing/dxf_canvas.h"
 #include "velmora/drawing/html_report.h"
 #include "velmora/drawing/svg_canvas.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::cli {
 namespace {
@@ -119,7 +120,10 @@ Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs
     cells.clear();
     for (size_t i = 0; i < row.size(); ++i) {
       if (const double* number = std::get_if<double>(&row[i])) {
-        cells.emplace_back(Number{*number, report.table.columns[i].decimals});
+        // The list's own numbers as it has them, ours with the decimals of align locate.
+        const int decimals = report.table.columns[i].decimals;
+        cells.push_back(i < kReportColumns ? Cell(Number{*number, decimals})
+                                           : Cell(FormatFixed(*number, decimals)));
       } else if (const std::string* text = std::get_if<std::string>(&row[i])) {
         cells.emplace_back(*text);
       } else {

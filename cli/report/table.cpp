@@ -67,7 +67,6 @@ drawing::ReportTable MakeReportTable(const PlacedBorings& borings, int decimals,
                    {"Profile level", "m", decimals},
                    {"Difference", "m", decimals},
                    {"Status", "", -1}};
-  const size_t ours = table.columns.size();
   for (size_t own = 0; own < borings.own_titles.size(); ++own)
     table.columns.push_back(OwnColumn(borings, own));
   table.rows.reserve(borings.points.size() + borings.unreadable.size());
@@ -88,12 +87,13 @@ drawing::ReportTable MakeReportTable(const PlacedBorings& borings, int decimals,
     row.push_back(boring.level && profile ? NumberCell(*boring.level - *profile) : ReportCell());
     row.emplace_back(boring.status);
     for (size_t own = 0; own < borings.own_titles.size(); ++own)
-      row.push_back(OwnCell(borings.own[i][own], table.columns[ours + own], borings.decimal));
+      row.push_back(OwnCell(borings.own[i][own], table.columns[kReportColumns + own], borings.decimal));
   }
   for (const PlacedBorings::UnreadableRow& unreadable : borings.unreadable) {
     std::vector<ReportCell>& row = table.rows.emplace_back(table.columns.size());
     row[0] = unreadable.id;
-    row[ours - 1] = "unreadable row (line " + std::to_string(unreadable.line) + "): " + unreadable.problem;
+    row[kReportColumns - 1] =
+        "unreadable row (line " + std::to_string(unreadable.line) + "): " + unreadable.problem;
   }
   return table;
 }

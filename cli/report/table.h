@@ -2,6 +2,7 @@
 #ifndef VELMORA_CLI_REPORT_TABLE_H_
 #define VELMORA_CLI_REPORT_TABLE_H_
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,8 @@
 #include "velmora/drawing/report.h"
 
 namespace velmora::cli {
+
+inline constexpr size_t kReportColumns = 10;  // before those of the list
 
 // Of all rows of the list: first those that are points, in its order, then the unreadable ones. With `km` the
 // stations are texts.

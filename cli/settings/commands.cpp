@@ -22,8 +22,7 @@ void AddFile(CLI::App* verb, const Options& options, const std::vector<std::stri
 
 void AddProject(CLI::App* verb, const Options& options) {
   verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
-      ->type_name("DIR")
-      ->check(CompletesFolder());
+      ->type_name("DIR");
 }
 
 void AddValues(CLI::App* settings) {
@@ -92,10 +91,7 @@ void AddLocal(CLI::App* settings) {
   for (CLI::App* verb : {create, remove})
     verb->add_flag("--yes", options->yes, "Do not ask before something is replaced or deleted");
   for (CLI::App* verb : {create, remove, status}) {
-    verb->add_option("--project", options->project, "The project's folder")
-        ->required()
-        ->type_name("DIR")
-        ->check(CompletesFolder());
+    verb->add_option("--project", options->project, "The project's folder")->required()->type_name("DIR");
     verb->add_flag("--stones", options->stones,
                    "KARSK.PAR of the rock and stone program instead of the main program's files");
     AddOutputOptions(verb, &options->output);

@@ -78,7 +78,7 @@ void WriteRows(const Listing& listing, const std::vector<const Setting*>& chosen
                        {{"key", "key"},
                         {"value", "value"},
                         {"default", listing.file.defaults.empty() ? "" : "default"},
-                        {"note", listing.file.defaults.empty() ? "" : "note"},
+                        {"note", listing.file.defaults.empty() ? "" : "note", false, ""},
                         {"from", "from"}});
   for (const Setting* setting : chosen)
     records.Row({ToUtf8(setting->key), ToUtf8(setting->value),
@@ -114,7 +114,8 @@ void SettingsGet(const SettingsOptions& options) {
   const Listing listing = FindListing(options);
   const Setting* setting = listing.settings.Find(FromUtf8(options.key));
   if (setting == nullptr || (!setting->stored && !setting->built_in)) {
-    const std::string problem = "no key " + Quoted(options.key) + ", and there is no default for it";
+    const std::string problem = "no key " + Quoted(options.key) + ", and there is no default for it" +
+                                listing.settings.DidYouMeanKey(FromUtf8(options.key));
     throw Refusal(listing.in_use == nullptr ? ToUtf8(listing.file.name) + ": " + problem
                                             : At(PathForDisplay(listing.in_use->path), "has " + problem));
   }

@@ -12,21 +12,21 @@
 namespace velmora::cli {
 namespace {
 
-void Refuse(const std::string& what) { throw Refusal(what + "; nothing was written"); }
-
 // Refuses a setting that would not be read back as given.
 void RequireReadable(const ParameterFile& file, const CString& key, const CString& value) {
-  std::string why = WhyUnreadable(file, key, value);
+  const std::string why = WhyUnreadable(file, key, value);
   if (why.empty()) return;
   const std::string name = ToUtf8(file.name);
-  if (file.rig && Settings(file, {}).Find(key) == nullptr)
-    why += "; to list them: velmora settings list --file " + name;
-  Refuse(why);
+  if (const Settings built_in(file, {}); file.rig && built_in.Find(key) == nullptr)
+    throw Refusal(why + "; to list them: velmora settings list --file " + name + "; nothing was written" +
+                  built_in.DidYouMeanKey(key));
+  throw Refusal(why + "; nothing was written");
 }
 
-std::string Before(const Setting* setting, const ParameterFile& file) {
+std::string Before(const Settings& settings, const CString& key, const ParameterFile& file) {
+  const Setting* const setting = settings.Find(key);
   if (setting == nullptr || (!setting->stored && !setting->built_in))
-    return file.defaults.empty() ? "new" : "new, and without a default";
+    return file.defaults.empty() ? "new" : "new, and without a default" + settings.DidYouMeanKey(key);
   return "before: " + ToUtf8(setting->value) + (setting->stored ? "" : ", built in");
 }
 
@@ -84,7 +84,7 @@ void SettingsSet(const SettingsOptions& options) {
   const std::string name = Printable(ToUtf8(key));
   output.Write(
       (value.IsEmpty() ? name + " removed from " : name + "=" + Printable(ToUtf8(value)) + " written to ") +
-      path + " (" + place.name + "; " + Printable(Before(before, file)) + ")\n" + FilledLines(filled));
+      path + " (" + place.name + "; " + Printable(Before(settings, key, file)) + ")\n" + FilledLines(filled));
   const CString next = value.IsEmpty() ? NextValue(lines, key) : CString();
   if (!next.IsEmpty())
     output.Write(name + " is in the file once more and is now " + Printable(ToUtf8(next)) + "\n");

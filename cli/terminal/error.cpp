@@ -2,11 +2,23 @@
 
 #include <cstdio>
 
+#include "velmora/platform/console.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/whole_file.h"
 
 namespace velmora::cli {
 namespace {
+
+bool g_quiet = false;
+
+// `colour` is that of the program's name on a terminal.
+void PrintLine(const char* colour, const std::string& text) {
+  const std::string name = ShowsColours(StandardStream::kError)
+                               ? std::string("\033[1;") + colour + "mvelmora:\033[0m "
+                               : "velmora: ";
+  const std::string line = name + Printable(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
 
 std::string Name(const std::string& file) {
   return file == "-" ? "standard input" : file.empty() ? "\"\"" : file;
@@ -40,8 +52,11 @@ std::string Printable(std::string_view text) {
 void RefuseUnopened(const std::string& file) { throw Refusal(At(file, WhyUnopened(PathFromSystem(file)))); }
 
 void Warn(const std::string& text) {
-  const std::string line = "velmora: " + Printable(text) + "\n";
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  if (!g_quiet) PrintLine("33", text);
 }
+void PrintError(const std::string& text) { PrintLine("31", text); }
+
+void SetQuiet(bool quiet) { g_quiet = quiet; }
+bool IsQuiet() { return g_quiet; }
 
 }  // namespace velmora::cli

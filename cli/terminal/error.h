@@ -35,8 +35,14 @@ std::string At(const std::string& file, std::int64_t line, const std::string& wh
 // Throws a Refusal that says why a file could not be opened.
 [[noreturn]] void RefuseUnopened(const std::string& file);
 
-// Prints a line on standard error. Does not change the exit status.
+// Print a line on standard error and do not change the exit status: a note, which --quiet suppresses, and an
+// error.
 void Warn(const std::string& text);
+void PrintError(const std::string& text);
+
+// --quiet: errors alone, no notes and no progress.
+void SetQuiet(bool quiet);
+bool IsQuiet();
 
 // One line with control characters replaced: a line feed by a blank, any other by "?".
 std::string Printable(std::string_view text);

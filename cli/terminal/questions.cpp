@@ -28,7 +28,7 @@ int Show(const MessageBoxCall& call, const std::vector<CString>& paths) {
     const size_t at = spelled.empty() ? std::string::npos : text.find(spelled);
     if (at != std::string::npos) text.replace(at, spelled.size(), PathForDisplay(path));
   }
-  Warn(Printable(text));
+  PrintError(text);
   return IDOK;
 }
 

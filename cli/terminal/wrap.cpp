@@ -58,13 +58,17 @@ std::string WrapLines(const std::string& text, size_t width) {
     const size_t end = std::min(text.find('\n', at), text.size());
     const std::string_view line = std::string_view(text).substr(at, end - at);
     at = end + 1;
-    const size_t hanging = HangingIndent(line);
-    const size_t indent = hanging + kNarrowest > width ? 0 : hanging;
-    const std::string_view start = line.substr(0, BytesOf(line, indent));
-    bool first = true;
-    for (const std::string& piece : Wrapped(line.substr(start.size()), width - indent)) {
-      wrapped += (first ? std::string(start) : std::string(indent, ' ')) + piece + "\n";
-      first = false;
+    size_t indent = HangingIndent(line);
+    std::string start(line.substr(0, indent));
+    std::string_view rest = line.substr(indent);
+    if (indent + kNarrowest > width) {  // no room for two columns
+      rest = line.substr(std::min(line.find_first_not_of(' '), line.size()));
+      indent = std::min<size_t>(line.size() - rest.size(), 2);
+      start.assign(indent, ' ');
+    }
+    for (const std::string& piece : Wrapped(rest, width - std::min(indent, width))) {
+      wrapped += start + piece + "\n";
+      start.assign(indent, ' ');
     }
   }
   return wrapped;

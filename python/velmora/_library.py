@@ -12,6 +12,7 @@ FORCE = 1
 SEARCHED = 2
 
 _NAMES = {"win32": "velmora.dll", "darwin": "libvelmora.dylib"}
+_INSTALLED = "velmora.dll" if sys.platform == "win32" else "libvelmora.so.1"
 _ERROR = POINTER(_structs.Error)
 _ARRAY: List[Any] = [c_void_p, c_ssize_t]  # the first element's address and the step in bytes
 _PATH = c_char_p
@@ -63,7 +64,9 @@ _QUESTIONS: List[Tuple[str, Any, List[Any]]] = [
 
 def _load() -> ctypes.CDLL:
     name = _NAMES.get(sys.platform, "libvelmora.so")
-    path = os.environ.get("VELMORA_LIBRARY") or os.path.join(os.path.dirname(os.path.abspath(__file__)), name)
+    beside = os.path.join(os.path.dirname(os.path.abspath(__file__)), name)
+    # A wheel has its library beside it; Debian's package uses the one that the system has.
+    path = os.environ.get("VELMORA_LIBRARY") or (beside if os.path.exists(beside) else _INSTALLED)
     try:
         library = ctypes.CDLL(path)
         for call, parameters in _CALLS.items():

@@ -54,7 +54,7 @@ TEST(HtmlReport, NoTextLeavesItsPlace) {
   const std::string sheet = "<?xml version=\"1.0\"?>\n<svg width=\"297mm\" height=\"210mm\"></svg>\n";
   const std::string page = HtmlReport(report, {0, 0, 0, {text}}, std::vector{sheet, sheet});
   EXPECT_EQ(Count(page, "</script>"), 2U);
-  EXPECT_EQ(Count(page, "</noscript>"), 2U);
+  EXPECT_EQ(Count(page, "</noscript>"), 4U);  // of the style, the table and the sheets
   EXPECT_EQ(Count(page, "<!--"), 0U);
   EXPECT_EQ(Count(page, "<?xml"), 0U);
   EXPECT_EQ(Count(page, "<svg width="), 2U);

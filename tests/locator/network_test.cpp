@@ -50,8 +50,8 @@ Roads AnyRoads(std::mt19937& random) {
 }
 
 std::uint64_t BitsOf(double value) { return std::bit_cast<std::uint64_t>(std::isnan(value) ? kNan : value); }
-using Answer = std::tuple<int, std::uint64_t, std::uint64_t>;
-Answer AnswerOf(const NetworkPlace& place) { return {place.road, BitsOf(place.sek), BitsOf(place.avst)}; }
+using RoadAnswer = std::tuple<int, std::uint64_t, std::uint64_t>;
+RoadAnswer AnswerOf(const NetworkPlace& place) { return {place.road, BitsOf(place.sek), BitsOf(place.avst)}; }
 
 // What the roads answer one by one, nearest first.
 std::vector<NetworkPlace> OneByOne(const std::vector<Locator>& locators, PlanePoint p) {
@@ -81,7 +81,7 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
     const NetworkSearch narrow(MergeRoads(spans, std::vector<bool>(roads.size(), true)), CVaglinje::Seknoll,
                                1, BaselineRoutines());
     std::vector<double> x(64), y(64);
-    std::vector<Answer> nearest(64);
+    std::vector<RoadAnswer> nearest(64);
     for (size_t i = 0; i < 64; ++i) {
       const std::vector<kovltype>& road = roads[random() % roads.size()];
       const PlanePoint p = road.empty() ? PlanePoint{1, 2} : AnyPlace(random, road);
@@ -92,12 +92,12 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
       if (i % 8 != 0) continue;
       const double metres = places.empty() ? 1e5 : std::fabs(places[random() % places.size()].avst);
       const std::vector<NetworkPlace> within = network.Within(x[i], y[i], metres);
-      size_t near = 0;
-      while (near < places.size() && std::fabs(places[near].avst) <= metres) ++near;
-      ASSERT_EQ(within.size(), near) << "round " << round << ", point " << i;
-      for (size_t k = 0; k < near; ++k) ASSERT_EQ(AnswerOf(within[k]), AnswerOf(places[k])) << round;
+      size_t reached = 0;
+      while (reached < places.size() && std::fabs(places[reached].avst) <= metres) ++reached;
+      ASSERT_EQ(within.size(), reached) << "round " << round << ", point " << i;
+      for (size_t k = 0; k < reached; ++k) ASSERT_EQ(AnswerOf(within[k]), AnswerOf(places[k])) << round;
     }
-    const auto ask = [&](const auto& search, std::vector<Answer>* answers) {
+    const auto ask = [&](const auto& search, std::vector<RoadAnswer>* answers) {
       std::vector<double> sek(64), avst(64);
       std::vector<int> road(64);
       search(x.data(), y.data(), size_t{64}, road.data(), sek.data(), avst.data());
@@ -107,7 +107,7 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
     const auto merged = [&](const double* px, const double* py, size_t count, int* road, double* sek,
                             double* avst) { narrow.Find(px, py, count, sek, avst, road); };
     for (const bool known : {false, true}) {
-      std::vector<Answer> here, there, baseline;
+      std::vector<RoadAnswer> here, there, baseline;
       std::thread other([&] { ask(all, &there); });
       ask(all, &here);
       other.join();

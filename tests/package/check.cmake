@@ -12,7 +12,7 @@ if(TOOLCHAIN)
 endif()
 if(SOURCE)
   execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S "${SOURCE}" -B "${BUILD}" ${compiler}
-    -DBUILD_SHARED_LIBS=OFF -DVELMORA_CLI=OFF -DVELMORA_TESTS=OFF -DVELMORA_WERROR=ON -DCMAKE_BUILD_TYPE=${TYPE} ${run})
+    -DBUILD_SHARED_LIBS=OFF -DVELMORA_UNITY=ON -DVELMORA_CLI=OFF -DVELMORA_TESTS=OFF -DVELMORA_WERROR=ON -DCMAKE_BUILD_TYPE=${TYPE} ${run})
   execute_process(COMMAND ${CMAKE_COMMAND} --build "${BUILD}" ${run})
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${WORK}/first" ${run})

@@ -90,6 +90,19 @@ class OtherPrograms(unittest.TestCase):
         report("many.csv", "out.pdf", "--author", "Åsa Öberg", "--format", "A3")
         self.assertTrue(filecmp.cmp("first.pdf", "out.pdf", shallow=False))
 
+    def test_missing_font_is_named(self):
+        with open("fonts.conf", "w") as file:
+            file.write("<fontconfig/>")
+        with open("out.pdf", "w") as file:
+            file.write("old")
+        words = [VELMORA, "report", ROAD, "--no-project", "-o", "out.pdf"]
+        environment = dict(os.environ, FONTCONFIG_FILE=os.path.abspath("fonts.conf"))
+        done = subprocess.run(words, env=environment, capture_output=True, text=True)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("fonts-dejavu-core", done.stderr)
+        with open("out.pdf") as file:
+            self.assertEqual(file.read(), "old")
+
     def test_pdf_is_to_scale(self):
         report("two.csv", "out.pdf")
         self.assertIn("Åö €7", run("pdftotext", "out.pdf", "-"))
@@ -165,6 +178,9 @@ class OtherPrograms(unittest.TestCase):
         with open(sheets[1], "rb") as file:
             data = file.read()
         self.assertEqual(struct.unpack(">II", data[16:24]), (math.ceil(420 / 25.4 * 200), math.ceil(297 / 25.4 * 200)))
+        place = data.index(b"pHYs")
+        self.assertEqual(struct.unpack(">IIB", data[place + 4 : place + 13]), (7874, 7874, 1))  # to the metre
+        self.assertEqual(struct.unpack(">I", data[place + 13 : place + 17])[0], zlib.crc32(data[place : place + 13]))
         place = data.index(b"IDAT")
         pixels = zlib.decompressobj().decompress(data[place + 4 :], 4)
         self.assertEqual(pixels[1:], b"\xff\xff\xff")  # the corner is white

@@ -45,7 +45,7 @@ class Server:
         os.chmod(folder, 0o755)
         os.mkdir("build")
         shutil.copy(os.path.realpath(LIBRARY), "libvelmora.so")
-        os.symlink("libvelmora.so", "libvelmora.so.0")
+        os.symlink("libvelmora.so", "libvelmora.so.1")
         make = f"make -f {SOURCES}/sql/postgresql/Makefile all install with_llvm=no PG_CONFIG={BIN}/pg_config DESTDIR={folder}/installed"
         library = f"VELMORA_LIBS=-L{folder} -lvelmora -Wl,-rpath,{folder}"
         run(*make.split(), f"VELMORA_CFLAGS=-I{SOURCES} -Werror", library, cwd="build")

@@ -2,9 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <bit>
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <random>
+#include <string>
+
+#include "velmora/text/plain_number.h"
 
 namespace velmora {
 namespace {
@@ -97,6 +104,28 @@ TEST(Numbers, FormatFixedWritesWhatIsAskedFor) {
   EXPECT_EQ(FormatFixed(std::copysign(std::nan(""), -1.0), 2), "nan");
   for (const char* shortest : {"0.1", "-1.7976931348623157e+308", "5e-324", "6580000.1234", "nan"})
     EXPECT_EQ(FormatShortest(std::strtod(shortest, nullptr)), shortest);
+}
+
+// Any digits around any place of the sign, and what is left to the general way.
+TEST(Numbers, PlainOnesAreThoseOfFromChars) {
+  std::mt19937_64 random(1);
+  for (int i = 0; i < 300'000; ++i) {
+    std::string text(random() % 24, '0');
+    for (char& c : text) c = static_cast<char>('0' + random() % 10);
+    if (random() % 8 != 0) text.insert(random() % (text.size() + 1), 1, random() % 4 == 0 ? ',' : '.');
+    if (random() % 4 == 0) text.insert(0, 1, '-');
+    if (!text.empty() && random() % 16 == 0) text[random() % text.size()] = "-., :/x"[random() % 7];
+    std::string plain = text;
+    std::replace(plain.begin(), plain.end(), ',', '.');
+    double expected = 0;
+    const char* const end = plain.data() + plain.size();
+    const auto general = std::from_chars(plain.data(), end, expected, std::chars_format::fixed);
+    const bool is_number = general.ec == std::errc() && general.ptr == end;
+    double number = 0;
+    ASSERT_EQ(ReadPlainNumber(text, '.', ',', &number), is_number) << text;
+    ASSERT_TRUE(!is_number || std::bit_cast<std::uint64_t>(number) == std::bit_cast<std::uint64_t>(expected))
+        << text;
+  }
 }
 
 }  // namespace

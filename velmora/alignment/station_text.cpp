@@ -56,13 +56,13 @@ std::optional<double> ParseStation(std::string_view text) {
   return below_zero ? -station : station;
 }
 
-std::string OffsetSide(double offset) {
+std::string_view OffsetSide(double offset) {
   if (std::fabs(offset) < 0.0005) return "";
   return offset < 0 ? "V" : "H";
 }
 
 std::string OffsetText(double offset) {
-  const std::string side = OffsetSide(offset);
+  const std::string side(OffsetSide(offset));
   return (side.empty() ? "" : side + " ") + FormatFixed(std::fabs(offset), 3);
 }
 

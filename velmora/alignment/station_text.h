@@ -21,7 +21,7 @@ std::string RoundStationText(double metres, bool km);
 std::optional<double> ParseStation(std::string_view text);
 
 // "V" or "H"; empty on the alignment itself, to the millimetre.
-std::string OffsetSide(double offset);
+std::string_view OffsetSide(double offset);
 // "H 12.400", "V 3.200", "0.000"
 std::string OffsetText(double offset);
 

@@ -90,11 +90,12 @@ bool WriteLevel(float level, char** at) {
   std::uint64_t scaled = 0;
   if (std::signbit(level) || !(level < 9999) || !fixed_digits::TenThousandths(level, &scaled))
     return WritePadded(level, 9, 4, at);
-  const std::uint32_t whole = fixed_digits::kFourDigits[scaled / 10'000];
+  const std::uint64_t digits = fixed_digits::FourDigits(scaled / 10'000 | scaled % 10'000 << 32);
+  const auto whole = static_cast<std::uint32_t>(digits);
   const int zeros = std::countr_zero(whole | 1U << 24) & ~7;
   const std::uint32_t blanks = 0x10101010U & ((1U << zeros) - 1);  // '0' less ' ' before the first digit
   const std::uint32_t before = whole + 0x30303030U - blanks;
-  const std::uint32_t decimals_text = fixed_digits::kFourDigits[scaled % 10'000] + 0x30303030U;
+  const std::uint32_t decimals_text = static_cast<std::uint32_t>(digits >> 32) + 0x30303030U;
   std::memcpy(*at, &before, sizeof before);
   (*at)[4] = '.';
   std::memcpy(*at + 5, &decimals_text, sizeof decimals_text);

@@ -124,10 +124,12 @@ class VELMORA_TEMPLATE_API list0 {
   // Modification counter: the current element, the mark or the links changed. Derived classes use it to
   // invalidate data that they keep beside the list.
   std::uint64_t Changes() const { return changes_; }
+  // The same of the links alone.
+  std::uint64_t LinkChanges() const { return link_changes_; }
   // Removes every element, with the result of repeated Delete.
   void DeleteAll() {
     if (forsta == nullptr) return;
-    ++changes_;
+    NoteLinks();
     nodes_.FreeAll();
     forsta = sista = aktuell = mark = nullptr;
     antal = pos = 0;
@@ -188,16 +190,20 @@ class VELMORA_TEMPLATE_API list0 {
     Set_pael();
     return this;
   }
+  void NoteLinks() {
+    ++changes_;
+    ++link_changes_;
+  }
   // Links `node` before `next`, at the end when that is null.
   void Link(Node* node, Node* next) {
-    ++changes_;
+    NoteLinks();
     node->next = next;
     node->previous = next == nullptr ? sista : next->previous;
     (node->previous == nullptr ? forsta : node->previous->next) = node;
     (next == nullptr ? sista : next->previous) = node;
   }
   Node* Unlink(Node* node) {
-    ++changes_;
+    NoteLinks();
     (node->previous == nullptr ? forsta : node->previous->next) = node->next;
     (node->next == nullptr ? sista : node->next->previous) = node->previous;
     node->previous = node->next = nullptr;
@@ -206,6 +212,7 @@ class VELMORA_TEMPLATE_API list0 {
 
   NodePool nodes_{sizeof(Node)};
   std::uint64_t changes_ = 0;
+  std::uint64_t link_changes_ = 0;
 };
 
 template <class T>
@@ -315,7 +322,7 @@ int list0<T>::Sortera(int key) {
     previous = node;
   }
   sista = previous;
-  ++changes_;
+  NoteLinks();
   return 0;
 }
 

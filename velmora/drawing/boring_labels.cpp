@@ -58,27 +58,54 @@ class NearSymbols {
   std::map<std::pair<long, long>, std::vector<size_t>> cells_;  // of those that are not marked
 };
 
+// Where symbols found no room for a label of one kind: others there will find none either.
+class HopelessSpots {
+ public:
+  bool Is(SheetPoint at) const {
+    const auto spot = failures_.find(SpotOf(at));
+    return spot != failures_.end() && spot->second >= kTrials;
+  }
+  void Add(SheetPoint at) { ++failures_[SpotOf(at)]; }
+
+ private:
+  static constexpr double kSpot = 4;  // mm
+  static constexpr int kTrials = 2;
+  static std::pair<long, long> SpotOf(SheetPoint at) {
+    return {static_cast<long>(std::floor(at.x / kSpot)), static_cast<long>(std::floor(at.y / kSpot))};
+  }
+
+  std::map<std::pair<long, long>, int> failures_;
+};
+
 }  // namespace
 
 std::vector<std::optional<ChosenLabel>> ChooseLabels(
     Obstacles& obstacles, std::span<const SheetPoint> symbols,
-    const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places) {
+    const std::function<LabelPlaces(size_t, LabelKind)>& places) {
   using Labels = std::vector<std::optional<ChosenLabel>>;
-  const int rounds = symbols.size() <= 500 ? 12 : 4;
+  const bool few = symbols.size() <= 500;
+  const int rounds = few ? 12 : 4;
   constexpr double kAround = 14;  // mm
-  NearSymbols near(symbols, kAround);
+  std::optional<NearSymbols> near;
   std::vector<bool> close(symbols.size(), false);
   std::vector<size_t> order(symbols.size());
   std::iota(order.begin(), order.end(), size_t{0});
+  if (!few)  // neighbours one after another, which the processor's caches are made for
+    std::stable_sort(order.begin(), order.end(),
+                     [&](size_t a, size_t b) { return symbols[a].x < symbols[b].x; });
   std::optional<std::pair<Labels, Obstacles>> best;
   std::ptrdiff_t least = 0;
   for (int round = 0; round < rounds; ++round) {
     Labels labels(symbols.size());
     Obstacles taken = obstacles;
     const auto place = [&](LabelKind kind, const auto& wanted) {
+      HopelessSpots hopeless;
       for (const size_t i : order) {
-        if (labels[i] || !wanted(i)) continue;
-        if (const auto free = TakeFirst(taken, places(i, kind))) labels[i] = {kind, *free};
+        if (labels[i] || !wanted(i) || (!few && hopeless.Is(symbols[i]))) continue;
+        if (const auto free = TakeFirst(taken, places(i, kind)))
+          labels[i] = {kind, *free};
+        else
+          hopeless.Add(symbols[i]);
       }
     };
     place(LabelKind::kNumber, [&](size_t i) { return close[i]; });
@@ -90,11 +117,13 @@ std::vector<std::optional<ChosenLabel>> ChooseLabels(
       best.emplace(labels, std::move(taken));
       least = without;
     }
-    if (without == 0) break;
+    // Of many, one in a thousand is not worth another round.
+    if (without <= (few ? 0 : static_cast<std::ptrdiff_t>(symbols.size() / 1000))) break;
     // Those without a label choose first next time, and around them numbers come before names.
     std::stable_partition(order.begin(), order.end(), [&](size_t i) { return !labels[i]; });
+    if (!near) near.emplace(symbols, kAround);
     for (size_t i = 0; i < symbols.size(); ++i)
-      if (!labels[i]) near.MarkAround(symbols[i], &close);
+      if (!labels[i]) near->MarkAround(symbols[i], &close);
   }
   obstacles = std::move(best->second);
   return std::move(best->first);

@@ -48,10 +48,11 @@ struct ChosenLabel {
 
 // Places a label for each of the symbols and adds them to the obstacles: names where all around get a label
 // too, numbers where symbols are close together, and nothing where there is no room for either. `places`
-// gives the places for a symbol's label of a kind, the best first.
+// gives the places for a symbol's label of a kind. Of many symbols side by side that find no room only the
+// first few try, so that the time grows no faster than their number.
 std::vector<std::optional<ChosenLabel>> ChooseLabels(
     Obstacles& obstacles, std::span<const SheetPoint> symbols,
-    const std::function<std::vector<LabelPlace>(size_t, LabelKind)>& places);
+    const std::function<LabelPlaces(size_t, LabelKind)>& places);
 
 // "H 12.40" to the right (höger), "V 3.20" to the left (vänster), "0.00" on the line; empty for a boring
 // without one.

@@ -45,6 +45,9 @@ struct Style {
   bool operator==(const Style&) const = default;
 };
 
+// From the base line of text to halfway up its capitals, as part of the font size.
+inline constexpr double kMiddleOfCapital = 0.36;
+
 enum class TextAnchor { kStart, kMiddle, kEnd };
 
 struct TextFormat {

@@ -233,10 +233,10 @@ void AddSheets(std::span<const std::string> sheets, const std::map<SheetSize, si
   for (size_t i = 0; i < sheets.size(); ++i) {
     const std::string caption = "Sheet " + std::to_string(i + 1) + " of " + std::to_string(sheets.size());
     *page += "<figure class=\"sheet" + std::to_string(sizes.at(SizeOf(sheets[i]))) +
-             "\"><div class=\"sheet\" role=\"img\" aria-label=\"" + caption + "\">";
+             "\"><div class=\"sheet\" role=\"img\" aria-label=\"" + caption + "\"><noscript>";
     // Without the XML declaration.
     page->append(sheets[i], std::min(sheets[i].find("<svg"), sheets[i].size()));
-    *page += "</div><figcaption>" + caption + "</figcaption></figure>\n";
+    *page += "</noscript></div><figcaption>" + caption + "</figcaption></figure>\n";
   }
   *page += "</section>\n";
 }
@@ -266,7 +266,6 @@ std::string HtmlReport(const Report& report, const ReportSummary& summary,
   page += kView;
   if (has_table) page += BoringSection(table, report.table.rows.size());
   page += "</div>\n";
-  // Before the sheets, so that plan and profile need not wait for them.
   AddScript(report, table, &page);
   AddSheets(sheets, sizes, &page);
   return page + "</main>\n</body>\n</html>\n";

@@ -12,7 +12,8 @@ namespace {
 
 constexpr double kTextHeight = 1.15;  // of the font size, ascenders and descenders
 constexpr double kLeastCell = 8;      // mm
-constexpr double kMostCells = 250'000;
+constexpr double kMostCells = 1'000'000;
+constexpr size_t kCrowd = 2000;  // boxes in a cell
 constexpr size_t kMostCellsOfBox = 10'000;
 constexpr double kLeaderRoom = 0.3;
 constexpr double kDegree = std::numbers::pi / 180;
@@ -184,7 +185,7 @@ void Obstacles::Add(const RotatedBox& box, bool solid) {
   all_.push_back({sides, solid});
   size_t left = kMostCellsOfBox;
   AnyCell(sides, [&](size_t cell) {
-    cells_[cell].push_back(number);
+    if (cells_[cell].size() < kCrowd) cells_[cell].push_back(number);
     return --left == 0;
   });
 }
@@ -197,6 +198,7 @@ void Obstacles::Add(const LabelPlace& label) {
 bool Obstacles::Covers(const RotatedBox& box, bool lines_too) const {
   const Sides sides(box);
   return AnyCell(sides, [&](size_t cell) {
+    if (cells_[cell].size() >= kCrowd) return true;
     return std::any_of(cells_[cell].begin(), cells_[cell].end(), [&](std::uint32_t number) {
       const Obstacle& obstacle = all_[number];
       return (lines_too || obstacle.solid) && Overlap(obstacle.sides, sides);
@@ -215,41 +217,46 @@ bool Obstacles::Allows(const LabelPlace& label) const {
          (!label.leader || AllowsLeader(LineBox(label.leader->first, label.leader->second, kLeaderRoom)));
 }
 
-std::vector<LabelPlace> PlacesAround(SheetPoint at, double radius, double width, double height,
-                                     SheetPoint direction) {
-  constexpr double kNear = 0.7;  // mm between symbol and label
-  constexpr std::array kDistances = {kNear, 2.2, 4.0, 6.5, 10.0, 14.0, 19.0, 25.0, 32.0, 40.0};
-  constexpr double kFar = 5;  // farther away, more directions are told apart
-  std::vector<LabelPlace> places;
+LabelPlaces PlacesAround(SheetPoint at, double radius, double width, double height, SheetPoint direction) {
   const double preferred = std::atan2(direction.y, direction.x);
-  for (const double distance : kDistances) {
-    const int directions = distance < kFar ? 16 : 48;
-    for (int i = 0; i < directions; ++i) {
-      // 0, +1, -1, +2, -2 ... steps away from the preferred direction.
-      const int steps = i % 2 == 0 ? -i / 2 : (i + 1) / 2;
-      const double angle = preferred + steps * 2 * std::numbers::pi / directions;
-      const double c = std::cos(angle);
-      const double s = std::sin(angle);
-      // The box touches the circle of this distance with the side or corner that faces the symbol.
-      const double to_side =
-          std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
-      const double reach = radius + distance + to_side;
-      const SheetPoint centre = {at.x + c * reach, at.y + s * reach};
-      LabelPlace& place = places.emplace_back(LabelPlace{{centre, width / 2, height / 2}});
-      if (distance == kNear) continue;
-      const SheetPoint end = {std::clamp(at.x, centre.x - width / 2, centre.x + width / 2),
-                              std::clamp(at.y, centre.y - height / 2, centre.y + height / 2)};
-      const double skip = 1.45 * radius / std::hypot(end.x - at.x, end.y - at.y);  // the symbol's box
-      place.leader = {{at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip}, end};
-    }
-  }
-  return places;
+  return [=](size_t number) -> std::optional<LabelPlace> {
+    constexpr double kTouching = 0.7;  // mm between symbol and label
+    constexpr std::array kNear = {kTouching, 2.2, 4.0};
+    constexpr std::array kFar = {6.5, 10.0, 14.0, 19.0, 25.0, 32.0, 40.0};
+    // Farther away, more directions are told apart.
+    constexpr size_t kNearDirections = 16;
+    constexpr size_t kFarDirections = 48;
+    constexpr size_t kNearPlaces = kNear.size() * kNearDirections;
+    const bool near = number < kNearPlaces;
+    const size_t directions = near ? kNearDirections : kFarDirections;
+    const size_t row = (near ? number : number - kNearPlaces) / directions;
+    if (!near && row >= kFar.size()) return std::nullopt;
+    const double distance = near ? kNear[row] : kFar[row];
+    const auto i = static_cast<int>((near ? number : number - kNearPlaces) % directions);
+    // 0, +1, -1, +2, -2 ... steps away from the preferred direction.
+    const int steps = i % 2 == 0 ? -i / 2 : (i + 1) / 2;
+    const double angle = preferred + steps * 2 * std::numbers::pi / static_cast<double>(directions);
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    // The box touches the circle of this distance with the side or corner that faces the symbol.
+    const double to_side =
+        std::min(width / 2 / std::max(std::fabs(c), 1e-9), height / 2 / std::max(std::fabs(s), 1e-9));
+    const double reach = radius + distance + to_side;
+    const SheetPoint centre = {at.x + c * reach, at.y + s * reach};
+    LabelPlace place = {{centre, width / 2, height / 2}};
+    if (distance == kTouching) return place;
+    const SheetPoint end = {std::clamp(at.x, centre.x - width / 2, centre.x + width / 2),
+                            std::clamp(at.y, centre.y - height / 2, centre.y + height / 2)};
+    const double skip = 1.45 * radius / std::hypot(end.x - at.x, end.y - at.y);  // the symbol's box
+    place.leader = {{at.x + (end.x - at.x) * skip, at.y + (end.y - at.y) * skip}, end};
+    return place;
+  };
 }
 
-std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, std::span<const LabelPlace> places) {
-  for (const LabelPlace& place : places) {
-    if (!obstacles.Allows(place)) continue;
-    obstacles.Add(place);
+std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, const LabelPlaces& places) {
+  for (size_t number = 0; auto place = places(number); ++number) {
+    if (!obstacles.Allows(*place)) continue;
+    obstacles.Add(*place);
     return place;
   }
   return std::nullopt;

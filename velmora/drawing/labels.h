@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -59,7 +60,7 @@ struct LabelPlace {
 };
 
 // What labels in an area of the sheet must not cover. Of a box that reaches over a large part of a
-// vast area only a part counts, so that a few of them take neither memory nor time.
+// vast area only a part counts, and where boxes crowd nothing is allowed, so that neither takes much time.
 class Obstacles {
  public:
   explicit Obstacles(const SheetRect& area);
@@ -93,13 +94,18 @@ class Obstacles {
   std::vector<std::vector<std::uint32_t>> cells_;  // the obstacles in each, row by row
 };
 
+// The places for a label, the best first, by their number; nothing after the last.
+using LabelPlaces = std::function<std::optional<LabelPlace>(size_t)>;
+inline LabelPlaces NoPlaces() {
+  return [](size_t) { return std::nullopt; };
+}
+
 // The places for a label of this size, without rotation, around the symbol at `at`: near ones first, and
 // among the equally near those closest to `direction`.
-std::vector<LabelPlace> PlacesAround(SheetPoint at, double radius, double width, double height,
-                                     SheetPoint direction);
+LabelPlaces PlacesAround(SheetPoint at, double radius, double width, double height, SheetPoint direction);
 
 // The first of the places that is free, added to the obstacles.
-std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, std::span<const LabelPlace> places);
+std::optional<LabelPlace> TakeFirst(Obstacles& obstacles, const LabelPlaces& places);
 
 // Writes the text into the first box that is free and adds that to the obstacles. Returns its index.
 std::optional<size_t> WriteInFirst(Canvas& canvas, Obstacles& obstacles, std::span<const RotatedBox> boxes,

@@ -11,7 +11,21 @@ namespace {
 
 constexpr double kMargin = 12;  // mm, for labels
 
+std::optional<PlanFrame> FrameOfOverview(const SheetRect& panel, const ReportPlan& plan) {
+  std::vector<PlanePoint> outline = PlanOutline(plan.report.road, plan.course.Path());
+  for (size_t i = 0; i < plan.frames.size(); ++i)
+    for (const PlanePoint& corner : OutlineOfStrip(plan, i)) outline.push_back(corner);
+  outline = ConvexHull(std::move(outline));
+  if (outline.empty()) return std::nullopt;
+  return PlanFrame(outline, panel.Inset(kMargin));
+}
+
 }  // namespace
+
+double ScaleOfOverview(const SheetRect& panel, const ReportPlan& plan) {
+  const auto frame = FrameOfOverview(panel, plan);
+  return frame ? frame->Scale() : 0;
+}
 
 std::array<PlanePoint, 4> OutlineOfStrip(const ReportPlan& plan, size_t strip) {
   const PlanFrame& frame = plan.frames[strip];
@@ -49,17 +63,14 @@ void DrawOutlines(const PlanSheet& sheet, const ReportPlan& plan) {
 
 void DrawOverviewMap(Canvas& canvas, const SheetRect& panel, const ReportPlan& plan) {
   const PlotInput& road = plan.report.road;
-  std::vector<PlanePoint> outline = PlanOutline(road, plan.course.Path());
-  for (size_t i = 0; i < plan.frames.size(); ++i)
-    for (const PlanePoint& corner : OutlineOfStrip(plan, i)) outline.push_back(corner);
-  outline = ConvexHull(std::move(outline));
   canvas.Rectangle(panel, kHairline);
-  if (outline.empty()) {
+  const auto frame_of_road = FrameOfOverview(panel, plan);
+  if (!frame_of_road) {
     canvas.Text({panel.x + panel.width / 2, panel.y + panel.height / 2},
                 plan.HasProfile() ? "No plan" : "Nothing to draw", {.size = kHeadingSize}, kText);
     return;
   }
-  const PlanFrame frame(outline, panel.Inset(kMargin));
+  const PlanFrame& frame = *frame_of_road;
   Obstacles obstacles(panel.Inset(1));
   const PlanSheet sheet{canvas, panel, frame, plan.course.Path(), obstacles, road.km_stations};
   const std::string heading = "Overview " + ScaleText(frame.Scale());

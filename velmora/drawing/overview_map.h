@@ -15,7 +15,8 @@ std::array<PlanePoint, 4> OutlineOfStrip(const ReportPlan& plan, size_t strip);
 // The outlines of all strips with the numbers of their sheets.
 void DrawOutlines(const PlanSheet& sheet, const ReportPlan& plan);
 
-// At the largest usual scale at which road and outlines fit.
+// The N of the map's scale 1:N, the largest usual one at which road and outlines fit; 0 without either.
+double ScaleOfOverview(const SheetRect& panel, const ReportPlan& plan);
 void DrawOverviewMap(Canvas& canvas, const SheetRect& panel, const ReportPlan& plan);
 
 }  // namespace velmora::drawing

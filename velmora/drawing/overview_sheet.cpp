@@ -11,10 +11,10 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kInset = 4;        // mm
-constexpr double kHeading = 6;      // above a table
-constexpr double kMostAside = 0.5;  // of the width, for the tables
-constexpr double kIndexWidth = 84;  // of a block
+constexpr double kOverviewInset = 4;    // mm
+constexpr double kOverviewHeading = 6;  // above a table
+constexpr double kMostAside = 0.5;      // of the width, for the tables
+constexpr double kIndexWidth = 84;      // of a block
 constexpr double kListWidth = 110;
 constexpr double kIndexRow = 3.6;
 constexpr double kLeastList = 40;  // mm, below the index
@@ -52,7 +52,7 @@ OverviewSheets::OverviewSheets(const ReportPlan& plan, size_t table_pages)
   DivideFirst();
   const SheetRect other = TableArea(plan.layout);
   const size_t rows = 1 + plan.strips.size() + (table_pages > 0 ? 1 : 0);
-  SheetRect first = {side_.x, side_.y + kHeading, side_.width, side_.height - kHeading};
+  SheetRect first = {side_.x, side_.y + kOverviewHeading, side_.width, side_.height - kOverviewHeading};
   if (!unplaced_.empty()) first.height -= kLeastList;
   index_.emplace(
       std::vector<TableColumn>{{"Sheet", "", true}, {"From", "", true}, {"To", "", true}, {"Content"}}, 4,
@@ -60,7 +60,7 @@ OverviewSheets::OverviewSheets(const ReportPlan& plan, size_t table_pages)
   index_pages_ = index_->Pages() - 1;
   if (unplaced_.empty()) return;
   const double y = first.y + index_->HeightOfFirst() + 4;
-  SheetRect below = {side_.x, y + kHeading, side_.width, side_.Bottom() - y - kHeading};
+  SheetRect below = {side_.x, y + kOverviewHeading, side_.width, side_.Bottom() - y - kOverviewHeading};
   list_on_first_ = index_pages_ == 0;
   list_.emplace(
       std::vector<TableColumn>{{"Boring"}, {"Northing", "", true}, {"Easting", "", true}, {"Why"}}, 4,
@@ -69,25 +69,28 @@ OverviewSheets::OverviewSheets(const ReportPlan& plan, size_t table_pages)
   unplaced_pages_ = list_->Pages() - (list_on_first_ ? 1 : 0);
 }
 
+double OverviewSheets::Scale() const { return ScaleOfOverview(map_, plan_); }
+
 void OverviewSheets::DivideFirst() {
   const SheetLayout& layout = plan_.layout;
-  const SheetRect all = {layout.frame.x + kInset, layout.frame.y + kInset, layout.frame.width - 2 * kInset,
-                         layout.beside.y - layout.frame.y - 2 * kInset};
+  const SheetRect all = {layout.frame.x + kOverviewInset, layout.frame.y + kOverviewInset,
+                         layout.frame.width - 2 * kOverviewInset,
+                         layout.beside.y - layout.frame.y - 2 * kOverviewInset};
   const double rows = static_cast<double>(plan_.strips.size() + 2);
   if (all.width > all.height) {
     const double blocks =
-        std::ceil(rows * kIndexRow / (all.height - kHeading - (unplaced_.empty() ? 0 : kLeastList)));
+        std::ceil(rows * kIndexRow / (all.height - kOverviewHeading - (unplaced_.empty() ? 0 : kLeastList)));
     double width = std::min(blocks * kIndexWidth, all.width * kMostAside);
     if (!unplaced_.empty()) width = std::max(width, kListWidth);
-    map_ = {all.x, all.y, all.width - width - kInset, all.height};
-    side_ = {map_.Right() + kInset, all.y, width, all.height};
+    map_ = {all.x, all.y, all.width - width - kOverviewInset, all.height};
+    side_ = {map_.Right() + kOverviewInset, all.y, width, all.height};
   } else {
     const double blocks = std::max(1.0, std::floor(all.width / kIndexWidth));
     const double wanted =
         16 + std::ceil(rows / blocks) * kIndexRow + (unplaced_.empty() ? 0 : kLeastList + 10);
     const double height = std::min(wanted, all.height * kMostAside);
-    map_ = {all.x, all.y, all.width, all.height - height - kInset};
-    side_ = {all.x, map_.Bottom() + kInset, all.width, height};
+    map_ = {all.x, all.y, all.width, all.height - height - kOverviewInset};
+    side_ = {all.x, map_.Bottom() + kOverviewInset, all.width, height};
   }
 }
 
@@ -128,7 +131,7 @@ void OverviewSheets::Draw(Canvas& canvas, size_t page, const std::vector<std::st
     Heading(canvas, side_.x, side_.y + 2, "Sheets");
     index_->Draw(canvas, 0);
     if (!list_ || !list_on_first_) return;
-    Heading(canvas, side_.x, side_.y + kHeading + index_->HeightOfFirst() + 6,
+    Heading(canvas, side_.x, side_.y + kOverviewHeading + index_->HeightOfFirst() + 6,
             "Borings without a place along the road");
     list_->Draw(canvas, 0);
   } else if (page <= index_pages_) {

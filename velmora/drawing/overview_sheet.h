@@ -28,6 +28,8 @@ class OverviewSheets {
   OverviewSheets& operator=(const OverviewSheets&) = delete;
 
   size_t Pages() const { return 1 + index_pages_ + unplaced_pages_; }
+  // Of the map on the first page; 0 without one.
+  double Scale() const;
   // Within the frame of a sheet that was begun.
   void Draw(Canvas& canvas, size_t page, const std::vector<std::string>& notes) const;
 

@@ -68,12 +68,12 @@ size_t LabelBorings(const PlanSheet& sheet, const PlanBorings& borings, BoringKe
     if (b.foot && std::hypot(b.at.x - b.foot->x, b.at.y - b.foot->y) > 0.05)
       away = {b.at.x - b.foot->x, b.at.y - b.foot->y};
     const double radius = borings.circled ? kBoringRadius : kManyDotsRadius;
-    if (kind == LabelKind::kNumber && key == nullptr) return std::vector<LabelPlace>();
+    if (kind == LabelKind::kNumber && key == nullptr) return NoPlaces();
     if (kind == LabelKind::kNumber)
       return PlacesAround(b.at, radius, TextWidth(widest, kSmallSize), kSmallSize * 1.15, away);
     const std::string offset = OffsetLabel(*b.boring);
     const double width = std::max(TextWidth(b.boring->id, kLabelSize), TextWidth(offset, kSmallSize));
-    if (width > kLongestName || BoringKey::IsNumberText(b.boring->id)) return std::vector<LabelPlace>();
+    if (width > kLongestName || BoringKey::IsNumberText(b.boring->id)) return NoPlaces();
     const double height = kLabelSize * 1.15 + (offset.empty() ? 0 : kLineSpacing);
     return PlacesAround(b.at, radius, width, height, away);
   };

@@ -9,7 +9,7 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kMargin = 17;      // mm for labels around the road
+constexpr double kPlanMargin = 17;  // mm for labels around the road
 constexpr double kOutlineStep = 1;  // m
 constexpr size_t kOutlinePoints = 4000;
 
@@ -41,7 +41,7 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
   constexpr double kStep = 4;  // mm
   const std::vector<PlanePoint> outline = PlanOutline(input, path);
   const auto scale = [&](double height) {
-    return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kMargin)).Scale();
+    return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kPlanMargin)).Scale();
   };
   const double best = scale(most);
   double height = most;
@@ -57,7 +57,7 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
                 {.size = kHeadingSize}, kText);
     return {.off_sheet = input.borings.size()};
   }
-  const PlanFrame frame(outline, panel.Inset(kMargin));
+  const PlanFrame frame(outline, panel.Inset(kPlanMargin));
   Obstacles obstacles(panel.Inset(1));
   const PlanSheet sheet{canvas, panel, frame, path, obstacles, input.km_stations};
 

@@ -14,12 +14,12 @@ namespace {
 
 constexpr double kStationSpacing = 15;  // mm, at least
 constexpr double kLevelSpacing = 8;
-constexpr double kNumberAside = 6;  // mm, how far a station may reach beyond the plot
-constexpr double kLeastStep = 1;    // m between numbered stations
-constexpr size_t kMostVertexMarks = 100;
-constexpr double kVertexSpacing = 9;  // mm on average, for their levels to be written
-constexpr double kLongestName = 20;   // mm
-constexpr double kHalfBar = 1.3;      // mm, of a boring's mark
+constexpr double kNumberAside = 6;       // mm, how far a station may reach beyond the plot
+constexpr double kLeastStationStep = 1;  // m between numbered stations
+constexpr size_t kMostProfileMarks = 100;
+constexpr double kVertexSpacing = 9;        // mm on average, for their levels to be written
+constexpr double kLongestProfileName = 20;  // mm
+constexpr double kHalfBar = 1.3;            // mm, of a boring's mark
 
 std::string LevelText(const ProfileSheet& sheet, double level) {
   const double step = LevelStep(sheet.frame);
@@ -57,7 +57,7 @@ void DrawStationAxis(const ProfileSheet& sheet) {
   const double widest = TextWidth(
       RoundStationText(std::max(std::fabs(stations.low), std::fabs(stations.high)), sheet.km), kLabelSize);
   const double station_step =
-      NiceStep(std::max(kLeastStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
+      NiceStep(std::max(kLeastStationStep, sheet.frame.MetresAlong(std::max(kStationSpacing, widest))));
   const double first_row = plot.Bottom() + kProfileRow / 2;
   const double second_row = first_row + kProfileRow;
   for (const double station : Ticks(stations, station_step)) {
@@ -94,7 +94,7 @@ void DrawProfileLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>&
 
 void DrawVertices(const ProfileSheet& sheet) {
   const auto& points = sheet.line.Points();
-  if (points.size() > kMostVertexMarks) return;
+  if (points.size() > kMostProfileMarks) return;
   const bool labelled = static_cast<double>(points.size()) * kVertexSpacing < sheet.plot.width;
   for (const kovltype& point : points) {
     const SheetPoint at = sheet.frame.ToSheet({point.y, point.x});
@@ -156,7 +156,7 @@ void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& 
 namespace {
 
 // The places of an upright label: near ones first, those above the marker before those below.
-std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
+LabelPlaces PlacesBeside(const BoringInProfile& b, double half_length, double half_width) {
   std::vector<LabelPlace> places;
   const double top = std::min(b.at.y, b.line_y);
   const double bottom = std::max(b.at.y, b.line_y);
@@ -173,7 +173,9 @@ std::vector<LabelPlace> PlacesBeside(const BoringInProfile& b, double half_lengt
     for (const double gap : {2.4, 4.0, 6.0, 8.0, 11.0, 14.0, 18.0, 23.0, 28.0})
       for (const double aside : {0.0, 2.9, -2.9, 5.8, -5.8}) add(above, gap, aside);
   }
-  return places;
+  return [places = std::move(places)](size_t number) {
+    return number < places.size() ? std::optional(places[number]) : std::nullopt;
+  };
 }
 
 }  // namespace
@@ -185,8 +187,9 @@ size_t LabelMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile
     const bool number = kind == LabelKind::kNumber;
     const double size = number ? kSmallSize : kLabelSize;
     const RotatedBox text = TextBox({}, number ? widest : borings[i].boring->id, size);
-    if (2 * text.half_width > kLongestName || (!number && BoringKey::IsNumberText(borings[i].boring->id)))
-      return std::vector<LabelPlace>();
+    if (2 * text.half_width > kLongestProfileName ||
+        (!number && BoringKey::IsNumberText(borings[i].boring->id)))
+      return NoPlaces();
     return PlacesBeside(borings[i], text.half_width, text.half_height);
   };
   std::vector<SheetPoint> symbols;

@@ -29,7 +29,7 @@ class ReportDrawing {
   ReportSummary Draw(Canvas& canvas) {
     const std::vector<std::string> notes = plan_.Notes();
     for (size_t page = 0; page < overview_.Pages(); ++page) {
-      Begin(canvas, page == 0 ? "Overview" : "Overview, continued", 0, 0);
+      Begin(canvas, page == 0 ? "Overview" : "Overview, continued", page == 0 ? overview_.Scale() : 0, 0);
       overview_.Draw(canvas, page, notes);
     }
     for (size_t i = 0; i < plan_.strips.size(); ++i) {

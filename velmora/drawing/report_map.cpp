@@ -11,7 +11,7 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kMargin = 40;  // mm, for labels
+constexpr double kMapMargin = 40;  // mm, for labels
 constexpr double kWholeSheet = 400;
 constexpr size_t kMostLabelled = 20'000;
 
@@ -31,10 +31,10 @@ struct MapSheet {
     scale = plan.room.scale > 0 ? plan.room.scale
                                 : NiceScale(1000 * std::max(eastings.Size(), northings.Size()) / kWholeSheet);
     position.metres = scale / 1000;
-    position.west = eastings.low - kMargin * position.metres;
-    position.north = northings.high + kMargin * position.metres;
-    size = {0, 0, eastings.Size() / position.metres + 2 * kMargin,
-            northings.Size() / position.metres + 2 * kMargin};
+    position.west = eastings.low - kMapMargin * position.metres;
+    position.north = northings.high + kMapMargin * position.metres;
+    size = {0, 0, eastings.Size() / position.metres + 2 * kMapMargin,
+            northings.Size() / position.metres + 2 * kMapMargin};
   }
 
   bool empty;
@@ -53,7 +53,7 @@ ReportSummary DrawReportMap(const Report& report, Canvas& canvas) {
   canvas.BeginSheet(report.road.name.empty() ? "Road without a name" : report.road.name, map.size.width,
                     map.size.height);
   if (map.empty) {
-    canvas.Text({kMargin, kMargin}, "Nothing to draw", {.size = kHeadingSize}, kText);
+    canvas.Text({kMapMargin, kMapMargin}, "Nothing to draw", {.size = kHeadingSize}, kText);
     return {1, map.scale, 0, plan.Notes()};
   }
   const PlanFrame frame(map.scale, 0, {map.position.west, map.position.north}, {0, 0});

@@ -9,15 +9,13 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kAside = 2;    // mm between the plan's edge and the road's overlap
-constexpr double kLabels = 14;  // above and below the road, for labels
+constexpr double kStripAside = 2;  // mm between the plan's edge and the road's overlap
+constexpr double kLabels = 14;     // above and below the road, for labels
 constexpr double kOverlap = 12;
-constexpr double kLeastRange = 0.5;  // m; the range of levels that a level road is drawn with
-constexpr double kMostExaggerated = 100;
+constexpr double kLeastStripRange = 0.5;  // m; the range of levels that a level road is drawn with
+constexpr double kMostStripExaggerated = 100;
 
-bool IsScale(const std::optional<double>& scale) {
-  return scale && std::isfinite(*scale) && *scale > 0 && *scale <= kLargestDrawn;
-}
+bool IsScale(const std::optional<double>& scale) { return scale && *scale >= 1 && *scale <= kLargestDrawn; }
 
 Interval WantedStations(const SheetSetup& setup) {
   Interval stations = {-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
@@ -42,7 +40,7 @@ ReportPlan::ReportPlan(const Report& r)
   if (!HasPlan()) plan_panel.height = 0;
   profile_panel = {plan_panel.x, plan_panel.Bottom(), plan_panel.width,
                    layout.views.height - plan_panel.height};
-  room = {{plan_panel.x + kAside, plan_panel.y + kLabels, plan_panel.width - 2 * kAside,
+  room = {{plan_panel.x + kStripAside, plan_panel.y + kLabels, plan_panel.width - 2 * kStripAside,
            plan_panel.height - 2 * kLabels},
           kOverlap,
           0};
@@ -99,7 +97,7 @@ StripContent ReportPlan::Content(size_t i, const StripRoom& in) const {
 
 double ReportPlan::HeightScaleOfAll() const {
   constexpr double kNear = 10;  // m; a level further away is taken for a mistake
-  double range = kLeastRange;
+  double range = kLeastStripRange;
   for (size_t i = 0; i < strips.size(); ++i) {
     const Interval with_overlap = strips[i].Stations().WidenedBy(room.Metres(kOverlap));
     Interval levels = LevelsOver(profile, with_overlap, room.Metres(1));
@@ -109,7 +107,7 @@ double ReportPlan::HeightScaleOfAll() const {
     range = std::max(range, levels.Size());
   }
   const double least = 1000 * range / RoomForLevels(profile_panel.height);
-  return NiceScale(std::max(least, room.scale / kMostExaggerated));
+  return NiceScale(std::max(least, room.scale / kMostStripExaggerated));
 }
 
 void ReportPlan::PlaceBorings() {

@@ -55,7 +55,9 @@ std::vector<double> Ticks(const Interval& interval, double step) {
   const double first = std::ceil(interval.low / step - 1e-6);
   const double last = std::floor(interval.high / step + 1e-6);
   const double count = last - first + 1;
+  constexpr double kLargestIndex = 1e15;  // beyond it adding 1 may change nothing
   if (!(count >= 1) || count > static_cast<double>(kMostTicks)) return ticks;
+  if (std::fabs(first) > kLargestIndex || std::fabs(last) > kLargestIndex) return ticks;
   for (double i = first; i <= last; ++i) ticks.push_back(i * step + 0.0);  // no -0
   return ticks;
 }

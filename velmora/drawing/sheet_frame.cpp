@@ -12,10 +12,9 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kMiddleOfCapital = 0.36;  // of the font size, from the base line
-constexpr double kInset = 2.5;             // mm
-constexpr double kSmallCells = 13;         // mm, the height of the lower row
-constexpr double kScaleCell = 128;         // where the cell of the scales begins
+constexpr double kFrameInset = 2.5;  // mm
+constexpr double kSmallCells = 13;   // mm, the height of the lower row
+constexpr double kScaleCell = 128;   // where the cell of the scales begins
 
 std::string NumberOf(const SheetTitle& title) {
   return std::to_string(title.number) + " (" + std::to_string(title.sheets) + ")";
@@ -25,7 +24,8 @@ void DrawStamp(Canvas& canvas, const SheetRect& block, const std::vector<StampFi
                const SheetTitle& title) {
   constexpr double kLargestSize = 20;
   for (const StampField& field : fields) {
-    const std::string text = field.is_sheet_number ? NumberOf(title) : field.text;
+    const std::string scale = title.scale > 0 ? ScaleText(title.scale) : "";
+    const std::string text = field.is_sheet_number ? NumberOf(title) : field.is_scale ? scale : field.text;
     const bool inside = field.x >= 0 && field.x <= block.width && field.y >= 0 && field.y <= block.height;
     if (!inside || !(field.size > 0) || field.size > kLargestSize) continue;
     canvas.Text({block.x + field.x, block.Bottom() - field.y - kMiddleOfCapital * field.size},
@@ -37,9 +37,9 @@ void DrawStamp(Canvas& canvas, const SheetRect& block, const std::vector<StampFi
 // A heading in small letters, and the text below it.
 void DrawCell(Canvas& canvas, const SheetRect& cell, const char* heading, const std::string& text) {
   constexpr double kSize = 2.8;
-  canvas.Text({cell.x + kInset, cell.y + 2.6}, heading, {.size = 1.8, .anchor = TextAnchor::kStart},
+  canvas.Text({cell.x + kFrameInset, cell.y + 2.6}, heading, {.size = 1.8, .anchor = TextAnchor::kStart},
               kTitleLabel);
-  canvas.Text({cell.x + kInset, cell.y + 8}, FitText(text, kSize, cell.width - 2 * kInset),
+  canvas.Text({cell.x + kFrameInset, cell.y + 8}, FitText(text, kSize, cell.width - 2 * kFrameInset),
               {.size = kSize, .anchor = TextAnchor::kStart}, kTitleText);
 }
 
@@ -48,37 +48,37 @@ void DrawDefaultBlock(Canvas& canvas, const SheetRect& block, const Report& repo
   constexpr double kBold = 1.12;  // times as wide
   const double row = block.Bottom() - kSmallCells;
   const double scales = block.x + kScaleCell;
-  const double width = kScaleCell - 2 * kInset;
+  const double width = kScaleCell - 2 * kFrameInset;
   const TextFormat line = {.size = 2.8, .anchor = TextAnchor::kStart};
   const std::string name = report.road.name.empty() ? "Road without a name" : report.road.name;
   double y = block.y + 6.5;
   const bool one_line = TextWidth(name, kNameSize * kBold) <= width;
   const double size = one_line ? kNameSize : 3.4;
   for (const std::string& text : WrapText(name, size * kBold, width, 3)) {
-    canvas.Text({block.x + kInset, y}, text, {.size = size, .anchor = TextAnchor::kStart, .bold = true},
+    canvas.Text({block.x + kFrameInset, y}, text, {.size = size, .anchor = TextAnchor::kStart, .bold = true},
                 kTitleText);
     y += one_line ? 7 : 4.6;
   }
   for (const std::string& text : WrapText(title.content, line.size, width, 2)) {
-    canvas.Text({block.x + kInset, y + 1}, text, line, kTitleText);
+    canvas.Text({block.x + kFrameInset, y + 1}, text, line, kTitleText);
     y += 4.4;
   }
   canvas.Line({block.x, row}, {block.Right(), row}, kTitleThin);
   canvas.Line({scales, block.y}, {scales, row}, kTitleThin);
-  canvas.Text({scales + kInset, block.y + 2.6}, "Scale", {.size = 1.8, .anchor = TextAnchor::kStart},
+  canvas.Text({scales + kFrameInset, block.y + 2.6}, "Scale", {.size = 1.8, .anchor = TextAnchor::kStart},
               kTitleLabel);
   y = block.y + 8;
   const auto scale = [&](const char* what, double value) {
     if (!(value > 0)) return;
-    canvas.Text({scales + kInset, y}, what + ScaleText(value), line, kTitleText);
+    canvas.Text({scales + kFrameInset, y}, what + ScaleText(value), line, kTitleText);
     y += 5;
   };
   scale(title.height_scale > 0 ? "Plan and lengths " : "Plan ", title.scale);
   scale("Heights ", title.height_scale);
   if (report.setup.format.namn != nullptr)
-    canvas.Text({scales + kInset, y}, "Format " + ToUtf8(report.setup.format.namn), line, kTitleText);
+    canvas.Text({scales + kFrameInset, y}, "Format " + ToUtf8(report.setup.format.namn), line, kTitleText);
   if (title.scale > 0)
-    DrawScaleBar(canvas, {scales + kInset + 2, row - 7.5}, block.width - kScaleCell - 14, title.scale);
+    DrawScaleBar(canvas, {scales + kFrameInset + 2, row - 7.5}, block.width - kScaleCell - 14, title.scale);
 
   const struct {
     const char* heading;

@@ -13,8 +13,8 @@ constexpr double kLargest = 20000;
 constexpr double kGap = 3;  // between views and title block
 constexpr double kLeastBeside = 80;
 constexpr double kNotesHeight = 34;
-constexpr double kAbove = 1.0 / 6;  // of the margin between frame and area
-constexpr double kLeft = 3.0 / 4;   // the same, for the labels of axes
+constexpr double kRoomAbove = 1.0 / 6;  // of the margin between frame and area
+constexpr double kLeft = 3.0 / 4;       // the same, for the labels of axes
 
 bool IsUsable(const ritformattype& f) {
   return f.arkBredd >= f.ramBredd && f.arkHojd >= f.ramHojd && f.ramBredd >= kTitleWidth &&
@@ -35,7 +35,7 @@ SheetLayout::SheetLayout(const ritformattype& wanted) {
   beside = {frame.x, title.y, frame.width - kTitleWidth, kTitleHeight};
   if (beside.width < kLeastBeside) beside = {frame.x, title.y - kNotesHeight, frame.width, kNotesHeight};
   const double x = frame.x + (format.ramBredd - format.ytaBredd) * kLeft;
-  const double y = frame.y + (format.ramHojd - format.ytaHojd) * kAbove;
+  const double y = frame.y + (format.ramHojd - format.ytaHojd) * kRoomAbove;
   views = {x, y, format.ytaBredd, std::min(y + format.ytaHojd, beside.y - kGap) - y};
 }
 

@@ -8,13 +8,13 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kSize = 2.2;     // mm, of the text
-constexpr double kPitch = 3.6;    // of rows
-constexpr double kGap = 3;        // between columns
-constexpr double kBlockGap = 6;   // between blocks side by side
-constexpr double kWidest = 50;    // of a column; longer texts are wrapped
-constexpr size_t kMostLines = 3;  // of a cell
-constexpr double kBold = 1.12;    // times as wide
+constexpr double kSize = 2.2;         // mm, of the text
+constexpr double kRowPitch = 3.6;     // of rows
+constexpr double kCellGap = 3;      // between columns
+constexpr double kBlockGap = 6;       // between blocks side by side
+constexpr double kWidest = 50;        // of a column; longer texts are wrapped
+constexpr size_t kMostCellLines = 3;  // of a cell
+constexpr double kBold = 1.12;        // times as wide
 constexpr size_t kMostPages = 5000;
 
 }  // namespace
@@ -38,12 +38,12 @@ void SheetTable::MeasureColumns(size_t required, double width) {
         kBold * std::max(TextWidth(columns_[column].title, kSize), TextWidth(columns_[column].unit, kSize));
     for (size_t row = 0; row < rows_ && widest < kWidest; ++row)
       widest = std::max(widest, TextWidth(cell_(row, column), kSize));
-    widths.push_back(std::min(widest, kWidest) + kGap);
+    widths.push_back(std::min(widest, kWidest) + kCellGap);
   }
   for (size_t column = 0; column < widths.size(); ++column) {
     const double rest = width - width_;
     if (column >= required && widths[column] > rest) break;
-    widths_.push_back(std::min(widths[column], std::max(rest, kSize + kGap)));
+    widths_.push_back(std::min(widths[column], std::max(rest, kSize + kCellGap)));
     width_ += widths_.back();
   }
   // A narrower column may make room for a second block.
@@ -62,7 +62,7 @@ double SheetTable::HeadHeight() const {
 
 std::vector<std::string> SheetTable::LinesOfCell(size_t row, size_t column) const {
   constexpr double kRounding = 0.01;  // mm; the longest text of a column has its width
-  return WrapText(cell_(row, column), kSize, widths_[column] - kGap + kRounding, kMostLines);
+  return WrapText(cell_(row, column), kSize, widths_[column] - kCellGap + kRounding, kMostCellLines);
 }
 
 size_t SheetTable::LinesOf(size_t row) const {
@@ -79,7 +79,7 @@ size_t SheetTable::FillPage(size_t row, const SheetRect& area) {
     Block block = {pages_,      area.x + static_cast<double>(i) * (width_ + kBlockGap), area.y, row, 0,
                    HeadHeight()};
     while (row < rows_) {
-      const double height = static_cast<double>(LinesOf(row)) * kPitch;
+      const double height = static_cast<double>(LinesOf(row)) * kRowPitch;
       if (block.rows > 0 && block.height + height > area.height) break;
       block.height += height;
       ++block.rows;
@@ -99,13 +99,13 @@ void SheetTable::DrawBlock(Canvas& canvas, const Block& block) const {
   double x = block.x;
   const auto write = [&](size_t column, double y, const std::string& text, bool bold) {
     const bool right = columns_[column].right;
-    const double at = right ? x + widths_[column] - kGap / 2 : x + kGap / 2;
+    const double at = right ? x + widths_[column] - kCellGap / 2 : x + kCellGap / 2;
     canvas.Text({at, y}, text,
                 {.size = kSize, .anchor = right ? TextAnchor::kEnd : TextAnchor::kStart, .bold = bold},
                 kTableText);
   };
   for (size_t column = 0; column < widths_.size(); ++column) {
-    const double room = (widths_[column] - kGap) / kBold;
+    const double room = (widths_[column] - kCellGap) / kBold;
     write(column, block.y + 2.4, FitText(columns_[column].title, kSize, room + 0.01), true);
     if (!columns_[column].unit.empty())
       write(column, block.y + 5.6, FitText(columns_[column].unit, kSize, room), false);
@@ -120,11 +120,11 @@ void SheetTable::DrawBlock(Canvas& canvas, const Block& block) const {
     for (size_t column = 0; column < widths_.size(); ++column) {
       const auto texts = LinesOfCell(row, column);
       for (size_t i = 0; i < texts.size(); ++i)
-        write(column, y + kPitch * (static_cast<double>(i) + 0.5), texts[i], false);
+        write(column, y + kRowPitch * (static_cast<double>(i) + 0.5), texts[i], false);
       lines = std::max(lines, texts.size());
       x += widths_[column];
     }
-    y += static_cast<double>(lines) * kPitch;
+    y += static_cast<double>(lines) * kRowPitch;
     canvas.Line({block.x, y}, {block.x + width_, y}, kGrid);
   }
 }

@@ -10,11 +10,9 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kSampleStep = 2;  // mm
-constexpr size_t kMostSamples = 4000;
 constexpr double kMatchReach = 45;  // mm of a match line to either side of the road
 
-struct Turned {
+struct TurnedMap {
   double c;
   double s;
   SheetPoint operator()(PlanePoint p) const { return {c * p.h - s * p.v, s * p.h + c * p.v}; }
@@ -82,13 +80,9 @@ void DrawMatchLine(const PlanSheet& sheet, const StripContent& content, bool at_
 PlanFrame FrameOfStrip(const StripContent& content) {
   const StripRoom& room = content.room;
   const Strip& strip = content.strip;
-  const Turned turned = {std::cos(strip.angle), std::sin(strip.angle)};
-  Interval across;
-  Interval up;
-  for (const PlanePoint& p : PlanPath(strip.line).Samples(room.Metres(kSampleStep), kMostSamples)) {
-    across.Add(turned(p).x);
-    up.Add(turned(p).y);
-  }
+  const TurnedMap turned = {std::cos(strip.angle), std::sin(strip.angle)};
+  const SheetRect extent = strip.ExtentAt(strip.angle);
+  Interval up = {extent.y, extent.Bottom()};
   // As many of the borings, the nearest first, as there is height for.
   std::vector<const PlotBoring*> nearest(content.borings.begin(), content.borings.end());
   std::stable_sort(nearest.begin(), nearest.end(), [](const PlotBoring* a, const PlotBoring* b) {
@@ -103,7 +97,7 @@ PlanFrame FrameOfStrip(const StripContent& content) {
     if (with.Size() <= most) up = with;
   }
   double left = room.plan.x;
-  const double width = across.Size() * 1000 / room.scale;
+  const double width = extent.width * 1000 / room.scale;
   const double spare = std::max(0.0, room.plan.width - width);
   if (content.centred) {
     left += spare / 2;
@@ -112,7 +106,7 @@ PlanFrame FrameOfStrip(const StripContent& content) {
     left += std::clamp(room.overlap - before * 1000 / room.scale, 0.0, spare);
   }
   const SheetPoint corner = {left, room.plan.y + room.plan.height / 2};
-  return {room.scale, strip.angle, turned.Back({across.low, up.Middle()}), corner};
+  return {room.scale, strip.angle, turned.Back({extent.x, up.Middle()}), corner};
 }
 
 StripPlanSummary DrawStripPlan(Canvas& canvas, const SheetRect& panel, const StripContent& content,

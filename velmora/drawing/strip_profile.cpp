@@ -14,9 +14,9 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kHeading = 7;  // mm above the plot
-constexpr double kBelow = 5;    // mm of the plot below the lowest level
-constexpr double kAbove = 14;   // over the highest, for names
+constexpr double kStripHeading = 7;  // mm above the plot
+constexpr double kStripBelow = 5;    // mm of the plot below the lowest level
+constexpr double kStripAbove = 14;   // over the highest, for names
 constexpr double kHeadings = 15;
 constexpr double kLeastSection = 15;  // mm
 constexpr double kRows = 2 * kProfileRow + kBandHeight;
@@ -34,7 +34,7 @@ SheetRect PlotOf(const SheetRect& panel, const StripContent& content, Interval* 
   const double left =
       room.plan.x +
       (content.centred ? spare / 2 : std::clamp(room.overlap - before * 1000 / room.scale, 0.0, spare));
-  return {left, panel.y + kHeading, width, panel.height - kHeading - kRows};
+  return {left, panel.y + kStripHeading, width, panel.height - kStripHeading - kRows};
 }
 
 // The level at the lower edge: a round one that leaves the levels, and as many of the borings' as fit, in
@@ -57,8 +57,8 @@ double BaseLevel(const ProfileSection& section, std::span<const PlotBoring* cons
     if (with.Size() <= room) levels = with;
   }
   const double spare = room - levels.Size();
-  const double base = levels.low - metres_up * kBelow - spare / 2;
-  const double step = NiceStepBelow(metres_up * kBelow);
+  const double base = levels.low - metres_up * kStripBelow - spare / 2;
+  const double step = NiceStepBelow(metres_up * kStripBelow);
   const double rounded = std::floor(base / step) * step;
   return std::isfinite(rounded) ? rounded : base;
 }
@@ -184,8 +184,8 @@ class StripProfile {
 }  // namespace
 
 double RoomForLevels(double panel_height) {
-  // A round reference level costs up to kBelow.
-  return panel_height - kHeading - kRows - 2 * kBelow - kAbove;
+  // A round reference level costs up to kStripBelow.
+  return panel_height - kStripHeading - kRows - 2 * kStripBelow - kStripAbove;
 }
 
 Interval LevelsOver(const ProfileLine& profile, const Interval& stations, double step) {

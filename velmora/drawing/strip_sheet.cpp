@@ -1,19 +1,17 @@
 #include "velmora/drawing/strip_sheet.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "velmora/drawing/blank_canvas.h"
 #include "velmora/drawing/key_table.h"
 #include "velmora/drawing/notes.h"
-#include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
 namespace {
 
-constexpr double kInset = 4;       // mm
+constexpr double kStripInset = 4;  // mm
 constexpr double kLeastPlan = 55;  // of the views beside a large key
 constexpr double kLeastProfile = 70;
 constexpr double kSmallBand = 1.0 / 6;  // of the views' height, for a key with offsets
@@ -35,27 +33,31 @@ class StripSheet {
   StripSheet& operator=(const StripSheet&) = delete;
 
   StripSheetSummary Draw(Canvas& canvas) {
-    const double notes_width = plan_.layout.beside.width - 2 * kInset;
+    const double notes_width = plan_.layout.beside.width - 2 * kStripInset;
     size_t most_numbers = BoringKey::kAny;
-    // How large the key is shows when the labels are placed, and their room depends on the key's size.
     BoringKey key;
-    for (int round = 0; round < 4 && most_numbers == BoringKey::kAny; ++round) {
+    if (content_.borings.size() > kMostCircledBorings) {  // nearly all will have numbers
+      for (const PlotBoring* boring : content_.borings) key.Number(*boring);
+      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+    }
+    // How large the key is shows when the labels are placed, and their room depends on the key's size.
+    for (int round = 0; round < 4 && key.Borings().size() <= kMostCircledBorings; ++round) {
       BlankCanvas blank;
       key = BoringKey();
       const Views views = DrawViews(blank, &key);
-      if (views.plan.dots)  // that most of them get numbers is certain
-        for (const PlotBoring* boring : content_.borings) key.Number(*boring);
       if (key.Borings().empty()) break;
-      const double beside = plan_.layout.beside.height - NotesOf(views, notes_width).Height() - kInset;
+      const double beside = plan_.layout.beside.height - NotesOf(views, notes_width).Height() - kStripInset;
       if (band_ == 0 && KeyTable(key, plan_.layout.beside.width).Height() <= beside) break;
       if (band_ > 0 && BandTable(key).Height() <= band_) break;
-      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+      if (MakeBand(BandTable(key).Height())) continue;
+      most_numbers = NumbersThatFit(key);
+      break;
     }
     BoringKey drawn(most_numbers);
     const Views views = DrawViews(canvas, &drawn);
     const Notes notes = NotesOf(views, notes_width);
     const SheetRect& beside = plan_.layout.beside;
-    notes.Draw(canvas, {beside.x + kInset, beside.y + 2});
+    notes.Draw(canvas, {beside.x + kStripInset, beside.y + 2});
     if (band_ > 0)
       BandTable(drawn).Draw(canvas, {plan_.layout.frame.x, plan_.layout.views.Bottom() - band_ + 1});
     else
@@ -84,7 +86,7 @@ class StripSheet {
   // Takes the height for the key from plan and profile. Returns whether they could give all of it.
   bool MakeBand(double wanted) {
     const SheetRect& views = plan_.layout.views;
-    const double road = RoadHeight();
+    const double road = content_.strip.ExtentAt(content_.strip.angle).height * 1000 / room_.scale;
     const double margins = plan_.plan_panel.height - plan_.room.plan.height;
     double least_plan =
         plan_.HasPlan() ? std::min(plan_.plan_panel.height, std::max(kLeastPlan, road + margins)) : 0;
@@ -100,15 +102,6 @@ class StripSheet {
     profile_panel_.height = left - plan_panel_.height;
     room_.plan.height = plan_panel_.height - margins;
     return enough;
-  }
-
-  double RoadHeight() const {
-    const double c = std::cos(content_.strip.angle);
-    const double s = std::sin(content_.strip.angle);
-    Interval up;
-    for (const PlanePoint& p : PlanPath(content_.strip.line).Samples(room_.Metres(2), 4000))
-      up.Add(s * p.h + c * p.v);
-    return up.Size() * 1000 / room_.scale;
   }
 
   // The largest part of the key whose table fits into the band.

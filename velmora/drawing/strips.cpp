@@ -8,22 +8,31 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kShorter = 0.93;     // of the length, until a strip fits
-constexpr double kRoundStation = 10;  // mm; strips end at multiples of about this
-constexpr double kLeastPart = 0.7;    // of a strip's length, to end at such a station
-constexpr double kShortest = 30;      // mm, of the last strip
-constexpr double kTurnStep = 5;       // degrees
+constexpr double kShorter = 0.93;      // of the length, until a strip fits
+constexpr double kRoundStation = 10;   // mm; strips end at multiples of about this
+constexpr double kLeastPart = 0.7;     // of a strip's length, to end at such a station
+constexpr double kShortestStrip = 30;  // mm, of the last strip
+constexpr double kTurnStep = 5;        // degrees
 constexpr double kMostTurned = 80;
-constexpr double kSampleStep = 2;  // mm
-constexpr size_t kMostSamples = 4000;
-constexpr double kNothing = 1e-6;  // m
+constexpr double kSampleStep = 2;    // mm
+constexpr double kMostSamples = 64;  // on one
+constexpr double kNothing = 1e-6;    // m
 
 double Degrees(double degrees) { return degrees * std::numbers::pi / 180; }
 
+std::vector<PlanePoint> HullOf(const std::vector<kovltype>& line, double step) {
+  std::vector<PlanePoint> points;
+  const PlanPath path(line);
+  for (const PathSegment& segment : path.Segments()) {
+    const double parts =
+        segment.Curve() ? std::clamp(std::ceil(segment.Length() / step), 1.0, kMostSamples) : 1;
+    for (double i = 0; i <= parts; ++i) points.push_back(segment.At(i / parts).point);
+  }
+  return ConvexHull(std::move(points));
+}
+
 // The angle nearest to that of the chord at which the strip fits; nothing when there is none.
 std::optional<double> AngleOf(const Course& course, const Strip& strip, const StripRoom& room) {
-  const std::vector<PlanePoint> hull =
-      ConvexHull(PlanPath(strip.line).Samples(room.Metres(kSampleStep), kMostSamples));
   PlanePoint a = course.At(strip.from).point;
   PlanePoint b = course.At(strip.to).point;
   double chord = std::atan2(b.v - a.v, b.h - a.h);
@@ -37,15 +46,8 @@ std::optional<double> AngleOf(const Course& course, const Strip& strip, const St
   for (double turned = 0; turned <= kMostTurned; turned += kTurnStep) {
     for (const double sign : {1.0, -1.0}) {
       const double angle = -chord + sign * Degrees(turned);
-      const double c = std::cos(angle);
-      const double s = std::sin(angle);
-      Interval across;
-      Interval up;
-      for (const PlanePoint& p : hull) {
-        across.Add(c * p.h - s * p.v);
-        up.Add(s * p.h + c * p.v);
-      }
-      if (across.Size() <= width + kNothing && up.Size() <= height + kNothing) return angle;
+      const SheetRect extent = strip.ExtentAt(angle);
+      if (extent.width <= width + kNothing && extent.height <= height + kNothing) return angle;
     }
   }
   return std::nullopt;
@@ -66,6 +68,7 @@ Strip StripOf(const Course& course, const Stretch& stretch, double from, double 
   strip.end = std::min(course.Length(), to + room.Metres(room.overlap));
   strip.line = course.Cut(strip.begin, strip.end);
   if (strip.is_turned) strip.line = Reversed(strip.line);
+  strip.hull = HullOf(strip.line, room.Metres(kSampleStep));
   return strip;
 }
 
@@ -103,8 +106,8 @@ Strip NextStrip(const Course& course, const Stretch& stretch, double from, doubl
     strip = StripOf(course, stretch, from, to, room);
   }
   if (to < last) {
-    if (last - to < room.Metres(kShortest))
-      to = std::max(from + (last - from) / 2, last - room.Metres(kShortest));
+    if (last - to < room.Metres(kShortestStrip))
+      to = std::max(from + (last - from) / 2, last - room.Metres(kShortestStrip));
     strip = StripOf(course, stretch, from, RoundEnd(course, stretch, from, to, room), room);
     if (const auto again = AngleOf(course, strip, room)) angle = again;
   }
@@ -129,6 +132,18 @@ std::optional<Interval> PartOf(const Course& course, const Stretch& stretch, con
 
 Interval Strip::Stations() const {
   return {std::min(first_station, last_station), std::max(first_station, last_station)};
+}
+
+SheetRect Strip::ExtentAt(double at) const {
+  const double c = std::cos(at);
+  const double s = std::sin(at);
+  Interval across;
+  Interval up;
+  for (const PlanePoint& p : hull) {
+    across.Add(c * p.h - s * p.v);
+    up.Add(s * p.h + c * p.v);
+  }
+  return {across.low, up.low, across.Size(), up.Size()};
 }
 
 std::vector<Strip> CutStrips(const Course& course, const Interval& stations, const StripRoom& room,

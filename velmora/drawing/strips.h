@@ -23,13 +23,16 @@ struct Strip {
   double to;
   double first_station;  // at `from`
   double last_station;
-  bool is_turned;              // its stations fall along the course, so that the course runs to the left
-  std::vector<kovltype> line;  // with the overlaps, by rising stations
-  double begin;                // m along the course, of the overlaps
+  bool is_turned;                // its stations fall along the course, so that the course runs to the left
+  std::vector<kovltype> line;    // with the overlaps, by rising stations
+  std::vector<PlanePoint> hull;  // of that line
+  double begin;                  // m along the course, of the overlaps
   double end;
   double angle;  // radians, by which the map is turned on the sheet, counter-clockwise
 
   Interval Stations() const;
+  // Of the line on the sheet, in metres along its axes, at this angle of the map.
+  SheetRect ExtentAt(double angle) const;
 };
 
 // The stretches of the course, within these stations, cut at round stations; of more than `most` strips the

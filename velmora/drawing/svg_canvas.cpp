@@ -10,8 +10,7 @@
 namespace velmora::drawing {
 namespace {
 
-constexpr double kLargestNumber = 1e7;     // mm; viewers keep coordinates in single precision
-constexpr double kMiddleOfCapital = 0.36;  // of the font size, from the base line
+constexpr double kLargestNumber = 1e7;  // mm; viewers keep coordinates in single precision
 
 std::string Number(double value) {
   if (!std::isfinite(value)) return "0";

@@ -13,8 +13,8 @@ namespace {
 constexpr double kNameSize = 5.0;
 constexpr double kFactSize = 2.6;
 constexpr double kFactSpacing = 4.2;
-constexpr double kInset = 4;
-constexpr double kLeastHeight = 24;
+constexpr double kBlockInset = 4;
+constexpr double kLeastBlockHeight = 24;
 // Where the cells end, as parts of the width.
 constexpr double kFactsEnd = 0.31;
 constexpr double kNotesEnd = 0.55;
@@ -33,7 +33,7 @@ NameLines LinesOfName(const std::string& name, double width) {
   return {WrapText(name, kSmallerSize * kBold, width, kMostLines), kSmallerSize};
 }
 
-double FactsWidth(double panel_width) { return panel_width * kFactsEnd - 2 * kInset; }
+double FactsWidth(double panel_width) { return panel_width * kFactsEnd - 2 * kBlockInset; }
 
 void Lines(Canvas& canvas, double x, double y, double width, const std::vector<std::string>& texts,
            double spacing = kFactSpacing) {
@@ -110,7 +110,7 @@ void DrawScaleBar(Canvas& canvas, SheetPoint at, double width, double scale) {
 
 double TitleBlockHeight(const TitleBlock& title, double width) {
   const size_t lines = LinesOfName(title.name, FactsWidth(width)).lines.size();
-  return kLeastHeight + static_cast<double>(lines - 1) * kFactSpacing;
+  return kLeastBlockHeight + static_cast<double>(lines - 1) * kFactSpacing;
 }
 
 void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& title) {
@@ -118,7 +118,7 @@ void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& ti
   const double legend_x = panel.x + panel.width * kNotesEnd;
   const double bar_x = panel.x + panel.width * kLegendEnd;
   for (const double x : {notes_x, legend_x, bar_x}) canvas.Line({x, panel.y}, {x, panel.Bottom()}, kHairline);
-  const double left = panel.x + kInset;
+  const double left = panel.x + kBlockInset;
   const double first_row = panel.y + 5.5;
   const NameLines name = LinesOfName(title.name, FactsWidth(panel.width));
   double y = panel.y + 6;
@@ -127,16 +127,17 @@ void DrawTitleBlock(Canvas& canvas, const SheetRect& panel, const TitleBlock& ti
     y += kFactSpacing;
   }
   Lines(canvas, left, y - kFactSpacing + 6, FactsWidth(panel.width), title.facts);
-  Lines(canvas, notes_x + kInset, first_row, legend_x - notes_x - 2 * kInset, title.notes,
+  Lines(canvas, notes_x + kBlockInset, first_row, legend_x - notes_x - 2 * kBlockInset, title.notes,
         SpacingOf(title.notes.size(), first_row, panel));
-  DrawLegend(canvas,
-             {legend_x + kInset, first_row, bar_x - legend_x - 2 * kInset, panel.Bottom() - first_row},
-             title);
+  DrawLegend(
+      canvas,
+      {legend_x + kBlockInset, first_row, bar_x - legend_x - 2 * kBlockInset, panel.Bottom() - first_row},
+      title);
   if (title.plan_scale > 0) {
-    Lines(canvas, bar_x + kInset, first_row, 100,
+    Lines(canvas, bar_x + kBlockInset, first_row, 100,
           {"Scale of the plan " + ScaleText(title.plan_scale) + " (" + title.sheet + ")"});
-    DrawScaleBar(canvas, {bar_x + kInset + 2, panel.y + 12}, panel.Right() - bar_x - 2 * kInset - 12,
-                 title.plan_scale);
+    DrawScaleBar(canvas, {bar_x + kBlockInset + 2, panel.y + 12},
+                 panel.Right() - bar_x - 2 * kBlockInset - 12, title.plan_scale);
   }
 }
 

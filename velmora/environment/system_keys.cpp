@@ -65,10 +65,16 @@ constexpr SystemKey kSystemKeys[] = {
 }  // namespace
 
 void ReadSystemKeys(SystemKeySet set, CTundrilIni* ini) {
-  for (const SystemKey& key : kSystemKeys) {
-    const wchar_t* name = set == SystemKeySet::kPlain ? key.plain : key.set_up;
-    if (name != nullptr) key.take(ini->ReadKey(L"SYSTEM", name), ini);
-  }
+  const auto name_of = [set](const SystemKey& key) {
+    return set == SystemKeySet::kPlain ? key.plain : key.set_up;
+  };
+  std::vector<CString> names;
+  for (const SystemKey& key : kSystemKeys)
+    if (name_of(key) != nullptr) names.emplace_back(name_of(key));
+  const std::vector<CString> values = ReadKeys(*ini, L"SYSTEM", names);
+  auto value = values.begin();
+  for (const SystemKey& key : kSystemKeys)
+    if (name_of(key) != nullptr) key.take(*value++, ini);
 }
 
 }  // namespace velmora

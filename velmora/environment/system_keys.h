@@ -2,6 +2,11 @@
 #ifndef VELMORA_ENVIRONMENT_SYSTEM_KEYS_H_
 #define VELMORA_ENVIRONMENT_SYSTEM_KEYS_H_
 
+#include <span>
+#include <vector>
+
+#include "velmora/text/string.h"
+
 namespace velmora {
 
 class CTundrilIni;
@@ -11,8 +16,12 @@ enum class SystemKeySet {
   kSetUp,  // as InitXPWay does: one key by another name, and two more
 };
 
-// Reads each key with the object's ReadKey into its field.
+// Reads each key into its field, as the object's ReadKey gives it.
 void ReadSystemKeys(SystemKeySet set, CTundrilIni* ini);
+
+// What the object's ReadKey gives for each of several keys of a section, where the system allows from one
+// reading of the file.
+std::vector<CString> ReadKeys(const CTundrilIni& ini, const CString& section, std::span<const CString> keys);
 
 }  // namespace velmora
 

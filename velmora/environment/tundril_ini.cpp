@@ -55,10 +55,18 @@ int CTundrilIni::Init(int mode) {
   return 0;
 }
 
+std::vector<CString> ReadKeys(const CTundrilIni& ini, const CString& section, std::span<const CString> keys) {
+  const CString profile = ProfileOf(ini);
+  if (profile.IsEmpty()) return std::vector<CString>(keys.size());
+  std::vector<CString> converted;
+  for (const CString& key : keys) converted.push_back(ConvertProfileText(key));
+  std::vector<CString> values = ReadProfileKeys(ConvertProfileText(section), converted, profile);
+  for (CString& value : values) value = ConvertProfileText(value);
+  return values;
+}
+
 CString CTundrilIni::ReadKey(const CString& section, const CString& key) const {
-  const CString profile = ProfileOf(*this);
-  if (profile.IsEmpty()) return {};
-  return ConvertProfileText(ReadProfile(ConvertProfileText(section), ConvertProfileText(key), profile));
+  return ReadKeys(*this, section, std::span(&key, 1))[0];
 }
 
 int CTundrilIni::ReadKey(const wchar_t* section, const wchar_t* key, wchar_t* value) const {

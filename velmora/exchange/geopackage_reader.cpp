@@ -81,8 +81,10 @@ std::string Text(const TableStatement& rows, int column) {
       return std::to_string(rows.Integer(column));
     case TableStatement::Kind::kReal:
       return FormatShortest(rows.Number(column));
-    case TableStatement::Kind::kText:
-      return Utf8FromWide(WideFromUtf8(rows.Bytes(column)));
+    case TableStatement::Kind::kText: {
+      const std::string_view text = rows.Bytes(column);
+      return IsValidUtf8(text) ? std::string(text) : Utf8FromWide(WideFromUtf8(text));
+    }
     default:
       return {};
   }

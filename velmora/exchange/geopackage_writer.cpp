@@ -192,7 +192,7 @@ class Writer {
       std::optional<double> difference;
       if (point.level && point.profile_level) difference = *point.level - *point.profile_level;
       const std::string blob = PointBlob(point.easting, point.northing, srs_);
-      const std::string side = point.offset ? OffsetSide(*point.offset) : "";
+      const std::string side(point.offset ? OffsetSide(*point.offset) : "");
       insert.BindBytes(blob).BindText(point.id).Bind(point.level).Bind(point.station).Bind(point.offset);
       insert.BindText(side).Bind(point.profile_level).Bind(difference).BindText(point.status);
       for (size_t i = 0; i < own; ++i)

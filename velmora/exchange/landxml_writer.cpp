@@ -138,7 +138,7 @@ size_t PutPoints(const ExportInput& input, TextSink* out) {
     *out << "<Feature name=\"place" << std::to_string(++number) << "\" code=\"place\">";
     PutProperty("station", point.station, out);
     PutProperty("offset", point.offset, out);
-    if (point.offset) PutProperty("side", OffsetSide(*point.offset), out);
+    if (point.offset) PutProperty("side", std::string(OffsetSide(*point.offset)), out);
     PutProperty("profile_level", point.profile_level, out);
     if (point.level && point.profile_level)
       PutProperty("difference", *point.level - *point.profile_level, out);

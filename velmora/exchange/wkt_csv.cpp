@@ -167,7 +167,7 @@ void WriteWktCsv(const ExportInput& input, const Sink& sink) {
     PutNumber(boring.easting, &out);
     PutNumber(boring.station, &out);
     PutNumber(boring.offset, &out);
-    out << "," << (boring.offset ? OffsetSide(*boring.offset) : std::string());
+    out << "," << (boring.offset ? OffsetSide(*boring.offset) : "");
     PutNumber(boring.profile_level, &out);
     PutNumber(boring.level, &out);
     std::optional<double> difference;

@@ -21,6 +21,10 @@ class CarriedFields {
       ends_.push_back(static_cast<std::uint32_t>(text_.size()));
     }
   }
+  void Clear() {
+    text_.clear();
+    ends_.clear();
+  }
   size_t Columns() const { return columns_; }
   std::string_view Field(size_t row, size_t column) const {
     const size_t at = row * columns_ + column;

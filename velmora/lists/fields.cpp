@@ -1,42 +1,13 @@
 #include "velmora/lists/fields.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
+#include "velmora/text/plain_number.h"
 
 namespace velmora {
 namespace {
-
-// The number of a plain field: a sign, at most fifteen digits and one decimal sign.
-std::optional<double> PlainNumber(std::string_view field, DecimalSign decimal) {
-  constexpr int kMostDigits = 15;  // below 2^53, and so are the powers of ten: their quotient is exact
-  constexpr std::array<double, kMostDigits + 1> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  const char point = decimal == DecimalSign::kComma ? ',' : '.';
-  const char other = decimal == DecimalSign::kEither ? ',' : point;
-  const bool negative = field.starts_with('-');
-  std::int64_t number = 0;
-  int digits = 0;
-  int before_point = -1;
-  for (size_t i = negative ? 1 : 0; i < field.size(); ++i) {
-    const char c = field[i];
-    if (c >= '0' && c <= '9') {
-      number = number * 10 + (c - '0');
-      if (++digits > kMostDigits) return std::nullopt;
-    } else if ((c == point || c == other) && before_point < 0) {
-      before_point = digits;
-    } else {
-      return std::nullopt;
-    }
-  }
-  if (digits == 0) return std::nullopt;
-  const int decimals = before_point < 0 ? 0 : digits - before_point;
-  const double value = static_cast<double>(number) / kPowers[static_cast<size_t>(decimals)];
-  return negative ? -value : value;
-}
 
 bool IsBlankOfNumber(wchar_t c) { return IsBlank(c) || c == 0xA0 || c == 0x202F; }
 
@@ -55,11 +26,9 @@ void JoinGroups(std::wstring* text) {
     text->erase(at, 1);
 }
 
-}  // namespace
-
-std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
+// Of any field.
+std::optional<double> GeneralNumber(std::string_view field, DecimalSign decimal) {
   constexpr wchar_t kMinus = 0x2212;
-  if (const std::optional<double> plain = PlainNumber(field, decimal)) return plain;
   constexpr size_t kLongestGrouped = 100;
   std::wstring text = WideFromUtf8(field);
   const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOfNumber);
@@ -76,10 +45,21 @@ std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
   return ParseWholeNumber(text);
 }
 
-std::string_view TrimmedField(std::string_view text) {
-  while (!text.empty() && IsBlankByte(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlankByte(text.back())) text.remove_suffix(1);
-  return text;
+}  // namespace
+
+bool ReadFieldNumber(std::string_view field, DecimalSign decimal, double* number) {
+  const char point = decimal == DecimalSign::kComma ? ',' : '.';
+  const char other = decimal == DecimalSign::kEither ? ',' : point;
+  if (ReadPlainNumber(field, point, other, number)) return true;
+  const std::optional<double> read = GeneralNumber(field, decimal);
+  if (read) *number = *read;
+  return read.has_value();
+}
+
+std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
+  double number = 0;
+  if (!ReadFieldNumber(field, decimal, &number)) return std::nullopt;
+  return number;
 }
 
 bool FieldEndsAt(std::string_view text, size_t at, char separator) {
@@ -102,10 +82,14 @@ char DetectSeparator(std::string_view text) {
   return semicolon ? ';' : ',';
 }
 
+bool IsItsOwnDecoding(std::string_view row, std::optional<TextEncoding> encoding) {
+  return encoding != TextEncoding::kWindows1252 && IsValidUtf8(row);
+}
+
 std::string_view DecodeRow(std::string_view row, std::optional<TextEncoding> encoding, std::string* decoded) {
   unsigned char all = 0;
   for (const char c : row) all |= static_cast<unsigned char>(c);
-  if (all < 0x80 || (encoding != TextEncoding::kWindows1252 && IsValidUtf8(row))) return row;
+  if (all < 0x80 || IsItsOwnDecoding(row, encoding)) return row;
   std::wstring text;
   AppendDecoded(row, encoding.value_or(TextEncoding::kWindows1252), &text);
   *decoded = Utf8FromWide(text);

@@ -16,11 +16,17 @@ enum class DecimalSign { kEither, kPoint, kComma };
 // The number that a field consists of. Its digits may stand in groups of three with a blank between (plain,
 // U+00A0 or U+202F), and its minus may be U+2212.
 std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal);
+// The same; false when it is none.
+bool ReadFieldNumber(std::string_view field, DecimalSign decimal, double* number);
 
 constexpr bool IsBlankByte(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // Without blanks at both ends.
-std::string_view TrimmedField(std::string_view text);
+inline std::string_view TrimmedField(std::string_view text) {
+  while (!text.empty() && IsBlankByte(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlankByte(text.back())) text.remove_suffix(1);
+  return text;
+}
 
 // Whether the separator or the row's end comes next in `text`, blanks apart.
 bool FieldEndsAt(std::string_view text, size_t at, char separator);
@@ -29,8 +35,10 @@ bool FieldEndsAt(std::string_view text, size_t at, char separator);
 // else a comma.
 char DetectSeparator(std::string_view text);
 
-// A row as UTF-8: its own bytes where they are, else decoded into *decoded. Without an encoding a row that is
-// valid UTF-8 is UTF-8, any other Windows-1252.
+// Whether a row with bytes that are not ASCII is in UTF-8. Without an encoding it is where it is valid.
+bool IsItsOwnDecoding(std::string_view row, std::optional<TextEncoding> encoding);
+// A row as UTF-8: its own bytes where they are, else decoded into *decoded, as Windows-1252 without an
+// encoding.
 std::string_view DecodeRow(std::string_view row, std::optional<TextEncoding> encoding, std::string* decoded);
 
 // Replaces *fields by the fields of a row, blanks around them dropped: views into the row, or into *unquoted.

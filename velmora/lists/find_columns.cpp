@@ -5,6 +5,7 @@
 
 #include "velmora/lists/list_error.h"
 #include "velmora/text/letters.h"
+#include "velmora/text/nearest.h"
 
 namespace velmora {
 namespace {
@@ -271,7 +272,8 @@ class Finder {
 
   [[noreturn]] void RefuseTitle(const Candidate& row, const std::string& title) const {
     throw Error(row.line, "no column " + Quoted(title) + " among " + Listed(row.fields) +
-                              "; give --columns a title or a number that the list has");
+                              "; give --columns a title or a number that the list has" +
+                              DidYouMean(title, row.fields));
   }
 
   [[noreturn]] void RefuseHeader(const Candidate& row) const {

@@ -1,10 +1,12 @@
 #include "velmora/lists/layout.h"
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
 bool IsDigits(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 // "6652231" or "-5", which may be the whole part of a number with a decimal comma.
@@ -16,15 +18,18 @@ bool IsWhole(std::string_view text) {
 }  // namespace
 
 bool RowFields::Split(const Row& row, std::optional<TextEncoding> encoding) {
-  constexpr size_t kMostFields = 10'000;
   SplitRow(DecodeRow(row.bytes, encoding, &decoded_), layout_.separator, kMostFields, &fields_, &unquoted_);
+  return Finish(row.unclosed               ? "a quote is not closed"
+                : HasLoneReturn(row.bytes) ? "a line ends in CR alone"
+                                           : "");
+}
+
+bool RowFields::Finish(const char* problem) {
   const size_t count = fields_.size();
   while (!fields_.empty() && fields_.back().empty()) fields_.pop_back();
   problem_.clear();
-  if (row.unclosed)
-    problem_ = "a quote is not closed";
-  else if (HasLoneReturn(row.bytes))
-    problem_ = "a line ends in CR alone";
+  if (*problem != '\0')
+    problem_ = problem;
   else if (fields_.size() > layout_.width)
     problem_ = std::to_string(fields_.size()) + " fields, but " +
                (layout_.has_header ? "the header has " : "the list has columns for ") +

@@ -38,6 +38,18 @@ class RowFields {
 
   // False for a row without anything in it. The row's bytes outlive the fields.
   bool Split(const Row& row, std::optional<TextEncoding> encoding);
+
+  // The same in steps, for a row whose fields the caller finds: Clear, Add each of them, Finish. Add is false
+  // where a row has too many.
+  void Clear() { fields_.clear(); }
+  bool Add(std::string_view field) {
+    if (fields_.size() == kMostFields) return false;
+    fields_.push_back(TrimmedField(field));
+    return true;
+  }
+  // `problem` as Problem(), before the number of fields is looked at.
+  bool Finish(const char* problem);
+
   // Why the row cannot be read whatever its fields hold; empty when it can.
   const std::string& Problem() const { return problem_; }
 
@@ -46,13 +58,15 @@ class RowFields {
     return column < fields_.size() ? fields_[column] : std::string_view();
   }
   std::string_view Text(size_t role) const {
-    const std::optional<size_t> column = layout_.columns[role];
+    const std::optional<size_t>& column = layout_.columns[role];
     return column ? Field(*column) : std::string_view();
   }
   // Nothing when the field is empty or not a number.
   std::optional<double> Value(size_t role) const { return FieldNumber(Text(role), layout_.decimal); }
+  bool Read(size_t role, double* value) const { return ReadFieldNumber(Text(role), layout_.decimal, value); }
 
  private:
+  static constexpr size_t kMostFields = 10'000;
   void CheckCommas(size_t count);
 
   const ListLayout& layout_;

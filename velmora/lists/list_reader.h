@@ -31,7 +31,7 @@ class ListReader {
   bool Next();
   const RowFields& Fields() const { return fields_; }
   std::int64_t Line() const { return row_.line; }
-  // Many rows at once, for ForEachRow and RowFields in any thread.
+  // Many rows at once, for BlockRows in any thread.
   bool NextBlock(RowBlock* block) { return rows_.NextBlock(layout_.separator, block); }
 
   std::uint64_t Size() const { return rows_.Size(); }

@@ -48,6 +48,12 @@ ListName NameOf(const std::string& list) {
 
 // With a tab behind it, which EndRow takes off the last one.
 void AppendField(std::string_view text, std::string* row) {
+  bool plain = true;
+  for (const char c : text) plain &= (c != '"') & (c != '\t') & (c != '\n') & (c != '\r');
+  if (plain) {
+    row->append(text) += '\t';
+    return;
+  }
   const bool quoted = text.find_first_of("\"\t") != std::string_view::npos;
   if (quoted) *row += '"';
   for (const char c : text) {

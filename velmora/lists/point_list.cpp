@@ -1,20 +1,27 @@
 #include "velmora/lists/point_list.h"
 
+#include "velmora/lists/block_rows.h"
+
 namespace velmora {
 namespace {
 
 void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
-  const std::optional<double> northing = fields.Value(kNorthing);
-  const std::optional<double> easting = fields.Value(kEasting);
   point->line = line;
   point->id = fields.Text(kPointId);
-  point->level = fields.Value(kLevel);
-  point->northing = northing.value_or(0);
-  point->easting = easting.value_or(0);
-  point->problem = fields.Problem();
-  const bool bad_level = !point->level && !fields.Text(kLevel).empty();
-  if (!point->problem.empty() || (northing && easting && !bad_level)) return;
-  const PointRole bad = !northing ? kNorthing : !easting ? kEasting : kLevel;
+  point->problem.clear();
+  if (!fields.Problem().empty()) point->problem = fields.Problem();
+  point->northing = point->easting = 0;
+  const bool has_northing = fields.Read(kNorthing, &point->northing);
+  const bool has_easting = fields.Read(kEasting, &point->easting);
+  point->level.reset();
+  bool bad_level = false;
+  if (!fields.Text(kLevel).empty()) {
+    double level = 0;
+    bad_level = !fields.Read(kLevel, &level);
+    if (!bad_level) point->level = level;
+  }
+  if (!point->problem.empty() || (has_northing && has_easting && !bad_level)) return;
+  const PointRole bad = !has_northing ? kNorthing : !has_easting ? kEasting : kLevel;
   point->problem = NotANumber(PointRoles()[bad], fields.Text(bad));
 }
 
@@ -28,12 +35,10 @@ bool PointList::Next(ListedPoint* point) {
 
 void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<ListedPoint>* points,
                    CarriedFields* carried) {
-  RowFields fields(layout);
-  ForEachRow(block, layout.separator, [&](const Row& row) {
-    if (!fields.Split(row, block.encoding)) return;
-    TakePoint(fields, row.line, &points->emplace_back());
-    carried->Add(layout, fields);
-  });
+  for (BlockRows rows(block, layout); rows.Next();) {
+    TakePoint(rows.Fields(), rows.Line(), &points->emplace_back());
+    carried->Add(layout, rows.Fields());
+  }
 }
 
 }  // namespace velmora

@@ -52,23 +52,11 @@ inline std::string_view WithoutLineEnd(std::string_view row) {
   return row;
 }
 
-// Calls take(row) for each row of the block.
-template <class Take>
-void ForEachRow(const RowBlock& block, char separator, Take take) {
-  std::string_view rest = block.bytes;
-  for (std::int64_t line = block.first_line; !rest.empty();) {
-    const RowExtent row = MeasureRow(rest, separator, true);
-    take(Row{WithoutLineEnd(rest.substr(0, row.size)), line, row.unclosed});
-    rest.remove_prefix(row.size);
-    line += row.lines;
-  }
-}
-
 // Reads a list, which ends at an end-of-file character (0x1A); what follows one is reported. Memory does not
 // grow with its length.
 class RowReader {
  public:
-  static constexpr size_t kBlockSize = size_t{512} << 10;
+  static constexpr size_t kBlockSize = size_t{128} << 10;
 
   // `file` as for OpenList. `encoding` is that of a file without a byte-order mark; nothing: as in RowBlock.
   // Blocks have about `block_size` bytes. Throws a ListError when the file cannot be opened.

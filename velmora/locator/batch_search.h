@@ -15,7 +15,7 @@ namespace velmora {
 struct BatchView {
   GridLayout layout;
   std::uint64_t* slots;
-  const PackedCell* cells;
+  PackedCell* cells;
   const double* h;
   const double* v;
   const double* inverse;

@@ -60,7 +60,7 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
              slots - 1};
 }
 
-PackedCell CandidateGrid::CellAt(PlanePoint p) const {
+PackedCell CandidateGrid::CellAt(PlanePoint p, bool dense) const {
   const double column = (p.h - layout_.low.h) * layout_.per_metre;
   const double row = (p.v - layout_.low.v) * layout_.per_metre;
   if (!(column >= 0 && column < layout_.columns && row >= 0 && row < layout_.rows)) return 0;
@@ -70,31 +70,36 @@ PackedCell CandidateGrid::CellAt(PlanePoint p) const {
   size_t slot = FirstSlot(layout_, c, r);
   for (int probes = 0; probes < kMostProbes; ++probes, slot = (slot + 1) & layout_.slot_mask) {
     const std::uint64_t held = LoadSlot(slots_[slot]);
-    if (held == 0) return Fill(c, r, slot);
-    if (held >> kPageBits == key) return cells_[PageOf(held) * GridLayout::kTileCells + CellInTile(c, r)];
+    if (held == 0) return BeginTile(c, r, slot, dense);
+    if (held >> kPageBits != key) continue;
+    PackedCell* const cells = &cells_[PageOf(held) * GridLayout::kTileCells];
+    const PackedCell cell = LoadCell(cells[CellInTile(c, r)]);
+    return cell == kUnknownCell ? FillTile(c, r, cells, dense) : cell;
   }
   return 0;
 }
 
-// Computes the tile of the cell and publishes it in the first free slot from `slot` on.
-PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, size_t slot) const {
+PlanePoint CandidateGrid::MiddleOf(std::int32_t column, std::int32_t row, int cells) const {
+  const double half = cells / 2.0;
+  return {layout_.low.h + (column + half) * side_, layout_.low.v + (row + half) * side_};
+}
+
+PackedCell CandidateGrid::Compute(std::int32_t column, std::int32_t row) const {
+  const PlanePoint middle = MiddleOf(column, row, 1);
+  const double radius = side_ * kCellRadius;
+  TileCandidates::Candidates candidates;
+  TileCandidates(*plan_, distances_, middle, radius).ForCircle(middle, radius, &candidates);
+  return Encode(candidates);
+}
+
+// Computes the cell and publishes its tile in the first free slot from `slot` on.
+PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const {
   if (pages_used_.load(std::memory_order_relaxed) >= page_limit_) return 0;
   const size_t page = pages_used_.fetch_add(1, std::memory_order_relaxed);
   if (page >= page_limit_) return 0;
-  const std::int32_t first_column = column & ~(kTileSide - 1);
-  const std::int32_t first_row = row & ~(kTileSide - 1);
-  const auto middle_of = [&](double c, double r, double cells) {
-    return PlanePoint{layout_.low.h + (c + cells / 2) * side_, layout_.low.v + (r + cells / 2) * side_};
-  };
-  const TileCandidates tile(*plan_, distances_, middle_of(first_column, first_row, kTileSide),
-                            kTileSide * side_ * kCellRadius);
   PackedCell* const cells = &cells_[page * GridLayout::kTileCells];
-  TileCandidates::Candidates candidates;
-  for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)
-    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r) {
-      tile.ForCircle(middle_of(c, r, 1), side_ * kCellRadius, &candidates);
-      cells[CellInTile(c, r)] = Encode(candidates);
-    }
+  std::fill_n(cells, GridLayout::kTileCells, kUnknownCell);
+  const PackedCell cell = FillTile(column, row, cells, dense);
 
   const std::uint64_t key = TileKey(column, row);
   const std::uint64_t mine = key << kPageBits | (page + 1);
@@ -105,7 +110,34 @@ PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, size_t slo
       break;
     if (held >> kPageBits == key) break;  // another thread published the same tile
   }
-  return cells[CellInTile(column, row)];
+  return cell;
+}
+
+// Computes the cell; for `dense`, and where some are known already, also all of its tile that are not.
+// Threads that do so at once store equal cells.
+PackedCell CandidateGrid::FillTile(std::int32_t column, std::int32_t row, PackedCell* cells,
+                                   bool dense) const {
+  constexpr int kMostSingle = 3;  // cells: they take as long as the whole tile
+  const auto store = [cells](std::int32_t c, std::int32_t r, PackedCell cell) {
+    std::atomic_ref(cells[CellInTile(c, r)]).store(cell, std::memory_order_release);
+    return cell;
+  };
+  const auto is_known = [](PackedCell& cell) { return LoadCell(cell) != kUnknownCell; };
+  fills_.fetch_add(1, std::memory_order_relaxed);
+  if (!dense && std::count_if(cells, cells + GridLayout::kTileCells, is_known) < kMostSingle)
+    return store(column, row, Compute(column, row));
+  const std::int32_t first_column = column & ~(kTileSide - 1);
+  const std::int32_t first_row = row & ~(kTileSide - 1);
+  const TileCandidates tile(*plan_, distances_, MiddleOf(first_column, first_row, kTileSide),
+                            kTileSide * side_ * kCellRadius);
+  TileCandidates::Candidates candidates;
+  for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)
+    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r) {
+      if (is_known(cells[CellInTile(c, r)])) continue;
+      tile.ForCircle(MiddleOf(c, r, 1), side_ * kCellRadius, &candidates);
+      store(c, r, Encode(candidates));
+    }
+  return LoadCell(cells[CellInTile(column, row)]);
 }
 
 PackedCell CandidateGrid::Encode(const TileCandidates::Candidates& candidates) const {

@@ -1,6 +1,6 @@
 // The segments that can be nearest, by square cells of the ground near a plan. Four by four cells form a
-// tile, which is computed when the first point falls into it and then kept. Any number of threads look up
-// and fill at once, without locks.
+// tile. The first cells that points fall into are computed one by one, as scattered points come to few
+// others; the next one with all the rest. Any number of threads look up and fill at once, without locks.
 //
 // A cell's candidates come with a reach: every other segment is farther than that from every point of the
 // cell. So a nearest candidate within the reach is the nearest segment.
@@ -28,6 +28,7 @@ namespace velmora {
 //   bits 4 to 31   first segment of the run; with a count of 0 the position of the list
 //   bits 0 to 3    segments in the run
 using PackedCell = std::uint64_t;
+inline constexpr PackedCell kUnknownCell = 1;  // not computed; its reach is 0 too
 inline size_t RunCount(PackedCell cell) { return cell & 15; }
 inline double Reach(PackedCell cell) {
   return static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(cell >> 32)));
@@ -72,6 +73,8 @@ inline std::uint64_t LoadSlot(std::uint64_t& slot) {
   return std::atomic_ref(slot).load(std::memory_order_acquire);
 }
 
+inline PackedCell LoadCell(PackedCell& cell) { return std::atomic_ref(cell).load(std::memory_order_acquire); }
+
 class CandidateGrid {
  public:
   CandidateGrid(const PlanSnapshot& plan, ChordDistances distances);
@@ -80,13 +83,14 @@ class CandidateGrid {
   // A slot holds a tile's key in its upper 40 bits and its page, counted from 1, in the lower 24; the cells
   // of page i begin at Cells() + i * kTileCells.
   std::uint64_t* Slots() const { return slots_.get(); }
-  const PackedCell* Cells() const { return cells_.get(); }
+  PackedCell* Cells() const { return cells_.get(); }
 
   // The cell of a point, computed where it was not known; a reach of 0 outside the grid and when the memory
   // for tiles is used up.
-  PackedCell CellAt(PlanePoint p) const;
-  // How many tiles are computed.
-  size_t Tiles() const { return pages_used_.load(std::memory_order_relaxed); }
+  // `dense`: many more points follow near this one, and the rest of its tile is computed at once.
+  PackedCell CellAt(PlanePoint p, bool dense = false) const;
+  // How many times cells were computed.
+  size_t Fills() const { return fills_.load(std::memory_order_relaxed); }
   // The candidates of a cell with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(PackedCell cell, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(RunFirst(cell)), static_cast<std::uint32_t>(RunCount(cell))};
@@ -112,7 +116,11 @@ class CandidateGrid {
   template <class T>
   using Zeros = std::unique_ptr<T[], Free>;  // from calloc: memory costs nothing until it is written
 
-  PackedCell Fill(std::int32_t column, std::int32_t row, size_t slot) const;
+  PackedCell Compute(std::int32_t column, std::int32_t row) const;
+  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const;
+  PackedCell FillTile(std::int32_t column, std::int32_t row, PackedCell* cells, bool dense) const;
+  // Of `cells` by `cells` cells from this one on.
+  PlanePoint MiddleOf(std::int32_t column, std::int32_t row, int cells) const;
   PackedCell Encode(const TileCandidates::Candidates& candidates) const;
 
   const PlanSnapshot* plan_;
@@ -125,6 +133,7 @@ class CandidateGrid {
   Zeros<PackedCell> cells_;
   Zeros<SegmentRun> runs_;  // the lists, each after its head
   mutable std::atomic<size_t> pages_used_ = 0;
+  mutable std::atomic<size_t> fills_ = 0;
   mutable std::atomic<size_t> runs_used_ = 1;  // a list is never at 0
 };
 

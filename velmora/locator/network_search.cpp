@@ -1,12 +1,18 @@
 #include "velmora/locator/network_search.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <unordered_map>
 #include <utility>
 
 namespace velmora {
+namespace {
+
+constexpr double kChordRoom = 1e-4;  // m, for rounding in a chord's distance
+
+}  // namespace
 
 bool RoadAnswer::IsBefore(const RoadAnswer& other) const {
   const double distance = std::fabs(offset);
@@ -93,6 +99,31 @@ std::optional<RoadAnswer> NetworkSearch::NearestInCell(PackedCell cell, PlanePoi
   return nearest;
 }
 
+template <class Consider>
+void NetworkSearch::ForLeaf(size_t leaf, PlanePoint p, const double& metres, Consider consider) const {
+  const size_t begin = leaf * BoundTree::kFan;
+  const size_t end = std::min(begin + BoundTree::kFan, Plan().Segments());
+  std::array<double, BoundTree::kFan + kChordsAtOnce> away;  // NOLINT: written before it is read
+  Routines().distances(Plan(), p, begin, end - begin, away.data());
+  for (size_t i = begin; i < end; ++i) {
+    const bool beyond = away[i - begin] - Plan().ChordSlack(i) > metres * (1 + 1e-9) + kChordRoom;
+    if (!beyond && !Plan().IsBetweenRoads(i)) consider(i);
+  }
+}
+
+double NetworkSearch::NearestFoot(PlanePoint p) const {
+  PointSearch search = SearchOf(0);
+  Plan().Tree().Search(
+      p,
+      [&](const BoundTree::Node& node, double squared) {
+        return squared <= Beyond(search.feet.best) && node.MayHoldFoot(p);
+      },
+      [&](size_t leaf) {
+        ForLeaf(leaf, p, search.feet.best, [&](size_t i) { Plan().ConsiderSegment(i, p, &search); });
+      });
+  return search.feet.best <= kFoundBelow ? search.feet.best : std::numeric_limits<double>::infinity();
+}
+
 void NetworkSearch::SearchTrees(PlanePoint p, double metres, bool nearest,
                                 std::vector<RoadAnswer>* answers) const {
   if (!std::isfinite(p.h) || !std::isfinite(p.v) || std::fabs(p.h) > kFarthestPoint ||
@@ -115,16 +146,13 @@ void NetworkSearch::SearchTrees(PlanePoint p, double metres, bool nearest,
   Plan().Tree().Search(
       p, [&](const BoundTree::Node&, double squared) { return squared <= limit; },
       [&](size_t leaf) {
-        const size_t begin = leaf * BoundTree::kFan;
-        const size_t end = std::min(begin + BoundTree::kFan, Plan().Segments());
-        for (size_t i = begin; i < end; ++i) {
-          if (Plan().IsBetweenRoads(i)) continue;
+        ForLeaf(leaf, p, least, [&](size_t i) {
           const std::uint32_t mark = Plan().Roads()[i];
           PointSearch& search = met.Of(mark);
           Plan().ConsiderSegment(i, p, &search);
           search.ConsiderVertex(i, Distance(p, Plan().At(i)));
           lower_limit(mark, search);
-        }
+        });
       });
   Plan().AxisTree().Search(
       p, [&](const BoundTree::Node& node, double squared) { return squared <= limit && node.MayHoldFoot(p); },
@@ -157,7 +185,7 @@ StationOffset NetworkSearch::FindOne(PlanePoint p) const {
       return {nearest->road, nearest->station, nearest->offset};
   }
   std::vector<RoadAnswer> answers;
-  SearchTrees(p, std::numeric_limits<double>::infinity(), true, &answers);
+  SearchTrees(p, NearestFoot(p), true, &answers);
   if (answers.empty()) return {-1, no_station_, 0};
   const RoadAnswer& nearest = *std::min_element(
       answers.begin(), answers.end(), [](const RoadAnswer& a, const RoadAnswer& b) { return a.IsBefore(b); });

@@ -39,6 +39,11 @@ class NetworkSearch : public PlanSearch {
   // Nothing when the road does not answer.
   std::optional<RoadAnswer> Conclude(std::uint32_t mark, const PointSearch& search, PlanePoint p) const;
   std::optional<RoadAnswer> NearestInCell(PackedCell cell, PlanePoint p) const;
+  // The distance of the nearest foot on any road, infinite without one: the nearest road is not farther.
+  double NearestFoot(PlanePoint p) const;
+  // Calls consider(segment) for those of the leaf that may be nearer than `metres`, which may fall meanwhile.
+  template <class Consider>
+  void ForLeaf(size_t leaf, PlanePoint p, const double& metres, Consider consider) const;
   // Of every road within `metres`, or with `nearest` of those that may be the nearest.
   void SearchTrees(PlanePoint p, double metres, bool nearest, std::vector<RoadAnswer>* answers) const;
 

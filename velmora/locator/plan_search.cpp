@@ -17,7 +17,8 @@ constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
 constexpr size_t kMostPartCells = size_t{1} << 14;
-constexpr double kClose = 2000;  // m
+constexpr double kClose = 2000;        // m
+constexpr size_t kPointsForTiles = 4;  // a segment, from which whole tiles are computed at once
 // For points in the caller's order. Longer batches pay only where memory is waited for.
 constexpr size_t kShortBatch = kMostInBatch / 2;
 
@@ -46,8 +47,9 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
                       int* result) const {
   const size_t segments = plan_.Segments();
   const size_t part = std::min(count, std::max(kLeastSorted, kSortedForSegments * segments));
+  const bool dense = count / kPointsForTiles >= segments;
   if (segments < kLargePlan || part < segments / kPointsForSegments || !AreScattered(x, y, count, kClose)) {
-    FindInOrder(x, y, count, station, offset, result);
+    FindInOrder(x, y, count, station, offset, result, dense);
     return;
   }
   // The memory is kept for the next batch; of several threads' the last one's.
@@ -56,14 +58,14 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
     sort.reset(new (std::nothrow)
                    SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostPartCells), part));
   if (sort == nullptr || !sort->IsUsable()) {
-    FindInOrder(x, y, count, station, offset, result);
+    FindInOrder(x, y, count, station, offset, result, dense);
     return;
   }
   for (size_t done = 0; done < count; done += part) {
     const size_t now = std::min(part, count - done);
     sort->Sort(x + done, y + done, now);
     for (size_t at = 0; at < now; at += kMostInBatch)
-      FindPoints(at, std::min(kMostInBatch, now - at), sort.get());
+      FindPoints(at, std::min(kMostInBatch, now - at), sort.get(), dense);
     sort->ScatterAnswers(now, station + done, offset + done, result + done);
   }
   sort.reset(spare_.exchange(sort.release()));
@@ -71,7 +73,7 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
 
 PlanSearch::~PlanSearch() { delete spare_.load(); }
 
-void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort) const {
+void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const {
   const SpatialSort::Point* const points = sort->Points() + first;
   struct Block {
     double x[kMostInBatch];
@@ -84,21 +86,21 @@ void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort) const
     block.x[k] = points[std::min(k, count - 1)].x;
     block.y[k] = points[std::min(k, count - 1)].y;
   }
-  FindBlock(block.x, block.y, count, block.station, block.offset, block.result);
+  FindBlock(block.x, block.y, count, block.station, block.offset, block.result, dense);
   for (size_t k = 0; k < count; ++k)
     sort->Keep({block.station[k], block.offset[k], points[k].from, block.result[k]});
 }
 
 void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result) const {
+                             int* result, bool dense) const {
   for (size_t done = 0; done < count; done += kShortBatch)
     FindBlock(x + done, y + done, std::min(kShortBatch, count - done), station + done, offset + done,
-              result + done);
+              result + done, dense);
 }
 
 void PlanSearch::FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
-                           int* result) const {
-  SearchCells(x, y, count, station, offset, result);
+                           int* result, bool dense) const {
+  SearchCells(x, y, count, station, offset, result, dense);
   for (size_t i = 0; i < count; ++i) {
     if (result[i] != kUnsolved) continue;
     const StationOffset found = FindOne({y[i], x[i]});
@@ -110,20 +112,22 @@ void PlanSearch::FindBlock(const double* x, const double* y, size_t count, doubl
 
 // Answers what the batch search can; where many cells were not known, computes them and searches again.
 void PlanSearch::SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result) const {
+                             int* result, bool dense) const {
   std::fill_n(result, count, kUnsolved);
   if (grid_.Slots() == nullptr) return;
   routines_.search(view_, x, y, count, station, offset, result);
   const auto unsolved = static_cast<size_t>(std::count(result, result + count, kUnsolved));
   if (unsolved < 3 || unsolved < count / 8) return;
-  const size_t known = grid_.Tiles();
+  const size_t known = grid_.Fills();
   for (size_t i = 0; i < count; ++i)
-    if (result[i] == kUnsolved) grid_.CellAt({y[i], x[i]});
-  if (grid_.Tiles() != known) routines_.search(view_, x, y, count, station, offset, result);
+    if (result[i] == kUnsolved) grid_.CellAt({y[i], x[i]}, dense);
+  if (grid_.Fills() != known) routines_.search(view_, x, y, count, station, offset, result);
 }
 
-// Among the candidates of the point's cell where the answer is within its reach, else by the trees.
+// Among the candidates of the point's cell where the answer is within its reach, else by the trees, which of
+// a few segments look at all anyway.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
+  if (plan_.Segments() <= BoundTree::kFan) return plan_.Find(p);
   const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {

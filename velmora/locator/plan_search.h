@@ -36,16 +36,18 @@ class PlanSearch {
   // The cell of a point; a reach of 0 where there is none.
   PackedCell CellAt(PlanePoint p) const { return grid_.Slots() == nullptr ? 0 : grid_.CellAt(p); }
   const CandidateGrid& Grid() const { return grid_; }
+  const BatchRoutines& Routines() const { return routines_; }
 
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result) const;
-  // Each at most kMostInBatch points.
-  void FindPoints(size_t first, size_t count, SpatialSort* sort) const;
-  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
-                 int* result) const;
+                   int* result, bool dense) const;
+  // Each at most kMostInBatch points. `dense` as for CandidateGrid::CellAt.
+  void FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const;
+  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset, int* result,
+                 bool dense) const;
   void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result) const;
+                   int* result, bool dense) const;
+
   PlanSnapshot plan_;
   BatchRoutines routines_;
   CandidateGrid grid_;

@@ -16,17 +16,24 @@ constexpr double kQuarter = std::numbers::pi / 2;
 
 bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
 
-double AngleOfRank(double rank) {
-  const double quadrant = std::min(std::floor(rank), 3.0);
-  return quadrant * kQuarter + 2 * std::atan(rank - quadrant);
+PlanePoint ToAngle(double angle) { return {std::cos(angle), std::sin(angle)}; }
+// To the axes counter-clockwise from east.
+PlanePoint ToAxis(int axis) {
+  constexpr PlanePoint kAxes[] = {{1, 0}, {0, 1}, {-1, 0}, {0, -1}};
+  return kAxes[axis & 3];
+}
+// Half way between two directions less than half a turn apart.
+PlanePoint ToMiddle(PlanePoint a, PlanePoint b) {
+  const PlanePoint sum{a.h + b.h, a.v + b.v};
+  const double length = std::sqrt(sum.h * sum.h + sum.v * sum.v);
+  return {sum.h / length, sum.v / length};
 }
 
-PlanePoint OnCircle(const Arc& circle, double angle) {
-  return {circle.centre.h + circle.radius * std::cos(angle),
-          circle.centre.v + circle.radius * std::sin(angle)};
+PlanePoint OnCircle(const Arc& circle, PlanePoint direction) {
+  return {circle.centre.h + circle.radius * direction.h, circle.centre.v + circle.radius * direction.v};
 }
 
-Tangents TangentAt(double angle, double spread) { return {{-std::sin(angle), std::cos(angle)}, spread}; }
+Tangents TangentAt(PlanePoint direction, double spread) { return {{-direction.v, direction.h}, spread}; }
 
 // The largest distance from the chord of a point of the box; distance from a convex set is largest at a
 // corner.
@@ -46,39 +53,45 @@ void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bo
 
   // The angle is the one between the ranks, a quarter turn off where an end lies beside an axis.
   const bool counter_clockwise = arc.bulge > 0;
-  const double first = AngleOfRank(counter_clockwise ? arc.to_a.rank : arc.to_b.rank);
-  double last = AngleOfRank(counter_clockwise ? arc.to_b.rank : arc.to_a.rank);
+  const double first = counter_clockwise ? arc.to_a.angle : arc.to_b.angle;
+  double last = counter_clockwise ? arc.to_b.angle : arc.to_a.angle;
   if (last < first) last += 4 * kQuarter;
   const double from = first - kAngleNoise;
   const double to = last + kAngleNoise;
   const double slack = 1e-6 + 1e-12 * circle.radius;
-
-  BoundingBox box = kEmptyBounds;
-  box.Include(OnCircle(circle, from));
-  box.Include(OnCircle(circle, to));
-  for (double axis = std::ceil(from / kQuarter); axis * kQuarter <= to; ++axis)
-    box.Include(OnCircle(circle, axis * kQuarter));
-  box.Grow(slack);
-  bounds->feet.box.Include(box);
-  bounds->feet.tangents.Include(TangentAt((from + to) / 2, (to - from) / 2));
-
   const double noise = slack + 2 * kAngleNoise * circle.radius;
+  constexpr double kPlainSweep = 3;  // less than half a turn
+
+  const PlanePoint to_first = ToAngle(first);
+  const PlanePoint to_last = ToAngle(last);
+  const PlanePoint at_first = OnCircle(circle, to_first);
+  const PlanePoint at_last = OnCircle(circle, to_last);
+  BoundingBox box = kEmptyBounds;
+  box.Include(at_first);
+  box.Include(at_last);
+  for (int axis = static_cast<int>(std::ceil(from / kQuarter)); axis * kQuarter <= to; ++axis)
+    box.Include(OnCircle(circle, ToAxis(axis)));
+  box.Grow(noise);
+  bounds->feet.box.Include(box);
+  bounds->feet.tangents.Include(
+      TangentAt(last - first < kPlainSweep ? ToMiddle(to_first, to_last) : ToAngle((first + last) / 2),
+                (to - from) / 2));
+
   const double sagitta = std::fabs(arc.bulge) * Distance(a, b) / 2;
   const PlanePoint begin = counter_clockwise ? a : b;
   const PlanePoint end = counter_clockwise ? b : a;
-  const bool as_drawn = std::fabs(arc.bulge) <= 1 && last - first < 3 &&
-                        Distance(OnCircle(circle, first), begin) <= noise &&
-                        Distance(OnCircle(circle, last), end) <= noise;
+  const bool as_drawn = std::fabs(arc.bulge) <= 1 && last - first < kPlainSweep &&
+                        Distance(at_first, begin) <= noise && Distance(at_last, end) <= noise;
   bounds->chord_slack = as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box);
 
   for (int axis = 0; axis < 4; ++axis) {
     // Beside the axis that ends quadrant `axis`, points count as that quadrant's beginning.
     if (!arc.Holds(axis)) continue;
-    const double angle = (axis + 1) * kQuarter;
+    const PlanePoint direction = ToAxis(axis + 1);
     FootBound quirk;
-    quirk.box.Include(OnCircle(circle, angle));
+    quirk.box.Include(OnCircle(circle, direction));
     quirk.box.Grow(1.1 * kQuadrantTolerance + slack);
-    quirk.tangents = TangentAt(angle, 0);
+    quirk.tangents = TangentAt(direction, 0);
     bounds->axis_quirks.push_back(quirk);
   }
 }
@@ -98,12 +111,6 @@ void BoundingBox::Include(const BoundingBox& other) {
 void BoundingBox::Grow(double by) {
   low = {low.h - by, low.v - by};
   high = {high.h + by, high.v + by};
-}
-
-double BoundingBox::SquaredDistance(PlanePoint p) const {
-  const double h = std::max({low.h - p.h, p.h - high.h, 0.0});
-  const double v = std::max({low.v - p.v, p.v - high.v, 0.0});
-  return h * h + v * v;
 }
 
 void Tangents::Include(const Tangents& other) {

@@ -3,6 +3,7 @@
 #ifndef VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 #define VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 
+#include <algorithm>
 #include <vector>
 
 #include "velmora/alignment/alignment_point.h"
@@ -21,7 +22,11 @@ struct BoundingBox {
   double Diagonal() const { return Distance(low, high); }
   PlanePoint Middle() const { return {(low.h + high.h) * 0.5, (low.v + high.v) * 0.5}; }
   // Squared distance from the box, 0 inside.
-  double SquaredDistance(PlanePoint p) const;
+  double SquaredDistance(PlanePoint p) const {
+    const double h = std::max(std::max(low.h - p.h, p.h - high.h), 0.0);
+    const double v = std::max(std::max(low.v - p.v, p.v - high.v), 0.0);
+    return h * h + v * v;
+  }
 };
 inline constexpr double kFarOut = 1e300;
 inline constexpr BoundingBox kEmptyBounds = {{kFarOut, kFarOut}, {-kFarOut, -kFarOut}};

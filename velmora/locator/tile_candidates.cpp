@@ -8,9 +8,9 @@ namespace {
 
 constexpr std::uint32_t kMostInCell = 64;
 constexpr std::uint32_t kWorthBridging =
-    8;                             // segments: a shorter gap between runs costs less than a second run
-constexpr double kFarthest = 1e6;  // m: beyond, rounding would need more room
-constexpr double kRoom = 1e-4;     // m, for rounding
+    8;                              // segments: a shorter gap between runs costs less than a second run
+constexpr double kFarthest = 1e6;   // m: beyond, rounding would need more room
+constexpr double kTileRoom = 1e-4;  // m, for rounding
 
 double Squared(double length) { return length * length; }
 
@@ -45,7 +45,7 @@ void TileCandidates::Collect(PlanePoint middle, double radius) {
   // A segment lies within its slack of its chord. One that is farther than the nearest by more than the
   // circle's diameter is nearest to no point of the circle.
   double nearest = kFarthest;
-  const auto reach = [&] { return nearest + 2 * radius + kRoom; };
+  const auto reach = [&] { return nearest + 2 * radius + kTileRoom; };
   const auto drop_far_ones = [&] {
     const auto end = std::remove_if(near.begin(), near.begin() + static_cast<std::ptrdiff_t>(count),
                                     [&](const Candidate& one) { return one.away > reach(); });
@@ -116,7 +116,7 @@ void TileCandidates::ForCircle(PlanePoint middle, double radius, Candidates* fou
   }
   // The segment nearest to any point of the circle is within `reach` of it, so within `reach + radius` of the
   // middle.
-  const double reach = nearest + radius + kRoom;
+  const double reach = nearest + radius + kTileRoom;
   std::array<std::uint32_t, kMostQuirks> beside;  // NOLINT: filled as far as it is read
   size_t besides = 0;
   for (size_t k = 0; k < quirks_; ++k)
@@ -138,7 +138,7 @@ void TileCandidates::ForCircle(PlanePoint middle, double radius, Candidates* fou
       room = room && found->Add(segment, &total);
     }
   for (; next < besides && room; ++next) room = found->Add(beside[next], &total);
-  if (room && total <= kMostInCell && reach <= kFarthest) found->reach = reach * (1 - 1e-5) - kRoom / 2;
+  if (room && total <= kMostInCell && reach <= kFarthest) found->reach = reach * (1 - 1e-5) - kTileRoom / 2;
 }
 
 }  // namespace velmora

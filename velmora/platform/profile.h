@@ -14,6 +14,9 @@
 #ifndef VELMORA_PLATFORM_PROFILE_H_
 #define VELMORA_PLATFORM_PROFILE_H_
 
+#include <span>
+#include <vector>
+
 #include "velmora/export.h"
 #include "velmora/text/string.h"
 
@@ -21,6 +24,11 @@ namespace velmora {
 
 // The value, cut to 254 characters; empty when there is none, or no such file.
 VELMORA_API CString ReadProfile(const CString& section, const CString& key, const CString& file);
+
+// The values of several keys of a section, in their order, where the system allows from one reading of the
+// file.
+std::vector<CString> ReadProfileKeys(const CString& section, std::span<const CString> keys,
+                                     const CString& file);
 
 // Stores the value unchanged; a null value deletes the key. An existing key's line is replaced, a new key is
 // added at the end of its section before blank lines there, and a new section at the end of the file. Added

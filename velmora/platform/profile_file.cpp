@@ -42,11 +42,15 @@ TextEncoding ProfileEncoding(const CString& path) {
   return EncodingFromMark(ReadStart(path, kLongestMark).value_or(std::string()));
 }
 
-CString ReadProfileFile(const CString& section, const CString& key, const CString& path) {
+std::vector<CString> ReadProfileFile(const CString& section, std::span<const CString> keys,
+                                     const CString& path) {
+  std::vector<CString> values(keys.size());
   const auto bytes = ReadProfileBytes(path);
-  if (!bytes) return {};
-  const auto value = FindProfileValue(*bytes, section.GetView(), key.GetView());
-  return value ? CString(std::wstring_view(*value).substr(0, kLongestProfileValue)) : CString();
+  if (!bytes) return values;
+  const auto found = FindProfileValues(*bytes, section.GetView(), keys);
+  for (size_t i = 0; i < keys.size(); ++i)
+    if (found[i]) values[i] = CString(std::wstring_view(*found[i]).substr(0, kLongestProfileValue));
+  return values;
 }
 
 bool WriteProfileFile(const CString& section, const CString& key, const wchar_t* value, const CString& path) {

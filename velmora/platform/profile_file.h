@@ -4,7 +4,9 @@
 #define VELMORA_PLATFORM_PROFILE_FILE_H_
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "velmora/text/codepage.h"
 #include "velmora/text/string.h"
@@ -19,7 +21,9 @@ TextEncoding ProfileEncoding(const CString& path);
 // Nothing when the file cannot be read or is too large for a profile.
 std::optional<std::string> ReadProfileBytes(const CString& path);
 
-CString ReadProfileFile(const CString& section, const CString& key, const CString& path);
+// The values of several keys, as ReadProfile of each.
+std::vector<CString> ReadProfileFile(const CString& section, std::span<const CString> keys,
+                                     const CString& path);
 bool WriteProfileFile(const CString& section, const CString& key, const wchar_t* value, const CString& path);
 
 // Whether `file` is a name without a folder.

@@ -135,10 +135,34 @@ std::wstring_view TrimProfileBlanks(std::wstring_view text) {
 
 std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
                                              std::wstring_view key) {
+  const CString keys[] = {CString(key)};
+  return FindProfileValues(profile, section, keys)[0];
+}
+
+std::vector<std::optional<std::wstring>> FindProfileValues(std::string_view profile,
+                                                           std::wstring_view section,
+                                                           std::span<const CString> keys) {
+  section = TrimProfileBlanks(section);
+  std::vector<std::optional<std::wstring>> values(keys.size());
+  size_t left = keys.size();
+  bool inside = false;
   LineReader lines(profile);
-  const KeyPosition position = FindKey(profile, &lines, TrimProfileBlanks(section), TrimProfileBlanks(key));
-  if (!position.key_found) return std::nullopt;
-  return std::wstring(Unquoted(EntryOf(position.line.text).value));
+  for (Line line; left > 0 && lines.Next(&line);) {
+    if (const auto name = SectionOf(line.text)) {
+      if (inside) break;
+      inside = !section.empty() && EqualNoCase(*name, section);
+      continue;
+    }
+    if (!inside) continue;
+    const Entry entry = EntryOf(line.text);
+    for (size_t i = 0; i < keys.size(); ++i) {
+      const std::wstring_view key = TrimProfileBlanks(keys[i].GetView());
+      if (values[i] || key.empty() || !EqualNoCase(entry.key, key)) continue;
+      values[i] = Unquoted(entry.value);
+      --left;
+    }
+  }
+  return values;
 }
 
 ProfileChange ChangeProfile(std::string_view profile, std::wstring_view section, std::wstring_view key,

@@ -3,14 +3,22 @@
 #define VELMORA_PLATFORM_PROFILE_TEXT_H_
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "velmora/text/string.h"
 
 namespace velmora {
 
 // The whole value without its quotes. Nothing when there is no such key.
 std::optional<std::wstring> FindProfileValue(std::string_view profile, std::wstring_view section,
                                              std::wstring_view key);
+// The same of several keys of a section, in one pass.
+std::vector<std::optional<std::wstring>> FindProfileValues(std::string_view profile,
+                                                           std::wstring_view section,
+                                                           std::span<const CString> keys);
 
 enum class ProfileChange {
   kDone,

@@ -23,13 +23,14 @@ namespace velmora {
 // `Record` has the fields `nyckel` (key) and `varde` (value). Records stay in the order they were added
 // in; of several with the same key the first one answers. Letters of keys compare without regard to case.
 //
-// An index beside the list answers look-ups in constant time. The first look-up after the list was walked or
-// changed builds it anew, and so does one that finds another key in the record where it led, in the current
-// record or in the marked one. A record can also be renamed through a pointer kept from before: the key is
-// also sought in the records that a caller may have a pointer to and that stand before the one in the index.
-// These are the ones that look-ups led to, and all of them after the list was walked or kMostShown were
-// looked up. A look-up then takes as long as a walk, but in a list of more than kMostShown records only one
-// that the index misses: there the index answers alone.
+// An index beside the list answers look-ups in constant time. The first look-up after the list was changed,
+// or walked where it has kMostShown records at most, builds it anew, and so does one that finds another key
+// in the record where it led, or in the records that were the current and the marked one at the last look-up.
+// A record can also be renamed through a pointer kept from before: the key is also sought in the records that
+// a caller may have a pointer to and that stand before the one in the index. These are the ones that look-ups
+// led to, and all of them after the list was walked or kMostShown were looked up. A look-up then takes as
+// long as a walk, but in a list of more than kMostShown records only one that the index misses: there the
+// index answers alone.
 template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:
@@ -134,7 +135,7 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   // Look-ups lead to the first record with a key only.
   bool IsShownBefore(const Node* indexed, std::wstring_view key) const {
     const auto has = [&](const Node* node) { return node != indexed && EqualNoCase(KeyAt(node), key); };
-    if (key.empty() || (indexed != nullptr && this->antal > static_cast<int>(kMostShown))) return false;
+    if (key.empty() || (indexed != nullptr && IsLong())) return false;
     if (!all_shown_) return std::any_of(shown_.begin(), shown_.end(), has);
     const Node* node = this->forsta;
     while (node != indexed && !has(node)) node = node->next;
@@ -149,14 +150,19 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   }
 
   bool InStep() const {
-    return built_ && this->Changes() == seen_changes_ && KeyAt(this->aktuell) == current_key_ &&
-           KeyAt(this->mark) == marked_key_;
+    const bool walked = this->Changes() != seen_changes_;
+    return built_ && this->LinkChanges() == seen_link_changes_ && !(walked && !IsLong()) &&
+           KeyAt(current_) == current_key_ && KeyAt(marked_) == marked_key_;
   }
+  bool IsLong() const { return this->antal > static_cast<int>(kMostShown); }
   void KeepStep() {
     built_ = true;
     seen_changes_ = this->Changes();
-    current_key_ = KeyAt(this->aktuell);
-    marked_key_ = KeyAt(this->mark);
+    seen_link_changes_ = this->LinkChanges();
+    current_ = this->aktuell;
+    marked_ = this->mark;
+    current_key_ = KeyAt(current_);
+    marked_key_ = KeyAt(marked_);
     if (!all_shown_ && this->aktuell != nullptr) shown_.insert(this->aktuell);
     all_shown_ = all_shown_ || shown_.size() > kMostShown;
   }
@@ -167,7 +173,10 @@ class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
   KeyIndex index_;
   bool built_ = false;
   std::uint64_t seen_changes_ = 0;
-  std::wstring current_key_;  // of the current record and of the marked one, at the last look-up
+  std::uint64_t seen_link_changes_ = 0;
+  const Node* current_ = nullptr;  // at the last look-up, and the key it had
+  const Node* marked_ = nullptr;
+  std::wstring current_key_;
   std::wstring marked_key_;
   std::unordered_set<const Node*> shown_;
   bool all_shown_ = false;

@@ -7,6 +7,7 @@
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/text/letters.h"
+#include "velmora/text/nearest.h"
 #include "velmora/text/numbers.h"
 #include "velmora/text/quoted.h"
 
@@ -121,6 +122,12 @@ Settings::Settings(const ParameterFile& file, const TextLines& lines) {
 void Settings::Add(const Setting& setting) {
   all_.push_back(setting);
   index_.Add(setting.key.GetView(), {nullptr, static_cast<int>(all_.size())});
+}
+
+std::string Settings::DidYouMeanKey(const CString& key) const {
+  std::vector<std::string> keys;
+  for (const Setting& setting : all_) keys.push_back(ToUtf8(setting.key));
+  return DidYouMean(ToUtf8(key), keys);
 }
 
 const Setting* Settings::Find(const CString& key) const {

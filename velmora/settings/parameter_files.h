@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "velmora/common/finding.h"
@@ -51,6 +52,8 @@ class Settings {
   const Findings& FileFindings() const { return findings_; }
   // Letters without regard to case; null when there is none.
   const Setting* Find(const CString& key) const;
+  // "; did you mean "SKALA"?", for the end of a message about a key that is not there; else nothing.
+  std::string DidYouMeanKey(const CString& key) const;
 
  private:
   void Add(const Setting& setting);

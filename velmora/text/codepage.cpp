@@ -1,6 +1,9 @@
 #include "velmora/text/codepage.h"
 
 #include <array>
+#include <cstdint>
+
+#include "velmora/text/words.h"
 
 namespace velmora {
 namespace {
@@ -209,8 +212,13 @@ void AppendWide(char32_t c, std::wstring* text) {
 }
 
 bool IsValidUtf8(std::string_view bytes) {
+  constexpr std::uint64_t kTopBits = 0x8080808080808080U;
   char32_t ignored = 0;
   while (!bytes.empty()) {
+    if (bytes.size() >= words::kSize && (words::Load(bytes.data()) & kTopBits) == 0) {
+      bytes.remove_prefix(words::kSize);
+      continue;
+    }
     const size_t length = DecodeUtf8Sequence(bytes, &ignored);
     if (length == 0) return false;
     bytes.remove_prefix(length);

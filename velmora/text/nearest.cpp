@@ -41,8 +41,9 @@ std::string Nearest(std::string_view word, const std::vector<std::string>& known
   const std::wstring given = Lower(word);
   std::string nearest;
   if (given.size() < 2 || given.size() > kLongest) return nearest;
-  size_t limit = std::max<size_t>(given.size() / 3, 1);
+  size_t limit = std::max<size_t>(given.size() / 4, 1);
   for (const std::string& each : known) {
+    if (each == word) return {};
     const std::wstring other = Lower(each);
     if (other.size() < 2 || other.size() > kLongest) continue;
     const size_t distance = Distance(given, other);

@@ -190,3 +190,4 @@ class ReportPage {
 }
 
 new ReportPage(JSON.parse(byId("data").textContent));
+document.addEventListener("DOMContentLoaded", () => new Sheets(byId("sheets").parentElement));

@@ -3,7 +3,7 @@
 
 const collator = new Intl.Collator("sv", { numeric: true, sensitivity: "base" });
 const rowsBeyond = 10; // above and below those in view
-const widthInDigits = { least: 6, most: 40, padding: 3 };
+const widthInDigits = { least: 6, most: 40, padding: 4 };
 
 function make(name, attributes = {}, ...children) {
   const element = document.createElement(name);

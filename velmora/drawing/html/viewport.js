@@ -100,10 +100,11 @@ class Viewport {
   show(x, y = this.y) {
     const [px, py] = [this.toX(x), this.toY(y)];
     const edge = 24;
-    if (px < this.margin.left + edge || px > this.width - edge) this.x = x;
-    if (py < edge || py > this.plotHeight - edge) this.y = y;
-    this.touched = true;
-    this.paint();
+    const beside = px < this.margin.left + edge || px > this.width - edge;
+    const above = py < edge || py > this.plotHeight - edge;
+    if (beside) this.x = x;
+    if (above) this.y = y;
+    if (beside || above) this.changed();
   }
 
   changed() {

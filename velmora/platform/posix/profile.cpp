@@ -25,7 +25,12 @@ CString ProfilePath(const CString& file) {
 }  // namespace
 
 CString ReadProfile(const CString& section, const CString& key, const CString& file) {
-  return ReadProfileFile(section, key, ProfilePath(file));
+  return ReadProfileKeys(section, std::span(&key, 1), file)[0];
+}
+
+std::vector<CString> ReadProfileKeys(const CString& section, std::span<const CString> keys,
+                                     const CString& file) {
+  return ReadProfileFile(section, keys, ProfilePath(file));
 }
 
 bool WriteProfile(const CString& section, const CString& key, const wchar_t* value, const CString& file) {

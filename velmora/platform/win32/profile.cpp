@@ -59,11 +59,20 @@ CString ReadProfile(const CString& section, const CString& key, const CString& f
   const CString trimmed_section = Trimmed(section);
   const CString trimmed_key = Trimmed(key);
   if (path.IsEmpty() || trimmed_section.IsEmpty() || trimmed_key.IsEmpty()) return {};
-  if (!SystemKnows(ProfileEncoding(path))) return ReadProfileFile(section, key, path);
+  if (!SystemKnows(ProfileEncoding(path))) return ReadProfileFile(section, std::span(&key, 1), path)[0];
   wchar_t value[kLongestProfileValue + 1] = L"";
   GetPrivateProfileStringW(trimmed_section, trimmed_key, L"", value, static_cast<DWORD>(std::size(value)),
                            file);
   return value;
+}
+
+std::vector<CString> ReadProfileKeys(const CString& section, std::span<const CString> keys,
+                                     const CString& file) {
+  const CString path = ProfilePath(file);
+  if (!path.IsEmpty() && !SystemKnows(ProfileEncoding(path))) return ReadProfileFile(section, keys, path);
+  std::vector<CString> values;
+  for (const CString& key : keys) values.push_back(ReadProfile(section, key, file));
+  return values;
 }
 
 bool WriteProfile(const CString& section, const CString& key, const wchar_t* value, const CString& file) {

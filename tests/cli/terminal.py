@@ -1,0 +1,260 @@
+"""The command on a terminal, its manual, and the completion of shells.
+
+    terminal.py VELMORA SOURCE
+"""
+import fcntl
+import json
+import os
+import pathlib
+import pty
+import re
+import struct
+import subprocess
+import sys
+import tempfile
+import termios
+import unittest
+
+VELMORA, SOURCE = map(os.path.abspath, sys.argv[1:3])
+EXAMPLES = os.path.join(SOURCE, "examples")
+ROAD, BORINGS = (os.path.join(EXAMPLES, name) for name in ("road.vl", "borings.csv"))
+LOCATE = ("align", "locate", ROAD, "--points", BORINGS)
+COLOURS = re.compile(r"\x1b\[[0-9;]*m")
+
+
+def environment(**more):
+    kept = {name: value for name, value in os.environ.items() if name not in ("NO_COLOR", "TERM")}
+    return {**kept, "TERM": "xterm", **more}
+
+
+def run(*words, status=0, env=None):
+    done = subprocess.run([VELMORA, *words], capture_output=True, text=True, env=env)
+    assert done.returncode == status, f"{words}: {done.returncode}\n{done.stdout}{done.stderr}"
+    return done.stdout
+
+
+def on_terminal(*words, columns, status=0, error_only=False, **variables):
+    """What appears on a terminal of so many columns."""
+    ours, theirs = pty.openpty()
+    fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 50, columns, 0, 0))
+    process = subprocess.Popen(
+        words if words[0] == "sh" else [VELMORA, *words],
+        stdin=theirs,
+        stderr=theirs,
+        stdout=subprocess.DEVNULL if error_only else theirs,
+        env=environment(**variables),
+    )
+    os.close(theirs)
+    shown = b""
+    while True:
+        try:
+            bytes_read = os.read(ours, 65536)
+        except OSError:  # the other end is closed
+            break
+        if not bytes_read:
+            break
+        shown += bytes_read
+    os.close(ours)
+    assert process.wait() == status, f"{words}: {process.returncode}\n{shown.decode()}"
+    return shown.decode().replace("\r\n", "\n")
+
+
+def verbs(verb, words=()):
+    """All areas and verbs below one, with the words that name them."""
+    for below in verb["verbs"]:
+        named = (*words, below["name"])
+        yield named, below
+        yield from verbs(below, named)
+
+
+COMMAND = json.loads(run("help", "--description"))
+VERBS = list(verbs(COMMAND))
+
+
+class Terminal(unittest.TestCase):
+    def test_tables_fit(self):
+        wide = run(*LOCATE, status=1)
+        self.assertEqual(
+            COLOURS.sub("", on_terminal(*LOCATE, columns=300, status=1, NO_COLOR="1")).split("velmora:")[0],
+            wide,
+        )
+        for columns in (20, 60, 79, 100):
+            shown = on_terminal(*LOCATE, columns=columns, status=1, NO_COLOR="1").split("\n\n")[0]
+            for line in shown.split("\n"):
+                self.assertLessEqual(len(line), columns, line)
+        # Texts go on below, whole; numbers never do.
+        shown = on_terminal(*LOCATE, columns=100, status=1, NO_COLOR="1")
+        self.assertIn(
+            "".join(wide.split("24V017")[1].split("\n")[0].split()),
+            "".join(shown.split("24V017")[1].split("24V018")[0].split()),
+        )
+        self.assertIn("…", on_terminal(*LOCATE, columns=40, status=1, NO_COLOR="1"))
+
+    def test_colours_are_for_terminals(self):
+        self.assertRegex(
+            on_terminal(*LOCATE, columns=200, status=1),
+            r"(?s)\x1b\[1mid.*\x1b\[33m *before its start\x1b\[0m",
+        )
+        self.assertIn("\x1b[1;31mvelmora:\x1b[0m ", on_terminal(*LOCATE, columns=200, status=1))
+        for off in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
+            self.assertNotIn("\x1b", on_terminal(*LOCATE, columns=200, status=1, **off))
+        self.assertIn("\x1b", on_terminal(*LOCATE, columns=200, status=1, NO_COLOR=""))
+        self.assertNotIn("\x1b", run(*LOCATE, status=1, env=environment()))
+
+    def test_help_wraps(self):
+        for words, _ in VERBS:
+            shown = on_terminal("help", *words, columns=70)
+            self.assertLessEqual(max(map(len, shown.split("\n"))), 70, words)
+            self.assertEqual("".join(shown.split()), "".join(run("help", *words).split()))
+
+    def test_progress(self):
+        with tempfile.TemporaryDirectory() as folder:
+            points = os.path.join(folder, "many.csv")
+            with open(points, "w") as file:
+                file.write("a,6652250,653300,1\n" * 300000)
+            slow = f"{VELMORA} align locate {ROAD} --points {points} --csv --threads 1"
+            line = ("sh", "-c", slow + " | (sleep 1.6; cat > /dev/null)")
+            shown = on_terminal(*line, columns=100, error_only=True, NO_COLOR="1")
+            self.assertRegex(shown, r"Placing points \[#+\.*\] \d+ %  \d+ rows, \d+/s, \d+ s left\x1b\[K")
+            self.assertTrue(
+                all(
+                    len(each) < 40
+                    for each in re.findall(
+                        r"\r(Pl[^\x1b]*)", on_terminal(*line, columns=40, error_only=True, NO_COLOR="1")
+                    )
+                )
+            )
+            quiet = ("sh", "-c", slow + " --quiet | (sleep 1.6; cat > /dev/null)")
+            self.assertEqual(on_terminal(*quiet, columns=100, error_only=True), "")
+
+    def test_quiet_and_verbose(self):
+        with tempfile.TemporaryDirectory() as folder:
+            to = os.path.join(folder, "road.dxf")
+            words = ("align", "export", ROAD, "-o", to)
+
+            def error(*more):
+                return subprocess.run([VELMORA, *words, *more], capture_output=True, text=True).stderr
+
+            self.assertIn("written", error())
+            self.assertEqual(error("--quiet"), "")
+            self.assertIn(f"velmora: reads {ROAD}\n", error("-v"))
+            self.assertIn(f"velmora: writes {to}\n", error("--verbose"))
+        missing = subprocess.run(
+            [VELMORA, "-q", "align", "info", "missing.vl"], capture_output=True, text=True
+        )
+        self.assertEqual((missing.returncode, missing.stderr.count("\n")), (1, 1))
+
+    def test_locales_change_nothing(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for locale in ("sv_SE", "de_DE"):
+                subprocess.run(
+                    ["localedef", "-i", locale, "-f", "UTF-8", os.path.join(folder, locale + ".UTF-8")],
+                    check=True,
+                    capture_output=True,
+                )
+            for words, status in (
+                (LOCATE, 1),
+                ((*LOCATE, "--csv"), 1),
+                (("align", "info", ROAD, "--json"), 0),
+                (("align", "plot", ROAD), 0),
+                (("project", "list", EXAMPLES), 0),
+                (("formats",), 0),
+            ):
+                usual = run(*words, status=status, env=environment(LC_ALL="C"))
+                for locale in ("sv_SE", "de_DE"):
+                    there = environment(LOCPATH=folder, LC_ALL=locale + ".UTF-8", LANG=locale + ".UTF-8")
+                    self.assertEqual(run(*words, status=status, env=there), usual, (words, locale))
+
+
+class Manual(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        run("help", "--man-pages", self.folder.name)
+        self.pages = {page.name: page.read_text("ascii") for page in pathlib.Path(self.folder.name).iterdir()}
+
+    def test_every_verb_and_option_is_in_its_page(self):
+        for words, verb in VERBS:
+            page = (
+                self.pages[f"velmora-{words[0]}.1"]
+                .replace("\\-", "-")
+                .replace("\\fR", "")
+                .replace("\\fI", "")
+                .replace("\\fB", "")
+            )
+            if not verb["verbs"]:
+                self.assertIn(f"\n{verb['usage']}\n", page)
+            for option in verb["options"]:
+                if option["names"][-1] != "--help":
+                    self.assertIn(", ".join(option["names"]), page, words)
+
+    def test_pages_have_no_faults(self):
+        for name in self.pages:
+            done = subprocess.run(
+                ["man", "--warnings", "-E", "UTF-8", "-l", os.path.join(self.folder.name, name)],
+                capture_output=True,
+                text=True,
+                env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8"},
+            )
+            self.assertEqual((done.returncode, done.stderr), (0, ""), name)
+            self.assertIn("SEE ALSO", done.stdout)
+
+    def test_pages_are_the_same_each_time(self):
+        with tempfile.TemporaryDirectory() as again:
+            run("help", "--man-pages", again)
+            for name, text in self.pages.items():
+                self.assertEqual(pathlib.Path(again, name).read_text("ascii"), text)
+
+
+class Completion(unittest.TestCase):
+    def offered(self, *words):
+        return [line.split("\t")[0] for line in run("help", "--complete", "--", *words).splitlines()]
+
+    def test_every_verb_and_option_is_offered(self):
+        self.assertEqual(self.offered(""), [verb["name"] for verb in COMMAND["verbs"]])
+        for words, verb in VERBS:
+            self.assertIn(words[-1], self.offered(*words[:-1], words[-1][:1]))
+            for option in verb["options"]:
+                for name in option["names"]:
+                    if name.startswith("--"):
+                        self.assertIn(name, self.offered(*words, name[:3]), words)
+
+    def test_bash(self):
+        """The script for bash, as bash calls it; "=" is a word of its own there."""
+        cases = {
+            "velmora al": "align",
+            "velmora align locate r": "road.vl road-falling.vl road.d",
+            "velmora align locate road.vl --points bor": "borings.csv borhal.csv",
+            "velmora align locate road.vl --points = bori": "borings.csv",
+            "velmora align locate road.vl --columns id = Hole,n": "Hole,n=",
+            "velmora settings get --file = TUN": "TUNDRIL.PAR TUNDRIL.CFG",
+            "velmora env install --to roa": "road.d",
+            "velmora no such": "",
+        }
+        script = 'compopt() { :; }; source "$0"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _velmora; echo "${COMPREPLY[*]}"'
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ("road.vl", "road-falling.vl", "borings.csv", "borhal.csv", "road.xml"):
+                open(os.path.join(folder, name), "w").close()
+            os.mkdir(os.path.join(folder, "road.d"))
+            path = os.path.dirname(VELMORA) + ":" + os.environ["PATH"]
+            for line, expected in cases.items():
+                done = subprocess.run(
+                    [
+                        "bash",
+                        "-c",
+                        script,
+                        os.path.join(SOURCE, "cli/completion/velmora.bash"),
+                        *line.split(" "),
+                    ],
+                    capture_output=True,
+                    text=True,
+                    cwd=folder,
+                    env={**os.environ, "PATH": path},
+                )
+                self.assertEqual(
+                    (sorted(done.stdout.split()), done.stderr), (sorted(expected.split()), ""), line
+                )
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
