@@ -56,6 +56,20 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
   }
 }
 
+// The area that the first word names, else all of them: describing every verb takes as long as starting.
+void AddAreas(const std::string& word, CLI::App* app) {
+  const std::pair<const char*, void (*)(CLI::App&)> kAreas[] = {
+      {"env", AddEnvCommands},      {"project", AddProjectCommands},   {"align", AddAlignCommands},
+      {"report", AddReportCommand}, {"points", AddPointsCommands},     {"formats", AddFormatsCommand},
+      {"link", AddLinkCommands},    {"settings", AddSettingsCommands}, {"codes", AddCodesCommands},
+      {"doctor", AddDoctorCommand}};
+  const auto named = [&](const auto& area) { return word == area.first; };
+  const bool one = std::any_of(std::begin(kAreas), std::end(kAreas), named);
+  for (const auto& area : kAreas)
+    if (!one || named(area)) area.second(*app);
+  if (!one) AddHelpCommands(*app);
+}
+
 }  // namespace
 
 int RunCommand(std::vector<std::string> arguments) {
@@ -75,17 +89,7 @@ int RunCommand(std::vector<std::string> arguments) {
   app.footer(
       "Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads an alignment or a list from "
       "standard input.");
-  AddEnvCommands(app);
-  AddProjectCommands(app);
-  AddAlignCommands(app);
-  AddReportCommand(app);
-  AddPointsCommands(app);
-  AddFormatsCommand(app);
-  AddLinkCommands(app);
-  AddSettingsCommands(app);
-  AddCodesCommands(app);
-  AddDoctorCommand(app);
-  AddHelpCommands(app);
+  AddAreas(arguments.empty() ? "" : arguments.front(), &app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {
