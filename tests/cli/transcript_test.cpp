@@ -241,7 +241,9 @@ Ran RunInShell(const std::string& line) {
   const CString err = folder.File(L"err");
   const std::string path = NameOf(PathOf(VelmoraCommand()).parent_path());
   Ran ran;
-  ran.status = BackgroundCommand({"sh", "-c", "PATH=" + path + ":$PATH LC_ALL=C; export TERM=dumb; " + line}, out, err).Wait();
+  ran.status =
+      BackgroundCommand({"sh", "-c", "PATH=" + path + ":$PATH LC_ALL=C; export TERM=dumb; " + line}, out, err)
+          .Wait();
   ran.out = ReadBytes(out);
   ran.err = ReadBytes(err);
   return ran;
