@@ -16,6 +16,7 @@ namespace velmora::cli {
 namespace {
 
 constexpr size_t kBetween = 2;  // blanks between the columns of a table
+constexpr size_t kIndent = 4;   // of columns that go on below
 
 std::string CellText(const Cell& cell) {
   if (const auto* text = std::get_if<std::string>(&cell)) return *text;
@@ -147,9 +148,11 @@ void RecordWriter::StartTable() {
   held_.clear();
 }
 
-// Takes from the widest column of texts until the table fits or none has any to spare.
+// Takes from the widest column of texts until the table fits. Where none has any to spare, rows take several
+// lines (TableLine).
 void RecordWriter::FitWidths() {
   constexpr size_t kNarrowest = 12;
+  const std::vector<size_t> wanted = widths_;
   size_t total = kBetween * (widths_.size() - 1);
   for (const size_t width : widths_) total += width;
   for (; total > terminal_columns_; --total) {
@@ -159,9 +162,17 @@ void RecordWriter::FitWidths() {
       const bool spare = !column.right && widths_[i] > std::max(kNarrowest, DisplayWidth(column.title));
       if (spare && (widest == widths_.size() || widths_[i] > widths_[widest])) widest = i;
     }
-    if (widest == widths_.size()) return;
+    if (widest == widths_.size()) {
+      widths_ = wanted;
+      for (size_t& width : widths_) width = std::min(width, RoomBelow());
+      return;
+    }
     --widths_[widest];
   }
+}
+
+size_t RecordWriter::RoomBelow() const {
+  return terminal_columns_ > kIndent ? terminal_columns_ - kIndent : 1;
 }
 
 // On a terminal texts that are wider than their column go on below.
@@ -186,28 +197,39 @@ void RecordWriter::TableRow(const std::vector<std::string>& texts, bool titles) 
   }
 }
 
+// Columns that find no room on the line go on below, indented.
 void RecordWriter::TableLine(const std::vector<std::string>& texts, bool titles) {
   std::string line;
-  size_t left = terminal_columns_ == 0 ? std::string::npos : terminal_columns_;
-  for (size_t i = 0; i < texts.size() && left > 0; ++i) {
+  size_t used = 0;
+  bool any = true;  // text on the line
+  const auto end_line = [&] {
+    line.erase(line.find_last_not_of(' ') + 1);
+    if (any) output_.Write(line + "\n");
+  };
+  for (size_t i = 0; i < texts.size(); ++i) {
     const Column& column = columns_[shown_[i]];
-    const size_t width = DisplayWidth(texts[i]);
-    const std::string pad(widths_[i] > width ? widths_[i] - width : 0, ' ');
-    std::string cell = column.right ? pad + texts[i] : texts[i] + pad;
-    if (i + 1 == texts.size()) cell.erase(cell.find_last_not_of(' ') + 1);
-    if (i > 0) cell.insert(0, kBetween, ' ');
-    if (left != std::string::npos) {
-      // The sign of a cut stands also where only later columns find no room.
-      if (i + 1 < texts.size() && DisplayWidth(cell) >= left) cell += ' ';
-      cell = Cut(cell, left);
-      left -= DisplayWidth(cell);
+    const size_t width = std::max(DisplayWidth(texts[i]), widths_[i]);
+    const size_t between = i > 0 ? kBetween : 0;
+    if (terminal_columns_ > 0 && i > 0 && used + between + width > terminal_columns_) {
+      end_line();
+      line.assign(kIndent, ' ');
+      used = kIndent;
+      any = false;
+    } else {
+      line.append(between, ' ');
+      used += between;
     }
-    const bool unusual = !titles && column.usual != nullptr && !texts[i].empty() && texts[i] != column.usual;
-    if (colours_ && (titles || unusual)) cell = (titles ? "\033[1m" : "\033[33m") + cell + "\033[0m";
-    line += cell;
+    used += width;
+    any = any || !texts[i].empty();
+    const std::string pad(width - DisplayWidth(texts[i]), ' ');
+    const std::string text =
+        terminal_columns_ > 0 ? Cut(texts[i], std::max<size_t>(RoomBelow(), 1)) : texts[i];
+    const bool unusual = !titles && column.usual != nullptr && !text.empty() && text != column.usual;
+    const char* const colour = !colours_ ? "" : titles ? "\033[1m" : unusual ? "\033[33m" : "";
+    const std::string shown = *colour == 0 ? text : colour + text + "\033[0m";
+    line += column.right ? pad + shown : shown + pad;
   }
-  line.erase(line.find_last_not_of(' ') + 1);
-  output_.Write(line + "\n");
+  end_line();
 }
 
 Cell StationCell(double station, bool km) {

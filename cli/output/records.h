@@ -74,6 +74,7 @@ class RecordWriter {
   void TableRow(const std::vector<std::string>& texts, bool titles = false);
   void TableLine(const std::vector<std::string>& texts, bool titles);
   void FitWidths();
+  size_t RoomBelow() const;
   void StartTable();
 
   OutputFile& output_;

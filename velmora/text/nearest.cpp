@@ -40,7 +40,7 @@ size_t Distance(std::wstring_view a, std::wstring_view b) {
 std::string Nearest(std::string_view word, const std::vector<std::string>& known) {
   const std::wstring given = Lower(word);
   std::string nearest;
-  if (given.size() < 2 || given.size() > kLongest) return nearest;
+  if (given.size() < 3 || given.size() > kLongest) return nearest;
   size_t limit = std::max<size_t>(given.size() / 4, 1);
   for (const std::string& each : known) {
     if (each == word) return {};
