@@ -206,9 +206,9 @@ inline bool IsLeftOut(const LocateOptions& options, const ListedPoint& point, co
 // Warns of the unreadable rows and ends with status 1.
 [[noreturn]] inline void EndWithUnreadable(const std::string& list, const ListedPoint& first,
                                            std::int64_t count) {
-  Warn(At(list, first.line,
-          first.problem + "; " + std::to_string(count) + (count == 1 ? " row was" : " rows were") +
-              " not placed; correct the list and run again"));
+  PrintError(At(list, first.line,
+                first.problem + "; " + std::to_string(count) + (count == 1 ? " row was" : " rows were") +
+                    " not placed; correct the list and run again"));
   throw ExitWith{1};
 }
 

@@ -13,15 +13,15 @@ namespace {
 
 constexpr auto kDelay = std::chrono::seconds(1);
 constexpr auto kRefresh = std::chrono::milliseconds(200);
-constexpr std::uint64_t kRowsBetweenReadings = 256;
 constexpr size_t kBarWidth = 30;
 
 }  // namespace
 
-Progress::Progress(std::string what, std::uint64_t total, std::string unit)
+Progress::Progress(std::string what, std::uint64_t total, std::string unit, std::uint64_t often)
     : what_(std::move(what)),
       total_(total),
       unit_(std::move(unit)),
+      often_(often),
       wanted_(StandardErrorIsTerminal() && !IsQuiet()),
       start_(Clock::now()),
       next_(start_ + kDelay) {}
@@ -33,7 +33,7 @@ void Progress::Clear() {
 
 void Progress::Update(std::uint64_t done, std::uint64_t rows) {
   if (!wanted_ || rows < next_rows_) return;
-  next_rows_ = rows + kRowsBetweenReadings;
+  next_rows_ = rows + often_;
   const Clock::time_point now = Clock::now();
   if (now < next_) return;
   next_ = now + kRefresh;

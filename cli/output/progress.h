@@ -11,13 +11,12 @@ namespace velmora::cli {
 class Progress {
  public:
   // With a `total` of 0, unknown, only the count and its rate are shown. What is counted are rows, or each a
-  // `unit`.
-  Progress(std::string what, std::uint64_t total, std::string unit = "row");
+  // `unit`; the clock is read every so many of them.
+  Progress(std::string what, std::uint64_t total, std::string unit = "row", std::uint64_t often = 256);
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  // Cheap: reads the clock every few hundred rows.
   void Update(std::uint64_t done, std::uint64_t rows);
   // Before other lines on standard error.
   void Clear();
@@ -30,6 +29,7 @@ class Progress {
   std::string what_;
   std::uint64_t total_;
   std::string unit_;
+  std::uint64_t often_;
   bool shown_ = false;
   bool wanted_;
   std::uint64_t next_rows_ = 0;

@@ -10,7 +10,7 @@ namespace velmora::cli {
 class ProgressCanvas final : public drawing::Canvas {
  public:
   ProgressCanvas(drawing::Canvas& canvas, size_t sheets)
-      : canvas_(canvas), progress_("Drawing sheets", sheets) {}
+      : canvas_(canvas), progress_("Drawing", sheets, "sheet", 1) {}
 
   void BeginSheet(std::string_view title, double width, double height) override {
     progress_.Update(begun_, begun_);
