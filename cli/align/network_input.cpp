@@ -22,17 +22,19 @@ bool IsGeoPackage(const std::string& name) { return EndingOfName(FileOfList(name
 // Prints the first of many lines about single files or roads, and then how many more there are.
 class ManyLines {
  public:
+  explicit ManyLines(void (*print)(const std::string&)) : print_(print) {}
   void Add(const std::string& line) {
     constexpr int kShown = 20;
-    if (++count_ <= kShown) Warn(line);
+    if (++count_ <= kShown) print_(line);
     if (count_ > kShown) ++left_;
   }
   void Finish(const std::string& what) const {
-    if (left_ > 0) Warn("and " + std::to_string(left_) + " more " + what);
+    if (left_ > 0) print_("and " + std::to_string(left_) + " more " + what);
   }
   bool Any() const { return count_ > 0; }
 
  private:
+  void (*print_)(const std::string&);
   int count_ = 0;
   int left_ = 0;
 };
@@ -130,8 +132,8 @@ class Reader {
   NetworkInput input_;
   std::vector<File> waiting_;
   std::vector<CString> paths_;
-  ManyLines passed_over_;
-  ManyLines unusable_;
+  ManyLines passed_over_{Warn};
+  ManyLines unusable_{PrintError};
 };
 
 }  // namespace
