@@ -17,7 +17,7 @@ std::optional<PlanFrame> FrameOfOverview(const SheetRect& panel, const ReportPla
     for (const PlanePoint& corner : OutlineOfStrip(plan, i)) outline.push_back(corner);
   outline = ConvexHull(std::move(outline));
   if (outline.empty()) return std::nullopt;
-  return PlanFrame(outline, panel.Inset(kMargin));
+  return PlanFrame(outline, panel.Inset(kMargin), StandardScale);
 }
 
 }  // namespace

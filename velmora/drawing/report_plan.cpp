@@ -72,7 +72,7 @@ void ReportPlan::CutProfile() {
   const double high = std::min(own.high, stations.high);
   if (!(low <= high)) return;
   const double width = room.plan.width - 2 * room.overlap;
-  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : NiceScale(1000 * (high - low) / width);
+  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : StandardScale(1000 * (high - low) / width);
   const double step = NiceStepBelow(room.Metres(10));  // as those of the plan
   for (double from = low; (from < high || strips.empty()) && strips.size() <= kMostReportStrips;) {
     Strip strip{};
@@ -107,7 +107,7 @@ double ReportPlan::HeightScaleOfAll() const {
     range = std::max(range, levels.Size());
   }
   const double least = 1000 * range / RoomForLevels(profile_panel.height);
-  return NiceScale(std::max(least, room.scale / kMostStripExaggerated));
+  return StandardScale(std::max(least, room.scale / kMostStripExaggerated));
 }
 
 void ReportPlan::PlaceBorings() {
