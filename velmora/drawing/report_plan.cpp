@@ -44,24 +44,41 @@ ReportPlan::ReportPlan(const Report& r)
            plan_panel.height - 2 * kLabels},
           kOverlap,
           0};
-  if (HasPlan())
-    CutPlan();
-  else if (HasProfile())
+  if (HasPlan()) {
+    const bool given = IsScale(r.setup.scale);
+    room.scale = given ? *r.setup.scale : ScaleOfWhole(course, stations, room);
+    PlaceOnStrips();
+    while (!given && !ShowsNearBorings() && room.scale < kLargestDrawn) {
+      room.scale = StandardScale(room.scale * 1.001);
+      PlaceOnStrips();
+    }
+  } else if (HasProfile()) {
     CutProfile();
-  too_many = strips.size() > kMostReportStrips;
-  if (too_many) strips.clear();
-  near.resize(strips.size());
-  PlaceBorings();
+    PlaceBorings();
+  }
   if (HasProfile() && !strips.empty())
     height_scale = IsScale(r.setup.height_scale) ? *r.setup.height_scale : HeightScaleOfAll();
-  if (!HasPlan()) return;
-  for (size_t i = 0; i < strips.size(); ++i) frames.push_back(FrameOfStrip(Content(i, room)));
   PlaceStrays();
 }
 
-void ReportPlan::CutPlan() {
-  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : ScaleOfWhole(course, stations, room);
+void ReportPlan::PlaceOnStrips() {
   strips = CutStrips(course, stations, room, kMostReportStrips + 1);
+  PlaceBorings();
+  frames.clear();
+  for (size_t i = 0; i < strips.size(); ++i) frames.push_back(FrameOfStrip(Content(i, room)));
+}
+
+// Whether those beside a strip, unless they are far from the road, are within its plan.
+bool ReportPlan::ShowsNearBorings() const {
+  constexpr double kNear = 60;  // m
+  for (size_t i = 0; i < strips.size(); ++i) {
+    for (const PlotBoring* boring : near[i]) {
+      if (!(std::fabs(boring->offset) <= kNear) || !strips[i].Stations().Contains(boring->station)) continue;
+      if (!plan_panel.Inset(kBoringRadius).Contains(frames[i].ToSheet({boring->easting, boring->northing})))
+        return false;
+    }
+  }
+  return true;
 }
 
 // Without a plan the strips follow the stations of the profile.
@@ -111,6 +128,10 @@ double ReportPlan::HeightScaleOfAll() const {
 }
 
 void ReportPlan::PlaceBorings() {
+  too_many = strips.size() > kMostReportStrips;
+  if (too_many) strips.clear();
+  near.assign(strips.size(), {});
+  nowhere.clear();
   for (const PlotBoring& boring : report.road.borings) {
     if (!boring.placed) continue;
     std::optional<double> along = boring.station;
@@ -133,7 +154,7 @@ void ReportPlan::PlaceBorings() {
 void ReportPlan::PlaceStrays() {
   for (const PlotBoring& boring : report.road.borings) {
     if (boring.placed || !IsDrawable(boring.easting) || !IsDrawable(boring.northing)) continue;
-    for (size_t i = 0; i < strips.size(); ++i)
+    for (size_t i = 0; i < frames.size(); ++i)
       if (plan_panel.Inset(kBoringRadius).Contains(frames[i].ToSheet({boring.easting, boring.northing})))
         near[i].push_back(&boring);
   }
