@@ -136,7 +136,7 @@ class Finder {
       return;
     }
     setup_.project = PathForDisplay(folder);
-    Add("project", setup_.project, options_.project.empty() ? "around FILE" : "--project");
+    Add("project", setup_.project, options_.project.empty() ? "FILE is in it" : "--project");
     settings_.emplace(setup_.project);
     CProjPath paths;
     paths.SetPath(folder);
