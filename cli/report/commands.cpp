@@ -43,9 +43,11 @@ void AddReportCommand(CLI::App& app) {
   verb->add_option("--format", options->format, "Sheets, as velmora formats lists them (default: A3)")
       ->type_name("NAME")
       ->check(CompletesWord("sheets"));
-  AddValue(verb, "--scale", "N", "Scale 1:N of plan and lengths, or MAX (default: LSKALA, else 1000)",
+  AddValue(verb, "--scale", "N",
+           "Scale 1:N of plan and lengths, or MAX, the largest that fits (default: LSKALA, else 1000)",
            [options](const std::string& text) { options->scale = ToScale(text); });
-  AddValue(verb, "--height-scale", "N", "Scale 1:N of heights, or MAX (default: HSKALA, else 100)",
+  AddValue(verb, "--height-scale", "N",
+           "Scale 1:N of heights, or MAX, the largest that fits (default: HSKALA, else 100)",
            [options](const std::string& text) { options->height_scale = ToScale(text); });
   AddValue(verb, "--stations", "LO:HI", "Only stations from LO to HI",
            [options](const std::string& text) { options->stations = ToLimits(text, ToStation); });

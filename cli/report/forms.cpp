@@ -1,6 +1,7 @@
 #include "cli/report/forms.h"
 
 #include <algorithm>
+#include <set>
 
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
@@ -11,9 +12,12 @@
 #include "cli/report/table.h"
 #include "cli/report/xlsx_table.h"
 #include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
 #include "velmora/drawing/dxf_canvas.h"
 #include "velmora/drawing/html_report.h"
 #include "velmora/drawing/svg_canvas.h"
+#include "velmora/platform/files.h"
+#include "velmora/text/codepage.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -39,6 +43,30 @@ std::string NameOfSheet(const std::string& to, size_t sheet, size_t sheets) {
   return to.substr(0, to.size() - ending.size()) + "-" + number + to.substr(to.size() - ending.size());
 }
 
+// Says which numbered files of the same name an earlier report left there that are not of this one.
+void WarnOfOtherSheets(const std::string& to, const Inputs& written) {
+  const CString path = PathFromSystem(to);
+  const CString ending = PathFromSystem(EndingOf(to));
+  const CString stem = path.Left(path.GetLength() - ending.GetLength());
+  const CString first = NameOfPath(stem + L"-");
+  std::set<std::string> own;
+  for (const std::string& file : written) own.insert(ToUtf8(NameOfPath(PathFromSystem(file))));
+  std::vector<std::string> others;
+  for (const FoundFile& found : FindFiles(stem + L"-*" + ending)) {
+    const std::string name = ToUtf8(found.name);
+    if (found.status.kind != FileKind::kFile || own.contains(name)) continue;
+    const int digits = found.name.GetLength() - first.GetLength() - ending.GetLength();
+    const std::string number = digits > 0 ? ToUtf8(found.name.Mid(first.GetLength(), digits)) : "-";
+    if (number.find_first_not_of("0123456789") == std::string::npos) others.push_back(name);
+  }
+  if (others.empty()) return;
+  const size_t more = others.size() - 1;
+  Warn(At(to, (more == 0
+                   ? others.front() + " beside it is"
+                   : others.front() + " and " + std::to_string(more) + " more numbered files beside it are") +
+                  " not of this report; remove what is not needed"));
+}
+
 ReportSummary DrawSheets(const Report& report, drawing::Canvas& canvas) {
   ProgressCanvas with_progress(canvas, drawing::SizeOfReport(report).sheets);
   return drawing::DrawReport(report, with_progress);
@@ -52,6 +80,7 @@ Inputs WriteSvg(const Report& report, const ReportOptions& options, const Inputs
   Inputs files;
   for (size_t i = 0; i < sheets.size(); ++i)
     files.push_back(WriteOne(NameOfSheet(options.to, i, sheets.size()), inputs, sheets[i]));
+  WarnOfOtherSheets(options.to, files);
   return files;
 }
 
@@ -86,6 +115,7 @@ Inputs WritePng(const Report& report, const ReportOptions& options, const Inputs
   });
   *summary = DrawSheets(report, *canvas);
   canvas->Finish();
+  WarnOfOtherSheets(options.to, files);
   return files;
 }
 
@@ -111,9 +141,14 @@ Inputs WriteWorkbook(const Report& report, const ReportOptions& options, const I
 
 Inputs WriteCsv(const Report& report, const ReportOptions& options, const Inputs& inputs, ReportSummary*) {
   OutputFile output(options.to, inputs);
+  // Keys for our columns; the list's keep their titles.
   std::vector<Column> columns;
-  for (const drawing::ReportColumn& column : report.table.columns)
-    columns.push_back({KeyOfColumn(column.title), column.title});
+  for (const drawing::ReportColumn& column : report.table.columns) {
+    std::string key = column.title;
+    if (columns.size() < kReportColumns)
+      for (char& c : key) c = c == ' ' ? '_' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    columns.push_back({key, column.title});
+  }
   RecordWriter records(output, OutputFormat::kCsv, columns);
   std::vector<Cell> cells;
   for (const std::vector<drawing::ReportCell>& row : report.table.rows) {
@@ -170,6 +205,7 @@ const ReportForm& FormOf(const ReportOptions& options) {
   if (form == std::end(kForms))
     throw Refusal(At(options.to, "a report is not written as " + Quoted("." + name) +
                                      "; use a name that ends in one of " + FormNames()));
+  if (options.paper && name != "dxf") throw WrongUsage("--paper is for a report as dxf");
   if (const char* why = form->why_not()) throw Refusal(At(options.to, why));
   return *form;
 }

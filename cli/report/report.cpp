@@ -117,7 +117,9 @@ void MakeReport(const ReportOptions& given) {
       throw Refusal(
           At(options.file, "would take more than " + std::to_string(drawing::kMostReportStrips) +
                                " sheets at " + drawing::ScaleText(size.scale) +
-                               "; give a smaller --scale, as 2000, or part of the road with --stations"));
+                               "; give --scale a larger number or MAX, or part of the road with --stations"));
+    if (size.strips == 0 && options.stations && (!report.road.plan.empty() || !report.road.profile.empty()))
+      throw Refusal(At(options.file, "has none of the stations of --stations"));
   }
   drawing::ReportSummary summary;
   const std::vector<std::string> files = form.write(report, options, inputs, &summary);

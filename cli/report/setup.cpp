@@ -136,7 +136,7 @@ class Finder {
       return;
     }
     setup_.project = PathForDisplay(folder);
-    Add("project", setup_.project, options_.project.empty() ? "around FILE" : "--project");
+    Add("project", setup_.project, options_.project.empty() ? "FILE is in it" : "--project");
     settings_.emplace(setup_.project);
     CProjPath paths;
     paths.SetPath(folder);
@@ -146,7 +146,7 @@ class Finder {
   void FindFormat() {
     const std::string name = options_.format.empty() ? kUsualFormat : options_.format;
     const CRitningsFormat formats;
-    const int index = formats.Format2Index(FromUtf8(name));
+    const int index = formats.Format2Index(FromUtf8(name).MakeUpper());
     if (index < 0) {
       std::string known;
       for (int i = 0; i < formats.antal; ++i)
@@ -154,7 +154,7 @@ class Finder {
       throw Refusal(Quoted(name) + " is not a sheet format; use one of " + known);
     }
     setup_.sheets.format = formats.formater[index];
-    Add("format", name, options_.format.empty() ? "usual" : "--format");
+    Add("format", ToUtf8(setup_.sheets.format.namn), options_.format.empty() ? "usual" : "--format");
   }
 
   // In the project's file "MAX" is the largest that fits.

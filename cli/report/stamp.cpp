@@ -6,6 +6,7 @@
 #include "cli/context/settings_lines.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
+#include "velmora/drawing/sheet_frame.h"
 #include "velmora/platform/files.h"
 #include "velmora/settings/code_files.h"
 #include "velmora/text/codepage.h"
@@ -105,7 +106,15 @@ std::vector<drawing::StampField> ReadStamp(const std::map<std::string, std::stri
                               : field.is_sheet_number ? "the sheet's number"
                                                       : field.text,
                               from});
-      if (!field.text.empty() || field.is_scale || field.is_sheet_number) stamp.push_back(std::move(field));
+      if (field.text.empty() && !field.is_scale && !field.is_sheet_number) continue;
+      if (!drawing::IsInTitleBlock(field))
+        Warn(At(setup->stamp_file,
+                "field " + name + " is not drawn: it starts at " + FormatShortest(field.x) + " " +
+                    FormatShortest(field.y) + " and is " + FormatShortest(field.size) +
+                    " mm high; the title block is " + FormatShortest(drawing::kTitleWidth) + " mm wide and " +
+                    FormatShortest(drawing::kTitleHeight) + " mm high, and texts are up to " +
+                    FormatShortest(drawing::kLargestStampText) + " mm high"));
+      stamp.push_back(std::move(field));
     }
   }
   if (!unused.empty())

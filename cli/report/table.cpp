@@ -98,10 +98,4 @@ drawing::ReportTable MakeReportTable(const PlacedBorings& borings, int decimals,
   return table;
 }
 
-std::string KeyOfColumn(const std::string& title) {
-  std::string key = title;
-  for (char& c : key) c = c == ' ' ? '_' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return key;
-}
-
 }  // namespace velmora::cli

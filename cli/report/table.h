@@ -18,8 +18,6 @@ inline constexpr size_t kReportColumns = 10;  // before those of the list
 drawing::ReportTable MakeReportTable(const PlacedBorings& borings, int decimals, bool km);
 
 // The key of a column in CSV: "profile_level" for "Profile level".
-std::string KeyOfColumn(const std::string& title);
-
 }  // namespace velmora::cli
 
 #endif  // VELMORA_CLI_REPORT_TABLE_H_

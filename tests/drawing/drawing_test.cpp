@@ -178,7 +178,7 @@ TEST(PlanPath, MoreThanAHalfCircleRunsAsItsBulgeSays) {
 
 TEST(PlanFrame, RotatesAndBack) {
   const std::vector<PlanePoint> points = {{6e5, 6e6}, {6e5 + 40, 6e6 + 900}};
-  const PlanFrame frame(points, {10, 20, 300, 100});
+  const PlanFrame frame(points, {10, 20, 300, 100}, NiceScale);
   EXPECT_GT(std::fabs(frame.Direction({0, 1}).x), 0.9);
   for (const PlanePoint& p : points) EXPECT_NEAR(Distance(frame.FromSheet(frame.ToSheet(p)), p), 0, 1e-6);
 }
@@ -194,11 +194,15 @@ TEST(Labels, BoxesOverlap) {
 
 TEST(Scale, NumbersAreRound) {
   const struct {
-    double least, scale, step;
-  } kCases[] = {{1e-9, 10, 1e-9},    {100, 100, 100},      {101, 125, 200},    {1000.0000000001, 1000, 1000},
-                {5200, 6000, 10000}, {9000, 10000, 10000}, {1.3e6, 1.5e6, 2e6}};
+    double least, scale, standard, step;
+  } kCases[] = {{1e-9, 10, 10, 1e-9},       {100, 100, 100, 100},
+                {101, 125, 200, 200},       {1000.0000000001, 1000, 1000, 1000},
+                {210, 250, 250, 500},       {2600, 3000, 4000, 5000},
+                {5200, 6000, 10000, 10000}, {9000, 10000, 10000, 10000},
+                {1.3e6, 1.5e6, 2e6, 2e6}};
   for (const auto& c : kCases) {
     EXPECT_NEAR(NiceScale(c.least), c.scale, c.scale * 1e-9) << c.least;
+    EXPECT_NEAR(StandardScale(c.least), c.standard, c.standard * 1e-9) << c.least;
     EXPECT_NEAR(NiceStep(c.least), c.step, c.step * 1e-9) << c.least;
   }
   EXPECT_EQ(Ticks({-25, 45}, 20), (std::vector<double>{-20, 0, 20, 40}));

@@ -10,18 +10,20 @@ void Notes::Add(const std::string& text, size_t most_lines) {
 }
 
 void Notes::Add(const std::string& heading, std::span<const PlotBoring* const> borings, size_t most_lines,
-                const std::function<std::string(const PlotBoring&)>& text) {
+                const std::function<std::string(const PlotBoring&)>& value) {
   if (borings.empty()) return;
-  constexpr double kLongestName = 40;  // mm
+  constexpr double kLongestName = 30;  // mm
+  constexpr double kLongest = kLongestName + 15;
   const double room = static_cast<double>(most_lines) * width_;
   std::string line = heading + " (" + std::to_string(borings.size()) + "): ";
   std::string rest = " and " + std::to_string(borings.size()) + " more, in the table";
   // A name is never divided between lines, so a part of each line stays empty.
-  const double spare = static_cast<double>(most_lines - 1) * kLongestName;
+  const double spare = static_cast<double>(most_lines - 1) * kLongest;
   double used = TextWidth(line + rest, kSmallSize) + spare;
   size_t named = 0;
   for (const PlotBoring* boring : borings) {
-    const std::string name = FitText(text(*boring), kSmallSize, kLongestName);
+    std::string name = FitText(boring->id, kSmallSize, kLongestName);
+    if (const std::string of_boring = value(*boring); !of_boring.empty()) name += " " + of_boring;
     used += TextWidth(name + ", ", kSmallSize);
     if (used > room) break;
     if (named > 0) line += ", ";

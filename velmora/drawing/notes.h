@@ -19,10 +19,10 @@ class Notes {
 
   // Wrapped to the width, in at most so many lines.
   void Add(const std::string& text, size_t most_lines = 3);
-  // "Without a level (3): 24V1, 24V2, 24V9", with as many names as fit into the lines and the number of the
-  // others. Nothing for no borings.
+  // "Outside the plan (3): 24V1 V 31.20, 24V2 H 40.00, 24V9", with as many names as fit into the lines, each
+  // with its value where there is one, and the number of the others. Nothing for no borings.
   void Add(const std::string& heading, std::span<const PlotBoring* const> borings, size_t most_lines,
-           const std::function<std::string(const PlotBoring&)>& text);
+           const std::function<std::string(const PlotBoring&)>& value);
 
   double Height() const { return kNotePitch * static_cast<double>(lines_.size()); }
   void Draw(Canvas& canvas, SheetPoint upper_left) const;

@@ -1,6 +1,7 @@
 #include "velmora/drawing/overview_map.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "velmora/drawing/plan_parts.h"
 #include "velmora/drawing/plan_view.h"
@@ -17,7 +18,27 @@ std::optional<PlanFrame> FrameOfOverview(const SheetRect& panel, const ReportPla
     for (const PlanePoint& corner : OutlineOfStrip(plan, i)) outline.push_back(corner);
   outline = ConvexHull(std::move(outline));
   if (outline.empty()) return std::nullopt;
-  return PlanFrame(outline, panel.Inset(kMargin));
+  return PlanFrame(outline, panel.Inset(kMargin), StandardScale);
+}
+
+// Where the middle is crowded: in the first free corner, or else in the first.
+void NumberInCorner(const PlanSheet& sheet, const std::array<PlanePoint, 4>& corners, SheetPoint middle,
+                    const std::string& text) {
+  constexpr double kFromCorner = 8;  // mm
+  std::array<RotatedBox, 4> boxes;
+  for (size_t i = 0; i < 4; ++i) {
+    const SheetPoint corner = sheet.frame.ToSheet(corners[i]);
+    const double way = std::hypot(middle.x - corner.x, middle.y - corner.y);
+    const double part = way > 2 * kFromCorner ? kFromCorner / way : 0.5;
+    boxes[i] = TextBox({corner.x + part * (middle.x - corner.x), corner.y + part * (middle.y - corner.y)},
+                       text, kHeadingSize);
+  }
+  const TextFormat format = {.size = kHeadingSize, .bold = true};
+  const auto* const free = std::find_if(
+      boxes.begin(), boxes.end(), [&](const RotatedBox& box) { return sheet.obstacles.AllowsLabel(box); });
+  const RotatedBox& box = free == boxes.end() ? boxes[0] : *free;
+  sheet.obstacles.AddSolid(box);
+  sheet.canvas.Text(box.centre, text, format, kOutlineText);
 }
 
 }  // namespace
@@ -55,7 +76,10 @@ void DrawOutlines(const PlanSheet& sheet, const ReportPlan& plan) {
     const auto places =
         PlacesAround(middle, 1.5, TextWidth(text, kHeadingSize) + 0.6, kHeadingSize * 1.15, up);
     const auto place = TakeFirst(sheet.obstacles, places);
-    if (!place) continue;
+    if (!place) {
+      NumberInCorner(sheet, corners, middle, text);
+      continue;
+    }
     if (place->leader) sheet.canvas.Line(place->leader->first, place->leader->second, kOutlineLeader);
     sheet.canvas.Text(place->box.centre, text, {.size = kHeadingSize, .bold = true}, kOutlineText);
   }

@@ -25,8 +25,8 @@ Turned ExtentsOf(std::span<const PlanePoint> points, double c, double s) {
   return turned;
 }
 
-double ScaleFor(const Turned& turned, const SheetRect& panel) {
-  return NiceScale(1000 * std::max(turned.across.Size() / panel.width, turned.up.Size() / panel.height));
+double LeastScale(const Turned& turned, const SheetRect& panel) {
+  return 1000 * std::max(turned.across.Size() / panel.width, turned.up.Size() / panel.height);
 }
 
 }  // namespace
@@ -58,10 +58,11 @@ std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points) {
   return hull;
 }
 
-PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel)
+PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel,
+                     double (*usual)(double least))
     : sheet_middle_{panel.x + panel.width / 2, panel.y + panel.height / 2} {
   Turned best = ExtentsOf(points, 1, 0);
-  scale_ = ScaleFor(best, panel);
+  scale_ = usual(LeastScale(best, panel));
   const double north_up = scale_;
   for (int degrees = 5; degrees <= 90; degrees += 5) {
     for (const int sign : {1, -1}) {
@@ -69,7 +70,7 @@ PlanFrame::PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel)
       const double c = degrees == 90 ? 0.0 : std::cos(angle);
       const double s = std::sin(angle);
       const Turned turned = ExtentsOf(points, c, s);
-      const double scale = ScaleFor(turned, panel);
+      const double scale = usual(LeastScale(turned, panel));
       if (scale * kLeastGain > north_up || scale >= scale_) continue;
       scale_ = scale;
       cos_ = c;

@@ -15,9 +15,10 @@ std::vector<PlanePoint> ConvexHull(std::vector<PlanePoint> points);
 
 class PlanFrame {
  public:
-  // The largest usual scale at which all `points` fit into `panel`. North is up unless rotating the map gains
-  // much; then the least rotation that gives the scale, of at most a right angle.
-  PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel);
+  // The largest scale of `usual`, NiceScale or StandardScale, at which all `points` fit into `panel`. North
+  // is up unless rotating the map gains much; then the least rotation that gives the scale, of at most a
+  // right angle.
+  PlanFrame(std::span<const PlanePoint> points, const SheetRect& panel, double (*usual)(double least));
 
   // At this scale, the map turned by `angle`, in radians, counter-clockwise, so that `p` lies at `at`.
   PlanFrame(double scale, double angle, PlanePoint p, SheetPoint at);

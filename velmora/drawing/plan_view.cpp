@@ -41,7 +41,7 @@ double PlanHeight(const PlotInput& input, const PlanPath& path, double width, do
   constexpr double kStep = 4;  // mm
   const std::vector<PlanePoint> outline = PlanOutline(input, path);
   const auto scale = [&](double height) {
-    return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kPlanMargin)).Scale();
+    return PlanFrame(outline, SheetRect{0, 0, width, height}.Inset(kPlanMargin), NiceScale).Scale();
   };
   const double best = scale(most);
   double height = most;
@@ -57,7 +57,7 @@ PlanSummary DrawPlan(Canvas& canvas, const SheetRect& panel, const PlotInput& in
                 {.size = kHeadingSize}, kText);
     return {.off_sheet = input.borings.size()};
   }
-  const PlanFrame frame(outline, panel.Inset(kPlanMargin));
+  const PlanFrame frame(outline, panel.Inset(kPlanMargin), NiceScale);
   Obstacles obstacles(panel.Inset(1));
   const PlanSheet sheet{canvas, panel, frame, path, obstacles, input.km_stations};
 

@@ -36,7 +36,7 @@ struct StampField {
   double y = 0;
   double size = 3;
   bool is_sheet_number = false;  // `text` is replaced by the sheet's number: "3 (12)"
-  bool is_scale = false;         // by the sheet's scale: "1:1000"
+  bool is_scale = false;         // by the sheet's scales: "L 1:1000, H 1:100"
 };
 
 struct SheetSetup {

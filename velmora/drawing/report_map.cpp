@@ -28,8 +28,9 @@ struct MapSheet {
       for (const PlanePoint& p : OutlineOfStrip(plan, i)) add(p);
     empty = !(eastings.low <= eastings.high);
     if (empty) add({0, 0});
-    scale = plan.room.scale > 0 ? plan.room.scale
-                                : NiceScale(1000 * std::max(eastings.Size(), northings.Size()) / kWholeSheet);
+    scale = plan.room.scale > 0
+                ? plan.room.scale
+                : StandardScale(1000 * std::max(eastings.Size(), northings.Size()) / kWholeSheet);
     position.metres = scale / 1000;
     position.west = eastings.low - kMapMargin * position.metres;
     position.north = northings.high + kMapMargin * position.metres;

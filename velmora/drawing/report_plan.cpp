@@ -44,24 +44,41 @@ ReportPlan::ReportPlan(const Report& r)
            plan_panel.height - 2 * kLabels},
           kOverlap,
           0};
-  if (HasPlan())
-    CutPlan();
-  else if (HasProfile())
+  if (HasPlan()) {
+    const bool given = IsScale(r.setup.scale);
+    room.scale = given ? *r.setup.scale : ScaleOfWhole(course, stations, room);
+    PlaceOnStrips();
+    while (!given && !ShowsNearBorings() && room.scale < kLargestDrawn) {
+      room.scale = StandardScale(room.scale * 1.001);
+      PlaceOnStrips();
+    }
+  } else if (HasProfile()) {
     CutProfile();
-  too_many = strips.size() > kMostReportStrips;
-  if (too_many) strips.clear();
-  near.resize(strips.size());
-  PlaceBorings();
+    PlaceBorings();
+  }
   if (HasProfile() && !strips.empty())
     height_scale = IsScale(r.setup.height_scale) ? *r.setup.height_scale : HeightScaleOfAll();
-  if (!HasPlan()) return;
-  for (size_t i = 0; i < strips.size(); ++i) frames.push_back(FrameOfStrip(Content(i, room)));
   PlaceStrays();
 }
 
-void ReportPlan::CutPlan() {
-  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : ScaleOfWhole(course, stations, room);
+void ReportPlan::PlaceOnStrips() {
   strips = CutStrips(course, stations, room, kMostReportStrips + 1);
+  PlaceBorings();
+  frames.clear();
+  for (size_t i = 0; i < strips.size(); ++i) frames.push_back(FrameOfStrip(Content(i, room)));
+}
+
+// Whether those beside a strip, unless they are far from the road, are within its plan.
+bool ReportPlan::ShowsNearBorings() const {
+  constexpr double kNear = 60;  // m
+  for (size_t i = 0; i < strips.size(); ++i) {
+    for (const PlotBoring* boring : near[i]) {
+      if (!(std::fabs(boring->offset) <= kNear) || !strips[i].Stations().Contains(boring->station)) continue;
+      if (!plan_panel.Inset(kBoringRadius).Contains(frames[i].ToSheet({boring->easting, boring->northing})))
+        return false;
+    }
+  }
+  return true;
 }
 
 // Without a plan the strips follow the stations of the profile.
@@ -72,7 +89,7 @@ void ReportPlan::CutProfile() {
   const double high = std::min(own.high, stations.high);
   if (!(low <= high)) return;
   const double width = room.plan.width - 2 * room.overlap;
-  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : NiceScale(1000 * (high - low) / width);
+  room.scale = IsScale(report.setup.scale) ? *report.setup.scale : StandardScale(1000 * (high - low) / width);
   const double step = NiceStepBelow(room.Metres(10));  // as those of the plan
   for (double from = low; (from < high || strips.empty()) && strips.size() <= kMostReportStrips;) {
     Strip strip{};
@@ -107,10 +124,14 @@ double ReportPlan::HeightScaleOfAll() const {
     range = std::max(range, levels.Size());
   }
   const double least = 1000 * range / RoomForLevels(profile_panel.height);
-  return NiceScale(std::max(least, room.scale / kMostStripExaggerated));
+  return StandardScale(std::max(least, room.scale / kMostStripExaggerated));
 }
 
 void ReportPlan::PlaceBorings() {
+  too_many = strips.size() > kMostReportStrips;
+  if (too_many) strips.clear();
+  near.assign(strips.size(), {});
+  nowhere.clear();
   for (const PlotBoring& boring : report.road.borings) {
     if (!boring.placed) continue;
     std::optional<double> along = boring.station;
@@ -133,7 +154,7 @@ void ReportPlan::PlaceBorings() {
 void ReportPlan::PlaceStrays() {
   for (const PlotBoring& boring : report.road.borings) {
     if (boring.placed || !IsDrawable(boring.easting) || !IsDrawable(boring.northing)) continue;
-    for (size_t i = 0; i < strips.size(); ++i)
+    for (size_t i = 0; i < frames.size(); ++i)
       if (plan_panel.Inset(kBoringRadius).Contains(frames[i].ToSheet({boring.easting, boring.northing})))
         near[i].push_back(&boring);
   }

@@ -41,8 +41,9 @@ struct ReportPlan {
   std::vector<std::string> Notes() const;
 
  private:
-  void CutPlan();
   void CutProfile();
+  void PlaceOnStrips();
+  bool ShowsNearBorings() const;
   void PlaceBorings();
   void PlaceStrays();
   double HeightScaleOfAll() const;

@@ -25,13 +25,16 @@ double SmallestFrom(double least, std::initializer_list<double> mantissas) {
 
 bool IsUsable(double value) { return std::isfinite(value) && value > 0; }
 
+double ScaleFrom(double least, std::initializer_list<double> mantissas) {
+  if (!IsUsable(least)) return kScaleOfNothing;
+  return least < kLeastScale ? kLeastScale : SmallestFrom(least, mantissas);
+}
+
 }  // namespace
 
-double NiceScale(double least) {
-  if (!IsUsable(least)) return kScaleOfNothing;
-  if (least < kLeastScale) return kLeastScale;
-  return SmallestFrom(least, {1, 1.25, 1.5, 2, 2.5, 3, 4, 5, 6, 7.5});
-}
+double NiceScale(double least) { return ScaleFrom(least, {1, 1.25, 1.5, 2, 2.5, 3, 4, 5, 6, 7.5}); }
+
+double StandardScale(double least) { return ScaleFrom(least, {1, 2, 2.5, 4, 5}); }
 
 double NiceStep(double least) { return IsUsable(least) ? SmallestFrom(least, {1, 2, 5}) : 1; }
 

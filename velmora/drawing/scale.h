@@ -27,6 +27,9 @@ struct Interval {
 // The smallest N of a usual scale 1:N that is not below `least`; never below 10, and 100 for no extent.
 double NiceScale(double least);
 
+// The same of the scales that drawings are made in: 1, 2, 2.5, 4, 5 times a power of ten.
+double StandardScale(double least);
+
 // The smallest of 1, 2, 5 times a power of ten that is not below `least`.
 double NiceStep(double least);
 // The largest that is not above `most`.

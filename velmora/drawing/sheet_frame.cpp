@@ -22,12 +22,12 @@ std::string NumberOf(const SheetTitle& title) {
 
 void DrawStamp(Canvas& canvas, const SheetRect& block, const std::vector<StampField>& fields,
                const SheetTitle& title) {
-  constexpr double kLargestSize = 20;
+  // L and H are the lengths and the heights, as in the names of the settings.
+  std::string scale = title.scale > 0 ? ScaleText(title.scale) : "";
+  if (title.height_scale > 0) scale = "L " + scale + ", H " + ScaleText(title.height_scale);
   for (const StampField& field : fields) {
-    const std::string scale = title.scale > 0 ? ScaleText(title.scale) : "";
     const std::string text = field.is_sheet_number ? NumberOf(title) : field.is_scale ? scale : field.text;
-    const bool inside = field.x >= 0 && field.x <= block.width && field.y >= 0 && field.y <= block.height;
-    if (!inside || !(field.size > 0) || field.size > kLargestSize) continue;
+    if (!IsInTitleBlock(field)) continue;
     canvas.Text({block.x + field.x, block.Bottom() - field.y - kMiddleOfCapital * field.size},
                 FitText(text, field.size, block.width - field.x - 0.5),
                 {.size = field.size, .anchor = TextAnchor::kStart}, kTitleText);
@@ -97,6 +97,11 @@ void DrawDefaultBlock(Canvas& canvas, const SheetRect& block, const Report& repo
 }
 
 }  // namespace
+
+bool IsInTitleBlock(const StampField& field) {
+  return field.x >= 0 && field.x <= kTitleWidth && field.y >= 0 && field.y <= kTitleHeight &&
+         field.size > 0 && field.size <= kLargestStampText;
+}
 
 void BeginFramedSheet(Canvas& canvas, const SheetLayout& layout, const Report& report,
                       const SheetTitle& title) {

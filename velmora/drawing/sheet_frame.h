@@ -18,6 +18,11 @@ struct SheetTitle {
   double height_scale = 0;  // 0 without a profile
 };
 
+inline constexpr double kLargestStampText = 20;  // mm
+
+// Whether the field is drawn: it starts in the block and is not too high.
+bool IsInTitleBlock(const StampField& field);
+
 // Begins the sheet and draws its frame and title block.
 void BeginFramedSheet(Canvas& canvas, const SheetLayout& layout, const Report& report,
                       const SheetTitle& title);

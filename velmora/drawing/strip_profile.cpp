@@ -17,6 +17,8 @@ namespace {
 constexpr double kStripHeading = 7;  // mm above the plot
 constexpr double kStripBelow = 5;    // mm of the plot below the lowest level
 constexpr double kStripAbove = 14;   // over the highest, for names
+constexpr double kNames = 11;        // of it, at the least
+constexpr double kLeastEdge = 1.5;   // between a boring's level and the plot's edge
 constexpr double kHeadings = 15;
 constexpr double kLeastSection = 15;  // mm
 constexpr double kRows = 2 * kProfileRow + kBandHeight;
@@ -37,10 +39,10 @@ SheetRect PlotOf(const SheetRect& panel, const StripContent& content, Interval* 
   return {left, panel.y + kStripHeading, width, panel.height - kStripHeading - kRows};
 }
 
-// The level at the lower edge: a round one that leaves the levels, and as many of the borings' as fit, in
-// the height.
+// The level at the lower edge: a round one that leaves the levels and their names in the plot, and as many of
+// the borings' levels as fit.
 double BaseLevel(const ProfileSection& section, std::span<const PlotBoring* const> borings, double room,
-                 double metres_up) {
+                 double plot_height, double metres_up) {
   Interval levels = section.levels;
   std::vector<double> others;
   for (const PlotBoring* boring : borings) {
@@ -60,7 +62,24 @@ double BaseLevel(const ProfileSection& section, std::span<const PlotBoring* cons
   const double base = levels.low - metres_up * kStripBelow - spare / 2;
   const double step = NiceStepBelow(metres_up * kStripBelow);
   const double rounded = std::floor(base / step) * step;
-  return std::isfinite(rounded) ? rounded : base;
+  if (!std::isfinite(rounded)) return base;
+  const double whole = plot_height * metres_up;
+  const double edge = metres_up * kLeastEdge;
+  const auto shown = [&](double from) {
+    const Interval visible = {from + edge, from + whole - edge};
+    return std::count_if(others.begin(), others.end(), [&](double level) { return visible.Contains(level); });
+  };
+  double best = rounded;
+  auto most = shown(rounded);
+  for (const double other :
+       Ticks({section.levels.high + metres_up * kNames - whole, section.levels.low - edge}, step)) {
+    const auto count = shown(other);
+    const bool nearer = best != rounded && std::fabs(other - base) < std::fabs(best - base);
+    if (count < most || (count == most && !nearer)) continue;
+    best = other;
+    most = count;
+  }
+  return best;
 }
 
 class StripProfile {
@@ -81,7 +100,7 @@ class StripProfile {
     sections_.front().stations.low = stations_.low;
     sections_.back().stations.high = stations_.high;
     for (const ProfileSection& section : sections_) {
-      const double base = BaseLevel(section, content.borings, room, metres_up);
+      const double base = BaseLevel(section, content.borings, room, plot_.height, metres_up);
       bases_.push_back(base);
       frames_.emplace_back(plot_, content.room.scale, style.height_scale, stations_.Middle(), base);
       const double left = XOf(section.stations.low);

@@ -38,7 +38,7 @@ class StripSheet {
     BoringKey key;
     if (content_.borings.size() > kMostCircledBorings) {  // nearly all will have numbers
       for (const PlotBoring* boring : content_.borings) key.Number(*boring);
-      if (!MakeBand(BandTable(key).Height())) most_numbers = NumbersThatFit(key);
+      if (!MakeBand(BandTable(key).Height())) most_numbers = ShrinkBand(key);
     }
     // How large the key is shows when the labels are placed, and their room depends on the key's size.
     for (int round = 0; round < 4 && key.Borings().size() <= kMostCircledBorings; ++round) {
@@ -104,6 +104,17 @@ class StripSheet {
     return enough;
   }
 
+  // Crowded views have room for fewer numbers than the band; it keeps some of what is left over, as its
+  // height gives the views more. Returns how many numbers there can be.
+  size_t ShrinkBand(const BoringKey& all) {
+    constexpr double kMoreNumbers = 1.6;
+    BlankCanvas blank;
+    BoringKey used(NumbersThatFit(all));
+    DrawViews(blank, &used);
+    MakeBand(std::min(band_, BandTable(used).Height() * kMoreNumbers));
+    return NumbersThatFit(all);
+  }
+
   // The largest part of the key whose table fits into the band.
   size_t NumbersThatFit(const BoringKey& key) const {
     size_t low = 0;
@@ -123,19 +134,13 @@ class StripSheet {
   Notes NotesOf(const Views& views, double width) const {
     Notes notes(width);
     const int decimals = plan_.report.setup.decimals;
-    const auto id = [](const PlotBoring& b) { return b.id; };
-    const auto with_offset = [](const PlotBoring& b) {
-      const std::string offset = OffsetLabel(b);
-      return offset.empty() ? b.id : b.id + " " + offset;
-    };
-    const auto with_level = [&](const PlotBoring& b) {
-      return b.id + " " + FormatFixed(b.level.value_or(0), decimals);
-    };
+    const auto nothing = [](const PlotBoring&) { return std::string(); };
+    const auto level = [&](const PlotBoring& b) { return FormatFixed(b.level.value_or(0), decimals); };
     constexpr size_t kLines = 3;
-    notes.Add("Outside the plan", views.plan.outside, kLines, with_offset);
+    notes.Add("Outside the plan", views.plan.outside, kLines, OffsetLabel);
     if (plan_.HasProfile())
-      notes.Add("Without a level, not in the profile", views.profile.without_level, kLines, id);
-    notes.Add("Outside the profile, with their levels", views.profile.outside, kLines, with_level);
+      notes.Add("Without a level, not in the profile", views.profile.without_level, kLines, nothing);
+    notes.Add("Outside the profile, with their levels", views.profile.outside, kLines, level);
     const size_t drawn = content_.borings.size() - views.plan.outside.size();
     if (views.plan.dots && plan_.HasPlan())
       notes.Add(std::to_string(drawn) + " borings in the plan, as dots", 1);

@@ -174,10 +174,10 @@ double ScaleOfWhole(const Course& course, const Interval& stations, StripRoom ro
     longest = std::max(longest, Distance(a, b));
   }
   constexpr double kLargestScale = 1e12;
-  room.scale = NiceScale(1000 * longest / room.plan.width);
+  room.scale = StandardScale(1000 * longest / room.plan.width);
   while (parts > 0 && room.scale < kLargestScale &&
          CutStrips(course, stations, room, parts + 1).size() > parts)
-    room.scale = NiceScale(room.scale * 1.001);
+    room.scale = StandardScale(room.scale * 1.001);
   return room.scale;
 }
 
