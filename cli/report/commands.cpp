@@ -4,18 +4,15 @@
 #include <memory>
 
 #include "cli/align/option_values.h"
+#include "cli/report/setup.h"
 #include "cli/terminal/completes.h"
 
 namespace velmora::cli {
 namespace {
 
 ScaleOption ToScale(const std::string& text) {
-  constexpr double kMost = 1e6;
-  if (text == "MAX" || text == "max") return {.largest = true};
-  const ScaleOption scale = {.denominator = ToNumber(text.starts_with("1:") ? text.substr(2) : text)};
-  if (!(scale.denominator >= 1 && scale.denominator <= kMost))
-    throw CLI::ValidationError("\"" + text + "\" is not a scale; write 1000 for 1:1000, or MAX");
-  return scale;
+  if (const std::optional<ScaleOption> scale = ParseScale(text)) return *scale;
+  throw CLI::ValidationError("\"" + text + "\" is not a scale; write 1000 for 1:1000, or MAX");
 }
 
 }  // namespace

@@ -20,8 +20,6 @@ namespace {
 constexpr char kUsualFormat[] = "A3";
 constexpr double kUsualScale = 1000;
 constexpr double kUsualHeightScale = 100;
-constexpr double kLeastScale = 1;
-constexpr double kMostScale = 1e6;
 
 CString FolderOf(const CString& path) { return path.Left(path.ReverseFind(L'\\')); }
 
@@ -75,10 +73,6 @@ class ProjectSettings {
 
 std::string TextOf(const std::optional<double>& scale) {
   return scale ? drawing::ScaleText(*scale) : "MAX (the largest that fits)";
-}
-
-std::optional<double> ScaleOf(const ScaleOption& option) {
-  return option.largest ? std::nullopt : std::optional(option.denominator);
 }
 
 // Here, or in UTC where SOURCE_DATE_EPOCH gives it.
@@ -160,25 +154,21 @@ class Finder {
   // In the project's file "MAX" is the largest that fits.
   std::optional<double> FindScale(const char* what, const std::optional<ScaleOption>& given, const char* key,
                                   double usual) {
-    std::optional<double> scale = usual;
+    std::optional<ScaleOption> option = ScaleOption{.denominator = usual};
     std::string from = "usual";
     if (given) {
-      scale = ScaleOf(*given);
+      option = given;
       from = std::string("--") + (key[0] == 'H' ? "height-scale" : "scale");
     } else if (settings_) {
       const ProjectSettings::Found found = settings_->Get(key);
       from = found.from;
-      const CString text = FromUtf8(found.text);
-      if (text.CompareNoCase(L"MAX") == 0) {
-        scale.reset();
-      } else {
-        scale = ParseNumber(text.GetView());
-        if (!scale || *scale < kLeastScale || *scale > kMostScale)
-          throw Refusal((found.where.empty() ? "" : found.where + ": ") + key + " is " + Quoted(found.text) +
-                        ", which is not a scale; correct it or give " +
-                        (key[0] == 'H' ? "--height-scale" : "--scale"));
-      }
+      option = ParseScale(found.text);
+      if (!option)
+        throw Refusal((found.where.empty() ? "" : found.where + ": ") + key + " is " + Quoted(found.text) +
+                      ", which is not a scale; correct it or give " +
+                      (key[0] == 'H' ? "--height-scale" : "--scale"));
     }
+    const std::optional<double> scale = option->largest ? std::nullopt : std::optional(option->denominator);
     Add(what, TextOf(scale), from);
     return scale;
   }
@@ -188,7 +178,7 @@ class Finder {
     std::string from = "usual";
     if (settings_) {
       const ProjectSettings::Found found = settings_->Get("DECIMAL");
-      const std::optional<double> number = ParseNumber(FromUtf8(found.text).GetView());
+      const std::optional<double> number = ParseWholeNumber(FromUtf8(found.text).GetView());
       if (number && *number >= 0 && *number <= kMostDecimals) {
         setup_.sheets.decimals = static_cast<int>(*number);
         from = found.from;
@@ -226,6 +216,15 @@ class Finder {
 };
 
 }  // namespace
+
+std::optional<ScaleOption> ParseScale(const std::string& text) {
+  constexpr double kMost = 1e6;
+  if (FromUtf8(text).CompareNoCase(L"MAX") == 0) return ScaleOption{.largest = true};
+  const std::optional<double> number =
+      ParseWholeNumber(FromUtf8(text.starts_with("1:") ? text.substr(2) : text).GetView());
+  if (!number || !(*number >= 1 && *number <= kMost)) return std::nullopt;
+  return ScaleOption{.denominator = *number};
+}
 
 ReportSetup FindReportSetup(const ReportOptions& options) { return Finder(options).Find(); }
 

@@ -29,6 +29,9 @@ struct ReportSetup {
   std::vector<SetupLine> lines;
 };
 
+// Of "1000", "1:1000" or "MAX" in any case; nothing for what is not a scale.
+std::optional<ScaleOption> ParseScale(const std::string& text);
+
 // Throws a Refusal for a value that cannot be used.
 ReportSetup FindReportSetup(const ReportOptions& options);
 
