@@ -101,7 +101,6 @@ struct InfoOptions {
   OutputOptions output;
 };
 
-
 void AlignInfo(const InfoOptions& options);
 void AlignLocate(const LocateOptions& options);
 // On the nearest of several roads, or on each in reach.

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kSize = 2.2;         // mm, of the text
 constexpr double kRowPitch = 3.6;     // of rows
-constexpr double kCellGap = 3;      // between columns
+constexpr double kCellGap = 3;        // between columns
 constexpr double kBlockGap = 6;       // between blocks side by side
 constexpr double kWidest = 50;        // of a column; longer texts are wrapped
 constexpr size_t kMostCellLines = 3;  // of a cell
