@@ -33,7 +33,7 @@ struct PlacedBorings {
   };
   std::vector<UnreadableRow> unreadable;
   std::vector<std::string> notes;  // lines for people on the points
-  bool most_swapped = false;       // northing and easting look exchanged
+  bool most_swapped = false;       // northing and easting are probably exchanged
 };
 
 // Reads and places the whole list; the notes that the list itself gives rise to are printed. Throws a

@@ -119,7 +119,7 @@ std::vector<drawing::StampField> ReadStamp(const std::map<std::string, std::stri
   }
   if (!unused.empty())
     throw Refusal("--field " + *unused.begin() + ": " +
-                  (known.empty() ? "there is no file of title-block fields; give one with --stamp FILE"
+                  (known.empty() ? "no file of title-block fields is in use; give one with --stamp FILE"
                                  : setup->stamp_file + " has the fields " + known));
   return stamp;
 }
