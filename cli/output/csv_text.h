@@ -29,12 +29,13 @@ inline constexpr CsvDialect kSpreadsheetCsv = {"\xEF\xBB\xBF", ';', ',', "\r\n"}
 constexpr size_t LongestCsvText(std::string_view text) { return 2 * text.size() + words::kSize; }
 inline char* PutCsvText(std::string_view text, const CsvDialect& dialect, char* at) {
   const auto is_special = [&](std::uint64_t word) {
-    return words::Holds(word, dialect.separator) | words::Holds(word, '"') | words::Holds(word, '\r') |
-           words::Holds(word, '\n');
+    // Without branches, which `||` could be.
+    return (unsigned{words::Holds(word, dialect.separator)} | unsigned{words::Holds(word, '"')} |
+            unsigned{words::Holds(word, '\r')} | unsigned{words::Holds(word, '\n')}) != 0;
   };
   bool special = false;
   const auto put = [&](std::uint64_t word, size_t to) {
-    special |= is_special(word);
+    if (is_special(word)) special = true;
     words::Store(word, at + to);
   };
   const size_t size = text.size();
