@@ -1,18 +1,20 @@
 """Stations and offsets of a million points from numpy, beside the C++ batch, shapely and geopandas.
 
-    locate_bench.py [--small] [--batch build/bench/bin/python_batch]
+    locate_bench.py [--small] [--batch build/bench/bin/python_batch] [--json FILE]
 
 The batch is Locator::Vagstv over the same arrays in a program of its own. All take turns; a figure is the
 median of its rounds, and so is the ratio: how many times the batch's time, and how many times as fast as shapely
-and geopandas. Those get fewer points, and the line through the road's points, as they know no arcs.
+and geopandas. Those get fewer points, and the line through the road's points, as they know no arcs. The file
+gets the ratios beside them, with the noise.
 """
 
 import argparse
+import json
 import os
 import subprocess
 import tempfile
 import time
-from typing import Any, Callable, Sequence, Tuple
+from typing import Any, Callable, Dict, List, Sequence, Tuple
 
 import geopandas
 import numpy as np
@@ -75,11 +77,27 @@ class Batch:
         self.process.wait()
 
 
-def show(what: str, ours: np.ndarray, theirs: np.ndarray, slower: bool) -> None:
-    ratio = np.median(ours / theirs if slower else theirs / ours)
+def show(what: str, ours: np.ndarray, theirs: np.ndarray, ratios: np.ndarray) -> None:
     print(
-        f"{what:58} {np.median(ours) * 1e9:9.1f} {np.median(theirs) * 1e9:9.1f} ns {ratio:8.2f}", flush=True
+        f"{what:58} {np.median(ours) * 1e9:9.1f} {np.median(theirs) * 1e9:9.1f} ns {np.median(ratios):8.2f}",
+        flush=True,
     )
+
+
+def figure(what: str, peer: str, ours: np.ndarray, theirs: np.ndarray) -> Dict[str, Any]:
+    """As the other benchmarks write it; the noise is without the lowest and the highest round."""
+    ratios = np.sort(theirs / ours)
+    show(f"{what}, beside {peer}", ours, theirs, ratios)
+    ratio = float(np.median(ratios))
+    return {
+        "name": f"Python, {what}, {peer.split()[0]}" + (", projection alone" if "alone" in peer else ""),
+        "ours": float(np.median(ours)) * 1e9,
+        "peer": float(np.median(theirs)) * 1e9,
+        "unit": "ns/point",
+        "ratio": ratio,
+        "noise": float(ratios[-2] - ratios[1]) / ratio,
+        "beside": peer,
+    }
 
 
 def beside_batch(name: str, road: velmora.Road, program: str, count: int, rounds: int) -> None:
@@ -95,11 +113,11 @@ def beside_batch(name: str, road: velmora.Road, program: str, count: int, rounds
         )
         theirs, *ours = in_turns(rounds, works).T / count
         for what, times in zip(("", ", searched", ", columns of a table"), ours):
-            show(f"{name}, {threads} thread(s){what}", times, theirs, True)
+            show(f"{name}, {threads} thread(s){what}", times, theirs, times / theirs)
     batch.close()
 
 
-def beside_projections(name: str, road: velmora.Road, count: int, rounds: int) -> None:
+def beside_projections(name: str, road: velmora.Road, count: int, rounds: int) -> List[Dict[str, Any]]:
     n, e = scattered(road, count)
     line = LineString(np.stack([road.points["easting"], road.points["northing"]], axis=1))
     some = count // 50
@@ -118,21 +136,28 @@ def beside_projections(name: str, road: velmora.Road, count: int, rounds: int) -
     )
     one, all_, *theirs = in_turns(rounds, works).T
     peers = f"shapely {shapely.__version__}", f"geopandas {geopandas.__version__}", "geopandas' project alone"
-    for peer, times in zip(peers, theirs):
-        show(f"{name}, 1 thread, beside {peer}", one, times, False)
-        show(f"{name}, all, beside {peer}", all_, times, False)
+    return [
+        figure(f"{name}, {threads}", peer, ours, times)
+        for peer, times in zip(peers, theirs)
+        for threads, ours in (("1 thread", one), ("all", all_))
+    ]
 
 
 def main() -> None:
     options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     options.add_argument("--small", action="store_true", help="fewer rounds")
     options.add_argument("--batch", default="build/bench/bin/python_batch", help="the C++ program")
+    options.add_argument("--json", help="file for the ratios beside the peers")
     given = options.parse_args()
+    figures = []
     count, rounds = 1_000_000, 5 if given.small else 15
     print(f"{'a point':58} {'ours':>9} {'peer':>9}    {'ratio':>8}")
     for name, road in (("the example", velmora.read(EXAMPLE)), ("1,000 vertices", winding(1000))):
         beside_batch(name, road, given.batch, count, rounds)
-        beside_projections(name, road, count, 5)
+        figures += beside_projections(name, road, count, 5)
+    if given.json:
+        with open(given.json, "w", encoding="utf-8") as out:
+            json.dump({"machine": "", "figures": figures}, out)
 
 
 if __name__ == "__main__":
