@@ -177,9 +177,10 @@ PlaceNotes::PlaceNotes(const AlignmentInput& input, bool km) {
     const kovltype& b = input.plan[i + 1];
     if (Distance(InPlane(a), InPlane(b)) == 0) continue;
     const auto add = [&](double widened, const std::string& what, const std::string& then) {
-      stretches_.push_back({std::min(a.sek, b.sek) - widened, std::max(a.sek, b.sek) + widened,
-                            At(input.file, what + " lines " + std::to_string(input.plan_lines[i]) + " and " +
-                                               std::to_string(input.plan_lines[i + 1]) + then)});
+      std::string note = what + " lines " + std::to_string(input.plan_lines[i]);
+      note += " and " + std::to_string(input.plan_lines[i + 1]) + then;
+      stretches_.push_back(
+          {std::min(a.sek, b.sek) - widened, std::max(a.sek, b.sek) + widened, At(input.file, note)});
     };
     if (std::fabs(a.sek - b.sek) <= kStationTolerance)
       add(kStationTolerance, "station " + StationText(a.sek, km) + " is that of the points in",

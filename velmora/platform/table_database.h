@@ -79,7 +79,7 @@ class TableStatement {
 
  private:
   struct System;
-  TableDatabase& database_;
+  [[maybe_unused]] TableDatabase& database_;  // not where there is no SQLite
   std::unique_ptr<System> system_;
 };
 
