@@ -1,7 +1,8 @@
 """Shows a header's plain comments to Doxygen as documentation: `python3 doxygen_filter.py HEADER`.
 
 A comment above a declaration or behind it documents that declaration, the first one of the file the file, and
-so do the sections of the C header ("---- places"). What is indented within a comment stays as it stands.
+so do the sections of the C header ("---- places"). A comment that ends in "@{" documents each declaration up to the
+line "// @}". What is indented within a comment stays as it stands.
 """
 
 import re
@@ -30,6 +31,7 @@ def comment(lines, first="", behind=False):
 
 def cpp(lines):
     out, pending, column, is_code = [], [], None, False
+    shared, after_end = [], False  # the comment of a group; whether the line before ended a declaration
 
     def flush():
         if pending:
@@ -38,16 +40,23 @@ def cpp(lines):
 
     for line in lines:
         alone = re.match(r"( *)// ?(.*)", line)
-        behind = re.match(r"(\s*[^\s#}].*?)  // ?(?!NOLINT)(.*)$", line)
+        behind = re.match(r"(\s*[^\s#}].*?)  //(?! ?NOLINT) ?(.*)$", line)
         if alone and column not in (None, len(alone[1])):
             flush()
             column = None
         if alone and alone[2].startswith("---"):
             flush()
+        elif alone and alone[2] == "@}":
+            shared = []
         elif alone:
-            pending.append(alone[2])
+            pending.append(alone[2].removesuffix("@{"))
+            if alone[2].endswith("@{"):
+                shared, after_end = pending[:], False
         else:
             flush()
+            if shared and after_end and re.match(r" {0,2}[^\s}]", line):
+                out.append(comment(shared))
+            after_end = bool(re.search(r"[;}]( +//.*)?$", line))
             column = line.index("//", len(behind[1])) if behind else None
             out.append(behind[1] if behind else re.sub(r"  // .*", "", line))
             pending += [behind[2]] if behind else []
