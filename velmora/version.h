@@ -5,10 +5,12 @@
 
 #include "velmora/export.h"
 
-// One number that grows with each version: 0.1.0 is 100, 1.2.3 is 10203.
+// The parts of the version. @{
 #define VELMORA_VERSION_MAJOR 0
 #define VELMORA_VERSION_MINOR 1
 #define VELMORA_VERSION_PATCH 0
+// @}
+// One number that grows with each version: 0.1.0 is 100, 1.2.3 is 10203.
 #define VELMORA_VERSION (VELMORA_VERSION_MAJOR * 10000 + VELMORA_VERSION_MINOR * 100 + VELMORA_VERSION_PATCH)
 
 namespace velmora {

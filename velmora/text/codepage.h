@@ -16,9 +16,9 @@ namespace velmora {
 // An encoding of a text file.
 enum class TextEncoding {
   kWindows1252,  // one byte a character
-  kUtf8,
-  kUtf16Le,  // little-endian
-  kUtf16Be,  // big-endian
+  kUtf8,         // one to four bytes
+  kUtf16Le,      // little-endian
+  kUtf16Be,      // big-endian
 };
 
 // Whether a character takes two bytes or four, and ASCII is not one byte.
