@@ -16,7 +16,8 @@
 
 namespace velmora {
 
-// Not thread-safe. Names of values and paths compare without regard to letter case.
+// Results are 1 on success and 0 on failure, except where noted. Names of values and paths compare without
+// regard to letter case. Not thread-safe.
 class VELMORA_API CRegistry {
  public:
   CRegistry();   // as after ClearKey, with m_nLastError 0
@@ -26,7 +27,7 @@ class VELMORA_API CRegistry {
   CRegistry& operator=(const CRegistry&) = default;
   // @}
 
-  // --- keys and values as such: results are 1 on success and 0 on failure, except where noted
+  // --- keys
 
   // Back to HKEY_CURRENT_USER, an empty path and lazy writing. Always 1.
   int ClearKey();

@@ -19,11 +19,13 @@ namespace velmora {
 
 class CTundrilIni;
 
+// A setting.
 struct cfgtype {
   wchar_t nyckel[kKeyRoom];   // key
   wchar_t varde[kValueRoom];  // value
 };
 
+// One configuration file.
 class VELMORA_API CTundrilCFG : public KeyValueList<cfgtype> {
  public:
   // The file CProjPath::TundrilCfgNamn in the folder of the ini file; without an ini file directly below

@@ -12,11 +12,13 @@ namespace velmora {
 class CProjPath;
 class CTundrilIni;
 
+// A parameter.
 struct partype {
   wchar_t nyckel[kKeyRoom];   // key
   wchar_t varde[kValueRoom];  // value
 };
 
+// One program's parameters, and the file that they are written to.
 class VELMORA_API CTundrilPAR : public KeyValueList<partype> {
  public:
   // Reads TUNDRIL.PAR: the project's, else the one beside TUNDRIL.CFG, else the one in the program
