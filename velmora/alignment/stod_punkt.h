@@ -27,7 +27,7 @@ struct stdpkttype {
   float varden[6];   // six values, written with two decimals
 };
 
-// One file of support points. Not thread-safe.
+// Not thread-safe.
 class VELMORA_API CStodPunkt : public list0<stdpkttype> {
  public:
   // The six values of the header; 0 where the file's line is not a number. @{

@@ -19,7 +19,7 @@
 
 namespace velmora {
 
-// One project's alignment. Not thread-safe.
+// Not thread-safe.
 class VELMORA_API CVag2 {
  public:
   CVaglinje plan;           // in the map; empty without one

@@ -251,8 +251,8 @@ VELMORA_API velmora_status velmora_level(const velmora_road* road, size_t count,
 /* Handle of a list of points: closed by velmora_points_close. */
 typedef struct velmora_points velmora_points;
 
-/* Start from VELMORA_LIST_OPTIONS_INIT; null means the same. Delimiter, decimal sign and encoding are for
- * text only. */
+/* How a list is read. Start from VELMORA_LIST_OPTIONS_INIT; null means the same. Delimiter, decimal sign and
+ * encoding are for text only. */
 typedef struct velmora_list_options {
   size_t size;          /* of this struct */
   const char* id;       /* title, or number from 1, of the points' column; null: found, here and below */

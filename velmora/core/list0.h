@@ -29,7 +29,6 @@
 
 namespace velmora {
 
-// A list of records of type T; see above.
 template <class T>
 class VELMORA_TEMPLATE_API list0 {
   static_assert(std::is_trivially_copyable_v<T>, "records are copied byte for byte");

@@ -32,7 +32,6 @@
 
 namespace velmora {
 
-// The process's conversation: static but for the receiver of its notifications.
 class VELMORA_API CDdeCom {
  public:
   // Closes an open conversation; m_Pid is then -1 and the project folder empty.

@@ -22,8 +22,8 @@ struct projektstatustype {
   wchar_t text[80];  // status text
 };
 
-// The list of the states, and the current one. Not marked as a whole: without a virtual function of its own
-// its table of virtual functions is the client's.
+// Not marked as a whole: without a virtual function of its own its table of virtual functions is the
+// client's.
 class VELMORA_TEMPLATE_API CProjektStatus : public list0<projektstatustype> {
  public:
   static constexpr int kUnknown = 999;  // the status of a project without one of the list's

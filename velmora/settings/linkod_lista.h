@@ -15,7 +15,7 @@ struct linkodpartype {
   int varde;          // integer
 };
 
-// The list of them. The library does not fill it: CTundrilInst::LinkodRead reads one line code a call.
+// The library does not fill it: CTundrilInst::LinkodRead reads one line code a call.
 class CLinkodLista : public list0<linkodpartype> {
  public:
   ~CLinkodLista() override = default;

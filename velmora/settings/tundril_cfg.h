@@ -25,7 +25,6 @@ struct cfgtype {
   wchar_t varde[kValueRoom];  // value
 };
 
-// One configuration file.
 class VELMORA_API CTundrilCFG : public KeyValueList<cfgtype> {
  public:
   // The file CProjPath::TundrilCfgNamn in the folder of the ini file; without an ini file directly below

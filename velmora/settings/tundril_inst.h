@@ -32,7 +32,6 @@ class CTundrilIni;
 class CTundrilPAR;
 class CodeStream;
 
-// The settings as one object; Init says whose.
 class VELMORA_API CTundrilInst {
  public:
   CTundrilInst();  // without installation and project

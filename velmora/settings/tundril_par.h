@@ -18,7 +18,6 @@ struct partype {
   wchar_t varde[kValueRoom];  // value
 };
 
-// One program's parameters, and the file that they are written to.
 class VELMORA_API CTundrilPAR : public KeyValueList<partype> {
  public:
   // Reads TUNDRIL.PAR: the project's, else the one beside TUNDRIL.CFG, else the one in the program
