@@ -60,7 +60,9 @@ def cpp(lines, name):
             if alone[2].endswith("@{"):
                 shared, after_end = pending[:], False
         else:
-            declared = re.search(r"^(?:class|struct) (?:VELMORA_\w+ )?(\w+)(?! *;)\b", f"{line}\n{following}", re.M)
+            declared = re.search(
+                r"^(?:class|struct) (?:VELMORA_\w+ )?(\w+)(?! *;)\b", f"{line}\n{following}", re.M
+            )
             if declared and declared[1].lower().removeprefix("c") == name and introduction and column is None:
                 pending[:0] = [*introduction, ""]
                 introduction.clear()

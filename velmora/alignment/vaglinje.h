@@ -90,9 +90,10 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   // arc's angle; 2 outside, with the outputs untouched.
   int Padist(kovltype* a, kovltype* b, double x, double y, double* langs, double* avst);
 
-  // Runs for profiles too. `riktning` other than 0: radius and centre (*k1 horizontal, *k2 vertical) of
-  // the arc from *a, with its bulge, to *b. 0: the bulge of *a from *radie, a positive radius giving a
-  // negative bulge; a radius below half the chord is reported in the status bar and gives 0. Always 0.
+  // Radius and centre of an arc, or its bulge; for profiles too. `riktning` other than 0: radius and centre
+  // (*k1 horizontal, *k2 vertical) of the arc from *a, with its bulge, to *b. 0: the bulge of *a from *radie,
+  // a positive radius giving a negative bulge; a radius below half the chord is reported in the status bar
+  // and gives 0. Always 0.
   int Bulge_r(kokotype* a, kokotype* b, double* radie, double* k1, double* k2, int riktning);
 
   // Lengthens the alignment straight on by `fore` metres at its start and `efter` at its end, where
