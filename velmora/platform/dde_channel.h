@@ -40,10 +40,11 @@ class DdeChannel {
   // Windows it lasts until all windows of the desktop have answered the system's broadcast.
   static DdeConversation Open(DdeString service, DdeString topic);
 
-  // Asks the server for an item's data, now and later. With `acknowledge` it sends data only after the
-  // acknowledgement of the previous data; D-Bus has no acknowledgement.
+  // Starts an advise loop: the server sends the item's data when they change. With `acknowledge` it sends
+  // them only after the acknowledgement of the previous data; D-Bus has no acknowledgement. False when it
+  // could not be asked.
   static bool StartAdvise(DdeConversation conversation, DdeString item, bool acknowledge);
-  // Ends that; false when it could not be sent.
+  // Ends the loop; false when the server could not be asked.
   static bool StopAdvise(DdeConversation conversation, DdeString item);
   // Sends a text to an item. False when it could not be sent; WaitForReplies returns -1 then, too.
   static bool Poke(DdeConversation conversation, DdeString item, std::string_view text);
