@@ -5,10 +5,13 @@
 
 #include "velmora/export.h"
 
-// One number that grows with each version: 0.1.0 is 100, 1.2.3 is 10203.
+// 0: each minor version may change the interface.
 #define VELMORA_VERSION_MAJOR 0
+// Grows with what is new, PATCH within it with what is corrected.
 #define VELMORA_VERSION_MINOR 1
+// From 0 in each minor version.
 #define VELMORA_VERSION_PATCH 0
+// One number that grows with each version: 0.1.0 is 100, 1.2.3 is 10203.
 #define VELMORA_VERSION (VELMORA_VERSION_MAJOR * 10000 + VELMORA_VERSION_MINOR * 100 + VELMORA_VERSION_PATCH)
 
 namespace velmora {

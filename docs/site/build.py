@@ -132,7 +132,11 @@ def verb_text(verb):
         text += ["| | |", "| --- | --- |"]
     for option in rows:
         names = ", ".join(f"`{name}`" for name in option["names"])
-        value = f" {option['value']}" if option["value"] and not option["positional"] else ""
+        value = (
+            f" {option['value']}".replace(",", ",&#8203;")
+            if option["value"] and not option["positional"]
+            else ""
+        )
         more = [option["help"] + "."] + (
             ["Required."] if option["required"] and not option["positional"] else []
         )

@@ -1,9 +1,12 @@
 """Shows a header's plain comments to Doxygen as documentation: `python3 doxygen_filter.py HEADER`.
 
 A comment above a declaration or behind it documents that declaration, the first one of the file the file, and
-so do the sections of the C header ("---- places"). What is indented within a comment stays as it stands.
+so do the sections of the C header ("---- places"). The file's is also the beginning of the one of the class that the
+header is named after. A comment that ends in "@{" documents each declaration up to the line "// @}". What is
+indented within a comment stays as it stands.
 """
 
+import pathlib
 import re
 import sys
 
@@ -28,26 +31,45 @@ def comment(lines, first="", behind=False):
     return f"/**{'<' if behind else ''} {first}{text} */"
 
 
-def cpp(lines):
+def cpp(lines, name):
     out, pending, column, is_code = [], [], None, False
+    introduction = []  # the file's comment
+    shared, after_end = [], False  # the comment of a group; whether the line before ended a declaration
 
     def flush():
-        if pending:
-            out.append(comment(pending, "" if is_code else "@file\n", column is not None))
-            pending.clear()
+        if pending and column is not None:
+            out[-1] += " " + comment(pending, behind=True)
+        elif pending:
+            out.append(comment(pending, "" if is_code else "@file\n"))
+            if not is_code:
+                introduction.extend(pending)
+        pending.clear()
 
-    for line in lines:
+    for line, following in zip(lines, [*lines[1:], ""]):
         alone = re.match(r"( *)// ?(.*)", line)
-        behind = re.match(r"(\s*[^\s#}].*?)  // ?(?!NOLINT)(.*)$", line)
+        behind = re.match(r"(\s*[^\s#}].*?)  //(?! ?NOLINT) ?(.*)$", line)
         if alone and column not in (None, len(alone[1])):
             flush()
             column = None
         if alone and alone[2].startswith("---"):
             flush()
+        elif alone and alone[2] == "@}":
+            shared = []
         elif alone:
-            pending.append(alone[2])
+            pending.append(alone[2].removesuffix("@{"))
+            if alone[2].endswith("@{"):
+                shared, after_end = pending[:], False
         else:
+            declared = re.search(
+                r"^(?:class|struct) (?:VELMORA_\w+ )?(\w+)(?! *;)\b", f"{line}\n{following}", re.M
+            )
+            if declared and declared[1].lower().removeprefix("c") == name and introduction and column is None:
+                pending[:0] = [*introduction, ""]
+                introduction.clear()
             flush()
+            if shared and after_end and re.match(r" {0,2}[^\s}]", line):
+                out.append(comment(shared))
+            after_end = bool(re.search(r"[;}]( +//.*)?$", line))
             column = line.index("//", len(behind[1])) if behind else None
             out.append(behind[1] if behind else re.sub(r"  // .*", "", line))
             pending += [behind[2]] if behind else []
@@ -75,4 +97,5 @@ def c(text):
 
 with open(sys.argv[1], encoding="utf-8") as header:
     source = header.read()
-sys.stdout.write(c(source) if "/c/" in sys.argv[1] else cpp(source.splitlines()))
+class_name = pathlib.Path(sys.argv[1]).stem.replace("_", "")
+sys.stdout.write(c(source) if "/c/" in sys.argv[1] else cpp(source.splitlines(), class_name))

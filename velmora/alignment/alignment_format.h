@@ -20,27 +20,31 @@
 
 namespace velmora {
 
-inline constexpr int kPlanType = 1;
-inline constexpr int kProfileType = 10;
-inline constexpr int kLongestName = 255;
+inline constexpr int kPlanType = 1;       // the type of a plan, on the first line and in CVaglinje::typ
+inline constexpr int kProfileType = 10;   // that of a profile
+inline constexpr int kLongestName = 255;  // characters; what follows is cut
 
 // A line that marks the parts of a combined file.
 constexpr bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
 
+// What the first line says besides its point.
 struct FirstLine {
   std::optional<int> type;  // only with all four numbers before it
   CString name;             // empty without "$"
 };
+// Reads type and name; the name ends at the next "$".
 FirstLine ParseFirstLine(std::wstring_view line);
 
-// Nothing when the line does not start with four numbers.
+// A point of a plan or of a single file. Nothing when the line does not start with four numbers.
 std::optional<kovltype> ParsePoint(std::wstring_view line);
-// Level, station and bulge; `sek` is the station.
+// A point of a combined file's profile: level, station and bulge; `sek` is the station.
 std::optional<kovltype> ParseProfilePoint(std::wstring_view line);
 
+// Lines with their line ends, numbers with four decimals. @{
 CString FormatFirstLine(const kovltype& point, int type, std::wstring_view name);
 CString FormatPoint(const kovltype& point);
 CString FormatProfilePoint(const kovltype& point);
+// @}
 
 // "Kan ej öppna väglinje : %s"
 CString CannotOpenAlignment(const wchar_t* file);
@@ -62,14 +66,15 @@ class VELMORA_API CombinedLines {
   // lines of four numbers belong to. Both lines are passed to Next as well.
   CombinedLines(std::wstring_view first, std::wstring_view second);
 
-  // *point is filled for a point.
+  // Takes the next line; *point is filled for a point.
   LineKind Next(std::wstring_view line, kovltype* point);
 
-  // The kind of a point's line, and how many numbers it has: 4 in the first part, 3 in the profile's
-  // section, 0 where the next line is not a point whatever it holds.
+  // The kind that the next line has if it is a point.
   LineKind PointKind() const {
     return !in_profile_ && type_ == kPlanType ? LineKind::kPlanPoint : LineKind::kProfilePoint;
   }
+  // How many numbers a point's line has: 4 in the first part, 3 in the profile's section, 0 where the next
+  // line is not a point whatever it holds.
   int NumbersALine() const { return to_skip_ > 0 ? 0 : in_profile_ ? 3 : 4; }
 
   // The name on the first line.

@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-// One point. Its bulge shapes the segment that starts here; the last point's does nothing.
+// A point of an alignment. Its bulge shapes the segment that starts here; the last point's does nothing.
 struct kovltype {
   double x;      // northing, m; in a profile the level
   double y;      // easting, m; in a profile the station

@@ -19,25 +19,29 @@
 
 namespace velmora {
 
+// Not thread-safe.
 class VELMORA_API CVag2 {
  public:
-  CVaglinje plan;
-  CVaglinje profil;
+  CVaglinje plan;           // in the map; empty without one
+  CVaglinje profil;         // levels along the same stations; empty without one
   wchar_t vlFil[256] = {};  // the alignment file, without folder
-  double omrSekMin = 0;     // working area, m, as in CVaglinje
+  // The working area, m, as in CVaglinje; set by ReadOmr and written by SaveOmr. @{
+  double omrSekMin = 0;
   double omrSekMax = 0;
   double omrAvstMin = -30.0;
   double omrAvstMax = 30.0;
+  // @}
   wchar_t vlNamn[256] = {};  // the alignment's name
 
-  CVag2();
+  CVag2();  // empty; the parts have their types
   virtual ~CVag2() = default;
 
   // Replaces both alignments by those of a combined file (alignment_format.h) and sets their own working
   // areas. Unreadable lines are named in the status bar and skipped. Null only empties both.
-  // Returns 0; -1 after a message box, with both empty, when the file cannot be opened or read.
+  // Returns 0; -1 after a message box, with both empty, when the file cannot be opened or read. @{
   int Init(const wchar_t* file);
   int Init(const CString& file) { return Init(file.GetString()); }
+  // @}
 
   // Called for each line of a file as it is read, numbered from 1; `line` is its text, empty for a point of
   // plain numbers and nothing else.
@@ -47,9 +51,10 @@ class VELMORA_API CVag2 {
   int Read(TextReader& reader, const LineReport& report);
 
   // Writes the combined file, or the profile alone with its type when there is no plan. Results and
-  // messages as CVaglinje::Uppdat.
+  // messages as CVaglinje::Uppdat. @{
   int Uppdat(const wchar_t* file);
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
+  // @}
 
   // Reads the area file at m_VlPath and then the alignment it names, wherever that leads. -1 when the file is
   // missing, lacks one of the three lines, or the alignment cannot be read; a device or a pipe counts as one

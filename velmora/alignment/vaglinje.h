@@ -27,13 +27,13 @@ struct StationSearch;
 // when it is 1, a plan. Any other type lets both run.
 class VELMORA_API CVaglinje : public list0<kovltype> {
  public:
-  double omrSekMin = 0;   // working area: lowest station, m
-  double omrSekMax = 0;   // highest station
-  double omrAvstMin = 0;  // smallest offset, the left limit
-  double omrAvstMax = 0;  // largest offset, the right limit
-  int typ = 0;            // 1 plan, 10 profile
-  wchar_t namn[256] = {};
-  CString filnamn;  // the file last read, without folder
+  double omrSekMin = 0;    // working area: lowest station, m
+  double omrSekMax = 0;    // highest station
+  double omrAvstMin = 0;   // smallest offset, the left limit
+  double omrAvstMax = 0;   // largest offset, the right limit
+  int typ = 0;             // 1 plan, 10 profile
+  wchar_t namn[256] = {};  // the alignment's name
+  CString filnamn;         // the file last read, without folder
 
   static double Seknoll;  // the station that Vagstv reports before it has found one
   static double Sekkoll;  // a station below this counts as found
@@ -45,14 +45,16 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
 
   // Replaces the points by the file's. A line that is not a point is reported in the status bar ("Fel rad :
   // ...") and skipped. `typ` stays when the first line has none. Null only empties the list.
-  // Returns 0; -1 after a message box, with the list empty, when the file cannot be opened or read.
+  // Returns 0; -1 after a message box, with the list empty, when the file cannot be opened or read. @{
   int Init(const wchar_t* file);
   int Init(const CString& file) { return Init(file.GetString()); }
+  // @}
   // Writes the file; the old one is whole until the new one takes its place. An empty alignment gives an
   // empty file. Returns 0; -1 after a message box when the file cannot be written or the name has a
-  // character that the file's encoding lacks, and the old file is as it was.
+  // character that the file's encoding lacks, and the old file is as it was. @{
   int Uppdat(const wchar_t* file);
   int Uppdat(const CString& file) { return Uppdat(file.GetString()); }
+  // @}
 
   // Sets the working area: the first point's station to the last's, 30 m to either side. Callers rely
   // on descending stations giving an area that admits no station (tests/alignment/recorded).
@@ -88,9 +90,10 @@ class VELMORA_API CVaglinje : public list0<kovltype> {
   // arc's angle; 2 outside, with the outputs untouched.
   int Padist(kovltype* a, kovltype* b, double x, double y, double* langs, double* avst);
 
-  // Runs for profiles too. `riktning` other than 0: radius and centre (*k1 horizontal, *k2 vertical) of
-  // the arc from *a, with its bulge, to *b. 0: the bulge of *a from *radie, a positive radius giving a
-  // negative bulge; a radius below half the chord is reported in the status bar and gives 0. Always 0.
+  // Radius and centre of an arc, or its bulge; for profiles too. `riktning` other than 0: radius and centre
+  // (*k1 horizontal, *k2 vertical) of the arc from *a, with its bulge, to *b. 0: the bulge of *a from *radie,
+  // a positive radius giving a negative bulge; a radius below half the chord is reported in the status bar
+  // and gives 0. Always 0.
   int Bulge_r(kokotype* a, kokotype* b, double* radie, double* k1, double* k2, int riktning);
 
   // Lengthens the alignment straight on by `fore` metres at its start and `efter` at its end, where

@@ -35,8 +35,9 @@ extern "C" {
 
 /* ---- errors */
 
+/* The result of every call that can fail. */
 typedef enum velmora_status {
-  VELMORA_OK = 0,
+  VELMORA_OK = 0,            /* done; the error is empty */
   VELMORA_BAD_ARGUMENT = 1,  /* a null pointer, a value that is not allowed, a text that is not UTF-8 */
   VELMORA_NOT_OPENED = 2,    /* there is no such file, or it cannot be opened */
   VELMORA_NOT_READ = 3,      /* the file is not what was expected, or cannot be read to its end */
@@ -44,15 +45,15 @@ typedef enum velmora_status {
   VELMORA_WOULD_LOSE = 5,    /* the write would lose something of the file; see VELMORA_FORCE */
   VELMORA_NOT_FOUND = 6,     /* there is no road or key of this name */
   VELMORA_NOT_SUPPORTED = 7, /* not in this build, or not by this format */
-  VELMORA_NO_MEMORY = 8,
-  VELMORA_FAILED = 9 /* an error of the library itself */
+  VELMORA_NO_MEMORY = 8,     /* memory ran out; nothing was written */
+  VELMORA_FAILED = 9         /* an error of the library itself */
 } velmora_status;
 
 /* What failed: the text says what and what to do, without the file's name. Longer texts are cut. */
 typedef struct velmora_error {
-  int32_t status; /* a velmora_status */
-  int64_t line;   /* in the file, from 1; 0: the file as a whole, or no file */
-  char text[1024];
+  int32_t status;  /* a velmora_status */
+  int64_t line;    /* in the file, from 1; 0: the file as a whole, or no file */
+  char text[1024]; /* UTF-8; empty after a success */
   char file[1024]; /* the path as given; empty without a file */
 } velmora_error;
 
@@ -63,34 +64,44 @@ typedef struct velmora_error {
 
 /* ---- version */
 
-/* 10000 * major + 100 * minor + patch, and the same as text, "0.1.0". */
+/* The version of the loaded library: 10000 * major + 100 * minor + patch. */
 VELMORA_API int velmora_version(void);
+/* The same as text, "0.1.0"; it stays as long as the library. */
 VELMORA_API const char* velmora_version_text(void);
 
 /* ---- findings: what a check reports about a file */
 
-#define VELMORA_MISREAD 1 /* reading skips or cuts the line, or takes it for something else */
-#define VELMORA_LOST 2    /* a rewrite of the file omits the line or a part of it */
+/* Flag of a finding: reading skips or cuts the line, or takes it for something else. */
+#define VELMORA_MISREAD 1
+/* Flag of a finding: a rewrite of the file omits the line or a part of it. */
+#define VELMORA_LOST 2
 
+/* One thing that a check reports. Filled by the functions velmora_..._finding. */
 typedef struct velmora_finding {
-  int64_t line;  /* from 1; 0: the file as a whole */
-  int32_t flags; /* VELMORA_MISREAD, VELMORA_LOST */
-  const char* text;
+  int64_t line;     /* from 1; 0: the file as a whole */
+  int32_t flags;    /* VELMORA_MISREAD, VELMORA_LOST, both or 0: the line is read and kept */
+  const char* text; /* for a user, without file and line; the handle's, until it is closed */
 } velmora_finding;
 
 /* ---- roads: a plan, and a profile where there is one */
 
+/* Handle of a road: closed by velmora_road_close. */
 typedef struct velmora_road velmora_road;
 
-/* One point of a plan. The bulge is tan(sweep / 4) of the segment that begins here: 0 a straight, above 0
- * counter-clockwise. The last point's is not used. */
+/* One point of a plan. */
 typedef struct velmora_plan_point {
-  double northing, easting, bulge, station;
+  double northing; /* m */
+  double easting;  /* m */
+  double bulge;    /* tan(sweep / 4) of the segment from here to the next point: 0 a straight, above 0
+                    * counter-clockwise; the last point's is not used */
+  double station;  /* m */
 } velmora_plan_point;
 
 /* One point of a profile. */
 typedef struct velmora_profile_point {
-  double level, station, bulge;
+  double level;   /* m */
+  double station; /* m */
+  double bulge;   /* as in a plan, with stations to the right and levels upwards: above 0 a sag */
 } velmora_profile_point;
 
 /* How a file of another format is imported. Start from VELMORA_READ_OPTIONS_INIT; null means the same. */
@@ -104,6 +115,7 @@ typedef struct velmora_read_options {
   double start;              /* station of the first point, where the file has no stations */
   int32_t internal_stations; /* not 0: continuous stations where the file has station equations */
 } velmora_read_options;
+/* The usual options: a fit of 1 mm; spirals and feet are refused; the only alignment of the file. */
 #define VELMORA_READ_OPTIONS_INIT \
   { sizeof(velmora_read_options), NULL, NULL, 0.001, 0.0, 0.0, 0.0, 0 }
 
@@ -120,6 +132,7 @@ VELMORA_API velmora_status velmora_road_parse(const void* bytes, size_t size, ve
 VELMORA_API velmora_status velmora_road_make(const char* name, const velmora_plan_point* plan,
                                              size_t plan_count, const velmora_profile_point* profile,
                                              size_t profile_count, velmora_road** road, velmora_error* error);
+/* Frees a road with everything that it gave; null is allowed. */
 VELMORA_API void velmora_road_close(velmora_road* road);
 
 /* How a road is written. Start from VELMORA_WRITE_OPTIONS_INIT; null means the same. */
@@ -129,6 +142,7 @@ typedef struct velmora_write_options {
   double stations_every; /* m: marks along the road, in formats other than .vl; 0: none */
   double chord_error;    /* m: of arcs that GeoPackage also gives as chords */
 } velmora_write_options;
+/* The usual options: no spatial reference, no marks, chords within 1 mm of their arcs. */
 #define VELMORA_WRITE_OPTIONS_INIT \
   { sizeof(velmora_write_options), 0, 0.0, 0.001 }
 
@@ -141,20 +155,28 @@ VELMORA_API velmora_status velmora_road_write(const velmora_road* road, const ch
                                               const velmora_write_options* options, uint32_t flags,
                                               velmora_error* error);
 
-/* Of a null road: "", 0, nothing. */
+/* The alignment's name; "" without one and for a null road. */
 VELMORA_API const char* velmora_road_name(const velmora_road* road);
-/* Returns the number of points and fills in the first `room` of them. */
+/* The points of the plan: returns their number and fills in the first `room` of them. `points` may be null; a
+ * null road has none. */
 VELMORA_API size_t velmora_road_plan(const velmora_road* road, velmora_plan_point* points, size_t room);
+/* The points of the profile, in the same way; 0 without a profile. */
 VELMORA_API size_t velmora_road_profile(const velmora_road* road, velmora_profile_point* points, size_t room);
 
+/* Measures of a plan, in metres. */
 typedef struct velmora_road_measures {
-  double length; /* along straights and arcs */
-  double lowest_station, highest_station;
-  double smallest_radius;                                      /* NaN without an arc */
-  double min_northing, max_northing, min_easting, max_easting; /* arcs included */
-  int64_t arcs;
-  double import_error; /* the largest distance between the file's geometry and the road's */
+  double length;          /* along straights and arcs */
+  double lowest_station;  /* of all points */
+  double highest_station; /* of all points */
+  double smallest_radius; /* NaN without an arc */
+  double min_northing;    /* the four limits include the arcs */
+  double max_northing;    /* northern limit */
+  double min_easting;     /* western limit */
+  double max_easting;     /* eastern limit */
+  int64_t arcs;           /* number of segments that are arcs */
+  double import_error;    /* the largest distance from an imported file's geometry to the road; else 0 */
 } velmora_road_measures;
+/* Measures the plan of a road; VELMORA_BAD_ARGUMENT when one of the first two pointers is null. */
 VELMORA_API velmora_status velmora_road_measure(const velmora_road* road, velmora_road_measures* measures,
                                                 velmora_error* error);
 
@@ -170,6 +192,7 @@ VELMORA_API velmora_status velmora_road_text(const velmora_road* road, char** by
 /* The drawing of plan and profile on one sheet, as SVG; freed by velmora_free. */
 VELMORA_API velmora_status velmora_road_svg(const velmora_road* road, char** svg, size_t* size,
                                             velmora_error* error);
+/* Frees what velmora_road_text and velmora_road_svg returned; null is allowed. */
 VELMORA_API void velmora_free(void* memory);
 
 /* ---- places
@@ -178,12 +201,13 @@ VELMORA_API void velmora_free(void* memory);
  * elements follow one another. Elements need no alignment. Output arrays must not overlap any other array.
  * `threads` is how many are used: 1 is the caller's only, 0 all processors. */
 
+/* Where a point or a station lies. */
 typedef enum velmora_place_result {
-  VELMORA_ON_ROAD = 0,
-  VELMORA_CORRECTED = 1, /* on the road; the suite's own programs place the point elsewhere, or nowhere */
-  VELMORA_BEFORE_START = 2,
-  VELMORA_BEYOND_END = 3,
-  VELMORA_NOWHERE = 4 /* nothing found: coordinates that are not finite, a point where the road turns back */
+  VELMORA_ON_ROAD = 0,      /* placed */
+  VELMORA_CORRECTED = 1,    /* on the road; the suite's own programs place the point elsewhere, or nowhere */
+  VELMORA_BEFORE_START = 2, /* off the road at its first point */
+  VELMORA_BEYOND_END = 3,   /* off the road at its last point */
+  VELMORA_NOWHERE = 4       /* nothing found: not finite, or a point where the road turns back */
 } velmora_place_result;
 
 /* The result in words, as the command shows it: "on the alignment", "before its start", ... */
@@ -224,36 +248,42 @@ VELMORA_API velmora_status velmora_level(const velmora_road* road, size_t count,
  * Columns are found by their titles, as the command finds them (docs/point-lists.md); texts of errors name
  * the command's options, of which these are the fields. */
 
+/* Handle of a list of points: closed by velmora_points_close. */
 typedef struct velmora_points velmora_points;
 
-/* Start from VELMORA_LIST_OPTIONS_INIT; null means the same. Delimiter, decimal sign and encoding are for
- * text only. */
+/* How a list is read. Start from VELMORA_LIST_OPTIONS_INIT; null means the same. Delimiter, decimal sign and
+ * encoding are for text only. */
 typedef struct velmora_list_options {
-  size_t size;                                 /* of this struct */
-  const char *id, *northing, *easting, *level; /* title or number, from 1, of a column; null: found */
+  size_t size;          /* of this struct */
+  const char* id;       /* title, or number from 1, of the points' column; null: found, here and below */
+  const char* northing; /* of the northings */
+  const char* easting;  /* of the eastings */
+  const char* level;    /* of the levels */
   const char* encoding; /* "utf-8", "windows-1252", "utf-16le" or "utf-16be", without a mark; null: found */
-  char delimiter;       /* 0: found */
+  char delimiter;       /* ',', ';', tab, '|' or ':'; 0: found */
   char decimal;         /* '.' or ','; 0: either */
   char east_first;      /* not 0: northing and easting are exchanged */
 } velmora_list_options;
+/* The usual options: everything is found in the list itself. */
 #define VELMORA_LIST_OPTIONS_INIT \
   { sizeof(velmora_list_options), NULL, NULL, NULL, NULL, NULL, 0, 0, 0 }
 
 /* Reads a list whole. Rows that are not points are findings with their line, and are not among the points. */
 VELMORA_API velmora_status velmora_points_read(const char* path, const velmora_list_options* options,
                                                velmora_points** points, velmora_error* error);
+/* Frees a list with everything that it gave; null is allowed. */
 VELMORA_API void velmora_points_close(velmora_points* points);
 /* Returns the number of points; the arrays have so many elements, and a level that is missing is NaN. Any
  * pointer may be null. */
 VELMORA_API size_t velmora_points_arrays(const velmora_points* points, const double** northing,
                                          const double** easting, const double** level, const int64_t** line);
-/* "" without one. */
+/* The id of a point, from 0; "" without one. */
 VELMORA_API const char* velmora_points_id(const velmora_points* points, size_t point);
-/* The number of the list's other columns, and the title of one of them. */
+/* Returns the number of the list's other columns; *title is filled with that of one of them, from 0. */
 VELMORA_API size_t velmora_points_column(const velmora_points* points, size_t column, const char** title);
-/* What a point has in one of them; "" where it has nothing. */
+/* What a point, from 0, has in one of them; "" where it has nothing. */
 VELMORA_API const char* velmora_points_field(const velmora_points* points, size_t point, size_t column);
-/* As velmora_road_finding; ids that come twice are among them. */
+/* What was found in a list, as velmora_road_finding; ids that come twice are among the findings. */
 VELMORA_API size_t velmora_points_finding(const velmora_points* points, size_t index,
                                           velmora_finding* finding);
 
@@ -262,27 +292,31 @@ VELMORA_API size_t velmora_points_finding(const velmora_points* points, size_t i
  * The file's name, without regard to letter case, says which one it is and what is built in; any other name
  * is a file of "key=value" without defaults. */
 
+/* Handle of a settings file: closed by velmora_settings_close. */
 typedef struct velmora_settings velmora_settings;
 
+/* One setting; its texts stay until the handle is closed. */
 typedef struct velmora_setting {
-  const char* key;
+  const char* key;      /* as it is built in, else as the file spells it */
   const char* value;    /* the file's, else the built-in one */
   const char* built_in; /* null when the key has none */
   int32_t stored;       /* 1 when the file has it, with a value */
 } velmora_setting;
 
-/* The built-in values alone when there is no such file and `may_be_missing` is not 0. */
+/* Reads a settings file; the built-in values alone when there is none and `may_be_missing` is not 0. */
 VELMORA_API velmora_status velmora_settings_read(const char* path, int may_be_missing,
                                                  velmora_settings** settings, velmora_error* error);
+/* Frees the settings; null is allowed. */
 VELMORA_API void velmora_settings_close(velmora_settings* settings);
 /* Returns the number of settings: those with a default in their usual order, then the file's others; *setting
  * is filled when `index` is below it. */
 VELMORA_API size_t velmora_settings_at(const velmora_settings* settings, size_t index,
                                        velmora_setting* setting);
-/* VELMORA_NOT_FOUND when the file has no such key and none is built in. Letter case does not count. */
+/* Fills in the setting of a key, without regard to letter case. VELMORA_NOT_FOUND when the file has no such
+ * key and none is built in. */
 VELMORA_API velmora_status velmora_settings_find(const velmora_settings* settings, const char* key,
                                                  velmora_setting* setting, velmora_error* error);
-/* As velmora_road_finding. */
+/* What was found in the file, as velmora_road_finding. */
 VELMORA_API size_t velmora_settings_finding(const velmora_settings* settings, size_t index,
                                             velmora_finding* finding);
 /* Writes one value to the file, which is made if it is missing; an empty value removes the key. A handle read
@@ -294,23 +328,29 @@ VELMORA_API velmora_status velmora_setting_write(const char* path, const char* k
 
 /* ---- code files: KODFIL.DAT, MILJKOD.DAT, LINKOD.PAR and title blocks, by name as for settings */
 
+/* Handle of a code file: closed by velmora_codes_close. */
 typedef struct velmora_codes velmora_codes;
 
+/* The most fields that an entry has. */
 #define VELMORA_CODE_FIELDS 4
 
+/* One entry of a code file. What velmora_codes_at fills in stays until the handle is closed. */
 typedef struct velmora_code {
   int64_t line;    /* in the file, from 1; not used when writing */
   int32_t section; /* of MILJKOD.DAT from 1; of KODFIL.DAT how many lines "*" precede it after the header's */
-  const char* code;
+  const char* code; /* the entry's first word */
   /* KODFIL.DAT: text. MILJKOD.DAT: text, max, step. LINKOD.PAR: word, number, value, text. Title block: word,
    * number, number, number. The others are null. */
   const char* fields[VELMORA_CODE_FIELDS];
 } velmora_code;
 
+/* Reads a code file, which must exist. VELMORA_BAD_ARGUMENT for the name of a settings file. */
 VELMORA_API velmora_status velmora_codes_read(const char* path, velmora_codes** codes, velmora_error* error);
+/* Frees the codes; null is allowed. */
 VELMORA_API void velmora_codes_close(velmora_codes* codes);
 /* Returns the number of entries; *code is filled when `index` is below it. */
 VELMORA_API size_t velmora_codes_at(const velmora_codes* codes, size_t index, velmora_code* code);
+/* What was found in the file, as velmora_road_finding. */
 VELMORA_API size_t velmora_codes_finding(const velmora_codes* codes, size_t index, velmora_finding* finding);
 /* Replaces the entries of an existing file; the header of KODFIL.DAT is kept. VELMORA_BAD_ARGUMENT for an
  * entry that would not be read back, with its number in the text; VELMORA_WOULD_LOSE as for settings. */
@@ -319,8 +359,10 @@ VELMORA_API velmora_status velmora_codes_write(const char* path, const velmora_c
 
 /* ---- projects */
 
+/* Handle of a project's paths: closed by velmora_project_close. */
 typedef struct velmora_project velmora_project;
 
+/* One path of a project; its texts stay until the handle is closed. */
 typedef struct velmora_project_path {
   const char* name; /* the library's own: "m_DbfKat", ... */
   const char* path; /* whether there is such a file or folder or not */
@@ -329,6 +371,7 @@ typedef struct velmora_project_path {
 /* The paths in an existing project folder. */
 VELMORA_API velmora_status velmora_project_open(const char* folder, velmora_project** project,
                                                 velmora_error* error);
+/* Frees the paths; null is allowed. */
 VELMORA_API void velmora_project_close(velmora_project* project);
 /* Returns the number of paths; *path is filled when `index` is below it. */
 VELMORA_API size_t velmora_project_path_at(const velmora_project* project, size_t index,

@@ -8,8 +8,10 @@
 
 namespace velmora {
 
+// Each returns the line. @{
 VELMORA_API CString ConvertReadLine(const CString& line);
 VELMORA_API CString ConvertWrittenLine(const CString& line);
+// @}
 
 }  // namespace velmora
 

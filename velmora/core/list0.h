@@ -34,16 +34,18 @@ class VELMORA_TEMPLATE_API list0 {
   static_assert(std::is_trivially_copyable_v<T>, "records are copied byte for byte");
 
  public:
-  list0() = default;
+  list0() = default;  // empty
   virtual ~list0() = default;
 
-  // Copying throws.
+  // Copying throws a const wchar_t*. @{
   list0(const list0&) { throw L"Internt fel (Initiering list0)"; }
   list0& operator=(const list0&) { throw L"Internt fel (Tilldelning list0)"; }
+  // @}
 
-  // One step forward or back. Null, with nothing changed, at the end of the list.
+  // One step forward or back; returns the list. Null, with nothing changed, at the end of the list. @{
   list0* operator++(int) { return Step(aktuell == nullptr ? nullptr : aktuell->next, +1); }
   list0* operator--(int) { return Step(aktuell == nullptr ? nullptr : aktuell->previous, -1); }
+  // @}
 
   // Appends an element with an uninitialised record and makes it current. Returns the number of steps
   // from the old current element to the new one.
@@ -57,9 +59,10 @@ class VELMORA_TEMPLATE_API list0 {
   // a mark on it is cleared. -1 when no current element remains.
   int Delete();
 
-  int Home() { return Reposition(forsta, 1); }
-  int End() { return Reposition(sista, antal); }
+  int Home() { return Reposition(forsta, 1); }    // makes the first element current; -1 on an empty list
+  int End() { return Reposition(sista, antal); }  // the last one
 
+  // Updates `pael` and returns it; null without a current element.
   T* Get_aktel() {
     Set_pael();
     return pael;
@@ -99,21 +102,23 @@ class VELMORA_TEMPLATE_API list0 {
   int Omsortera(int key);
 
  protected:
+  // An element: a record and its links.
   struct Node {
-    Node* previous;
-    Node* next;
-    T record;
+    Node* previous;  // null: the first
+    Node* next;      // null: the last
+    T record;        // the client's data
   };
 
-  Node* forsta = nullptr;   // first
-  Node* sista = nullptr;    // last
-  Node* aktuell = nullptr;  // current
-  Node* mark = nullptr;
+  Node* forsta = nullptr;                             // first
+  Node* sista = nullptr;                              // last
+  Node* aktuell = nullptr;                            // current
+  Node* mark = nullptr;                               // the marked element; null without one
   int storlek = (sizeof(T) + 2 * sizeof(Node*)) / 4;  // of a record with its two links, in 32-bit words
   int antal = 0;                                      // number of elements
-  int pos = 0;
-  CString felText;  // the last text thrown as a CString
+  int pos = 0;                                        // of the current element, from 1; see above
+  CString felText;                                    // the last text thrown as a CString
 
+  // Updates `pmark` from the mark. -1 without one.
   int Sort_mark() {
     pmark = mark == nullptr ? nullptr : &mark->record;
     return pmark == nullptr ? -1 : 0;
@@ -145,8 +150,8 @@ class VELMORA_TEMPLATE_API list0 {
   }
 
  public:
-  T* pael = nullptr;   // the current record
-  T* pmark = nullptr;  // the marked record
+  T* pael = nullptr;   // the current record; null without one
+  T* pmark = nullptr;  // the marked record; null without one
 
  private:
   static inline const T kZeros{};

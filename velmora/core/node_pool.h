@@ -14,12 +14,13 @@ namespace velmora {
 // Allocates pieces of `size` bytes with the alignment of operator new.
 class NodePool {
  public:
+  // For pieces of `size` bytes; allocates nothing yet.
   explicit NodePool(size_t size) : size_(Aligned(std::max(size, sizeof(Free)))) {}
   ~NodePool() { FreeAll(); }
   NodePool(const NodePool&) = delete;
   NodePool& operator=(const NodePool&) = delete;
 
-  // Null when memory runs out.
+  // A piece of uninitialised memory; null when memory runs out.
   void* Take() {
     if (free_ != nullptr) {
       Free* piece = free_;
@@ -31,9 +32,10 @@ class NodePool {
     next_ += size_;
     return piece;
   }
+  // Takes a piece back for reuse; the memory stays with the pool until FreeAll.
   void Give(void* piece) { free_ = new (piece) Free{free_}; }
 
-  // Frees everything.
+  // Frees everything, pieces in use included.
   void FreeAll() {
     while (chunks_ != nullptr) {
       Chunk* chunk = chunks_;

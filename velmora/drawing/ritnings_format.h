@@ -13,10 +13,13 @@ namespace velmora {
 
 // One format, in millimetres. The drawing programs decide what they draw in the two inner rectangles.
 struct ritformattype {
-  const wchar_t* namn;       // name; shared by every copy
-  double ytaBredd, ytaHojd;  // width and height of the innermost area
-  double ramBredd, ramHojd;  // of the middle rectangle
-  double arkBredd, arkHojd;  // of the sheet
+  const wchar_t* namn;  // name; shared by every copy
+  double ytaBredd;      // width of the innermost area
+  double ytaHojd;       // its height
+  double ramBredd;      // width of the middle rectangle
+  double ramHojd;       // its height
+  double arkBredd;      // width of the sheet
+  double arkHojd;       // its height
 };
 
 // A table of its own in each object, filled with the standard formats; copies are independent.
@@ -24,15 +27,18 @@ class VELMORA_API CRitningsFormat {
  public:
   CRitningsFormat();
   virtual ~CRitningsFormat() = default;
+  // A copy has a table of its own. @{
   CRitningsFormat(const CRitningsFormat&) = default;
   CRitningsFormat& operator=(const CRitningsFormat&) = default;
+  // @}
 
-  // The index of the format of exactly this name, of several the last; -1 without one.
+  // The index of the format of exactly this name, of several the last; -1 without one, and for null. @{
   int Format2Index(const wchar_t* name) const;
   int Format2Index(const CString& name) const { return Format2Index(name.GetString()); }
+  // @}
 
-  ritformattype formater[9];
-  int antal = 9;  // how many of them are in use
+  ritformattype formater[9];  // A0, A1, A1L, A2, A2L, A3, A3L, A3XL, A4
+  int antal = 9;              // how many of them are in use
 };
 
 }  // namespace velmora

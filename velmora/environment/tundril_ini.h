@@ -15,12 +15,15 @@
 
 namespace velmora {
 
+// Read it once with Init or InitXPWay; the fields are then the caller's to use and to change.
 class VELMORA_API CTundrilIni {
  public:
-  CTundrilIni();
-  virtual ~CTundrilIni();
+  CTundrilIni();           // the defaults that the fields show, and today's date
+  virtual ~CTundrilIni();  // frees nothing but the object's own texts
+  // A copy has its own fields. @{
   CTundrilIni(const CTundrilIni&) = default;
   CTundrilIni& operator=(const CTundrilIni&) = default;
+  // @}
 
   // Takes the program folder from the environment variable TUNDRIL (`mode` other than 0) or from the
   // process's command line (0), and the keys from the Velmora.ini there, else from the one that the
@@ -29,13 +32,14 @@ class VELMORA_API CTundrilIni {
   // With 0 the program folder is written back over the command line, and the ini file becomes the
   // profile of the application object; a process without one then reads no keys.
   int Init(int mode);
-  int Init() { return Init(0); }
+  int Init() { return Init(0); }  // from the command line
 
-  // Empty when the key is missing; at most 254 characters.
+  // A value of the ini file (or, as m_useIniFile says, of the application's profile). Empty when the key is
+  // missing; at most 254 characters.
   CString ReadKey(const CString& section, const CString& key) const;
   // The same into `value`, which has room for 255 characters. 1, or 0 when the value is empty.
   int ReadKey(const wchar_t* section, const wchar_t* key, wchar_t* value) const;
-  // An empty value deletes the key. 1, or 0 when it could not be written.
+  // Writes a value there. An empty value deletes the key. 1, or 0 when it could not be written.
   int WriteKey(const CString& section, const CString& key, const CString& value) const;
 
   // The name of the installed package; empty when the program is not known to be installed.
@@ -67,30 +71,30 @@ class VELMORA_API CTundrilIni {
   int User2Cfg(CString& folder);
 
   // The fields in the order that programs built against this class rely on.
-  int m_useIniFile = 0;  // 1: m_iniPath; 0: the application's profile
-  CString m_iniPath;     // full path of Velmora.ini
-  CString m_today;       // the date of construction, "2026-07-09"
-  CString m_programDir = L"C:\\Tundril";
-  CString m_cfgDir = L"C:\\Tundril";  // folder of TUNDRIL.CFG
-  CString m_msgPath;                  // message file of the programs
-  CString m_acadExe;
-  CString m_civilDrawingExe;
-  int m_civilDrawingVer = 24;
-  int m_reserved = 0;
-  CString m_acadLtExe;
-  CString m_acadOpt;
-  int m_acadVer = 24;
-  CString m_scriptPath;  // without a backslash at the end
-  CString m_mstationExe;
-  CString m_zipExe;
-  CString m_unzipExe;
-  CString m_docExe;
-  int m_autoGen = 0;  // flags
-  int m_postCadMstation = 0;
-  int m_bankCadMstation = 0;
-  wchar_t m_package[64] = {};
-  CString m_cadPlatform;  // these two by InitXPWay only
-  int m_quorvalDrawingVer = 24;
+  int m_useIniFile = 0;                   // 1: m_iniPath; 0: the application's profile
+  CString m_iniPath;                      // full path of Velmora.ini
+  CString m_today;                        // the date of construction, "2026-07-09"
+  CString m_programDir = L"C:\\Tundril";  // the program folder
+  CString m_cfgDir = L"C:\\Tundril";      // folder of TUNDRIL.CFG
+  CString m_msgPath;                      // message file of the programs
+  CString m_acadExe;                      // AutoCAD's program
+  CString m_civilDrawingExe;              // the Civil drawing program
+  int m_civilDrawingVer = 24;             // its version
+  int m_reserved = 0;                     // not used
+  CString m_acadLtExe;                    // AutoCAD LT's program
+  CString m_acadOpt;                      // AutoCAD's start options
+  int m_acadVer = 24;                     // its version
+  CString m_scriptPath;                   // folder of scripts, without a backslash at the end
+  CString m_mstationExe;                  // MicroStation's program
+  CString m_zipExe;                       // program that packs archives
+  CString m_unzipExe;                     // program that unpacks them
+  CString m_docExe;                       // document viewer
+  int m_autoGen = 0;                      // 1: automatic generation (AUTOGEN is JA)
+  int m_postCadMstation = 0;              // 1: post-processing draws with MicroStation
+  int m_bankCadMstation = 0;              // 1: so do the bank drawings
+  wchar_t m_package[64] = {};    // name of the installed package; by InitXPWay only, as the following two
+  CString m_cadPlatform;         // value of CADPLATFORM
+  int m_quorvalDrawingVer = 24;  // value of QUORVALDRAWINGVER
 };
 
 }  // namespace velmora

@@ -36,7 +36,7 @@ class VELMORA_API CDdeCom {
  public:
   // Closes an open conversation; m_Pid is then -1 and the project folder empty.
   CDdeCom();
-  virtual ~CDdeCom();
+  virtual ~CDdeCom();  // leaves the conversation open
   CDdeCom(const CDdeCom&) = delete;
   CDdeCom& operator=(const CDdeCom&) = delete;
 
@@ -75,8 +75,8 @@ class VELMORA_API CDdeCom {
   static DdeConversation m_Hconv;  // null when not connected
   static int m_Pid;                // the greeting's number, -1 before it
   static char m_Ddemess[512];      // the last text sent
-  static char m_ProjPath[512];
-  static int m_Winsession;  // for clients
+  static char m_ProjPath[512];     // the folder of SetProjPath
+  static int m_Winsession;         // for clients
 
   NotifyWindow* m_pNotifyWnd = nullptr;  // not owned; with null notifications are dropped
 };

@@ -31,20 +31,25 @@ class VELMORA_API Locator {
   // From points in order and a type as CVaglinje's.
   Locator(std::vector<kovltype> points, int typ);
   ~Locator();
+  // Takes over the other's points; the other may then only be assigned to or destroyed. @{
   Locator(Locator&&) noexcept;
   Locator& operator=(Locator&&) noexcept;
+  // @}
 
-  // Map point to station and offset, as CVaglinje::Vagstv with search mode 0.
+  // Map point to station and offset, as CVaglinje::Vagstv with search mode 0. @{
   int Vagstv(double x, double y, double* sek, double* avst) const;
   void Vagstv(const double* x, const double* y, size_t count, double* sek, double* avst, int* result) const;
+  // @}
 
-  // Station and offset to map point, as CVaglinje::Vag2xy.
+  // Station and offset to map point, as CVaglinje::Vag2xy. @{
   int Vag2xy(double sek, double avst, double* x, double* y) const;
   void Vag2xy(const double* sek, const double* avst, size_t count, double* x, double* y, int* result) const;
+  // @}
 
-  // The level of a profile at a station, as CVaglinje::Vagprofz.
+  // The level of a profile at a station, as CVaglinje::Vagprofz. @{
   int Vagprofz(double sek, double* z) const;
   void Vagprofz(const double* sek, size_t count, double* z, int* result) const;
+  // @}
 
  private:
   struct State;

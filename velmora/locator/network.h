@@ -21,10 +21,11 @@
 
 namespace velmora {
 
+// One road's answer for a point.
 struct NetworkPlace {
-  int road;
+  int road;     // its number, from 0
   double sek;   // station, m
-  double avst;  // offset, m
+  double avst;  // offset, m, signed as by CVaglinje::Vagstv
 };
 
 // Immutable to its callers and safe to use from many threads at once; caches as Locator does.
@@ -38,8 +39,10 @@ class VELMORA_API Network {
   // cannot be read or has no plan of two points, which never answers.
   Network(std::span<const CString> files, int threads, int* results);
   ~Network();
+  // Takes over the other's roads; the other may then only be assigned to or destroyed. @{
   Network(Network&&) noexcept;
   Network& operator=(Network&&) noexcept;
+  // @}
 
   // Map point to the nearest road, the station and the offset. Returns 0; -1 when no road answers, with -1 in
   // *road, Seknoll in *sek and 0 in *avst.

@@ -17,9 +17,10 @@ struct HCONV__;
 
 namespace velmora {
 
-using DdeString = ::HSZ__*;
-using DdeConversation = ::HCONV__*;
+using DdeString = ::HSZ__*;          // a text that the channel keeps: a service, a topic or an item
+using DdeConversation = ::HCONV__*;  // an open conversation
 
+// The process's channel; every operation is static.
 class DdeChannel {
  public:
   // Receives the data of advised items, whose names compare without regard to letter case. May call any
@@ -31,6 +32,7 @@ class DdeChannel {
 
   // Null when the text is empty or longer than 255 characters.
   static DdeString MakeString(std::string_view text);
+  // Frees what MakeString returned; null is allowed.
   static void FreeString(DdeString text);
 
   // One conversation at a time. Null when no server answers to the service and topic. On D-Bus it makes up to
@@ -38,10 +40,13 @@ class DdeChannel {
   // Windows it lasts until all windows of the desktop have answered the system's broadcast.
   static DdeConversation Open(DdeString service, DdeString topic);
 
-  // With `acknowledge` the server sends data only after the acknowledgement of the previous data; D-Bus has
-  // no acknowledgement.
+  // Starts an advise loop: the server sends the item's data when they change. With `acknowledge` it sends
+  // them only after the acknowledgement of the previous data; D-Bus has no acknowledgement. False when it
+  // could not be asked.
   static bool StartAdvise(DdeConversation conversation, DdeString item, bool acknowledge);
+  // Ends the loop; false when the server could not be asked.
   static bool StopAdvise(DdeConversation conversation, DdeString item);
+  // Sends a text to an item. False when it could not be sent; WaitForReplies returns -1 then, too.
   static bool Poke(DdeConversation conversation, DdeString item, std::string_view text);
 
   // Whether the server is still connected, as of the last Handle.

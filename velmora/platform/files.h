@@ -21,35 +21,44 @@ namespace velmora {
 
 class NewFile;
 
+// What a name leads to.
 enum class FileKind {
-  kFile,  // regular
-  kFolder,
-  kOther,  // pipe, terminal or device
+  kFile,    // regular
+  kFolder,  // a folder
+  kOther,   // pipe, terminal or device
 };
 
 // Local time with the summer time rule of the file's own day, as the system's listings show it.
 struct FileTime {
-  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  int year = 0;    // 2026, ...
+  int month = 0;   // 1 to 12
+  int day = 0;     // 1 to 31
+  int hour = 0;    // 0 to 23
+  int minute = 0;  // 0 to 59
+  int second = 0;  // 0 to 59
 };
 
+// What the system knows about a file or folder.
 struct FileStatus {
-  FileKind kind = FileKind::kFile;
-  std::uint64_t size = 0;  // bytes; 0 for a folder
-  bool write_protected = false;
-  std::int64_t modified = 0;  // 100 ns since 1601-01-01 UTC, to compare files
-  FileTime modified_local;
+  FileKind kind = FileKind::kFile;  // a file, a folder or neither
+  std::uint64_t size = 0;           // bytes; 0 for a folder
+  bool write_protected = false;     // the user may not write it; on Windows: read-only
+  std::int64_t modified = 0;        // 100 ns since 1601-01-01 UTC, to compare files
+  FileTime modified_local;          // the same, for people
 };
 
+// An entry of a folder.
 struct FoundFile {
   CString name;        // without folder, spelled as on disk
   CString short_name;  // the 8.3 name, empty where there is none
-  FileStatus status;
+  FileStatus status;   // when the folder was listed
 };
 
 // Nothing when there is no such file or folder. Symbolic links are followed.
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
+// Whether the name leads to anything: a file, a folder, a pipe or a device.
 bool FileOrFolderExists(const CString& path);
-// Whether there is an ordinary file (a folder) of this name.
+// Whether there is an ordinary file, or a folder, of this name. @{
 inline bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   return status && status->kind == FileKind::kFile;
@@ -58,6 +67,7 @@ inline bool IsFolder(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   return status && status->kind == FileKind::kFolder;
 }
+// @}
 
 // The path of the file or folder without links (symbolic ones, and the junctions of Windows), "." and "..";
 // also that of a root has no backslash at its end. For comparison with other results of RealPath, not for
@@ -73,36 +83,42 @@ bool IsStandardInput(const CString& path);
 // Copies a file with its modification time. An existing target is replaced in one step unless
 // `keep_existing` is set; on failure it is unchanged.
 bool CopyWholeFile(const CString& from, const CString& to, bool keep_existing);
-// False for a write-protected file on every system.
+// Deletes a file. False for a write-protected one on every system.
 bool RemoveWholeFile(const CString& path);
+// Deletes a folder; false when it holds anything.
 bool RemoveEmptyFolder(const CString& path);
-// One level; false when it exists already or its parent does not.
+// Makes one level of folders; false when it exists already or its parent does not.
 bool MakeFolder(const CString& path);
 
 // The entries that match `folder\pattern`, on Windows in the order in which the system delivers them,
 // elsewhere "." and ".." first and the others by name without regard to case.
-// The pattern follows the Windows rules (wildcard.cpp). Empty when nothing matches. write_protected reflects
+// The pattern follows MatchesWildcard. Empty when nothing matches. write_protected reflects
 // the entry's own permission bits only.
 std::vector<FoundFile> FindFiles(const CString& pattern);
+// Whether a name matches a pattern with "*" and "?" by the rules of Windows: without regard to letter case;
+// "*.*" matches every name, and "?" may match nothing at the end or before a point.
 bool MatchesWildcard(std::wstring_view name, std::wstring_view pattern);
 
 // Reads a file from its start.
 class VELMORA_API InputFile {
  public:
-  InputFile();
-  ~InputFile();
+  InputFile();   // no open file
+  ~InputFile();  // as Close
+  // Takes over the other's open file; the other has none then. @{
   InputFile(InputFile&&) noexcept;
   InputFile& operator=(InputFile&&) noexcept;
+  // @}
 
-  // False when it does not exist, is a folder or cannot be read. Pipes and terminals are accepted.
+  // Opens a file; the previous one is closed. False when it does not exist, is a folder or cannot be read.
+  // Pipes and terminals are accepted.
   [[nodiscard]] bool Open(const CString& path);
-  // The process's standard input, which Close leaves open.
+  // Reads the process's standard input, which Close leaves open.
   [[nodiscard]] bool OpenStandardInput();
   // Returns how many bytes were read: 0 at the end of the file, -1 on an error. A short read is not the end.
   [[nodiscard]] std::int64_t Read(std::span<char> buffer);
   // The size in bytes, 0 when it is unknown (a pipe).
   std::uint64_t Size() const;
-  void Close();
+  void Close();  // without an open file it does nothing
 
  private:
   struct System;
@@ -123,19 +139,22 @@ class VELMORA_API InputFile {
 // two seconds for the readers of other programs.
 class FileReplacement {
  public:
-  FileReplacement();
+  FileReplacement();   // nothing begun
   ~FileReplacement();  // as Abandon
+  // Takes over the other's replacement; the other has begun none then. @{
   FileReplacement(FileReplacement&&) noexcept;
   FileReplacement& operator=(FileReplacement&&) noexcept;
+  // @}
 
   // Creates the new file. False when the target cannot be opened for writing: it is a folder, it is
   // write-protected (also for users who can override that), its folder is missing or the disk is full.
   // `temporary`, a path on the target's disk, overrides the new file's name.
   [[nodiscard]] bool Begin(const CString& target, const CString& temporary = CString());
-  // Buffered. After one failure all later calls fail, and Commit too.
+  // Appends to the new file, buffered. After one failure all later calls fail, and Commit too.
   [[nodiscard]] bool Write(std::string_view bytes);
+  // Flushes the new file to the disk and renames it over the old one. On failure it is removed.
   [[nodiscard]] bool Commit();
-  // Removes the new file.
+  // Removes the new file; the old one stays.
   void Abandon();
 
  private:

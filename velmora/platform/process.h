@@ -7,14 +7,18 @@
 
 namespace velmora {
 
-// The command line: the program (in double quotes when its path contains a blank, with backslashes), then the
-// arguments. SetCommandLine replaces it: programs rely on CTundrilIni::Init storing the program folder here.
+// The command line, safe for threads: the program (in double quotes when its path contains a blank, with
+// backslashes), then the arguments. SetCommandLine replaces it: programs rely on CTundrilIni::Init storing
+// the program folder here. @{
 VELMORA_API CString CommandLine();
 VELMORA_API void SetCommandLine(const CString& text);
+// @}
 
-// The profile file of the process's application object. Empty: there is no application object.
+// The profile file of the process's application object, safe for threads. Empty: there is no application
+// object. @{
 VELMORA_API CString ApplicationProfile();
 VELMORA_API void SetApplicationProfile(const CString& path);
+// @}
 
 }  // namespace velmora
 

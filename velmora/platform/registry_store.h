@@ -33,37 +33,40 @@ namespace velmora {
 
 // Every operation returns 0 or an error number of Windows, on every system. These are the numbers that the
 // database returns; Windows has more.
-inline constexpr int kRegistryDone = 0;
+inline constexpr int kRegistryDone = 0;      // success
 inline constexpr int kRegistryNotFound = 2;  // no such key or value
 inline constexpr int kRegistryDenied =
     5;  // access not requested in Open; write-protected; a key with sub-keys
-inline constexpr int kRegistryBadRoot = 6;  // not one of the roots; a key that is not open
-inline constexpr int kRegistryNoMemory = 14;
+inline constexpr int kRegistryBadRoot = 6;    // not one of the roots; a key that is not open
+inline constexpr int kRegistryNoMemory = 14;  // memory ran out
 inline constexpr int kRegistryBadArgument =
-    87;  // a name that is too long or not valid text; a value too large
-inline constexpr int kRegistryDiskFull = 112;
-inline constexpr int kRegistryBadPath = 161;       // begins with a backslash
-inline constexpr int kRegistryBusy = 170;          // locked by other programs for over a minute
-inline constexpr int kRegistryMoreData = 234;      // the buffer is too small
-inline constexpr int kRegistryDamaged = 1009;      // the file is damaged or not a registry database
+    87;                                        // a name that is too long or not valid text; a value too large
+inline constexpr int kRegistryDiskFull = 112;  // nothing was written
+inline constexpr int kRegistryBadPath = 161;   // begins with a backslash
+inline constexpr int kRegistryBusy = 170;      // locked by other programs for over a minute
+inline constexpr int kRegistryMoreData = 234;  // the buffer is too small
+inline constexpr int kRegistryDamaged = 1009;  // the file is damaged or not a registry database
 inline constexpr int kRegistryCannotOpen = 1011;   // the path is a folder or a device
 inline constexpr int kRegistryCannotRead = 1012;   // disk error
 inline constexpr int kRegistryCannotWrite = 1013;  // the file cannot be created
 inline constexpr int kRegistryKeyDeleted = 1018;   // since it was opened
 
+// A value of a key.
 struct StoredValue {
-  CString name;
+  CString name;       // spelled as when it was first written; empty: the key's default value
   unsigned type = 0;  // REG_SZ, ...
-  std::string bytes;
+  std::string bytes;  // as stored; RegistryText for text
 };
 
 // An open key, closed by the destructor. Reading never creates or changes anything. Not thread-safe.
 class VELMORA_API RegistryKey {
  public:
-  RegistryKey();
-  ~RegistryKey();
+  RegistryKey();   // not open: every operation but Open and Create returns kRegistryBadRoot
+  ~RegistryKey();  // as Close
+  // Takes over the other's open key; the other is not open then. @{
   RegistryKey(RegistryKey&&) noexcept;
   RegistryKey& operator=(RegistryKey&&) noexcept;
+  // @}
 
   // Opens the key `path` below the root; its parts are separated by one or more backslashes, and an empty
   // path is the root. `access` (KEY_READ, ...) decides which operations are permitted; write access to a
@@ -71,20 +74,25 @@ class VELMORA_API RegistryKey {
   int Open(HKEY root, const CString& path, int access);
   // The same; creates the key and missing keys above it.
   int Create(HKEY root, const CString& path, int access);
-  void Close();
+  void Close();  // does nothing when no key is open
 
   // Type and size in bytes of a value; the empty name is the key's default value. Either output may be
   // null.
   int Describe(const CString& name, unsigned* type, size_t* size) const;
-  // *size is the number of bytes read; with kRegistryMoreData the number needed.
+  // Reads a value into the buffer. *size is the number of bytes read; with kRegistryMoreData the number
+  // needed.
   int Read(const CString& name, std::span<char> buffer, size_t* size) const;
+  // Stores a value of a type (REG_SZ, ...), or replaces it.
   int Write(const CString& name, unsigned type, std::string_view bytes);
+  // Deletes a value; kRegistryNotFound when there is none.
   int Delete(const CString& name);
 
+  // How many keys stand directly below this one, and how many values it has.
   int Count(unsigned* keys, unsigned* values) const;
-  // By name, without regard to letter case.
+  // The keys directly below, or the key's values, by name without regard to letter case. @{
   int ListKeys(std::vector<CString>* names) const;
   int ListValues(std::vector<StoredValue>* values) const;
+  // @}
 
   // Flushes everything written to the disk.
   int Flush();
@@ -98,12 +106,13 @@ class VELMORA_API RegistryKey {
 // deleted: kRegistryDenied.
 VELMORA_API int DeleteRegistryKey(HKEY root, const CString& path);
 
-// The bytes of a REG_SZ value: UTF-16 with a terminating zero, empty for invalid text; and its text: the
-// whole characters before the zero or the end.
+// The bytes of a REG_SZ value: UTF-16 with a terminating zero, empty for invalid text.
 VELMORA_API std::string RegistryBytes(const CString& text);
+// Its text: the whole characters before the zero or the end.
 VELMORA_API CString RegistryText(std::string_view bytes);
 
-// Stores the text as a REG_SZ value; a missing key is created.
+// Stores the text as a REG_SZ value; a missing key is created. False when the text is not valid or the
+// registry cannot be written.
 VELMORA_API bool SetRegistryText(HKEY root, const CString& path, const CString& name, const CString& value);
 
 }  // namespace velmora

@@ -19,12 +19,15 @@ namespace velmora {
 // that it can be replaced.
 class VELMORA_API TextReader {
  public:
-  // kUtf8First, for files of unknown origin: lines of a file without a mark are UTF-8 when they are valid
-  // UTF-8, else Windows-1252.
+  // The encoding of a file without a mark. kUtf8First, for files of unknown origin: lines are UTF-8 when they
+  // are valid UTF-8, else Windows-1252.
   enum class Guess { kWindows1252, kUtf8First };
 
+  // Starts over with a file, or with the process's standard input. False as InputFile::Open, and when its
+  // start cannot be read. @{
   [[nodiscard]] bool Open(const CString& path, Guess guess = Guess::kWindows1252);
   [[nodiscard]] bool OpenStandardInput(Guess guess = Guess::kWindows1252);
+  // @}
   // A file's content instead of a file.
   void OpenBytes(std::string bytes);
 
@@ -33,9 +36,9 @@ class VELMORA_API TextReader {
   [[nodiscard]] bool ReadLine(CString* line);
   static constexpr size_t kLongestLine = size_t{4} << 20;  // bytes
 
-  // For parsers of plain ASCII: the bytes that are read but not yet returned. Skip removes whole lines from
-  // their front. Empty in UTF-16.
+  // For parsers of plain ASCII: the bytes that are read but not yet returned. Empty in UTF-16.
   std::string_view Buffered() const;
+  // Removes that many of them, whole lines, from their front.
   void Skip(size_t count) { start_ += count; }
 
   // Replaces *lines by the bytes of the next whole lines, at least one and about `size` bytes. False as
@@ -53,6 +56,7 @@ class VELMORA_API TextReader {
   // Whether the last line had a line end.
   bool LineWasEnded() const { return ended_; }
 
+  // By the file's mark, else Windows-1252.
   TextEncoding Encoding() const { return encoding_; }
   std::uint64_t Size() const { return size_; }          // bytes, 0 when unknown
   std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress

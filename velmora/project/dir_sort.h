@@ -12,6 +12,7 @@
 
 namespace velmora {
 
+// An entry of a folder.
 struct dirsorttype {
   wchar_t namn[260];     // name, spelled as on disk
   wchar_t kortnamn[13];  // short name: the system's 8.3 name, else the first 12 characters of the name
@@ -20,6 +21,7 @@ struct dirsorttype {
   int filstorlek;        // size in bytes, the low 32 bits; 1 to 999 as 1000
 };
 
+// The entries of one folder or, with several calls of Init, of several.
 class VELMORA_API CDirSort : public list0<dirsorttype> {
  public:
   int m_nVal = 0;  // for derived classes: the `val` of the Init that runs
@@ -42,11 +44,12 @@ class VELMORA_API CDirSort : public list0<dirsorttype> {
   //           reverse of their previous order
   //    2, -2  size, ascending
   //    3, -3  as 1 and -1 by the day: descending, only the year counts
-  //   other   in the system's order
+  //   other   in the system's order @{
   int Init(const wchar_t* pattern, int key, int clear, int val, int folders);
   int Init(const CString& pattern, int key, int clear, int val, int folders) {
     return Init(pattern.GetString(), key, clear, val, folders);
   }
+  // @}
 
  protected:
   int Sortval(int key) override;

@@ -9,6 +9,7 @@ namespace velmora {
 
 class CTundrilIni;
 
+// The paths of one project, as text: nothing is read from the disk but by CreateProjectStructure.
 class VELMORA_API CProjPath {
  public:
   // A client may assign other names; SetPath and CreateProjectStructure read them when they run.
@@ -46,16 +47,19 @@ class VELMORA_API CProjPath {
   static const wchar_t* StenVlNamn;      // "KARSK.VL": area file of the rock and stone program
   static const wchar_t* StenParNamn;     // "KARSK.PAR": parameters of the rock and stone program
 
-  CProjPath() = default;
-  virtual ~CProjPath();
+  CProjPath() = default;  // every field is empty
+  virtual ~CProjPath();   // deletes nothing on the disk
+  // A copy has its own fields. @{
   CProjPath(const CProjPath&) = default;
   CProjPath& operator=(const CProjPath&) = default;
+  // @}
 
   // Sets every field from a project folder given without its trailing backslash. Required: the path is not
   // normalised; one that ends in "\\" gives doubled separators, an empty one paths that begin with "\\".
-  // Always 0.
+  // Always 0. @{
   int SetPath(const wchar_t* path);
   int SetPath(const CString& path) { return SetPath(path.GetString()); }
+  // @}
 
   // Creates a project's folders. Returns 1; 0 when something cannot be created, the user answers no or a
   // database exists. Folders created until then remain. A flag is set when it is not 0.
@@ -73,7 +77,7 @@ class VELMORA_API CProjPath {
   // The folder list is a text file with one folder of the project per line; missing levels are created. The
   // key MAPPAR of the ini file's section ARKIV names it; without an ini file, the key or the file there is no
   // list. Links in the project are followed. A line that leads out of the project (with "..", a drive or a
-  // device name) is reported and skipped; from the 65th on such lines are only counted.
+  // device name) is reported and skipped; from the 65th on such lines are only counted. @{
   int CreateProjectStructure(const wchar_t* path, CTundrilIni* ini, int createProject, int showMessages,
                              int withTundril, int withMirsen, int withKarsk, int withHarbel,
                              int withFolderList);
@@ -83,7 +87,8 @@ class VELMORA_API CProjPath {
     return CreateProjectStructure(path.GetString(), ini, createProject, showMessages, withTundril, withMirsen,
                                   withKarsk, withHarbel, withFolderList);
   }
-  // The same with the current user's ini file, which is set up when needed.
+  // @}
+  // The same with the current user's ini file, which is set up when needed. @{
   int CreateProjectStructure(const wchar_t* path, int createProject, int showMessages, int withTundril,
                              int withMirsen, int withKarsk, int withHarbel, int withFolderList);
   int CreateProjectStructure(const CString& path, int createProject, int showMessages, int withTundril,
@@ -91,25 +96,26 @@ class VELMORA_API CProjPath {
     return CreateProjectStructure(path.GetString(), createProject, showMessages, withTundril, withMirsen,
                                   withKarsk, withHarbel, withFolderList);
   }
+  // @}
 
-  CString m_ProjKat;  // the project folder as it was given
-  CString m_ZipPath;  // files and folders directly in it
-  CString m_DbsPath;
-  CString m_HarbelDbsPath;
-  CString m_TerrDbsPath;
-  CString m_StenDbsPath;
-  CString m_DbfKat;
-  CString m_RitKat;
-  CString m_StackKat;
-  CString m_PostDbfKat;
-  CString m_PostRitKat;
-  CString m_StabRitKat;
-  CString m_UtvDbsPath;
-  CString m_AvpPath;  // these two in m_DbfKat
-  CString m_VlPath;
-  CString m_ParPath;
-  CString m_StenParPath;
-  CString m_PicturesKat;
+  CString m_ProjKat;        // the project folder as it was given
+  CString m_ZipPath;        // TundrilZipNamn in it; the others likewise but where stated
+  CString m_DbsPath;        // TundrilDbsNamn
+  CString m_HarbelDbsPath;  // HarbelDbsNamn
+  CString m_TerrDbsPath;    // TerrDbsNamn
+  CString m_StenDbsPath;    // StenDbsNamn
+  CString m_DbfKat;         // TundrilDbfKat
+  CString m_RitKat;         // TundrilRitKat
+  CString m_StackKat;       // StackKat
+  CString m_PostDbfKat;     // PostDbfKat
+  CString m_PostRitKat;     // PostRitKat
+  CString m_StabRitKat;     // StabRitKat
+  CString m_UtvDbsPath;     // UtvDbsNamn
+  CString m_AvpPath;        // TundrilAvpNamn in m_DbfKat
+  CString m_VlPath;         // TundrilVlNamn in m_DbfKat: the area file
+  CString m_ParPath;        // TundrilParNamn
+  CString m_StenParPath;    // StenParNamn
+  CString m_PicturesKat;    // Pictures
 
  private:
   int CreateFolder(const CString& path, int showMessages);

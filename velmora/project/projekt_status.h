@@ -16,6 +16,7 @@
 
 namespace velmora {
 
+// A state of a project.
 struct projektstatustype {
   int nummer;        // status number
   wchar_t text[80];  // status text
@@ -25,12 +26,12 @@ struct projektstatustype {
 // client's.
 class VELMORA_TEMPLATE_API CProjektStatus : public list0<projektstatustype> {
  public:
-  static constexpr int kUnknown = 999;
+  static constexpr int kUnknown = 999;  // the status of a project without one of the list's
 
-  int m_nStatus = kUnknown;  // the current status
-  CString m_text;            // for clients
-  int m_bFound = 0;          // 1 once SetStatus or Find has found its record
-  HINSTANCE m_hInst = nullptr;
+  int m_nStatus = kUnknown;     // the current status
+  CString m_text;               // for clients
+  int m_bFound = 0;             // 1 once SetStatus or Find has found its record
+  HINSTANCE m_hInst = nullptr;  // of SetHandle
 
   // The module with the string table. Call it before Load: without it the texts are empty.
   void SetHandle(HINSTANCE module) { m_hInst = module; }

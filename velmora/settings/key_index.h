@@ -10,13 +10,16 @@
 
 namespace velmora {
 
+// Look-up and addition take constant time. Not thread-safe.
 class VELMORA_API KeyIndex {
  public:
+  // Where a key stands.
   struct Position {
-    void* node = nullptr;
-    int number = 0;  // from 1
+    void* node = nullptr;  // the list's element; not owned
+    int number = 0;        // from 1
   };
 
+  // Forgets every key.
   void Clear() { positions_.clear(); }
   // A key that is there already keeps its position; an empty one is not added.
   void Add(std::wstring_view key, Position position);

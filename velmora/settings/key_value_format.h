@@ -12,15 +12,17 @@ namespace velmora {
 inline constexpr int kKeyRoom = 40;     // characters of a record's key, the end mark included
 inline constexpr int kValueRoom = 260;  // of its value
 
+// A line taken apart.
 struct KeyValueLine {
+  // What a list makes of it.
   enum class Kind {
     kNone,    // no "=", or nothing before it
     kBlank,   // key or value too long: an empty record of the list
-    kRecord,  //
+    kRecord,  // a record
   };
-  Kind kind = Kind::kNone;
-  std::wstring_view key;  // into the line; set for kBlank too
-  std::wstring_view value;
+  Kind kind = Kind::kNone;  // the two texts are empty with kNone
+  std::wstring_view key;    // into the line; set for kBlank too
+  std::wstring_view value;  // likewise
 };
 
 // The key ends at the first "="; nothing is trimmed. Callers rely on the odd limit of a read value, one

@@ -35,20 +35,23 @@ template <class Record>
 class VELMORA_TEMPLATE_API KeyValueList : public list0<Record> {
  public:
   // Makes the first record with this key the current one. 0, or -1 when there is none: the last record
-  // is then the current one. The empty key is never found.
+  // is then the current one. The empty key is never found. @{
   int FindKey(const CString& key) { return Seek(key.GetView()) ? 0 : -1; }
   int FindKey(const wchar_t* key) { return FindKey(CString(key)); }
+  // @}
 
-  // Empty when there is no such key.
+  // The value of the first record with this key, which becomes the current one. Empty when there is none. @{
   CString ReadKey(const CString& key) {
     return Seek(key.GetView()) ? CString(FieldText(this->pael->varde)) : CString();
   }
   CString ReadKey(const wchar_t* key) { return ReadKey(CString(key)); }
+  // @}
 
  protected:
   // More records than the suite writes; a file with more is refused.
   static constexpr int kMostRecords = 1 << 17;
 
+  // What PutKey did.
   enum class Put { kStored, kUnchanged, kRefused };
 
   // Stores the value in memory, under a new key at the end of the list. Refused are a new key without

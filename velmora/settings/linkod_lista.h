@@ -6,6 +6,7 @@
 
 namespace velmora {
 
+// A line code (LINKOD.PAR).
 struct linkodpartype {
   wchar_t kod[40];    // code
   wchar_t ord[40];    // second word
@@ -14,6 +15,7 @@ struct linkodpartype {
   int varde;          // integer
 };
 
+// The library does not fill it: CTundrilInst::LinkodRead reads one line code a call.
 class CLinkodLista : public list0<linkodpartype> {
  public:
   ~CLinkodLista() override = default;

@@ -17,9 +17,9 @@ class VELMORA_API SettingsReader {
   // False when there is no such file, when it is a folder or anything else than a file, cannot be read or is
   // larger than kLargestFile.
   [[nodiscard]] bool Open(const CString& path);
-  // The next line without its line end, and without what follows a zero byte in it unless the line is to be
-  // copied. False at the end.
+  // Whether what follows a zero byte in a line is cut, or kept for a copy of the file.
   enum class Zeros { kCut, kKeep };
+  // The next line without its line end. False at the end.
   [[nodiscard]] bool ReadLine(CString* line, Zeros zeros = Zeros::kCut);
   // Whether the end came before the file's own.
   bool Failed() const { return reader_.Failed(); }

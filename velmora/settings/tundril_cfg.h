@@ -19,6 +19,7 @@ namespace velmora {
 
 class CTundrilIni;
 
+// A setting.
 struct cfgtype {
   wchar_t nyckel[kKeyRoom];   // key
   wchar_t varde[kValueRoom];  // value

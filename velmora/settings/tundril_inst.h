@@ -34,21 +34,24 @@ class CodeStream;
 
 class VELMORA_API CTundrilInst {
  public:
-  CTundrilInst();
-  // A copy shares the files read so far and the open stream.
+  CTundrilInst();  // without installation and project
+  // A copy shares the files read so far and the open stream. @{
   CTundrilInst(const CTundrilInst&);
   CTundrilInst& operator=(const CTundrilInst&);
+  // @}
   virtual ~CTundrilInst();
 
   // Both must live as long as the object; either may be null. Parameter files read before are forgotten.
   // Always 0.
   int Init(CTundrilIni* ini, CProjPath* proj);
 
+  // What Init was given: the installation alone, and both. Either output may be null. @{
   CTundrilIni* TiniPtr() const { return ini_; }
   void GetTiniProjPath(CTundrilIni** ini, CProjPath** proj) const {
     if (ini != nullptr) *ini = ini_;
     if (proj != nullptr) *proj = project_;
   }
+  // @}
 
   // Parameters. `file` is TUNDRIL.PAR, KARSK.PAR or JB23.PAR, letters without regard to case. TUNDRIL.PAR
   // and JB23.PAR are read once, at their first use after Init; KARSK.PAR at every use.
@@ -56,9 +59,10 @@ class VELMORA_API CTundrilInst {
   // The value; the built-in default where the file has none. Empty for another file.
   CString ReadKey(const wchar_t* file, const CString& key);
   // The value's number, -1 for "MAX" (the largest scale that fits), -9 where there is none. With
-  // `onlyDefault` other than 0 that of the built-in default.
+  // `onlyDefault` other than 0 that of the built-in default. @{
   int ReadKeyInt(const wchar_t* file, const wchar_t* key, int onlyDefault);
   double ReadKeyDouble(const wchar_t* file, const wchar_t* key, int onlyDefault);
+  // @}
   // The built-in default; empty when there is none.
   CString Default(const wchar_t* file, const CString& key);
 
@@ -66,8 +70,9 @@ class VELMORA_API CTundrilInst {
   // for another file. JB23.PAR gets no new keys: -1, and callers rely on the file being written all the
   // same (tests/settings/file_cases.txt).
   int WriteKey(const wchar_t* file, const CString& key, const CString& value);
-  // -1 is written as "MAX" for a key with "SKALA" in it.
+  // The same with a whole number; -1 is written as "MAX" for a key with "SKALA" in it.
   int WriteKey(const wchar_t* file, const CString& key, int value);
+  // The same with a number of so many decimals.
   int WriteKey(const wchar_t* file, const CString& key, double value, int decimals);
 
   // JB23.PAR on disk, without the built-in defaults: the scale or the step of one quantity
@@ -91,6 +96,7 @@ class VELMORA_API CTundrilInst {
   int CreateLokalStenFil(int overwrite);
   // Deletes what CreateLokalaFiler makes, TUNDRIL.PAR too. Always 0.
   int RemoveLokalaFiler();
+  // Deletes the project's KARSK.PAR. Always 0.
   int RemoveLokalStenFil();
   // 1 when the project has its own TUNDRIL.PAR; the other files it then lacks are made. Else 0.
   int ProjInst();
@@ -100,12 +106,13 @@ class VELMORA_API CTundrilInst {
   static int LocaleCheckAndFix();
 
   // KODFIL.DAT. The next entry: 0; -1 when there is no further one, no file or it cannot be opened. A word
-  // longer than its buffer is cut to fit; sizes count characters.
+  // longer than its buffer is cut to fit; sizes count characters. @{
   int KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int textSize);
   template <int kCode, int kText>
   int KodfilDatRead(wchar_t (&code)[kCode], wchar_t (&text)[kText]) {
     return KodfilDatRead(code, kCode, text, kText);
   }
+  // @}
   // Replaces the entries of the file: mode 1 begins and writes the first one, 0 writes a further one, 2
   // writes the last one and finishes, 3 does all of it. An empty code writes no entry. The header of the
   // old file, through its line "*", is kept. Always 0.
@@ -114,12 +121,13 @@ class VELMORA_API CTundrilInst {
   // MILJKOD.DAT (code_lines.h). The next entry of a section: 0; -1 when there is no further one, no
   // file or it cannot be opened. With `max` and `steg` both given, what a class's text says about them is
   // moved from it into them. A name of more than four characters is reported in a message box and its
-  // line skipped.
+  // line skipped. @{
   int MiljkodRead(int section, wchar_t* name, int nameSize, wchar_t* text, int textSize, int* max, int* steg);
   template <int kName, int kText>
   int MiljkodRead(int section, wchar_t (&name)[kName], wchar_t (&text)[kText], int* max, int* steg) {
     return MiljkodRead(section, name, kName, text, kText, max, steg);
   }
+  // @}
   // Rewrites the file that is there: mode 1 begins; 2 and 4 write an entry of section 1 and 2, 6 one of
   // section 3; 3 and 5 end section 1 and 2, 7 section 3 and the file. 0; -1 when nothing was begun.
   int MiljKodWrite(int mode, const wchar_t* name, const wchar_t* text, int max, int steg);
@@ -134,7 +142,7 @@ class VELMORA_API CTundrilInst {
   //   3   a code "PV" with a number from 100, likewise
   //   -2  a line of fewer than three fields, nothing delivered
   //   0   the end, or no file
-  //   -1  the file cannot be opened
+  //   -1  the file cannot be opened @{
   int LinkodRead(wchar_t* code, int codeSize, wchar_t* word, int wordSize, wchar_t* text, int textSize,
                  double* number, int* value);
   template <int kCode, int kWord, int kText>
@@ -142,13 +150,14 @@ class VELMORA_API CTundrilInst {
                  int* value) {
     return LinkodRead(code, kCode, word, kWord, text, kText, number, value);
   }
+  // @}
   // Rewrites the file that is there: mode 1 begins, 2 writes an ordinary code, 4 one with "PV" before it,
   // 5 finishes. Numbers are given as text. 0; -1 when nothing was begun.
   int LinkodWrite(int mode, const wchar_t* code, const wchar_t* word, const wchar_t* number,
                   const wchar_t* text, const wchar_t* value);
 
   // A title-block file, named by its path; the first call of a sequence opens it. The next line: 1; -2 for
-  // a line of fewer than four fields; 0 at the end, and without a path; -1 when the file cannot be opened.
+  // a line of fewer than four fields; 0 at the end, and without a path; -1 when the file cannot be opened. @{
   int StampParRead(const wchar_t* path, wchar_t* name, int nameSize, wchar_t* word, int wordSize,
                    double* first, double* second, double* third);
   template <int kName, int kWord>
@@ -156,6 +165,7 @@ class VELMORA_API CTundrilInst {
                    double* second, double* third) {
     return StampParRead(path, name, kName, word, kWord, first, second, third);
   }
+  // @}
   // Mode 1 begins the file, 2 writes a line, 3 finishes. 0; -1 when nothing was begun.
   int StampParWrite(const wchar_t* path, int mode, const wchar_t* name, const wchar_t* word,
                     const wchar_t* first, const wchar_t* second, const wchar_t* third);

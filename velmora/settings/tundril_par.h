@@ -12,6 +12,7 @@ namespace velmora {
 class CProjPath;
 class CTundrilIni;
 
+// A parameter.
 struct partype {
   wchar_t nyckel[kKeyRoom];   // key
   wchar_t varde[kValueRoom];  // value

@@ -22,8 +22,10 @@
 
 namespace velmora {
 
+// One argument of a format. Text is not copied: it must live as long as the argument.
 class FormatArgument {
  public:
+  // A whole number, a real number or text; a null pointer is the text "(null)". @{
   template <std::integral Integer>
   FormatArgument(Integer value)  // NOLINT(google-explicit-constructor): arguments convert silently
       : value_(static_cast<std::int64_t>(value)), size_(sizeof(Integer)) {
@@ -33,20 +35,23 @@ class FormatArgument {
   FormatArgument(const wchar_t* text)              // NOLINT(google-explicit-constructor)
       : value_(text == nullptr ? std::wstring_view(L"(null)") : std::wstring_view(text)) {}
   FormatArgument(std::wstring_view text) : value_(text) {}  // NOLINT(google-explicit-constructor)
+  // @}
 
-  std::wstring_view Text() const;
-  double Real() const;
+  std::wstring_view Text() const;  // empty for a number
+  double Real() const;             // 0 for text
+  // A real number is cut towards 0; 0 for one that does not fit, and for text.
   std::int64_t Integer() const;
   // The value's bits at its own width, as "%x" shows a negative number.
   std::uint64_t Bits() const;
-  bool IsUnsigned() const { return std::holds_alternative<std::uint64_t>(value_); }
-  bool IsText() const { return std::holds_alternative<std::wstring_view>(value_); }
+  bool IsUnsigned() const { return std::holds_alternative<std::uint64_t>(value_); }  // by its type
+  bool IsText() const { return std::holds_alternative<std::wstring_view>(value_); }  // also "(null)"
 
  private:
   std::variant<std::int64_t, std::uint64_t, double, std::wstring_view> value_;
   size_t size_ = sizeof(std::int64_t);
 };
 
+// The text of the format with its arguments.
 VELMORA_API std::wstring FormatText(std::wstring_view format, std::span<const FormatArgument> arguments);
 
 }  // namespace velmora

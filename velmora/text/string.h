@@ -18,22 +18,30 @@ namespace velmora {
 //   path.Format(L"%s%s%s", folder, L"\\", L"ROAD.VL");
 class CString : public TextBase<CString, wchar_t> {
  public:
-  CString() = default;
+  CString() = default;  // empty text
+  // A copy of a text that ends with a zero.
   CString(const wchar_t* text) : TextBase(ViewOf(text)) {}  // NOLINT(google-explicit-constructor)
-  CString(std::wstring_view text) : TextBase(text) {}       // NOLINT(google-explicit-constructor)
+  // A copy of all characters, zeros included.
+  CString(std::wstring_view text) : TextBase(text) {}  // NOLINT(google-explicit-constructor)
+  // A copy of `length` characters; empty for null or a negative length.
   CString(const wchar_t* text, int length)
       : TextBase(text == nullptr || length < 0 ? View() : View(text, static_cast<size_t>(length))) {}
+  // `count` times the character; empty for a negative count.
   explicit CString(wchar_t c, int count = 1) { text_.assign(count < 0 ? 0 : static_cast<size_t>(count), c); }
 
+  // Replaces the text; null makes it empty. @{
   CString& operator=(wchar_t c) { return *this = CString(c); }
   CString& operator=(const wchar_t* text) { return *this = CString(text); }
+  // @}
 
-  // Letters without regard to case, å, ä and ö too.
+  // As Compare, letters without regard to case, å, ä and ö too (text/letters.h).
   VELMORA_API int CompareNoCase(const wchar_t* other) const;
+  // Change the letters of this text, å, ä and ö too, and return it. @{
   VELMORA_API CString& MakeUpper();
   VELMORA_API CString& MakeLower();
+  // @}
 
-  // printf-style; see text/format.h. The old text may be among the arguments.
+  // Replaces the text by a printf-style one; see text/format.h. The old text may be among the arguments.
   template <class... Arguments>
   void Format(const wchar_t* format, const Arguments&... arguments) {
     const std::array<FormatArgument, sizeof...(Arguments)> list = {FormatArgument(Argument(arguments))...};
@@ -55,21 +63,26 @@ class CString : public TextBase<CString, wchar_t> {
 // Narrow text in Windows-1252: the conversation with the field-data program.
 class CStringA : public TextBase<CStringA, char> {
  public:
+  // As the constructors of CString. @{
   CStringA() = default;
   CStringA(const char* text) : TextBase(ViewOf(text)) {}  // NOLINT(google-explicit-constructor)
   CStringA(std::string_view text) : TextBase(text) {}     // NOLINT(google-explicit-constructor)
   CStringA(const char* text, int length)
       : TextBase(text == nullptr || length < 0 ? View() : View(text, static_cast<size_t>(length))) {}
   explicit CStringA(char c, int count = 1) { text_.assign(count < 0 ? 0 : static_cast<size_t>(count), c); }
+  // @}
 
+  // As in CString, for the letters of Windows-1252. @{
   VELMORA_API int CompareNoCase(const char* other) const;
   VELMORA_API CStringA& MakeUpper();
   VELMORA_API CStringA& MakeLower();
+  // @}
 };
 
-// What is not valid becomes U+FFFD, both ways.
+// Wide text from UTF-8 and back. What is not valid becomes U+FFFD, both ways. @{
 VELMORA_API CString FromUtf8(std::string_view utf8);
 VELMORA_API std::string ToUtf8(const CString& text);
+// @}
 
 // The text of a record's fixed field, also of one that a client filled to its last character.
 template <size_t kSize>
