@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "velmora/platform/vector_digits.h"
 #include "velmora/portability.h"
 #include "velmora/text/fixed_digits.h"
 #include "velmora/text/numbers.h"
@@ -71,7 +72,8 @@ VELMORA_NEVER_INLINE inline char* PutGeneralCsvNumber(double value, int decimals
 inline constexpr size_t kLongestCsvNumber = 340;
 inline char* PutCsvNumber(double value, int decimals, char decimal_sign, char* at) {
   if (std::uint64_t scaled = 0; decimals == 3 && fixed_digits::TenThousandths(value, &scaled))
-    return fixed_digits::PutTenThousandths(std::signbit(value), scaled, decimal_sign, ' ', at) - 1;
+    return fixed_digits::PutFourDecimals(std::signbit(value), VectorDigitsOf(scaled), decimal_sign, ' ', at) -
+           1;
   return PutGeneralCsvNumber(value, decimals, decimal_sign, at);
 }
 
