@@ -5,9 +5,11 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstdint>
 #include <random>
 #include <string>
 
+#include "velmora/platform/vector_digits.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora {
@@ -28,6 +30,15 @@ std::string Printed(double value, int decimals) {
   char text[400];
   const int length = std::snprintf(text, sizeof text, "%.*f", decimals, value);
   return {text, static_cast<size_t>(length)};
+}
+
+TEST(FixedDigits, VectorsGiveTheSame) {
+  for (std::uint64_t four = 0; four < 10'000; ++four) {
+    const std::uint64_t number = four * 100'000'000 + (9'999 - four) * 10'000 + four;
+    const auto digits = fixed_digits::TwelveDigitsOf(number);
+    const auto vector = VectorDigitsOf(number);
+    ASSERT_TRUE(vector.whole == digits.whole && vector.decimals == digits.decimals) << number;
+  }
 }
 
 TEST(FixedDigits, AreThoseOfPrintf) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "velmora/platform/vector_lanes.h"
+#include "velmora/text/fixed_digits.h"
 
 namespace velmora {
 
@@ -27,6 +28,27 @@ class DigitPlaces {
  private:
   alignas(16) std::array<std::uint8_t, 16> places_{};
 };
+
+// As fixed_digits::TwelveDigitsOf, side by side.
+inline fixed_digits::TwelveDigits VectorDigitsOf(std::uint64_t number) {
+#if VELMORA_HAS_X86_VECTORS
+  const std::uint64_t whole = number / 10'000;
+  const std::uint64_t first = whole / 10'000;
+  // Three times four digits, each in 32 bits.
+  const __m128i fours = _mm_set_epi64x(static_cast<std::int64_t>(number - whole * 10'000),
+                                       static_cast<std::int64_t>(first | (whole - first * 10'000) << 32));
+  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi16(5243)), 3);
+  const __m128i below_hundred = _mm_sub_epi16(fours, _mm_mullo_epi16(hundreds, _mm_set1_epi16(100)));
+  const __m128i twos = _mm_or_si128(hundreds, _mm_slli_epi32(below_hundred, 16));
+  const __m128i tens = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554));
+  const __m128i ones = _mm_sub_epi16(twos, _mm_mullo_epi16(tens, _mm_set1_epi16(10)));
+  const __m128i digits = _mm_or_si128(tens, _mm_slli_epi16(ones, 8));
+  return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(digits)),
+          static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(digits, digits)))};
+#else
+  return fixed_digits::TwelveDigitsOf(number);
+#endif
+}
 
 VELMORA_WIDE_BEGIN
 

@@ -54,12 +54,14 @@ inline void Store(std::uint64_t digits, char* out) {
   std::memcpy(out, &digits, sizeof digits);
 }
 
-// Without leading zeros; writes up to seven characters more than it says.
-inline size_t WriteBelowEightDigits(std::uint32_t number, char* out) {
-  const std::uint64_t digits = EightDigits(number);
+// Of eight digits those behind the leading zeros; writes up to seven characters more than it says.
+inline size_t WriteWithoutZeros(std::uint64_t digits, char* out) {
   const int zeros = std::countr_zero(digits | std::uint64_t{1} << 56) / 8;
   Store(digits >> (8 * zeros), out);
   return static_cast<size_t>(8 - zeros);
+}
+inline size_t WriteBelowEightDigits(std::uint32_t number, char* out) {
+  return WriteWithoutZeros(EightDigits(number), out);
 }
 
 inline size_t WriteInteger(std::uint64_t number, char* out) {
@@ -113,16 +115,23 @@ inline bool TenThousandths(double value, std::uint64_t* scaled) {
   return (magnitude < 99'999'999) & (std::fabs(product - (sum - kWhole)) < 0.5);
 }
 
-// Writes ten-thousandths with four decimals and the character that comes after them, and returns the end.
-inline char* PutTenThousandths(bool negative, std::uint64_t scaled, char decimal_sign, char after,
-                               char* out) {
+// The digits of a number below 10^12: the first eight, and the four behind them.
+struct TwelveDigits {
+  std::uint64_t whole;
+  std::uint64_t decimals;
+};
+inline TwelveDigits TwelveDigitsOf(std::uint64_t number) {
+  const std::uint64_t whole = number / 10'000;
+  return {EightDigits(static_cast<std::uint32_t>(whole)), FourDigits(number - whole * 10'000)};
+}
+
+// Writes them as a number with four decimals and the character that comes after it, and returns the end.
+inline char* PutFourDecimals(bool negative, TwelveDigits digits, char decimal_sign, char after, char* out) {
   *out = '-';
   out += negative ? 1 : 0;
-  const std::uint64_t whole = scaled / 10'000;
-  const std::uint64_t rest = FourDigits(scaled - whole * 10'000);
-  out += WriteBelowEightDigits(static_cast<std::uint32_t>(whole), out);
+  out += WriteWithoutZeros(digits.whole, out);
   const auto as_digit = [](char c) { return std::uint64_t{static_cast<unsigned char>(c ^ '0')}; };
-  Store(rest << 8 | as_digit(decimal_sign) | as_digit(after) << 40, out);
+  Store(digits.decimals << 8 | as_digit(decimal_sign) | as_digit(after) << 40, out);
   return out + 6;
 }
 
@@ -145,7 +154,8 @@ inline char* WriteFourDecimals(const std::array<double, 4>& numbers, char* out) 
     return out;
   }
   for (size_t i = 0; i < kNumbers; ++i)
-    out = fixed_digits::PutTenThousandths(std::signbit(numbers[i]), scaled[i], '.', ' ', out);
+    out = fixed_digits::PutFourDecimals(std::signbit(numbers[i]), fixed_digits::TwelveDigitsOf(scaled[i]),
+                                        '.', ' ', out);
   return out;
 }
 
