@@ -14,7 +14,8 @@ if(WIN32)
   set(CPACK_PACKAGE_INSTALL_DIRECTORY velmora)
   set(CPACK_NSIS_EXECUTABLE makensis)
   set(CPACK_MODULE_PATH "${packaging}/windows")  # with NSIS.template.in
-  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION .)
+  # The manual is made by "scripts/docs build/package-windows/manual".
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" "${PROJECT_BINARY_DIR}/manual" DESTINATION .)
   install(FILES "${packaging}/windows/README.txt" "${packaging}/COPYRIGHT.txt" DESTINATION .)
   include(CPack)
   return()
