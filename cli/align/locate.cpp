@@ -1,8 +1,8 @@
 #include "cli/align/ags_result.h"
 #include "cli/align/commands.h"
+#include "cli/align/locate_notes.h"
 #include "cli/align/locate_rows.h"
 #include "cli/align/placing.h"
-#include "cli/align/swapped_points.h"
 #include "cli/input/carried_columns.h"
 #include "cli/input/list_notes.h"
 #include "cli/output/progress.h"
@@ -11,21 +11,17 @@
 #include "velmora/alignment/measures.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
-#include "velmora/lists/repeated_ids.h"
 
 namespace velmora::cli {
 namespace {
 
 // Some thousand rows, from reading to writing. Its memory is used again.
 struct Block {
-  Block(const PlanBounds& bounds, const ListLayout& layout)
-      : carried(layout.carried.size()), swapped(bounds) {}
+  Block(const PlanBounds& bounds, const ListLayout& layout) : carried(layout.carried.size()), notes(bounds) {}
   void Clear(const PlanBounds& bounds) {
     points.clear();
     carried.Clear();
-    swapped = SwappedPoints(bounds);
-    tally = {};
-    corrections = {};
+    notes = BlockNotes(bounds);
   }
 
   RowBlock rows;
@@ -34,9 +30,7 @@ struct Block {
   CarriedFields carried;
   std::vector<Placing> placings;  // of each row, also of those that are not points
   TextBuffer csv;                 // the rows' text, when CSV is wanted
-  SwappedPoints swapped;
-  Tally tally;
-  Corrections corrections;
+  BlockNotes notes;
 };
 
 // Reads a block's points, places them and formats the rows of CSV (`csv`, null for other formats); runs in
@@ -61,11 +55,11 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
     const ListedPoint& point = block->points[i];
     const Placing& placing = block->placings[i];
     if (point.problem.empty()) {
-      block->swapped.Add(point.line, point.northing, point.easting);
-      block->tally.Add(placing.status);
-      block->corrections.Add(point.line, point.northing, point.easting, placing, &placer);
+      block->notes.swapped.Add(point.line, point.northing, point.easting);
+      block->notes.tally.Add(placing.status);
+      block->notes.corrections.Add(point.line, point.northing, point.easting, placing, &placer);
     } else {
-      block->tally.AddUnreadable();
+      block->notes.tally.AddUnreadable();
     }
     if (!rows || IsLeftOut(options, point, placing)) continue;
     for (size_t column = 0; column < block->carried.Columns(); ++column)
@@ -76,7 +70,7 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
   if (rows) rows->Finish();
 }
 
-// Writes finished blocks and collects the notes for the end.
+// Writes finished blocks.
 class Results {
  public:
   Results(const LocateOptions& options, const AlignmentInput& input, const PlanBounds& bounds,
@@ -87,26 +81,15 @@ class Results {
         format_(ags_ ? OutputFormat::kTable : options.output.Format()),
         output_(options.output.file, {options.file, FileOfList(options.points)}),
         records_(output_, format_, WithCarried(points.Layout(), LocateColumns<false>())),
-        swapped_(bounds),
+        notes_(options, bounds),
         progress_("Placing points", points.Size()) {}
 
   // Null for other formats than CSV.
   const CsvDialect* Csv() const { return DialectOf(format_); }
 
   void Write(const Block& block) {
-    rows_ += block.points.size();
-    progress_.Update(block.consumed, rows_);
-    swapped_.Add(block.swapped);
-    corrections_.Add(block.corrections);
-    if (!ids_.IsFull())
-      for (const ListedPoint& point : block.points) ids_.Add(point.id, point.line);
-    if (tally_.Unreadable() == 0 && block.tally.Unreadable() > 0)
-      for (const ListedPoint& point : block.points)
-        if (!point.problem.empty()) {
-          first_problem_ = point;
-          break;
-        }
-    tally_.Add(block.tally);
+    notes_.Add(block.points, block.notes);
+    progress_.Update(block.consumed, notes_.Points());
     if (Csv() != nullptr) {
       output_.Write(block.csv.Text());
       return;
@@ -127,22 +110,16 @@ class Results {
     }
   }
 
-  // `notes` are on the list as a whole.
-  void Finish(const Findings& notes) {
+  void Finish(const Findings& of_list) {
     if (ags_) {
       ags_->Write(output_);
     } else {
       records_.Finish();
-      if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text(rows_) + "\n");
+      if (format_ == OutputFormat::kTable) output_.Write("\n" + notes_.TallyText() + "\n");
     }
     output_.Finish();
     progress_.Clear();
-    WarnOf(options_.points, notes);
-    WarnOf(options_.points, ids_.Note());
-    if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
-    swapped_.Report(options_.points, options_.list);
-    if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
-    if (tally_.Unreadable() > 0) EndWithUnreadable(options_.points, first_problem_, tally_.Unreadable());
+    notes_.Report(of_list);
   }
 
  private:
@@ -151,13 +128,8 @@ class Results {
   OutputFormat format_;  // without ags_
   OutputFile output_;
   RecordWriter records_;
-  SwappedPoints swapped_;
-  RepeatedIds ids_;
-  Tally tally_;
-  Corrections corrections_;
-  ListedPoint first_problem_;
+  LocateNotes notes_;
   Progress progress_;
-  std::uint64_t rows_ = 0;
 };
 
 }  // namespace

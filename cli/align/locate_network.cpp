@@ -1,8 +1,8 @@
 #include "cli/align/commands.h"
+#include "cli/align/locate_notes.h"
 #include "cli/align/locate_rows.h"
 #include "cli/align/network_input.h"
 #include "cli/align/placing.h"
-#include "cli/align/swapped_points.h"
 #include "cli/input/carried_columns.h"
 #include "cli/input/list_notes.h"
 #include "cli/output/ending.h"
@@ -11,7 +11,6 @@
 #include "cli/terminal/error.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
-#include "velmora/lists/repeated_ids.h"
 #include "velmora/locator/network.h"
 
 namespace velmora::cli {
@@ -85,7 +84,7 @@ class PlacedNetwork {
 
 struct NetworkBlock {
   NetworkBlock(const PlanBounds& bounds, const ListLayout& layout)
-      : carried(layout.carried.size()), swapped(bounds) {}
+      : carried(layout.carried.size()), notes(bounds) {}
 
   RowBlock lines;
   std::uint64_t consumed = 0;  // bytes of the list, through this block
@@ -93,9 +92,7 @@ struct NetworkBlock {
   CarriedFields carried;
   std::vector<PlacedRow> rows;
   TextBuffer csv;  // the rows' text, when CSV is wanted
-  SwappedPoints swapped;
-  Tally tally;
-  Corrections corrections;
+  BlockNotes notes;
 };
 
 // Calls row_of() for a writer of each row that is listed, and end(row) after it.
@@ -116,14 +113,14 @@ void ListRows(const LocateOptions& options, const NetworkBlock& block, RowOf row
 void PlaceOnNetwork(const LocateOptions& options, const PlacedNetwork& network, const ListLayout& layout,
                     const CsvDialect* csv, NetworkBlock* block) {
   PointsOfBlock(block->lines, layout, &block->points, &block->carried);
-  network.Place(block->points, &block->rows, &block->corrections);
+  network.Place(block->points, &block->rows, &block->notes.corrections);
   for (const ListedPoint& point : block->points)
-    if (point.problem.empty()) block->swapped.Add(point.line, point.northing, point.easting);
+    if (point.problem.empty()) block->notes.swapped.Add(point.line, point.northing, point.easting);
   for (const PlacedRow& row : block->rows) {
     if (block->points[row.point].problem.empty())
-      block->tally.Add(row.placing.status);
+      block->notes.tally.Add(row.placing.status);
     else
-      block->tally.AddUnreadable();
+      block->notes.tally.AddUnreadable();
   }
   if (csv == nullptr) return;
   CsvRows rows(*csv, &block->csv);
@@ -132,7 +129,7 @@ void PlaceOnNetwork(const LocateOptions& options, const PlacedNetwork& network, 
   rows.Finish();
 }
 
-// Writes finished blocks and collects the notes for the end.
+// Writes finished blocks.
 class NetworkResults {
  public:
   NetworkResults(const LocateOptions& options, const std::vector<std::string>& roads,
@@ -141,22 +138,15 @@ class NetworkResults {
         format_(options.output.Format()),
         output_(options.output.file, Inputs(options, roads)),
         records_(output_, format_, WithCarried(points.Layout(), LocateColumns<true>())),
-        swapped_(bounds),
+        notes_(options, bounds),
         progress_("Placing points", points.Size()) {}
 
   // Null for other formats than CSV.
   const CsvDialect* Csv() const { return DialectOf(format_); }
 
   void Write(const NetworkBlock& block) {
-    points_ += block.points.size();
-    progress_.Update(block.consumed, points_);
-    swapped_.Add(block.swapped);
-    corrections_.Add(block.corrections);
-    for (const ListedPoint& point : block.points) {
-      if (!ids_.IsFull()) ids_.Add(point.id, point.line);
-      if (first_problem_.problem.empty() && !point.problem.empty()) first_problem_ = point;
-    }
-    tally_.Add(block.tally);
+    notes_.Add(block.points, block.notes);
+    progress_.Update(block.consumed, notes_.Points());
     if (Csv() != nullptr)
       output_.Write(block.csv.Text());
     else
@@ -164,18 +154,12 @@ class NetworkResults {
           options_, block, [] { return CellRow(); }, [&](CellRow& row) { records_.Row(row.cells); });
   }
 
-  // `notes` are on the list as a whole.
-  void Finish(const Findings& notes) {
+  void Finish(const Findings& of_list) {
     records_.Finish();
-    if (format_ == OutputFormat::kTable) output_.Write("\n" + tally_.Text(points_) + "\n");
+    if (format_ == OutputFormat::kTable) output_.Write("\n" + notes_.TallyText() + "\n");
     output_.Finish();
     progress_.Clear();
-    WarnOf(options_.points, notes);
-    WarnOf(options_.points, ids_.Note());
-    if (const auto note = corrections_.Note(options_.points, options_.output.km)) Warn(*note);
-    swapped_.Report(options_.points, options_.list);
-    if (tally_.Unreadable() == 0 && swapped_.AreMost()) throw ExitWith{1};
-    if (tally_.Unreadable() > 0) EndWithUnreadable(options_.points, first_problem_, tally_.Unreadable());
+    notes_.Report(of_list);
   }
 
  private:
@@ -188,13 +172,8 @@ class NetworkResults {
   OutputFormat format_;
   OutputFile output_;
   RecordWriter records_;
-  SwappedPoints swapped_;
-  RepeatedIds ids_;
-  Corrections corrections_;
-  Tally tally_;
-  ListedPoint first_problem_;
+  LocateNotes notes_;
   Progress progress_;
-  std::uint64_t points_ = 0;
 };
 
 void RefuseWhatNeedsOneRoad(const LocateOptions& options) {

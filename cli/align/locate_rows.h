@@ -1,9 +1,8 @@
-// A row of the result of `align locate`, and what is said about all of them.
+// A row of the result of `align locate`.
 #ifndef VELMORA_CLI_ALIGN_LOCATE_ROWS_H_
 #define VELMORA_CLI_ALIGN_LOCATE_ROWS_H_
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <optional>
 #include <string>
@@ -15,7 +14,6 @@
 #include "cli/output/csv_text.h"
 #include "cli/output/records.h"
 #include "cli/output/text_buffer.h"
-#include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/portability.h"
@@ -173,33 +171,6 @@ std::vector<Column> LocateColumns() {
   return std::move(row.columns);
 }
 
-// The number of rows of each status, for the line at the end.
-class Tally {
- public:
-  void Add(PlaceStatus status) { ++placed_[static_cast<size_t>(status)]; }
-  void AddUnreadable() { ++unreadable_; }
-  void Add(const Tally& other) {
-    for (size_t i = 0; i < placed_.size(); ++i) placed_[i] += other.placed_[i];
-    unreadable_ += other.unreadable_;
-  }
-  std::int64_t Unreadable() const { return unreadable_; }
-
-  // Of rows for this many points.
-  std::string Text(std::uint64_t points) const {
-    std::string parts;
-    for (size_t i = 0; i < placed_.size(); ++i)
-      if (placed_[i] > 0)
-        parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
-    if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
-    return std::to_string(points) + (points == 1 ? " point" : " points") +
-           (parts.empty() ? "" : ": " + parts.substr(2));
-  }
-
- private:
-  std::array<std::int64_t, kPlaceStatuses> placed_{};
-  std::int64_t unreadable_ = 0;
-};
-
 inline std::optional<StationArea> AreaOf(const LocateOptions& options) {
   if (!options.area && !options.offsets) return std::nullopt;
   constexpr double kNoLimit = std::numeric_limits<double>::infinity();
@@ -213,15 +184,6 @@ inline bool IsLeftOut(const LocateOptions& options, const ListedPoint& point, co
   if (options.keep_outside || !(options.area || options.offsets) || !point.problem.empty()) return false;
   return placing.status == PlaceStatus::kOutsideArea || placing.status == PlaceStatus::kBeforeStart ||
          placing.status == PlaceStatus::kBeyondEnd || placing.status == PlaceStatus::kNothing;
-}
-
-// Warns of the unreadable rows and ends with status 1.
-[[noreturn]] inline void EndWithUnreadable(const std::string& list, const ListedPoint& first,
-                                           std::int64_t count) {
-  PrintError(At(list, first.line,
-                first.problem + "; " + std::to_string(count) + (count == 1 ? " row was" : " rows were") +
-                    " not placed; correct the list and run again"));
-  throw ExitWith{1};
 }
 
 }  // namespace velmora::cli
