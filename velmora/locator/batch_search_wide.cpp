@@ -1,6 +1,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "velmora/locator/batch_search.h"
 #include "velmora/platform/vector_lanes.h"
@@ -17,7 +18,7 @@ using namespace wide_lanes;
 
 }  // namespace
 
-BatchRoutines WideRoutines() { return {SearchBatch, MeasureChords}; }
+BatchRoutines WideRoutines() { return {{MeasureChords, SearchNear}, SearchBatch}; }
 
 }  // namespace velmora
 

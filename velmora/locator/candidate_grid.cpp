@@ -29,8 +29,8 @@ double MedianLength(const PlanSnapshot& plan) {
 
 }  // namespace
 
-CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
-    : plan_(&plan), distances_(distances) {
+CandidateGrid::CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& routines)
+    : plan_(&plan), routines_(routines) {
   // Smaller cells have fewer candidates, but with a large plan the memory they take costs more than that.
   constexpr size_t kLargePlan = size_t{1} << 16;
   const double sides_per_segment = plan.Segments() < kLargePlan ? 2 : 1.4;
@@ -43,13 +43,10 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
 
   const size_t tiles = std::clamp<size_t>(plan.Segments() * 4, 64, size_t{1} << 23);
   const size_t slots = std::bit_ceil(tiles * 2);
-  const auto zeros = []<class T>(size_t count, const T&) {
-    return Zeros<T>(static_cast<T*>(std::calloc(count, sizeof(T))));
-  };
-  slots_ = zeros(slots, std::uint64_t{});
-  cells_ = zeros(tiles * GridLayout::kTileCells, PackedCell{});
   run_limit_ = tiles * 4;
-  runs_ = zeros(run_limit_, SegmentRun{});
+  slots_.reset(static_cast<std::uint64_t*>(std::calloc(slots, sizeof(std::uint64_t))));
+  cells_.reset(static_cast<PackedCell*>(std::malloc(tiles * GridLayout::kTileCells * sizeof(PackedCell))));
+  runs_.reset(static_cast<SegmentRun*>(std::malloc(run_limit_ * sizeof(SegmentRun))));
   if (slots_ == nullptr || cells_ == nullptr || runs_ == nullptr) return;  // only the trees answer
   page_limit_ = tiles;
   layout_ = {extent.low,
@@ -85,10 +82,8 @@ PlanePoint CandidateGrid::MiddleOf(std::int32_t column, std::int32_t row, int ce
 }
 
 PackedCell CandidateGrid::Compute(std::int32_t column, std::int32_t row) const {
-  const PlanePoint middle = MiddleOf(column, row, 1);
-  const double radius = side_ * kCellRadius;
   TileCandidates::Candidates candidates;
-  TileCandidates(*plan_, distances_, middle, radius).ForCircle(middle, radius, &candidates);
+  TileCandidates(*plan_, routines_, MiddleOf(column, row, 1), side_ * kCellRadius).ForWhole(&candidates);
   return Encode(candidates);
 }
 
@@ -123,12 +118,11 @@ PackedCell CandidateGrid::FillTile(std::int32_t column, std::int32_t row, Packed
     return cell;
   };
   const auto is_known = [](PackedCell& cell) { return LoadCell(cell) != kUnknownCell; };
-  fills_.fetch_add(1, std::memory_order_relaxed);
   if (!dense && std::count_if(cells, cells + GridLayout::kTileCells, is_known) < kMostSingle)
     return store(column, row, Compute(column, row));
   const std::int32_t first_column = column & ~(kTileSide - 1);
   const std::int32_t first_row = row & ~(kTileSide - 1);
-  const TileCandidates tile(*plan_, distances_, MiddleOf(first_column, first_row, kTileSide),
+  const TileCandidates tile(*plan_, routines_, MiddleOf(first_column, first_row, kTileSide),
                             kTileSide * side_ * kCellRadius);
   TileCandidates::Candidates candidates;
   for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)

@@ -77,7 +77,7 @@ inline PackedCell LoadCell(PackedCell& cell) { return std::atomic_ref(cell).load
 
 class CandidateGrid {
  public:
-  CandidateGrid(const PlanSnapshot& plan, ChordDistances distances);
+  CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& routines);
 
   const GridLayout& Layout() const { return layout_; }
   // A slot holds a tile's key in its upper 40 bits and its page, counted from 1, in the lower 24; the cells
@@ -89,8 +89,6 @@ class CandidateGrid {
   // for tiles is used up.
   // `dense`: many more points follow near this one, and the rest of its tile is computed at once.
   PackedCell CellAt(PlanePoint p, bool dense = false) const;
-  // How many times cells were computed.
-  size_t Fills() const { return fills_.load(std::memory_order_relaxed); }
   // The candidates of a cell with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(PackedCell cell, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(RunFirst(cell)), static_cast<std::uint32_t>(RunCount(cell))};
@@ -113,8 +111,9 @@ class CandidateGrid {
   struct Free {
     void operator()(void* memory) const { std::free(memory); }
   };
+  // From malloc or, of zeros, calloc: memory costs nothing until it is written.
   template <class T>
-  using Zeros = std::unique_ptr<T[], Free>;  // from calloc: memory costs nothing until it is written
+  using Array = std::unique_ptr<T[], Free>;
 
   PackedCell Compute(std::int32_t column, std::int32_t row) const;
   PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const;
@@ -124,16 +123,15 @@ class CandidateGrid {
   PackedCell Encode(const TileCandidates::Candidates& candidates) const;
 
   const PlanSnapshot* plan_;
-  ChordDistances distances_;
+  ChordRoutines routines_;
   GridLayout layout_;
   double side_ = 0;
   size_t page_limit_ = 0;
   size_t run_limit_ = 0;
-  Zeros<std::uint64_t> slots_;
-  Zeros<PackedCell> cells_;
-  Zeros<SegmentRun> runs_;  // the lists, each after its head
+  Array<std::uint64_t> slots_;
+  Array<PackedCell> cells_;
+  Array<SegmentRun> runs_;  // the lists, each after its head
   mutable std::atomic<size_t> pages_used_ = 0;
-  mutable std::atomic<size_t> fills_ = 0;
   mutable std::atomic<size_t> runs_used_ = 1;  // a list is never at 0
 };
 

@@ -28,7 +28,7 @@ PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const Ba
                        std::vector<std::uint32_t> roads, int threads)
     : plan_(std::move(points), no_station, std::move(roads), threads),
       routines_(routines),
-      grid_(plan_, routines_.distances),
+      grid_(plan_, routines_),
       view_{grid_.Layout(),
             grid_.Slots(),
             grid_.Cells(),
@@ -100,7 +100,10 @@ void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, dou
 
 void PlanSearch::FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
                            int* result, bool dense) const {
-  SearchCells(x, y, count, station, offset, result, dense);
+  if (grid_.Slots() != nullptr)
+    routines_.search(view_, dense, x, y, count, station, offset, result);
+  else
+    std::fill_n(result, count, kUnsolved);
   for (size_t i = 0; i < count; ++i) {
     if (result[i] != kUnsolved) continue;
     const StationOffset found = FindOne({y[i], x[i]});
@@ -110,24 +113,8 @@ void PlanSearch::FindBlock(const double* x, const double* y, size_t count, doubl
   }
 }
 
-// Answers what the batch search can; where many cells were not known, computes them and searches again.
-void PlanSearch::SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result, bool dense) const {
-  std::fill_n(result, count, kUnsolved);
-  if (grid_.Slots() == nullptr) return;
-  routines_.search(view_, x, y, count, station, offset, result);
-  const auto unsolved = static_cast<size_t>(std::count(result, result + count, kUnsolved));
-  if (unsolved < 3 || unsolved < count / 8) return;
-  const size_t known = grid_.Fills();
-  for (size_t i = 0; i < count; ++i)
-    if (result[i] == kUnsolved) grid_.CellAt({y[i], x[i]}, dense);
-  if (grid_.Fills() != known) routines_.search(view_, x, y, count, station, offset, result);
-}
-
-// Among the candidates of the point's cell where the answer is within its reach, else by the trees, which of
-// a few segments look at all anyway.
+// Among the candidates of the point's cell where the answer is within its reach, else by the trees.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
-  if (plan_.Segments() <= BoundTree::kFan) return plan_.Find(p);
   const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {

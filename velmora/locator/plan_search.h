@@ -45,8 +45,6 @@ class PlanSearch {
   void FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const;
   void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset, int* result,
                  bool dense) const;
-  void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result, bool dense) const;
 
   PlanSnapshot plan_;
   BatchRoutines routines_;

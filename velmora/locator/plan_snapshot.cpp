@@ -51,7 +51,7 @@ PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std:
     v_[i] = points_.back().x;
     stations_[i] = points_.back().sek;
   }
-  PutTogether(parts, leaves);
+  PutTogether(parts, std::move(leaves));
 }
 
 void PlanSnapshot::NumberArcs() {
@@ -97,7 +97,7 @@ void PlanSnapshot::Bound(Part* part, std::vector<FootBound>* leaves) const {
   }
 }
 
-void PlanSnapshot::PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves) {
+void PlanSnapshot::PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves) {
   for (const Part& part : parts) {
     unbounded_.insert(unbounded_.end(), part.unbounded.begin(), part.unbounded.end());
     axis_quirks_.insert(axis_quirks_.end(), part.axis_quirks.begin(), part.axis_quirks.end());
@@ -107,11 +107,11 @@ void PlanSnapshot::PutTogether(const std::vector<Part>& parts, const std::vector
               chord_slacks_.begin() + static_cast<std::ptrdiff_t>(part.begin));
   }
   for (const FootBound& leaf : leaves) extent_.Include(leaf.box);
-  tree_.Build(leaves);
+  tree_.Build(std::move(leaves));
   std::vector<FootBound> quirk_leaves((axis_quirks_.size() + BoundTree::kFan - 1) / BoundTree::kFan);
   for (size_t i = 0; i < axis_quirks_.size(); ++i)
     quirk_leaves[i / BoundTree::kFan].Include(axis_quirks_[i].bound);
-  axis_tree_.Build(quirk_leaves);
+  axis_tree_.Build(std::move(quirk_leaves));
 }
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {

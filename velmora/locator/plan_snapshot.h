@@ -105,7 +105,7 @@ class PlanSnapshot {
   void NumberArcs();
   void Fill(const Part& part);
   void Bound(Part* part, std::vector<FootBound>* leaves) const;
-  void PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves);
+  void PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves);
 
   std::vector<kovltype> points_;
   std::vector<std::uint32_t> roads_;
