@@ -115,7 +115,6 @@ class CandidateGrid {
   template <class T>
   using Array = std::unique_ptr<T[], Free>;
 
-  PackedCell Compute(std::int32_t column, std::int32_t row) const;
   PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const;
   PackedCell FillTile(std::int32_t column, std::int32_t row, PackedCell* cells, bool dense) const;
   // Of `cells` by `cells` cells from this one on.
@@ -130,6 +129,7 @@ class CandidateGrid {
   size_t run_limit_ = 0;
   Array<std::uint64_t> slots_;
   Array<PackedCell> cells_;
+  Array<std::uint8_t> singles_;  // cells computed one by one, by page
   Array<SegmentRun> runs_;  // the lists, each after its head
   mutable std::atomic<size_t> pages_used_ = 0;
   mutable std::atomic<size_t> runs_used_ = 1;  // a list is never at 0

@@ -80,20 +80,36 @@ void PlanSnapshot::Fill(const Part& part) {
 }
 
 void PlanSnapshot::Bound(Part* part, std::vector<FootBound>* leaves) const {
-  for (size_t i = part->begin; i < part->end; ++i) {
-    if (IsBetweenRoads(i)) continue;
-    const SegmentBounds bounds = BoundsOfSegment(points_[i], points_[i + 1], ArcOf(i));
-    if (bounds.unbounded) {
-      part->unbounded.push_back(static_cast<std::uint32_t>(i));
-      continue;
+  static_assert(BoundTree::kFan <= StraightTangents::kMost);
+  for (size_t begin = part->begin; begin < part->end; begin += BoundTree::kFan) {
+    FootBound& leaf = (*leaves)[begin / BoundTree::kFan];
+    StraightTangents straights;
+    for (size_t i = begin; i < std::min(begin + BoundTree::kFan, part->end); ++i) {
+      if (IsBetweenRoads(i)) continue;
+      const PlanePoint a = InPlane(points_[i]);
+      const PlanePoint b = InPlane(points_[i + 1]);
+      SegmentBounds bounds;
+      if (const ArcFrame* const frame = ArcOf(i)) {
+        const ArcBounds arc = BoundsOfArc(a, b, *frame);
+        bounds = arc.segment;
+        leaf.tangents.Include(arc.tangents);
+        for (const FootBound& quirk : arc.axis_quirks)
+          part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+      } else {
+        bounds = BoundsOfStraight(a, b);
+        if (!bounds.unbounded) straights.Add(a, b, inverse_[i]);
+      }
+      if (bounds.unbounded) {
+        part->unbounded.push_back(static_cast<std::uint32_t>(i));
+        continue;
+      }
+      leaf.box.Include(bounds.box);
+      if (bounds.chord_slack > 0) {
+        part->chord_slacks.resize(part->end - part->begin);
+        part->chord_slacks[i - part->begin] = bounds.chord_slack;
+      }
     }
-    (*leaves)[i / BoundTree::kFan].Include(bounds.feet);
-    if (bounds.chord_slack > 0) {
-      part->chord_slacks.resize(part->end - part->begin);
-      part->chord_slacks[i - part->begin] = bounds.chord_slack;
-    }
-    for (const FootBound& quirk : bounds.axis_quirks)
-      part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+    leaf.tangents.Include(straights.All());
   }
 }
 

@@ -47,7 +47,7 @@ struct PointSearch {
 
 class PlanSnapshot {
  public:
-  // A place at which an arc answers beside an axis through its centre (SegmentBounds::axis_quirks).
+  // A place at which an arc answers beside an axis through its centre (ArcBounds::axis_quirks).
   struct AxisQuirk {
     FootBound bound;
     std::uint32_t segment;

@@ -18,27 +18,25 @@ double RoomFor(double radius) { return 2 * radius + kTileRoom; }
 
 }  // namespace
 
-// Adds a segment above all others, or one of the last run. False when there is no room for another run.
-bool TileCandidates::Candidates::Add(std::uint32_t segment, std::uint32_t* total) {
-  if (runs == 0 || segment > run[runs - 1].first + run[runs - 1].count + kWorthBridging) {
-    if (runs == kMostRuns) return false;
-    run[runs++] = {segment, 0};
+bool TileCandidates::Candidates::Add(std::uint32_t segment) {
+  if (runs > 0 && segment <= run[runs - 1].first + run[runs - 1].count + kWorthBridging) {
+    run[runs - 1].count = segment + 1 - run[runs - 1].first;
+    return true;
   }
-  SegmentRun& last = run[runs - 1];
-  const std::uint32_t count = std::max(last.count, segment + 1 - last.first);
-  *total += count - last.count;
-  last.count = count;
+  if (runs == kMostRuns) return false;
+  run[runs++] = {segment, 1};
   return true;
 }
 
 void NearSegments::DropFarOnes() {
-  const auto end = near.begin() + static_cast<std::ptrdiff_t>(count);
-  count = static_cast<size_t>(
-      std::remove_if(near.begin(), end, [this](const One& one) { return one.away > limit; }) - near.begin());
+  size_t kept = 0;
+  for (size_t k = 0; k < count; ++k)
+    if (near[k].away <= Limit()) near[kept++] = near[k];
+  count = kept;
 }
 
-// Few leaves are visited, mostly in their order or against it.
-void NearSegments::End() {
+// By insertion: few leaves are visited, mostly in their order or against it.
+void NearSegments::Sort() {
   DropFarOnes();
   for (size_t k = 1; k < count; ++k) {
     const One one = near[k];
@@ -46,18 +44,23 @@ void NearSegments::End() {
     for (; at > 0 && near[at - 1].segment > one.segment; --at) near[at] = near[at - 1];
     near[at] = one;
   }
-  too_many = too_many || !(nearest < kFarthest);
 }
 
 TileCandidates::TileCandidates(const PlanSnapshot& plan, const ChordRoutines& routines, PlanePoint middle,
                                double radius)
-    : plan_(&plan), distances_(routines.distances), middle_(middle), radius_(radius) {
-  routines.near(plan, middle, RoomFor(radius), &near_);
-  CollectAxisQuirks();
+    : plan_(&plan),
+      distances_(routines.distances),
+      middle_(middle),
+      radius_(radius),
+      near_(RoomFor(radius)) {
+  const double farthest = near_.nearest;
+  routines.near(plan, middle, &near_);
+  near_.too_many = near_.too_many || !(near_.nearest < farthest);
+  if (!plan.AxisQuirks().empty()) CollectAxisQuirks();
 }
 
 void TileCandidates::CollectAxisQuirks() {
-  const double limit = Squared(near_.limit);
+  const double limit = Squared(near_.Limit());
   plan_->AxisTree().Search(
       middle_, [&](const BoundTree::Node&, double squared) { return !near_.too_many && squared <= limit; },
       [&](size_t leaf) {
@@ -72,9 +75,10 @@ void TileCandidates::CollectAxisQuirks() {
       });
 }
 
-void TileCandidates::ForCircle(PlanePoint middle, double radius, Candidates* found) const {
-  NearSegments near;  // NOLINT: filled as far as it is read
-  near.Begin(RoomFor(radius));
+void TileCandidates::ForCircle(PlanePoint middle, double radius, Candidates* found) {
+  if (!sorted_) near_.Sort();
+  sorted_ = true;
+  NearSegments near(RoomFor(radius));
   near.too_many = near_.too_many;
   std::array<double, 2 * kChordsAtOnce> away;  // NOLINT: written before it is read
   for (size_t k = 0; k < near_.count;) {
@@ -87,36 +91,54 @@ void TileCandidates::ForCircle(PlanePoint middle, double radius, Candidates* fou
       near.near[near.count++] = {segment, away[segment - first] - slack};
     }
   }
-  near.limit = near.nearest + near.room;
-  near.End();
-  Choose(near, middle, radius, found);
+  Choose(middle, radius, &near, found);
 }
 
-void TileCandidates::Choose(const NearSegments& near, PlanePoint middle, double radius,
-                            Candidates* found) const {
+void TileCandidates::Choose(PlanePoint middle, double radius, NearSegments* near, Candidates* found) const {
   found->reach = 0;
-  found->runs = 0;
-  if (near.too_many) return;
+  if (near->too_many) return;
+  const double limit = near->Limit();
+  std::uint32_t low = std::numeric_limits<std::uint32_t>::max();
+  std::uint32_t high = 0;
+  for (size_t k = 0; k < near->count; ++k) {
+    if (near->near[k].away > limit) continue;
+    low = std::min(low, near->near[k].segment);
+    high = std::max(high, near->near[k].segment);
+  }
+  if (quirks_ == 0 && high - low < kLongestRun) {
+    found->runs = 1;
+    found->run[0] = {low, high - low + 1};
+    found->chords_bound_feet = true;
+  } else if (!AddInOrder(middle, near, found)) {
+    return;
+  }
+  // Whatever answers for a point of the circle is within this of it.
+  const double reach = limit - radius;
+  found->reach = reach * (1 - 1e-5) - kTileRoom / 2;
+}
+
+bool TileCandidates::AddInOrder(PlanePoint middle, NearSegments* near, Candidates* found) const {
   std::array<std::uint32_t, kMostQuirks> beside;  // NOLINT: filled as far as it is read
   size_t besides = 0;
   for (size_t k = 0; k < quirks_; ++k)
-    if (quirk_[k]->bound.box.SquaredDistance(middle) <= Squared(near.limit))
+    if (quirk_[k]->bound.box.SquaredDistance(middle) <= Squared(near->Limit()))
       beside[besides++] = quirk_[k]->segment;
   std::sort(beside.begin(), beside.begin() + static_cast<std::ptrdiff_t>(besides));
-  found->chords_bound_feet = besides == 0;
+  near->Sort();
 
+  found->runs = 0;
+  found->chords_bound_feet = besides == 0;
   bool room = true;
-  std::uint32_t total = 0;
   size_t next = 0;  // among `beside`
-  for (size_t k = 0; k < near.count && room; ++k) {
-    for (; next < besides && beside[next] < near.near[k].segment && room; ++next)
-      room = found->Add(beside[next], &total);
-    room = room && found->Add(near.near[k].segment, &total);
+  for (size_t k = 0; k < near->count; ++k) {
+    for (; next < besides && beside[next] < near->near[k].segment; ++next)
+      room = found->Add(beside[next]) && room;
+    room = found->Add(near->near[k].segment) && room;
   }
-  for (; next < besides && room; ++next) room = found->Add(beside[next], &total);
-  // Whatever answers for a point of the circle is within this of it.
-  const double reach = near.limit - radius;
-  if (room && total <= kMostInCell) found->reach = reach * (1 - 1e-5) - kTileRoom / 2;
+  for (; next < besides; ++next) room = found->Add(beside[next]) && room;
+  std::uint32_t total = 0;
+  for (size_t r = 0; r < found->runs; ++r) total += found->run[r].count;
+  return room && total <= kMostInCell;
 }
 
 }  // namespace velmora

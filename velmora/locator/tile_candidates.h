@@ -23,7 +23,7 @@ inline constexpr size_t kChordsAtOnce = 4;
 using ChordDistances = void (*)(const PlanSnapshot& plan, PlanePoint p, size_t first, size_t count,
                                 double* distances);
 
-// The segments near a place, in order.
+// The segments near a place, in no order.
 struct NearSegments {
   static constexpr size_t kMost = 256;
   struct One {
@@ -31,44 +31,20 @@ struct NearSegments {
     double away;  // of its chord, less the slack
   };
 
-  double nearest;  // the nearest segment is at most this far away
-  double room;     // segments farther than the nearest by more than this are left out
-  double limit;    // nearest + room
-  bool too_many;
-  size_t count;
-  std::array<One, kMost + BoundTree::kFan> near;
+  double nearest = 1e6;  // m, the nearest segment is at most this far away: beyond, rounding would need more room
+  double room;           // segments farther than the nearest by more than this are left out
+  bool too_many = false;
+  size_t count = 0;
+  std::array<One, kMost + BoundTree::kFan> near;  // NOLINT: filled as far as it is read
 
-  void Begin(double more) {
-    nearest = kFarthest;
-    room = more;
-    limit = nearest + room;
-    too_many = false;
-    count = 0;
-  }
-  // The segments of a leaf. One of them is at most `most` away.
-  void Add(std::uint32_t first, const double* away, double most) {
-    if (most < nearest) {
-      nearest = most;
-      limit = nearest + room;
-    }
-    for (std::uint32_t i = 0; i < BoundTree::kFan; ++i) {
-      near[count] = {first + i, away[i]};
-      count += away[i] <= limit ? 1 : 0;
-    }
-    if (count <= kMost) return;
-    DropFarOnes();
-    too_many = count > kMost - BoundTree::kFan;
-  }
-  void End();
-
- private:
-  static constexpr double kFarthest = 1e6;  // m: beyond, rounding would need more room
-
+  explicit NearSegments(double more) : room(more) {}
+  double Limit() const { return nearest + room; }
   void DropFarOnes();
+  void Sort();  // those that are not too far
 };
 
-// Finds those near `p`.
-using NearSearch = void (*)(const PlanSnapshot& plan, PlanePoint p, double room, NearSegments* found);
+// Adds those near `p`, and some that are too far.
+using NearSearch = void (*)(const PlanSnapshot& plan, PlanePoint p, NearSegments* found);
 
 // Compiled for each width of vectors.
 struct ChordRoutines {
@@ -83,6 +59,7 @@ class TileCandidates {
   TileCandidates(const PlanSnapshot& plan, const ChordRoutines& routines, PlanePoint middle, double radius);
 
   static constexpr size_t kMostRuns = 16;
+  static constexpr std::uint32_t kLongestRun = 15;  // that is a cell's only one
   struct Candidates {
     // Every other segment is farther than this from each of the points. 0 when there are too many to be
     // worth a list.
@@ -92,23 +69,26 @@ class TileCandidates {
     size_t runs = 0;
     std::array<SegmentRun, kMostRuns> run;  // in order; NOLINT: filled as far as it is read
 
-    bool Add(std::uint32_t segment, std::uint32_t* total);
+    // Adds a segment that is none of those before the last one. False when there is no room for its run.
+    bool Add(std::uint32_t segment);
   };
-  void ForWhole(Candidates* found) const { Choose(near_, middle_, radius_, found); }
+  void ForWhole(Candidates* found) { Choose(middle_, radius_, &near_, found); }
   // For points within `radius` of `middle`, a circle inside the whole.
-  void ForCircle(PlanePoint middle, double radius, Candidates* found) const;
+  void ForCircle(PlanePoint middle, double radius, Candidates* found);
 
  private:
   static constexpr size_t kMostQuirks = 64;
 
   void CollectAxisQuirks();
-  void Choose(const NearSegments& near, PlanePoint middle, double radius, Candidates* found) const;
+  void Choose(PlanePoint middle, double radius, NearSegments* near, Candidates* found) const;
+  bool AddInOrder(PlanePoint middle, NearSegments* near, Candidates* found) const;
 
   const PlanSnapshot* plan_;
   ChordDistances distances_;
   PlanePoint middle_;
   double radius_;
   NearSegments near_;
+  bool sorted_ = false;
   size_t quirks_ = 0;
   std::array<const PlanSnapshot::AxisQuirk*, kMostQuirks> quirk_;  // NOLINT: filled as far as it is read
 };
