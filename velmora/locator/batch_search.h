@@ -33,9 +33,9 @@ inline constexpr int kUnsolved = -2;         // a result that is left to the cal
 
 // Answers those of up to kMostInBatch points that plainly have their foot on one segment; the result of the
 // others is kUnsolved, with their outputs untouched. The result is 0 on a single road, of several the road's
-// number. Computes cells that were not known; `dense` as for CandidateGrid::CellAt.
-using BatchSearch = void (*)(const BatchView& view, bool dense, const double* x, const double* y,
-                             size_t count, double* station, double* offset, int* result);
+// number. Computes the cells that are not known.
+using BatchSearch = void (*)(const BatchView& view, const double* x, const double* y, size_t count,
+                             double* station, double* offset, int* result);
 
 struct BatchRoutines : ChordRoutines {
   BatchSearch search;

@@ -11,8 +11,7 @@ constexpr std::int32_t kTileSide = 1 << GridLayout::kTileBits;
 constexpr double kMostCells = 1 << 22;      // along one side of the grid
 constexpr size_t kMostSegments = 1u << 28;  // limit of a cell's 28 bits
 constexpr int kMostProbes = 32;             // for a tile among the slots
-constexpr std::uint8_t kMostSingle = 6;  // cells of a tile: they take as long as the whole tile
-constexpr double kCellRadius = 0.70711;  // of its side, with room for rounding
+constexpr double kCellRadius = 0.70711;     // of its side, with room for rounding
 
 // The median length of a sample of the chords.
 double MedianLength(const PlanSnapshot& plan) {
@@ -46,10 +45,8 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& rout
   run_limit_ = tiles * 4;
   slots_.reset(static_cast<std::uint64_t*>(std::calloc(slots, sizeof(std::uint64_t))));
   cells_.reset(static_cast<PackedCell*>(std::malloc(tiles * GridLayout::kTileCells * sizeof(PackedCell))));
-  singles_.reset(static_cast<std::uint8_t*>(std::malloc(tiles)));
   runs_.reset(static_cast<SegmentRun*>(std::malloc(run_limit_ * sizeof(SegmentRun))));
-  if (slots_ == nullptr || cells_ == nullptr || singles_ == nullptr || runs_ == nullptr)
-    return;  // only the trees answer
+  if (slots_ == nullptr || cells_ == nullptr || runs_ == nullptr) return;  // only the trees answer
   page_limit_ = tiles;
   layout_ = {extent.low,
              1 / side_,
@@ -59,7 +56,7 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& rout
              slots - 1};
 }
 
-PackedCell CandidateGrid::CellAt(PlanePoint p, bool dense) const {
+PackedCell CandidateGrid::CellAt(PlanePoint p) const {
   const double column = (p.h - layout_.low.h) * layout_.per_metre;
   const double row = (p.v - layout_.low.v) * layout_.per_metre;
   if (!(column >= 0 && column < layout_.columns && row >= 0 && row < layout_.rows)) return 0;
@@ -69,29 +66,23 @@ PackedCell CandidateGrid::CellAt(PlanePoint p, bool dense) const {
   size_t slot = FirstSlot(layout_, c, r);
   for (int probes = 0; probes < kMostProbes; ++probes, slot = (slot + 1) & layout_.slot_mask) {
     const std::uint64_t held = LoadSlot(slots_[slot]);
-    if (held == 0) return BeginTile(c, r, slot, dense);
+    if (held == 0) return BeginTile(c, r, slot);
     if (held >> kPageBits != key) continue;
     PackedCell* const cells = &cells_[PageOf(held) * GridLayout::kTileCells];
     const PackedCell cell = LoadCell(cells[CellInTile(c, r)]);
-    return cell == kUnknownCell ? FillTile(c, r, cells, dense) : cell;
+    return cell == kUnknownCell ? Fill(c, r, cells) : cell;
   }
   return 0;
 }
 
-PlanePoint CandidateGrid::MiddleOf(std::int32_t column, std::int32_t row, int cells) const {
-  const double half = cells / 2.0;
-  return {layout_.low.h + (column + half) * side_, layout_.low.v + (row + half) * side_};
-}
-
 // Computes the cell and publishes its tile in the first free slot from `slot` on.
-PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const {
+PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot) const {
   if (pages_used_.load(std::memory_order_relaxed) >= page_limit_) return 0;
   const size_t page = pages_used_.fetch_add(1, std::memory_order_relaxed);
   if (page >= page_limit_) return 0;
   PackedCell* const cells = &cells_[page * GridLayout::kTileCells];
   std::fill_n(cells, GridLayout::kTileCells, kUnknownCell);
-  singles_[page] = 0;
-  const PackedCell cell = FillTile(column, row, cells, dense);
+  const PackedCell cell = Fill(column, row, cells);
 
   const std::uint64_t key = TileKey(column, row);
   const std::uint64_t mine = key << kPageBits | (page + 1);
@@ -105,44 +96,18 @@ PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_
   return cell;
 }
 
-// Computes the cell; for `dense`, and where some are known already, also all of its tile that are not.
-// Threads that do so at once store equal cells.
-PackedCell CandidateGrid::FillTile(std::int32_t column, std::int32_t row, PackedCell* cells,
-                                   bool dense) const {
-  const auto store = [this, cells](std::int32_t c, std::int32_t r, const TileCandidates::Candidates& found) {
-    const PackedCell cell = Encode(found);
-    std::atomic_ref(cells[CellInTile(c, r)]).store(cell, std::memory_order_release);
-    return cell;
-  };
-  const double radius = side_ * kCellRadius;
-  TileCandidates::Candidates candidates;
-  std::atomic_ref singles(singles_[static_cast<size_t>(cells - cells_.get()) / GridLayout::kTileCells]);
-  const std::uint8_t known = singles.load(std::memory_order_relaxed);
-  if (!dense && known < kMostSingle) {
-    singles.store(known + 1, std::memory_order_relaxed);
-    TileCandidates(*plan_, routines_, MiddleOf(column, row, 1), radius).ForWhole(&candidates);
-    return store(column, row, candidates);
-  }
-  const std::int32_t first_column = column & ~(kTileSide - 1);
-  const std::int32_t first_row = row & ~(kTileSide - 1);
-  TileCandidates tile(*plan_, routines_, MiddleOf(first_column, first_row, kTileSide),
-                            kTileSide * radius);
-  PackedCell wanted = 0;
-  for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)
-    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r) {
-      if (LoadCell(cells[CellInTile(c, r)]) != kUnknownCell) continue;
-      tile.ForCircle(MiddleOf(c, r, 1), radius, &candidates);
-      const PackedCell cell = store(c, r, candidates);
-      if (c == column && r == row) wanted = cell;
-    }
-  return wanted;
+PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, PackedCell* cells) const {
+  const PlanePoint middle{layout_.low.h + (column + 0.5) * side_, layout_.low.v + (row + 0.5) * side_};
+  const PackedCell cell = Encode(CellCandidates(*plan_, routines_, middle, side_ * kCellRadius));
+  std::atomic_ref(cells[CellInTile(column, row)]).store(cell, std::memory_order_release);
+  return cell;
 }
 
-PackedCell CandidateGrid::Encode(const TileCandidates::Candidates& candidates) const {
+PackedCell CandidateGrid::Encode(const CellCandidates& candidates) const {
   if (candidates.reach <= 0) return 0;
   const auto reach = std::uint64_t{std::bit_cast<std::uint32_t>(static_cast<float>(candidates.reach))} << 32;
   const SegmentRun& only = candidates.run[0];
-  if (candidates.runs == 1 && only.count <= TileCandidates::kLongestRun && candidates.chords_bound_feet)
+  if (candidates.runs == 1 && only.count <= kLongestRun && candidates.chords_bound_feet)
     return reach | std::uint64_t{only.first} << 4 | only.count;
   const size_t needed = candidates.runs + 1;
   const size_t place = runs_used_.fetch_add(needed, std::memory_order_relaxed);

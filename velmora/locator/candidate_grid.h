@@ -1,6 +1,6 @@
-// The segments that can be nearest, by square cells of the ground near a plan. Four by four cells form a
-// tile. The first cells that points fall into are computed one by one, as scattered points come to few
-// others; the next one with all the rest. Any number of threads look up and fill at once, without locks.
+// The segments that can be nearest, by square cells of the ground near a plan. Cells are
+// computed when points fall into them; four by four share a tile of memory. Any number of threads look up and
+// fill at once, without locks.
 //
 // A cell's candidates come with a reach: every other segment is farther than that from every point of the
 // cell. So a nearest candidate within the reach is the nearest segment.
@@ -17,8 +17,8 @@
 #include <vector>
 
 #include "velmora/alignment/geometry.h"
+#include "velmora/locator/cell_candidates.h"
 #include "velmora/locator/plan_snapshot.h"
-#include "velmora/locator/tile_candidates.h"
 
 namespace velmora {
 
@@ -87,8 +87,7 @@ class CandidateGrid {
 
   // The cell of a point, computed where it was not known; a reach of 0 outside the grid and when the memory
   // for tiles is used up.
-  // `dense`: many more points follow near this one, and the rest of its tile is computed at once.
-  PackedCell CellAt(PlanePoint p, bool dense = false) const;
+  PackedCell CellAt(PlanePoint p) const;
   // The candidates of a cell with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(PackedCell cell, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(RunFirst(cell)), static_cast<std::uint32_t>(RunCount(cell))};
@@ -115,11 +114,10 @@ class CandidateGrid {
   template <class T>
   using Array = std::unique_ptr<T[], Free>;
 
-  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const;
-  PackedCell FillTile(std::int32_t column, std::int32_t row, PackedCell* cells, bool dense) const;
-  // Of `cells` by `cells` cells from this one on.
-  PlanePoint MiddleOf(std::int32_t column, std::int32_t row, int cells) const;
-  PackedCell Encode(const TileCandidates::Candidates& candidates) const;
+  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot) const;
+  // Computes a cell of a tile. Threads that do so at once store equal cells.
+  PackedCell Fill(std::int32_t column, std::int32_t row, PackedCell* cells) const;
+  PackedCell Encode(const CellCandidates& candidates) const;
 
   const PlanSnapshot* plan_;
   ChordRoutines routines_;
@@ -129,7 +127,6 @@ class CandidateGrid {
   size_t run_limit_ = 0;
   Array<std::uint64_t> slots_;
   Array<PackedCell> cells_;
-  Array<std::uint8_t> singles_;  // cells computed one by one, by page
   Array<SegmentRun> runs_;  // the lists, each after its head
   mutable std::atomic<size_t> pages_used_ = 0;
   mutable std::atomic<size_t> runs_used_ = 1;  // a list is never at 0

@@ -33,8 +33,7 @@ struct Locator::State {
     StationIndex index;
   };
 
-  State(std::vector<kovltype> points, int type)
-      : typ(type), search(std::move(points), CVaglinje::Seknoll) {}
+  State(std::vector<kovltype> points, int type) : typ(type), search(std::move(points), CVaglinje::Seknoll) {}
 
   int typ;
   PlanSearch search;
@@ -70,7 +69,8 @@ int Locator::Vag2xy(double sek, double avst, double* x, double* y) const {
   if (state_->typ == kProfileType) return -1;
   *x = *y = kNoCoordinate;
   const std::vector<kovltype>& points = state_->search.Plan().Points();
-  const std::optional<size_t> segment = SegmentAtStation(points, state_->plan_stations.From(points, PlanStations), sek);
+  const std::optional<size_t> segment =
+      SegmentAtStation(points, state_->plan_stations.From(points, PlanStations), sek);
   if (!segment) return -1;
   const PlanePoint point = PointOnSegment(points[*segment], points[*segment + 1], sek, avst);
   *x = point.v;

@@ -17,8 +17,7 @@ constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
 constexpr size_t kMostPartCells = size_t{1} << 14;
-constexpr double kClose = 2000;        // m
-constexpr size_t kPointsForTiles = 4;  // a segment, from which whole tiles are computed at once
+constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.
 constexpr size_t kShortBatch = kMostInBatch / 2;
 
@@ -47,9 +46,8 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
                       int* result) const {
   const size_t segments = plan_.Segments();
   const size_t part = std::min(count, std::max(kLeastSorted, kSortedForSegments * segments));
-  const bool dense = count / kPointsForTiles >= segments;
   if (segments < kLargePlan || part < segments / kPointsForSegments || !AreScattered(x, y, count, kClose)) {
-    FindInOrder(x, y, count, station, offset, result, dense);
+    FindInOrder(x, y, count, station, offset, result);
     return;
   }
   // The memory is kept for the next batch; of several threads' the last one's.
@@ -58,14 +56,14 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
     sort.reset(new (std::nothrow)
                    SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostPartCells), part));
   if (sort == nullptr || !sort->IsUsable()) {
-    FindInOrder(x, y, count, station, offset, result, dense);
+    FindInOrder(x, y, count, station, offset, result);
     return;
   }
   for (size_t done = 0; done < count; done += part) {
     const size_t now = std::min(part, count - done);
     sort->Sort(x + done, y + done, now);
     for (size_t at = 0; at < now; at += kMostInBatch)
-      FindPoints(at, std::min(kMostInBatch, now - at), sort.get(), dense);
+      FindPoints(at, std::min(kMostInBatch, now - at), sort.get());
     sort->ScatterAnswers(now, station + done, offset + done, result + done);
   }
   sort.reset(spare_.exchange(sort.release()));
@@ -73,7 +71,7 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
 
 PlanSearch::~PlanSearch() { delete spare_.load(); }
 
-void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const {
+void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort) const {
   const SpatialSort::Point* const points = sort->Points() + first;
   struct Block {
     double x[kMostInBatch];
@@ -86,22 +84,22 @@ void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort, bool 
     block.x[k] = points[std::min(k, count - 1)].x;
     block.y[k] = points[std::min(k, count - 1)].y;
   }
-  FindBlock(block.x, block.y, count, block.station, block.offset, block.result, dense);
+  FindBlock(block.x, block.y, count, block.station, block.offset, block.result);
   for (size_t k = 0; k < count; ++k)
     sort->Keep({block.station[k], block.offset[k], points[k].from, block.result[k]});
 }
 
 void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result, bool dense) const {
+                             int* result) const {
   for (size_t done = 0; done < count; done += kShortBatch)
     FindBlock(x + done, y + done, std::min(kShortBatch, count - done), station + done, offset + done,
-              result + done, dense);
+              result + done);
 }
 
 void PlanSearch::FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
-                           int* result, bool dense) const {
+                           int* result) const {
   if (grid_.Slots() != nullptr)
-    routines_.search(view_, dense, x, y, count, station, offset, result);
+    routines_.search(view_, x, y, count, station, offset, result);
   else
     std::fill_n(result, count, kUnsolved);
   for (size_t i = 0; i < count; ++i) {

@@ -40,11 +40,11 @@ class PlanSearch {
 
  private:
   void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result, bool dense) const;
-  // Each at most kMostInBatch points. `dense` as for CandidateGrid::CellAt.
-  void FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const;
-  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset, int* result,
-                 bool dense) const;
+                   int* result) const;
+  // Each at most kMostInBatch points.
+  void FindPoints(size_t first, size_t count, SpatialSort* sort) const;
+  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
+                 int* result) const;
 
   PlanSnapshot plan_;
   BatchRoutines routines_;
