@@ -22,8 +22,8 @@ struct BatchView {
   const double* chord_slacks;  // may be null
   const double* stations;
   const PlanSnapshot* plan;
-  const CandidateGrid* grid;
-  size_t last;  // vertex
+  const CandidateGrid* grid;  // null where each point is compared with all segments
+  size_t last;                // vertex
   bool descending;
   const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
 };

@@ -79,6 +79,8 @@ class PlanSnapshot {
   const ArcFrame* ArcOf(size_t segment) const {
     return arc_of_.empty() || arc_of_[segment] == kNoArc ? nullptr : &arcs_[arc_of_[segment]];
   }
+  // Whether comparing chords bounds the distances of a single road's feet.
+  bool CanCompareAll() const { return roads_.empty() && axis_quirks_.empty() && !HasUnbounded(); }
   // Whether some segment has no bounds, so that no cell can list its candidates.
   bool HasUnbounded() const { return !unbounded_.empty(); }
   const std::vector<std::uint32_t>& Unbounded() const { return unbounded_; }
