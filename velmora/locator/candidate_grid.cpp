@@ -56,7 +56,7 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& rout
              slots - 1};
 }
 
-PackedCell CandidateGrid::CellAt(PlanePoint p) const {
+PackedCell CandidateGrid::CellAt(PlanePoint p, size_t close) const {
   const double column = (p.h - layout_.low.h) * layout_.per_metre;
   const double row = (p.v - layout_.low.v) * layout_.per_metre;
   if (!(column >= 0 && column < layout_.columns && row >= 0 && row < layout_.rows)) return 0;
@@ -66,23 +66,23 @@ PackedCell CandidateGrid::CellAt(PlanePoint p) const {
   size_t slot = FirstSlot(layout_, c, r);
   for (int probes = 0; probes < kMostProbes; ++probes, slot = (slot + 1) & layout_.slot_mask) {
     const std::uint64_t held = LoadSlot(slots_[slot]);
-    if (held == 0) return BeginTile(c, r, slot);
+    if (held == 0) return BeginTile(c, r, slot, close);
     if (held >> kPageBits != key) continue;
     PackedCell* const cells = &cells_[PageOf(held) * GridLayout::kTileCells];
     const PackedCell cell = LoadCell(cells[CellInTile(c, r)]);
-    return cell == kUnknownCell ? Fill(c, r, cells) : cell;
+    return cell == kUnknownCell ? Fill(c, r, cells, close) : cell;
   }
   return 0;
 }
 
 // Computes the cell and publishes its tile in the first free slot from `slot` on.
-PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot) const {
+PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot, size_t close) const {
   if (pages_used_.load(std::memory_order_relaxed) >= page_limit_) return 0;
   const size_t page = pages_used_.fetch_add(1, std::memory_order_relaxed);
   if (page >= page_limit_) return 0;
   PackedCell* const cells = &cells_[page * GridLayout::kTileCells];
   std::fill_n(cells, GridLayout::kTileCells, kUnknownCell);
-  const PackedCell cell = Fill(column, row, cells);
+  const PackedCell cell = Fill(column, row, cells, close);
 
   const std::uint64_t key = TileKey(column, row);
   const std::uint64_t mine = key << kPageBits | (page + 1);
@@ -96,9 +96,9 @@ PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_
   return cell;
 }
 
-PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, PackedCell* cells) const {
+PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, PackedCell* cells, size_t close) const {
   const PlanePoint middle{layout_.low.h + (column + 0.5) * side_, layout_.low.v + (row + 0.5) * side_};
-  const PackedCell cell = Encode(CellCandidates(*plan_, routines_, middle, side_ * kCellRadius));
+  const PackedCell cell = Encode(CellCandidates(*plan_, routines_, middle, side_ * kCellRadius, close));
   std::atomic_ref(cells[CellInTile(column, row)]).store(cell, std::memory_order_release);
   return cell;
 }

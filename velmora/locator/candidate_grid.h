@@ -89,7 +89,8 @@ class CandidateGrid {
 
   // The cell of a point, computed where it was not known; a reach of 0 outside the grid and when the memory
   // for tiles is used up.
-  PackedCell CellAt(PlanePoint p) const;
+  // `close`: any segment, better one that is not far.
+  PackedCell CellAt(PlanePoint p, size_t close = 0) const;
   // The candidates of a cell with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(PackedCell cell, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(RunFirst(cell)), static_cast<std::uint32_t>(RunCount(cell))};
@@ -116,9 +117,9 @@ class CandidateGrid {
   template <class T>
   using Array = std::unique_ptr<T[], Free>;
 
-  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot) const;
+  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, size_t close) const;
   // Computes a cell of a tile. Threads that do so at once store equal cells.
-  PackedCell Fill(std::int32_t column, std::int32_t row, PackedCell* cells) const;
+  PackedCell Fill(std::int32_t column, std::int32_t row, PackedCell* cells, size_t close) const;
   PackedCell Encode(const CellCandidates& candidates) const;
 
   const PlanSnapshot* plan_;

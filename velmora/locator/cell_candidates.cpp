@@ -31,13 +31,14 @@ void NearSegments::Sort() {
 }
 
 CellCandidates::CellCandidates(const PlanSnapshot& plan, const ChordRoutines& routines, PlanePoint middle,
-                               double radius) {
+                               double radius, size_t close) {
   // The segment nearest to any point of the circle is farther from its middle than the middle's nearest by at
   // most the diameter.
   NearSegments near(2 * radius + kRoom);
-  const double farthest = near.nearest;
+  const double away = DistanceFromChord(plan.At(close), plan.At(close + 1), middle) + plan.ChordSlack(close);
+  near.nearest = std::min(near.nearest, away);  // which may be not a number
   routines.near(plan, middle, &near);
-  if (near.too_many || !(near.nearest < farthest)) return;
+  if (near.too_many || !(near.nearest < NearSegments::kFarthest)) return;
   const double limit = near.Limit();
   std::uint32_t low = std::numeric_limits<std::uint32_t>::max();
   std::uint32_t high = 0;

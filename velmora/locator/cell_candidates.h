@@ -31,8 +31,8 @@ struct NearSegments {
     double away;  // of its chord, less the slack
   };
 
-  double nearest =
-      1e6;      // m, the nearest segment is at most this far away: beyond, rounding would need more room
+  static constexpr double kFarthest = 1e6;  // m: beyond, rounding would need more room
+  double nearest = kFarthest;               // the nearest segment is at most this far away
   double room;  // segments farther than the nearest by more than this are left out
   bool too_many = false;
   size_t count = 0;
@@ -66,8 +66,9 @@ struct CellCandidates {
   size_t runs = 0;
   std::array<SegmentRun, kMostRuns> run;  // in order; NOLINT: filled as far as it is read
 
-  // For all points within `radius` of `middle`.
-  CellCandidates(const PlanSnapshot& plan, const ChordRoutines& routines, PlanePoint middle, double radius);
+  // For all points within `radius` of `middle`. `close` is any segment, better one that is not far.
+  CellCandidates(const PlanSnapshot& plan, const ChordRoutines& routines, PlanePoint middle, double radius,
+                 size_t close);
 
  private:
   // False when there are too many.
