@@ -36,7 +36,7 @@ PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std:
       descending_(IsDescending(points_)),
       vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
   if (points_.empty()) return;
-  for (std::vector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
+  for (LargeVector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
   NumberArcs();
   std::vector<FootBound> leaves((Segments() + BoundTree::kFan - 1) / BoundTree::kFan);
   std::vector<Part> parts(Segments() / kSegmentsInPart + 1);

@@ -13,6 +13,7 @@
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/locator/bound_tree.h"
+#include "velmora/platform/large_memory.h"
 
 namespace velmora {
 
@@ -114,7 +115,7 @@ class PlanSnapshot {
   double no_station_;
   bool descending_;
   bool vertices_count_;  // false when the first is not a number: no other is then nearer
-  std::vector<double> h_, v_, stations_, inverse_, chord_slacks_;
+  LargeVector<double> h_, v_, stations_, inverse_, chord_slacks_;
   std::vector<ArcFrame> arcs_;
   std::vector<std::uint32_t> arc_of_;
   std::vector<std::uint32_t> unbounded_;

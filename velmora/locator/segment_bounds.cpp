@@ -15,7 +15,7 @@ constexpr double kQuarter = std::numbers::pi / 2;
 bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
 
 // At least the angle, of a quarter turn at most.
-double AngleOfSine(double sine) { return sine < 0.1 ? sine * 1.01 : std::asin(std::min(sine, 1.0)); }
+double AngleOfSine(double sine) { return sine * (sine < 0.1 ? 1.01 : 1.571); }
 
 PlanePoint ToAngle(double angle) { return {std::cos(angle), std::sin(angle)}; }
 // To the axes counter-clockwise from east.
