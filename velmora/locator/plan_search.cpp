@@ -55,8 +55,10 @@ BatchView PlanSearch::ViewOf(const CandidateGrid* grid) const {
 const BatchView& PlanSearch::ViewFor(size_t count) const {
   const size_t few = plan_.Segments() * kFewForSegments;
   if (plan_.Segments() <= kSmallPlan && plan_.CanCompareAll() && count <= few &&
-      asked_.fetch_add(count, std::memory_order_relaxed) <= few - count)
+      asked_.load(std::memory_order_relaxed) <= few - count) {
+    asked_.fetch_add(count, std::memory_order_relaxed);
     return whole_;
+  }
   std::call_once(once_, [this] {
     grid_.emplace(plan_, routines_);
     view_ = ViewOf(&*grid_);
