@@ -59,7 +59,7 @@ class Bench {
   void Lanes(size_t vertices);
   void Threads(size_t vertices);
   void Walks(size_t vertices);
-  void GrowthWithPoints();
+  void GrowthWithPoints(size_t vertices, bool drawn);
 
   static void Locate(const Locator& locator, const Places& places, size_t from, size_t to, Outcome* out) {
     locator.Vagstv(&places.x[from], &places.y[from], to - from, &out->station[from], &out->offset[from],
@@ -266,41 +266,52 @@ void Bench::Walks(size_t vertices) {
   }
 }
 
-// Seconds for ever more points beside one road, building included.
-void Bench::GrowthWithPoints() {
-  const size_t vertices = small_ ? 10000 : 1000000;
+// Seconds for ever more points beside one road, building included. The largest road's are drawn.
+void Bench::GrowthWithPoints(size_t vertices, bool drawn) {
   const std::vector<kovltype> road = MakeRoad(vertices, false);
-  for (size_t count = 1000; count <= (small_ ? 1000000u : 10000000u); count *= 10) {
+  for (size_t count = 100; count <= (small_ ? 1000000u : 10000000u); count *= 10) {
     const Places places = MakePlaces(road, count, Order::kRandom);
     Outcome out(count);
     constexpr int kRounds = 5;
+    const size_t times = std::max<size_t>(1, 20000 / (vertices + count));
     std::vector<double> firsts, laters, boosts, boost_laters, ratios;
     for (int round = 0; round < kRounds; ++round) {
       double later = 0;
       const double both = Seconds([&] {
-        const Locator locator(road, 1);
-        Locate(locator, places, 0, count, &out);
-        later = Seconds([&] { Locate(locator, places, 0, count, &out); });
+        for (size_t i = 0; i < times; ++i) {
+          const Locator locator(road, 1);
+          Locate(locator, places, 0, count, &out);
+          if (drawn) later += Seconds([&] { Locate(locator, places, 0, count, &out); });
+        }
       });
-      firsts.push_back(both - later);
-      laters.push_back(later);
+      firsts.push_back((both - later) / static_cast<double>(times));
+      laters.push_back(later / static_cast<double>(times));
+      double boost_later = 0;
       boosts.push_back(Seconds([&] {
-        const std::unique_ptr<Peer> peer = MakeBoostPeer(road, false, 4, count > 100000);
-        boost_laters.push_back(
-            Seconds([&] { peer->Locate(places, count, out.station.data(), out.offset.data()); }));
-      }));
+                         for (size_t i = 0; i < times; ++i) {
+                           const std::unique_ptr<Peer> peer = MakeBoostPeer(road, false, 4, count >= 1000);
+                           const auto ask = [&] {
+                             peer->Locate(places, count, out.station.data(), out.offset.data());
+                           };
+                           if (drawn)
+                             boost_later += Seconds(ask);
+                           else
+                             ask();
+                         }
+                       }) /
+                       static_cast<double>(times));
+      boost_laters.push_back(boost_later / static_cast<double>(times));
       ratios.push_back(boosts.back() / firsts.back());
     }
     const double first = Median(firsts);
-    const double later = Median(laters);
     const double boost = Median(boosts);
-    const double boost_later = Median(boost_laters);
-    for (size_t i = 0; const double seconds : {first, later, boost, boost_later}) {
+    Add(std::to_string(vertices) + " vertices, " + std::to_string(count) + " points, first", first * 1e3,
+        boost * 1e3, ratios, "ms", "Boost R-tree, built and asked");
+    if (!drawn) continue;
+    for (size_t i = 0; const double seconds : {first, Median(laters), boost, Median(boost_laters)}) {
       by_points_[i].x.push_back(static_cast<double>(count));
       by_points_[i++].y.push_back(seconds * 1000);
     }
-    Add(std::to_string(vertices) + " vertices, " + std::to_string(count) + " points, first", first * 1e3,
-        boost * 1e3, ratios, "ms", "Boost R-tree, built and asked");
   }
 }
 
@@ -320,7 +331,8 @@ void Bench::Run() {
   Lanes(10000);
   Threads(10000);
   Walks(10000);
-  GrowthWithPoints();
+  for (const size_t vertices : sizes)
+    GrowthWithPoints(vertices, vertices == (small_ ? size_t{10000} : size_t{1000000}));
 }
 
 bool Bench::Write(const std::string& json, const std::string& plots) const {

@@ -22,8 +22,8 @@ struct BatchView {
   const double* chord_slacks;  // may be null
   const double* stations;
   const PlanSnapshot* plan;
-  const CandidateGrid* grid;
-  size_t last;  // vertex
+  const CandidateGrid* grid;  // null where each point is compared with all segments
+  size_t last;                // vertex
   bool descending;
   const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
 };
@@ -31,15 +31,14 @@ struct BatchView {
 inline constexpr size_t kMostInBatch = 128;  // points
 inline constexpr int kUnsolved = -2;         // a result that is left to the caller
 
-// Answers those of up to kMostInBatch points whose cell is known and that plainly have their foot on one
-// segment; the result of the others is kUnsolved, with their outputs untouched. The result is 0 on a single
-// road, of several the road's number.
+// Answers those of up to kMostInBatch points that plainly have their foot on one segment; the result of the
+// others is kUnsolved, with their outputs untouched. The result is 0 on a single road, of several the road's
+// number. Computes the cells that are not known.
 using BatchSearch = void (*)(const BatchView& view, const double* x, const double* y, size_t count,
                              double* station, double* offset, int* result);
 
-struct BatchRoutines {
+struct BatchRoutines : ChordRoutines {
   BatchSearch search;
-  ChordDistances distances;
 };
 
 BatchRoutines BaselineRoutines();  // every processor of its kind

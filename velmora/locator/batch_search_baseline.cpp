@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "velmora/locator/batch_search.h"
 #include "velmora/platform/vector_lanes.h"
@@ -15,7 +17,7 @@ using namespace baseline_lanes;
 
 }  // namespace
 
-BatchRoutines BaselineRoutines() { return {SearchBatch, MeasureChords}; }
+BatchRoutines BaselineRoutines() { return {{MeasureChords, SearchNear}, SearchBatch}; }
 
 BatchRoutines FastestRoutines() { return HasWideLanes() ? WideRoutines() : BaselineRoutines(); }
 

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "velmora/locator/batch_search.h"
 #include "velmora/platform/vector_lanes.h"
@@ -17,7 +19,7 @@ using namespace wide_lanes;
 
 }  // namespace
 
-BatchRoutines WideRoutines() { return {SearchBatch, MeasureChords}; }
+BatchRoutines WideRoutines() { return {{MeasureChords, SearchNear}, SearchBatch}; }
 
 }  // namespace velmora
 

@@ -1,38 +1,44 @@
 #include "velmora/locator/bound_tree.h"
 
-#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmora {
 
 bool BoundTree::Node::MayHoldFoot(PlanePoint p) const {
-  if (spread < 0) return false;
+  if (tangents.spread < 0) return false;
   const PlanePoint middle = box.Middle();
   const double h = p.h - middle.h;
   const double v = p.v - middle.v;
   const double away = std::sqrt(h * h + v * v);
-  // From any point of the box `p` lies within size/2 of (h, v). Beyond this limit none of the tangents is
-  // perpendicular to the line to it.
-  const double along = std::fabs(h * tangent.h + v * tangent.v);
-  return along <= away * spread + size + 1e-6 + 1e-9 * away;
+  // From any point of the box `p` lies within half its diagonal of (h, v). Beyond this limit none of the
+  // tangents, whose spread's sine is at most the spread, is perpendicular to the line to it.
+  const double along = std::fabs(h * tangents.middle.h + v * tangents.middle.v);
+  return along <= away * std::min(tangents.spread, 1.0) + box.Diagonal() + 1e-6 + 1e-9 * away;
 }
 
-void BoundTree::Build(const std::vector<FootBound>& leaves) {
+void BoundTree::Boxes::Set(size_t i, const BoundingBox& box) {
+  low_h[i] = box.low.h;
+  low_v[i] = box.low.v;
+  high_h[i] = box.high.h;
+  high_v[i] = box.high.v;
+}
+
+void BoundTree::Build(std::vector<FootBound> leaves) {
   levels_.clear();
-  if (leaves.empty()) return;
-  const std::vector<FootBound>* below = &leaves;
-  std::vector<FootBound> bounds;
-  for (;;) {
-    std::vector<Node>& level = levels_.emplace_back();
-    level.reserve(below->size());
-    for (const FootBound& bound : *below)
-      level.push_back(
-          {bound.box, bound.tangents.middle, std::min(bound.tangents.spread, 1.0), bound.box.Diagonal()});
-    if (below->size() == 1) return;
-    std::vector<FootBound> above((below->size() + kFan - 1) / kFan);
-    for (size_t i = 0; i < below->size(); ++i) above[i / kFan].Include((*below)[i]);
-    bounds = std::move(above);
-    below = &bounds;
+  for (std::vector<FootBound> nodes = std::move(leaves); !nodes.empty();) {
+    const size_t groups = (nodes.size() + kFan - 1) / kFan;
+    Level& level = levels_.emplace_back();
+    level.boxes.resize(groups);
+    level.tangents.reserve(nodes.size());
+    std::vector<FootBound> above(groups > 1 ? groups : 0);
+    for (size_t i = 0; i < groups * kFan; ++i) {
+      level.boxes[i / kFan].Set(i % kFan, i < nodes.size() ? nodes[i].box : kEmptyBounds);
+      if (i >= nodes.size()) continue;
+      level.tangents.push_back(nodes[i].tangents);
+      if (groups > 1) above[i / kFan].Include(nodes[i]);
+    }
+    nodes = std::move(above);
   }
 }
 

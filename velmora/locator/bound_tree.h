@@ -3,6 +3,7 @@
 #ifndef VELMORA_LOCATOR_BOUND_TREE_H_
 #define VELMORA_LOCATOR_BOUND_TREE_H_
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -18,16 +19,28 @@ class BoundTree {
 
   struct Node {
     BoundingBox box;
-    PlanePoint tangent;
-    double spread;  // at least the sine of the tangents' spread; negative without tangents
-    double size;    // diagonal of the box
+    Tangents tangents;
 
     // Whether a foot of `p` may lie on one of the bounded segments.
     bool MayHoldFoot(PlanePoint p) const;
   };
 
+  // The boxes of kFan consecutive nodes side by side; those after a level's last node are empty.
+  struct Boxes {
+    double low_h[kFan], low_v[kFan], high_h[kFan], high_v[kFan];
+
+    BoundingBox Of(size_t i) const { return {{low_h[i], low_v[i]}, {high_h[i], high_v[i]}}; }
+    void Set(size_t i, const BoundingBox& box);
+  };
+
   // The lowest level: one bound for each kFan items, the last for the rest.
-  void Build(const std::vector<FootBound>& leaves);
+  void Build(std::vector<FootBound> leaves);
+
+  // From the lowest, 0, to the highest, which has at most kFan nodes. The children of node i are those of
+  // GroupAt(level - 1, i).
+  size_t Levels() const { return levels_.size(); }
+  const Boxes& GroupAt(size_t level, size_t group) const { return levels_[level].boxes[group]; }
+  static constexpr size_t kDeepest = 12;  // levels: more than 32-bit numbers of leaves need
 
   // Calls visit(leaf) for the leaves whose node and all nodes above pass keep(node, squared distance of its
   // box), the nearest child first. `keep` may become stricter as leaves are visited.
@@ -35,42 +48,47 @@ class BoundTree {
   void Search(PlanePoint p, Keep keep, Visit visit) const;
 
  private:
+  struct Level {
+    std::vector<Boxes> boxes;
+    std::vector<Tangents> tangents;  // of each node
+  };
   struct Waiting {
     double squared;
     std::uint32_t level;
     std::uint32_t node;
   };
-  static constexpr size_t kDeepest = 12;  // levels: more than 32-bit numbers of leaves need
 
-  std::vector<std::vector<Node>> levels_;  // lowest first; the last has one node
+  std::vector<Level> levels_;
 };
 
 template <class Keep, class Visit>
 void BoundTree::Search(PlanePoint p, Keep keep, Visit visit) const {
-  if (levels_.empty()) return;
   std::array<Waiting, kDeepest * kFan> stack;  // NOLINT: filled as far as it is read
   size_t waiting = 0;
-  stack[waiting++] = {levels_.back()[0].box.SquaredDistance(p),
-                      static_cast<std::uint32_t>(levels_.size() - 1), 0};
-  while (waiting > 0) {
-    const Waiting next = stack[--waiting];
-    if (!keep(levels_[next.level][next.node], next.squared)) continue;
-    if (next.level == 0) {
-      visit(size_t{next.node});
-      continue;
-    }
-    // The children, farthest first, so that the nearest is visited next.
-    const std::vector<Node>& below = levels_[next.level - 1];
-    const size_t begin = next.node * kFan;
-    const size_t end = begin + kFan < below.size() ? begin + kFan : below.size();
+  const auto node_at = [this](size_t level, size_t node) {
+    return Node{levels_[level].boxes[node / kFan].Of(node % kFan), levels_[level].tangents[node]};
+  };
+  // A group's nodes, farthest first, so that the nearest is visited next.
+  const auto add = [&](size_t level, size_t group) {
     const size_t bottom = waiting;
-    for (size_t child = begin; child < end; ++child) {
-      const double squared = below[child].box.SquaredDistance(p);
-      if (!keep(below[child], squared)) continue;
+    const size_t end = std::min((group + 1) * kFan, levels_[level].tangents.size());
+    for (size_t i = group * kFan; i < end; ++i) {
+      const Node node = node_at(level, i);
+      const double squared = node.box.SquaredDistance(p);
+      if (!keep(node, squared)) continue;
       size_t at = waiting++;
       for (; at > bottom && stack[at - 1].squared < squared; --at) stack[at] = stack[at - 1];
-      stack[at] = {squared, next.level - 1, static_cast<std::uint32_t>(child)};
+      stack[at] = {squared, static_cast<std::uint32_t>(level), static_cast<std::uint32_t>(i)};
     }
+  };
+  if (!levels_.empty()) add(levels_.size() - 1, 0);
+  while (waiting > 0) {
+    const Waiting next = stack[--waiting];
+    if (!keep(node_at(next.level, next.node), next.squared)) continue;
+    if (next.level == 0)
+      visit(size_t{next.node});
+    else
+      add(next.level - 1, next.node);
   }
 }
 

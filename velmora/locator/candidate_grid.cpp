@@ -11,12 +11,11 @@ constexpr std::int32_t kTileSide = 1 << GridLayout::kTileBits;
 constexpr double kMostCells = 1 << 22;      // along one side of the grid
 constexpr size_t kMostSegments = 1u << 28;  // limit of a cell's 28 bits
 constexpr int kMostProbes = 32;             // for a tile among the slots
-constexpr std::uint32_t kLongestRun = 15;
-constexpr double kCellRadius = 0.70711;  // of its side, with room for rounding
+constexpr double kCellRadius = 0.70711;     // of its side, with room for rounding
 
 // The median length of a sample of the chords.
 double MedianLength(const PlanSnapshot& plan) {
-  constexpr size_t kSample = 511;
+  constexpr size_t kSample = 63;
   const size_t step = plan.Segments() / kSample + 1;
   std::vector<double> lengths;
   for (size_t i = 0; i < plan.Segments(); i += step)
@@ -29,8 +28,8 @@ double MedianLength(const PlanSnapshot& plan) {
 
 }  // namespace
 
-CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
-    : plan_(&plan), distances_(distances) {
+CandidateGrid::CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& routines)
+    : plan_(&plan), routines_(routines) {
   // Smaller cells have fewer candidates, but with a large plan the memory they take costs more than that.
   constexpr size_t kLargePlan = size_t{1} << 16;
   const double sides_per_segment = plan.Segments() < kLargePlan ? 2 : 1.4;
@@ -43,13 +42,10 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
 
   const size_t tiles = std::clamp<size_t>(plan.Segments() * 4, 64, size_t{1} << 23);
   const size_t slots = std::bit_ceil(tiles * 2);
-  const auto zeros = []<class T>(size_t count, const T&) {
-    return Zeros<T>(static_cast<T*>(std::calloc(count, sizeof(T))));
-  };
-  slots_ = zeros(slots, std::uint64_t{});
-  cells_ = zeros(tiles * GridLayout::kTileCells, PackedCell{});
   run_limit_ = tiles * 4;
-  runs_ = zeros(run_limit_, SegmentRun{});
+  slots_.reset(static_cast<std::uint64_t*>(std::calloc(slots, sizeof(std::uint64_t))));
+  cells_.reset(static_cast<PackedCell*>(std::malloc(tiles * GridLayout::kTileCells * sizeof(PackedCell))));
+  runs_.reset(static_cast<SegmentRun*>(std::malloc(run_limit_ * sizeof(SegmentRun))));
   if (slots_ == nullptr || cells_ == nullptr || runs_ == nullptr) return;  // only the trees answer
   page_limit_ = tiles;
   layout_ = {extent.low,
@@ -60,7 +56,7 @@ CandidateGrid::CandidateGrid(const PlanSnapshot& plan, ChordDistances distances)
              slots - 1};
 }
 
-PackedCell CandidateGrid::CellAt(PlanePoint p, bool dense) const {
+PackedCell CandidateGrid::CellAt(PlanePoint p, size_t close) const {
   const double column = (p.h - layout_.low.h) * layout_.per_metre;
   const double row = (p.v - layout_.low.v) * layout_.per_metre;
   if (!(column >= 0 && column < layout_.columns && row >= 0 && row < layout_.rows)) return 0;
@@ -70,36 +66,23 @@ PackedCell CandidateGrid::CellAt(PlanePoint p, bool dense) const {
   size_t slot = FirstSlot(layout_, c, r);
   for (int probes = 0; probes < kMostProbes; ++probes, slot = (slot + 1) & layout_.slot_mask) {
     const std::uint64_t held = LoadSlot(slots_[slot]);
-    if (held == 0) return BeginTile(c, r, slot, dense);
+    if (held == 0) return BeginTile(c, r, slot, close);
     if (held >> kPageBits != key) continue;
     PackedCell* const cells = &cells_[PageOf(held) * GridLayout::kTileCells];
     const PackedCell cell = LoadCell(cells[CellInTile(c, r)]);
-    return cell == kUnknownCell ? FillTile(c, r, cells, dense) : cell;
+    return cell == kUnknownCell ? Fill(c, r, cells, close) : cell;
   }
   return 0;
 }
 
-PlanePoint CandidateGrid::MiddleOf(std::int32_t column, std::int32_t row, int cells) const {
-  const double half = cells / 2.0;
-  return {layout_.low.h + (column + half) * side_, layout_.low.v + (row + half) * side_};
-}
-
-PackedCell CandidateGrid::Compute(std::int32_t column, std::int32_t row) const {
-  const PlanePoint middle = MiddleOf(column, row, 1);
-  const double radius = side_ * kCellRadius;
-  TileCandidates::Candidates candidates;
-  TileCandidates(*plan_, distances_, middle, radius).ForCircle(middle, radius, &candidates);
-  return Encode(candidates);
-}
-
 // Computes the cell and publishes its tile in the first free slot from `slot` on.
-PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const {
+PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_t slot, size_t close) const {
   if (pages_used_.load(std::memory_order_relaxed) >= page_limit_) return 0;
   const size_t page = pages_used_.fetch_add(1, std::memory_order_relaxed);
   if (page >= page_limit_) return 0;
   PackedCell* const cells = &cells_[page * GridLayout::kTileCells];
   std::fill_n(cells, GridLayout::kTileCells, kUnknownCell);
-  const PackedCell cell = FillTile(column, row, cells, dense);
+  const PackedCell cell = Fill(column, row, cells, close);
 
   const std::uint64_t key = TileKey(column, row);
   const std::uint64_t mine = key << kPageBits | (page + 1);
@@ -113,34 +96,14 @@ PackedCell CandidateGrid::BeginTile(std::int32_t column, std::int32_t row, size_
   return cell;
 }
 
-// Computes the cell; for `dense`, and where some are known already, also all of its tile that are not.
-// Threads that do so at once store equal cells.
-PackedCell CandidateGrid::FillTile(std::int32_t column, std::int32_t row, PackedCell* cells,
-                                   bool dense) const {
-  constexpr int kMostSingle = 3;  // cells: they take as long as the whole tile
-  const auto store = [cells](std::int32_t c, std::int32_t r, PackedCell cell) {
-    std::atomic_ref(cells[CellInTile(c, r)]).store(cell, std::memory_order_release);
-    return cell;
-  };
-  const auto is_known = [](PackedCell& cell) { return LoadCell(cell) != kUnknownCell; };
-  fills_.fetch_add(1, std::memory_order_relaxed);
-  if (!dense && std::count_if(cells, cells + GridLayout::kTileCells, is_known) < kMostSingle)
-    return store(column, row, Compute(column, row));
-  const std::int32_t first_column = column & ~(kTileSide - 1);
-  const std::int32_t first_row = row & ~(kTileSide - 1);
-  const TileCandidates tile(*plan_, distances_, MiddleOf(first_column, first_row, kTileSide),
-                            kTileSide * side_ * kCellRadius);
-  TileCandidates::Candidates candidates;
-  for (std::int32_t c = first_column; c < first_column + kTileSide; ++c)
-    for (std::int32_t r = first_row; r < first_row + kTileSide; ++r) {
-      if (is_known(cells[CellInTile(c, r)])) continue;
-      tile.ForCircle(MiddleOf(c, r, 1), side_ * kCellRadius, &candidates);
-      store(c, r, Encode(candidates));
-    }
-  return LoadCell(cells[CellInTile(column, row)]);
+PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, PackedCell* cells, size_t close) const {
+  const PlanePoint middle{layout_.low.h + (column + 0.5) * side_, layout_.low.v + (row + 0.5) * side_};
+  const PackedCell cell = Encode(CellCandidates(*plan_, routines_, middle, side_ * kCellRadius, close));
+  std::atomic_ref(cells[CellInTile(column, row)]).store(cell, std::memory_order_release);
+  return cell;
 }
 
-PackedCell CandidateGrid::Encode(const TileCandidates::Candidates& candidates) const {
+PackedCell CandidateGrid::Encode(const CellCandidates& candidates) const {
   if (candidates.reach <= 0) return 0;
   const auto reach = std::uint64_t{std::bit_cast<std::uint32_t>(static_cast<float>(candidates.reach))} << 32;
   const SegmentRun& only = candidates.run[0];

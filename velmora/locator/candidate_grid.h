@@ -1,6 +1,6 @@
-// The segments that can be nearest, by square cells of the ground near a plan. Four by four cells form a
-// tile. The first cells that points fall into are computed one by one, as scattered points come to few
-// others; the next one with all the rest. Any number of threads look up and fill at once, without locks.
+// The segments that can be nearest, by square cells of the ground near a plan. Cells are
+// computed when points fall into them; four by four share a tile of memory. Any number of threads look up and
+// fill at once, without locks.
 //
 // A cell's candidates come with a reach: every other segment is farther than that from every point of the
 // cell. So a nearest candidate within the reach is the nearest segment.
@@ -17,8 +17,8 @@
 #include <vector>
 
 #include "velmora/alignment/geometry.h"
+#include "velmora/locator/cell_candidates.h"
 #include "velmora/locator/plan_snapshot.h"
-#include "velmora/locator/tile_candidates.h"
 
 namespace velmora {
 
@@ -29,6 +29,8 @@ namespace velmora {
 //   bits 0 to 3    segments in the run
 using PackedCell = std::uint64_t;
 inline constexpr PackedCell kUnknownCell = 1;  // not computed; its reach is 0 too
+// Every segment is a candidate.
+inline constexpr PackedCell kWholePlan = PackedCell{0x7f800000} << 32;
 inline size_t RunCount(PackedCell cell) { return cell & 15; }
 inline double Reach(PackedCell cell) {
   return static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(cell >> 32)));
@@ -77,7 +79,7 @@ inline PackedCell LoadCell(PackedCell& cell) { return std::atomic_ref(cell).load
 
 class CandidateGrid {
  public:
-  CandidateGrid(const PlanSnapshot& plan, ChordDistances distances);
+  CandidateGrid(const PlanSnapshot& plan, const ChordRoutines& routines);
 
   const GridLayout& Layout() const { return layout_; }
   // A slot holds a tile's key in its upper 40 bits and its page, counted from 1, in the lower 24; the cells
@@ -87,10 +89,8 @@ class CandidateGrid {
 
   // The cell of a point, computed where it was not known; a reach of 0 outside the grid and when the memory
   // for tiles is used up.
-  // `dense`: many more points follow near this one, and the rest of its tile is computed at once.
-  PackedCell CellAt(PlanePoint p, bool dense = false) const;
-  // How many times cells were computed.
-  size_t Fills() const { return fills_.load(std::memory_order_relaxed); }
+  // `close`: any segment, better one that is not far.
+  PackedCell CellAt(PlanePoint p, size_t close = 0) const;
   // The candidates of a cell with a reach. `single` holds the run where there is only one.
   std::span<const SegmentRun> Runs(PackedCell cell, SegmentRun* single) const {
     *single = {static_cast<std::uint32_t>(RunFirst(cell)), static_cast<std::uint32_t>(RunCount(cell))};
@@ -113,27 +113,25 @@ class CandidateGrid {
   struct Free {
     void operator()(void* memory) const { std::free(memory); }
   };
+  // From malloc or, of zeros, calloc: memory costs nothing until it is written.
   template <class T>
-  using Zeros = std::unique_ptr<T[], Free>;  // from calloc: memory costs nothing until it is written
+  using Array = std::unique_ptr<T[], Free>;
 
-  PackedCell Compute(std::int32_t column, std::int32_t row) const;
-  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, bool dense) const;
-  PackedCell FillTile(std::int32_t column, std::int32_t row, PackedCell* cells, bool dense) const;
-  // Of `cells` by `cells` cells from this one on.
-  PlanePoint MiddleOf(std::int32_t column, std::int32_t row, int cells) const;
-  PackedCell Encode(const TileCandidates::Candidates& candidates) const;
+  PackedCell BeginTile(std::int32_t column, std::int32_t row, size_t slot, size_t close) const;
+  // Computes a cell of a tile. Threads that do so at once store equal cells.
+  PackedCell Fill(std::int32_t column, std::int32_t row, PackedCell* cells, size_t close) const;
+  PackedCell Encode(const CellCandidates& candidates) const;
 
   const PlanSnapshot* plan_;
-  ChordDistances distances_;
+  ChordRoutines routines_;
   GridLayout layout_;
   double side_ = 0;
   size_t page_limit_ = 0;
   size_t run_limit_ = 0;
-  Zeros<std::uint64_t> slots_;
-  Zeros<PackedCell> cells_;
-  Zeros<SegmentRun> runs_;  // the lists, each after its head
+  Array<std::uint64_t> slots_;
+  Array<PackedCell> cells_;
+  Array<SegmentRun> runs_;  // the lists, each after its head
   mutable std::atomic<size_t> pages_used_ = 0;
-  mutable std::atomic<size_t> fills_ = 0;
   mutable std::atomic<size_t> runs_used_ = 1;  // a list is never at 0
 };
 

@@ -1,6 +1,7 @@
 #include "velmora/locator/locator.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 #include "velmora/alignment/alignment_format.h"
@@ -20,16 +21,24 @@ std::vector<double> ProfileEnds(const std::vector<kovltype>& points) {
 }  // namespace
 
 struct Locator::State {
-  State(std::vector<kovltype> points, int type)
-      : typ(type),
-        search(std::move(points), CVaglinje::Seknoll),
-        plan_stations(PlanStations(search.Plan().Points())),
-        profile_stations(ProfileEnds(search.Plan().Points())) {}
+  // Made when first asked for.
+  struct Stations {
+    template <class Make>
+    const StationIndex& From(const std::vector<kovltype>& points, const Make& make) {
+      std::call_once(once, [&] { index = StationIndex(make(points)); });
+      return index;
+    }
+
+    std::once_flag once;
+    StationIndex index;
+  };
+
+  State(std::vector<kovltype> points, int type) : typ(type), search(std::move(points), CVaglinje::Seknoll) {}
 
   int typ;
   PlanSearch search;
-  StationIndex plan_stations;
-  StationIndex profile_stations;
+  Stations plan_stations;
+  Stations profile_stations;
 };
 
 Locator::Locator(const CVaglinje& line) : Locator(line.Points(), line.typ) {}
@@ -60,7 +69,8 @@ int Locator::Vag2xy(double sek, double avst, double* x, double* y) const {
   if (state_->typ == kProfileType) return -1;
   *x = *y = kNoCoordinate;
   const std::vector<kovltype>& points = state_->search.Plan().Points();
-  const std::optional<size_t> segment = SegmentAtStation(points, state_->plan_stations, sek);
+  const std::optional<size_t> segment =
+      SegmentAtStation(points, state_->plan_stations.From(points, PlanStations), sek);
   if (!segment) return -1;
   const PlanePoint point = PointOnSegment(points[*segment], points[*segment + 1], sek, avst);
   *x = point.v;
@@ -77,7 +87,7 @@ int Locator::Vagprofz(double sek, double* z) const {
   *z = kNoCoordinate;
   const std::vector<kovltype>& points = state_->search.Plan().Points();
   if (state_->typ == kPlanType || points.size() < 2 || points[0].y > sek) return -1;
-  const size_t segment = state_->profile_stations.FirstAbove(sek);
+  const size_t segment = state_->profile_stations.From(points, ProfileEnds).FirstAbove(sek);
   if (segment + 1 >= points.size()) return -1;
   *z = LevelOnSegment(points[segment], points[segment + 1], sek);
   return 0;

@@ -21,7 +21,7 @@ namespace velmora {
 
 // Immutable to its callers and safe to use from many threads at once. Look-ups cache what they computed
 // about the ground near the line, within a limit that grows with the number of vertices: the first one at a
-// place takes some microseconds, later ones some nanoseconds (docs/performance.md). With more than 65,000
+// place takes up to a microsecond, later ones some nanoseconds (docs/performance.md). With more than 65,000
 // vertices they also keep the memory in which they sort scattered points, 52 bytes for each of a million of
 // them or of two for each vertex.
 class VELMORA_API Locator {

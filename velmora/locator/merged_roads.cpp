@@ -1,8 +1,10 @@
 #include "velmora/locator/merged_roads.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "velmora/alignment/geometry.h"
+#include "velmora/locator/bound_tree.h"
 #include "velmora/locator/plan_snapshot.h"
 #include "velmora/locator/segment_bounds.h"
 
@@ -13,14 +15,24 @@ namespace {
 // of the squared length of one that ends there is 0, as a degenerate one's.
 constexpr double kBeyondAll = 1e160;
 
-std::uint32_t WithGaps(std::uint32_t bits) {
-  bits = (bits | bits << 8) & 0x00ff00ff;
-  bits = (bits | bits << 4) & 0x0f0f0f0f;
-  bits = (bits | bits << 2) & 0x33333333;
-  return (bits | bits << 1) & 0x55555555;
+// The position of a cell along a Hilbert curve through 65536 by 65536.
+std::uint32_t AlongHilbert(std::uint32_t column, std::uint32_t row) {
+  std::uint32_t position = 0;
+  for (std::uint32_t half = 1u << 15; half > 0; half /= 2) {
+    const bool right = (column & half) != 0;
+    const bool upper = (row & half) != 0;
+    position = position << 2 | (right ? (upper ? 2u : 3u) : (upper ? 1u : 0u));
+    if (upper) continue;  // the lower quarters are turned
+    if (right) {
+      column = ~column;
+      row = ~row;
+    }
+    std::swap(column, row);
+  }
+  return position;
 }
 
-// The numbers of the roads along a Z-curve through the middles of their boxes.
+// The numbers of the roads along a Hilbert curve through the middles of their boxes.
 std::vector<std::uint32_t> AlongCurve(std::span<const RoadPoints> roads, const std::vector<bool>& takes) {
   struct Item {
     PlanePoint middle;
@@ -42,7 +54,7 @@ std::vector<std::uint32_t> AlongCurve(std::span<const RoadPoints> roads, const s
     return static_cast<std::uint32_t>(std::min(std::max(0.0, (value - low) / size * kSteps), kSteps));
   };
   for (Item& item : items)
-    item.key = WithGaps(step(item.middle.h, extent.low.h)) << 1 | WithGaps(step(item.middle.v, extent.low.v));
+    item.key = AlongHilbert(step(item.middle.h, extent.low.h), step(item.middle.v, extent.low.v));
   std::sort(items.begin(), items.end(),
             [](const Item& a, const Item& b) { return a.key != b.key ? a.key < b.key : a.road < b.road; });
   std::vector<std::uint32_t> order;
@@ -57,7 +69,7 @@ MergedRoads MergeRoads(std::span<const RoadPoints> roads, const std::vector<bool
   merged.ranges.resize(roads.size());
   const std::vector<std::uint32_t> order = AlongCurve(roads, takes);
   size_t count = 0;
-  for (const std::uint32_t road : order) count += roads[road].size() + 1;
+  for (const std::uint32_t road : order) count += roads[road].size() + BoundTree::kFan;
   merged.points.reserve(count);
   merged.marks.reserve(count);
   for (const std::uint32_t road : order) {
@@ -67,7 +79,8 @@ MergedRoads MergeRoads(std::span<const RoadPoints> roads, const std::vector<bool
     merged.marks.insert(merged.marks.end(), points.size() - 1, RoadMark(road, IsDescending(points)));
     merged.points.back().bulge = 0;  // does nothing, and must not shape what follows
     merged.points.push_back({kBeyondAll, kBeyondAll, 0, 0});
-    merged.marks.insert(merged.marks.end(), 2, PlanSnapshot::kBetweenRoads);
+    while (merged.points.size() % BoundTree::kFan != 0) merged.points.push_back(merged.points.back());
+    merged.marks.resize(merged.points.size(), PlanSnapshot::kBetweenRoads);
   }
   return merged;
 }

@@ -16,9 +16,10 @@ constexpr size_t kPointsForSegments = 8;
 constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
+constexpr size_t kSmallPlan = 128;
+constexpr size_t kFewForSegments = 4;  // points a segment
 constexpr size_t kMostPartCells = size_t{1} << 14;
-constexpr double kClose = 2000;        // m
-constexpr size_t kPointsForTiles = 4;  // a segment, from which whole tiles are computed at once
+constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.
 constexpr size_t kShortBatch = kMostInBatch / 2;
 
@@ -28,28 +29,50 @@ PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const Ba
                        std::vector<std::uint32_t> roads, int threads)
     : plan_(std::move(points), no_station, std::move(roads), threads),
       routines_(routines),
-      grid_(plan_, routines_.distances),
-      view_{grid_.Layout(),
-            grid_.Slots(),
-            grid_.Cells(),
-            plan_.H(),
-            plan_.V(),
-            plan_.Inverse(),
-            plan_.ChordSlacks(),
-            plan_.Stations(),
-            &plan_,
-            &grid_,
-            plan_.Points().size() - 1,
-            plan_.Descending(),
-            plan_.Roads()} {}
+      whole_(ViewOf(nullptr)) {}
+
+PlanSearch::~PlanSearch() { delete spare_.load(); }
+
+BatchView PlanSearch::ViewOf(const CandidateGrid* grid) const {
+  const bool cells = grid != nullptr;
+  return {cells ? grid->Layout() : GridLayout(),
+          cells ? grid->Slots() : nullptr,
+          cells ? grid->Cells() : nullptr,
+          plan_.H(),
+          plan_.V(),
+          plan_.Inverse(),
+          plan_.ChordSlacks(),
+          plan_.Stations(),
+          &plan_,
+          grid,
+          plan_.Points().size() - 1,
+          plan_.Descending(),
+          plan_.Roads()};
+}
+
+// A cell takes longer than comparing one or two points with a small plan's segments, and few points share
+// one.
+const BatchView& PlanSearch::ViewFor(size_t count) const {
+  const size_t few = plan_.Segments() * kFewForSegments;
+  if (plan_.Segments() <= kSmallPlan && plan_.CanCompareAll() && count <= few &&
+      asked_.load(std::memory_order_relaxed) <= few - count) {
+    asked_.fetch_add(count, std::memory_order_relaxed);
+    return whole_;
+  }
+  std::call_once(once_, [this] {
+    grid_.emplace(plan_, routines_);
+    view_ = ViewOf(&*grid_);
+  });
+  return view_;
+}
 
 void PlanSearch::Find(const double* x, const double* y, size_t count, double* station, double* offset,
                       int* result) const {
+  const BatchView& view = ViewFor(count);
   const size_t segments = plan_.Segments();
   const size_t part = std::min(count, std::max(kLeastSorted, kSortedForSegments * segments));
-  const bool dense = count / kPointsForTiles >= segments;
   if (segments < kLargePlan || part < segments / kPointsForSegments || !AreScattered(x, y, count, kClose)) {
-    FindInOrder(x, y, count, station, offset, result, dense);
+    FindInOrder(view, x, y, count, station, offset, result);
     return;
   }
   // The memory is kept for the next batch; of several threads' the last one's.
@@ -58,22 +81,20 @@ void PlanSearch::Find(const double* x, const double* y, size_t count, double* st
     sort.reset(new (std::nothrow)
                    SpatialSort(plan_.Extent(), std::min(segments / kSegmentsInCell, kMostPartCells), part));
   if (sort == nullptr || !sort->IsUsable()) {
-    FindInOrder(x, y, count, station, offset, result, dense);
+    FindInOrder(view, x, y, count, station, offset, result);
     return;
   }
   for (size_t done = 0; done < count; done += part) {
     const size_t now = std::min(part, count - done);
     sort->Sort(x + done, y + done, now);
     for (size_t at = 0; at < now; at += kMostInBatch)
-      FindPoints(at, std::min(kMostInBatch, now - at), sort.get(), dense);
+      FindPoints(view, at, std::min(kMostInBatch, now - at), sort.get());
     sort->ScatterAnswers(now, station + done, offset + done, result + done);
   }
   sort.reset(spare_.exchange(sort.release()));
 }
 
-PlanSearch::~PlanSearch() { delete spare_.load(); }
-
-void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const {
+void PlanSearch::FindPoints(const BatchView& view, size_t first, size_t count, SpatialSort* sort) const {
   const SpatialSort::Point* const points = sort->Points() + first;
   struct Block {
     double x[kMostInBatch];
@@ -86,54 +107,42 @@ void PlanSearch::FindPoints(size_t first, size_t count, SpatialSort* sort, bool 
     block.x[k] = points[std::min(k, count - 1)].x;
     block.y[k] = points[std::min(k, count - 1)].y;
   }
-  FindBlock(block.x, block.y, count, block.station, block.offset, block.result, dense);
+  FindBlock(view, block.x, block.y, count, block.station, block.offset, block.result);
   for (size_t k = 0; k < count; ++k)
     sort->Keep({block.station[k], block.offset[k], points[k].from, block.result[k]});
 }
 
-void PlanSearch::FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result, bool dense) const {
+void PlanSearch::FindInOrder(const BatchView& view, const double* x, const double* y, size_t count,
+                             double* station, double* offset, int* result) const {
   for (size_t done = 0; done < count; done += kShortBatch)
-    FindBlock(x + done, y + done, std::min(kShortBatch, count - done), station + done, offset + done,
-              result + done, dense);
+    FindBlock(view, x + done, y + done, std::min(kShortBatch, count - done), station + done, offset + done,
+              result + done);
 }
 
-void PlanSearch::FindBlock(const double* x, const double* y, size_t count, double* station, double* offset,
-                           int* result, bool dense) const {
-  SearchCells(x, y, count, station, offset, result, dense);
+void PlanSearch::FindBlock(const BatchView& view, const double* x, const double* y, size_t count,
+                           double* station, double* offset, int* result) const {
+  const bool whole = view.grid == nullptr;
+  if (whole || view.slots != nullptr)
+    routines_.search(view, x, y, count, station, offset, result);
+  else
+    std::fill_n(result, count, kUnsolved);
   for (size_t i = 0; i < count; ++i) {
     if (result[i] != kUnsolved) continue;
-    const StationOffset found = FindOne({y[i], x[i]});
+    const StationOffset found = whole ? plan_.Find({y[i], x[i]}) : FindOne({y[i], x[i]});
     result[i] = found.result;
     station[i] = found.station;
     offset[i] = found.offset;
   }
 }
 
-// Answers what the batch search can; where many cells were not known, computes them and searches again.
-void PlanSearch::SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                             int* result, bool dense) const {
-  std::fill_n(result, count, kUnsolved);
-  if (grid_.Slots() == nullptr) return;
-  routines_.search(view_, x, y, count, station, offset, result);
-  const auto unsolved = static_cast<size_t>(std::count(result, result + count, kUnsolved));
-  if (unsolved < 3 || unsolved < count / 8) return;
-  const size_t known = grid_.Fills();
-  for (size_t i = 0; i < count; ++i)
-    if (result[i] == kUnsolved) grid_.CellAt({y[i], x[i]}, dense);
-  if (grid_.Fills() != known) routines_.search(view_, x, y, count, station, offset, result);
-}
-
-// Among the candidates of the point's cell where the answer is within its reach, else by the trees, which of
-// a few segments look at all anyway.
+// Among the candidates of the point's cell where the answer is within its reach, else by the trees.
 StationOffset PlanSearch::FindOne(PlanePoint p) const {
-  if (plan_.Segments() <= BoundTree::kFan) return plan_.Find(p);
   const PackedCell cell = CellAt(p);
   const double reach = Reach(cell);
   if (reach > 0) {
     PointSearch search = plan_.NewSearch();
     SegmentRun single{};
-    for (const SegmentRun& run : grid_.Runs(cell, &single)) {
+    for (const SegmentRun& run : Grid().Runs(cell, &single)) {
       for (size_t i = run.first; i < size_t{run.first} + run.count; ++i) {
         plan_.ConsiderSegment(i, p, &search);
         search.ConsiderVertex(i, Distance(p, plan_.At(i)));

@@ -1,10 +1,13 @@
 // Station and offset of many points: by the batch search near the line, else among the candidates of each
-// point's cell, else by the trees. For any number of threads at once.
+// point's cell, else by the trees. The first points of a small plan are compared with all of its segments.
+// For any number of threads at once.
 #ifndef VELMORA_LOCATOR_PLAN_SEARCH_H_
 #define VELMORA_LOCATOR_PLAN_SEARCH_H_
 
 #include <atomic>
 #include <cstddef>
+#include <mutex>
+#include <optional>
 #include <vector>
 
 #include "velmora/alignment/alignment_point.h"
@@ -34,24 +37,27 @@ class PlanSearch {
  protected:
   virtual StationOffset FindOne(PlanePoint p) const;
   // The cell of a point; a reach of 0 where there is none.
-  PackedCell CellAt(PlanePoint p) const { return grid_.Slots() == nullptr ? 0 : grid_.CellAt(p); }
-  const CandidateGrid& Grid() const { return grid_; }
+  PackedCell CellAt(PlanePoint p) const { return Grid().Slots() == nullptr ? 0 : Grid().CellAt(p); }
+  const CandidateGrid& Grid() const { return *grid_; }
   const BatchRoutines& Routines() const { return routines_; }
 
  private:
-  void FindInOrder(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result, bool dense) const;
-  // Each at most kMostInBatch points. `dense` as for CandidateGrid::CellAt.
-  void FindPoints(size_t first, size_t count, SpatialSort* sort, bool dense) const;
-  void FindBlock(const double* x, const double* y, size_t count, double* station, double* offset, int* result,
-                 bool dense) const;
-  void SearchCells(const double* x, const double* y, size_t count, double* station, double* offset,
-                   int* result, bool dense) const;
+  BatchView ViewOf(const CandidateGrid* grid) const;
+  const BatchView& ViewFor(size_t count) const;
+  void FindInOrder(const BatchView& view, const double* x, const double* y, size_t count, double* station,
+                   double* offset, int* result) const;
+  // Each at most kMostInBatch points.
+  void FindPoints(const BatchView& view, size_t first, size_t count, SpatialSort* sort) const;
+  void FindBlock(const BatchView& view, const double* x, const double* y, size_t count, double* station,
+                 double* offset, int* result) const;
 
   PlanSnapshot plan_;
   BatchRoutines routines_;
-  CandidateGrid grid_;
-  BatchView view_;
+  mutable std::once_flag once_;
+  mutable std::optional<CandidateGrid> grid_;  // made for the first batch that is worth it
+  mutable BatchView view_;
+  BatchView whole_;                        // without cells
+  mutable std::atomic<size_t> asked_ = 0;  // points, of a small plan
   mutable std::atomic<SpatialSort*> spare_ = nullptr;
 };
 

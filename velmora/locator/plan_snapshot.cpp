@@ -36,7 +36,7 @@ PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std:
       descending_(IsDescending(points_)),
       vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
   if (points_.empty()) return;
-  for (std::vector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
+  for (LargeVector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
   NumberArcs();
   std::vector<FootBound> leaves((Segments() + BoundTree::kFan - 1) / BoundTree::kFan);
   std::vector<Part> parts(Segments() / kSegmentsInPart + 1);
@@ -51,7 +51,7 @@ PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std:
     v_[i] = points_.back().x;
     stations_[i] = points_.back().sek;
   }
-  PutTogether(parts, leaves);
+  PutTogether(parts, std::move(leaves));
 }
 
 void PlanSnapshot::NumberArcs() {
@@ -80,24 +80,40 @@ void PlanSnapshot::Fill(const Part& part) {
 }
 
 void PlanSnapshot::Bound(Part* part, std::vector<FootBound>* leaves) const {
-  for (size_t i = part->begin; i < part->end; ++i) {
-    if (IsBetweenRoads(i)) continue;
-    const SegmentBounds bounds = BoundsOfSegment(points_[i], points_[i + 1], ArcOf(i));
-    if (bounds.unbounded) {
-      part->unbounded.push_back(static_cast<std::uint32_t>(i));
-      continue;
+  static_assert(BoundTree::kFan <= StraightTangents::kMost);
+  for (size_t begin = part->begin; begin < part->end; begin += BoundTree::kFan) {
+    FootBound& leaf = (*leaves)[begin / BoundTree::kFan];
+    StraightTangents straights;
+    for (size_t i = begin; i < std::min(begin + BoundTree::kFan, part->end); ++i) {
+      if (IsBetweenRoads(i)) continue;
+      const PlanePoint a = InPlane(points_[i]);
+      const PlanePoint b = InPlane(points_[i + 1]);
+      SegmentBounds bounds;
+      if (const ArcFrame* const frame = ArcOf(i)) {
+        const ArcBounds arc = BoundsOfArc(a, b, *frame);
+        bounds = arc.segment;
+        leaf.tangents.Include(arc.tangents);
+        for (const FootBound& quirk : arc.axis_quirks)
+          part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+      } else {
+        bounds = BoundsOfStraight(a, b);
+        if (!bounds.unbounded) straights.Add(a, b, inverse_[i]);
+      }
+      if (bounds.unbounded) {
+        part->unbounded.push_back(static_cast<std::uint32_t>(i));
+        continue;
+      }
+      leaf.box.Include(bounds.box);
+      if (bounds.chord_slack > 0) {
+        part->chord_slacks.resize(part->end - part->begin);
+        part->chord_slacks[i - part->begin] = bounds.chord_slack;
+      }
     }
-    (*leaves)[i / BoundTree::kFan].Include(bounds.feet);
-    if (bounds.chord_slack > 0) {
-      part->chord_slacks.resize(part->end - part->begin);
-      part->chord_slacks[i - part->begin] = bounds.chord_slack;
-    }
-    for (const FootBound& quirk : bounds.axis_quirks)
-      part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+    leaf.tangents.Include(straights.All());
   }
 }
 
-void PlanSnapshot::PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves) {
+void PlanSnapshot::PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves) {
   for (const Part& part : parts) {
     unbounded_.insert(unbounded_.end(), part.unbounded.begin(), part.unbounded.end());
     axis_quirks_.insert(axis_quirks_.end(), part.axis_quirks.begin(), part.axis_quirks.end());
@@ -107,11 +123,11 @@ void PlanSnapshot::PutTogether(const std::vector<Part>& parts, const std::vector
               chord_slacks_.begin() + static_cast<std::ptrdiff_t>(part.begin));
   }
   for (const FootBound& leaf : leaves) extent_.Include(leaf.box);
-  tree_.Build(leaves);
+  tree_.Build(std::move(leaves));
   std::vector<FootBound> quirk_leaves((axis_quirks_.size() + BoundTree::kFan - 1) / BoundTree::kFan);
   for (size_t i = 0; i < axis_quirks_.size(); ++i)
     quirk_leaves[i / BoundTree::kFan].Include(axis_quirks_[i].bound);
-  axis_tree_.Build(quirk_leaves);
+  axis_tree_.Build(std::move(quirk_leaves));
 }
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {

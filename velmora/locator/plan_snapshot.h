@@ -13,6 +13,7 @@
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/locator/bound_tree.h"
+#include "velmora/platform/large_memory.h"
 
 namespace velmora {
 
@@ -47,7 +48,7 @@ struct PointSearch {
 
 class PlanSnapshot {
  public:
-  // A place at which an arc answers beside an axis through its centre (SegmentBounds::axis_quirks).
+  // A place at which an arc answers beside an axis through its centre (ArcBounds::axis_quirks).
   struct AxisQuirk {
     FootBound bound;
     std::uint32_t segment;
@@ -79,6 +80,8 @@ class PlanSnapshot {
   const ArcFrame* ArcOf(size_t segment) const {
     return arc_of_.empty() || arc_of_[segment] == kNoArc ? nullptr : &arcs_[arc_of_[segment]];
   }
+  // Whether comparing chords bounds the distances of a single road's feet.
+  bool CanCompareAll() const { return roads_.empty() && axis_quirks_.empty() && !HasUnbounded(); }
   // Whether some segment has no bounds, so that no cell can list its candidates.
   bool HasUnbounded() const { return !unbounded_.empty(); }
   const std::vector<std::uint32_t>& Unbounded() const { return unbounded_; }
@@ -105,14 +108,14 @@ class PlanSnapshot {
   void NumberArcs();
   void Fill(const Part& part);
   void Bound(Part* part, std::vector<FootBound>* leaves) const;
-  void PutTogether(const std::vector<Part>& parts, const std::vector<FootBound>& leaves);
+  void PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves);
 
   std::vector<kovltype> points_;
   std::vector<std::uint32_t> roads_;
   double no_station_;
   bool descending_;
   bool vertices_count_;  // false when the first is not a number: no other is then nearer
-  std::vector<double> h_, v_, stations_, inverse_, chord_slacks_;
+  LargeVector<double> h_, v_, stations_, inverse_, chord_slacks_;
   std::vector<ArcFrame> arcs_;
   std::vector<std::uint32_t> arc_of_;
   std::vector<std::uint32_t> unbounded_;

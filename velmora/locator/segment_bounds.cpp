@@ -7,14 +7,15 @@
 namespace velmora {
 namespace {
 
-constexpr double kLargestCoordinate = 1e9;  // m
 constexpr double kLargestRadius = 1e12;
-constexpr double kLongStraight = 1e4;
 // The root in a direction's rank cancels close to an axis; ranks of p agree with its angle to 3e-8.
 constexpr double kAngleNoise = 1e-7;
 constexpr double kQuarter = std::numbers::pi / 2;
 
 bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
+
+// At least the angle, of a quarter turn at most.
+double AngleOfSine(double sine) { return sine * (sine < 0.1 ? 1.01 : 1.571); }
 
 PlanePoint ToAngle(double angle) { return {std::cos(angle), std::sin(angle)}; }
 // To the axes counter-clockwise from east.
@@ -43,13 +44,19 @@ double FarthestFromChord(PlanePoint a, PlanePoint b, const BoundingBox& box) {
                    DistanceFromChord(a, b, {box.high.h, box.low.v})});
 }
 
-void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bounds) {
+}  // namespace
+
+ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
+  ArcBounds bounds{BoundsOfStraight(a, b), {}, {}};
+  SegmentBounds& segment = bounds.segment;
+  segment.chord_slack = std::max(segment.chord_slack, 1e-6);  // a chord's foot is never an arc's
+  if (segment.unbounded) return bounds;
   const Arc& circle = arc.circle;
   // Not a number, as between coincident points, or infinite: no foot is nearer than any other.
   if (!std::isfinite(circle.radius) || !std::isfinite(circle.centre.h) || !std::isfinite(circle.centre.v))
-    return;
-  bounds->unbounded = circle.radius > kLargestRadius || !Within(circle.centre, kLargestRadius);
-  if (bounds->unbounded) return;
+    return bounds;
+  segment.unbounded = circle.radius > kLargestRadius || !Within(circle.centre, kLargestRadius);
+  if (segment.unbounded) return bounds;
 
   // The angle is the one between the ranks, a quarter turn off where an end lies beside an axis.
   const bool counter_clockwise = arc.bulge > 0;
@@ -72,17 +79,18 @@ void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bo
   for (int axis = static_cast<int>(std::ceil(from / kQuarter)); axis * kQuarter <= to; ++axis)
     box.Include(OnCircle(circle, ToAxis(axis)));
   box.Grow(noise);
-  bounds->feet.box.Include(box);
-  bounds->feet.tangents.Include(
+  segment.box.Include(box);
+  bounds.tangents =
       TangentAt(last - first < kPlainSweep ? ToMiddle(to_first, to_last) : ToAngle((first + last) / 2),
-                (to - from) / 2));
+                (to - from) / 2);
 
   const double sagitta = std::fabs(arc.bulge) * Distance(a, b) / 2;
   const PlanePoint begin = counter_clockwise ? a : b;
   const PlanePoint end = counter_clockwise ? b : a;
   const bool as_drawn = std::fabs(arc.bulge) <= 1 && last - first < kPlainSweep &&
                         Distance(at_first, begin) <= noise && Distance(at_last, end) <= noise;
-  bounds->chord_slack = as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box);
+  segment.chord_slack =
+      std::max(segment.chord_slack, as_drawn ? sagitta + 2 * noise : FarthestFromChord(a, b, box));
 
   for (int axis = 0; axis < 4; ++axis) {
     // Beside the axis that ends quadrant `axis`, points count as that quadrant's beginning.
@@ -92,25 +100,9 @@ void BoundArc(PlanePoint a, PlanePoint b, const ArcFrame& arc, SegmentBounds* bo
     quirk.box.Include(OnCircle(circle, direction));
     quirk.box.Grow(1.1 * kQuadrantTolerance + slack);
     quirk.tangents = TangentAt(direction, 0);
-    bounds->axis_quirks.push_back(quirk);
+    bounds.axis_quirks.push_back(quirk);
   }
-}
-
-}  // namespace
-
-void BoundingBox::Include(PlanePoint p) {
-  low = {std::min(low.h, p.h), std::min(low.v, p.v)};
-  high = {std::max(high.h, p.h), std::max(high.v, p.v)};
-}
-
-void BoundingBox::Include(const BoundingBox& other) {
-  low = {std::min(low.h, other.low.h), std::min(low.v, other.low.v)};
-  high = {std::max(high.h, other.high.h), std::max(high.v, other.high.v)};
-}
-
-void BoundingBox::Grow(double by) {
-  low = {low.h - by, low.v - by};
-  high = {high.h + by, high.v + by};
+  return bounds;
 }
 
 void Tangents::Include(const Tangents& other) {
@@ -123,10 +115,23 @@ void Tangents::Include(const Tangents& other) {
   if (middle.h * turned.h + middle.v * turned.v < 0) turned = {-turned.h, -turned.v};
   const PlanePoint sum{middle.h + turned.h, middle.v + turned.v};
   const double length = std::sqrt(sum.h * sum.h + sum.v * sum.v);  // at least the root of 2
-  const double sine = std::min(std::fabs(middle.h * turned.v - middle.v * turned.h), 1.0);
-  const double between = sine < 0.1 ? sine * 1.01 : std::asin(sine);
+  const double between = AngleOfSine(std::fabs(middle.h * turned.v - middle.v * turned.h));
   middle = {sum.h / length, sum.v / length};
   spread = between / 2 + std::max(spread, other.spread) + 1e-9;
+}
+
+Tangents StraightTangents::All() const {
+  Tangents all;
+  if (count_ == 0) return all;
+  const double length = std::sqrt(sum_.h * sum_.h + sum_.v * sum_.v);  // at least the longest chord's
+  all.middle = {sum_.h / length, sum_.v / length};
+  double squared_sine = 0;
+  for (size_t i = 0; i < count_; ++i) {
+    const double across = all.middle.h * straight_[i].chord.v - all.middle.v * straight_[i].chord.h;
+    squared_sine = std::max(squared_sine, across * across * straight_[i].inverse);
+  }
+  all.spread = AngleOfSine(std::sqrt(squared_sine)) + 2e-9;
+  return all;
 }
 
 void FootBound::Include(const FootBound& other) {
@@ -142,31 +147,6 @@ double DistanceFromChord(PlanePoint a, PlanePoint b, PlanePoint p) {
   const double u = ((p.h - a.h) * dh + (p.v - a.v) * dv) / squared;
   const double t = std::clamp(u, -kChordReach, 1 + kChordReach);
   return Distance(p, {a.h + t * dh, a.v + t * dv});
-}
-
-SegmentBounds BoundsOfSegment(const kovltype& a, const kovltype& b, const ArcFrame* arc) {
-  const PlanePoint from = InPlane(a);
-  const PlanePoint to = InPlane(b);
-  SegmentBounds bounds;
-  if (!Within(from, kLargestCoordinate) || !Within(to, kLargestCoordinate)) {
-    bounds.unbounded = true;
-    return bounds;
-  }
-  const double length = Distance(from, to);
-  bounds.feet.box.Include(from);
-  bounds.feet.box.Include(to);
-  bounds.feet.box.Grow(2 * kChordReach * length + 1e-6 + 1e-12 * length);
-  if (arc != nullptr) {
-    BoundArc(from, to, *arc, &bounds);
-    bounds.chord_slack = std::max(bounds.chord_slack, 1e-6);  // a chord's foot is never an arc's
-  } else if (length * length >= kShortestSquared / 2) {
-    bounds.feet.tangents = {{(to.h - from.h) / length, (to.v - from.v) / length}, 1e-9};
-    // Rounding grows with the length.
-    if (length > kLongStraight) bounds.chord_slack = 0.001;
-  }
-  // Keeps degenerate segments out of the comparison of bare chords.
-  if (length < 0.02) bounds.chord_slack = std::max(bounds.chord_slack, 0.02);
-  return bounds;
 }
 
 }  // namespace velmora

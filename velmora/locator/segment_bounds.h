@@ -4,9 +4,11 @@
 #define VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
 #include <vector>
 
-#include "velmora/alignment/alignment_point.h"
 #include "velmora/alignment/geometry.h"
 
 namespace velmora {
@@ -16,9 +18,18 @@ struct BoundingBox {
   PlanePoint low;
   PlanePoint high;
 
-  void Include(PlanePoint p);
-  void Include(const BoundingBox& other);
-  void Grow(double by);
+  void Include(PlanePoint p) {
+    low = {std::min(low.h, p.h), std::min(low.v, p.v)};
+    high = {std::max(high.h, p.h), std::max(high.v, p.v)};
+  }
+  void Include(const BoundingBox& other) {
+    low = {std::min(low.h, other.low.h), std::min(low.v, other.low.v)};
+    high = {std::max(high.h, other.high.h), std::max(high.v, other.high.v)};
+  }
+  void Grow(double by) {
+    low = {low.h - by, low.v - by};
+    high = {high.h + by, high.v + by};
+  }
   double Diagonal() const { return Distance(low, high); }
   PlanePoint Middle() const { return {(low.h + high.h) * 0.5, (low.v + high.v) * 0.5}; }
   // Squared distance from the box, 0 inside.
@@ -48,23 +59,65 @@ struct FootBound {
   void Include(const FootBound& other);
 };
 
-// Bounds of one segment.
+// The directions of a few straights at once.
+class StraightTangents {
+ public:
+  static constexpr size_t kMost = 8;
+  // `inverse` is that of the squared length, 0 for a degenerate one, which has none.
+  void Add(PlanePoint a, PlanePoint b, double inverse) {
+    if (inverse == 0) return;
+    const PlanePoint chord{b.h - a.h, b.v - a.v};
+    const double turn = sum_.h * chord.h + sum_.v * chord.v < 0 ? -1 : 1;
+    sum_ = {sum_.h + turn * chord.h, sum_.v + turn * chord.v};
+    straight_[count_++] = {chord, inverse};
+  }
+  Tangents All() const;
+
+ private:
+  struct Straight {
+    PlanePoint chord;
+    double inverse;
+  };
+  size_t count_ = 0;
+  PlanePoint sum_{0, 0};                  // of the chords, each turned so that it does not point back
+  std::array<Straight, kMost> straight_;  // NOLINT: filled as far as it is read
+};
+
+// Bounds of one segment, but for its tangents.
 struct SegmentBounds {
   // Without bounds: coordinates or a circle so large that sums overflow or lose whole metres.
   bool unbounded = false;
-  // The segment's feet and its first point.
-  FootBound feet;
+  BoundingBox box = kEmptyBounds;  // of its feet and its first point
   // Feet lie within `chord_slack` of the chord prolonged by kChordReach of its length at both ends.
   double chord_slack = 0;
-  // Axis quirk: an arc also answers for points within kQuadrantTolerance of an axis through its centre, as
-  // if they lay a quarter turn back. Each is a place on the arc's circle, not on the arc.
-  std::vector<FootBound> axis_quirks;
 };
 
 inline constexpr double kChordReach = 0.00011;
 
-// `arc` is null for a straight.
-SegmentBounds BoundsOfSegment(const kovltype& a, const kovltype& b, const ArcFrame* arc);
+inline SegmentBounds BoundsOfStraight(PlanePoint a, PlanePoint b) {
+  constexpr double kLargestCoordinate = 1e9;  // m
+  constexpr double kLongStraight = 1e4;
+  const auto within = [](double value) { return std::fabs(value) <= kLargestCoordinate; };
+  SegmentBounds bounds;
+  bounds.unbounded = !(within(a.h) && within(a.v) && within(b.h) && within(b.v));
+  const double length = Distance(a, b);
+  bounds.box.Include(a);
+  bounds.box.Include(b);
+  bounds.box.Grow(2 * kChordReach * length + 1e-6 + 1e-12 * length);
+  if (length > kLongStraight) bounds.chord_slack = 0.001;  // rounding grows with the length
+  if (length < 0.02) bounds.chord_slack = 0.02;  // keeps degenerate ones out of the comparison of bare chords
+  return bounds;
+}
+
+// What an arc has besides.
+struct ArcBounds {
+  SegmentBounds segment;
+  Tangents tangents;
+  // Axis quirk: an arc also answers for points within kQuadrantTolerance of an axis through its centre, as
+  // if they lay a quarter turn back. Each is a place on the arc's circle, not on the arc.
+  std::vector<FootBound> axis_quirks;
+};
+ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc);
 
 // Distance from `p` to the straight a→b prolonged by kChordReach at both ends; to `a` where it is
 // shorter than 1 cm.
