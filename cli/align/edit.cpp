@@ -25,7 +25,7 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   ReadAlignment(options.file, input);
   RequirePlan(*input);
   if (options.to.empty()) return;
-  if (input->has_tail && !IsSameFile(PathFromSystem(options.file), PathAsSpelled(options.to)))
+  if (input->tail && !IsSameFile(PathFromSystem(options.file), PathAsSpelled(options.to)))
     input->losses.Add({0, "holds text after an end-of-file character (1A), which is never read"});
   RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
 }
@@ -66,13 +66,27 @@ std::string RoundingOfBulges(const std::vector<kovltype>& plan, const std::vecto
   return "; " + rounding;
 }
 
+// A station or coordinate that is too large for a number would be written as a word that is not read.
+void RequireFinite(const EditOptions& options, const std::string& what, const std::vector<kovltype>& points) {
+  for (size_t i = 0; i < points.size(); ++i)
+    if (const kovltype& p = points[i];
+        !std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.bulge) || !std::isfinite(p.sek))
+      throw Refusal(
+          At(options.file, what + std::to_string(i + 1) +
+                               " would get a station or coordinate that is too large, so nothing was "
+                               "written; correct the points in an editor"));
+}
+
 void WriteOrShow(const EditOptions& options, AlignmentInput* input) {
   if (options.to.empty()) {
     ShowPoints(options, input->set.plan);
     return;
   }
   const std::vector<kovltype> points = input->set.plan.Points();
-  const std::string rounding = RoundingOfBulges(points, input->set.profil.Points(), options);
+  const std::vector<kovltype> profile = input->set.profil.Points();
+  RequireFinite(options, "point ", points);
+  RequireFinite(options, "profile point ", profile);
+  const std::string rounding = RoundingOfBulges(points, profile, options);
   if (input->set.Uppdat(PathAsSpelled(options.to)) < 0) RefuseUnwritable(options.to);
   const PlanMeasures now = MeasurePlan(points);
   Warn(At(options.to, "written, stations " + StationText(now.lowest_station, options.output.km) + " to " +

@@ -13,6 +13,9 @@
 
 namespace velmora::cli {
 
+inline constexpr char kRemoveEndMark[] =
+    "programs do not see that text either; remove the character in an editor";
+
 // Keeps kMostOfFile findings a file and kMostInAll in all files, and counts the others.
 class DoctorReport {
  public:

@@ -46,6 +46,7 @@ class SettingsAdvice {
 
   Advice Of(const Finding& finding) const {
     if (finding.line == 0) return {"programs read no code of it; write that line in an editor", ""};
+    if (finding.repair == Repair::kEndMark) return {kRemoveEndMark, ""};
     const TextLine& line = lines_[static_cast<size_t>(finding.line) - 1];
     if (IsReadElsewhere())
       return {std::string("programs read such a file beside Velmora.ini only; ") + kInEditor, ""};

@@ -14,6 +14,7 @@ namespace {
 constexpr auto kDelay = std::chrono::seconds(1);
 constexpr auto kRefresh = std::chrono::milliseconds(200);
 constexpr size_t kBarWidth = 30;
+constexpr size_t kLeastBar = 5;
 
 }  // namespace
 
@@ -42,21 +43,23 @@ void Progress::Update(std::uint64_t done, std::uint64_t rows) {
 
 void Progress::Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows) {
   const double seconds = std::max(std::chrono::duration<double>(elapsed).count(), 0.001);
-  std::string line = what_ + " ";
-  std::string left;
-  if (total_ > 0) {
-    const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total_));
-    const auto filled = static_cast<size_t>(part * kBarWidth);
-    line += "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
-            std::to_string(static_cast<int>(part * 100)) + " %  ";
-    if (part > 0)
-      left = ", " + DurationText(std::chrono::seconds(std::llround(seconds / part - seconds))) + " left";
-  }
-  line += std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
-          std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s" + left;
+  std::string line = std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
+                     std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s";
   // A full last column would move the cursor to the next line.
   const size_t width = TerminalWidth(StandardStream::kError);
-  line = "\r" + (width > 1 ? Cut(line, width - 1) : line) + "\033[K";
+  const size_t most = width > 1 ? width - 1 : std::string::npos;
+  std::string bar;
+  if (total_ > 0) {
+    const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total_));
+    if (part > 0)
+      line += ", " + DurationText(std::chrono::seconds(std::llround(seconds / part - seconds))) + " left";
+    line = std::to_string(static_cast<int>(part * 100)) + " %  " + line;
+    const size_t others = DisplayWidth(what_ + " [] " + line);
+    const size_t room = std::min(kBarWidth, most - std::min(most, others));
+    const auto filled = static_cast<size_t>(part * static_cast<double>(room));
+    if (room >= kLeastBar) bar = "[" + std::string(filled, '#') + std::string(room - filled, '.') + "] ";
+  }
+  line = "\r" + Cut(what_ + " " + bar + line, most) + "\033[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
   shown_ = true;

@@ -1,6 +1,7 @@
 #include "cli/points/show.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -58,12 +59,14 @@ void ShowPoints(const ShowOptions& options) {
                                                 : Cell()});
   records.Finish();
   output.Finish();
-  const std::int64_t without = check.findings.Count();
-  if (without == 0) return;
+  if (check.findings.listed.empty()) return;
   const Finding& first = check.findings.listed.front();
-  PrintError(At(options.file, first.line,
-                first.text + "; " + std::to_string(without) + (without == 1 ? " point has" : " points have") +
-                    " no level"));
+  const auto without = std::count(check.has_level.begin(), check.has_level.end(), false);
+  PrintError(
+      At(options.file, first.line,
+         first.text + (without == 0 ? ""
+                                    : "; " + std::to_string(without) +
+                                          (without == 1 ? " point has" : " points have") + " no level")));
   throw ExitWith{1};
 }
 

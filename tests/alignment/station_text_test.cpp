@@ -22,6 +22,7 @@ TEST(StationText, IsWrittenAndReadBack) {
       {-12.5, "-12.500", "-0/012.500"},
       {-1250.25, "-1250.250", "-1/250.250"},
       {-0.0001, "0.000", "0/000.000"},
+      {-1e300, "-1e+300", "-1e+300"},
   };
   for (const auto& c : kStations) {
     EXPECT_EQ(StationText(c.metres, false), c.plain);

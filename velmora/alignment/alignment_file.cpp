@@ -22,7 +22,7 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
   });
   if (result < 0)
     return Finding{lines + 1, "reading stopped here: a read error, or a line too long for an alignment"};
-  file->has_tail = reader.HasTail();
+  if (reader.HasTail()) file->tail = UnreadTail(lines);
   file->plan = file->set.plan.Points();
   file->profile = file->set.profil.Points();
   if (!file->plan.empty() || !file->profile.empty()) return std::nullopt;
@@ -33,6 +33,7 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
 
 BoundedFindings CheckAlignment(const AlignmentFile& file) {
   BoundedFindings all = file.skipped;
+  if (file.tail) all.Add(*file.tail);
   for (BoundedFindings& more :
        std::array{CheckPlan(file.plan, file.plan_lines), CheckProfile(file.profile, file.profile_lines)}) {
     std::move(more.listed.begin(), more.listed.end(), std::back_inserter(all.listed));

@@ -18,9 +18,9 @@ struct AlignmentFile {
   std::vector<kovltype> profile;
   std::vector<int> plan_lines;  // of each point in the file
   std::vector<int> profile_lines;
-  BoundedFindings skipped;  // lines, and parts of lines, that are not read
-  BoundedFindings losses;   // what is lost when the alignment is written
-  bool has_tail = false;    // text after an end-of-file character, which only a rewrite of the file keeps
+  BoundedFindings skipped;      // lines, and parts of lines, that are not read
+  BoundedFindings losses;       // what is lost when the alignment is written
+  std::optional<Finding> tail;  // text after an end-of-file character, which only a rewrite of the file keeps
 
   std::string Name() const { return ToUtf8(set.vlNamn); }
 };
@@ -31,7 +31,7 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
 // Why a file that was read has no plan of two points; nothing where it has.
 std::optional<Finding> ProblemOfPlan(const AlignmentFile& file);
 
-// The lines that are not read, and what CheckPlan and CheckProfile find, in the order of the file.
+// What is not read, and what CheckPlan and CheckProfile find, in the order of the file.
 BoundedFindings CheckAlignment(const AlignmentFile& file);
 
 }  // namespace velmora

@@ -8,7 +8,7 @@
 namespace velmora {
 
 // Why CVag2::ReadOmr would not read the working area or its alignment, or would read the alignment outside
-// the project. Empty for a project without an area file.
+// the project, and limits that no point is between. Empty for a project without an area file.
 Findings CheckArea(const CProjPath& project);
 
 }  // namespace velmora

@@ -19,8 +19,8 @@ constexpr double kLengthTolerance = 0.1;  // m between a segment's stations and 
 class PointFindings {
  public:
   explicit PointFindings(const std::vector<int>& lines) : lines_(lines) {}
-  void Add(size_t point, std::string text, bool stations = false) {
-    found_.Add({lines_[point], std::move(text), /*misread=*/false, /*lost=*/false, stations});
+  void Add(size_t point, std::string text, Repair repair = Repair::kLine) {
+    found_.Add({lines_[point], std::move(text), /*misread=*/false, /*lost=*/false, repair});
   }
   BoundedFindings Take() { return std::move(found_); }
 
@@ -40,22 +40,24 @@ std::string LargeArc(const std::string& bulge, const kovltype& a, const kovltype
          "; align locate, stations and plot follow the bulge";
 }
 
-void CheckStations(const std::vector<kovltype>& points, bool descending, size_t i, PointFindings* findings) {
+void CheckStations(const std::vector<kovltype>& points, bool descending, size_t i, Repair repair,
+                   PointFindings* findings) {
   const double step = descending ? points[i].sek - points[i + 1].sek : points[i + 1].sek - points[i].sek;
-  const std::string station = "station " + FormatFixed(points[i + 1].sek, 3);
+  const std::string station = "station " + StationText(points[i + 1].sek, false);
   if (step == 0)
-    findings->Add(i + 1, station + " repeats that of the previous point", /*stations=*/true);
+    findings->Add(i + 1, station + " repeats that of the previous point", repair);
   else if (!(step > 0))
     findings->Add(i + 1,
                   station + " is out of order; the stations are " + (descending ? "descending" : "ascending"),
-                  /*stations=*/true);
+                  repair);
 }
 
 }  // namespace
 
 BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   PointFindings findings(lines);
-  if (points.size() == 1) findings.Add(0, "is the plan's only point; an alignment needs two or more");
+  if (points.size() == 1)
+    findings.Add(0, "is the plan's only point; an alignment needs two or more", Repair::kFile);
   const bool descending = IsDescending(points);
   if (descending)
     findings.Add(0,
@@ -68,7 +70,7 @@ BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector
     const bool coincident = Distance(InPlane(a), InPlane(b)) < kCoincident;
     const std::string bulge =
         "bulge " + (std::fabs(a.bulge) < 1e6 ? FormatFixed(a.bulge, 4) : FormatShortest(a.bulge));
-    if (coincident) findings.Add(i + 1, "coincides with the previous point");
+    if (coincident) findings.Add(i + 1, "coincides with the previous point", Repair::kOnePoint);
     if (coincident && !IsStraight(a.bulge))
       findings.Add(i, bulge + " between coincident points gives no arc");
     else if (std::fabs(a.bulge) >= 1)
@@ -79,25 +81,26 @@ BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector
                    "quarter of the circle off (" +
                        LengthText(ArcFromBulge(InPlane(a), InPlane(b), a.bulge).radius * kHalfPi) +
                        ") on it or near it; align locate and plot give the right ones");
-    CheckStations(points, descending, i, &findings);
+    CheckStations(points, descending, i, coincident ? Repair::kOnePoint : Repair::kStations, &findings);
     const double step = std::fabs(b.sek - a.sek);
     const double length = SegmentLength(a, b);
     if (step > 0 && !coincident && std::fabs(a.bulge) <= 1 && std::fabs(step - length) > kLengthTolerance)
       findings.Add(i,
                    "the segment is " + LengthText(step) + " long by its stations, " + LengthText(length) +
                        " by its points",
-                   /*stations=*/true);
+                   Repair::kStations);
   }
   return findings.Take();
 }
 
 BoundedFindings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines) {
   PointFindings findings(lines);
-  if (points.size() == 1) findings.Add(0, "is the profile's only point; a profile needs two or more");
+  if (points.size() == 1)
+    findings.Add(0, "is the profile's only point; a profile needs two or more", Repair::kFile);
   for (size_t i = 0; i < points.size(); ++i) {
-    const std::string station = FormatFixed(points[i].y, 3);
+    const std::string station = StationText(points[i].y, false);
     if (points[i].y != points[i].sek)
-      findings.Add(i, "profile stations " + station + " and " + FormatFixed(points[i].sek, 3) +
+      findings.Add(i, "profile stations " + station + " and " + StationText(points[i].sek, false) +
                           " differ; levels are looked up by both");
     if (i > 0 && !(points[i].y > points[i - 1].y))
       findings.Add(i, "profile station " + station + " is not above the previous one");

@@ -10,6 +10,8 @@
 namespace velmora {
 namespace {
 
+constexpr double kLarge = 1e15;  // m; from here on decimals mean nothing, and the digits become many
+
 // A number of digits with at most one ".", no sign and no exponent.
 std::optional<double> PlainNumber(std::wstring_view text) {
   const auto plain = [](wchar_t c) { return IsDigit(c) || c == L'.'; };
@@ -20,6 +22,7 @@ std::optional<double> PlainNumber(std::wstring_view text) {
 }  // namespace
 
 std::string StationText(double metres, bool km) {
+  if (std::fabs(metres) >= kLarge) return FormatShortest(metres);
   std::string text = FormatFixed(std::fabs(metres), 3);
   const bool below_zero = metres < 0 && text.find_first_of("123456789") != std::string::npos;
   if (km && std::isfinite(metres)) {
@@ -67,7 +70,8 @@ std::string OffsetText(double offset) {
 }
 
 std::string LengthText(double metres) {
-  return std::isfinite(metres) ? FormatFixed(metres, 3) + " m" : "not finite";
+  if (!std::isfinite(metres)) return "not finite";
+  return (std::fabs(metres) < kLarge ? FormatFixed(metres, 3) : FormatShortest(metres)) + " m";
 }
 
 }  // namespace velmora

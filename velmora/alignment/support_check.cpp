@@ -74,6 +74,12 @@ SupportCheck CheckSupportPoints(TextReader* reader) {
       add(lines.Number(), Quoted(ToUtf8(lines.Line().Left(80))) + " is not the level of a support point");
     (void)lines.Next();
   }
+  if (!lines.AtStar())
+    check.findings.Add(reader->HasTail()
+                           ? UnreadTail(lines.Number())
+                           : Finding{lines.Number(),
+                                     "is the last line; a line \"*\" must follow, and points can be missing",
+                                     true, true, Repair::kFile});
   if (!reader->Failed()) return check;
   check.failed = true;
   check.findings = {};

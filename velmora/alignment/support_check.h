@@ -13,7 +13,7 @@ namespace velmora {
 struct SupportCheck {
   bool has_header = true;       // false: the only finding says why it is not a file of support points
   bool failed = false;          // reading stopped at the only finding's line
-  BoundedFindings findings;     // levels that are not numbers
+  BoundedFindings findings;     // levels that are not numbers, and an end before the last "*"
   std::vector<bool> has_level;  // by point, in the order of CStodPunkt
 };
 SupportCheck CheckSupportPoints(TextReader* reader);

@@ -56,6 +56,10 @@ Findings CheckArea(const CProjPath& project) {
   }
   if (const std::string problem = AlignmentProblem(project, area.file); !problem.empty())
     findings.push_back({name_line, "the alignment " + Quoted(ToUtf8(area.file)) + " " + problem});
+  if (area.station_min > area.station_max)
+    findings.push_back({name_line + 1, "the first station is above the last: no point is in the area"});
+  if (area.offset_min > area.offset_max)
+    findings.push_back({name_line + 2, "the first offset is above the last: no point is in the area"});
   if (!lines.Complete())
     findings.push_back({number, std::string("is not two numbers, the area's first and last ") +
                                     (lines.Read() == 1 ? "station" : "offset")});

@@ -52,6 +52,7 @@ RoadHandle FromText(TextReader& reader, const std::string& file) {
   auto road = std::make_unique<velmora_road>(std::move(read.plan), std::move(read.profile));
   road->name = read.Name();
   Append(read.skipped, &road->findings);
+  if (read.tail) road->findings.push_back(*read.tail);
   road->skipped = read.skipped.Count() > 0;
   AppendChecks(CheckPlan(road->places.Plan(), read.plan_lines), &road->findings);
   AppendChecks(CheckProfile(road->profile, read.profile_lines), &road->findings);

@@ -12,14 +12,29 @@
 
 namespace velmora {
 
+// What corrects a finding, where its check knows it.
+enum class Repair {
+  kLine,      // the line changed or removed
+  kStations,  // an alignment's stations corrected
+  kOnePoint,  // one of two coincident points removed
+  kFile,      // the file restored or made anew
+  kEndMark,   // an end-of-file character removed
+};
+
 struct Finding {
   std::int64_t line = 0;  // from 1; 0: the file as a whole
   std::string text;       // UTF-8, for a user: "is skipped: ..."
   bool misread = true;    // reading or rewriting skips or cuts the line, or takes it for something else
   bool lost = true;       // a rewrite of the file omits the line or a part of it
-  bool stations = false;  // recomputing an alignment's stations corrects it
+  Repair repair = Repair::kLine;
 };
 using Findings = std::vector<Finding>;
+
+// For the last line that is read of a file with text after an end-of-file character. A rewrite keeps it.
+inline Finding UnreadTail(std::int64_t line) {
+  return {line, "is the last line read: the text after an end-of-file character (0x1A) is not read", true,
+          false, Repair::kEndMark};
+}
 
 // Collects what is found in one line; without a list nothing.
 struct LineFindings {

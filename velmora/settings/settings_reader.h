@@ -23,6 +23,8 @@ class VELMORA_API SettingsReader {
   [[nodiscard]] bool ReadLine(CString* line, Zeros zeros = Zeros::kCut);
   // Whether the end came before the file's own.
   bool Failed() const { return reader_.Failed(); }
+  // At the end: whether text that is not read follows an end-of-file character.
+  bool HasTail() const { return reader_.HasTail(); }
   // Whether the last line had a zero byte.
   bool LineWasCut() const { return cut_; }
 

@@ -41,6 +41,7 @@ Findings CheckSettingsText(SettingsFileKind kind, const TextLines& lines) {
 void CompleteFindings(const TextLines& lines, Findings* findings) {
   for (const TextLine& line : lines)
     if (line.cut) findings->push_back({line.number, "holds a zero byte, and what follows it is not read"});
+  if (!lines.empty() && lines.back().tail) findings->push_back(UnreadTail(lines.back().number));
   std::stable_sort(findings->begin(), findings->end(),
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
 }
@@ -60,6 +61,10 @@ std::string ReadTextLines(const CString& path, TextLines* lines) {
     line.cut = reader.LineWasCut();
     if (lines->size() == kMostLines) return kTooLarge;
     lines->push_back(line);
+  }
+  if (reader.HasTail()) {
+    if (lines->empty()) lines->emplace_back().number = 1;
+    lines->back().tail = true;
   }
   return reader.Failed() ? "cannot be read to its end; is it a text file?" : "";
 }

@@ -21,7 +21,8 @@ SettingsFileKind KindByName(const CString& name);
 struct TextLine {
   std::int64_t number = 0;  // from 1
   CString text;
-  bool cut = false;  // at a zero byte
+  bool cut = false;   // at a zero byte
+  bool tail = false;  // the last line, before an end-of-file character and text that is not read
 };
 using TextLines = std::vector<TextLine>;
 
