@@ -53,6 +53,10 @@ void CheckIni(const Environment& environment, DoctorReport* report) {
       report->Add({missing, 0, "is not a readable file",
                    std::string(kDefaults) + "; move it away and restore the user's ini file", ""});
       return;
+    case IniState::kNoPermission:
+      report->Add({PathForDisplay(WantedIni(environment)), 0, WhyNotFound(WantedIni(environment), ""),
+                   kDefaults, ""});
+      return;
     case IniState::kMissing: {
       const std::string command = InstallCommand(RegisteredProgram());
       report->Add(
@@ -71,6 +75,11 @@ void CheckIni(const Environment& environment, DoctorReport* report) {
 void CheckProgramFolder(const Environment& environment, DoctorReport* report) {
   const CString& program = environment.ini.m_programDir;
   if (environment.found_by != FoundBy::kRegistry || IsFolder(program)) return;
+  if (WhyNoStatus(program) == NoStatus::kNoPermission) {
+    report->Add({PathForDisplay(program), 0, WhyNotFound(program, ""),
+                 "it is registered as the program folder, and the suite's programs do not start", ""});
+    return;
+  }
   const std::string command = InstallCommand(program);
   report->Add({PathForDisplay(program), 0, "is registered as the program folder, and there is no such folder",
                command.empty() ? "the suite's programs do not start; velmora env setup names the registry's "
@@ -106,10 +115,11 @@ void CheckFiles(const Environment& environment, const UserFilePlan& plan, Conten
   for (const CString& name : SettingsNames()) {
     const std::vector<SettingsPlace> places = SettingsPlaces(&environment.ini, nullptr, name);
     if (const SettingsPlace* place = PlaceInUse(places)) {
+      TextLines none;
       if (IsFile(place->path))
         content->CheckFile(place->path, PathForDisplay(place->path), Owner::kInstallation);
       else
-        report->Add({PathForDisplay(place->path), 0, "is a folder where a file is expected",
+        report->Add({PathForDisplay(place->path), 0, ReadTextLines(place->path, &none),
                      "programs use built-in values; move it away, then copy the file again",
                      "velmora env sync"});
     } else if (!places.empty() && name != CProjPath::StenParNamn && !IsShared(plan, places.front().path)) {

@@ -44,11 +44,15 @@ struct FoundFile {
   CString name;        // without folder, spelled as on disk
   CString short_name;  // the 8.3 name, empty where there is none
   FileStatus status;
+  bool may_be_link = false;  // its RealPath can be in another folder
 };
 
 // Nothing when there is no such file or folder. Symbolic links are followed.
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
 bool FileOrFolderExists(const CString& path);
+// Why there is no status. A link that leads nowhere is missing.
+enum class NoStatus { kMissing, kNoPermission, kPathTooLong };
+NoStatus WhyNoStatus(const CString& path);
 // Whether there is an ordinary file (a folder) of this name.
 inline bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
