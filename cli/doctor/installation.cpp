@@ -14,6 +14,7 @@
 #include "velmora/environment/user_data.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/console.h"
+#include "velmora/platform/registry_store.h"
 #include "velmora/platform/whole_file.h"
 #include "velmora/project/folder_list.h"
 #include "velmora/project/proj_path.h"
@@ -119,9 +120,10 @@ void CheckFiles(const Environment& environment, const UserFilePlan& plan, Conten
       if (IsFile(place->path))
         content->CheckFile(place->path, PathForDisplay(place->path), Owner::kInstallation);
       else
-        report->Add({PathForDisplay(place->path), 0, ReadTextLines(place->path, &none),
-                     "programs use built-in values; move it away, then copy the file again",
-                     "velmora env sync"});
+        report->Add(
+            {PathForDisplay(place->path), 0, ReadTextLines(place->path, &none),
+             "programs use built-in values; the command copies the file again once this is moved away",
+             "velmora env sync"});
     } else if (!places.empty() && name != CProjPath::StenParNamn && !IsShared(plan, places.front().path)) {
       report->Add({PathForDisplay(places.front().path), 0, "is missing, and so is one that all users share",
                    "programs use built-in values; copy it here from another installation", ""});
@@ -172,8 +174,9 @@ void CheckIniContent(const Environment& environment, const UserFilePlan& plan, D
 
 void CheckInstallation(ContentCheck* content, DoctorReport* report) {
   if (const std::string problem = RegistryProblem(); !problem.empty()) {
-    report->Add(
-        {"registry", 0, problem, "no installation is found, and only the built-in settings apply", ""});
+    const std::string file = RegistryFile();
+    report->Add({file.empty() ? "registry" : file, 0, problem,
+                 "no installation is found, and only the built-in settings apply", ""});
     return;
   }
   Environment environment;
