@@ -28,7 +28,7 @@ void CodesCheck(const CodesOptions& options) {
   const SettingsFileKind kind = options.kind_name.empty()
                                     ? KindByName(NameOfPath(path))
                                     : static_cast<SettingsFileKind>(named - std::begin(kKindNames));
-  const Findings findings = MisreadLines(kind, lines);
+  const Findings findings = CheckSettingsText(kind, lines);
   OutputFile output(options.output.file, {options.file});
   const OutputFormat format = options.output.Format();
   if (format == OutputFormat::kTable && findings.empty()) {

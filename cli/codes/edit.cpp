@@ -136,7 +136,11 @@ void CodesSet(const CodesOptions& options) {
   if (options.fields.empty()) throw Refusal("nothing to change was given; --help lists the fields");
   const CodeEntry before = *entry;
   TakeFields(options, &*entry);
-  if (entry->SameContent(before)) {
+  // A line that is not read as it is written is written anew.
+  const Findings& found = codes.FileFindings();
+  const bool clean = std::none_of(found.begin(), found.end(),
+                                  [&](const Finding& finding) { return finding.line == before.line; });
+  if (clean && entry->SameContent(before)) {
     OutputFile output;
     output.Write(Described(before) + ": already so in " + codes.Where() + "\n");
     output.Finish();

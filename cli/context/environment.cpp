@@ -9,6 +9,7 @@
 #include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
 #include "velmora/platform/shell_folders.h"
+#include "velmora/platform/whole_file.h"
 
 namespace velmora::cli {
 namespace {
@@ -43,8 +44,14 @@ void FindEnvironment(const std::string& sub, Environment* environment) {
   environment->found_by = ReadEnvironment(L"TUNDRIL", &folder) ? FoundBy::kVariable : FoundBy::kNothing;
 }
 
+CString WantedIni(const Environment& environment) {
+  if (environment.found_by == FoundBy::kVariable) return JoinPath(environment.ini.m_programDir, kIniName);
+  return environment.missing_ini;
+}
+
 IniState StateOfIni(const Environment& environment) {
   if (environment.HasIni()) return IniState::kUsable;
+  if (WhyNoStatus(WantedIni(environment)) == NoStatus::kNoPermission) return IniState::kNoPermission;
   if (environment.found_by == FoundBy::kVariable) return IniState::kNotAtVariable;
   if (environment.missing_ini.IsEmpty()) return IniState::kNoInstallation;
   return FileOrFolderExists(environment.missing_ini) ? IniState::kUnreadable : IniState::kMissing;
@@ -61,6 +68,8 @@ void RequireIni(const Environment& environment) {
                        "install --to DIR"));
     case IniState::kUnreadable:
       throw Refusal(At(path, "is not a readable file; replace it with the user's ini file"));
+    case IniState::kNoPermission:
+      throw Refusal(At(PathForDisplay(WantedIni(environment)), WhyNotFound(WantedIni(environment), "")));
     case IniState::kMissing:
       throw Refusal(At(path,
                        "the current user has no such file; make it: velmora env install --to DIR, where "

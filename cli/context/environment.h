@@ -33,9 +33,12 @@ enum class IniState {
   kUsable,
   kNotAtVariable,   // the folder that the variable TUNDRIL names has none
   kUnreadable,      // the user's is a folder or the like
+  kNoPermission,    // its folder hides whether there is one
   kMissing,         // an installation is registered, and the user has none
   kNoInstallation,  //
 };
+// The ini file that the installation should have; empty when none is registered or named.
+CString WantedIni(const Environment& environment);
 IniState StateOfIni(const Environment& environment);
 // Throws a Refusal without an ini file.
 void RequireIni(const Environment& environment);

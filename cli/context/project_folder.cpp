@@ -3,6 +3,7 @@
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/whole_file.h"
 
 namespace velmora::cli {
 
@@ -18,7 +19,8 @@ CString ExistingProjectFolder(const std::string& given) {
   const CString folder = ProjectFolder(given);
   const std::optional<FileStatus> status = GetFileStatus(folder);
   if (!status)
-    throw Refusal(At(given, "no such folder; make the project with: velmora project new " + given));
+    throw Refusal(At(
+        given, WhyNotFound(folder, "no such folder; make the project with: velmora project new " + given)));
   if (status->kind != FileKind::kFolder) throw Refusal(At(given, "is a file, and a project is a folder"));
   return folder;
 }

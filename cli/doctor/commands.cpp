@@ -45,6 +45,8 @@ DoctorReport Check(const std::vector<std::string>& paths) {
 void Doctor(const DoctorOptions& options) {
   if (std::find(options.paths.begin(), options.paths.end(), "-") != options.paths.end())
     throw WrongUsage("standard input cannot be checked; give the names of files and folders");
+  if (std::find(options.paths.begin(), options.paths.end(), "") != options.paths.end())
+    throw WrongUsage("a name is empty; give the names of files and folders");
   (void)options.output.Format();  // refuses before the work
   const DoctorReport report = Check(options.paths);
   report.Write(options.output, options.paths);

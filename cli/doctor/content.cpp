@@ -51,6 +51,26 @@ std::string ShownIn(const CString& given, const std::string& path) {
   return PathForDisplay(JoinPath(given, PathFromSystem(path)));
 }
 
+// A file that the user named.
+Diagnosis Unchecked(const CString& path, const std::string& given) {
+  const CString end = NameOfPath(path).Right(4);
+  const bool settings =
+      end.CompareNoCase(L".PAR") == 0 || end.CompareNoCase(L".CFG") == 0 || end.CompareNoCase(L".DAT") == 0;
+  return {given, 0, "has not the name of a settings, code, alignment, area or support-point file",
+          settings ? "nothing was checked in it; the command checks settings or codes under another name"
+                   : "nothing was checked in it",
+          settings ? "velmora codes check " + ShellArgument(given) + " --kind KIND" : ""};
+}
+
+// `name` below `folder` in the disk's letter case.
+CString AsOnDisk(const CString& folder, const CString& name) {
+  CString above;
+  SplitPath(name, &above, nullptr);
+  const std::vector<FoundFile> found = FindFiles(JoinPath(folder, name));
+  const CString last = found.empty() ? NameOfPath(name) : found.front().name;
+  return above.IsEmpty() ? last : JoinPath(AsOnDisk(folder, above), last);
+}
+
 }  // namespace
 
 void ContentCheck::CheckFile(const CString& path, const std::string& shown, Owner owner) {
@@ -109,7 +129,7 @@ std::set<std::wstring> ContentCheck::CheckFilesInUse(const CString& folder, cons
   for (CString& name : names) {
     const CString path = JoinPath(folder, name);
     if (!FileOrFolderExists(path)) continue;
-    const std::string file = PathForDisplay(JoinPath(shown, name));
+    const std::string file = PathForDisplay(JoinPath(shown, AsOnDisk(folder, name)));
     TextLines none;
     if (IsFile(path))
       CheckFile(path, file, Owner::kFolder);
@@ -136,11 +156,6 @@ void ContentCheck::CheckFolder(const CString& folder, const std::string& given) 
   EntryVisitor visitor;
   visitor.folder = [&](const CString& below, const std::vector<FoundFile>& entries) {
     report();
-    // A folder that can be listed has at least the entries "." and "..".
-    if (entries.empty())
-      found.push_back({PathForDisplay(below.IsEmpty() ? CString(L".") : below.Left(below.GetLength() - 1)), 0,
-                       "cannot be listed, and nothing in it is checked",
-                       "programs of this user find no file in it; give the user permission to read it", ""});
     CheckNames(entries, below, &found);
   };
   visitor.file = [&](const CString& path) {
@@ -155,13 +170,16 @@ void ContentCheck::CheckGiven(const std::string& given) {
   const CString path = ProjectFolder(given);
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (!status)
-    report_->Add({given, 0, "no such file or folder", "nothing was checked there; check the name", ""});
+    report_->Add({given, 0, WhyNotFound(path, "no such file or folder; check the name"),
+                  "nothing was checked there", ""});
   else if (status->kind == FileKind::kOther)
     report_->Add({given, 0, "is a pipe or a device, not a file", "nothing was checked there", ""});
   else if (status->kind == FileKind::kFolder)
     CheckFolder(path, given);
-  else
+  else {
     CheckFile(path, given, Owner::kFolder);
+    if (!KindOf(path)) report_->Add(Unchecked(path, given));
+  }
 }
 
 }  // namespace velmora::cli

@@ -14,6 +14,7 @@
 #include "velmora/environment/user_data.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/console.h"
+#include "velmora/platform/registry_store.h"
 #include "velmora/platform/whole_file.h"
 #include "velmora/project/folder_list.h"
 #include "velmora/project/proj_path.h"
@@ -53,6 +54,10 @@ void CheckIni(const Environment& environment, DoctorReport* report) {
       report->Add({missing, 0, "is not a readable file",
                    std::string(kDefaults) + "; move it away and restore the user's ini file", ""});
       return;
+    case IniState::kNoPermission:
+      report->Add({PathForDisplay(WantedIni(environment)), 0, WhyNotFound(WantedIni(environment), ""),
+                   kDefaults, ""});
+      return;
     case IniState::kMissing: {
       const std::string command = InstallCommand(RegisteredProgram());
       report->Add(
@@ -71,6 +76,11 @@ void CheckIni(const Environment& environment, DoctorReport* report) {
 void CheckProgramFolder(const Environment& environment, DoctorReport* report) {
   const CString& program = environment.ini.m_programDir;
   if (environment.found_by != FoundBy::kRegistry || IsFolder(program)) return;
+  if (WhyNoStatus(program) == NoStatus::kNoPermission) {
+    report->Add({PathForDisplay(program), 0, WhyNotFound(program, ""),
+                 "it is registered as the program folder, and the suite's programs do not start", ""});
+    return;
+  }
   const std::string command = InstallCommand(program);
   report->Add({PathForDisplay(program), 0, "is registered as the program folder, and there is no such folder",
                command.empty() ? "the suite's programs do not start; velmora env setup names the registry's "
@@ -106,12 +116,14 @@ void CheckFiles(const Environment& environment, const UserFilePlan& plan, Conten
   for (const CString& name : SettingsNames()) {
     const std::vector<SettingsPlace> places = SettingsPlaces(&environment.ini, nullptr, name);
     if (const SettingsPlace* place = PlaceInUse(places)) {
+      TextLines none;
       if (IsFile(place->path))
         content->CheckFile(place->path, PathForDisplay(place->path), Owner::kInstallation);
       else
-        report->Add({PathForDisplay(place->path), 0, "is a folder where a file is expected",
-                     "programs use built-in values; move it away, then copy the file again",
-                     "velmora env sync"});
+        report->Add(
+            {PathForDisplay(place->path), 0, ReadTextLines(place->path, &none),
+             "programs use built-in values; the command copies the file again once this is moved away",
+             "velmora env sync"});
     } else if (!places.empty() && name != CProjPath::StenParNamn && !IsShared(plan, places.front().path)) {
       report->Add({PathForDisplay(places.front().path), 0, "is missing, and so is one that all users share",
                    "programs use built-in values; copy it here from another installation", ""});
@@ -162,8 +174,9 @@ void CheckIniContent(const Environment& environment, const UserFilePlan& plan, D
 
 void CheckInstallation(ContentCheck* content, DoctorReport* report) {
   if (const std::string problem = RegistryProblem(); !problem.empty()) {
-    report->Add(
-        {"registry", 0, problem, "no installation is found, and only the built-in settings apply", ""});
+    const std::string file = RegistryFile();
+    report->Add({file.empty() ? "registry" : file, 0, problem,
+                 "no installation is found, and only the built-in settings apply", ""});
     return;
   }
   Environment environment;

@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/terminal/error.h"
+#include "cli/terminal/wrap.h"
+#include "velmora/text/codepage.h"
 
 namespace velmora::cli {
 namespace {
@@ -51,8 +53,12 @@ void DoctorReport::LeaveOut(const std::string& file, std::int64_t count, const s
     unlisted_ += count;
     return;
   }
+  // One command that lists all that is left out, or none.
+  if (listed->left_out == 0)
+    listed->lister = lister;
+  else if (listed->lister != lister)
+    listed->lister.clear();
   listed->left_out += count;
-  if (!lister.empty()) listed->lister = lister;
 }
 
 Diagnoses DoctorReport::Rows() const {
@@ -78,15 +84,18 @@ std::string DoctorReport::Summary() const {
 // Findings of a file in a row that mean the same are followed by the meaning once.
 void DoctorReport::WriteTable(OutputFile& output) const {
   const Diagnoses rows = Rows();
+  // Commands and names stay in one line, to be copied.
+  const auto text = [&](const char* indent, const std::string& line) {
+    output.Write(WrapLines(indent + Printable(line) + "\n", output.TerminalColumns()));
+  };
   for (size_t i = 0; i < rows.size(); ++i) {
     const Diagnosis& row = rows[i];
     if (i == 0 || row.file != rows[i - 1].file) output.Write(Printable(row.file) + "\n");
-    output.Write("  " + (row.line > 0 ? "line " + std::to_string(row.line) + ": " : "") +
-                 Printable(row.finding) + "\n");
+    text("  ", (row.line > 0 ? "line " + std::to_string(row.line) + ": " : "") + row.finding);
     if (i + 1 < rows.size() && rows[i + 1].file == row.file && rows[i + 1].meaning == row.meaning &&
         rows[i + 1].command == row.command)
       continue;
-    if (!row.meaning.empty()) output.Write("    " + Printable(row.meaning) + "\n");
+    if (!row.meaning.empty()) text("    ", row.meaning);
     if (!row.command.empty()) output.Write("    " + Printable(row.command) + "\n");
   }
   output.Write((rows.empty() ? "" : "\n") + Summary() + "\n");
@@ -98,12 +107,15 @@ void DoctorReport::WriteJson(OutputFile& output) const {
   all["files_skipped"] = skipped_;
   all["findings_count"] = count_;
   nlohmann::ordered_json& list = all["findings"] = nlohmann::ordered_json::array();
-  for (const Diagnosis& row : Rows())
+  for (const Diagnosis& row : Rows()) {
+    // JSON is UTF-8, and a name with other bytes would be another file's.
+    const bool has_command = !row.command.empty() && IsValidUtf8(row.command);
     list.push_back({{"file", row.file},
                     {"line", row.line > 0 ? nlohmann::ordered_json(row.line) : nullptr},
                     {"finding", row.finding},
                     {"meaning", row.meaning},
-                    {"command", row.command.empty() ? nullptr : nlohmann::ordered_json(row.command)}});
+                    {"command", has_command ? nlohmann::ordered_json(row.command) : nullptr}});
+  }
   output.Write(JsonText(all, 2) + "\n");
 }
 

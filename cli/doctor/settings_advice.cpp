@@ -114,9 +114,9 @@ class SettingsAdvice {
       case SettingsFileKind::kObjects:
         return area + verb + " " + code + " TEXT" + where_ + force_;
       case SettingsFileKind::kEnvironment:
-        return area + verb + " " + code +
-               (section == 0 ? " TEXT --section SECTION" : " --section classes --max N --step N") + where_ +
-               force_;
+        return area + verb + " " + code + (section == kClassSection ? "" : " TEXT") + " --section " +
+               (section == 0 ? "SECTION" : kSections[section - 1]) +
+               (section == kClassSection ? " --max N --step N" : "") + where_ + force_;
       case SettingsFileKind::kLines:
         return area + verb + " " + code + (verb == "add" ? " --word WORD --number N" : " --value N") +
                " --text TEXT" + where_ + force_;

@@ -12,9 +12,14 @@ namespace {
 constexpr char kNotCopied[] = "a copy of the project to Windows fails or lacks it";
 
 bool HasNoNameOnWindows(std::wstring_view name) {
-  for (const wchar_t c : name)
-    if (c < L' ') return true;
-  return name.find_first_of(L"<>:\"|?*\xDC5C") != std::wstring_view::npos || name.back() == L'.' ||
+  wchar_t before = L'\0';
+  for (const wchar_t c : name) {
+    // A backslash, or a byte that is not text, is a surrogate without its other half.
+    const bool is_byte = c >= 0xDC00 && c <= 0xDFFF && !(before >= 0xD800 && before <= 0xDBFF);
+    if (c < L' ' || is_byte) return true;
+    before = c;
+  }
+  return name.find_first_of(L"<>:\"|?*") != std::wstring_view::npos || name.back() == L'.' ||
          name.back() == L' ';
 }
 
@@ -33,6 +38,8 @@ class EntryCheck {
   // `below` is a folder's path below the project's, empty or with a backslash at the end.
   void Walk(const CString& below, const CString& real_folder) {
     const std::vector<FoundFile> entries = FindFiles(folder_ + L"\\" + below + L"*");
+    // A folder that can be listed has at least the entries "." and "..".
+    if (entries.empty()) AddUnlisted(below);
     if (visitor_.folder) visitor_.folder(below, entries);
     for (const FoundFile& file : entries) {
       if (file.name == L"." || file.name == L"..") continue;
@@ -44,19 +51,28 @@ class EntryCheck {
         return;
       }
       CheckName(below + file.name, file.name.GetView());
-      const std::optional<CString> real = RealPath(folder_ + L"\\" + below + file.name);
-      // An entry that is not a link has its real path in the folder.
-      const bool is_link = real != real_folder + L"\\" + file.name;
-      if (is_link)
+      const CString in_folder = real_folder + L"\\" + file.name;
+      const std::optional<CString> real =
+          file.may_be_link ? RealPath(folder_ + L"\\" + below + file.name) : in_folder;
+      if (real != in_folder)
         CheckLink(below + file.name, real);
       else if (file.status.kind == FileKind::kFolder)
-        Walk(below + file.name + L"\\", *real);
+        Walk(below + file.name + L"\\", in_folder);
       else if (file.status.kind == FileKind::kOther)
         Add(below + file.name, "is a pipe or a device, not a file",
             "programs that open it can wait for ever; remove it");
       else if (visitor_.file)
         visitor_.file(below + file.name);
     }
+  }
+
+  void AddUnlisted(const CString& below) {
+    const bool too_long = WhyNoStatus(folder_ + L"\\" + below) == NoStatus::kPathTooLong;
+    Add(below.IsEmpty() ? CString(L".") : below.Left(below.GetLength() - 1),
+        too_long ? "has too long a path to be listed, and nothing in it is checked"
+                 : "cannot be listed, and nothing in it is checked",
+        too_long ? "programs find no file in it; shorten the names above it, or move it up"
+                 : "programs of this user find no file in it; give the user permission to read it");
   }
 
   void CheckName(const CString& path, std::wstring_view name) {
@@ -71,7 +87,9 @@ class EntryCheck {
       Add(path, "is a broken link",
           "what it led to is gone or not mounted, or it leads to itself; restore its target or remove it");
     } else if (!(*real + L"\\").GetView().starts_with((real_root_ + L"\\").GetView())) {
-      Add(path, "is a link that leads out of the project, to " + Quoted(PathForDisplay(*real)),
+      Add(path,
+          "is a link that leads out of the project, to " +
+              Quoted(PathForDisplay(real->IsEmpty() ? CString(L"\\") : *real)),
           "a copy or an archive of the project lacks its target, and a change here changes that; replace it "
           "by "
           "a copy of its target");

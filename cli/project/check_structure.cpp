@@ -92,7 +92,8 @@ bool IsProject(const CString& folder) {
 void CheckPrograms(const CString& folder, const std::string& given, Diagnoses* found) {
   for (const Program& program : Programs())
     if (IsUsed(program, folder)) CheckProgram(program, folder, given, found);
-  if (!IsProject(folder))
+  const bool listed = !FindFiles(JoinPath(folder, L"*")).empty();
+  if (listed && !IsProject(folder))
     found->push_back({".", 0, "holds no program's folders or databases; is it a project?",
                       "no program opens it; name the project's own folder, or make one here",
                       "velmora project new " + ShellArgument(given) + " --tundril --yes"});

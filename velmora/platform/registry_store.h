@@ -51,6 +51,9 @@ inline constexpr int kRegistryCannotRead = 1012;   // disk error
 inline constexpr int kRegistryCannotWrite = 1013;  // the file cannot be created
 inline constexpr int kRegistryKeyDeleted = 1018;   // since it was opened
 
+// The registry's file; empty on Windows and where the user's data folder is unknown.
+std::string RegistryFile();
+
 // A value of a key.
 struct StoredValue {
   CString name;       // spelled as when it was first written; empty: the key's default value

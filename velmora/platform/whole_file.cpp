@@ -6,9 +6,21 @@
 
 namespace velmora {
 
+std::string WhyNotFound(const CString& path, const std::string& missing) {
+  switch (WhyNoStatus(path)) {
+    case NoStatus::kNoPermission:
+      return "cannot be examined; check the permissions of its folder";
+    case NoStatus::kPathTooLong:
+      return "has a longer path than the system opens; shorten the names, or move it up";
+    case NoStatus::kMissing:
+      break;
+  }
+  return missing;
+}
+
 std::string WhyUnopened(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
-  if (!status) return "no such file; check the name";
+  if (!status) return WhyNotFound(path, "no such file; check the name");
   if (status->kind == FileKind::kFolder) return "is a folder; name a file in it";
   if (status->kind == FileKind::kOther) return "is not a regular file";
   return "cannot be opened for reading; check its permissions";

@@ -8,6 +8,8 @@
 
 namespace velmora {
 
+// For a user: why GetFileStatus finds nothing of this name, which `missing` says of one that is missing.
+std::string WhyNotFound(const CString& path, const std::string& missing);
 // For a user: why the file could not be opened for reading, and what to do.
 std::string WhyUnopened(const CString& path);
 

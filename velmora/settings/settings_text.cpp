@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "velmora/platform/files.h"
+#include "velmora/platform/whole_file.h"
 #include "velmora/project/proj_path.h"
 #include "velmora/settings/code_files.h"
 #include "velmora/settings/parameter_files.h"
@@ -49,7 +50,7 @@ void CompleteFindings(const TextLines& lines, Findings* findings) {
 std::string ReadTextLines(const CString& path, TextLines* lines) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   if (path.IsEmpty()) return "a file name is missing";
-  if (!status) return "no such file";
+  if (!status) return WhyNotFound(path, "no such file");
   if (status->kind == FileKind::kFolder) return "is a folder where a file is expected; move it away";
   if (status->kind == FileKind::kOther) return "is not a regular file";
   if (status->size > SettingsReader::kLargestFile) return kTooLarge;

@@ -37,10 +37,11 @@ bool CopyWithValue(SettingsReader* reader, TextWriter* writer, const Jb23Field& 
   int number = 0;
   for (CString line; reader->ReadLine(&line, SettingsReader::Zeros::kKeep);) {
     const bool here = ++number == field.line;
-    const bool fills = filled != nullptr && number <= field.line && IsVacant(number, line.GetView());
+    const std::wstring_view text = line.GetView().substr(0, line.GetView().find(L'\0'));
+    const bool fills = filled != nullptr && number <= field.line && IsVacant(number, text);
     if (fills) filled->push_back(number);
     if (here || fills)
-      write(fills ? BuiltInLine(number) : ParseJb23Line(line.GetView()), here);
+      write(fills ? BuiltInLine(number) : ParseJb23Line(text), here);
     else
       writer->Write((line + L'\n').GetView());
   }

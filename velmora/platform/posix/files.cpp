@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
@@ -94,6 +95,13 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
   return StatusAt(AT_FDCWD, NativePath(path).c_str());
 }
 
+NoStatus WhyNoStatus(const CString& path) {
+  struct stat status {};
+  if (stat(NativePath(path).c_str(), &status) == 0) return NoStatus::kMissing;
+  if (errno == EACCES) return NoStatus::kNoPermission;
+  return errno == ENAMETOOLONG ? NoStatus::kPathTooLong : NoStatus::kMissing;
+}
+
 bool FileOrFolderExists(const CString& path) {
   struct stat status {};
   return stat(NativePath(path).c_str(), &status) == 0;
@@ -174,7 +182,10 @@ std::vector<FoundFile> FindFiles(const CString& pattern) {
     const std::wstring name = TextFromName(entry->d_name);
     if (!MatchesWildcard(name, name_pattern.GetView())) continue;
     if (const auto status = StatusOfEntry(folder.Get(), entry->d_name))
-      found.push_back({.name = std::wstring_view(name), .short_name = {}, .status = *status});
+      found.push_back({.name = std::wstring_view(name),
+                       .short_name = {},
+                       .status = *status,
+                       .may_be_link = entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN});
   }
   closedir(listing);
   const auto names = std::partition(found.begin(), found.end(), IsDotEntry);

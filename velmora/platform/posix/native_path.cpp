@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -114,7 +115,8 @@ std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::str
 
 // Replaces each name by the matching entry, up to the first name without one.
 std::string MatchNames(const std::string& path) {
-  if (Exists(path)) return path;
+  // No entry has a longer path, and looking its names up one by one takes long.
+  if (Exists(path) || path.size() >= PATH_MAX) return path;
   std::string matched;
   for (size_t at = 0; at < path.size();) {
     if (path[at] == '/') {

@@ -12,9 +12,6 @@
 
 namespace velmora {
 
-// The registry's file; empty when the user's data folder is unknown.
-std::string RegistryFile();
-
 // A prepared statement. Bound texts must outlive it.
 class RegistryStatement {
  public:

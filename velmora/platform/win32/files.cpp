@@ -63,8 +63,8 @@ std::optional<FileStatus> StatusBehindLink(const wchar_t* path) {
 
 FoundFile EntryOf(const WIN32_FIND_DATAW& data, const CString& folder) {
   FoundFile entry{.name = data.cFileName, .short_name = data.cAlternateFileName, .status = StatusOf(data)};
-  if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-    entry.status = StatusBehindLink(folder + entry.name).value_or(entry.status);
+  entry.may_be_link = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  if (entry.may_be_link) entry.status = StatusBehindLink(folder + entry.name).value_or(entry.status);
   return entry;
 }
 
@@ -118,6 +118,13 @@ std::optional<FileStatus> GetFileStatus(const CString& path) {
   if (!there) return std::nullopt;
   if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return StatusBehindLink(SystemPath(path));
   return StatusOf(data);
+}
+
+NoStatus WhyNoStatus(const CString& path) {
+  if (OpenToAsk(path)) return NoStatus::kMissing;
+  const DWORD error = GetLastError();
+  if (IsDenied(error)) return NoStatus::kNoPermission;
+  return error == ERROR_FILENAME_EXCED_RANGE ? NoStatus::kPathTooLong : NoStatus::kMissing;
 }
 
 bool FileOrFolderExists(const CString& path) { return GetFileStatus(path).has_value(); }

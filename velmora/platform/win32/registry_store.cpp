@@ -158,6 +158,8 @@ int RegistryKey::ListValues(std::vector<StoredValue>* values) const {
 
 int RegistryKey::Flush() { return system_ ? RegFlushKey(system_->key) : kRegistryBadRoot; }
 
+std::string RegistryFile() { return {}; }
+
 int DeleteRegistryKey(HKEY root, const CString& path) {
   if (HasZero(path)) return kRegistryBadArgument;
   // The system would try to delete the root.
