@@ -56,17 +56,40 @@ int Parse(CLI::App& app, std::vector<std::string> arguments) {
   }
 }
 
-// The area that the first word names, else all of them: describing every verb takes as long as starting.
-void AddAreas(const std::string& word, CLI::App* app) {
-  const std::pair<const char*, void (*)(CLI::App&)> kAreas[] = {
-      {"env", AddEnvCommands},      {"project", AddProjectCommands},   {"align", AddAlignCommands},
-      {"report", AddReportCommand}, {"points", AddPointsCommands},     {"formats", AddFormatsCommand},
-      {"link", AddLinkCommands},    {"settings", AddSettingsCommands}, {"codes", AddCodesCommands},
-      {"doctor", AddDoctorCommand}};
-  const auto named = [&](const auto& area) { return word == area.first; };
-  const bool one = std::any_of(std::begin(kAreas), std::end(kAreas), named);
-  for (const auto& area : kAreas)
-    if (!one || named(area)) area.second(*app);
+struct Area {
+  const char* name;
+  const char* description;
+  void (*add)(CLI::App*);
+};
+constexpr Area kAreas[] = {
+    {"env", "The installation: ini file, set-up, user data, registry", AddEnvCommands},
+    {"project", "A project's folder: make, check, list", AddProjectCommands},
+    {"align", "Road alignments: information, station and offset, levels, drawing", AddAlignCommands},
+    {"report", "Plan and profile sheets to scale, a report to look at, or the table of the borings",
+     AddReportCommand},
+    {"points", "Support points", AddPointsCommands},
+    {"formats", "The drawing sheets: innermost area, frame and sheet in millimetres", AddFormatsCommand},
+    {"link", "Exchange texts with the running field-data program", AddLinkCommands},
+    {"settings", "Parameters: values, defaults, where they are, a project's own", AddSettingsCommands},
+    {"codes", "Code files: objects, environment, lines, title blocks, and checks", AddCodesCommands},
+    {"doctor", "What is wrong with the installation, a project or files, and what corrects it",
+     AddDoctorCommand}};
+
+// Describing every verb takes as long as starting: where the first word names an area it is that one alone,
+// and nothing but the areas' names for the help and the version of the whole.
+void AddAreas(const std::vector<std::string>& arguments, CLI::App* app) {
+  const std::string word = arguments.empty() ? "" : arguments.front();
+  const auto is_word = [&](const auto& other) { return word == other; };
+  const bool one =
+      std::any_of(std::begin(kAreas), std::end(kAreas), [&](const Area& area) { return is_word(area.name); });
+  constexpr const char* kOfTheWhole[] = {"-h", "--help", "-V", "--version", "version"};
+  const bool names_only =
+      arguments.size() == 1 && std::any_of(std::begin(kOfTheWhole), std::end(kOfTheWhole), is_word);
+  for (const Area& area : kAreas) {
+    if (one && !is_word(area.name)) continue;
+    CLI::App* const added = app->add_subcommand(area.name, area.description);
+    if (!names_only) area.add(added);
+  }
   if (!one) AddHelpCommands(*app);
 }
 
@@ -89,7 +112,7 @@ int RunCommand(std::vector<std::string> arguments) {
   app.footer(
       "Exit status: 0 done, 1 not found or refused, 2 wrong usage. \"-\" reads an alignment or a list from "
       "standard input.");
-  AddAreas(arguments.empty() ? "" : arguments.front(), &app);
+  AddAreas(arguments, &app);
   try {
     return Parse(app, std::move(arguments));
   } catch (const Refusal& refusal) {

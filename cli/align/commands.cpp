@@ -238,9 +238,7 @@ void AddInfo(CLI::App* align) {
 
 }  // namespace
 
-void AddAlignCommands(CLI::App& app) {
-  CLI::App* align =
-      app.add_subcommand("align", "Road alignments: information, station and offset, levels, drawing");
+void AddAlignCommands(CLI::App* align) {
   align->require_subcommand(1);
   AddInfo(align);
   AddLocate(align);

@@ -17,7 +17,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddAlignCommands(CLI::App& app);
+void AddAlignCommands(CLI::App* align);
 
 struct Limits {
   double low;

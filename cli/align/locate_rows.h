@@ -39,6 +39,10 @@ struct OffsetAndSide : Value {};
 struct Name {
   std::string_view text;
 };
+// One of our own texts, which CSV never quotes.
+struct Word {
+  std::string_view text;
+};
 
 // Calls row->Add(key, title, right, value) for each column in order; key and title as in Column. `placing`
 // is ignored for a row that is not a point; `road` is a column with kRoad only.
@@ -49,8 +53,6 @@ void AddColumns(const ListedPoint& point, const Placing& placing, std::string_vi
   const Value offset{found, placing.offset};
   const Value profile{is_point && placing.profile_level, placing.profile_level.value_or(0)};
   const Value level{is_point && point.level, point.level.value_or(0)};
-  std::string unreadable;
-  if (!is_point) unreadable = "unreadable row (line " + std::to_string(point.line) + "): " + point.problem;
   row->Add("id", "id", false, point.id);
   row->Add("northing", "northing", true, Value{is_point, point.northing});
   row->Add("easting", "easting", true, Value{is_point, point.easting});
@@ -62,7 +64,11 @@ void AddColumns(const ListedPoint& point, const Placing& placing, std::string_vi
   row->Add("profile_level", "profile", true, profile);
   row->Add("level", "level", true, level);
   row->Add("difference", "diff", true, Value{profile.given && level.given, level.number - profile.number});
-  row->Add("status", "status", false, is_point ? std::string_view(StatusText(placing.status)) : unreadable);
+  if (is_point)
+    row->Add("status", "status", false, Word{StatusText(placing.status)});
+  else
+    row->Add("status", "status", false,
+             "unreadable row (line " + std::to_string(point.line) + "): " + point.problem);
   row->Add("line", "", false, point.line);
 }
 
@@ -87,6 +93,7 @@ class CellRow {
 
  private:
   static Cell CellOf(std::string_view text) { return std::string(text); }
+  static Cell CellOf(Word word) { return CellOf(word.text); }
   static Cell CellOf(Name name) { return name.text.empty() ? Cell() : CellOf(name.text); }
   static Cell CellOf(std::int64_t integer) { return integer; }
   static Cell CellOf(Value value) { return value.given ? Cell(Number{value.number}) : Cell(); }
@@ -130,6 +137,11 @@ class CsvRows {
     End();
   }
   void Put(Name name) { Put(name.text); }
+  void Put(Word word) {
+    at_ = text_->Room(word.text.size() + kNumbers, at_);
+    at_ = std::copy(word.text.begin(), word.text.end(), at_);
+    End();
+  }
   void Put(std::int64_t integer) {
     at_ += fixed_digits::WriteInteger(static_cast<std::uint64_t>(integer), at_);
     End();
@@ -144,7 +156,7 @@ class CsvRows {
     else
       Put(static_cast<Value>(station));
   }
-  void Put(Side offset) { Put(offset.given ? OffsetSide(offset.number) : std::string_view()); }
+  void Put(Side offset) { Put(Word{offset.given ? OffsetSide(offset.number) : std::string_view()}); }
   void Put(OffsetAndSide) {}
 
   const CsvDialect& dialect_;

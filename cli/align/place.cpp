@@ -64,7 +64,7 @@ std::optional<double> OffsetOf(const RowFields& fields, DecimalSign decimal, std
 
 // Metres, or kilometres and metres: "1/250,5".
 std::optional<double> StationOf(const RowFields& fields, DecimalSign decimal) {
-  if (const std::optional<double> metres = fields.Value(kStation)) return metres;
+  if (double metres = 0; fields.Read(kStation, &metres)) return metres;
   std::string text(fields.Text(kStation));
   const bool has_point = text.find('.') != std::string::npos;
   if (decimal == DecimalSign::kComma && has_point) return std::nullopt;

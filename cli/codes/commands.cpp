@@ -137,9 +137,7 @@ void AddCheck(CLI::App* codes) {
 
 }  // namespace
 
-void AddCodesCommands(CLI::App& app) {
-  CLI::App* codes =
-      app.add_subcommand("codes", "Code files: objects, environment, lines, title blocks, and checks");
+void AddCodesCommands(CLI::App* codes) {
   codes->require_subcommand(1);
   AddObjects(codes);
   AddEnvironment(codes);

@@ -14,7 +14,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddCodesCommands(CLI::App& app);
+void AddCodesCommands(CLI::App* codes);
 
 struct CodesOptions {
   SettingsFileKind kind = SettingsFileKind::kObjects;

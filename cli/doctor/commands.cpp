@@ -53,10 +53,8 @@ void Doctor(const DoctorOptions& options) {
 
 }  // namespace
 
-void AddDoctorCommand(CLI::App& app) {
+void AddDoctorCommand(CLI::App* doctor) {
   const auto options = std::make_shared<DoctorOptions>();
-  CLI::App* doctor = app.add_subcommand(
-      "doctor", "What is wrong with the installation, a project or files, and what corrects it");
   doctor
       ->add_option("PATH", options->paths,
                    "Projects' folders, and settings, code, alignment, area and support-point files (default: "

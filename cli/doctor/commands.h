@@ -8,7 +8,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddDoctorCommand(CLI::App& app);
+void AddDoctorCommand(CLI::App* doctor);
 
 }  // namespace velmora::cli
 

@@ -44,8 +44,7 @@ void AddRegistry(CLI::App* env) {
 
 }  // namespace
 
-void AddEnvCommands(CLI::App& app) {
-  CLI::App* env = app.add_subcommand("env", "The installation: ini file, set-up, user data, registry");
+void AddEnvCommands(CLI::App* env) {
   env->require_subcommand(1);
   const auto options = std::make_shared<EnvOptions>();
 

@@ -12,7 +12,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddEnvCommands(CLI::App& app);
+void AddEnvCommands(CLI::App* env);
 
 struct EnvOptions {
   std::string sub = "sv";

@@ -76,9 +76,7 @@ void Formats(const FormatsOptions& options) {
 
 }  // namespace
 
-void AddFormatsCommand(CLI::App& app) {
-  CLI::App* formats =
-      app.add_subcommand("formats", "The drawing sheets: innermost area, frame and sheet in millimetres");
+void AddFormatsCommand(CLI::App* formats) {
   const auto options = std::make_shared<FormatsOptions>();
   formats->add_option("NAME", options->name, "One format, as A3 (default: all)")
       ->check(CompletesWord("sheets"));

@@ -8,7 +8,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddFormatsCommand(CLI::App& app);
+void AddFormatsCommand(CLI::App* formats);
 
 }  // namespace velmora::cli
 

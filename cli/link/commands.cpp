@@ -8,8 +8,7 @@
 
 namespace velmora::cli {
 
-void AddLinkCommands(CLI::App& app) {
-  CLI::App* link = app.add_subcommand("link", "Exchange texts with the running field-data program");
+void AddLinkCommands(CLI::App* link) {
   link->require_subcommand(1);
   const auto options = std::make_shared<LinkOptions>();
 

@@ -14,7 +14,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddLinkCommands(CLI::App& app);
+void AddLinkCommands(CLI::App* link);
 
 struct LinkOptions {
   std::vector<std::string> texts;  // send

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "velmora/portability.h"
 #include "velmora/text/fixed_digits.h"
 #include "velmora/text/numbers.h"
 #include "velmora/text/words.h"
@@ -55,17 +56,23 @@ inline char* PutCsvText(std::string_view text, const CsvDialect& dialect, char* 
   return at;
 }
 
+// Of any number; apart, as it takes registers from the usual ones.
+VELMORA_NEVER_INLINE inline char* PutGeneralCsvNumber(double value, int decimals, char decimal_sign,
+                                                      char* at) {
+  if (!std::isfinite(value)) return at;
+  const std::string text = FormatFixed(value, decimals + 1);
+  char* const end = std::copy(text.begin(), text.end(), at);
+  end[-decimals - 2] = decimal_sign;
+  return end;
+}
+
 // Writes a number with one decimal more than tables show, nothing for one that is not finite, and returns the
 // end. Needs room for kLongestCsvNumber characters.
 inline constexpr size_t kLongestCsvNumber = 340;
 inline char* PutCsvNumber(double value, int decimals, char decimal_sign, char* at) {
   if (std::uint64_t scaled = 0; decimals == 3 && fixed_digits::TenThousandths(value, &scaled))
     return fixed_digits::PutTenThousandths(std::signbit(value), scaled, decimal_sign, ' ', at) - 1;
-  if (!std::isfinite(value)) return at;
-  const std::string text = FormatFixed(value, decimals + 1);
-  char* const end = std::copy(text.begin(), text.end(), at);
-  end[-decimals - 2] = decimal_sign;
-  return end;
+  return PutGeneralCsvNumber(value, decimals, decimal_sign, at);
 }
 
 }  // namespace velmora::cli

@@ -69,8 +69,7 @@ void ShowPoints(const ShowOptions& options) {
 
 }  // namespace
 
-void AddPointsCommands(CLI::App& app) {
-  CLI::App* points = app.add_subcommand("points", "Support points");
+void AddPointsCommands(CLI::App* points) {
   points->require_subcommand(1);
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = points->add_subcommand("show", "The points of a support-point file, with their levels");

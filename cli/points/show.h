@@ -8,7 +8,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddPointsCommands(CLI::App& app);
+void AddPointsCommands(CLI::App* points);
 
 }  // namespace velmora::cli
 

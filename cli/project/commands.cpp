@@ -25,8 +25,7 @@ void AddFolderList(CLI::App* verb, const Options& options, const std::string& wh
 
 }  // namespace
 
-void AddProjectCommands(CLI::App& app) {
-  CLI::App* project = app.add_subcommand("project", "A project's folder: make, check, list");
+void AddProjectCommands(CLI::App* project) {
   project->require_subcommand(1);
   const auto options = std::make_shared<ProjectOptions>();
 

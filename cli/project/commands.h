@@ -12,7 +12,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddProjectCommands(CLI::App& app);
+void AddProjectCommands(CLI::App* project);
 
 struct ProjectOptions {
   std::string folder;  // of the project; of list, the pattern

@@ -17,10 +17,8 @@ ScaleOption ToScale(const std::string& text) {
 
 }  // namespace
 
-void AddReportCommand(CLI::App& app) {
+void AddReportCommand(CLI::App* verb) {
   auto options = std::make_shared<ReportOptions>();
-  CLI::App* verb = app.add_subcommand(
-      "report", "Plan and profile sheets to scale, a report to look at, or the table of the borings");
   AddAlignmentFile(verb, &options->file);
   verb->add_option("--points", options->points, "Borings: a list as for align locate")
       ->type_name("LIST")

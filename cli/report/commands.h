@@ -11,7 +11,7 @@
 
 namespace velmora::cli {
 
-void AddReportCommand(CLI::App& app);
+void AddReportCommand(CLI::App* verb);
 
 // A scale as an option gives it; `largest` is "MAX", the largest standard scale that fits.
 struct ScaleOption {

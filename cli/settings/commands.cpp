@@ -100,9 +100,7 @@ void AddLocal(CLI::App* settings) {
 
 }  // namespace
 
-void AddSettingsCommands(CLI::App& app) {
-  CLI::App* settings =
-      app.add_subcommand("settings", "Parameters: values, defaults, where they are, a project's own");
+void AddSettingsCommands(CLI::App* settings) {
   settings->require_subcommand(1);
   AddValues(settings);
   AddComparisons(settings);

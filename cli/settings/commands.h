@@ -13,7 +13,7 @@ class App;
 
 namespace velmora::cli {
 
-void AddSettingsCommands(CLI::App& app);
+void AddSettingsCommands(CLI::App* settings);
 
 inline constexpr char kUsualFile[] = "TUNDRIL.PAR";
 

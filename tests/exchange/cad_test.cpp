@@ -12,6 +12,7 @@
 #include "velmora/exchange/geopackage.h"
 #include "velmora/exchange/wkb.h"
 #include "velmora/platform/table_database.h"
+#include "velmora/text/numbers.h"
 
 namespace velmora::exchange {
 namespace {
@@ -86,7 +87,11 @@ TEST(Cad, RoadsComeBack) {
     EXPECT_EQ(borings.Titles().back(), "column");
     const std::vector<std::string> own = {"1", "21T03\nå", "3", "3", "-0.125", "V",
                                           "",  "",         "",  "a", "b",      "c"};
-    for (size_t i = 0; i < own.size(); ++i) EXPECT_EQ(borings.Field(i), own[i]);
+    for (size_t i = 0; i < own.size(); ++i) {
+      const GeoPackagePoints::Value value = borings.Field(i);
+      const double* const number = std::get_if<double>(&value);
+      EXPECT_EQ(number != nullptr ? FormatShortest(*number) : std::get<std::string_view>(value), own[i]);
+    }
     EXPECT_FALSE(borings.Next());
     EXPECT_EQ(borings.Problem(), "");
     EXPECT_EQ(problem, "");

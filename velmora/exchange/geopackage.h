@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "velmora/exchange/road.h"
@@ -57,8 +58,10 @@ class GeoPackagePoints {
   std::int64_t Number() const;
   // Nothing for a feature that is not a point.
   const std::optional<BlobPoint>& Place() const { return place_; }
-  // By the number of its title.
-  std::string Field(size_t column) const;
+  // By the number of its title: a number that is stored as a double, or text. Of a text the bytes are valid
+  // until the next call.
+  using Value = std::variant<std::string_view, double>;
+  Value Field(size_t column);
 
  private:
   std::unique_ptr<TableDatabase> database_;
@@ -68,6 +71,7 @@ class GeoPackagePoints {
   bool has_levels_ = false;
   int geometry_ = -1;  // its column
   std::optional<BlobPoint> place_;
+  std::string text_;
 };
 
 }  // namespace velmora::exchange

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 
 #include "velmora/exchange/geopackage.h"
@@ -206,9 +207,16 @@ bool GeoPackagePoints::Next() {
 
 std::int64_t GeoPackagePoints::Number() const { return rows_->Integer(0); }
 
-std::string GeoPackagePoints::Field(size_t column) const {
-  const int at = static_cast<int>(column) + 1;
-  return Text(*rows_, at < geometry_ ? at : at + 1);
+GeoPackagePoints::Value GeoPackagePoints::Field(size_t column) {
+  const int before = static_cast<int>(column) + 1;
+  const int at = before < geometry_ ? before : before + 1;
+  const TableStatement::Kind kind = rows_->KindOf(at);
+  if (kind == TableStatement::Kind::kReal)
+    if (const double number = rows_->Number(at); std::isfinite(number)) return number;
+  if (kind == TableStatement::Kind::kText)
+    if (const std::string_view text = rows_->Bytes(at); IsValidUtf8(text)) return text;
+  text_ = Text(*rows_, at);
+  return text_;
 }
 
 }  // namespace velmora::exchange

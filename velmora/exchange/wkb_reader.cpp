@@ -1,6 +1,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include "velmora/exchange/curve_builder.h"
@@ -67,8 +68,10 @@ class BlobReader {
  private:
   bool Take(size_t size, std::uint64_t* value) {
     if (rest_.size() < size) return false;
-    for (size_t i = 0; i < size; ++i)
-      *value |= std::uint64_t{static_cast<unsigned char>(rest_[i])} << (8 * (little_ ? i : size - 1 - i));
+    if (little_)
+      std::memcpy(value, rest_.data(), size);  // as the processor has them
+    else
+      for (size_t i = 0; i < size; ++i) *value = *value << 8 | static_cast<unsigned char>(rest_[i]);
     rest_.remove_prefix(size);
     return true;
   }

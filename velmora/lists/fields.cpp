@@ -4,7 +4,6 @@
 
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
-#include "velmora/text/plain_number.h"
 
 namespace velmora {
 namespace {
@@ -47,10 +46,7 @@ std::optional<double> GeneralNumber(std::string_view field, DecimalSign decimal)
 
 }  // namespace
 
-bool ReadFieldNumber(std::string_view field, DecimalSign decimal, double* number) {
-  const char point = decimal == DecimalSign::kComma ? ',' : '.';
-  const char other = decimal == DecimalSign::kEither ? ',' : point;
-  if (ReadPlainNumber(field, point, other, number)) return true;
+bool ReadGeneralNumber(std::string_view field, DecimalSign decimal, double* number) {
   const std::optional<double> read = GeneralNumber(field, decimal);
   if (read) *number = *read;
   return read.has_value();

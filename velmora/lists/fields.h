@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "velmora/text/codepage.h"
+#include "velmora/text/plain_number.h"
 
 namespace velmora {
 
@@ -16,8 +17,13 @@ enum class DecimalSign { kEither, kPoint, kComma };
 // The number that a field consists of. Its digits may stand in groups of three with a blank between (plain,
 // U+00A0 or U+202F), and its minus may be U+2212.
 std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal);
-// The same; false when it is none.
-bool ReadFieldNumber(std::string_view field, DecimalSign decimal, double* number);
+// The same; false when it is none. ReadGeneralNumber takes the time that any number may take.
+bool ReadGeneralNumber(std::string_view field, DecimalSign decimal, double* number);
+inline bool ReadFieldNumber(std::string_view field, DecimalSign decimal, double* number) {
+  const char point = decimal == DecimalSign::kComma ? ',' : '.';
+  const char other = decimal == DecimalSign::kEither ? ',' : point;
+  return ReadPlainNumber(field, point, other, number) || ReadGeneralNumber(field, decimal, number);
+}
 
 constexpr bool IsBlankByte(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 

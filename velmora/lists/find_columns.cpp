@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "velmora/lists/list_error.h"
+#include "velmora/lists/packed_number.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/nearest.h"
 
@@ -129,6 +130,9 @@ class Finder {
     }
     SplitRow(text, separator, kMostColumns + 1, &views, &unquoted);
     Fields fields(views.begin(), views.end());
+    if (rows_->PacksNumbers())
+      for (std::string& field : fields)
+        if (field.starts_with(kPackedMark)) field = TextOfPacked(field);
     while (!fields.empty() && fields.back().empty()) fields.pop_back();
     if (candidates_.empty() && HasLoneReturn(row.bytes))
       throw Error(row.line, "its lines end in CR alone; save the list with CR LF or LF");
@@ -354,6 +358,7 @@ class Finder {
         if (layout_.columns[i] && layout_.columns[i] == layout_.columns[k])
           throw Error(candidates_[0].line,
                       "--columns gives " + roles_[k].name + " and " + roles_[i].name + " the same column");
+    layout_.packs_numbers = rows_->PacksNumbers();
     layout_.decimal = DecimalOf(layout_.separator);
     layout_.doubtful_commas = layout_.separator == ',' && options_.decimal != DecimalSign::kPoint;
     for (size_t i = 0; i + 1 < roles_.size(); ++i)

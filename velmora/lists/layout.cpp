@@ -39,6 +39,12 @@ bool RowFields::Finish(const char* problem) {
   return !fields_.empty();
 }
 
+std::string_view RowFields::Unpacked(size_t column) const {
+  // As many as there can be, so that the views into the others stay.
+  if (unpacked_.size() <= column) unpacked_.resize(std::max(fields_.size(), layout_.width));
+  return unpacked_[column] = TextOfPacked(fields_[column]);
+}
+
 // Decimal commas that have moved the columns without filling more than there are. `count`: fields of the row
 // with empty ones at its end.
 void RowFields::CheckCommas(size_t count) {
@@ -46,9 +52,9 @@ void RowFields::CheckCommas(size_t count) {
   const auto is_long = [&](size_t column) {
     return Field(column).size() >= kDigitsOfCoordinate && IsWhole(Field(column));
   };
-  if (const size_t column = layout_.second.value_or(0); column > 0 && is_long(column - 1) &&
-                                                        !is_long(column) && IsDigits(Field(column)) &&
-                                                        is_long(column + 1)) {
+  if (const size_t column = layout_.second.value_or(0);
+      column > 0 && Field(column).size() < kDigitsOfCoordinate && IsDigits(Field(column)) &&
+      is_long(column - 1) && is_long(column + 1)) {
     problem_ = "\"" + std::string(Field(column - 1)) + "," + std::string(Field(column)) + "," +
                std::string(Field(column + 1)) +
                "\" is not two coordinates (a decimal comma? else give --decimal point)";

@@ -10,6 +10,7 @@
 
 #include "velmora/common/finding.h"
 #include "velmora/lists/fields.h"
+#include "velmora/lists/packed_number.h"
 #include "velmora/lists/rows.h"
 
 namespace velmora {
@@ -17,6 +18,7 @@ namespace velmora {
 struct ListLayout {
   char separator = ',';
   DecimalSign decimal = DecimalSign::kPoint;
+  bool packs_numbers = false;  // as ListSource
   bool has_header = false;
   size_t width = 0;              // columns: a row with a field beyond them is unreadable
   size_t header_count = 0;       // fields of the header with empty ones at its end; 0 without one
@@ -55,25 +57,39 @@ class RowFields {
 
   // Empty when the row has no such field.
   std::string_view Field(size_t column) const {
-    return column < fields_.size() ? fields_[column] : std::string_view();
+    const std::string_view field = Raw(column);
+    return layout_.packs_numbers && field.starts_with(kPackedMark) ? Unpacked(column) : field;
   }
   std::string_view Text(size_t role) const {
     const std::optional<size_t>& column = layout_.columns[role];
     return column ? Field(*column) : std::string_view();
   }
-  // Nothing when the field is empty or not a number.
-  std::optional<double> Value(size_t role) const { return FieldNumber(Text(role), layout_.decimal); }
-  bool Read(size_t role, double* value) const { return ReadFieldNumber(Text(role), layout_.decimal, value); }
+  bool IsEmpty(size_t role) const {
+    const std::optional<size_t>& column = layout_.columns[role];
+    return !column || Raw(*column).empty();
+  }
+  // False when the field is empty or not a number.
+  bool Read(size_t role, double* value) const {
+    const std::optional<size_t>& column = layout_.columns[role];
+    if (!column) return false;
+    if (layout_.packs_numbers && ReadPackedNumber(Raw(*column), value)) return true;
+    return ReadFieldNumber(Field(*column), layout_.decimal, value);
+  }
 
  private:
   static constexpr size_t kMostFields = 10'000;
   void CheckCommas(size_t count);
+  std::string_view Raw(size_t column) const {
+    return column < fields_.size() ? fields_[column] : std::string_view();
+  }
+  std::string_view Unpacked(size_t column) const;
 
   const ListLayout& layout_;
   std::vector<std::string_view> fields_;
   std::string decoded_;
   std::string unquoted_;
   std::string problem_;
+  mutable std::vector<std::string> unpacked_;  // by column, of those that were asked for
 };
 
 }  // namespace velmora

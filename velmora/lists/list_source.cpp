@@ -8,7 +8,9 @@
 #include "velmora/common/paths.h"
 #include "velmora/exchange/ags.h"
 #include "velmora/exchange/geopackage.h"
+#include "velmora/lists/fields.h"
 #include "velmora/lists/list_error.h"
+#include "velmora/lists/packed_number.h"
 #include "velmora/lists/rows.h"
 #include "velmora/lists/titles.h"
 #include "velmora/platform/files.h"
@@ -125,16 +127,34 @@ class GeoPackageText {
       return false;
     }
     const std::optional<exchange::BlobPoint>& place = points_.Place();
-    AppendField(place ? FormatShortest(place->northing) : "", text);
-    AppendField(place ? FormatShortest(place->easting) : "", text);
-    if (points_.HasLevels()) AppendField(place && place->level ? FormatShortest(*place->level) : "", text);
+    AppendNumber(place ? std::optional(place->northing) : std::nullopt, text);
+    AppendNumber(place ? std::optional(place->easting) : std::nullopt, text);
+    if (points_.HasLevels()) AppendNumber(place ? place->level : std::nullopt, text);
     if (is_numbered_) AppendField(std::to_string(points_.Number()), text);
-    for (size_t i = 0; i < points_.Titles().size(); ++i) AppendField(points_.Field(i), text);
+    for (size_t i = 0; i < points_.Titles().size(); ++i) {
+      const exchange::GeoPackagePoints::Value value = points_.Field(i);
+      if (const double* number = std::get_if<double>(&value))
+        AppendNumber(*number, text);
+      else
+        AppendText(std::get<std::string_view>(value), text);
+    }
     EndRow(text);
     return true;
   }
 
  private:
+  static void AppendNumber(std::optional<double> number, std::string* row) {
+    if (number)
+      AppendPackedNumber(*number, '\t', row);
+    else
+      *row += '\t';
+  }
+  static void AppendText(std::string_view text, std::string* row) {
+    if (TrimmedField(text).starts_with(kPackedMark))
+      AppendField(std::string(1, kPackedMark).append(TrimmedField(text)), row);
+    else
+      AppendField(text, row);
+  }
   void Check() const {
     if (!points_.Problem().empty()) throw ListError{list_, 0, points_.Problem()};
   }
@@ -149,7 +169,7 @@ class GeoPackageText {
     if (points_.HasLevels()) add(kLevel);
     is_numbered_ = !HasId();
     if (is_numbered_) add(kPointId);
-    for (const std::string& title : points_.Titles()) AppendField(title, text);
+    for (const std::string& title : points_.Titles()) AppendText(title, text);
     EndRow(text);
   }
 
@@ -193,7 +213,9 @@ ListSource OpenList(const std::string& list) {
   }
   if (EndingOfName(name.file) == kAgs) return FromText<AgsText>(1, name.file);
   if (!IsPresent(name.file)) throw Unopened(name.file);
-  return FromText<GeoPackageText>(0, name, list);
+  ListSource source = FromText<GeoPackageText>(0, name, list);
+  source.packs_numbers = true;
+  return source;
 }
 
 std::string ReadWholeList(const std::string& list) {

@@ -15,6 +15,7 @@ struct ListSource {
   std::function<std::int64_t(std::span<char>)> read;  // as InputFile::Read
   std::uint64_t size = 0;                             // bytes, 0 when unknown
   std::int64_t first_line = 1;
+  bool packs_numbers = false;  // fields may be as in packed_number.h
 };
 
 // "-" is standard input, "x.gpkg:wells" the layer "wells" of a GeoPackage. A list in AGS has the lines of its

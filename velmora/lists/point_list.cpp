@@ -5,22 +5,18 @@
 namespace velmora {
 namespace {
 
-void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
-  point->line = line;
-  point->id = fields.Text(kPointId);
-  point->problem.clear();
-  if (!fields.Problem().empty()) point->problem = fields.Problem();
-  point->northing = point->easting = 0;
+// Of a point that has its line and id.
+void TakePlace(const RowFields& fields, ListedPoint* point) {
   const bool has_northing = fields.Read(kNorthing, &point->northing);
   const bool has_easting = fields.Read(kEasting, &point->easting);
-  point->level.reset();
   bool bad_level = false;
-  if (!fields.Text(kLevel).empty()) {
+  if (!fields.IsEmpty(kLevel)) {
     double level = 0;
     bad_level = !fields.Read(kLevel, &level);
     if (!bad_level) point->level = level;
   }
-  if (!point->problem.empty() || (has_northing && has_easting && !bad_level)) return;
+  if (!fields.Problem().empty()) point->problem = fields.Problem();
+  if (!fields.Problem().empty() || (has_northing && has_easting && !bad_level)) return;
   const PointRole bad = !has_northing ? kNorthing : !has_easting ? kEasting : kLevel;
   point->problem = NotANumber(PointRoles()[bad], fields.Text(bad));
 }
@@ -29,14 +25,15 @@ void TakePoint(const RowFields& fields, std::int64_t line, ListedPoint* point) {
 
 bool PointList::Next(ListedPoint* point) {
   if (!list_.Next()) return false;
-  TakePoint(list_.Fields(), list_.Line(), point);
+  *point = ListedPoint(list_.Line(), list_.Fields().Text(kPointId));
+  TakePlace(list_.Fields(), point);
   return true;
 }
 
 void PointsOfBlock(const RowBlock& block, const ListLayout& layout, std::vector<ListedPoint>* points,
                    CarriedFields* carried) {
   for (BlockRows rows(block, layout); rows.Next();) {
-    TakePoint(rows.Fields(), rows.Line(), &points->emplace_back());
+    TakePlace(rows.Fields(), &points->emplace_back(rows.Line(), rows.Fields().Text(kPointId)));
     carried->Add(layout, rows.Fields());
   }
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "velmora/lists/carried_fields.h"
@@ -13,6 +14,9 @@
 namespace velmora {
 
 struct ListedPoint {
+  ListedPoint() = default;
+  ListedPoint(std::int64_t its_line, std::string_view its_id) : line(its_line), id(its_id) {}
+
   std::int64_t line = 0;
   std::string id;
   double northing = 0;

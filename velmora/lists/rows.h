@@ -86,6 +86,7 @@ class RowReader {
   const std::string& File() const { return file_; }
   std::uint64_t Size() const { return source_.size; }   // bytes, 0 when unknown
   std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress
+  bool PacksNumbers() const { return source_.packs_numbers; }
   [[noreturn]] void RefuseLongRow(std::int64_t line) const;
 
  private:
