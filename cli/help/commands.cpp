@@ -41,14 +41,13 @@ void Print(const std::string& text) {
 }
 
 void Help(CLI::App& app, const HelpOptions& options) {
-  const VerbText command = Describe(app);
-  const std::vector<std::string> topics = Topics(command);
+  const std::vector<std::string> topics = Topics();
   if (options.complete) {
-    Print(CompletionLines(Complete(command, options.words)));
+    Print(CompletionLines(Complete(Describe(app), options.words)));
   } else if (options.description) {
-    Print(DescriptionJson(command));
+    Print(DescriptionJson(Describe(app)));
   } else if (!options.man_pages.empty()) {
-    WriteManPages(command, options.man_pages);
+    WriteManPages(Describe(app), options.man_pages);
   } else if (options.words.size() == 1 &&
              std::find(topics.begin(), topics.end(), options.words[0]) != topics.end()) {
     constexpr size_t kReadable = 80;
@@ -77,6 +76,9 @@ void PrintText(const std::string& text) {
 }
 
 void AddHelpCommands(CLI::App& app) {
+  std::string topics;
+  for (const std::string& topic : Topics()) topics += (topics.empty() ? "" : ", ") + topic;
+  app.footer(app.get_footer() + "\n\nTopics of velmora help: " + topics);
   const auto options = std::make_shared<HelpOptions>();
   CLI::App* help = app.add_subcommand("help", "The help of an area, a verb or a topic");
   help->add_option("WORD", options->words, "Area and verb, as align locate, or a topic, as formats-of-files");

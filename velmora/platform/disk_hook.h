@@ -57,6 +57,9 @@ class DiskHook {
 DiskHook* SetDiskHook(DiskHook* hook);
 DiskHook* CurrentDiskHook();
 
+// Tells the hook of a file that is read without these calls: standard input, and the files of a database.
+void ReportOpened(const std::filesystem::path& path, bool done);
+
 }  // namespace velmora
 
 #endif  // VELMORA_PLATFORM_DISK_HOOK_H_
