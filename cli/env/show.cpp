@@ -150,7 +150,7 @@ void EnvSet(const EnvOptions& options) {
            "unchanged"));
   if (const std::string meant = DidYouMeanKey(options); !meant.empty() && !value.IsEmpty())
     Warn("key " + Quoted(options.key) + " of section " + Quoted(options.section) +
-         " is written and is not a known one" + meant);
+         " is written but is not a known one" + meant);
 }
 
 }  // namespace velmora::cli

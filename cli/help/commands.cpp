@@ -76,9 +76,6 @@ void PrintText(const std::string& text) {
 }
 
 void AddHelpCommands(CLI::App& app) {
-  std::string topics;
-  for (const std::string& topic : Topics()) topics += (topics.empty() ? "" : ", ") + topic;
-  app.footer(app.get_footer() + "\n\nTopics of velmora help: " + topics);
   const auto options = std::make_shared<HelpOptions>();
   CLI::App* help = app.add_subcommand("help", "The help of an area, a verb or a topic");
   help->add_option("WORD", options->words, "Area and verb, as align locate, or a topic, as formats-of-files");
@@ -91,6 +88,11 @@ void AddHelpCommands(CLI::App& app) {
   const auto json = std::make_shared<bool>(false);
   version->add_flag("--json", *json, "Result as JSON");
   version->callback([json] { PrintVersion(*json); });
+
+  // Verbs take over the footer that is there when they are added: this one is the command's alone.
+  std::string topics;
+  for (const std::string& topic : Topics()) topics += (topics.empty() ? "" : ", ") + topic;
+  app.footer(app.get_footer() + "\n\nTopics of velmora help: " + topics);
 }
 
 }  // namespace velmora::cli

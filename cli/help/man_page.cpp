@@ -46,8 +46,10 @@ std::string Heading(const std::string& text) { return ".SH \"" + Roff(Capitals(t
 
 std::string Head(const std::string& page, char section, std::string title) {
   if (title.ends_with('.')) title.pop_back();
-  return ".TH " + Roff(Capitals(page)) + " " + section + " \"\" \"velmora " + VersionText() +
-         "\" \"velmora manual\"\n.nh\n" + Heading("Name") + Roff(page) + " \\- " + Roff(title) + "\n";
+  // A topic's is its own name: a narrow terminal has no room for a longer one twice.
+  const std::string head = section == '1' ? page : page.substr(page.find('-') + 1);
+  return ".TH " + Roff(Capitals(head)) + " " + section + " \"\" \"velmora " + VersionText() +
+         "\" \"velmora manual\"\n.ad l\n.nh\n" + Heading("Name") + Roff(page) + " \\- " + Roff(title) + "\n";
 }
 
 std::string Blocks(const TextBlocks& blocks) {

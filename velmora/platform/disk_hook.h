@@ -57,7 +57,7 @@ class DiskHook {
 DiskHook* SetDiskHook(DiskHook* hook);
 DiskHook* CurrentDiskHook();
 
-// Tells the hook of a file that is read without these calls: standard input, and the files of a database.
+// Reports a file that is read without these calls: standard input, which is open already, and a database.
 void ReportOpened(const std::filesystem::path& path, bool done);
 
 }  // namespace velmora
