@@ -79,10 +79,9 @@ class Completer {
       at_ = verb;
       positional_ = 0;
     } else {
-      const OptionText* const option = NextPositional();
-      if (option != nullptr) values_.push_back({option, word});
+      if (const OptionText* const next = NextPositional()) values_.push_back({next, word});
       const bool takes_any = std::any_of(at_->options.begin(), at_->options.end(),
-                                         [](const OptionText& each) { return each.positional; });
+                                         [](const OptionText& option) { return option.positional; });
       lost_ = lost_ || !takes_any;
       ++positional_;
     }

@@ -60,7 +60,11 @@ size_t HangingIndent(std::string_view line) {
 
 }  // namespace
 
-size_t DisplayWidth(std::string_view text) { return FittingInto(text, std::string_view::npos).columns; }
+size_t DisplayWidth(std::string_view text) {
+  const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  const bool plain = static_cast<size_t>(std::count_if(text.begin(), text.end(), is_ascii)) == text.size();
+  return plain ? text.size() : FittingInto(text, std::string_view::npos).columns;
+}
 
 std::vector<std::string> Wrapped(std::string_view text, size_t width) {
   std::vector<std::string> pieces;
