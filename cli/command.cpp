@@ -82,7 +82,7 @@ void AddAreas(const std::vector<std::string>& arguments, CLI::App* app) {
   const auto is_word = [&](const auto& other) { return word == other; };
   const bool one =
       std::any_of(std::begin(kAreas), std::end(kAreas), [&](const Area& area) { return is_word(area.name); });
-  constexpr const char* kOfTheWhole[] = {"-h", "--help", "-V", "--version", "version"};
+  constexpr const char* kOfTheWhole[] = {"-h", "--help", "help", "-V", "--version", "version"};
   const bool names_only =
       arguments.size() == 1 && std::any_of(std::begin(kOfTheWhole), std::end(kOfTheWhole), is_word);
   for (const Area& area : kAreas) {

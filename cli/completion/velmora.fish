@@ -7,10 +7,13 @@ function __velmora_complete
     for line in ($words[1] help --complete -- $words[2..-1] 2>/dev/null)
         switch $line
             case ':folders'
-                __fish_complete_directories (string replace -- "$before" '' $current)
+                for folder in (__fish_complete_directories (string replace -- "$before" '' $current))
+                    echo "$before$folder"
+                end
             case ':files*'
                 set -l endings (string split -n ' ' (string replace ':files' '' $line))
-                for file in (__fish_complete_path (string replace -- "$before" '' $current))
+                # The shell's own files, as after a command that it does not know.
+                for file in (complete -C "'' "(string replace -- "$before" '' $current))
                     set -l name (string split -f 1 \t -- $file)
                     if test (count $endings) -eq 0; or string match -q -- '*/' $name
                         echo "$before$file"

@@ -5,6 +5,7 @@
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/environment/installation.h"
+#include "velmora/environment/system_keys.h"
 #include "velmora/environment/user_folders.h"
 #include "velmora/platform/dialog.h"
 #include "velmora/platform/files.h"
@@ -77,6 +78,17 @@ void RequireIni(const Environment& environment) {
     case IniState::kNoInstallation:
       throw Refusal("no installation found; make one: velmora env install --to DIR");
   }
+}
+
+std::vector<std::string> IniSections() { return {"SYSTEM", "ARKIV"}; }
+
+std::vector<std::string> IniKeys(const std::string& section) {
+  const CString name = FromUtf8(section);
+  if (name.CompareNoCase(L"ARKIV") == 0) return {"MAPPAR"};
+  std::vector<std::string> keys;
+  if (name.CompareNoCase(L"SYSTEM") == 0)
+    for (const CString& key : SystemKeyNames()) keys.push_back(ToUtf8(key));
+  return keys;
 }
 
 }  // namespace velmora::cli

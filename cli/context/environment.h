@@ -3,6 +3,7 @@
 #define VELMORA_CLI_CONTEXT_ENVIRONMENT_H_
 
 #include <string>
+#include <vector>
 
 #include "velmora/environment/tundril_ini.h"
 
@@ -42,6 +43,11 @@ CString WantedIni(const Environment& environment);
 IniState StateOfIni(const Environment& environment);
 // Throws a Refusal without an ini file.
 void RequireIni(const Environment& environment);
+
+// The sections of Velmora.ini that the suite's programs read, and the keys of each; its name in any letter
+// case.
+std::vector<std::string> IniSections();
+std::vector<std::string> IniKeys(const std::string& section);
 
 }  // namespace velmora::cli
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/output/options.h"
+#include "cli/terminal/completes.h"
 #include "cli/terminal/verb.h"
 
 namespace velmora::cli {
@@ -57,8 +58,10 @@ void AddEnvCommands(CLI::App* env) {
   CLI::App* set =
       AddVerb(env, "set", "Write a key of Velmora.ini; an empty value deletes it", options, EnvSet);
   for (CLI::App* verb : {get, set}) {
-    verb->add_option("SECTION", options->section, "Section, as SYSTEM")->required();
-    verb->add_option("KEY", options->key, "Key")->required();
+    verb->add_option("SECTION", options->section, "Section, as SYSTEM")
+        ->required()
+        ->check(CompletesWord("ini sections"));
+    verb->add_option("KEY", options->key, "Key")->required()->check(CompletesWord("ini keys"));
     AddSub(verb, options);
   }
   set->add_option("VALUE", options->value, "Value")->required();

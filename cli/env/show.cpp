@@ -5,6 +5,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/environment/system_keys.h"
 #include "velmora/platform/files.h"
+#include "velmora/text/nearest.h"
 
 namespace velmora::cli {
 namespace {
@@ -57,6 +58,13 @@ std::string FolderSource(FoundBy found_by) {
       break;
   }
   return "default";
+}
+
+// "; did you mean "SYSTEM"?", first for the section, or nothing.
+std::string DidYouMeanKey(const EnvOptions& options) {
+  const auto upper = [](const std::string& name) { return ToUtf8(FromUtf8(name).MakeUpper()); };
+  const std::string section = DidYouMean(upper(options.section), IniSections());
+  return section.empty() ? DidYouMean(upper(options.key), IniKeys(options.section)) : section;
 }
 
 }  // namespace
@@ -112,8 +120,9 @@ void EnvGet(const EnvOptions& options) {
   RequireIni(environment);
   const CString value = environment.ini.ReadKey(FromUtf8(options.section), FromUtf8(options.key));
   if (value.IsEmpty())
-    throw Refusal(At(PathForDisplay(environment.ini.m_iniPath),
-                     "has no key " + Quoted(options.key) + " in section " + Quoted(options.section)));
+    throw Refusal(At(PathForDisplay(environment.ini.m_iniPath), "has no key " + Quoted(options.key) +
+                                                                    " in section " + Quoted(options.section) +
+                                                                    DidYouMeanKey(options)));
   OutputFile output;
   output.Write(ToUtf8(value) + "\n");
   output.Finish();
@@ -139,6 +148,9 @@ void EnvSet(const EnvOptions& options) {
         At(PathForDisplay(environment.ini.m_iniPath),
            "cannot be written (write-protected, disk full, or a letter outside its encoding); the file is "
            "unchanged"));
+  if (const std::string meant = DidYouMeanKey(options); !meant.empty() && !value.IsEmpty())
+    Warn("key " + Quoted(options.key) + " of section " + Quoted(options.section) +
+         " is written but is not a known one" + meant);
 }
 
 }  // namespace velmora::cli

@@ -41,14 +41,13 @@ void Print(const std::string& text) {
 }
 
 void Help(CLI::App& app, const HelpOptions& options) {
-  const VerbText command = Describe(app);
-  const std::vector<std::string> topics = Topics(command);
+  const std::vector<std::string> topics = Topics();
   if (options.complete) {
-    Print(CompletionLines(Complete(command, options.words)));
+    Print(CompletionLines(Complete(Describe(app), options.words)));
   } else if (options.description) {
-    Print(DescriptionJson(command));
+    Print(DescriptionJson(Describe(app)));
   } else if (!options.man_pages.empty()) {
-    WriteManPages(command, options.man_pages);
+    WriteManPages(Describe(app), options.man_pages);
   } else if (options.words.size() == 1 &&
              std::find(topics.begin(), topics.end(), options.words[0]) != topics.end()) {
     constexpr size_t kReadable = 80;
@@ -89,6 +88,11 @@ void AddHelpCommands(CLI::App& app) {
   const auto json = std::make_shared<bool>(false);
   version->add_flag("--json", *json, "Result as JSON");
   version->callback([json] { PrintVersion(*json); });
+
+  // Verbs take over the footer that is there when they are added: this one is the command's alone.
+  std::string topics;
+  for (const std::string& topic : Topics()) topics += (topics.empty() ? "" : ", ") + topic;
+  app.footer(app.get_footer() + "\n\nTopics of velmora help: " + topics);
 }
 
 }  // namespace velmora::cli

@@ -79,6 +79,7 @@ class Completer {
       at_ = verb;
       positional_ = 0;
     } else {
+      if (const OptionText* const next = NextPositional()) values_.push_back({next, word});
       const bool takes_any = std::any_of(at_->options.begin(), at_->options.end(),
                                          [](const OptionText& option) { return option.positional; });
       lost_ = lost_ || !takes_any;
@@ -107,7 +108,7 @@ class Completer {
       for (const OptionText& option : verb->options) {
         const bool used = std::find(used_.begin(), used_.end(), &option) != used_.end();
         const bool of_command_alone = option.names.back() == "--help" || option.names.back() == "--version";
-        if (option.positional || used || (verb != at_ && of_command_alone)) continue;
+        if (option.positional || used || IsExcluded(option) || (verb != at_ && of_command_alone)) continue;
         for (const std::string& name : option.names)
           if (name.size() > 2 || option.names.size() == 1) found_.words.push_back({name, option.help});
       }
@@ -115,18 +116,30 @@ class Completer {
     }
   }
 
+  // By an option before the cursor.
+  bool IsExcluded(const OptionText& option) const {
+    return std::any_of(used_.begin(), used_.end(), [&](const OptionText* used) {
+      return std::find(used->excludes.begin(), used->excludes.end(), option.names.back()) !=
+             used->excludes.end();
+    });
+  }
+
   void AddVerbsAndPositional(const std::string& current) {
     if (at_->call == "help") {
       AddHelped();
       return;
     }
-    for (const VerbText& verb : at_->verbs) found_.words.push_back({verb.name, verb.help});
+    const OptionText* const next = NextPositional();
+    if (next == nullptr || !next->required)
+      for (const VerbText& verb : at_->verbs) found_.words.push_back({verb.name, verb.help});
+    if (next != nullptr) AddValues(*next, current, "");
+  }
+
+  const OptionText* NextPositional() const {
     size_t left = positional_;
     for (const OptionText& option : at_->options)
-      if (option.positional && (left-- == 0 || option.repeats)) {
-        AddValues(option, current, "");
-        return;
-      }
+      if (option.positional && (left-- == 0 || option.repeats)) return &option;
+    return nullptr;
   }
 
   // The words after "help": those of a call without its values, or a topic.
@@ -136,8 +149,7 @@ class Completer {
       if (const VerbText* verb = VerbNamed(*word)) at_ = verb;
     for (const VerbText& verb : at_->verbs) found_.words.push_back({verb.name, verb.help});
     if (at_ == &command_)
-      for (const std::string& topic : Topics(command_))
-        found_.words.push_back({topic, TextFor(topic).front().text});
+      for (const std::string& topic : Topics()) found_.words.push_back({topic, TextFor(topic).front().text});
   }
 
   // `before` is what stands before the value in the same word.
@@ -154,7 +166,8 @@ class Completer {
     if (mark.starts_with(kCompletesFile)) found_.file_endings = mark.substr(sizeof kCompletesFile - 1);
     if (mark == kCompletesFolder) found_.folders = true;
     if (!mark.starts_with(kCompletesWord)) return;
-    for (const std::string& word : KnownWords(mark.substr(sizeof kCompletesWord - 1), ValueOf("--file")))
+    const std::string list = mark.substr(sizeof kCompletesWord - 1);
+    for (const std::string& word : KnownWords(list, ValueOf(list == "ini keys" ? "SECTION" : "--file")))
       add(word);
   }
 

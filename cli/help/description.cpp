@@ -83,7 +83,7 @@ OptionText OptionOf(CLI::Option* from) {
 }
 
 VerbText DescribeVerb(CLI::App& app, const std::string& call) {
-  VerbText verb{app.get_name(), call, app.get_description(), {}, {}};
+  VerbText verb{app.get_name(), call, app.get_description(), app.get_footer(), {}, {}};
   std::string positionals;
   for (const bool positional : {true, false})
     for (CLI::Option* option : app.get_options()) {

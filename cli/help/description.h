@@ -30,6 +30,7 @@ struct VerbText {
   std::string name;  // "list"
   std::string call;  // "codes stamp FILE list"; empty for the command itself
   std::string help;
+  std::string footer;               // below the options
   std::vector<OptionText> options;  // positionals first
   std::vector<VerbText> verbs;
 };

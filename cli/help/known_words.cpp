@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "cli/context/environment.h"
 #include "velmora/common/string_table.h"
 #include "velmora/drawing/ritnings_format.h"
 #include "velmora/project/projekt_status.h"
@@ -13,7 +14,7 @@ namespace {
 std::vector<std::string> SettingKeys(const std::string& file) {
   std::set<std::string> keys;
   for (const wchar_t* name : {L"TUNDRIL.PAR", L"KARSK.PAR", L"JB23.PAR"})
-    if (file.empty() || FromUtf8(file).CompareNoCase(name) == 0)
+    if (FromUtf8(file).CompareNoCase(name) == 0)
       for (const DefaultSetting& setting : ParameterFileNamed(name).defaults)
         keys.insert(ToUtf8(setting.key));
   return {keys.begin(), keys.end()};
@@ -39,7 +40,9 @@ std::vector<std::string> Sheets() {
 }  // namespace
 
 std::vector<std::string> KnownWords(const std::string& list, const std::string& of) {
-  if (list == "keys") return SettingKeys(of);
+  if (list == "keys") return SettingKeys(of.empty() ? "TUNDRIL.PAR" : of);
+  if (list == "ini sections") return IniSections();
+  if (list == "ini keys") return IniKeys(of);
   if (list == "statuses") return Statuses();
   if (list == "sheets") return Sheets();
   return {};

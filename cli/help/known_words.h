@@ -7,8 +7,9 @@
 
 namespace velmora::cli {
 
-// "keys" are the settings' keys in the parameter file `of`, or in all of them when it is empty; "statuses" a
-// project's, "sheets" the drawing formats. Empty for another name.
+// "keys" are the settings' keys in the parameter file `of`, TUNDRIL.PAR when it is empty; "ini sections"
+// those of Velmora.ini, "ini keys" the keys of its section `of`; "statuses" a project's, "sheets" the drawing
+// formats. Empty for another name.
 std::vector<std::string> KnownWords(const std::string& list, const std::string& of);
 
 }  // namespace velmora::cli

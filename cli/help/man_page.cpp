@@ -46,8 +46,10 @@ std::string Heading(const std::string& text) { return ".SH \"" + Roff(Capitals(t
 
 std::string Head(const std::string& page, char section, std::string title) {
   if (title.ends_with('.')) title.pop_back();
-  return ".TH " + Roff(Capitals(page)) + " " + section + " \"\" \"velmora " + VersionText() +
-         "\" \"velmora manual\"\n" + Heading("Name") + Roff(page) + " \\- " + Roff(title) + "\n";
+  // A topic's is its own name: a narrow terminal has no room for a longer one twice.
+  const std::string head = section == '1' ? page : page.substr(page.find('-') + 1);
+  return ".TH " + Roff(Capitals(head)) + " " + section + " \"\" \"velmora " + VersionText() +
+         "\" \"velmora manual\"\n.ad l\n.nh\n" + Heading("Name") + Roff(page) + " \\- " + Roff(title) + "\n";
 }
 
 std::string Blocks(const TextBlocks& blocks) {
@@ -128,6 +130,7 @@ std::string AreaPage(const VerbText& area) {
   std::string page = Head("velmora-" + area.name, '1', area.help) + Heading("Synopsis") + "\\fB" +
                      Roff(UsageLine(area)) + "\\fR\n" + Heading("Description") + Roff(area.help) +
                      ".\nThe options that every verb takes are those of\n.BR velmora (1).\n";
+  if (!area.footer.empty()) page += ".PP\n" + Roff(area.footer) + "\n";
   page += Heading(area.verbs.empty() ? "Options" : "Verbs") + Options(area);
   AddVerbs(area, &page);
   return page + Blocks(TextFor(area.name));
@@ -157,7 +160,7 @@ std::vector<ManPage> ManPages(const VerbText& command) {
   std::vector<ManPage> pages = {{command.name + ".1", CommandPage(command)}};
   for (const VerbText& area : command.verbs)
     pages.push_back({command.name + "-" + area.name + ".1", AreaPage(area)});
-  for (const std::string& topic : Topics(command))
+  for (const std::string& topic : Topics())
     pages.push_back({command.name + "-" + topic + ".7", TopicPage(topic, TextFor(topic))});
   // The command's page names all others, theirs the command's.
   std::vector<std::string> others;

@@ -57,14 +57,10 @@ TextBlocks TextFor(const std::string& page) {
   return {};
 }
 
-std::vector<std::string> Topics(const VerbText& command) {
+std::vector<std::string> Topics() {
   std::vector<std::string> topics;
-  for (const TopicFile& file : TopicFiles()) {
-    const std::string name = NameOf(file);
-    const auto is_it = [&](const VerbText& verb) { return verb.name == name; };
-    if (name != command.name && std::none_of(command.verbs.begin(), command.verbs.end(), is_it))
-      topics.push_back(name);
-  }
+  for (const TopicFile& file : TopicFiles())
+    if (!file.text.starts_with("# ")) topics.push_back(NameOf(file));
   return topics;
 }
 

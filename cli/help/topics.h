@@ -4,7 +4,8 @@
 //   # Heading
 //   - term: what it is        an entry of a list
 //       as it stands          indented by four blanks
-//   Anything else is a paragraph; a blank line ends it. The first paragraph of a topic is its title.
+//   Anything else is a paragraph; a blank line ends it. A topic begins with a paragraph, its title; the text
+//   for another page with a heading.
 #ifndef VELMORA_CLI_HELP_TOPICS_H_
 #define VELMORA_CLI_HELP_TOPICS_H_
 
@@ -12,8 +13,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "cli/help/description.h"
 
 namespace velmora::cli {
 
@@ -36,7 +35,7 @@ TextBlocks ParseTopic(std::string_view text);
 // The text for the page of an area, or of the command for "velmora"; empty when there is none.
 TextBlocks TextFor(const std::string& page);
 // The names of the pages that are neither.
-std::vector<std::string> Topics(const VerbText& command);
+std::vector<std::string> Topics();
 
 // As plain text, in lines of at most `width` characters.
 std::string PlainText(const TextBlocks& blocks, size_t width);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/help/topics.h"
 #include "cli/terminal/error.h"
 #include "velmora/text/nearest.h"
 
@@ -33,21 +34,32 @@ std::vector<std::string> OptionsOf(const CLI::App* app) {
 // "; did you mean --points?" for the first option that is not known but like one.
 std::string DidYouMeanOption(const CLI::App* verb, const std::vector<std::string>& unknown) {
   for (const std::string& word : unknown) {
-    const std::string name = word.substr(0, word.find('='));
+    std::string name = word.substr(0, word.find('='));
+    if (name.size() > 2 && name[1] != '-') name.insert(0, "-");  // "-points"
     if (name.starts_with("--") && !Nearest(name, OptionsOf(verb)).empty())
       return "; did you mean " + Nearest(name, OptionsOf(verb)) + "?";
   }
   return {};
 }
 
-std::string UnknownWord(const Understood& at, const std::string& word) {
-  const std::vector<std::string> verbs = VerbsOf(*at.app);
+std::string UnknownWord(const Understood& at, const std::string& word,
+                        const std::vector<std::string>& verbs) {
   const std::string known = "\"velmora" + (at.called_as.empty() ? "" : " " + at.called_as) +
                             "\" takes one of " + Joined(verbs, ", ");
   if (word.empty()) return known;
   const std::string meant =
       word.starts_with("-") ? DidYouMeanOption(at.app, {word}) : DidYouMean(word, verbs);
   return "unknown word " + Quoted(word) + ": " + known + meant;
+}
+
+// The first of the words after "help" is no area.
+[[noreturn]] void RefuseHelpOn(const CLI::App& app, const std::vector<std::string>& words) {
+  std::vector<std::string> known = Topics();
+  if (std::find(known.begin(), known.end(), words[0]) != known.end())
+    throw WrongUsage(Quoted(words[0]) + " is a topic and has no " + Quoted(words[1]));
+  const std::vector<std::string> verbs = VerbsOf(app);
+  known.insert(known.begin(), verbs.begin(), verbs.end());
+  throw WrongUsage(UnknownWord({&app, "help"}, words[0], known));
 }
 
 // "--kind: objcts not in {objects,lines}"
@@ -78,7 +90,8 @@ Understood FindVerb(const CLI::App& app, const std::vector<std::string>& words) 
         at.app->get_subcommands([&](const CLI::App* verb) { return verb->get_name() == word; });
     if (verbs.empty() && VerbsOf(*at.app).empty())
       throw WrongUsage("\"velmora " + at.called_as + "\" is a verb and has no " + Quoted(word));
-    if (verbs.empty()) throw WrongUsage(UnknownWord(at, word));
+    if (verbs.empty() && at.app == &app) RefuseHelpOn(app, words);
+    if (verbs.empty()) throw WrongUsage(UnknownWord(at, word, VerbsOf(*at.app)));
     at.app = verbs.front();
     at.called_as += (at.called_as.empty() ? "" : " ") + word;
   }
@@ -87,7 +100,8 @@ Understood FindVerb(const CLI::App& app, const std::vector<std::string>& words) 
 
 std::string UsageError(const CLI::App& app, const Understood& at, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
-  if (!VerbsOf(*at.app).empty()) return UnknownWord(at, unknown.empty() ? "" : unknown.front());
+  const std::vector<std::string> verbs = VerbsOf(*at.app);
+  if (!verbs.empty()) return UnknownWord(at, unknown.empty() ? "" : unknown.front(), verbs);
   const std::string meant = DidYouMeanOption(at.app, unknown);
   // A misspelled option is reported before what it leaves missing.
   if (!meant.empty() || error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
@@ -96,9 +110,9 @@ std::string UsageError(const CLI::App& app, const Understood& at, const CLI::Par
 }
 
 std::string HelpText(const Understood& verb) {
-  // The parser appends the name to the text that it is given.
-  const std::string called_as = "velmora " + verb.called_as;
-  return verb.app->help(verb.called_as.empty() ? "" : called_as.substr(0, called_as.rfind(' ')));
+  // The parser's own help() of the whole command is that of the verb that is running.
+  const std::string called_as = "velmora" + (verb.called_as.empty() ? "" : " " + verb.called_as);
+  return verb.app->get_formatter()->make_help(verb.app, called_as, CLI::AppFormatMode::Normal);
 }
 
 }  // namespace velmora::cli

@@ -13,8 +13,8 @@ namespace {
 
 constexpr auto kDelay = std::chrono::seconds(1);
 constexpr auto kRefresh = std::chrono::milliseconds(200);
-constexpr size_t kBarWidth = 30;
-constexpr size_t kLeastBar = 5;
+constexpr size_t kWidestBar = 30;
+constexpr size_t kNarrowestBar = 5;  // a narrower one says nothing
 
 }  // namespace
 
@@ -28,8 +28,9 @@ Progress::Progress(std::string what, std::uint64_t total, std::string unit, std:
       next_(start_ + kDelay) {}
 
 void Progress::Clear() {
-  if (shown_) std::fputs("\r\033[K", stderr);
-  shown_ = false;
+  if (shown_ == 0) return;
+  Show("");
+  std::fputc('\r', stderr);
 }
 
 void Progress::Update(std::uint64_t done, std::uint64_t rows) {
@@ -43,26 +44,33 @@ void Progress::Update(std::uint64_t done, std::uint64_t rows) {
 
 void Progress::Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows) {
   const double seconds = std::max(std::chrono::duration<double>(elapsed).count(), 0.001);
-  std::string line = std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
-                     std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s";
+  std::string figures = std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
+                        std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s";
   // A full last column would move the cursor to the next line.
   const size_t width = TerminalWidth(StandardStream::kError);
   const size_t most = width > 1 ? width - 1 : std::string::npos;
   std::string bar;
   if (total_ > 0) {
     const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total_));
+    figures = std::to_string(static_cast<int>(part * 100)) + " %  " + figures;
     if (part > 0)
-      line += ", " + DurationText(std::chrono::seconds(std::llround(seconds / part - seconds))) + " left";
-    line = std::to_string(static_cast<int>(part * 100)) + " %  " + line;
-    const size_t others = DisplayWidth(what_ + " [] " + line);
-    const size_t room = std::min(kBarWidth, most - std::min(most, others));
+      figures += ", " + DurationText(std::chrono::seconds(std::llround(seconds / part - seconds))) + " left";
+    // The bar takes the columns that the figures leave.
+    const size_t taken = DisplayWidth(what_ + " [] " + figures);
+    const size_t room = std::min(kWidestBar, most - std::min(most, taken));
     const auto filled = static_cast<size_t>(part * static_cast<double>(room));
-    if (room >= kLeastBar) bar = "[" + std::string(filled, '#') + std::string(room - filled, '.') + "] ";
+    if (room >= kNarrowestBar) bar = "[" + std::string(filled, '#') + std::string(room - filled, '.') + "] ";
   }
-  line = "\r" + Cut(what_ + " " + bar + line, most) + "\033[K";
+  Show(Cut(what_ + " " + bar + figures, most));
+}
+
+// Blanks erase the rest of the line before: that takes no escape sequence, which not every terminal has.
+void Progress::Show(const std::string& text) {
+  const size_t width = DisplayWidth(text);
+  const std::string line = "\r" + text + std::string(shown_ - std::min(shown_, width), ' ');
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
-  shown_ = true;
+  shown_ = width;
 }
 
 std::string DurationText(std::chrono::seconds duration) {

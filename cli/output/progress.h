@@ -1,4 +1,5 @@
-// A progress bar on standard error, for work over a second on a terminal.
+// A progress bar on standard error, for work over a second on a terminal. On a narrow one the figures come
+// first.
 #ifndef VELMORA_CLI_OUTPUT_PROGRESS_H_
 #define VELMORA_CLI_OUTPUT_PROGRESS_H_
 
@@ -25,12 +26,13 @@ class Progress {
   using Clock = std::chrono::steady_clock;
 
   void Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows);
+  void Show(const std::string& text);
 
   std::string what_;
   std::uint64_t total_;
   std::string unit_;
   std::uint64_t often_;
-  bool shown_ = false;
+  size_t shown_ = 0;  // the width of the line
   bool wanted_;
   std::uint64_t next_rows_ = 0;
   Clock::time_point start_;

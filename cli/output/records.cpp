@@ -193,15 +193,16 @@ void RecordWriter::TableRow(const std::vector<std::string>& texts, bool titles) 
   for (size_t line = 0; line < lines; ++line) {
     std::vector<std::string> cells;
     for (const auto& cell : pieces) cells.push_back(line < cell.size() ? cell[line] : "");
-    TableLine(cells, titles);
+    TableLine(cells, titles, line > 0);
   }
 }
 
-// Columns that find no room on the line go on below, indented.
-void RecordWriter::TableLine(const std::vector<std::string>& texts, bool titles) {
+// Columns that find no room on the line go on below, indented; a line without text is left out where the row
+// goes on.
+void RecordWriter::TableLine(const std::vector<std::string>& texts, bool titles, bool goes_on) {
   std::string line;
   size_t used = 0;
-  bool any = true;  // text on the line
+  bool any = !goes_on;  // something to print on the line
   const auto end_line = [&] {
     line.erase(line.find_last_not_of(' ') + 1);
     if (any) output_.Write(line + "\n");

@@ -72,7 +72,7 @@ class RecordWriter {
  private:
   void CsvLine(const std::vector<Cell>& cells);
   void TableRow(const std::vector<std::string>& texts, bool titles = false);
-  void TableLine(const std::vector<std::string>& texts, bool titles);
+  void TableLine(const std::vector<std::string>& texts, bool titles, bool goes_on = false);
   void FitWidths();
   size_t RoomBelow() const;
   void StartTable();

@@ -2,18 +2,51 @@
 
 #include <algorithm>
 
+#include "velmora/text/codepage.h"
+
 namespace velmora::cli {
 namespace {
 
 constexpr size_t kNarrowest = 20;  // of a column that is wrapped
 
-bool StartsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
+// Characters that take no column of their own, and those that take two.
+struct CharacterRange {
+  char32_t first;
+  char32_t last;
+  size_t columns;
+};
+constexpr CharacterRange kUnusualWidths[] = {
+    {0x0300, 0x036F, 0},   {0x0483, 0x0489, 0},   {0x0591, 0x05BD, 0},   {0x064B, 0x065F, 0},
+    {0x1100, 0x115F, 2},   {0x1AB0, 0x1AFF, 0},   {0x1DC0, 0x1DFF, 0},   {0x200B, 0x200F, 0},
+    {0x20D0, 0x20FF, 0},   {0x2E80, 0x303E, 2},   {0x3041, 0xA4CF, 2},   {0xA960, 0xA97F, 2},
+    {0xAC00, 0xD7A3, 2},   {0xF900, 0xFAFF, 2},   {0xFE00, 0xFE0F, 0},   {0xFE20, 0xFE2F, 0},
+    {0xFE30, 0xFE6F, 2},   {0xFEFF, 0xFEFF, 0},   {0xFF00, 0xFF60, 2},   {0xFFE0, 0xFFE6, 2},
+    {0x1F300, 0x1F64F, 2}, {0x1F680, 0x1F6FF, 2}, {0x1F900, 0x1F9FF, 2}, {0x20000, 0x3FFFD, 2},
+};
 
-// The bytes of the first `width` characters.
-size_t BytesOf(std::string_view text, size_t width) {
-  for (size_t i = 0; i < text.size(); ++i)
-    if (StartsCharacter(text[i]) && width-- == 0) return i;
-  return text.size();
+size_t ColumnsOf(char32_t c) {
+  if (c < kUnusualWidths[0].first) return 1;
+  for (const CharacterRange& range : kUnusualWidths)
+    if (c >= range.first && c <= range.last) return range.columns;
+  return 1;
+}
+
+// The bytes of the characters that fit into `width` columns, and the columns that they take.
+struct Fitting {
+  size_t bytes = 0;
+  size_t columns = 0;
+};
+Fitting FittingInto(std::string_view text, size_t width) {
+  Fitting fitting;
+  while (fitting.bytes < text.size()) {
+    char32_t c = 0;
+    const size_t length = std::max<size_t>(DecodeUtf8Sequence(text.substr(fitting.bytes), &c), 1);
+    const size_t columns = ColumnsOf(c);
+    if (fitting.columns + columns > width) break;
+    fitting.bytes += length;
+    fitting.columns += columns;
+  }
+  return fitting;
 }
 
 // Where the last column of a line of help starts.
@@ -28,14 +61,16 @@ size_t HangingIndent(std::string_view line) {
 }  // namespace
 
 size_t DisplayWidth(std::string_view text) {
-  return static_cast<size_t>(std::count_if(text.begin(), text.end(), StartsCharacter));
+  const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  const bool plain = static_cast<size_t>(std::count_if(text.begin(), text.end(), is_ascii)) == text.size();
+  return plain ? text.size() : FittingInto(text, std::string_view::npos).columns;
 }
 
 std::vector<std::string> Wrapped(std::string_view text, size_t width) {
   std::vector<std::string> pieces;
-  width = std::max<size_t>(width, 1);
-  while (DisplayWidth(text) > width) {
-    const size_t most = BytesOf(text, width);
+  width = std::max<size_t>(width, 2);  // a character at least
+  const auto fitting = [&] { return FittingInto(text, width).bytes; };
+  for (size_t most = fitting(); most < text.size(); most = fitting()) {
     const size_t blank = text.rfind(' ', most);
     const bool at_blank = blank != std::string_view::npos && blank > 0;
     const size_t end = at_blank ? blank : most;
@@ -48,7 +83,7 @@ std::vector<std::string> Wrapped(std::string_view text, size_t width) {
 
 std::string Cut(const std::string& text, size_t width) {
   if (DisplayWidth(text) <= width) return text;
-  return text.substr(0, BytesOf(text, width - 1)) + "…";
+  return text.substr(0, FittingInto(text, width - 1).bytes) + "…";
 }
 
 std::string WrapLines(const std::string& text, size_t width) {

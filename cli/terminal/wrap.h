@@ -8,12 +8,13 @@
 
 namespace velmora::cli {
 
-// The number of characters that a terminal shows for UTF-8 text.
+// The columns that UTF-8 text takes on a terminal: most characters one, those of East Asia two, accents that
+// join the character before none.
 size_t DisplayWidth(std::string_view text);
 
-// The text in pieces of at most `width` characters, broken at blanks, and within a word that is longer.
+// The text in pieces of at most `width` columns, broken at blanks, and within a word that is longer.
 std::vector<std::string> Wrapped(std::string_view text, size_t width);
-// Its first `width` characters; cut text ends in "…".
+// Its first `width` columns; cut text ends in "…".
 std::string Cut(const std::string& text, size_t width);
 
 // The lines of a text wrapped. What follows the first piece of a line starts where the line's last column

@@ -8,11 +8,13 @@ import os
 import pathlib
 import pty
 import re
+import shutil
 import struct
 import subprocess
 import sys
 import tempfile
 import termios
+import unicodedata
 import unittest
 
 VELMORA, SOURCE = map(os.path.abspath, sys.argv[1:3])
@@ -88,9 +90,27 @@ class Terminal(unittest.TestCase):
             "".join(wide.split("24V017")[1].split("\n")[0].split()),
             "".join(shown.split("24V017")[1].split("24V018")[0].split()),
         )
+        shown = on_terminal(*LOCATE, columns=40, status=1, NO_COLOR="1")
+        self.assertNotIn("\n\n", shown.split("24V017")[1].split("24V018")[0])
         # Columns for which the line has no room go on below it.
         shown = on_terminal(*LOCATE, columns=80, status=1, NO_COLOR="1").split("\n\n")[0]
         self.assertEqual(sorted(shown.split()), sorted(wide.split("\n\n")[0].split()))
+
+    def test_tables_fit_wide_and_combining_characters(self):
+        with tempfile.TemporaryDirectory() as folder:
+            points = os.path.join(folder, "points.csv")
+            with open(points, "w") as file:
+                file.write("".join(f"{id},6652250,653300\n" for id in ("測" * 30, "한" * 50, "a\u030a" * 30)))
+            words = ("align", "locate", ROAD, "--points", points)
+            for columns in (20, 40, 80):
+                shown = on_terminal(*words, columns=columns, NO_COLOR="1")
+                for line in shown.split("\n\n")[0].split("\n"):
+                    width = sum(
+                        0 if unicodedata.combining(c) else 1 + (unicodedata.east_asian_width(c) in "WF")
+                        for c in line
+                    )
+                    self.assertLessEqual(width, columns, line)
+            self.assertIn("a\u030a" * 30, shown)
 
     def test_colours_are_for_terminals(self):
         self.assertRegex(
@@ -116,13 +136,15 @@ class Terminal(unittest.TestCase):
                 file.write("a,6652250,653300,1\n" * 300000)
             slow = f"{VELMORA} align locate {ROAD} --points {points} --csv --threads 1"
             line = ("sh", "-c", slow + " | (sleep 1.6; cat > /dev/null)")
-            shown = on_terminal(*line, columns=80, error_only=True, NO_COLOR="1")
-            self.assertRegex(shown, r"Placing points \[#*\.*\] \d+ %  \d+ rows, \d+/s, \d+ s left\x1b\[K")
+            for columns, bar in ((100, r"\[[#.]{30}\] "), (80, r"\[[#.]+\] "), (60, r"(\[[#.]+\] )?")):
+                shown = on_terminal(*line, columns=columns, error_only=True, TERM="dumb")
+                self.assertRegex(shown, rf"\rPlacing points {bar}\d+ %  \d+ rows, \d+/s, \d+ s left *\r")
+                self.assertNotIn("\x1b", shown)
             self.assertTrue(
                 all(
                     len(each) < 40
                     for each in re.findall(
-                        r"\r(Pl[^\x1b]*)", on_terminal(*line, columns=40, error_only=True, NO_COLOR="1")
+                        r"\r(Pl[^\r]*)", on_terminal(*line, columns=40, error_only=True, NO_COLOR="1")
                     )
                 )
             )
@@ -141,6 +163,17 @@ class Terminal(unittest.TestCase):
             self.assertEqual(error("--quiet"), "")
             self.assertIn(f"velmora: reads {ROAD}\n", error("-v"))
             self.assertIn(f"velmora: writes {to}\n", error("--verbose"))
+            packed = os.path.join(folder, "road.gpkg")
+            run("align", "export", ROAD, "-o", packed)
+            with open(BORINGS) as list:
+                located = subprocess.run(
+                    [VELMORA, "-v", "align", "locate", packed, "--points", "-"],
+                    stdin=list,
+                    capture_output=True,
+                    text=True,
+                )
+            for name in (packed, "standard input"):
+                self.assertIn(f"velmora: reads {name}\n", located.stderr)
         missing = subprocess.run(
             [VELMORA, "-q", "align", "info", "missing.vl"], capture_output=True, text=True
         )
@@ -200,6 +233,9 @@ class Manual(unittest.TestCase):
             )
             self.assertEqual((done.returncode, done.stderr), (0, ""), name)
             self.assertIn("SEE ALSO", done.stdout)
+            for line in done.stdout.split("\n"):
+                self.assertLessEqual(len(line), 80, name)
+                self.assertNotRegex(line, "[a-z\u2010]\u2010$|[a-z]-$", name)
 
     def test_pages_are_the_same_each_time(self):
         with tempfile.TemporaryDirectory() as again:
@@ -215,6 +251,8 @@ class Completion(unittest.TestCase):
     def test_every_verb_and_option_is_offered(self):
         self.assertEqual(self.offered(""), [verb["name"] for verb in COMMAND["verbs"]])
         for words, verb in VERBS:
+            usage = verb["usage"].split()
+            words = usage[1 : usage.index(words[-1]) + 1]  # with the positionals before the verb
             self.assertIn(words[-1], self.offered(*words[:-1], words[-1][:1]))
             for option in verb["options"]:
                 for name in option["names"]:
@@ -256,6 +294,40 @@ class Completion(unittest.TestCase):
                 self.assertEqual(
                     (sorted(done.stdout.split()), done.stderr), (sorted(expected.split()), ""), line
                 )
+
+    @unittest.skipUnless(shutil.which("fish"), "fish is not installed")
+    def test_fish(self):
+        cases = {
+            "velmora al": "align",
+            "velmora align info ": "-x.vl a b.vl road.vl sub/",
+            'velmora align info "a': "a b.vl",
+            "velmora align info a\\ ": "a b.vl",
+            "velmora align info ~/r": "~/road.vl",
+            "velmora align locate road.vl --points=bor": "--points=borings.csv",
+            "velmora env install --to=": "--to=sub/",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ("-x.vl", "a b.vl", "road.vl", "borings.csv", "road.xml"):
+                open(os.path.join(folder, name), "w").close()
+            os.mkdir(os.path.join(folder, "sub"))
+            path = os.path.dirname(VELMORA) + ":" + os.environ["PATH"]
+            for line, expected in cases.items():
+                script = "source $argv[1]; complete -C $argv[2] | cut -f 1"
+                done = subprocess.run(
+                    [
+                        "fish",
+                        "--no-config",
+                        "-c",
+                        script,
+                        os.path.join(SOURCE, "cli/completion/velmora.fish"),
+                        line,
+                    ],
+                    capture_output=True,
+                    text=True,
+                    cwd=folder,
+                    env={**os.environ, "PATH": path, "HOME": folder, "LC_ALL": "C.UTF-8"},
+                )
+                self.assertEqual((" ".join(sorted(done.stdout.splitlines())), done.stderr), (expected, ""), line)
 
 
 if __name__ == "__main__":

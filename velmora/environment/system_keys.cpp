@@ -64,6 +64,15 @@ constexpr SystemKey kSystemKeys[] = {
 
 }  // namespace
 
+std::vector<CString> SystemKeyNames() {
+  std::vector<CString> names;
+  for (const SystemKey& key : kSystemKeys) {
+    names.emplace_back(key.set_up);
+    if (key.plain != nullptr && names.back() != key.plain) names.emplace_back(key.plain);
+  }
+  return names;
+}
+
 void ReadSystemKeys(SystemKeySet set, CTundrilIni* ini) {
   const auto name_of = [set](const SystemKey& key) {
     return set == SystemKeySet::kPlain ? key.plain : key.set_up;

@@ -19,6 +19,9 @@ enum class SystemKeySet {
 // Reads each key into its field, as the object's ReadKey gives it.
 void ReadSystemKeys(SystemKeySet set, CTundrilIni* ini);
 
+// All their names.
+std::vector<CString> SystemKeyNames();
+
 // What the object's ReadKey gives for each of several keys of a section, where the system allows from one
 // reading of the file.
 std::vector<CString> ReadKeys(const CTundrilIni& ini, const CString& section, std::span<const CString> keys);

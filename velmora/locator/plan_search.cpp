@@ -17,7 +17,7 @@ constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
 constexpr size_t kSmallPlan = 128;
-constexpr size_t kFewForSegments = 4;  // points a segment
+constexpr size_t kFewForSegments = 2;  // points a segment
 constexpr size_t kMostPartCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.

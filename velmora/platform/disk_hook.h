@@ -57,6 +57,9 @@ class DiskHook {
 DiskHook* SetDiskHook(DiskHook* hook);
 DiskHook* CurrentDiskHook();
 
+// Reports a file that is read without these calls: standard input, which is open already, and a database.
+void ReportOpened(const std::filesystem::path& path, bool done);
+
 }  // namespace velmora
 
 #endif  // VELMORA_PLATFORM_DISK_HOOK_H_

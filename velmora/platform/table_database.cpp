@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include "velmora/platform/disk_hook.h"
 #include "velmora/platform/files.h"
 
 namespace velmora {
@@ -47,7 +48,10 @@ bool TableDatabase::OpenToRead(const CString& path) {
   const std::optional<CString> real = RealPath(path);
   if (!real) return Take(SQLITE_CANTOPEN);
   const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
-  if (!Take(sqlite3_open_v2(PathForDisplay(*real).c_str(), &system_->database, flags, nullptr))) return false;
+  const std::string name = PathForDisplay(*real);
+  const bool done = Take(sqlite3_open_v2(name.c_str(), &system_->database, flags, nullptr));
+  ReportOpened(std::filesystem::path(std::u8string(name.begin(), name.end())), done);
+  if (!done) return false;
   sqlite3_limit(system_->database, SQLITE_LIMIT_LENGTH, kLargestCell);
   sqlite3_db_config(system_->database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(system_->database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);

@@ -11,6 +11,7 @@
 #include <ctime>
 #include <memory>
 
+#include "velmora/platform/disk_hook.h"
 #include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/file_descriptor.h"
 #include "velmora/platform/posix/native_path.h"
@@ -221,7 +222,9 @@ bool InputFile::OpenStandardInput() {
   Close();
   auto opened = std::make_unique<System>();
   opened->fd = STDIN_FILENO;
-  if (!Examine(opened->fd, &opened->size)) return false;
+  const bool done = Examine(opened->fd, &opened->size);
+  ReportOpened({}, done);
+  if (!done) return false;
   system_ = std::move(opened);
   return true;
 }

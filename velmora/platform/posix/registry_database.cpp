@@ -9,6 +9,7 @@
 #include <mutex>
 #include <optional>
 
+#include "velmora/platform/disk_hook.h"
 #include "velmora/platform/posix/disk_calls.h"
 #include "velmora/platform/posix/native_path.h"
 #include "velmora/platform/posix/new_file.h"
@@ -241,6 +242,7 @@ int RegistryDatabase::Connect(const std::string& path) {
     }
   }
   const int result = ResultOf(sqlite3_open_v2(name.c_str(), &database_, flags, nullptr));
+  ReportOpened(absolute, result == kRegistryDone);
   return result == kRegistryDone ? Prepare() : result;
 }
 

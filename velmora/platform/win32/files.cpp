@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "velmora/platform/disk_hook.h"
 #include "velmora/platform/win32/disk_calls.h"
 #include "velmora/platform/win32/new_file.h"
 #include "velmora/platform/win32/system_file.h"
@@ -219,7 +220,9 @@ bool InputFile::Open(const CString& path) {
 bool InputFile::OpenStandardInput() {
   Close();
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-  if (input == nullptr || input == INVALID_HANDLE_VALUE) return false;
+  const bool done = input != nullptr && input != INVALID_HANDLE_VALUE;
+  ReportOpened({}, done);
+  if (!done) return false;
   system_ = std::make_unique<System>();
   system_->handle = input;
   return true;
