@@ -49,28 +49,21 @@ struct FileStatus {
 
 // An entry of a folder.
 struct FoundFile {
-  CString name;        // without folder, spelled as on disk
-  CString short_name;  // the 8.3 name, empty where there is none
-<<<<<<< HEAD
-  FileStatus status;   // when the folder was listed
-=======
-  FileStatus status;
+  CString name;              // without folder, spelled as on disk
+  CString short_name;        // the 8.3 name, empty where there is none
+  FileStatus status;         // when the folder was listed
   bool may_be_link = false;  // its RealPath can be in another folder
->>>>>>> wf
 };
 
 // Nothing when there is no such file or folder. Symbolic links are followed.
 VELMORA_API std::optional<FileStatus> GetFileStatus(const CString& path);
 // Whether the name leads to anything: a file, a folder, a pipe or a device.
 bool FileOrFolderExists(const CString& path);
-<<<<<<< HEAD
-// Whether there is an ordinary file, or a folder, of this name. @{
-=======
 // Why there is no status. A link that leads nowhere is missing.
 enum class NoStatus { kMissing, kNoPermission, kPathTooLong };
+// For a name that GetFileStatus finds nothing of.
 NoStatus WhyNoStatus(const CString& path);
-// Whether there is an ordinary file (a folder) of this name.
->>>>>>> wf
+// Whether there is an ordinary file, or a folder, of this name. @{
 inline bool IsFile(const CString& path) {
   const std::optional<FileStatus> status = GetFileStatus(path);
   return status && status->kind == FileKind::kFile;
