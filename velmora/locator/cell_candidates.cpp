@@ -15,7 +15,7 @@ constexpr double kRoom = 1e-4;               // m, for rounding
 void NearSegments::DropFarOnes() {
   size_t kept = 0;
   for (size_t k = 0; k < count; ++k)
-    if (near[k].away <= Limit()) near[kept++] = near[k];
+    if (segments[k].away <= Limit()) segments[kept++] = segments[k];
   count = kept;
 }
 
@@ -23,10 +23,10 @@ void NearSegments::DropFarOnes() {
 void NearSegments::Sort() {
   DropFarOnes();
   for (size_t k = 1; k < count; ++k) {
-    const One one = near[k];
+    const One one = segments[k];
     size_t at = k;
-    for (; at > 0 && near[at - 1].segment > one.segment; --at) near[at] = near[at - 1];
-    near[at] = one;
+    for (; at > 0 && segments[at - 1].segment > one.segment; --at) segments[at] = segments[at - 1];
+    segments[at] = one;
   }
 }
 
@@ -34,35 +34,35 @@ CellCandidates::CellCandidates(const PlanSnapshot& plan, const ChordRoutines& ro
                                double radius, size_t close) {
   // The segment nearest to any point of the circle is farther from its middle than the middle's nearest by at
   // most the diameter.
-  NearSegments near(2 * radius + kRoom);
+  NearSegments found(2 * radius + kRoom);
   const double away = DistanceFromChord(plan.At(close), plan.At(close + 1), middle) + plan.ChordSlack(close);
-  near.nearest = std::min(near.nearest, away);  // which may be not a number
-  routines.near(plan, middle, &near);
-  if (near.too_many || !(near.nearest < NearSegments::kFarthest)) return;
-  const double limit = near.Limit();
+  found.nearest = std::min(found.nearest, away);  // which may be not a number
+  routines.search(plan, middle, &found);
+  if (found.too_many || !(found.nearest < NearSegments::kFarthest)) return;
+  const double limit = found.Limit();
   std::uint32_t low = std::numeric_limits<std::uint32_t>::max();
   std::uint32_t high = 0;
-  for (size_t k = 0; k < near.count; ++k) {
-    if (near.near[k].away > limit) continue;
-    low = std::min(low, near.near[k].segment);
-    high = std::max(high, near.near[k].segment);
+  for (size_t k = 0; k < found.count; ++k) {
+    if (found.segments[k].away > limit) continue;
+    low = std::min(low, found.segments[k].segment);
+    high = std::max(high, found.segments[k].segment);
   }
   if (high - low < kLongestRun && plan.AxisQuirks().empty()) {
     runs = 1;
     run[0] = {low, high - low + 1};
-  } else if (!ListRuns(plan, middle, &near)) {
+  } else if (!ListRuns(plan, middle, &found)) {
     return;
   }
   // Whatever answers for a point of the circle is within this of it.
   reach = (limit - radius) * (1 - 1e-5) - kRoom / 2;
 }
 
-bool CellCandidates::ListRuns(const PlanSnapshot& plan, PlanePoint middle, NearSegments* near) {
+bool CellCandidates::ListRuns(const PlanSnapshot& plan, PlanePoint middle, NearSegments* found) {
   constexpr size_t kMostQuirks = 64;
   std::array<std::uint32_t, kMostQuirks> beside;  // NOLINT: filled as far as it is read
   size_t besides = 0;
   bool room = true;
-  const double limit = near->Limit() * near->Limit();
+  const double limit = found->Limit() * found->Limit();
   plan.AxisTree().Search(
       middle, [&](const BoundTree::Node&, double squared) { return room && squared <= limit; },
       [&](size_t leaf) {
@@ -77,12 +77,13 @@ bool CellCandidates::ListRuns(const PlanSnapshot& plan, PlanePoint middle, NearS
   if (!room) return false;
   chords_bound_feet = besides == 0;
   std::sort(beside.begin(), beside.begin() + static_cast<std::ptrdiff_t>(besides));
-  near->Sort();
+  found->Sort();
 
   size_t next = 0;  // among `beside`
-  for (size_t k = 0; k < near->count; ++k) {
-    for (; next < besides && beside[next] < near->near[k].segment; ++next) room = Add(beside[next]) && room;
-    room = Add(near->near[k].segment) && room;
+  for (size_t k = 0; k < found->count; ++k) {
+    for (; next < besides && beside[next] < found->segments[k].segment; ++next)
+      room = Add(beside[next]) && room;
+    room = Add(found->segments[k].segment) && room;
   }
   for (; next < besides; ++next) room = Add(beside[next]) && room;
   std::uint32_t total = 0;

@@ -36,7 +36,7 @@ struct NearSegments {
   double room;  // segments farther than the nearest by more than this are left out
   bool too_many = false;
   size_t count = 0;
-  std::array<One, kMost + BoundTree::kFan> near;  // NOLINT: filled as far as it is read
+  std::array<One, kMost + BoundTree::kFan> segments;  // NOLINT: filled as far as it is read
 
   explicit NearSegments(double more) : room(more) {}
   double Limit() const { return nearest + room; }
@@ -49,7 +49,7 @@ using NearSearch = void (*)(const PlanSnapshot& plan, PlanePoint p, NearSegments
 // Compiled for each width of vectors.
 struct ChordRoutines {
   ChordDistances distances;
-  NearSearch near;
+  NearSearch search;
 };
 
 inline constexpr std::uint32_t kLongestRun = 15;  // of a cell with only one
@@ -72,7 +72,7 @@ struct CellCandidates {
 
  private:
   // False when there are too many.
-  bool ListRuns(const PlanSnapshot& plan, PlanePoint middle, NearSegments* near);
+  bool ListRuns(const PlanSnapshot& plan, PlanePoint middle, NearSegments* found);
   // Adds a segment that is none of those before the last one. False when there is no room for its run.
   bool Add(std::uint32_t segment);
 };
