@@ -31,7 +31,8 @@ TEST(Threads, RowsComeInOrderFromAnyNumber) {
   int before = 1;
   for (size_t at = one.out.find('\n') + 1, end; (end = one.out.find('\n', at)) != std::string::npos;
        at = end + 1) {
-    const int number = std::stoi(one.out.substr(one.out.rfind(',', end) + 1));
+    const size_t last = one.out.rfind(',', end) + 1;
+    const int number = std::stoi(one.out.substr(last, end - last));
     ASSERT_LT(before, number);
     before = number;
   }
