@@ -27,7 +27,7 @@ std::vector<std::string> JoinedAtEquals(const std::vector<std::string>& line) {
 
 class Completer {
  public:
-  Completer(const VerbText& command, std::vector<std::string> line)
+  Completer(const VerbText& command, const std::vector<std::string>& line)
       : command_(command), at_(&command), line_(JoinedAtEquals(line)) {
     if (line_.empty()) line_.emplace_back();
   }

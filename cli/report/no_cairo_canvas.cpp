@@ -8,6 +8,7 @@ const char* WhyNoCairo() {
          ".svg";
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): declared for those that keep it
 std::unique_ptr<FileCanvas> MakePdfCanvas(const DocumentFacts&, std::function<void(std::string_view)>) {
   throw Refusal(WhyNoCairo());
 }
@@ -15,5 +16,6 @@ std::unique_ptr<FileCanvas> MakePdfCanvas(const DocumentFacts&, std::function<vo
 std::unique_ptr<FileCanvas> MakePngCanvas(double, std::function<void(std::string_view)>) {
   throw Refusal(WhyNoCairo());
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace velmora::cli
