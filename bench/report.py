@@ -24,10 +24,11 @@ STYLE = """
 @media (prefers-color-scheme: dark) {
   :root { --ink: #e3e8ee; --soft: #97a4b3; --line: #37414d; --ours: #6cb2ea; --below: #f0926a; }
 }
-body { font: 15px/1.5 system-ui, sans-serif; color: var(--ink); max-width: 76rem; margin: 2rem auto; padding: 0 1rem; }
+body { font: 15px/1.5 system-ui, sans-serif; color: var(--ink); max-width: 84rem; margin: 2rem auto; padding: 0 1rem; }
 h1 { font-size: 1.5rem; } h2 { font-size: 1.1rem; margin-top: 2rem; } p, td.soft { color: var(--soft); }
 div.wide { overflow-x: auto; } table { border-collapse: collapse; width: 100%; }
 th, td { text-align: left; padding: .25rem .6rem; border-bottom: 1px solid var(--line); white-space: nowrap; }
+td:first-child, td.soft { white-space: normal; }
 .number { text-align: right; font-variant-numeric: tabular-nums; }
 svg text { fill: var(--soft); font-size: 11px; } .one { stroke: var(--soft); stroke-dasharray: 3 3; }
 .bar { fill: var(--ours); } .below { fill: var(--below); } .noise { stroke: var(--ink); }
@@ -42,7 +43,8 @@ def read_run(size: str, files: List[str]) -> Run:
             part = json.load(text)
         run["machine"] = run["machine"] or part["machine"]
         for figure in part["figures"]:
-            run["figures"][figure.pop("name")] = figure
+            # Beside several peers a figure has one name; the variant of a peer is what was fastest.
+            run["figures"][f"{figure['name']} / {figure['beside'].split()[0]}"] = figure
     return run
 
 
@@ -70,6 +72,10 @@ def fallen(run: Run, before: Run) -> List[str]:
                 f"noise {max(new['noise'], old['noise']):.0%}"
             )
     return lines
+
+
+def number(value: float) -> str:
+    return f"{value:,.0f}" if value >= 1000 else f"{value:.4g}"
 
 
 def bar(figure: Dict[str, Any]) -> str:
@@ -103,9 +109,9 @@ def page(run: Run, runs: List[Run]) -> str:
     rows = []
     for name, figure in run["figures"].items():
         past = [one["figures"][name]["ratio"] for one in alike(run, runs) if name in one["figures"]]
-        cells = f"<td>{html.escape(name)}</td><td class=soft>{html.escape(figure['beside'])}</td>"
+        cells = f"<td>{html.escape(figure['name'])}</td><td class=soft>{html.escape(figure['beside'])}</td>"
         for value in (figure["ours"], figure["peer"]):
-            cells += f"<td class=number>{value:,.4g} {html.escape(figure['unit'])}</td>"
+            cells += f"<td class=number>{number(value)} {html.escape(figure['unit'])}</td>"
         cells += f"<td class=number>{figure['ratio']:.2f}</td><td class=number>{figure['noise']:.0%}</td>"
         rows.append(f"<tr>{cells}<td>{bar(figure)}</td><td>{course(past)}</td></tr>")
     past = "".join(
