@@ -13,7 +13,7 @@
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/locator/bound_tree.h"
-#include "velmora/platform/large_memory.h"
+#include "velmora/platform/large_vector.h"
 
 namespace velmora {
 

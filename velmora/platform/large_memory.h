@@ -3,9 +3,6 @@
 #define VELMORA_PLATFORM_LARGE_MEMORY_H_
 
 #include <cstddef>
-#include <memory>
-#include <new>
-#include <vector>
 
 #include "velmora/export.h"
 
@@ -19,34 +16,6 @@ inline constexpr size_t kLargePiece = size_t{2} << 20;
 VELMORA_API void* AllocateLargeMemory(size_t size);
 // Frees what AllocateLargeMemory returned.
 VELMORA_API void FreeLargeMemory(void* memory);
-
-// For vectors, in large pages when they are large.
-template <class T>
-struct LargeAllocator {
-  using value_type = T;
-
-  LargeAllocator() = default;
-  template <class U>
-  explicit LargeAllocator(const LargeAllocator<U>&) {}
-  T* allocate(size_t count) {
-    if (!IsLarge(count)) return std::allocator<T>().allocate(count);
-    void* const memory = AllocateLargeMemory(count * sizeof(T));
-    if (memory == nullptr) throw std::bad_alloc();
-    return static_cast<T*>(memory);
-  }
-  void deallocate(T* memory, size_t count) {
-    if (IsLarge(count))
-      FreeLargeMemory(memory);
-    else
-      std::allocator<T>().deallocate(memory, count);
-  }
-  bool operator==(const LargeAllocator&) const = default;
-
- private:
-  static bool IsLarge(size_t count) { return count > kLargePiece / sizeof(T); }
-};
-template <class T>
-using LargeVector = std::vector<T, LargeAllocator<T>>;
 
 }  // namespace velmora
 
