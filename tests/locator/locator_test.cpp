@@ -87,7 +87,7 @@ TEST(Locator, AnswersAsTheWalkDoes) {
     const std::vector<Answer> walked = places.OneByOne(line, 0);
     found += std::count_if(walked.begin(), walked.end(), [](const Answer& a) { return a.result == 0; });
     for (const BatchRoutines& width : routines) {
-      const PlanSearch search(points, CVaglinje::Seknoll, width);
+      const PlanSearch search(PlanSnapshot(points, CVaglinje::Seknoll), width);
       for (const int time : {1, 2, 3}) {  // all segments are compared, cells computed, cells known
         const std::vector<Answer> located = places.Batch(std::bind_front(&PlanSearch::Find, &search));
         const auto [at, other] = std::mismatch(walked.begin(), walked.end(), located.begin());

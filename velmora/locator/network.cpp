@@ -35,15 +35,13 @@ struct Network::State {
 
   State(std::span<const RoadPoints> roads, int threads) : no_station(CVaglinje::Seknoll) {
     std::vector<bool> takes(roads.size(), true);
-    search.emplace(MergeRoads(roads, takes), no_station, threads);
+    search.emplace(MergeRoads(roads, takes, threads), no_station, threads);
     if (!search->Plan().HasUnbounded()) return;
     for (const std::uint32_t segment : search->Plan().Unbounded())
       takes[RoadOfMark(search->Plan().Roads()[segment])] = false;
-    search.emplace(MergeRoads(roads, takes), no_station, threads);
+    search.emplace(MergeRoads(roads, takes, threads), no_station, threads);
     for (size_t i = 0; i < roads.size(); ++i)
-      if (!takes[i])
-        unbounded.push_back(
-            {static_cast<int>(i), PlanSnapshot({roads[i].begin(), roads[i].end()}, no_station)});
+      if (!takes[i]) unbounded.push_back({static_cast<int>(i), PlanSnapshot(roads[i], no_station)});
   }
 
   std::optional<RoadAnswer> AnswerOf(const Unbounded& one, PlanePoint p) const {

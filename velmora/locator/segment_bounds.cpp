@@ -12,6 +12,10 @@ constexpr double kLargestRadius = 1e12;
 constexpr double kAngleNoise = 1e-7;
 constexpr double kQuarter = std::numbers::pi / 2;
 
+// In metres on a circle of this radius: of its points, and of where angles place them.
+double RoundingOn(double radius) { return 1e-6 + 1e-12 * radius; }
+double NoiseOn(double radius) { return RoundingOn(radius) + 2 * kAngleNoise * radius; }
+
 bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
 
 // At least the angle, of a quarter turn at most.
@@ -46,6 +50,37 @@ double FarthestFromChord(PlanePoint a, PlanePoint b, const BoundingBox& box) {
 
 }  // namespace
 
+// Where the tangents at both ends, and so all between, lie within one quadrant and not beside an axis, the
+// arc is within its ends' box, and ranks and angles on it are far from their quarter-turn jumps.
+bool BoundFlatArc(PlanePoint a, PlanePoint b, double bulge, SegmentBounds* bounds) {
+  constexpr double kLeastBulge = 1e-4;  // a sweep of a thousand times the noise of ranks
+  constexpr double kMostBulge = 0.2;    // 45 degrees
+  constexpr double kShortest = 0.02;    // m
+  constexpr double kLongest = 1e4;
+  const double flat = std::fabs(bulge);
+  const PlanePoint chord{b.h - a.h, b.v - a.v};
+  const double squared = chord.h * chord.h + chord.v * chord.v;
+  if (bounds->unbounded || !(flat >= kLeastBulge && flat <= kMostBulge && squared >= kShortest * kShortest &&
+                             squared <= kLongest * kLongest))
+    return false;
+  // The chord turned by half the sweep, whose tangent is 2 bulge / (1 - bulge²), to either side; 1 + bulge²
+  // times as long.
+  const double along = 1 - flat * flat;
+  const double across = 2 * flat;
+  const double length = std::sqrt(squared);
+  const double radius = length * (1 + flat * flat) / (2 * across);
+  // A millimetre from the axes, and twenty times the noise of angles.
+  const double least = 2 * across * 0.001 + 2e-6 * length;
+  if (!(std::fabs(chord.h) * along - std::fabs(chord.v) * across > least &&
+        std::fabs(chord.v) * along - std::fabs(chord.h) * across > least))
+    return false;
+  const double noise = 2 * NoiseOn(radius);
+  bounds->box.Grow(noise);
+  bounds->chord_slack = std::max(bounds->chord_slack, flat * length / 2 + noise);
+  bounds->bend = across + 2 * kAngleNoise;
+  return true;
+}
+
 ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
   ArcBounds bounds{BoundsOfStraight(a, b), {}, {}};
   SegmentBounds& segment = bounds.segment;
@@ -65,8 +100,8 @@ ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
   if (last < first) last += 4 * kQuarter;
   const double from = first - kAngleNoise;
   const double to = last + kAngleNoise;
-  const double slack = 1e-6 + 1e-12 * circle.radius;
-  const double noise = slack + 2 * kAngleNoise * circle.radius;
+  const double slack = RoundingOn(circle.radius);
+  const double noise = NoiseOn(circle.radius);
   constexpr double kPlainSweep = 3;  // less than half a turn
 
   const PlanePoint to_first = ToAngle(first);
@@ -120,17 +155,17 @@ void Tangents::Include(const Tangents& other) {
   spread = between / 2 + std::max(spread, other.spread) + 1e-9;
 }
 
-Tangents StraightTangents::All() const {
+Tangents ChordTangents::All() const {
   Tangents all;
   if (count_ == 0) return all;
   const double length = std::sqrt(sum_.h * sum_.h + sum_.v * sum_.v);  // at least the longest chord's
   all.middle = {sum_.h / length, sum_.v / length};
   double squared_sine = 0;
   for (size_t i = 0; i < count_; ++i) {
-    const double across = all.middle.h * straight_[i].chord.v - all.middle.v * straight_[i].chord.h;
-    squared_sine = std::max(squared_sine, across * across * straight_[i].inverse);
+    const double across = all.middle.h * chords_[i].chord.v - all.middle.v * chords_[i].chord.h;
+    squared_sine = std::max(squared_sine, across * across * chords_[i].inverse);
   }
-  all.spread = AngleOfSine(std::sqrt(squared_sine)) + 2e-9;
+  all.spread = AngleOfSine(std::sqrt(squared_sine)) + bend_ + 2e-9;
   return all;
 }
 

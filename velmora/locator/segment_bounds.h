@@ -59,28 +59,31 @@ struct FootBound {
   void Include(const FootBound& other);
 };
 
-// The directions of a few straights at once.
-class StraightTangents {
+// The directions of a few straights and arcs at once.
+class ChordTangents {
  public:
   static constexpr size_t kMost = 8;
-  // `inverse` is that of the squared length, 0 for a degenerate one, which has none.
-  void Add(PlanePoint a, PlanePoint b, double inverse) {
+  // `inverse` is that of the chord's squared length, 0 for a degenerate one, which has none. Tangents are
+  // within `bend` of the chord.
+  void Add(PlanePoint a, PlanePoint b, double inverse, double bend) {
     if (inverse == 0) return;
     const PlanePoint chord{b.h - a.h, b.v - a.v};
     const double turn = sum_.h * chord.h + sum_.v * chord.v < 0 ? -1 : 1;
     sum_ = {sum_.h + turn * chord.h, sum_.v + turn * chord.v};
-    straight_[count_++] = {chord, inverse};
+    chords_[count_++] = {chord, inverse};
+    bend_ = std::max(bend_, bend);
   }
   Tangents All() const;
 
  private:
-  struct Straight {
+  struct Chord {
     PlanePoint chord;
     double inverse;
   };
   size_t count_ = 0;
-  PlanePoint sum_{0, 0};                  // of the chords, each turned so that it does not point back
-  std::array<Straight, kMost> straight_;  // NOLINT: filled as far as it is read
+  double bend_ = 0;
+  PlanePoint sum_{0, 0};             // of the chords, each turned so that it does not point back
+  std::array<Chord, kMost> chords_;  // NOLINT: filled as far as it is read
 };
 
 // Bounds of one segment, but for its tangents.
@@ -90,6 +93,7 @@ struct SegmentBounds {
   BoundingBox box = kEmptyBounds;  // of its feet and its first point
   // Feet lie within `chord_slack` of the chord prolonged by kChordReach of its length at both ends.
   double chord_slack = 0;
+  double bend = 0;  // tangents are within this angle of the chord, where it is not degenerate
 };
 
 inline constexpr double kChordReach = 0.00011;
@@ -109,7 +113,11 @@ inline SegmentBounds BoundsOfStraight(PlanePoint a, PlanePoint b) {
   return bounds;
 }
 
-// What an arc has besides.
+// Makes the bounds of the chord of a flat arc those of the arc, when it is plain that its circle's axes are
+// far from it: most arcs of roads, by a tenth of the work of BoundsOfArc. False for others.
+bool BoundFlatArc(PlanePoint a, PlanePoint b, double bulge, SegmentBounds* bounds);
+
+// What any other arc has besides.
 struct ArcBounds {
   SegmentBounds segment;
   Tangents tangents;

@@ -41,6 +41,13 @@ void InThreads(size_t parts, int threads, const Work& work) {
   if (failed) std::rethrow_exception(failed);
 }
 
+// The same for `count` items in runs of `length`: calls work(begin, end).
+template <class Work>
+void InRuns(size_t count, size_t length, int threads, const Work& work) {
+  InThreads((count + length - 1) / length, threads,
+            [&](size_t i) { work(i * length, std::min(count, (i + 1) * length)); });
+}
+
 }  // namespace velmora
 
 #endif  // VELMORA_PLATFORM_IN_THREADS_H_
