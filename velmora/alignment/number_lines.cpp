@@ -119,7 +119,6 @@ VELMORA_WIDE_END
 }  // namespace
 
 size_t NumberLines::Read(std::string_view text, std::array<double, 4>* numbers) {
-  if (text.size() < kSlack) return 0;
   const char* p = text.data();
   const bool plain = wide_ ? ReadWideLine(count_, &p, &shapes_, numbers)
                            : ReadLine<BaselineDigits>(count_, &p, &shapes_, numbers);

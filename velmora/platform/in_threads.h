@@ -13,16 +13,18 @@
 
 namespace velmora {
 
-// Calls work(part) for each of 0 to `parts` - 1, in any order, in up to `threads` threads of which one is the
-// caller's; 0: one a processor. After the parts that had begun, throws what one of them threw.
-template <class Work>
-void InThreads(size_t parts, int threads, const Work& work) {
+// Calls work(part, state) for each of 0 to `parts` - 1, in any order, in up to `threads` threads of which one
+// is the caller's; 0: one a processor. Each thread has what make() returned to it as `state`. After the parts
+// that had begun, throws what one of them threw.
+template <class Make, class Work>
+void InThreads(size_t parts, int threads, const Make& make, const Work& work) {
   std::atomic<size_t> next = 0;
   std::mutex mutex;
   std::exception_ptr failed;
   const auto run = [&] {
     try {
-      for (size_t part = next++; part < parts; part = next++) work(part);
+      auto state = make();
+      for (size_t part = next++; part < parts; part = next++) work(part, state);
     } catch (...) {
       const std::lock_guard lock(mutex);
       failed = std::current_exception();
@@ -39,6 +41,12 @@ void InThreads(size_t parts, int threads, const Work& work) {
   run();
   for (std::thread& thread : running) thread.join();
   if (failed) std::rethrow_exception(failed);
+}
+
+template <class Work>
+void InThreads(size_t parts, int threads, const Work& work) {
+  InThreads(
+      parts, threads, [] { return 0; }, [&](size_t part, int) { work(part); });
 }
 
 // The same for `count` items in runs of `length`: calls work(begin, end).
