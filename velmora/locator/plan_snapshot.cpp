@@ -112,41 +112,84 @@ void PlanSnapshot::Fill(const MergedRoads::Piece& piece, size_t end, Part* part)
 }
 
 void PlanSnapshot::BoundLeaf(size_t begin, size_t end, Part* part) {
-  static_assert(BoundTree::kFan <= ChordTangents::kMost);
   FootBound leaf;
-  ChordTangents chords;
-  for (size_t i = begin; i < end; ++i) {
-    const PlanePoint a = At(i);
-    const PlanePoint b = At(i + 1);
-    const double bulge = bulges_.empty() ? 0.0 : bulges_[i];
-    const bool straight = IsStraight(bulge);
-    SegmentBounds bounds = BoundsOfStraight(a, b);
-    if (straight || BoundFlatArc(a, b, bulge, &bounds)) {
-      if (!bounds.unbounded) chords.Add(a, b, inverse_[i], bounds.bend);
-    } else {
-      const ArcBounds arc = BoundsOfArc(a, b, FrameOfArc(a, bulge, b));
-      bounds = arc.segment;
-      leaf.tangents.Include(arc.tangents);
-      for (const FootBound& quirk : arc.axis_quirks)
-        part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
-    }
-    if (!arc_of_.empty()) {
-      arc_of_[i] = straight ? kNoArc : kNotMade;
-      part->arcs += straight ? 0 : 1;
-      chord_slacks_[i] = bounds.unbounded ? 0.0 : bounds.chord_slack;
-    } else if (!bounds.unbounded && bounds.chord_slack > 0) {
-      part->chord_slacks.emplace_back(i, bounds.chord_slack);
-    }
-    if (bounds.unbounded)
-      part->unbounded.push_back(static_cast<std::uint32_t>(i));
-    else
-      leaf.box.Include(bounds.box);
-  }
-  leaf.tangents.Include(chords.All());
+  if (begin < end && !BoundPlainLeaf(begin, end, &leaf, part))
+    for (size_t i = begin; i < end; ++i) BoundSegment(i, &leaf, part);
   part->extent.Include(leaf.box);
   tree_.SetLeaf(begin / BoundTree::kFan, leaf);
 }
 
+// All segments at once where they are neither very long nor very short; false, with nothing done, for others.
+bool PlanSnapshot::BoundPlainLeaf(size_t begin, size_t end, FootBound* leaf, Part* part) {
+  constexpr double kLeastInverse = 1.01 / (kLongStraight * kLongStraight);
+  constexpr double kMostInverse = 0.99 / (kShortStraight * kShortStraight);
+  BoundingBox box = kEmptyBounds;
+  double least = inverse_[begin];
+  double most = least;
+  for (size_t i = begin; i < end; ++i) {
+    box.Include(At(i));
+    least = std::min(least, inverse_[i]);
+    most = std::max(most, inverse_[i]);
+  }
+  box.Include(At(end));
+  if (!(least >= kLeastInverse && most <= kMostInverse && box.low.h >= -kLargestCoordinate &&
+        box.low.v >= -kLargestCoordinate && box.high.h <= kLargestCoordinate &&
+        box.high.v <= kLargestCoordinate))
+    return false;
+  double noise = 0;
+  double bend = 0;
+  for (size_t i = begin; i < end && !arc_of_.empty(); ++i) {
+    chord_slacks_[i] = 0;
+    arc_of_[i] = kNoArc;
+    if (IsStraight(bulges_[i])) continue;
+    const PlanePoint a = At(i);
+    const PlanePoint b = At(i + 1);
+    const std::optional<FlatArc> arc = AsFlatArc({b.h - a.h, b.v - a.v}, bulges_[i]);
+    if (!arc) {
+      BoundSegment(i, leaf, part);
+      continue;
+    }
+    chord_slacks_[i] = arc->sagitta + arc->noise;
+    arc_of_[i] = kNotMade;
+    ++part->arcs;
+    noise = std::max(noise, arc->noise);
+    bend = std::max(bend, arc->bend);
+  }
+  box.Grow(ReachOfStraight(1 / std::sqrt(least)) + noise);
+  leaf->box.Include(box);
+  leaf->tangents.Include(TangentsOfChords(&h_[begin], &v_[begin], &inverse_[begin], end - begin, bend));
+  return true;
+}
+
+void PlanSnapshot::BoundSegment(size_t i, FootBound* leaf, Part* part) {
+  const PlanePoint a = At(i);
+  const PlanePoint b = At(i + 1);
+  SegmentBounds bounds;
+  if (bulges_.empty() || IsStraight(bulges_[i])) {
+    bounds = BoundsOfStraight(a, b);
+    if (!bounds.unbounded && inverse_[i] != 0)
+      leaf->tangents.Include(TangentsOfChords(&h_[i], &v_[i], &inverse_[i], 1, 0));
+    if (!arc_of_.empty()) arc_of_[i] = kNoArc;
+  } else {
+    const ArcBounds arc = BoundsOfArc(a, b, FrameOfArc(a, bulges_[i], b));
+    bounds = arc.segment;
+    leaf->tangents.Include(arc.tangents);
+    for (const FootBound& quirk : arc.axis_quirks)
+      part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+    arc_of_[i] = kNotMade;
+    ++part->arcs;
+  }
+  if (bounds.unbounded) {
+    part->unbounded.push_back(static_cast<std::uint32_t>(i));
+    bounds.chord_slack = 0;
+  } else {
+    leaf->box.Include(bounds.box);
+  }
+  if (!chord_slacks_.empty())
+    chord_slacks_[i] = bounds.chord_slack;
+  else if (bounds.chord_slack > 0)
+    part->chord_slacks.emplace_back(i, bounds.chord_slack);
+}
 void PlanSnapshot::PutTogether(std::span<const Part> parts, int threads) {
   size_t arcs = 0;
   for (const Part& part : parts) {

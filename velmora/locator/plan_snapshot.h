@@ -121,6 +121,8 @@ class PlanSnapshot {
   void Fill(const MergedRoads::Piece& piece, size_t end, Part* part);
   void SetUnsearched(size_t begin, size_t end);
   void BoundLeaf(size_t begin, size_t end, Part* part);
+  bool BoundPlainLeaf(size_t begin, size_t end, FootBound* leaf, Part* part);
+  void BoundSegment(size_t i, FootBound* leaf, Part* part);
   void PutTogether(std::span<const Part> parts, int threads);
   const ArcFrame* MakeArc(size_t segment, ArcFrame* room) const;
 

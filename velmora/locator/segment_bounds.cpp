@@ -50,35 +50,25 @@ double FarthestFromChord(PlanePoint a, PlanePoint b, const BoundingBox& box) {
 
 }  // namespace
 
-// Where the tangents at both ends, and so all between, lie within one quadrant and not beside an axis, the
-// arc is within its ends' box, and ranks and angles on it are far from their quarter-turn jumps.
-bool BoundFlatArc(PlanePoint a, PlanePoint b, double bulge, SegmentBounds* bounds) {
-  constexpr double kLeastBulge = 1e-4;  // a sweep of a thousand times the noise of ranks
+// Where the tangents at both ends, and so all between, lie within one quadrant and not beside an axis, ranks
+// and angles on the arc are far from their quarter-turn jumps.
+std::optional<FlatArc> AsFlatArc(PlanePoint chord, double bulge) {
+  constexpr double kLeastBulge = 1e-4;  // a sweep of a thousand times the noise of angles
   constexpr double kMostBulge = 0.2;    // 45 degrees
-  constexpr double kShortest = 0.02;    // m
-  constexpr double kLongest = 1e4;
   const double flat = std::fabs(bulge);
-  const PlanePoint chord{b.h - a.h, b.v - a.v};
-  const double squared = chord.h * chord.h + chord.v * chord.v;
-  if (bounds->unbounded || !(flat >= kLeastBulge && flat <= kMostBulge && squared >= kShortest * kShortest &&
-                             squared <= kLongest * kLongest))
-    return false;
-  // The chord turned by half the sweep, whose tangent is 2 bulge / (1 - bulge²), to either side; 1 + bulge²
-  // times as long.
+  if (!(flat >= kLeastBulge && flat <= kMostBulge)) return std::nullopt;
+  // These tangents are the chord turned by half the sweep, whose tangent is 2 bulge / (1 - bulge²), to either
+  // side, and 1 + bulge² times as long.
   const double along = 1 - flat * flat;
   const double across = 2 * flat;
-  const double length = std::sqrt(squared);
-  const double radius = length * (1 + flat * flat) / (2 * across);
+  const double length = std::sqrt(chord.h * chord.h + chord.v * chord.v);
   // A millimetre from the axes, and twenty times the noise of angles.
   const double least = 2 * across * 0.001 + 2e-6 * length;
-  if (!(std::fabs(chord.h) * along - std::fabs(chord.v) * across > least &&
-        std::fabs(chord.v) * along - std::fabs(chord.h) * across > least))
-    return false;
-  const double noise = 2 * NoiseOn(radius);
-  bounds->box.Grow(noise);
-  bounds->chord_slack = std::max(bounds->chord_slack, flat * length / 2 + noise);
-  bounds->bend = across + 2 * kAngleNoise;
-  return true;
+  const double h = std::fabs(chord.h);
+  const double v = std::fabs(chord.v);
+  if (!(h * along - v * across > least && v * along - h * across > least)) return std::nullopt;
+  const double radius = length * (1 + flat * flat) / (2 * across);
+  return FlatArc{flat * length / 2, 2 * NoiseOn(radius), across + 2 * kAngleNoise};
 }
 
 ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
@@ -155,18 +145,21 @@ void Tangents::Include(const Tangents& other) {
   spread = between / 2 + std::max(spread, other.spread) + 1e-9;
 }
 
-Tangents ChordTangents::All() const {
-  Tangents all;
-  if (count_ == 0) return all;
-  const double length = std::sqrt(sum_.h * sum_.h + sum_.v * sum_.v);  // at least the longest chord's
-  all.middle = {sum_.h / length, sum_.v / length};
+Tangents TangentsOfChords(const double* h, const double* v, const double* inverse, size_t count,
+                          double bend) {
+  constexpr double kAny = 2;
+  // From the first end to the last.
+  const PlanePoint whole{h[count] - h[0], v[count] - v[0]};
+  const double squared = whole.h * whole.h + whole.v * whole.v;
+  if (!(squared >= kShortestSquared)) return {{1, 0}, kAny};
+  const double length = std::sqrt(squared);
+  const PlanePoint middle{whole.h / length, whole.v / length};
   double squared_sine = 0;
-  for (size_t i = 0; i < count_; ++i) {
-    const double across = all.middle.h * chords_[i].chord.v - all.middle.v * chords_[i].chord.h;
-    squared_sine = std::max(squared_sine, across * across * chords_[i].inverse);
+  for (size_t i = 0; i < count; ++i) {
+    const double across = middle.h * (v[i + 1] - v[i]) - middle.v * (h[i + 1] - h[i]);
+    squared_sine = std::max(squared_sine, across * across * inverse[i]);
   }
-  all.spread = AngleOfSine(std::sqrt(squared_sine)) + bend_ + 2e-9;
-  return all;
+  return {middle, AngleOfSine(std::sqrt(squared_sine)) + bend + 2e-9};
 }
 
 void FootBound::Include(const FootBound& other) {
