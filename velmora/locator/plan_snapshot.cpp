@@ -11,7 +11,11 @@ namespace velmora {
 namespace {
 
 constexpr size_t kSpare = 16;  // elements after the last vertex
-constexpr size_t kVerticesInPart = size_t{1} << 14;
+// Of the parts that threads fill: as large as a large page of an array's memory, as two threads that touch a
+// new page at once are both handed one, of which one is discarded.
+constexpr size_t kMostInPart = kLargePiece / sizeof(double);
+constexpr size_t kLeastInPart = kMostInPart / 16;
+constexpr size_t kPartsForThread = 4;
 // Of the vertices between roads. The square of its distance from anything overflows.
 constexpr double kBeyondAll = 1e160;
 
@@ -57,9 +61,11 @@ PlanSnapshot::PlanSnapshot(std::span<const MergedRoads::Piece> pieces, size_t ve
   tree_.Begin(Segments());
 
   std::vector<Part> parts;
+  const size_t in_part =
+      std::clamp(vertices / (ThreadsFor(threads) * kPartsForThread), kLeastInPart, kMostInPart);
   for (size_t i = 0; i < pieces.size();) {
     const size_t from = i;
-    while (++i < pieces.size() && pieces[i].begin - pieces[from].begin < kVerticesInPart) {
+    while (++i < pieces.size() && pieces[i].begin - pieces[from].begin < in_part) {
     }
     parts.emplace_back().pieces = pieces.subspan(from, i - from);
     parts.back().end = i < pieces.size() ? pieces[i].begin : vertices;

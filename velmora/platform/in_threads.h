@@ -13,6 +13,11 @@
 
 namespace velmora {
 
+// How many threads that is: 0 is one a processor.
+inline size_t ThreadsFor(int threads) {
+  return threads > 0 ? static_cast<size_t>(threads) : std::max(1U, std::thread::hardware_concurrency());
+}
+
 // Calls work(part, state) for each of 0 to `parts` - 1, in any order, in up to `threads` threads of which one
 // is the caller's; 0: one a processor. Each thread has what make() returned to it as `state`. After the parts
 // that had begun, throws what one of them threw.
@@ -31,11 +36,11 @@ void InThreads(size_t parts, int threads, const Make& make, const Work& work) {
       next = parts;
     }
   };
-  const size_t wanted = threads > 0 ? static_cast<size_t>(threads) : std::thread::hardware_concurrency();
+  const size_t wanted = std::min(ThreadsFor(threads), parts);
   std::vector<std::thread> running;
   try {
-    running.reserve(std::min(wanted, parts));
-    while (running.size() + 1 < std::min(wanted, parts)) running.emplace_back(run);
+    running.reserve(wanted);
+    while (running.size() + 1 < wanted) running.emplace_back(run);
   } catch (const std::system_error&) {  // fewer threads will do
   }
   run();
