@@ -136,6 +136,7 @@ bool ReadBaselineLine(int count, const char** at, NumberShape* shapes, double* n
 }  // namespace
 
 size_t NumberLines::Read(std::string_view text, std::array<double, 4>* numbers) {
+  if (text.empty()) return 0;
   const char* p = text.data();
   if (!(wide_ ? ReadWideLine : ReadBaselineLine)(count_, &p, shapes_.data(), numbers->data())) return 0;
   if (*p == '\r') ++p;
