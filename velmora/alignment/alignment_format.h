@@ -27,6 +27,7 @@ inline constexpr int kLongestName = 255;  // characters; what follows is cut
 // A line that marks the parts of a combined file.
 constexpr bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
 
+// What the first line says.
 struct FirstLine {
   std::optional<kovltype> point;  // as ParsePoint
   std::optional<int> type;        // only with a point before it

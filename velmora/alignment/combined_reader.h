@@ -28,11 +28,11 @@ CString ReadCombined(TextReader& reader, Add add, Report report) {
   }
 
   int number = 0;
-  const auto take = [&](const CString& line) {
+  const auto take = [&](const CString& text) {
     kovltype point{};
-    const LineKind kind = format.Next(line.GetView(), &point);
+    const LineKind kind = format.Next(text.GetView(), &point);
     if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) add(kind, point);
-    report(++number, kind, line);
+    report(++number, kind, text);
   };
   take(first);
   if (has_second) take(line);

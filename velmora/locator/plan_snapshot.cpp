@@ -104,7 +104,10 @@ void PlanSnapshot::Fill(const MergedRoads::Piece& piece, size_t end, Part* part)
     stations_[i] = point.sek;
     if (!bulges_.empty()) bulges_[i] = point.bulge;
   }
-  for (size_t i = last + 1; i < end; ++i) h_[i] = v_[i] = stations_[i] = kBeyondAll;
+  for (size_t i = last + 1; i < end; ++i) {
+    h_[i] = v_[i] = kBeyondAll;
+    stations_[i] = 0;
+  }
   for (size_t i = begin; i < last; ++i) {
     const double dh = h_[i + 1] - h_[i];
     const double dv = v_[i + 1] - v_[i];
