@@ -22,14 +22,15 @@ struct BatchView {
   const double* chord_slacks;  // may be null
   const double* stations;
   const PlanSnapshot* plan;
-  const CandidateGrid* grid;  // null where each point is compared with all segments
+  const CandidateGrid* grid;  // null where the whole plan is searched
   size_t last;                // vertex
   bool descending;
   const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
 };
 
-inline constexpr size_t kMostInBatch = 128;  // points
-inline constexpr int kUnsolved = -2;         // a result that is left to the caller
+inline constexpr size_t kMostInBatch = 128;                         // points
+inline constexpr size_t kMostWithoutCells = 128 * BoundTree::kFan;  // segments of a plan searched whole
+inline constexpr int kUnsolved = -2;                                // a result that is left to the caller
 
 // Answers those of up to kMostInBatch points that plainly have their foot on one segment; the result of the
 // others is kUnsolved, with their outputs untouched. The result is 0 on a single road, of several the road's
