@@ -28,9 +28,8 @@ struct BatchView {
   const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
 };
 
-inline constexpr size_t kMostInBatch = 128;                         // points
-inline constexpr size_t kMostWithoutCells = 128 * BoundTree::kFan;  // segments of a plan searched whole
-inline constexpr int kUnsolved = -2;                                // a result that is left to the caller
+inline constexpr size_t kMostInBatch = 128;  // points
+inline constexpr int kUnsolved = -2;         // a result that is left to the caller
 
 // Answers those of up to kMostInBatch points that plainly have their foot on one segment; the result of the
 // others is kUnsolved, with their outputs untouched. The result is 0 on a single road, of several the road's
@@ -40,6 +39,7 @@ using BatchSearch = void (*)(const BatchView& view, const double* x, const doubl
 
 struct BatchRoutines : ChordRoutines {
   BatchSearch search;
+  size_t most_without_cells;  // segments of a plan: with more, cells take less than all boxes
 };
 
 BatchRoutines BaselineRoutines();  // every processor of its kind

@@ -54,7 +54,7 @@ BatchView PlanSearch::ViewOf(const CandidateGrid* grid) const {
 // small plan was asked for as many points as it has segments, the next batches use cells.
 const BatchView& PlanSearch::ViewFor(size_t count) const {
   const size_t segments = plan_.Segments();
-  if (segments <= kMostWithoutCells && asked_.load(std::memory_order_relaxed) < segments &&
+  if (segments <= routines_.most_without_cells && asked_.load(std::memory_order_relaxed) < segments &&
       count <= kFewTimesSegments / segments && plan_.CanCompareAll()) {
     asked_.fetch_add(count, std::memory_order_relaxed);
     return whole_;
