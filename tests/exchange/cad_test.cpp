@@ -104,6 +104,36 @@ TEST(Cad, RoadsComeBack) {
   }
 }
 
+// Of text in UTF-16, and with more columns than SQLite passes to a function at once.
+TEST(Cad, GeoPackagesOfOtherProgramsAreRead) {
+  if (!TableDatabase::IsAvailable()) GTEST_SKIP();
+  std::string columns = "at";
+  std::string values = "x'47500001000000000101000000000000000000F03F0000000000000040', 'å'";
+  std::string expected = "2|å|";
+  for (int i = 0; i < 300; ++i) {
+    columns += ", c" + std::to_string(i);
+    if (i > 0) values += ", " + std::to_string(i);
+    if (i > 0) expected += std::to_string(i) + "|";
+  }
+  TableDatabase made;
+  std::string bytes;
+  ASSERT_TRUE(
+      made.Make() &&
+      made.Run("PRAGMA encoding = 'UTF-16'; CREATE TABLE gpkg_spatial_ref_sys(srs_id, definition);"
+               "CREATE TABLE gpkg_geometry_columns(table_name, column_name, geometry_type_name, srs_id, z);"
+               "INSERT INTO gpkg_geometry_columns VALUES('wells', 'at', 'POINT', 0, 0);"
+               "CREATE TABLE wells(" +
+               columns + "); INSERT INTO wells VALUES(" + values + ")") &&
+      made.HandOver([&](std::string_view piece) { bytes += piece; }))
+      << made.Error();
+  const TemporaryFolder folder;
+  WriteBytes(folder.File(L"a.gpkg"), bytes);
+  GeoPackagePoints wells(folder.File(L"a.gpkg"), "");
+  SeenFeatures seen;
+  EXPECT_TRUE(wells.Read(&seen)) << wells.Problem();
+  EXPECT_EQ(seen.text, expected + "end");
+}
+
 // A drawing of these groups; "|" ends a line.
 std::string Drawing(std::string groups) {
   std::replace(groups.begin(), groups.end(), '|', '\n');

@@ -182,7 +182,8 @@ GeoPackagePoints::GeoPackagePoints(const CString& path, std::string_view layer)
   has_levels_ = layers[0].has_levels;
   const TableStatement columns(database_.get(), Select(layers[0]));
   const int geometry = Find(columns, {layers[0].geometry});
-  std::vector<std::string> cells = {geometry < 0 ? "NULL" : QuotedSqlName(columns.ColumnName(geometry)), "rowid"};
+  std::vector<std::string> cells = {geometry < 0 ? "NULL" : QuotedSqlName(columns.ColumnName(geometry)),
+                                    "rowid"};
   for (int i = 1; i < columns.Columns(); ++i) {
     if (i == geometry) continue;
     titles_.push_back(columns.ColumnName(i));

@@ -7,7 +7,7 @@ namespace velmora {
 void RowText::AddGeneral(std::string_view utf8) {
   const std::string_view trimmed = TrimmedField(utf8);
   const bool marked = packs_numbers_ && trimmed.starts_with(kPackedMark);
-  if (marked) utf8 = trimmed;
+  utf8 = Cut(marked ? trimmed : utf8);
   char* at = buffer_.Room(2 * utf8.size() + 4, at_);
   if (marked) *at++ = kPackedMark;
   const bool quoted = utf8.find_first_of("\"\t") != std::string_view::npos;

@@ -1,12 +1,15 @@
-// Rows of a list that is not text, as text: one line a row, tabs between the fields.
+// Rows of a list that is not text, as text: one line a row, tabs between the fields. Of a row that is too
+// long for a list (kLongestRow) the start is kept, for the reader to refuse it.
 #ifndef VELMORA_LISTS_ROW_TEXT_H_
 #define VELMORA_LISTS_ROW_TEXT_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "velmora/lists/packed_number.h"
+#include "velmora/lists/rows.h"
 #include "velmora/text/fixed_digits.h"
 #include "velmora/text/text_buffer.h"
 #include "velmora/text/words.h"
@@ -24,6 +27,7 @@ class RowText {
   }
   // False for a text that has control characters, quotes or bytes that are not ASCII: nothing is added.
   bool AddPlain(std::string_view text) {
+    text = Cut(text);
     char* const at = buffer_.Room(text.size() + words::kSize, at_);
     const size_t size = text.size();
     std::uint64_t marks = 0;
@@ -64,13 +68,15 @@ class RowText {
     at_ = buffer_.Room(1, at_);
     if (at_ != buffer_.Begin() && at_[-1] == '\t') --at_;
     *at_++ = '\n';
+    row_ = Size();
   }
 
   size_t Size() { return static_cast<size_t>(at_ - buffer_.Begin()); }
-  // Appends the rows to *text, and goes on without them.
+  // Appends the rows, which have ended, to *text, and goes on without them.
   void MoveTo(std::string* text) {
     text->append(buffer_.Begin(), Size());
     at_ = buffer_.Begin();
+    row_ = 0;
   }
 
  private:
@@ -83,12 +89,16 @@ class RowText {
     const std::uint64_t quotes = word ^ kOnes * '"';
     return (word | (word - kBlanks) | (quotes - kOnes)) & (kOnes << 7);
   }
+  std::string_view Cut(std::string_view text) {
+    return text.substr(0, kLongestRow + 1 - std::min(kLongestRow, Size() - row_));
+  }
   void End() { *at_++ = '\t'; }
   void AddGeneral(std::string_view utf8);
 
   bool packs_numbers_;
   TextBuffer buffer_;
   char* at_ = nullptr;
+  size_t row_ = 0;  // where it begins
 };
 
 }  // namespace velmora

@@ -41,8 +41,8 @@ inline constexpr std::array<std::uint32_t, 10'000> kFourDigits = [] {
     digits[n] = n / 1000 | n / 100 % 10 << 8 | n / 10 % 10 << 16 | n % 10 << 24;
   return digits;
 }();
-// Of a number below 10^8. Arithmetic instead, which leaves the first cache to its callers, takes twice as long
-// in files of coordinates; rows of lists have VectorDigitsOf.
+// Of a number below 10^8. Arithmetic instead, which leaves the first cache to its callers, takes twice as
+// long in files of coordinates; rows of lists have VectorDigitsOf.
 inline std::uint64_t EightDigits(std::uint32_t number) {
   const std::uint32_t high = number / 10'000;
   return kFourDigits[high] | std::uint64_t{kFourDigits[number - high * 10'000]} << 32;

@@ -123,8 +123,8 @@ std::string FormatFixed(double value, int decimals) {
 
 namespace {
 
-// The shortest text of a number with up to four decimals, as most have; empty for another one. Up to 15 digits
-// that read back as the number are its only ones.
+// The shortest text of a number with up to four decimals, as most have; empty for another one. Up to 15
+// digits that read back as the number are its only ones.
 std::string FormatFewDecimals(double value) {
   constexpr double kLeast = 0.01;
   constexpr double kMost = 1e9;
