@@ -1,5 +1,7 @@
 #include "bench/measure.h"
 
+#include <time.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -9,6 +11,17 @@
 namespace velmora::bench {
 
 double Seconds(const std::function<void()>& action) {
+  const auto now = [] {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+  };
+  const double start = now();
+  action();
+  return now() - start;
+}
+
+double Elapsed(const std::function<void()>& action) {
   const auto start = std::chrono::steady_clock::now();
   action();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -35,16 +48,17 @@ std::string Machine() {
          " processors; GCC " __VERSION__ ", " VELMORA_BENCH_FLAGS;
 }
 
-Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs) {
+Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs,
+               Measure measure) {
   std::vector<double> a;
   std::vector<double> b;
   std::vector<double> ratios;
   for (int round = 0; round < rounds; ++round) {
-    b.push_back(Seconds(theirs));
-    a.push_back(Seconds(ours));
+    b.push_back(measure(theirs));
+    a.push_back(measure(ours));
     ratios.push_back(b.back() / a.back());
   }
-  return {Median(a), Median(b), Noise(ratios)};
+  return {Median(a), Median(b), Median(ratios), Noise(ratios)};
 }
 
 void Figures::Head(const std::string& what) const {

@@ -9,7 +9,10 @@
 
 namespace velmora::bench {
 
+// Processor time of this process, all threads: unlike the clock it does not run for other programs.
 double Seconds(const std::function<void()>& action);
+// By the clock: of several threads or programs.
+double Elapsed(const std::function<void()>& action);
 double Median(std::vector<double> values);
 // How far the ratios of the rounds lie apart without the lowest and the highest, as a share of their median.
 double Noise(std::vector<double> ratios);
@@ -31,13 +34,16 @@ struct Figure {
 bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
                  const std::map<std::string, std::string*>& texts);
 
-// The median seconds of two actions that take turns, and the noise of their ratio.
+// The median seconds of two actions that take turns; how many times theirs is ours, and that ratio's noise.
 struct Pair {
   double ours;
   double theirs;
+  double ratio;
   double noise;
 };
-Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs);
+using Measure = double (*)(const std::function<void()>& action);
+Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs,
+               Measure measure = Seconds);
 
 // Printed as they come, written at the end.
 class Figures {

@@ -108,7 +108,7 @@ class ExchangeBench {
         rounds_, [&] { WriteFile(File("ours"), write, borings_); },
         [&] { Insert(File("theirs.db"), blobs); });
     figures_.Add({"borings, GeoPackage", seconds.ours * 1e3, seconds.theirs * 1e3, "ms", "SQLite's inserts",
-                  seconds.theirs / seconds.ours, seconds.noise});
+                  seconds.ratio, seconds.noise});
   }
 
   // The same rows in one transaction, without a journal.

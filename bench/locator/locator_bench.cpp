@@ -2,9 +2,10 @@
 //
 //   locator_bench [--small] [--json FILE] [--plots FOLDER]
 //
-// Ours and each peer take turns in one process, so that a ratio holds on a shared machine too; each figure is
-// the median of its rounds. The peer is the fastest of its variants in a trial just before. "First" is the
-// first time over ground that nothing is known of, building included on both sides; "later" is every other.
+// Ours and each peer take turns in one process, and times are processor time but for those of two threads, so
+// that a ratio holds on a shared machine too; each figure is the median of its rounds. The peer is the
+// fastest of its variants in a trial just before. "First" is the first time over ground that nothing is known
+// of, building included on both sides; "later" is every other.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -30,6 +31,7 @@
 namespace velmora {
 namespace {
 
+using bench::Elapsed;
 using bench::Median;
 using bench::Seconds;
 
@@ -196,8 +198,7 @@ void Bench::Lanes(size_t vertices) {
       rounds_, [&] { find(wide); }, [&] { find(baseline); });
   const double per_point = 1e9 / static_cast<double>(count);
   figures_.Add({Case(vertices, false, Order::kAlong) + ", wide lanes", seconds.ours * per_point,
-                seconds.theirs * per_point, "ns", "baseline lanes", seconds.theirs / seconds.ours,
-                seconds.noise});
+                seconds.theirs * per_point, "ns", "baseline lanes", seconds.ratio, seconds.noise});
 }
 
 void Bench::Threads(size_t vertices) {
@@ -212,8 +213,8 @@ void Bench::Threads(size_t vertices) {
   std::vector<double> ratios;
   for (int round = 0; round < rounds_; ++round) {
     one.push_back(1e9 / static_cast<double>(count) *
-                  Seconds([&] { Locate(locator, places, 0, count, &out); }));
-    two.push_back(1e9 / static_cast<double>(count) * Seconds([&] {
+                  Elapsed([&] { Locate(locator, places, 0, count, &out); }));
+    two.push_back(1e9 / static_cast<double>(count) * Elapsed([&] {
                     std::thread other([&] { Locate(locator, places, count / 2, count, &out); });
                     Locate(locator, places, 0, count / 2, &out);
                     other.join();
@@ -331,6 +332,7 @@ void Bench::Run() {
   Lanes(10000);
   Threads(10000);
   Walks(10000);
+  GrowthWithPoints(300, false);
   for (const size_t vertices : sizes)
     GrowthWithPoints(vertices, vertices == (small_ ? size_t{10000} : size_t{1000000}));
 }

@@ -5,7 +5,6 @@
 //
 // Ours and each peer take turns in one process. Times are of this process's processor time, user and system,
 // as other work on the machine does not count there; the elapsed time of opening is given beside it.
-#include <sys/resource.h>
 
 #include <cmath>
 #include <cstdio>
@@ -24,21 +23,9 @@
 namespace velmora {
 namespace {
 
+using bench::Elapsed;
 using bench::Median;
-
-double ProcessorSeconds(const std::function<void()>& action) {
-  const auto used = [] {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& t) {
-      return static_cast<double>(t.tv_sec) + 1e-6 * static_cast<double>(t.tv_usec);
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-  };
-  const double before = used();
-  action();
-  return used() - before;
-}
+using bench::Seconds;
 
 struct Outcome {
   std::vector<double> station, offset;
@@ -96,31 +83,30 @@ void Bench::Nearest(bool arcs) {
   for (const int most : {4, 8, 16})
     for (const bool sorted : {false, true}) {
       std::unique_ptr<Peer> one = MakeBoostPeer(points, arcs, most, sorted, starts);
-      const double seconds = ProcessorSeconds([&] { ask_peer(*one, points_ / 10); });
+      const double seconds = Seconds([&] { ask_peer(*one, points_ / 10); });
       if (peer != nullptr && seconds >= fastest) continue;
       peer = std::move(one);
       fastest = seconds;
     }
-  std::unique_ptr<Network> network;
-  const double first = ProcessorSeconds([&] {
-    network = std::make_unique<Network>(roads);
-    ask(*network);
-  });
-  std::vector<double> us;
-  std::vector<double> them;
-  std::vector<double> ratios;
+  std::vector<double> us, them, ratios, firsts, their_firsts, first_ratios;
   for (int round = 0; round < rounds_; ++round) {
-    us.push_back(ProcessorSeconds([&] { ask(*network); }));
-    them.push_back(ProcessorSeconds([&] { ask_peer(*peer, points_); }));
+    std::unique_ptr<Network> network;
+    firsts.push_back(Seconds([&] {
+      network = std::make_unique<Network>(roads);
+      ask(*network);
+    }));
+    us.push_back(Seconds([&] { ask(*network); }));
+    them.push_back(Seconds([&] { ask_peer(*peer, points_); }));
     ratios.push_back(them.back() / us.back());
+    their_firsts.push_back(them.back() + Seconds([&] { MakeBoostPeer(points, arcs, 4, false, starts); }));
+    first_ratios.push_back(their_firsts.back() / firsts.back());
   }
-  const double built = ProcessorSeconds([&] { MakeBoostPeer(points, arcs, 4, false, starts); });
   const std::string name = std::to_string(roads_) + " roads" + (arcs ? ", arcs" : "");
   const double per_point = 1e9 / static_cast<double>(points_);
   figures_.Add({name + ", later", Median(us) * per_point, Median(them) * per_point, "ns", peer->Name(),
                 Median(ratios), bench::Noise(ratios)});
-  figures_.Add({name + ", first, with building", first * per_point, (built + Median(them)) * per_point, "ns",
-                peer->Name(), (built + Median(them)) / first, bench::Noise(ratios)});
+  figures_.Add({name + ", first, with building", Median(firsts) * per_point, Median(their_firsts) * per_point,
+                "ns", peer->Name(), Median(first_ratios), bench::Noise(first_ratios)});
 }
 
 void Bench::Opening() {
@@ -154,8 +140,8 @@ void Bench::Opening() {
   for (const int threads : {1, 2}) {
     std::vector<double> us, them, ratios, elapsed, their_elapsed, elapsed_ratios;
     for (int round = 0; round < rounds_ * 3; ++round) {
-      us.push_back(ProcessorSeconds([&] { elapsed.push_back(bench::Seconds([&] { open(threads); })); }));
-      them.push_back(ProcessorSeconds([&] { their_elapsed.push_back(bench::Seconds(read)); }));
+      us.push_back(Seconds([&] { elapsed.push_back(Elapsed([&] { open(threads); })); }));
+      them.push_back(Seconds([&] { their_elapsed.push_back(Elapsed(read)); }));
       ratios.push_back(them.back() / us.back());
       elapsed_ratios.push_back(their_elapsed.back() / elapsed.back());
     }

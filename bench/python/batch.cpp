@@ -68,5 +68,5 @@ int main(int argc, char** argv) {
   if (argc != 4 || !Read(argv[1], std::stoull(argv[2]), std::stoull(argv[3]), &batch)) return 2;
   const velmora::Locator locator(batch.road, velmora::kPlanType);
   for (size_t threads = 0; std::cin >> threads;)
-    std::cout << velmora::bench::Seconds([&] { Locate(locator, batch, threads); }) << std::endl;
+    std::cout << velmora::bench::Elapsed([&] { Locate(locator, batch, threads); }) << std::endl;
 }

@@ -4,8 +4,9 @@
 
 The batch is Locator::Vagstv over the same arrays in a program of its own. All take turns; a figure is the
 median of its rounds, and so is the ratio: how many times the batch's time, and how many times as fast as shapely
-and geopandas. Those get fewer points, and the line through the road's points, as they know no arcs. The file
-gets the ratios beside them, with the noise.
+and geopandas. Those get fewer points, and the line through the road's points, as they know no arcs. Times are
+processor time; by the clock beside the batch and where ours has several threads. The file gets the ratios
+beside shapely and geopandas, with the noise.
 """
 
 import argparse
@@ -44,10 +45,16 @@ def scattered(road: velmora.Road, count: int) -> Tuple[np.ndarray, np.ndarray]:
     return road.place(stations, random.uniform(-30, 30, count))
 
 
-def seconds(work: Callable[[], Any]) -> float:
-    start = time.perf_counter()
+def seconds(work: Callable[[], Any], clock: Callable[[], float] = time.process_time) -> float:
+    """Processor time, which unlike the clock does not run for other programs."""
+    start = clock()
     work()
-    return time.perf_counter() - start
+    return clock() - start
+
+
+def elapsed(work: Callable[[], Any]) -> float:
+    """Of several threads or programs."""
+    return seconds(work, time.perf_counter)
 
 
 def in_turns(rounds: int, works: Sequence[Callable[[], float]]) -> np.ndarray:
@@ -107,9 +114,9 @@ def beside_batch(name: str, road: velmora.Road, program: str, count: int, rounds
     for threads in sorted({1, os.cpu_count() or 1}):
         works = (
             lambda: batch.seconds(threads),
-            lambda: seconds(lambda: road.locate(n, e, threads=threads)),
-            lambda: seconds(lambda: road.locate(n, e, threads=threads, searched=True)),
-            lambda: seconds(lambda: road.locate(table[:, 0], table[:, 1], threads=threads)),
+            lambda: elapsed(lambda: road.locate(n, e, threads=threads)),
+            lambda: elapsed(lambda: road.locate(n, e, threads=threads, searched=True)),
+            lambda: elapsed(lambda: road.locate(table[:, 0], table[:, 1], threads=threads)),
         )
         theirs, *ours = in_turns(rounds, works).T / count
         for what, times in zip(("", ", searched", ", columns of a table"), ours):
@@ -126,7 +133,7 @@ def beside_projections(name: str, road: velmora.Road, count: int, rounds: int) -
     lines = geopandas.GeoSeries([line] * some)
     works = (
         lambda: seconds(lambda: road.locate(n, e, threads=1)) / count,
-        lambda: seconds(lambda: road.locate(n, e)) / count,
+        lambda: elapsed(lambda: road.locate(n, e)) / count,
         lambda: seconds(lambda: [line.project(Point(x, y)) for x, y in zip(*few)]) / some,
         lambda: seconds(
             lambda: lines.project(geopandas.GeoSeries(geopandas.points_from_xy(*few)), align=False)

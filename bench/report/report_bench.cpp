@@ -96,7 +96,7 @@ void BesideCairo(int rounds, Figures* figures) {
       rounds, [&] { Pdf(report, &(ours = 0)); }, [&] { theirs = DrawBare(counted.All()); });
   using enum CountingCanvas::Kind;
   figures->Add({"5,000 borings on 20 km as PDF", seconds.ours * 1e3, seconds.theirs * 1e3, "ms",
-                "cairo alone", seconds.theirs / seconds.ours, seconds.noise});
+                "cairo alone", seconds.ratio, seconds.noise});
   std::printf("  %zu sheets, %zu lines, %zu paths, %zu circles, %zu texts; %.1f and %.1f MB\n",
               counted.Count(kSheet), counted.Count(kLine), counted.Count(kPath), counted.Count(kCircle),
               counted.Count(kText), static_cast<double>(ours) / 1e6, static_cast<double>(theirs) / 1e6);

@@ -10,43 +10,41 @@
 namespace velmora::cli {
 namespace {
 
-using Options = std::shared_ptr<CodesOptions>;
-
 // The value of an entry's field.
-CLI::Option* AddField(CLI::App* verb, const Options& options, const std::string& option,
+CLI::Option* AddField(CLI::App* verb, const std::shared_ptr<CodesOptions>& options, const std::string& option,
                       const std::string& field, const std::string& metavar, const std::string& help) {
   CLI::Option* added = verb->add_option_function<std::string>(
       option, [options, field](const std::string& text) { options->fields[field] = text; }, help);
   return added->type_name(metavar)->type_size(1);
 }
 
-void AddForce(CLI::App* verb, const Options& options) {
+void AddForce(CLI::App* verb, const std::shared_ptr<CodesOptions>& options) {
   verb->add_flag("--force", options->force, "Write even if the rewritten file loses lines or parts of them");
 }
 
-void AddShared(CLI::App* verb, const Options& options) {
+void AddShared(CLI::App* verb, const std::shared_ptr<CodesOptions>& options) {
   verb->add_flag("--shared,--yes", options->shared,
                  "Do not ask before a file is changed that all projects without their own copy share");
 }
 
-struct Area {
+struct FileVerbs {
   CLI::App* list;
   CLI::App* set;
   CLI::App* add;
   CLI::App* remove;
-  Options options;
+  std::shared_ptr<CodesOptions> options;
 };
 
 // An area with the four verbs that every code file has.
-Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
+FileVerbs AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
   const auto options = std::make_shared<CodesOptions>();
   options->kind = kind;
   CLI::App* area = codes->add_subcommand(NameOfKind(kind), help);
   area->require_subcommand(1);
-  const Area added = {AddVerb(area, "list", "Every entry of the file", options, CodesList),
-                      AddVerb(area, "set", "Change an entry", options, CodesSet),
-                      AddVerb(area, "add", "Add an entry", options, CodesAdd),
-                      AddVerb(area, "remove", "Remove an entry", options, CodesRemove), options};
+  const FileVerbs added = {AddVerb(area, "list", "Every entry of the file", options, CodesList),
+                           AddVerb(area, "set", "Change an entry", options, CodesSet),
+                           AddVerb(area, "add", "Add an entry", options, CodesAdd),
+                           AddVerb(area, "remove", "Remove an entry", options, CodesRemove), options};
   AddOutputOptions(added.list, &options->output);
   for (CLI::App* verb : {added.list, added.set, added.add, added.remove})
     verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
@@ -60,14 +58,14 @@ Area AddArea(CLI::App* codes, SettingsFileKind kind, const std::string& help) {
 }
 
 void AddObjects(CLI::App* codes) {
-  const Area area = AddArea(codes, SettingsFileKind::kObjects, "Object codes, KODFIL.DAT");
+  const FileVerbs area = AddArea(codes, SettingsFileKind::kObjects, "Object codes, KODFIL.DAT");
   for (CLI::App* verb : {area.set, area.add})
     AddField(verb, area.options, "TEXT", "text", "TEXT", "Its text, of which programs read the first word")
         ->required();
 }
 
 void AddEnvironment(CLI::App* codes) {
-  const Area area =
+  const FileVerbs area =
       AddArea(codes, SettingsFileKind::kEnvironment,
               "Environmental codes, MILJKOD.DAT: methods, interpretations, classes of contamination");
   for (CLI::App* verb : {area.set, area.add, area.remove}) {
@@ -90,7 +88,7 @@ void AddEnvironment(CLI::App* codes) {
 }
 
 void AddLines(CLI::App* codes) {
-  const Area area = AddArea(codes, SettingsFileKind::kLines, "Line codes, LINKOD.PAR");
+  const FileVerbs area = AddArea(codes, SettingsFileKind::kLines, "Line codes, LINKOD.PAR");
   for (CLI::App* verb : {area.set, area.add}) {
     const bool needed = verb == area.add;
     AddField(verb, area.options, "--word", "word", "WORD", "The word after the code")->required(needed);

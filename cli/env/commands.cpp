@@ -10,9 +10,7 @@
 namespace velmora::cli {
 namespace {
 
-using Options = std::shared_ptr<EnvOptions>;
-
-void AddSub(CLI::App* verb, const Options& options) {
+void AddSub(CLI::App* verb, const std::shared_ptr<EnvOptions>& options) {
   verb->add_option("--sub", options->sub, "Sub-key and sub-folder of the installation (default sv)")
       ->type_name("SV");
 }

@@ -10,13 +10,11 @@
 namespace velmora::cli {
 namespace {
 
-using Options = std::shared_ptr<ProjectOptions>;
-
-void AddFolder(CLI::App* verb, const Options& options) {
+void AddFolder(CLI::App* verb, const std::shared_ptr<ProjectOptions>& options) {
   verb->add_option("DIR", options->folder, "The project's folder")->required()->check(CompletesFolder());
 }
 
-void AddFolderList(CLI::App* verb, const Options& options, const std::string& what) {
+void AddFolderList(CLI::App* verb, const std::shared_ptr<ProjectOptions>& options, const std::string& what) {
   verb->add_option("--folder-list", options->folder_list,
                    what + " (default: the installation's, [ARKIV] MAPPAR)")
       ->type_name("FILE")

@@ -10,17 +10,15 @@
 namespace velmora::cli {
 namespace {
 
-using Options = std::shared_ptr<SettingsOptions>;
-
 // The options of the verbs share one object, so an empty name stands for the usual file.
-void AddFile(CLI::App* verb, const Options& options, const std::vector<std::string>& names,
-             const std::string& help) {
+void AddFile(CLI::App* verb, const std::shared_ptr<SettingsOptions>& options,
+             const std::vector<std::string>& names, const std::string& help) {
   verb->add_option("--file", options->file, help)
       ->type_name("FILE")
       ->check(CLI::IsMember(names, CLI::ignore_case));
 }
 
-void AddProject(CLI::App* verb, const Options& options) {
+void AddProject(CLI::App* verb, const std::shared_ptr<SettingsOptions>& options) {
   verb->add_option("--project", options->project, "A project, whose own copy hides the installation's")
       ->type_name("DIR");
 }

@@ -22,7 +22,7 @@ struct BatchView {
   const double* chord_slacks;  // may be null
   const double* stations;
   const PlanSnapshot* plan;
-  const CandidateGrid* grid;  // null where each point is compared with all segments
+  const CandidateGrid* grid;  // null where the whole plan is searched
   size_t last;                // vertex
   bool descending;
   const std::uint32_t* roads;  // PlanSnapshot::Roads(), null for a single road
@@ -39,6 +39,7 @@ using BatchSearch = void (*)(const BatchView& view, const double* x, const doubl
 
 struct BatchRoutines : ChordRoutines {
   BatchSearch search;
+  size_t most_without_cells;  // segments of a plan: with more, cells take less than all boxes
 };
 
 BatchRoutines BaselineRoutines();  // every processor of its kind

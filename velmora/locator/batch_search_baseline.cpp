@@ -17,7 +17,7 @@ using namespace baseline_lanes;
 
 }  // namespace
 
-BatchRoutines BaselineRoutines() { return {{MeasureChords, SearchNear}, SearchBatch}; }
+BatchRoutines BaselineRoutines() { return {{MeasureChords, SearchNear}, SearchBatch, kMostWithoutCells}; }
 
 BatchRoutines FastestRoutines() { return HasWideLanes() ? WideRoutines() : BaselineRoutines(); }
 

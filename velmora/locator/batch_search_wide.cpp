@@ -19,7 +19,7 @@ using namespace wide_lanes;
 
 }  // namespace
 
-BatchRoutines WideRoutines() { return {{MeasureChords, SearchNear}, SearchBatch}; }
+BatchRoutines WideRoutines() { return {{MeasureChords, SearchNear}, SearchBatch, kMostWithoutCells}; }
 
 }  // namespace velmora
 

@@ -29,8 +29,6 @@ namespace velmora {
 //   bits 0 to 3    segments in the run
 using PackedCell = std::uint64_t;
 inline constexpr PackedCell kUnknownCell = 1;  // not computed; its reach is 0 too
-// Every segment is a candidate.
-inline constexpr PackedCell kWholePlan = PackedCell{0x7f800000} << 32;
 inline size_t RunCount(PackedCell cell) { return cell & 15; }
 inline double Reach(PackedCell cell) {
   return static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(cell >> 32)));

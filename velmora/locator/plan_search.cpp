@@ -16,8 +16,8 @@ constexpr size_t kPointsForSegments = 8;
 constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;
-constexpr size_t kSmallPlan = 128;
-constexpr size_t kFewForSegments = 2;  // points a segment
+// Points times segments of a batch for which the time of computing cells is not well spent.
+constexpr size_t kFewTimesSegments = size_t{1} << 19;
 constexpr size_t kMostPartCells = size_t{1} << 14;
 constexpr double kClose = 2000;  // m
 // For points in the caller's order. Longer batches pay only where memory is waited for.
@@ -50,12 +50,12 @@ BatchView PlanSearch::ViewOf(const CandidateGrid* grid) const {
           plan_.Roads()};
 }
 
-// A cell takes longer than comparing one or two points with a small plan's segments, and few points share
-// one.
+// Computing a cell takes longer than searching a small plan for a point, and few points share one. Once a
+// small plan was asked for as many points as it has segments, the next batches use cells.
 const BatchView& PlanSearch::ViewFor(size_t count) const {
-  const size_t few = plan_.Segments() * kFewForSegments;
-  if (plan_.Segments() <= kSmallPlan && plan_.CanCompareAll() && count <= few &&
-      asked_.load(std::memory_order_relaxed) <= few - count) {
+  const size_t segments = plan_.Segments();
+  if (segments <= routines_.most_without_cells && asked_.load(std::memory_order_relaxed) < segments &&
+      count <= kFewTimesSegments / segments && plan_.CanCompareAll()) {
     asked_.fetch_add(count, std::memory_order_relaxed);
     return whole_;
   }

@@ -1,5 +1,5 @@
 // Station and offset of many points: by the batch search near the line, else among the candidates of each
-// point's cell, else by the trees. The first points of a small plan are compared with all of its segments.
+// point's cell, else by the trees. A small plan is searched without cells at first.
 // For any number of threads at once.
 #ifndef VELMORA_LOCATOR_PLAN_SEARCH_H_
 #define VELMORA_LOCATOR_PLAN_SEARCH_H_

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <thread>
 
@@ -40,6 +41,23 @@ bool NameIs(int folder, const char* name, int fd) {
   return fstatat(folder, name, &by_name, AT_SYMLINK_NOFOLLOW) == 0 && fstat(fd, &open) == 0 &&
          IsSameFile(by_name, open);
 }
+
+// Holds back from this thread the signals at which new files are removed.
+class InterruptsHeld {
+ public:
+  InterruptsHeld() {
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
+    pthread_sigmask(SIG_BLOCK, &held, &before_);
+  }
+  ~InterruptsHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  InterruptsHeld(const InterruptsHeld&) = delete;
+  InterruptsHeld& operator=(const InterruptsHeld&) = delete;
+
+ private:
+  sigset_t before_;
+};
 
 // More at once are written too, but are left behind by an interrupt.
 std::array<ListedNewFile, 64> g_new_files;
@@ -167,17 +185,17 @@ bool PosixNewFile::CreateTemporary(mode_t mode) {
   const std::string name = HeldName();
   const auto give_up = std::chrono::steady_clock::now() + kLongestWait;
   do {
-    file_ = FileDescriptor(CreateNew(temporary_, mode));
-    if (file_) {
+    {
+      const InterruptsHeld until_listed;
+      file_ = FileDescriptor(CreateNew(temporary_, mode));
+      if (!file_ && errno != EEXIST) return false;
       // Before it was locked another writer may have removed it as a leftover.
-      if (TryLock(file_.Get()) && IsStillOurs()) {
+      if (file_ && TryLock(file_.Get()) && IsStillOurs()) {
         List();
         Hold(name);
         return true;
       }
       file_.Close();
-    } else if (errno != EEXIST) {
-      return false;
     }
     const Leftover leftover = RemoveLeftover(temporary_);
     if (leftover == Leftover::kBlocked) return false;
