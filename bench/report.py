@@ -33,6 +33,7 @@ KINDS = {
     "one thread": OWN,
     "the walk": OWN,
     "reading their bytes": FLOORS,
+    "reading their bytes, two threads": FLOORS,
     "copying list and result": FLOORS,
     "SQLite's inserts": FLOORS,
     "cairo alone": FLOORS,

@@ -52,7 +52,7 @@ void RequireLines(std::string bytes, int count) {
   bytes.append(NumberLines::kSlack, '\n');
   NumberLines wide(count, HasWideLanes()), narrow(count, false);
   std::array<double, 4> a{}, b{};
-  for (std::string_view rest = bytes; !rest.empty();) {
+  for (std::string_view rest = bytes; rest.size() > NumberLines::kSlack;) {
     const size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
     const size_t length = wide.Read(rest, &a);
     Require(length == 0 || length == end, "a whole line or none");

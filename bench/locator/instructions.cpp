@@ -36,7 +36,7 @@ int Main(int count, char** words) {
   } else {
     const std::vector<kovltype> road = MakeRoad(10000, false);
     places = MakePlaces(road, kPoints, Order::kAlong);
-    search = std::make_unique<PlanSearch>(road, CVaglinje::Seknoll, routines);
+    search = std::make_unique<PlanSearch>(PlanSnapshot(road, CVaglinje::Seknoll), routines);
   }
   std::vector<double> station(kPoints), offset(kPoints);
   std::vector<int> result(kPoints);

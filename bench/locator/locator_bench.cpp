@@ -186,8 +186,8 @@ void Bench::Lanes(size_t vertices) {
   const size_t count = Points(vertices);
   const Places places = MakePlaces(road, count, Order::kAlong);
   Outcome out(count);
-  const PlanSearch wide(road, CVaglinje::Seknoll, WideRoutines());
-  const PlanSearch baseline(road, CVaglinje::Seknoll, BaselineRoutines());
+  const PlanSearch wide(PlanSnapshot(road, CVaglinje::Seknoll), WideRoutines());
+  const PlanSearch baseline(PlanSnapshot(road, CVaglinje::Seknoll), BaselineRoutines());
   const auto find = [&](const PlanSearch& search) {
     search.Find(places.x.data(), places.y.data(), count, out.station.data(), out.offset.data(),
                 out.result.data());

@@ -19,6 +19,7 @@
 #include "bench/measure.h"
 #include "velmora/locator/network.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/in_threads.h"
 
 namespace velmora {
 namespace {
@@ -42,7 +43,7 @@ class Bench {
   void Run() {
     figures_.Head("Very many roads");
     for (const bool arcs : {false, true}) Nearest(arcs);
-    Opening();
+    for (const bool arcs : {false, true}) Opening(arcs);
   }
   bool Write(const std::string& json) const { return json.empty() || figures_.WriteJson(json); }
 
@@ -51,7 +52,7 @@ class Bench {
 
   double Side() const { return 2000 * std::sqrt(static_cast<double>(roads_)); }  // m: 200 km for 10,000 roads
   void Nearest(bool arcs);
-  void Opening();
+  void Opening(bool arcs);
 
   int rounds_;
   size_t roads_;
@@ -109,13 +110,13 @@ void Bench::Nearest(bool arcs) {
                 "ns", peer->Name(), Median(first_ratios), bench::Noise(first_ratios)});
 }
 
-void Bench::Opening() {
+void Bench::Opening(bool arcs) {
   namespace fs = std::filesystem;
   const fs::path folder = fs::temp_directory_path() / "velmora_network_bench";
   fs::create_directories(folder);
   std::vector<std::string> names;
   std::vector<CString> files;
-  for (const std::vector<kovltype>& road : MakeRoads(roads_, kVertices, Side(), true)) {
+  for (const std::vector<kovltype>& road : MakeRoads(roads_, kVertices, Side(), arcs)) {
     names.push_back((folder / (std::to_string(names.size()) + ".vl")).string());
     files.push_back(PathFromSystem(names.back()));
     std::ofstream out(names.back());
@@ -128,29 +129,33 @@ void Bench::Opening() {
   }
   std::vector<int> results(files.size());
   const auto open = [&](int threads) { const Network network(files, threads, results.data()); };
-  const auto read = [&] {
-    std::vector<char> bytes;
-    for (const std::string& name : names) {
-      std::FILE* const file = std::fopen(name.c_str(), "rb");
-      bytes.resize(fs::file_size(name));
-      if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) std::abort();
-      std::fclose(file);
-    }
+  const auto read_one = [&](size_t i, std::vector<char>& bytes) {
+    std::FILE* const file = std::fopen(names[i].c_str(), "rb");
+    bytes.resize(fs::file_size(names[i]));
+    if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) std::abort();
+    std::fclose(file);
   };
-  for (const int threads : {1, 2}) {
+  const auto read = [&](int threads) {
+    InThreads(
+        names.size(), threads, [] { return std::vector<char>(); }, read_one);
+  };
+  for (const std::pair<int, int>& both : {std::pair{1, 1}, std::pair{2, 1}, std::pair{2, 2}}) {
+    const int threads = both.first;
+    const int their_threads = both.second;
     std::vector<double> us, them, ratios, elapsed, their_elapsed, elapsed_ratios;
     for (int round = 0; round < rounds_ * 3; ++round) {
       us.push_back(Seconds([&] { elapsed.push_back(Elapsed([&] { open(threads); })); }));
-      them.push_back(Seconds([&] { their_elapsed.push_back(Elapsed(read)); }));
+      them.push_back(Seconds([&] { their_elapsed.push_back(Elapsed([&] { read(their_threads); })); }));
       ratios.push_back(them.back() / us.back());
       elapsed_ratios.push_back(their_elapsed.back() / elapsed.back());
     }
-    const std::string name = "opening " + std::to_string(roads_) + " files, " + std::to_string(threads) +
-                             (threads == 1 ? " thread" : " threads");
-    figures_.Add({name + ", processor", Median(us) * 1e3, Median(them) * 1e3, "ms", "reading their bytes",
-                  Median(ratios), bench::Noise(ratios)});
-    figures_.Add({name + ", elapsed", Median(elapsed) * 1e3, Median(their_elapsed) * 1e3, "ms",
-                  "reading their bytes", Median(elapsed_ratios), bench::Noise(elapsed_ratios)});
+    const std::string name = "opening " + std::to_string(roads_) + (arcs ? " files" : " straight") + ", " +
+                             std::to_string(threads) + (threads == 1 ? " thread" : " threads");
+    const std::string peer = std::string("reading their bytes") + (their_threads == 1 ? "" : ", two threads");
+    figures_.Add({name + ", processor", Median(us) * 1e3, Median(them) * 1e3, "ms", peer, Median(ratios),
+                  bench::Noise(ratios)});
+    figures_.Add({name + ", elapsed", Median(elapsed) * 1e3, Median(their_elapsed) * 1e3, "ms", peer,
+                  Median(elapsed_ratios), bench::Noise(elapsed_ratios)});
   }
   fs::remove_all(folder);
 }

@@ -35,7 +35,7 @@ TEST(NumberLines, GiveTheSameDoublesOrNone) {
         std::array<double, 4> read{}, expected{};
         NumberLines four(4, wide), three(3, wide);
         for (const std::string& line : plain) {
-          EXPECT_EQ(four.Read((line + end + rest).substr(0, NumberLines::kSlack - 1), &read), 0u);
+          EXPECT_EQ(four.Read(line + std::string(NumberLines::kSlack, '\0'), &read), 0u) << "without its end";
           EXPECT_EQ(four.Read(line + end + rest, &read), line.size() + std::strlen(end)) << line;
           EXPECT_EQ(ScanNumbers(std::wstring(line.begin(), line.end()), expected), 4u);
           EXPECT_EQ(std::memcmp(read.data(), expected.data(), sizeof read), 0) << line;

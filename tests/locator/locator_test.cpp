@@ -88,7 +88,7 @@ TEST(Locator, AnswersAsTheWalkDoes) {
     const std::vector<Answer> walked = places.OneByOne(line, 0);
     found += std::count_if(walked.begin(), walked.end(), [](const Answer& a) { return a.result == 0; });
     for (const BatchRoutines& width : routines) {
-      const PlanSearch search(points, CVaglinje::Seknoll, width);
+      const PlanSearch search(PlanSnapshot(points, CVaglinje::Seknoll), width);
       // First without cells, then they are computed, then known.
       for (size_t time = 0; time < points.size() / 64 + 3; ++time) {
         const std::vector<Answer> located = places.Batch(std::bind_front(&PlanSearch::Find, &search));

@@ -11,6 +11,7 @@
 #include <tuple>
 
 #include "tests/locator/any_line.h"
+#include "tests/support/test_files.h"
 #include "velmora/locator/locator.h"
 #include "velmora/locator/network_search.h"
 #include "velmora/platform/vector_lanes.h"
@@ -121,6 +122,31 @@ TEST(Network, AnswersAsTheRoadsOneByOne) {
     }
   }
   EXPECT_GT(found, rounds * 32);
+}
+
+// Of files, one of them longer than what is read at once and one that does not end with a line end.
+TEST(Network, ReadsTheFilesThatHaveAPlan) {
+  const TemporaryFolder folder;
+  std::string many = "0 500 0 0 1 $Long$\n";
+  for (int i = 1; i < 30000; ++i)
+    many += std::to_string(10 * i) + " 500.0 0.0 " + std::to_string(10 * i) + "\r\n";
+  const std::string contents[] = {"0 0 0.02 0\r\n100 0 0 101.5", "0 5 0 5\r\n1 6 0 6\r\n", "0 1 0 0\n", many};
+  std::vector<CString> files = {folder.File(L"absent.vl")};
+  for (const std::string& content : contents) {
+    files.push_back(folder.File(FromUtf8(std::to_string(files.size()) + ".vl")));
+    WriteBytes(files.back(), content);
+  }
+  for (const int threads : {1, 3}) {
+    std::vector<int> results(files.size());
+    const Network network(files, threads, results.data());
+    EXPECT_EQ(results, (std::vector<int>{-1, 0, -1, -1, 0}));
+    int road = 0;
+    double sek = 0, avst = 0;
+    EXPECT_EQ(network.Vagstv(50, -1, &road, &sek, &avst), 0);
+    EXPECT_EQ(road, 1);
+    EXPECT_EQ(network.Vagstv(299990 - 2.5, 490, &road, &sek, &avst), 0);
+    EXPECT_EQ(std::tuple(road, sek, avst), std::tuple(4, 299987.5, -10.0));
+  }
 }
 
 }  // namespace

@@ -84,8 +84,7 @@ Operations CommandOperations() {
            "1",
            {"0 cannot be written (no such folder, write-protected, or the disk is full); nothing was changed "
             "there",
-            "0 cannot be opened for reading; check its permissions", "0 cannot be read to its end",
-            "0 reading stopped here: a read error, or a line too long for an alignment"},
+            "0 cannot be opened for reading; check its permissions", "0 cannot be read to its end"},
            true},
           {"InstallASample",
            PrepareInstallation,

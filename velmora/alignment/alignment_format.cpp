@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "velmora/common/last_message.h"
 #include "velmora/text/numbers.h"
@@ -18,23 +19,17 @@ CString NameIn(std::wstring_view line) {
   return CString(rest.substr(0, rest.find(L'$')).substr(0, kLongestName));
 }
 
-int TypeFromStations(std::wstring_view first, std::wstring_view second) {
-  const std::optional<kovltype> a = ParsePoint(first);
-  if (!a || !(std::fabs(a->y - a->sek) <= kSameStation)) return kPlanType;
-  const std::optional<kovltype> b = ParsePoint(second);
-  return b && std::fabs(b->y - b->sek) < kSameStation ? kProfileType : kPlanType;
-}
-
 }  // namespace
 
 FirstLine ParseFirstLine(std::wstring_view line) {
-  FirstLine parsed{std::nullopt, NameIn(line)};
+  FirstLine parsed{std::nullopt, std::nullopt, NameIn(line)};
   NumberScanner scanner(line);
-  double ignored = 0;
+  kovltype point{};
   int type = 0;
-  if (scanner.Next(&ignored) && scanner.Next(&ignored) && scanner.Next(&ignored) && scanner.Next(&ignored) &&
-      scanner.Next(&type))
-    parsed.type = type;
+  for (double* number : {&point.x, &point.y, &point.bulge, &point.sek})
+    if (!scanner.Next(number)) return parsed;
+  parsed.point = point;
+  if (scanner.Next(&type)) parsed.type = type;
   return parsed;
 }
 
@@ -77,16 +72,26 @@ CString UnreadableLine(const CString& line) {
   return FormatForUser(L"Fel rad : %s", end < 0 ? line : line.Left(end));
 }
 
-CombinedLines::CombinedLines(std::wstring_view first, std::wstring_view second) {
+CombinedLines::CombinedLines(std::wstring_view first) {
   const FirstLine parsed = ParseFirstLine(first);
   name_ = parsed.name;
+  first_ = parsed.point;
   if (parsed.type == kProfileType || parsed.type == kPlanType)
     type_ = *parsed.type;
   else
-    type_ = TypeFromStations(first, second);
+    open_ = first_ && std::fabs(first_->y - first_->sek) <= kSameStation;
+}
+
+void CombinedLines::DecideBy(std::wstring_view second) {
+  const std::optional<kovltype> point = ParsePoint(second);
+  type_ = point && std::fabs(point->y - point->sek) < kSameStation ? kProfileType : kPlanType;
 }
 
 LineKind CombinedLines::Next(std::wstring_view line, kovltype* point) {
+  if (first_) {
+    *point = *std::exchange(first_, std::nullopt);
+    return PointKind();
+  }
   if (to_skip_ > 0) {
     --to_skip_;
     return LineKind::kSeparator;

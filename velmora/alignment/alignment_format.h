@@ -27,12 +27,13 @@ inline constexpr int kLongestName = 255;  // characters; what follows is cut
 // A line that marks the parts of a combined file.
 constexpr bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
 
-// What the first line says besides its point.
+// What the first line says.
 struct FirstLine {
-  std::optional<int> type;  // only with all four numbers before it
-  CString name;             // empty without "$"
+  std::optional<kovltype> point;  // as ParsePoint
+  std::optional<int> type;        // only with a point before it
+  CString name;                   // empty without "$"
 };
-// Reads type and name; the name ends at the next "$".
+// The name ends at the next "$".
 FirstLine ParseFirstLine(std::wstring_view line);
 
 // A point of a plan or of a single file. Nothing when the line does not start with four numbers.
@@ -62,9 +63,12 @@ enum class LineKind {
 // Classifies the lines of a combined file, in order from the first.
 class VELMORA_API CombinedLines {
  public:
-  // The first line, and the second where the first has no type, decide which of the two alignments the
-  // lines of four numbers belong to. Both lines are passed to Next as well.
-  CombinedLines(std::wstring_view first, std::wstring_view second);
+  // The first line and, where that leaves open which of the two alignments the lines of four numbers belong
+  // to, the second decide it. Both are passed to Next as well. @{
+  explicit CombinedLines(std::wstring_view first);
+  bool IsOpen() const { return open_; }
+  void DecideBy(std::wstring_view second);
+  // @}
 
   // Takes the next line; *point is filled for a point.
   LineKind Next(std::wstring_view line, kovltype* point);
@@ -82,7 +86,9 @@ class VELMORA_API CombinedLines {
 
  private:
   CString name_;
+  std::optional<kovltype> first_;  // until it is taken
   int type_ = kPlanType;
+  bool open_ = false;
   bool in_profile_ = false;
   int to_skip_ = 0;
 };

@@ -16,27 +16,29 @@ namespace velmora {
 // Inlined, so that a report that ignores points costs nothing.
 template <class Add, class Report>
 CString ReadCombined(TextReader& reader, Add add, Report report) {
-  // The second line can decide what the first one is.
-  CString lines[2];
-  int known = 0;
-  while (known < 2 && reader.ReadLine(&lines[known])) {
-    lines[known] = ConvertReadLine(lines[known]);
-    ++known;
+  CString first;
+  if (!reader.ReadLine(&first)) return CString();
+  first = ConvertReadLine(first);
+  CombinedLines format(first.GetView());
+  CString line;
+  const bool has_second = format.IsOpen() && reader.ReadLine(&line);
+  if (has_second) {
+    line = ConvertReadLine(line);
+    format.DecideBy(line.GetView());
   }
-  CombinedLines format(lines[0].GetView(), lines[1].GetView());
 
   int number = 0;
-  const auto take = [&](const CString& line) {
+  const auto take = [&](const CString& text) {
     kovltype point{};
-    const LineKind kind = format.Next(line.GetView(), &point);
+    const LineKind kind = format.Next(text.GetView(), &point);
     if (kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint) add(kind, point);
-    report(++number, kind, line);
+    report(++number, kind, text);
   };
-  for (int i = 0; i < known; ++i) take(lines[i]);
+  take(first);
+  if (has_second) take(line);
   NumberLines four(4);
   NumberLines three(3);
   const CString no_text;
-  CString line;
   for (;;) {
     const LineKind kind = format.PointKind();
     const auto take_point = [&](const kovltype& point) {

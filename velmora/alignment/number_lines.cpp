@@ -1,6 +1,7 @@
 #include "velmora/alignment/number_lines.h"
 
 #include <bit>
+#include <utility>
 
 #include "velmora/portability.h"
 #include "velmora/text/digit_bytes.h"
@@ -39,6 +40,17 @@ NumberShape ShapeOf(const char* p) {
   return shape;
 }
 
+// The shapes of a line's numbers as far as they are plain. False when one is not.
+bool SetShapes(const char* p, size_t count, NumberShape* shapes) {
+  for (size_t i = 0; i < count; ++i) {
+    const NumberShape shape = ShapeOf(p);
+    if (shape.digits == 0) return false;
+    shapes[i] = shape;
+    p += (*p == '-' ? 1 : 0) + shape.length + 1;
+  }
+  return true;
+}
+
 // Each of these reads the digits of a number of this shape at `p`, after its sign. False when there is none.
 // Together they are below 10^14, exact as a double.
 
@@ -68,62 +80,65 @@ struct WideWay {
 };
 VELMORA_WIDE_END
 
-// Reads a number of this shape and moves past it. False when there is none.
-template <class Way>
+// Reads a number of this shape, which has to end with the line or before a blank, and moves past it. False
+// when there is none: a longer number begins as a shorter does.
+template <class Way, bool kLast>
 VELMORA_ALWAYS_INLINE bool ReadShaped(const char** at, const NumberShape& shape, double* number) {
   const char* p = *at;
-  const bool negative = *p == '-';
-  p += negative ? 1 : 0;
+  std::uint64_t sign = 0;
+  if (*p == '-') {  // a jump: most numbers need not wait for where they begin
+    sign = std::uint64_t{1} << 63;
+    ++p;
+  }
   double digits = 0;
   if (!Way::Digits(p, shape, &digits)) return false;
-  *at = p + shape.length;
+  p += shape.length;
+  if (kLast ? *p != '\r' && *p != '\n' : *p != ' ') return false;
   // Digits and power of ten are exact: so is the rounding of their quotient.
-  const auto bits = std::bit_cast<std::uint64_t>(digits / shape.divisor);
-  *number = std::bit_cast<double>(bits | static_cast<std::uint64_t>(negative) << 63);
+  *number = std::bit_cast<double>(std::bit_cast<std::uint64_t>(digits / shape.divisor) | sign);
+  *at = kLast ? p : p + 1;
   return true;
+}
+
+// Likewise numbers of these shapes.
+template <class Way, size_t... kColumns>
+VELMORA_ALWAYS_INLINE bool ReadNumbers(const char** at, const NumberShape* shapes, double* numbers,
+                                       std::index_sequence<kColumns...>) {
+  static_assert(NumberLines::kSlack >= sizeof...(kColumns) * kFarthest);
+  return (ReadShaped<Way, kColumns + 1 == sizeof...(kColumns)>(at, shapes[kColumns], &numbers[kColumns]) &&
+          ...);
 }
 
 // Reads the line and moves past its last number.
 template <class Way, size_t kNumbers>
-VELMORA_ALWAYS_INLINE bool ReadNumbers(const char** at, std::array<NumberShape, 4>* shapes,
-                                       std::array<double, 4>* numbers) {
-  static_assert(NumberLines::kSlack >= kNumbers * kFarthest);
-  for (size_t i = 0; i < kNumbers; ++i) {
-    NumberShape& shape = (*shapes)[i];
-    const char* const from = *at;
-    // A longer number begins as one of this shape does.
-    const auto ends = [&] { return i + 1 < kNumbers ? **at == ' ' : **at == '\r' || **at == '\n'; };
-    if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i]) || !ends()) {
-      *at = from;
-      shape = ShapeOf(from);
-      if (shape.digits == 0 || !ReadShaped<Way>(at, shape, &(*numbers)[i]) || !ends()) return false;
-    }
-    if (i + 1 < kNumbers) ++*at;
-  }
-  return true;
-}
-
-template <class Way>
-VELMORA_ALWAYS_INLINE bool ReadLine(int count, const char** at, std::array<NumberShape, 4>* shapes,
-                                    std::array<double, 4>* numbers) {
-  return count == 4 ? ReadNumbers<Way, 4>(at, shapes, numbers) : ReadNumbers<Way, 3>(at, shapes, numbers);
+VELMORA_ALWAYS_INLINE bool ReadLine(const char** at, NumberShape* shapes, double* numbers) {
+  const char* const begin = *at;
+  // The shapes become known from the first on.
+  if (shapes[kNumbers - 1].digits != 0 &&
+      ReadNumbers<Way>(at, shapes, numbers, std::make_index_sequence<kNumbers>()))
+    return true;
+  *at = begin;
+  return SetShapes(begin, kNumbers, shapes) &&
+         ReadNumbers<Way>(at, shapes, numbers, std::make_index_sequence<kNumbers>());
 }
 
 VELMORA_WIDE_BEGIN
-bool ReadWideLine(int count, const char** at, std::array<NumberShape, 4>* shapes,
-                  std::array<double, 4>* numbers) {
-  return ReadLine<WideWay>(count, at, shapes, numbers);
+bool ReadWideLine(int count, const char** at, NumberShape* shapes, double* numbers) {
+  return count == 4 ? ReadLine<WideWay, 4>(at, shapes, numbers) : ReadLine<WideWay, 3>(at, shapes, numbers);
 }
 VELMORA_WIDE_END
+
+bool ReadBaselineLine(int count, const char** at, NumberShape* shapes, double* numbers) {
+  return count == 4 ? ReadLine<BaselineDigits, 4>(at, shapes, numbers)
+                    : ReadLine<BaselineDigits, 3>(at, shapes, numbers);
+}
 
 }  // namespace
 
 size_t NumberLines::Read(std::string_view text, std::array<double, 4>* numbers) {
-  if (text.size() < kSlack) return 0;
+  if (text.empty()) return 0;
   const char* p = text.data();
-  const bool plain = wide_ ? ReadWideLine(count_, &p, &shapes_, numbers)
-                           : ReadLine<BaselineDigits>(count_, &p, &shapes_, numbers);
-  if (!plain) return 0;
+  if (!(wide_ ? ReadWideLine : ReadBaselineLine)(count_, &p, shapes_.data(), numbers->data())) return 0;
   if (*p == '\r') ++p;
   return *p == '\n' ? static_cast<size_t>(p - text.data()) + 1 : 0;
 }

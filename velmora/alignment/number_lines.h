@@ -31,7 +31,8 @@ class NumberLines {
   explicit NumberLines(int count, bool wide = HasWideLanes()) : count_(count), wide_(wide) {}
 
   // Reads the line at the start of `text` and returns its length with its line end, CR LF or LF. 0 when the
-  // line is not plain or `text` does not hold it with kSlack bytes to spare; `numbers` are then undefined.
+  // line is not plain or `text` does not hold all of it; `numbers` are then undefined. kSlack bytes after
+  // `text` must be readable, the first one of no plain line.
   size_t Read(std::string_view text, std::array<double, 4>* numbers);
 
   // The longest plain line, so that nothing is read outside `text`.

@@ -17,6 +17,7 @@ namespace velmora {
 // general parser.
 template <class Take>
 void TakePlainLines(TextReader* reader, NumberLines* lines, Take take) {
+  static_assert(TextReader::kZerosAfter >= NumberLines::kSlack);
   const std::string_view text = reader->Buffered();
   std::array<double, 4> numbers;
   size_t done = 0;

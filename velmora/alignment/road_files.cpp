@@ -1,5 +1,9 @@
 #include "velmora/alignment/road_files.h"
 
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
 #include "velmora/alignment/alignment_file.h"
 #include "velmora/alignment/combined_reader.h"
 #include "velmora/platform/in_threads.h"
@@ -8,39 +12,87 @@
 namespace velmora {
 namespace {
 
-RoadFile ReadRoadFile(const CString& name) {
-  RoadFile road;
-  TextReader reader;
-  if (!reader.Open(name)) {
-    road.problem = Finding{0, WhyUnopened(name)};
-    return road;
+// Reads one file after the other, with the same memory.
+class RoadFileReader {
+ public:
+  // Valid until the next one is read.
+  const RoadFile& Read(const CString& name);
+
+ private:
+  void FindProblem(const CString& name);
+
+  TextReader reader_;
+  RoadFile road_;
+};
+
+const RoadFile& RoadFileReader::Read(const CString& name) {
+  road_.plan.clear();
+  road_.profile.clear();
+  road_.problem.reset();
+  if (!reader_.Open(name)) {
+    road_.problem = Finding{0, WhyUnopened(name)};
+    return road_;
   }
   ReadCombined(
-      reader,
+      reader_,
       [&](LineKind kind, const kovltype& point) {
-        (kind == LineKind::kPlanPoint ? road.plan : road.profile).push_back(point);
+        (kind == LineKind::kPlanPoint ? road_.plan : road_.profile).push_back(point);
       },
       [](int, LineKind, const CString&) {});
-  if (!reader.Failed() && road.plan.size() >= 2) return road;
-  road.plan.clear();
-  // Once more for what is wrong with it.
+  if (reader_.Failed() || road_.plan.size() < 2) FindProblem(name);
+  return road_;
+}
+
+// Reads the file once more for what is wrong with it.
+void RoadFileReader::FindProblem(const CString& name) {
   AlignmentFile file;
-  if (!reader.Open(name))
-    road.problem = Finding{0, WhyUnopened(name)};
+  if (!reader_.Open(name))
+    road_.problem = Finding{0, WhyUnopened(name)};
   else
-    road.problem = ReadAlignmentFile(reader, &file);
-  if (!road.problem) road.problem = ProblemOfPlan(file);
-  if (!road.problem) road.plan = std::move(file.plan);  // another program has written it meanwhile
-  road.profile = std::move(file.profile);
-  return road;
+    road_.problem = ReadAlignmentFile(reader_, &file);
+  if (!road_.problem) road_.problem = ProblemOfPlan(file);
+  road_.plan.clear();
+  if (!road_.problem) road_.plan = std::move(file.plan);  // another program has written it meanwhile
+  road_.profile = std::move(file.profile);
+}
+
+// Copies the points to the last piece, or to a new one where they do not fit it.
+std::span<const kovltype> Keep(const std::vector<kovltype>& points,
+                               std::vector<LargeVector<kovltype>>* pieces) {
+  constexpr size_t kLeast = size_t{1} << 11;
+  constexpr size_t kMost = size_t{1} << 17;
+  if (pieces->empty() || pieces->back().capacity() - pieces->back().size() < points.size()) {
+    const size_t room = pieces->empty() ? kLeast : std::min(pieces->back().capacity() * 2, kMost);
+    pieces->emplace_back().reserve(std::max(room, points.size()));
+  }
+  LargeVector<kovltype>& piece = pieces->back();
+  piece.insert(piece.end(), points.begin(), points.end());
+  return std::span<const kovltype>(piece).last(points.size());
 }
 
 }  // namespace
 
 std::vector<RoadFile> ReadRoadFiles(std::span<const CString> files, int threads) {
   std::vector<RoadFile> roads(files.size());
-  InThreads(files.size(), threads, [&](size_t i) { roads[i] = ReadRoadFile(files[i]); });
+  InThreads(
+      files.size(), threads, [] { return RoadFileReader(); },
+      [&](size_t i, RoadFileReader& reader) { roads[i] = reader.Read(files[i]); });
   return roads;
+}
+
+RoadPlans::RoadPlans(std::span<const CString> files, int threads) : plans_(files.size()) {
+  struct Thread {
+    RoadFileReader reader;
+    std::vector<LargeVector<kovltype>>* pieces;
+  };
+  std::mutex mutex;
+  const auto make = [&]() -> Thread {
+    const std::lock_guard lock(mutex);
+    return {{}, &pieces_.emplace_back()};
+  };
+  InThreads(files.size(), threads, make, [&](size_t i, Thread& thread) {
+    plans_[i] = Keep(thread.reader.Read(files[i]).plan, thread.pieces);
+  });
 }
 
 }  // namespace velmora

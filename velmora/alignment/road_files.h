@@ -2,6 +2,7 @@
 #ifndef VELMORA_ALIGNMENT_ROAD_FILES_H_
 #define VELMORA_ALIGNMENT_ROAD_FILES_H_
 
+#include <deque>
 #include <optional>
 #include <span>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "velmora/alignment/alignment_point.h"
 #include "velmora/alignment/checks.h"
+#include "velmora/platform/large_vector.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -21,6 +23,18 @@ struct RoadFile {
 
 // The files in their order, read by `threads` threads at once (0: one a processor).
 std::vector<RoadFile> ReadRoadFiles(std::span<const CString> files, int threads);
+
+// The plans alone, of two points or more or empty, read likewise.
+class RoadPlans {
+ public:
+  RoadPlans(std::span<const CString> files, int threads);
+
+  const std::vector<std::span<const kovltype>>& Plans() const { return plans_; }
+
+ private:
+  std::vector<std::span<const kovltype>> plans_;
+  std::deque<std::vector<LargeVector<kovltype>>> pieces_;  // of each thread
+};
 
 }  // namespace velmora
 

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "velmora/platform/in_threads.h"
+
 namespace velmora {
 
 bool BoundTree::Node::MayHoldFoot(PlanePoint p) const {
@@ -24,21 +26,31 @@ void BoundTree::Boxes::Set(size_t i, const BoundingBox& box) {
   high_v[i] = box.high.v;
 }
 
-void BoundTree::Build(std::vector<FootBound> leaves) {
+BoundTree::Level::Level(size_t nodes) : boxes((nodes + kFan - 1) / kFan), tangents(nodes) {
+  for (size_t i = nodes; i < boxes.size() * kFan; ++i) boxes.back().Set(i % kFan, kEmptyBounds);
+}
+
+FootBound BoundTree::Level::OfGroup(size_t group) const {
+  FootBound all;
+  for (size_t i = group * kFan; i < std::min((group + 1) * kFan, tangents.size()); ++i)
+    all.Include({boxes[group].Of(i % kFan), tangents[i]});
+  return all;
+}
+
+void BoundTree::Begin(size_t items) {
   levels_.clear();
-  for (std::vector<FootBound> nodes = std::move(leaves); !nodes.empty();) {
-    const size_t groups = (nodes.size() + kFan - 1) / kFan;
-    Level& level = levels_.emplace_back();
-    level.boxes.resize(groups);
-    level.tangents.reserve(nodes.size());
-    std::vector<FootBound> above(groups > 1 ? groups : 0);
-    for (size_t i = 0; i < groups * kFan; ++i) {
-      level.boxes[i / kFan].Set(i % kFan, i < nodes.size() ? nodes[i].box : kEmptyBounds);
-      if (i >= nodes.size()) continue;
-      level.tangents.push_back(nodes[i].tangents);
-      if (groups > 1) above[i / kFan].Include(nodes[i]);
-    }
-    nodes = std::move(above);
+  if (items > 0) levels_.emplace_back((items + kFan - 1) / kFan);
+}
+
+void BoundTree::Finish(int threads) {
+  constexpr size_t kGroupsAtOnce = size_t{1} << 11;
+  while (!levels_.empty() && levels_.back().boxes.size() > 1) {
+    const size_t groups = levels_.back().boxes.size();
+    Level above(groups);
+    InRuns(groups, kGroupsAtOnce, threads, [&](size_t begin, size_t end) {
+      for (size_t i = begin; i < end; ++i) above.Set(i, levels_.back().OfGroup(i));
+    });
+    levels_.push_back(std::move(above));
   }
 }
 

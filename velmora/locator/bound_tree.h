@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "velmora/locator/segment_bounds.h"
+#include "velmora/platform/large_vector.h"
 
 namespace velmora {
 
@@ -33,8 +34,11 @@ class BoundTree {
     void Set(size_t i, const BoundingBox& box);
   };
 
-  // The lowest level: one bound for each kFan items, the last for the rest.
-  void Build(std::vector<FootBound> leaves);
+  // To be built: for `items` items, of which each kFan have a leaf, the last ones the last. Each is set once,
+  // by any thread.
+  void Begin(size_t items);
+  void SetLeaf(size_t leaf, const FootBound& bound) { levels_[0].Set(leaf, bound); }
+  void Finish(int threads);
 
   // From the lowest, 0, to the highest, which has at most kFan nodes. The children of node i are those of
   // GroupAt(level - 1, i).
@@ -49,8 +53,16 @@ class BoundTree {
 
  private:
   struct Level {
-    std::vector<Boxes> boxes;
-    std::vector<Tangents> tangents;  // of each node
+    explicit Level(size_t nodes);
+    void Set(size_t node, const FootBound& bound) {
+      boxes[node / kFan].Set(node % kFan, bound.box);
+      tangents[node] = bound.tangents;
+    }
+    // Of the nodes of a group.
+    FootBound OfGroup(size_t group) const;
+
+    LargeVector<Boxes> boxes;
+    LargeVector<Tangents> tangents;  // of each node
   };
   struct Waiting {
     double squared;

@@ -33,9 +33,11 @@ struct Locator::State {
     StationIndex index;
   };
 
-  State(std::vector<kovltype> points, int type) : typ(type), search(std::move(points), CVaglinje::Seknoll) {}
+  State(std::vector<kovltype> all, int type)
+      : typ(type), points(std::move(all)), search(PlanSnapshot(points, CVaglinje::Seknoll)) {}
 
   int typ;
+  std::vector<kovltype> points;
   PlanSearch search;
   Stations plan_stations;
   Stations profile_stations;
@@ -68,7 +70,7 @@ void Locator::Vagstv(const double* x, const double* y, size_t count, double* sek
 int Locator::Vag2xy(double sek, double avst, double* x, double* y) const {
   if (state_->typ == kProfileType) return -1;
   *x = *y = kNoCoordinate;
-  const std::vector<kovltype>& points = state_->search.Plan().Points();
+  const std::vector<kovltype>& points = state_->points;
   const std::optional<size_t> segment =
       SegmentAtStation(points, state_->plan_stations.From(points, PlanStations), sek);
   if (!segment) return -1;
@@ -85,7 +87,7 @@ void Locator::Vag2xy(const double* sek, const double* avst, size_t count, double
 
 int Locator::Vagprofz(double sek, double* z) const {
   *z = kNoCoordinate;
-  const std::vector<kovltype>& points = state_->search.Plan().Points();
+  const std::vector<kovltype>& points = state_->points;
   if (state_->typ == kPlanType || points.size() < 2 || points[0].y > sek) return -1;
   const size_t segment = state_->profile_stations.From(points, ProfileEnds).FirstAbove(sek);
   if (segment + 1 >= points.size()) return -1;

@@ -5,15 +5,13 @@
 
 #include "velmora/alignment/geometry.h"
 #include "velmora/locator/bound_tree.h"
-#include "velmora/locator/plan_snapshot.h"
 #include "velmora/locator/segment_bounds.h"
+#include "velmora/platform/in_threads.h"
 
 namespace velmora {
 namespace {
 
-// The square of its distance from anything overflows: no chord that begins there is nearest, and the inverse
-// of the squared length of one that ends there is 0, as a degenerate one's.
-constexpr double kBeyondAll = 1e160;
+constexpr size_t kRoadsAtOnce = 256;
 
 // The position of a cell along a Hilbert curve through 65536 by 65536.
 std::uint32_t AlongHilbert(std::uint32_t column, std::uint32_t row) {
@@ -32,22 +30,26 @@ std::uint32_t AlongHilbert(std::uint32_t column, std::uint32_t row) {
   return position;
 }
 
-// The numbers of the roads along a Hilbert curve through the middles of their boxes.
-std::vector<std::uint32_t> AlongCurve(std::span<const RoadPoints> roads, const std::vector<bool>& takes) {
-  struct Item {
-    PlanePoint middle;
-    std::uint32_t key;
-    std::uint32_t road;
-  };
+struct Item {
+  PlanePoint middle;
+  std::uint32_t key;
+  std::uint32_t road;
+  bool has_arcs;
+};
+
+// The roads along a Hilbert curve through their middle points.
+std::vector<Item> AlongCurve(std::span<const RoadPoints> roads, const std::vector<bool>& takes, int threads) {
   std::vector<Item> items;
+  for (size_t i = 0; i < roads.size(); ++i)
+    if (takes[i] && roads[i].size() >= 2) items.push_back({{}, 0, static_cast<std::uint32_t>(i), false});
+  InRuns(items.size(), kRoadsAtOnce, threads, [&](size_t begin, size_t end) {
+    for (Item& item : std::span(items).subspan(begin, end - begin)) {
+      item.middle = InPlane(roads[item.road][roads[item.road].size() / 2]);
+      item.has_arcs = HasArcs(roads[item.road]);
+    }
+  });
   BoundingBox extent = kEmptyBounds;
-  for (size_t i = 0; i < roads.size(); ++i) {
-    if (!takes[i] || roads[i].size() < 2) continue;
-    BoundingBox box = kEmptyBounds;
-    for (const kovltype& point : roads[i]) box.Include(InPlane(point));
-    items.push_back({box.Middle(), 0, static_cast<std::uint32_t>(i)});
-    extent.Include(box.Middle());
-  }
+  for (const Item& item : items) extent.Include(item.middle);
   constexpr double kSteps = 65535;
   const double size = std::max({extent.high.h - extent.low.h, extent.high.v - extent.low.v, 1.0});
   const auto step = [&](double value, double low) {  // 0 where it is not a number
@@ -57,30 +59,27 @@ std::vector<std::uint32_t> AlongCurve(std::span<const RoadPoints> roads, const s
     item.key = AlongHilbert(step(item.middle.h, extent.low.h), step(item.middle.v, extent.low.v));
   std::sort(items.begin(), items.end(),
             [](const Item& a, const Item& b) { return a.key != b.key ? a.key < b.key : a.road < b.road; });
-  std::vector<std::uint32_t> order;
-  for (const Item& item : items) order.push_back(item.road);
-  return order;
+  return items;
 }
 
 }  // namespace
 
-MergedRoads MergeRoads(std::span<const RoadPoints> roads, const std::vector<bool>& takes) {
+bool HasArcs(RoadPoints points) {
+  // The last bulge does nothing.
+  return !points.empty() && std::any_of(points.begin(), points.end() - 1,
+                                        [](const kovltype& point) { return !IsStraight(point.bulge); });
+}
+
+MergedRoads MergeRoads(std::span<const RoadPoints> roads, const std::vector<bool>& takes, int threads) {
   MergedRoads merged;
   merged.ranges.resize(roads.size());
-  const std::vector<std::uint32_t> order = AlongCurve(roads, takes);
-  size_t count = 0;
-  for (const std::uint32_t road : order) count += roads[road].size() + BoundTree::kFan;
-  merged.points.reserve(count);
-  merged.marks.reserve(count);
-  for (const std::uint32_t road : order) {
-    const RoadPoints points = roads[road];
-    merged.ranges[road] = {merged.points.size(), merged.points.size() + points.size() - 1};
-    merged.points.insert(merged.points.end(), points.begin(), points.end());
-    merged.marks.insert(merged.marks.end(), points.size() - 1, RoadMark(road, IsDescending(points)));
-    merged.points.back().bulge = 0;  // does nothing, and must not shape what follows
-    merged.points.push_back({kBeyondAll, kBeyondAll, 0, 0});
-    while (merged.points.size() % BoundTree::kFan != 0) merged.points.push_back(merged.points.back());
-    merged.marks.resize(merged.points.size(), PlanSnapshot::kBetweenRoads);
+  for (const Item& item : AlongCurve(roads, takes, threads)) {
+    const RoadPoints points = roads[item.road];
+    const size_t begin = merged.vertices;
+    merged.ranges[item.road] = {begin, begin + points.size() - 1};
+    merged.pieces.push_back({points, begin, RoadMark(item.road, IsDescending(points)), item.has_arcs});
+    // At least one vertex between two roads, and each road begins with a leaf of the tree.
+    merged.vertices = (begin + points.size() + BoundTree::kFan) / BoundTree::kFan * BoundTree::kFan;
   }
   return merged;
 }

@@ -15,15 +15,6 @@ std::vector<RoadPoints> PointsOf(std::span<const std::vector<kovltype>> roads) {
   return {roads.begin(), roads.end()};
 }
 
-std::vector<std::vector<kovltype>> ReadPlans(std::span<const CString> files, int threads, int* results) {
-  std::vector<std::vector<kovltype>> plans;
-  for (RoadFile& file : ReadRoadFiles(files, threads)) {
-    *results++ = file.plan.size() < 2 ? -1 : 0;
-    plans.push_back(std::move(file.plan));
-  }
-  return plans;
-}
-
 }  // namespace
 
 struct Network::State {
@@ -35,15 +26,13 @@ struct Network::State {
 
   State(std::span<const RoadPoints> roads, int threads) : no_station(CVaglinje::Seknoll) {
     std::vector<bool> takes(roads.size(), true);
-    search.emplace(MergeRoads(roads, takes), no_station, threads);
+    search.emplace(MergeRoads(roads, takes, threads), no_station, threads);
     if (!search->Plan().HasUnbounded()) return;
     for (const std::uint32_t segment : search->Plan().Unbounded())
       takes[RoadOfMark(search->Plan().Roads()[segment])] = false;
-    search.emplace(MergeRoads(roads, takes), no_station, threads);
+    search.emplace(MergeRoads(roads, takes, threads), no_station, threads);
     for (size_t i = 0; i < roads.size(); ++i)
-      if (!takes[i])
-        unbounded.push_back(
-            {static_cast<int>(i), PlanSnapshot({roads[i].begin(), roads[i].end()}, no_station)});
+      if (!takes[i]) unbounded.push_back({static_cast<int>(i), PlanSnapshot(roads[i], no_station)});
   }
 
   std::optional<RoadAnswer> AnswerOf(const Unbounded& one, PlanePoint p) const {
@@ -60,8 +49,11 @@ struct Network::State {
 Network::Network(std::span<const std::vector<kovltype>> roads, int threads)
     : state_(std::make_unique<State>(PointsOf(roads), threads)) {}
 
-Network::Network(std::span<const CString> files, int threads, int* results)
-    : Network(ReadPlans(files, threads, results), threads) {}
+Network::Network(std::span<const CString> files, int threads, int* results) {
+  const RoadPlans read(files, threads);
+  for (const RoadPoints plan : read.Plans()) *results++ = plan.empty() ? -1 : 0;
+  state_ = std::make_unique<State>(read.Plans(), threads);
+}
 
 Network::~Network() = default;
 Network::Network(Network&&) noexcept = default;

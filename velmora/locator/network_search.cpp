@@ -48,11 +48,11 @@ class NetworkSearch::Met {
   size_t last_ = 0;
 };
 
-NetworkSearch::NetworkSearch(MergedRoads merged, double no_station, int threads,
+NetworkSearch::NetworkSearch(const MergedRoads& merged, double no_station, int threads,
                              const BatchRoutines& routines)
-    : PlanSearch(std::move(merged.points), no_station, routines, std::move(merged.marks), threads),
+    : PlanSearch(PlanSnapshot(merged, no_station, threads), routines),
       no_station_(no_station),
-      ranges_(std::move(merged.ranges)) {}
+      ranges_(merged.ranges) {}
 
 PointSearch NetworkSearch::SearchOf(std::uint32_t mark) const { return {{FallsByMark(mark), no_station_}}; }
 
@@ -65,10 +65,8 @@ std::optional<RoadAnswer> NetworkSearch::Conclude(std::uint32_t mark, const Poin
                                                   PlanePoint p) const {
   const auto road = static_cast<int>(RoadOfMark(mark));
   const size_t at = search.vertex;
-  if (IsInterior(mark, at) && search.feet.best > search.vertex_distance) {
-    const kovltype& vertex = Plan().Points()[at];
-    return RoadAnswer{road, vertex.sek, OffsetFromVertex(&vertex - 1, vertex, p, search.vertex_distance)};
-  }
+  if (IsInterior(mark, at) && search.feet.best > search.vertex_distance)
+    return RoadAnswer{road, Plan().Stations()[at], Plan().OffsetFrom(at, p, search.vertex_distance)};
   if (search.feet.Result() < 0) return std::nullopt;
   return RoadAnswer{road, search.feet.station, search.feet.offset};
 }

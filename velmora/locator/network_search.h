@@ -22,7 +22,7 @@ struct RoadAnswer {
 
 class NetworkSearch : public PlanSearch {
  public:
-  NetworkSearch(MergedRoads merged, double no_station, int threads,
+  NetworkSearch(const MergedRoads& merged, double no_station, int threads,
                 const BatchRoutines& routines = FastestRoutines());
 
   // Adds the answers of the roads within `metres`, in no order.

@@ -25,11 +25,8 @@ constexpr size_t kShortBatch = kMostInBatch / 2;
 
 }  // namespace
 
-PlanSearch::PlanSearch(std::vector<kovltype> points, double no_station, const BatchRoutines& routines,
-                       std::vector<std::uint32_t> roads, int threads)
-    : plan_(std::move(points), no_station, std::move(roads), threads),
-      routines_(routines),
-      whole_(ViewOf(nullptr)) {}
+PlanSearch::PlanSearch(PlanSnapshot plan, const BatchRoutines& routines)
+    : plan_(std::move(plan)), routines_(routines), whole_(ViewOf(nullptr)) {}
 
 PlanSearch::~PlanSearch() { delete spare_.load(); }
 
@@ -45,7 +42,7 @@ BatchView PlanSearch::ViewOf(const CandidateGrid* grid) const {
           plan_.Stations(),
           &plan_,
           grid,
-          plan_.Points().size() - 1,
+          plan_.Vertices() - 1,
           plan_.Descending(),
           plan_.Roads()};
 }

@@ -20,10 +20,7 @@ namespace velmora {
 
 class PlanSearch {
  public:
-  // As PlanSnapshot.
-  PlanSearch(std::vector<kovltype> points, double no_station,
-             const BatchRoutines& routines = FastestRoutines(), std::vector<std::uint32_t> roads = {},
-             int threads = 1);
+  explicit PlanSearch(PlanSnapshot plan, const BatchRoutines& routines = FastestRoutines());
   virtual ~PlanSearch();
   PlanSearch(const PlanSearch&) = delete;
   PlanSearch& operator=(const PlanSearch&) = delete;

@@ -1,7 +1,9 @@
 #include "velmora/locator/plan_snapshot.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 #include "velmora/platform/in_threads.h"
 
@@ -9,8 +11,13 @@ namespace velmora {
 namespace {
 
 constexpr size_t kSpare = 16;  // elements after the last vertex
-constexpr size_t kSegmentsInPart = size_t{1} << 14;
-static_assert(kSegmentsInPart % BoundTree::kFan == 0);  // parts share no leaf
+// Of the parts that threads fill: as large as a large page of an array's memory, as two threads that touch a
+// new page at once are both handed one, of which one is discarded.
+constexpr size_t kMostInPart = kLargePiece / sizeof(double);
+constexpr size_t kLeastInPart = kMostInPart / 16;
+constexpr size_t kPartsForThread = 4;
+// Of the vertices between roads. The square of its distance from anything overflows.
+constexpr double kBeyondAll = 1e160;
 
 }  // namespace
 
@@ -19,138 +26,235 @@ double Beyond(double distance) {
   return limit * limit;
 }
 
-// What is found about some consecutive segments, to be put together with that of the others.
+// What is found about some consecutive roads, to be put together with that of the others.
 struct PlanSnapshot::Part {
-  size_t begin;
-  size_t end;
-  std::vector<double> chord_slacks;  // empty when all are 0
+  std::span<const MergedRoads::Piece> pieces;
+  size_t end = 0;  // vertex after the last
+  size_t arcs = 0;
+  BoundingBox extent = kEmptyBounds;
+  std::vector<std::pair<size_t, double>> chord_slacks;  // where there is no array of them: of a few segments
   std::vector<std::uint32_t> unbounded;
   std::vector<AxisQuirk> axis_quirks;
 };
 
-PlanSnapshot::PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads,
-                           int threads)
-    : points_(std::move(points)),
-      roads_(std::move(roads)),
-      no_station_(no_station),
-      descending_(IsDescending(points_)),
-      vertices_count_(!points_.empty() && !std::isnan(points_[0].x) && !std::isnan(points_[0].y)) {
-  if (points_.empty()) return;
-  for (LargeVector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(points_.size() + kSpare);
-  NumberArcs();
-  std::vector<FootBound> leaves((Segments() + BoundTree::kFan - 1) / BoundTree::kFan);
-  std::vector<Part> parts(Segments() / kSegmentsInPart + 1);
-  InThreads(parts.size(), parts.size() == 1 ? 1 : threads, [&](size_t i) {
-    parts[i].begin = i * kSegmentsInPart;
-    parts[i].end = std::min(parts[i].begin + kSegmentsInPart, Segments());
-    Fill(parts[i]);
-    Bound(&parts[i], &leaves);
-  });
-  for (size_t i = points_.size() - 1; i < points_.size() + kSpare; ++i) {
-    h_[i] = points_.back().y;
-    v_[i] = points_.back().x;
-    stations_[i] = points_.back().sek;
+PlanSnapshot::PlanSnapshot(RoadPoints points, double no_station)
+    : PlanSnapshot(std::array{MergedRoads::Piece{points, 0, 0, HasArcs(points)}}, points.size(), false,
+                   no_station, 1) {}
+
+PlanSnapshot::PlanSnapshot(const MergedRoads& roads, double no_station, int threads)
+    : PlanSnapshot(roads.pieces, roads.vertices, true, no_station, threads) {}
+
+PlanSnapshot::PlanSnapshot(std::span<const MergedRoads::Piece> pieces, size_t vertices, bool several,
+                           double no_station, int threads)
+    : vertices_(vertices), no_station_(no_station) {
+  if (vertices == 0) return;
+  const RoadPoints first = pieces[0].points;
+  descending_ = IsDescending(first);
+  vertices_count_ = !std::isnan(first[0].x) && !std::isnan(first[0].y);
+  const size_t size = vertices + kSpare;
+  for (LargeVector<double>* array : {&h_, &v_, &stations_, &inverse_}) array->resize(size);
+  if (several) roads_.resize(size);
+  if (std::any_of(pieces.begin(), pieces.end(), [](const auto& piece) { return piece.has_arcs; })) {
+    for (LargeVector<double>* array : {&bulges_, &chord_slacks_}) array->resize(size);
+    arc_of_.resize(size);
   }
-  PutTogether(parts, std::move(leaves));
+  tree_.Begin(Segments());
+
+  std::vector<Part> parts;
+  const size_t in_part =
+      std::clamp(vertices / (ThreadsFor(threads) * kPartsForThread), kLeastInPart, kMostInPart);
+  for (size_t i = 0; i < pieces.size();) {
+    const size_t from = i;
+    while (++i < pieces.size() && pieces[i].begin - pieces[from].begin < in_part) {
+    }
+    parts.emplace_back().pieces = pieces.subspan(from, i - from);
+    parts.back().end = i < pieces.size() ? pieces[i].begin : vertices;
+  }
+  InThreads(parts.size(), threads, [&](size_t i) {
+    Part& part = parts[i];
+    for (size_t k = 0; k < part.pieces.size(); ++k)
+      Fill(part.pieces[k], k + 1 < part.pieces.size() ? part.pieces[k + 1].begin : part.end, &part);
+  });
+  SetUnsearched(vertices - 1, size);
+  for (size_t i = vertices; i < size; ++i) {
+    h_[i] = h_[vertices - 1];
+    v_[i] = v_[vertices - 1];
+    stations_[i] = stations_[vertices - 1];
+  }
+  PutTogether(parts, threads);
 }
 
-void PlanSnapshot::NumberArcs() {
-  const auto is_arc = [](const kovltype& a) { return !IsStraight(a.bulge); };
-  if (std::none_of(points_.begin(), points_.end() - 1, is_arc)) return;
-  arc_of_.assign(points_.size(), kNoArc);
-  std::uint32_t arcs = 0;
-  for (size_t i = 0; i < Segments(); ++i)
-    if (is_arc(points_[i])) arc_of_[i] = arcs++;
-  arcs_.resize(arcs);
+// Nothing else than coordinates and stations of what begins at these vertices is used.
+void PlanSnapshot::SetUnsearched(size_t begin, size_t end) {
+  std::fill(&inverse_[begin], &inverse_[end], 0.0);
+  if (!roads_.empty()) std::fill(&roads_[begin], &roads_[end], kBetweenRoads);
+  if (arc_of_.empty()) return;
+  std::fill(&chord_slacks_[begin], &chord_slacks_[end], 0.0);
+  std::fill(&arc_of_[begin], &arc_of_[end], kNoArc);
 }
 
-void PlanSnapshot::Fill(const Part& part) {
-  for (size_t i = part.begin; i < part.end; ++i) {
-    const PlanePoint a = InPlane(points_[i]);
-    const PlanePoint b = InPlane(points_[i + 1]);
-    h_[i] = a.h;
-    v_[i] = a.v;
-    stations_[i] = points_[i].sek;
-    const double dh = b.h - a.h;
-    const double dv = b.v - a.v;
+// With what lies between the road and `end`.
+void PlanSnapshot::Fill(const MergedRoads::Piece& piece, size_t end, Part* part) {
+  const size_t begin = piece.begin;
+  const size_t last = begin + piece.points.size() - 1;
+  for (size_t i = begin; i <= last; ++i) {
+    const kovltype& point = piece.points[i - begin];
+    h_[i] = point.y;
+    v_[i] = point.x;
+    stations_[i] = point.sek;
+    if (!bulges_.empty()) bulges_[i] = point.bulge;
+  }
+  for (size_t i = last + 1; i < end; ++i) {
+    h_[i] = v_[i] = kBeyondAll;
+    stations_[i] = 0;
+  }
+  for (size_t i = begin; i < last; ++i) {
+    const double dh = h_[i + 1] - h_[i];
+    const double dv = v_[i + 1] - v_[i];
     const double squared = dh * dh + dv * dv;
     inverse_[i] = squared >= kShortestSquared ? 1 / squared : 0;
-    if (!arc_of_.empty() && arc_of_[i] != kNoArc) arcs_[arc_of_[i]] = FrameOfArc(a, points_[i].bulge, b);
   }
+  if (!roads_.empty()) std::fill(&roads_[begin], &roads_[last], piece.mark);
+  SetUnsearched(last, end);
+  for (size_t from = begin; from < std::min(end, Segments()); from += BoundTree::kFan)
+    BoundLeaf(from, std::min(from + BoundTree::kFan, std::max(from, last)), part);
 }
 
-void PlanSnapshot::Bound(Part* part, std::vector<FootBound>* leaves) const {
-  static_assert(BoundTree::kFan <= StraightTangents::kMost);
-  for (size_t begin = part->begin; begin < part->end; begin += BoundTree::kFan) {
-    FootBound& leaf = (*leaves)[begin / BoundTree::kFan];
-    StraightTangents straights;
-    for (size_t i = begin; i < std::min(begin + BoundTree::kFan, part->end); ++i) {
-      if (IsBetweenRoads(i)) continue;
-      const PlanePoint a = InPlane(points_[i]);
-      const PlanePoint b = InPlane(points_[i + 1]);
-      SegmentBounds bounds;
-      if (const ArcFrame* const frame = ArcOf(i)) {
-        const ArcBounds arc = BoundsOfArc(a, b, *frame);
-        bounds = arc.segment;
-        leaf.tangents.Include(arc.tangents);
-        for (const FootBound& quirk : arc.axis_quirks)
-          part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
-      } else {
-        bounds = BoundsOfStraight(a, b);
-        if (!bounds.unbounded) straights.Add(a, b, inverse_[i]);
-      }
-      if (bounds.unbounded) {
-        part->unbounded.push_back(static_cast<std::uint32_t>(i));
-        continue;
-      }
-      leaf.box.Include(bounds.box);
-      if (bounds.chord_slack > 0) {
-        part->chord_slacks.resize(part->end - part->begin);
-        part->chord_slacks[i - part->begin] = bounds.chord_slack;
-      }
+void PlanSnapshot::BoundLeaf(size_t begin, size_t end, Part* part) {
+  FootBound leaf;
+  if (begin < end && !BoundPlainLeaf(begin, end, &leaf, part))
+    for (size_t i = begin; i < end; ++i) BoundSegment(i, &leaf, part);
+  part->extent.Include(leaf.box);
+  tree_.SetLeaf(begin / BoundTree::kFan, leaf);
+}
+
+// All segments at once where they are neither very long nor very short; false, with nothing done, for others.
+bool PlanSnapshot::BoundPlainLeaf(size_t begin, size_t end, FootBound* leaf, Part* part) {
+  constexpr double kLeastInverse = 1.01 / (kLongStraight * kLongStraight);
+  constexpr double kMostInverse = 0.99 / (kShortStraight * kShortStraight);
+  BoundingBox box = kEmptyBounds;
+  double least = inverse_[begin];
+  double most = least;
+  for (size_t i = begin; i < end; ++i) {
+    box.Include(At(i));
+    least = std::min(least, inverse_[i]);
+    most = std::max(most, inverse_[i]);
+  }
+  box.Include(At(end));
+  if (!(least >= kLeastInverse && most <= kMostInverse && box.low.h >= -kLargestCoordinate &&
+        box.low.v >= -kLargestCoordinate && box.high.h <= kLargestCoordinate &&
+        box.high.v <= kLargestCoordinate))
+    return false;
+  double noise = 0;
+  double bend = 0;
+  for (size_t i = begin; i < end && !arc_of_.empty(); ++i) {
+    chord_slacks_[i] = 0;
+    arc_of_[i] = kNoArc;
+    if (IsStraight(bulges_[i])) continue;
+    const PlanePoint a = At(i);
+    const PlanePoint b = At(i + 1);
+    const std::optional<FlatArc> arc = AsFlatArc({b.h - a.h, b.v - a.v}, bulges_[i]);
+    if (!arc) {
+      BoundSegment(i, leaf, part);
+      continue;
     }
-    leaf.tangents.Include(straights.All());
+    chord_slacks_[i] = arc->sagitta + arc->noise;
+    arc_of_[i] = kNotMade;
+    ++part->arcs;
+    noise = std::max(noise, arc->noise);
+    bend = std::max(bend, arc->bend);
   }
+  box.Grow(ReachOfStraight(1 / std::sqrt(least)) + noise);
+  leaf->box.Include(box);
+  leaf->tangents.Include(TangentsOfChords(&h_[begin], &v_[begin], &inverse_[begin], end - begin, bend));
+  return true;
 }
 
-void PlanSnapshot::PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves) {
+void PlanSnapshot::BoundSegment(size_t i, FootBound* leaf, Part* part) {
+  const PlanePoint a = At(i);
+  const PlanePoint b = At(i + 1);
+  SegmentBounds bounds;
+  if (bulges_.empty() || IsStraight(bulges_[i])) {
+    bounds = BoundsOfStraight(a, b);
+    if (!bounds.unbounded && inverse_[i] != 0)
+      leaf->tangents.Include(TangentsOfChords(&h_[i], &v_[i], &inverse_[i], 1, 0));
+    if (!arc_of_.empty()) arc_of_[i] = kNoArc;
+  } else {
+    const ArcBounds arc = BoundsOfArc(a, b, FrameOfArc(a, bulges_[i], b));
+    bounds = arc.segment;
+    leaf->tangents.Include(arc.tangents);
+    for (const FootBound& quirk : arc.axis_quirks)
+      part->axis_quirks.push_back({quirk, static_cast<std::uint32_t>(i)});
+    arc_of_[i] = kNotMade;
+    ++part->arcs;
+  }
+  if (bounds.unbounded) {
+    part->unbounded.push_back(static_cast<std::uint32_t>(i));
+    bounds.chord_slack = 0;
+  } else {
+    leaf->box.Include(bounds.box);
+  }
+  if (!chord_slacks_.empty())
+    chord_slacks_[i] = bounds.chord_slack;
+  else if (bounds.chord_slack > 0)
+    part->chord_slacks.emplace_back(i, bounds.chord_slack);
+}
+void PlanSnapshot::PutTogether(std::span<const Part> parts, int threads) {
+  size_t arcs = 0;
   for (const Part& part : parts) {
+    arcs += part.arcs;
+    extent_.Include(part.extent);
     unbounded_.insert(unbounded_.end(), part.unbounded.begin(), part.unbounded.end());
     axis_quirks_.insert(axis_quirks_.end(), part.axis_quirks.begin(), part.axis_quirks.end());
     if (part.chord_slacks.empty()) continue;
-    chord_slacks_.resize(h_.size());
-    std::copy(part.chord_slacks.begin(), part.chord_slacks.end(),
-              chord_slacks_.begin() + static_cast<std::ptrdiff_t>(part.begin));
+    if (chord_slacks_.empty()) chord_slacks_.resize(h_.size(), 0.0);
+    for (const auto& [segment, slack] : part.chord_slacks) chord_slacks_[segment] = slack;
   }
-  for (const FootBound& leaf : leaves) extent_.Include(leaf.box);
-  tree_.Build(std::move(leaves));
-  std::vector<FootBound> quirk_leaves((axis_quirks_.size() + BoundTree::kFan - 1) / BoundTree::kFan);
-  for (size_t i = 0; i < axis_quirks_.size(); ++i)
-    quirk_leaves[i / BoundTree::kFan].Include(axis_quirks_[i].bound);
-  axis_tree_.Build(std::move(quirk_leaves));
+  arcs_.resize(arcs);
+  tree_.Finish(threads);
+  axis_tree_.Begin(axis_quirks_.size());
+  for (size_t begin = 0; begin < axis_quirks_.size(); begin += BoundTree::kFan) {
+    FootBound leaf;
+    for (size_t i = begin; i < std::min(begin + BoundTree::kFan, axis_quirks_.size()); ++i)
+      leaf.Include(axis_quirks_[i].bound);
+    axis_tree_.SetLeaf(begin / BoundTree::kFan, leaf);
+  }
+  axis_tree_.Finish(threads);
+}
+
+const ArcFrame* PlanSnapshot::MakeArc(size_t segment, ArcFrame* room) const {
+  *room = FrameOfArc(At(segment), bulges_[segment], At(segment + 1));
+  std::atomic_ref arc_of(arc_of_[segment]);
+  std::uint32_t state = kNotMade;
+  if (!arc_of.compare_exchange_strong(state, kBeingMade, std::memory_order_relaxed)) return room;
+  const std::uint32_t arc = std::atomic_ref(arcs_made_).fetch_add(1, std::memory_order_relaxed);
+  arcs_[arc] = *room;
+  arc_of.store(arc, std::memory_order_release);
+  return room;
 }
 
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {
-  const ArcFrame* arc = ArcOf(segment);
+  ArcFrame room;  // NOLINT: filled where it is used
+  const ArcFrame* arc = ArcOf(segment, &room);
   search->feet.Consider(
-      segment, points_[segment],
+      segment, PointAt(segment),
       arc != nullptr ? FootOnArc(*arc, p) : FootOnStraight(At(segment), At(segment + 1), p));
 }
 
 StationOffset PlanSnapshot::Conclude(const PointSearch& search, PlanePoint p) const {
   const size_t at = search.vertex;
   if (vertices_count_ && IsInterior(at) && search.feet.best > search.vertex_distance)
-    return {0, points_[at].sek, OffsetFromVertex(&points_[at - 1], points_[at], p, search.vertex_distance)};
+    return {0, stations_[at], OffsetFrom(at, p, search.vertex_distance)};
   return {search.feet.Result(), search.feet.station, search.feet.offset};
 }
 
 StationOffset PlanSnapshot::Find(PlanePoint p) const {
   PointSearch search = NewSearch();
-  if (points_.empty()) return Conclude(search, p);
+  if (vertices_ == 0) return Conclude(search, p);
   // No segment is at a finite distance from a point that is not finite.
   if (!std::isfinite(p.h) || !std::isfinite(p.v)) return {-1, no_station_, 0};
 
-  const size_t last = points_.size() - 1;
+  const size_t last = vertices_ - 1;
   for (const size_t end : {size_t{0}, last}) search.ConsiderVertex(end, Distance(p, At(end)));
   for (const std::uint32_t segment : unbounded_) {
     ConsiderSegment(segment, p, &search);

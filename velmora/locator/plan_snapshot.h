@@ -3,6 +3,7 @@
 #ifndef VELMORA_LOCATOR_PLAN_SNAPSHOT_H_
 #define VELMORA_LOCATOR_PLAN_SNAPSHOT_H_
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -13,14 +14,10 @@
 #include "velmora/alignment/geometry.h"
 #include "velmora/alignment/station_search.h"
 #include "velmora/locator/bound_tree.h"
+#include "velmora/locator/merged_roads.h"
 #include "velmora/platform/large_vector.h"
 
 namespace velmora {
-
-// A segment's road among several: its number and whether its stations fall.
-constexpr std::uint32_t RoadMark(std::uint32_t road, bool falls) { return road << 1 | (falls ? 1U : 0U); }
-constexpr std::uint32_t RoadOfMark(std::uint32_t mark) { return mark >> 1; }
-constexpr bool FallsByMark(std::uint32_t mark) { return (mark & 1) != 0; }
 
 // Farther out than any foot that counts; squared distances do not overflow yet.
 inline constexpr double kFarthestPoint = 1e100;
@@ -54,20 +51,26 @@ class PlanSnapshot {
     std::uint32_t segment;
   };
 
-  // One road; or several (MergeRoads): `roads` then holds each segment's mark, kBetweenRoads for one that
-  // joins two.
-  // Made by `threads` threads (0: one a processor).
-  PlanSnapshot(std::vector<kovltype> points, double no_station, std::vector<std::uint32_t> roads = {},
-               int threads = 1);
-  static constexpr std::uint32_t kBetweenRoads = 0xffffffff;
+  // One road; or several, made by `threads` threads (0: one a processor). Points are copied. @{
+  PlanSnapshot(RoadPoints points, double no_station);
+  PlanSnapshot(const MergedRoads& roads, double no_station, int threads);
+  // @}
 
-  const std::vector<kovltype>& Points() const { return points_; }
-  size_t Segments() const { return points_.size() < 2 ? 0 : points_.size() - 1; }
+  size_t Vertices() const { return vertices_; }
+  size_t Segments() const { return vertices_ < 2 ? 0 : vertices_ - 1; }
   bool Descending() const { return descending_; }
-  // The marks of several roads, null with one.
+  // Each segment's mark among several roads, kBetweenRoads for one that joins two; null with one road.
+  static constexpr std::uint32_t kBetweenRoads = 0xffffffff;
   const std::uint32_t* Roads() const { return roads_.empty() ? nullptr : roads_.data(); }
   bool IsBetweenRoads(size_t segment) const { return !roads_.empty() && roads_[segment] == kBetweenRoads; }
   PlanePoint At(size_t vertex) const { return {h_[vertex], v_[vertex]}; }
+  // Without its bulge.
+  kovltype PointAt(size_t vertex) const { return {v_[vertex], h_[vertex], 0, stations_[vertex]}; }
+  // The offset of a point whose nearest vertex, which is not an end, is `distance` away.
+  double OffsetFrom(size_t vertex, PlanePoint p, double distance) const {
+    const kovltype before = PointAt(vertex - 1);
+    return OffsetFromVertex(&before, PointAt(vertex), p, distance);
+  }
   // Arrays for comparing several segments at once from any one on, with spare elements after the last:
   // coordinates, the inverse of a chord's squared length (0 for a degenerate one), and the chord slacks of
   // SegmentBounds, null when all are 0.
@@ -77,8 +80,13 @@ class PlanSnapshot {
   const double* Inverse() const { return inverse_.data(); }
   const double* ChordSlacks() const { return chord_slacks_.empty() ? nullptr : chord_slacks_.data(); }
   double ChordSlack(size_t segment) const { return chord_slacks_.empty() ? 0.0 : chord_slacks_[segment]; }
-  const ArcFrame* ArcOf(size_t segment) const {
-    return arc_of_.empty() || arc_of_[segment] == kNoArc ? nullptr : &arcs_[arc_of_[segment]];
+  // The arc of a segment, null for a straight. It is computed when it is first asked for, and is then in
+  // `room` if another thread is computing it.
+  const ArcFrame* ArcOf(size_t segment, ArcFrame* room) const {
+    if (arc_of_.empty()) return nullptr;
+    const std::uint32_t arc = std::atomic_ref(arc_of_[segment]).load(std::memory_order_acquire);
+    if (arc == kNoArc) return nullptr;
+    return arc < kBeingMade ? &arcs_[arc] : MakeArc(segment, room);
   }
   // Whether comparing chords bounds the distances of a single road's feet.
   bool CanCompareAll() const { return roads_.empty() && axis_quirks_.empty() && !HasUnbounded(); }
@@ -95,29 +103,38 @@ class PlanSnapshot {
   // The answer of CVaglinje::Vagstv after the same segments and vertices.
   StationOffset Conclude(const PointSearch& search, PlanePoint p) const;
   // Whether the nearest vertex may answer: not an end.
-  bool IsInterior(size_t vertex) const { return vertex > 0 && vertex + 1 < points_.size(); }
+  bool IsInterior(size_t vertex) const { return vertex > 0 && vertex + 1 < vertices_; }
 
   // The answer of CVaglinje::Vagstv with search mode 0, by the trees.
   StationOffset Find(PlanePoint p) const;
 
  private:
+  // Of a segment's arc; a lower number is its position in arcs_.
   static constexpr std::uint32_t kNoArc = 0xffffffff;
+  static constexpr std::uint32_t kNotMade = 0xfffffffe;
+  static constexpr std::uint32_t kBeingMade = 0xfffffffd;
 
   struct Part;
 
-  void NumberArcs();
-  void Fill(const Part& part);
-  void Bound(Part* part, std::vector<FootBound>* leaves) const;
-  void PutTogether(const std::vector<Part>& parts, std::vector<FootBound> leaves);
+  PlanSnapshot(std::span<const MergedRoads::Piece> pieces, size_t vertices, bool several, double no_station,
+               int threads);
+  void Fill(const MergedRoads::Piece& piece, size_t end, Part* part);
+  void SetUnsearched(size_t begin, size_t end);
+  void BoundLeaf(size_t begin, size_t end, Part* part);
+  bool BoundPlainLeaf(size_t begin, size_t end, FootBound* leaf, Part* part);
+  void BoundSegment(size_t i, FootBound* leaf, Part* part);
+  void PutTogether(std::span<const Part> parts, int threads);
+  const ArcFrame* MakeArc(size_t segment, ArcFrame* room) const;
 
-  std::vector<kovltype> points_;
-  std::vector<std::uint32_t> roads_;
+  size_t vertices_;
   double no_station_;
-  bool descending_;
-  bool vertices_count_;  // false when the first is not a number: no other is then nearer
-  LargeVector<double> h_, v_, stations_, inverse_, chord_slacks_;
-  std::vector<ArcFrame> arcs_;
-  std::vector<std::uint32_t> arc_of_;
+  bool descending_ = false;
+  bool vertices_count_ = false;  // not when the first is not a number: no other is then nearer
+  LargeVector<double> h_, v_, stations_, inverse_, chord_slacks_, bulges_;
+  LargeVector<std::uint32_t> roads_;
+  mutable LargeVector<std::uint32_t> arc_of_;
+  mutable LargeVector<ArcFrame> arcs_;
+  mutable std::uint32_t arcs_made_ = 0;
   std::vector<std::uint32_t> unbounded_;
   BoundingBox extent_ = kEmptyBounds;
   BoundTree tree_;

@@ -12,6 +12,10 @@ constexpr double kLargestRadius = 1e12;
 constexpr double kAngleNoise = 1e-7;
 constexpr double kQuarter = std::numbers::pi / 2;
 
+// In metres on a circle of this radius: of its points, and of where angles place them.
+double RoundingOn(double radius) { return 1e-6 + 1e-12 * radius; }
+double NoiseOn(double radius) { return RoundingOn(radius) + 2 * kAngleNoise * radius; }
+
 bool Within(PlanePoint p, double limit) { return std::fabs(p.h) <= limit && std::fabs(p.v) <= limit; }
 
 // At least the angle, of a quarter turn at most.
@@ -46,6 +50,27 @@ double FarthestFromChord(PlanePoint a, PlanePoint b, const BoundingBox& box) {
 
 }  // namespace
 
+// Where the tangents at both ends, and so all between, lie within one quadrant and not beside an axis, ranks
+// and angles on the arc are far from their quarter-turn jumps.
+std::optional<FlatArc> AsFlatArc(PlanePoint chord, double bulge) {
+  constexpr double kLeastBulge = 1e-4;  // a sweep of a thousand times the noise of angles
+  constexpr double kMostBulge = 0.2;    // 45 degrees
+  const double flat = std::fabs(bulge);
+  if (!(flat >= kLeastBulge && flat <= kMostBulge)) return std::nullopt;
+  // These tangents are the chord turned by half the sweep, whose tangent is 2 bulge / (1 - bulge²), to either
+  // side, and 1 + bulge² times as long.
+  const double along = 1 - flat * flat;
+  const double across = 2 * flat;
+  const double length = std::sqrt(chord.h * chord.h + chord.v * chord.v);
+  // A millimetre from the axes, and twenty times the noise of angles.
+  const double least = 2 * across * 0.001 + 2e-6 * length;
+  const double h = std::fabs(chord.h);
+  const double v = std::fabs(chord.v);
+  if (!(h * along - v * across > least && v * along - h * across > least)) return std::nullopt;
+  const double radius = length * (1 + flat * flat) / (2 * across);
+  return FlatArc{flat * length / 2, 2 * NoiseOn(radius), across + 2 * kAngleNoise};
+}
+
 ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
   ArcBounds bounds{BoundsOfStraight(a, b), {}, {}};
   SegmentBounds& segment = bounds.segment;
@@ -65,8 +90,8 @@ ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
   if (last < first) last += 4 * kQuarter;
   const double from = first - kAngleNoise;
   const double to = last + kAngleNoise;
-  const double slack = 1e-6 + 1e-12 * circle.radius;
-  const double noise = slack + 2 * kAngleNoise * circle.radius;
+  const double slack = RoundingOn(circle.radius);
+  const double noise = NoiseOn(circle.radius);
   constexpr double kPlainSweep = 3;  // less than half a turn
 
   const PlanePoint to_first = ToAngle(first);
@@ -120,18 +145,21 @@ void Tangents::Include(const Tangents& other) {
   spread = between / 2 + std::max(spread, other.spread) + 1e-9;
 }
 
-Tangents StraightTangents::All() const {
-  Tangents all;
-  if (count_ == 0) return all;
-  const double length = std::sqrt(sum_.h * sum_.h + sum_.v * sum_.v);  // at least the longest chord's
-  all.middle = {sum_.h / length, sum_.v / length};
+Tangents TangentsOfChords(const double* h, const double* v, const double* inverse, size_t count,
+                          double bend) {
+  constexpr double kAny = 2;
+  // From the first end to the last.
+  const PlanePoint whole{h[count] - h[0], v[count] - v[0]};
+  const double squared = whole.h * whole.h + whole.v * whole.v;
+  if (!(squared >= kShortestSquared)) return {{1, 0}, kAny};
+  const double length = std::sqrt(squared);
+  const PlanePoint middle{whole.h / length, whole.v / length};
   double squared_sine = 0;
-  for (size_t i = 0; i < count_; ++i) {
-    const double across = all.middle.h * straight_[i].chord.v - all.middle.v * straight_[i].chord.h;
-    squared_sine = std::max(squared_sine, across * across * straight_[i].inverse);
+  for (size_t i = 0; i < count; ++i) {
+    const double across = middle.h * (v[i + 1] - v[i]) - middle.v * (h[i + 1] - h[i]);
+    squared_sine = std::max(squared_sine, across * across * inverse[i]);
   }
-  all.spread = AngleOfSine(std::sqrt(squared_sine)) + 2e-9;
-  return all;
+  return {middle, AngleOfSine(std::sqrt(squared_sine)) + bend + 2e-9};
 }
 
 void FootBound::Include(const FootBound& other) {

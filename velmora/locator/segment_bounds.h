@@ -4,9 +4,9 @@
 #define VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "velmora/alignment/geometry.h"
@@ -59,29 +59,9 @@ struct FootBound {
   void Include(const FootBound& other);
 };
 
-// The directions of a few straights at once.
-class StraightTangents {
- public:
-  static constexpr size_t kMost = 8;
-  // `inverse` is that of the squared length, 0 for a degenerate one, which has none.
-  void Add(PlanePoint a, PlanePoint b, double inverse) {
-    if (inverse == 0) return;
-    const PlanePoint chord{b.h - a.h, b.v - a.v};
-    const double turn = sum_.h * chord.h + sum_.v * chord.v < 0 ? -1 : 1;
-    sum_ = {sum_.h + turn * chord.h, sum_.v + turn * chord.v};
-    straight_[count_++] = {chord, inverse};
-  }
-  Tangents All() const;
-
- private:
-  struct Straight {
-    PlanePoint chord;
-    double inverse;
-  };
-  size_t count_ = 0;
-  PlanePoint sum_{0, 0};                  // of the chords, each turned so that it does not point back
-  std::array<Straight, kMost> straight_;  // NOLINT: filled as far as it is read
-};
+// The directions of consecutive chords, the first from (h[0], v[0]) on, and of all within `bend` of them.
+// `inverse` is that of a chord's squared length, 0 for a degenerate one, which has no direction.
+Tangents TangentsOfChords(const double* h, const double* v, const double* inverse, size_t count, double bend);
 
 // Bounds of one segment, but for its tangents.
 struct SegmentBounds {
@@ -93,21 +73,35 @@ struct SegmentBounds {
 };
 
 inline constexpr double kChordReach = 0.00011;
+inline constexpr double kLargestCoordinate = 1e9;  // m
+inline constexpr double kLongStraight = 1e4;
+inline constexpr double kShortStraight = 0.02;
+// How far feet lie outside the box of the ends of a straight of this length.
+inline double ReachOfStraight(double length) { return 2 * kChordReach * length + 1e-6 + 1e-12 * length; }
 
 inline SegmentBounds BoundsOfStraight(PlanePoint a, PlanePoint b) {
-  constexpr double kLargestCoordinate = 1e9;  // m
-  constexpr double kLongStraight = 1e4;
   const auto within = [](double value) { return std::fabs(value) <= kLargestCoordinate; };
   SegmentBounds bounds;
   bounds.unbounded = !(within(a.h) && within(a.v) && within(b.h) && within(b.v));
   const double length = Distance(a, b);
   bounds.box.Include(a);
   bounds.box.Include(b);
-  bounds.box.Grow(2 * kChordReach * length + 1e-6 + 1e-12 * length);
+  bounds.box.Grow(ReachOfStraight(length));
   if (length > kLongStraight) bounds.chord_slack = 0.001;  // rounding grows with the length
-  if (length < 0.02) bounds.chord_slack = 0.02;  // keeps degenerate ones out of the comparison of bare chords
+  if (length < kShortStraight)
+    bounds.chord_slack = kShortStraight;  // keeps degenerate ones out of the comparison of bare chords
   return bounds;
 }
+
+// An arc as those of roads mostly are: flat, and plainly far from the axes of its circle. It lies in the box
+// of its ends, and its tangents near the direction of its chord.
+struct FlatArc {
+  double sagitta;
+  double noise;  // m, of where its feet are
+  double bend;   // tangents are within this angle of the chord
+};
+// Nothing for other arcs. The chord is neither a long straight nor a short one.
+std::optional<FlatArc> AsFlatArc(PlanePoint chord, double bulge);
 
 // What an arc has besides.
 struct ArcBounds {

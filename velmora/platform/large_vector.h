@@ -1,9 +1,11 @@
-// Vectors whose memory is in large pages when it is large.
+// Vectors of numbers whose memory is in large pages when it is large. New elements are not set, so that the
+// threads that fill them are those that the memory is handed over to.
 #ifndef VELMORA_PLATFORM_LARGE_VECTOR_H_
 #define VELMORA_PLATFORM_LARGE_VECTOR_H_
 
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "velmora/platform/large_memory.h"
@@ -28,6 +30,14 @@ struct LargeAllocator {
       FreeLargeMemory(memory);
     else
       std::allocator<T>().deallocate(memory, count);
+  }
+  template <class U>
+  void construct(U* at) {
+    ::new (static_cast<void*>(at)) U;
+  }
+  template <class U, class... Values>
+  void construct(U* at, Values&&... values) {
+    ::new (static_cast<void*>(at)) U(std::forward<Values>(values)...);
   }
   bool operator==(const LargeAllocator&) const = default;
 

@@ -40,13 +40,21 @@ std::string_view WithoutCarriageReturn(std::string_view line, TextEncoding encod
 
 }  // namespace
 
+// Keeps the memory.
+void TextReader::StartOver() {
+  TextReader fresh;
+  fresh.buffer_.swap(buffer_);
+  fresh.text_.swap(text_);
+  *this = std::move(fresh);
+}
+
 bool TextReader::Open(const CString& path, Guess guess) {
-  *this = TextReader();
+  StartOver();
   return file_.Open(path) && Start(guess);
 }
 
 bool TextReader::OpenStandardInput(Guess guess) {
-  *this = TextReader();
+  StartOver();
   return file_.OpenStandardInput() && Start(guess);
 }
 
@@ -54,6 +62,7 @@ void TextReader::OpenBytes(std::string bytes) {
   *this = TextReader();
   buffer_ = std::move(bytes);
   end_ = buffer_.size();
+  buffer_.resize(end_ + kZerosAfter);
   size_ = consumed_ = end_;
   at_end_ = true;
   encoding_ = EncodingFromMark(Pending());
@@ -98,19 +107,21 @@ bool TextReader::ReadMore() {
   if (start_ > 0) std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
   end_ -= start_;
   start_ = 0;
-  // Small files take one read and a second one for their end.
-  const size_t room = size_ == 0 ? kMostRead / 4 : std::clamp<size_t>(size_, kLeastRead, kMostRead);
-  if (buffer_.size() < end_ + room) buffer_.resize(end_ + room);
+  // Small files take one read: what is shorter than asked for ends where the file's size says.
+  const size_t room = size_ == 0
+                          ? kMostRead / 4
+                          : static_cast<size_t>(std::clamp<std::uint64_t>(size_ + 1, kLeastRead, kMostRead));
+  if (buffer_.size() < end_ + room + kZerosAfter) buffer_.resize(end_ + room + kZerosAfter);
   const std::int64_t count = file_.Read(std::span(buffer_).subspan(end_, room));
   failed_ = count < 0;
-  at_end_ = count == 0;
-  if (count <= 0) {
-    file_.Close();
-    return false;
+  if (count > 0) {
+    end_ += static_cast<size_t>(count);
+    consumed_ += static_cast<std::uint64_t>(count);
   }
-  end_ += static_cast<size_t>(count);
-  consumed_ += static_cast<std::uint64_t>(count);
-  return true;
+  std::memset(buffer_.data() + end_, 0, kZerosAfter);
+  at_end_ = count == 0 || (consumed_ == size_ && static_cast<size_t>(count) < room);
+  if (failed_ || at_end_) file_.Close();
+  return count > 0;
 }
 
 // The bytes of the next line, valid until the next call.

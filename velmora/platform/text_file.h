@@ -36,8 +36,10 @@ class VELMORA_API TextReader {
   [[nodiscard]] bool ReadLine(CString* line);
   static constexpr size_t kLongestLine = size_t{4} << 20;  // bytes
 
-  // For parsers of plain ASCII: the bytes that are read but not yet returned. Empty in UTF-16.
+  // For parsers of plain ASCII: the bytes that are read but not yet returned. Empty in UTF-16. As many as
+  // kZerosAfter bytes after them can be read, and the first is a zero or an end-of-file character.
   std::string_view Buffered() const;
+  static constexpr size_t kZerosAfter = 128;
   // Removes that many of them, whole lines, from their front.
   void Skip(size_t count) { start_ += count; }
 
@@ -62,6 +64,7 @@ class VELMORA_API TextReader {
   std::uint64_t Consumed() const { return consumed_; }  // bytes read so far, for progress
 
  private:
+  void StartOver();
   bool Start(Guess guess);
   bool Fill();
   bool ReadMore();

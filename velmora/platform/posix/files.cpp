@@ -210,8 +210,15 @@ InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 bool InputFile::Open(const CString& path) {
   Close();
   auto opened = std::make_unique<System>();
-  opened->path = NativePath(path);
-  opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
+  // Most files are named as they are on the disk. A hook is told of one call, with the file's own name.
+  if (CurrentDiskHook() == nullptr) {
+    opened->path = PathAsGiven(path);
+    opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
+  }
+  if (!opened->owned) {
+    opened->path = NativePath(path);
+    opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
+  }
   opened->fd = opened->owned.Get();
   if (!opened->owned || !Examine(opened->fd, &opened->size)) return false;
   system_ = std::move(opened);

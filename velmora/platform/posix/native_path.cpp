@@ -92,6 +92,12 @@ std::optional<std::string> SlashedPath(const CString& path) {
   return bytes;
 }
 
+// Of slashed paths; nothing without a drive.
+std::optional<std::string> DrivePathOf(const std::string& path) {
+  if (DriveLetter(path) == 0) return std::nullopt;
+  return path.substr(0, 2) + WithoutDots(std::string_view(path).substr(2));
+}
+
 bool Exists(const std::string& path) {
   struct stat status {};
   return lstat(path.c_str(), &status) == 0;
@@ -150,8 +156,10 @@ std::optional<std::string> NativeBytes(std::wstring_view text) {
       bytes.push_back(static_cast<char>(c - kByteEscape));
     } else if (c == 0 || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
       return std::nullopt;
+    } else if (c < 0x80) {
+      bytes.push_back(c == '\\' ? '/' : static_cast<char>(c));
     } else {
-      AppendUtf8(c == '\\' ? U'/' : c, &bytes);
+      AppendUtf8(c, &bytes);
     }
   }
   return bytes;
@@ -183,19 +191,21 @@ std::string UserDataFolder() {
 
 std::optional<std::string> PlainDrivePath(const CString& path) {
   const std::optional<std::string> bytes = SlashedPath(path);
-  if (!bytes || DriveLetter(*bytes) == 0) return std::nullopt;
-  return bytes->substr(0, 2) + WithoutDots(std::string_view(*bytes).substr(2));
+  return bytes ? DrivePathOf(*bytes) : std::nullopt;
+}
+
+std::string PathAsGiven(const CString& path) {
+  std::optional<std::string> bytes = SlashedPath(path);
+  if (!bytes) return {};
+  const std::optional<std::string> drive_path = DrivePathOf(*bytes);
+  if (!drive_path) return *std::move(bytes);
+  const std::string folder = DriveFolder(DriveLetter(*drive_path));
+  return folder.empty() ? folder : folder + drive_path->substr(2);
 }
 
 std::string NativePath(const CString& path) {
-  std::optional<std::string> bytes = SlashedPath(path);
-  if (!bytes) return {};
-  if (const std::optional<std::string> drive_path = PlainDrivePath(path)) {
-    const std::string folder = DriveFolder(DriveLetter(*drive_path));
-    if (folder.empty()) return {};
-    *bytes = folder + drive_path->substr(2);
-  }
-  return path.GetView().starts_with(kAsSpelled) ? *bytes : MatchNames(*bytes);
+  const std::string given = PathAsGiven(path);
+  return path.GetView().starts_with(kAsSpelled) ? given : MatchNames(given);
 }
 
 std::string NativePathToCreate(const CString& path) {

@@ -27,7 +27,9 @@ inline constexpr wchar_t kAsSpelled = 0xDC2F;
 // The path for system calls. Empty, which every call rejects, when the text contains a zero or is invalid, or
 // the user's data folder is unknown.
 std::string NativePath(const CString& path);
-// The same for a file or folder that is about to be created: makes the drive's folder in the user's data
+// The same without regard to which names there are: their letters may be of the other case on the disk.
+std::string PathAsGiven(const CString& path);
+// As NativePath for a file or folder that is about to be created: makes the drive's folder in the user's data
 // folder.
 std::string NativePathToCreate(const CString& path);
 
