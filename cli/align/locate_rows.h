@@ -13,11 +13,11 @@
 #include "cli/align/placing.h"
 #include "cli/output/csv_text.h"
 #include "cli/output/records.h"
-#include "cli/output/text_buffer.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/portability.h"
 #include "velmora/text/fixed_digits.h"
+#include "velmora/text/text_buffer.h"
 
 namespace velmora::cli {
 

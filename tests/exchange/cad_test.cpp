@@ -61,6 +61,18 @@ void ExpectSame(const ExportInput& input, const std::vector<ImportedRoad>& roads
     EXPECT_DOUBLE_EQ(roads[0].road.plan[i].sek, input.road.plan[i].sek);
 }
 
+struct SeenFeatures : FeatureSink {
+  void Begin(std::int64_t, const std::optional<BlobPoint>& place) override {
+    text += FormatShortest(place.value().northing) + "|";
+  }
+  void Field(const TableCell& cell) override { text += TextOf(cell) + "|"; }
+  bool End() override {
+    text += "end";
+    return true;
+  }
+  std::string text;
+};
+
 TEST(Cad, RoadsComeBack) {
   std::mt19937 random(14);
   const TemporaryFolder folder;
@@ -82,20 +94,44 @@ TEST(Cad, RoadsComeBack) {
     ASSERT_EQ(stroked.size(), 1U);
     EXPECT_LE(LargestDistance(Chords(input.road.plan, input.chord_error), stroked[0].road.plan), 1e-6);
     GeoPackagePoints borings(folder.File(L"a.gpkg"), "borings");
-    ASSERT_TRUE(borings.Next() && borings.Place());
-    EXPECT_EQ(borings.Place()->northing, 6.5e6);
     EXPECT_EQ(borings.Titles().back(), "column");
-    const std::vector<std::string> own = {"1", "21T03\nå", "3", "3", "-0.125", "V",
-                                          "",  "",         "",  "a", "b",      "c"};
-    for (size_t i = 0; i < own.size(); ++i) {
-      const GeoPackagePoints::Value value = borings.Field(i);
-      const double* const number = std::get_if<double>(&value);
-      EXPECT_EQ(number != nullptr ? FormatShortest(*number) : std::get<std::string_view>(value), own[i]);
-    }
-    EXPECT_FALSE(borings.Next());
+    SeenFeatures seen;
+    ASSERT_TRUE(borings.Read(&seen));
+    EXPECT_EQ(seen.text, "6500000|1|21T03\nå|3|3|-0.125|V||||a|b|c|end");
+    EXPECT_FALSE(borings.Read(&seen));
     EXPECT_EQ(borings.Problem(), "");
     EXPECT_EQ(problem, "");
   }
+}
+
+// Of text in UTF-16, and with more columns than SQLite passes to a function at once.
+TEST(Cad, GeoPackagesOfOtherProgramsAreRead) {
+  if (!TableDatabase::IsAvailable()) GTEST_SKIP();
+  std::string columns = "at";
+  std::string values = "x'47500001000000000101000000000000000000F03F0000000000000040', 'å'";
+  std::string expected = "2|å|";
+  for (int i = 0; i < 300; ++i) {
+    columns += ", c" + std::to_string(i);
+    if (i > 0) values += ", " + std::to_string(i);
+    if (i > 0) expected += std::to_string(i) + "|";
+  }
+  TableDatabase made;
+  std::string bytes;
+  ASSERT_TRUE(
+      made.Make() &&
+      made.Run("PRAGMA encoding = 'UTF-16'; CREATE TABLE gpkg_spatial_ref_sys(srs_id, definition);"
+               "CREATE TABLE gpkg_geometry_columns(table_name, column_name, geometry_type_name, srs_id, z);"
+               "INSERT INTO gpkg_geometry_columns VALUES('wells', 'at', 'POINT', 0, 0);"
+               "CREATE TABLE wells(" +
+               columns + "); INSERT INTO wells VALUES(" + values + ")") &&
+      made.HandOver([&](std::string_view piece) { bytes += piece; }))
+      << made.Error();
+  const TemporaryFolder folder;
+  WriteBytes(folder.File(L"a.gpkg"), bytes);
+  GeoPackagePoints wells(folder.File(L"a.gpkg"), "");
+  SeenFeatures seen;
+  EXPECT_TRUE(wells.Read(&seen)) << wells.Problem();
+  EXPECT_EQ(seen.text, expected + "end");
 }
 
 // A drawing of these groups; "|" ends a line.

@@ -104,6 +104,15 @@ TEST(Numbers, FormatFixedWritesWhatIsAskedFor) {
   EXPECT_EQ(FormatFixed(std::copysign(std::nan(""), -1.0), 2), "nan");
   for (const char* shortest : {"0.1", "-1.7976931348623157e+308", "5e-324", "6580000.1234", "nan"})
     EXPECT_EQ(FormatShortest(std::strtod(shortest, nullptr)), shortest);
+  std::mt19937_64 random(2);
+  for (int i = 0; i < 100'000; ++i) {
+    const double decimal = static_cast<double>(static_cast<std::int64_t>(random()) >> random() % 64) /
+                           std::pow(10, static_cast<double>(random() % 8));
+    const double number = random() % 4 == 0 ? std::nextafter(decimal, 0) : decimal;
+    std::array<char, 32> general;
+    const char* const end = std::to_chars(general.begin(), general.end(), number).ptr;
+    ASSERT_EQ(FormatShortest(number), std::string_view(general.data(), end));
+  }
 }
 
 // Any digits around any place of the sign, and what is left to the general way.

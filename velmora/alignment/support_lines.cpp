@@ -90,7 +90,7 @@ bool WriteLevel(float level, char** at) {
   std::uint64_t scaled = 0;
   if (std::signbit(level) || !(level < 9999) || !fixed_digits::TenThousandths(level, &scaled))
     return WritePadded(level, 9, 4, at);
-  const std::uint64_t digits = fixed_digits::FourDigits(scaled / 10'000 | scaled % 10'000 << 32);
+  const std::uint64_t digits = fixed_digits::EightDigits(static_cast<std::uint32_t>(scaled));
   const auto whole = static_cast<std::uint32_t>(digits);
   const int zeros = std::countr_zero(whole | 1U << 24) & ~7;
   const std::uint32_t blanks = 0x10101010U & ((1U << zeros) - 1);  // '0' less ' ' before the first digit

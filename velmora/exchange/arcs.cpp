@@ -70,6 +70,14 @@ class Walk {
   double length_;
 };
 
+// Whether all points and the arcs between them are the same, as of a road of straights.
+bool IsSameLine(std::span<const kovltype> a, std::span<const kovltype> b) {
+  const auto is_same = [](const kovltype& one, const kovltype& other) {
+    return one.x == other.x && one.y == other.y && one.bulge == other.bulge;
+  };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), is_same);
+}
+
 double LengthOf(std::span<const kovltype> plan) {
   double length = 0;
   for (size_t i = 1; i < plan.size(); ++i) length += SegmentLength(plan[i - 1], plan[i]);
@@ -155,6 +163,7 @@ double LargestDistance(std::span<const kovltype> a, std::span<const kovltype> b)
   const double length = std::max(LengthOf(a), LengthOf(b));
   if (!std::isfinite(length)) return largest;
   largest = 0;
+  if (IsSameLine(a, b)) return largest;
   const double step = std::max(1.0, length / kMostSamples);
   Walk along_a(a);
   Walk along_b(b);

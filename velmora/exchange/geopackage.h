@@ -16,9 +16,9 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "velmora/exchange/road.h"
@@ -27,8 +27,9 @@
 #include "velmora/text/string.h"
 
 namespace velmora {
+struct TableCell;
 class TableDatabase;
-class TableStatement;
+class TableScan;
 }  // namespace velmora
 
 namespace velmora::exchange {
@@ -40,6 +41,20 @@ std::string WriteGeoPackage(const ExportInput& input, const Sink& sink);
 // "alignment_stroked" is read only by its name. A road is named by the column "name" or "namn", else by its
 // layer; equal names get the numbers of their features. *problem says why the file as a whole is refused.
 std::vector<ImportedRoad> ReadGeoPackage(const CString& path, std::string_view layer, std::string* problem);
+
+// A number or text as UTF-8, else nothing.
+std::string TextOf(const TableCell& cell);
+
+// What is done with the features of a layer: Begin, Field for each column, End.
+class FeatureSink {
+ public:
+  virtual ~FeatureSink() = default;
+  // `place` is nothing for a feature that is not a point.
+  virtual void Begin(std::int64_t number, const std::optional<BlobPoint>& place) = 0;
+  virtual void Field(const TableCell& cell) = 0;
+  // Whether GeoPackagePoints::Read returns behind this feature.
+  virtual bool End() = 0;
+};
 
 // Reads the features of a layer, or of the only layer of points, one after the other.
 class GeoPackagePoints {
@@ -54,24 +69,18 @@ class GeoPackagePoints {
   // Whether points may have levels.
   bool HasLevels() const { return has_levels_; }
 
-  bool Next();
-  std::int64_t Number() const;
-  // Nothing for a feature that is not a point.
-  const std::optional<BlobPoint>& Place() const { return place_; }
-  // By the number of its title: a number that is stored as a double, or text. Of a text the bytes are valid
-  // until the next call.
-  using Value = std::variant<std::string_view, double>;
-  Value Field(size_t column);
+  // The next features. False at the end.
+  bool Read(FeatureSink* sink);
 
  private:
+  bool Take(size_t column, std::span<const TableCell> cells);
+
   std::unique_ptr<TableDatabase> database_;
-  std::unique_ptr<TableStatement> rows_;
+  std::unique_ptr<TableScan> rows_;
   std::string problem_;
   std::vector<std::string> titles_;
   bool has_levels_ = false;
-  int geometry_ = -1;  // its column
-  std::optional<BlobPoint> place_;
-  std::string text_;
+  FeatureSink* sink_ = nullptr;
 };
 
 }  // namespace velmora::exchange

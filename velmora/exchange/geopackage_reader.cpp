@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
 
 #include "velmora/exchange/geopackage.h"
@@ -45,9 +44,9 @@ std::vector<Layer> LayersOf(TableDatabase* database, std::string_view wanted,
       "SELECT g.table_name, g.column_name, g.geometry_type_name, s.definition, g.z "
       "FROM gpkg_geometry_columns g LEFT JOIN gpkg_spatial_ref_sys s ON s.srs_id = g.srs_id LIMIT 10000");
   while (rows.Next()) {
-    const Layer layer{std::string(rows.Bytes(0)), std::string(rows.Bytes(1)),
-                      rows.Bytes(3).starts_with("GEO"), rows.Integer(4) != 0};
-    if (wanted.empty() ? IsOneOf(rows.Bytes(2), types) : SameName(layer.table, wanted))
+    const Layer layer{std::string(rows.Cell(0).bytes), std::string(rows.Cell(1).bytes),
+                      rows.Cell(3).bytes.starts_with("GEO"), rows.Cell(4).integer != 0};
+    if (wanted.empty() ? IsOneOf(rows.Cell(2).bytes, types) : SameName(layer.table, wanted))
       layers.push_back(layer);
   }
   return layers;
@@ -76,21 +75,6 @@ int Find(const TableStatement& rows, std::initializer_list<std::string_view> nam
   return -1;
 }
 
-std::string Text(const TableStatement& rows, int column) {
-  switch (rows.KindOf(column)) {
-    case TableStatement::Kind::kInteger:
-      return std::to_string(rows.Integer(column));
-    case TableStatement::Kind::kReal:
-      return FormatShortest(rows.Number(column));
-    case TableStatement::Kind::kText: {
-      const std::string_view text = rows.Bytes(column);
-      return IsValidUtf8(text) ? std::string(text) : Utf8FromWide(WideFromUtf8(text));
-    }
-    default:
-      return {};
-  }
-}
-
 // The number of a feature, in the first column of what Select selects.
 std::string Select(const Layer& layer) { return "SELECT rowid, * FROM " + QuotedSqlName(layer.table); }
 
@@ -105,20 +89,20 @@ class RoadReader {
     const int name = Find(rows, {"name", "namn"});
     const int profile = Find(rows, {"profile"});
     while (geometry >= 0 && rows.Next()) {
-      BlobLine line = ReadLineBlob(rows.Bytes(geometry));
+      BlobLine line = ReadLineBlob(rows.Cell(geometry).bytes);
       points_ += line.points.size();
       if (points_ > kMostLinePoints || roads_.size() >= kMostRoadRows) return false;
-      const std::string number = std::to_string(rows.Integer(0));
+      const std::string number = std::to_string(rows.Cell(0).integer);
       ImportedRoad& road = roads_.emplace_back();
       suffixes_.push_back(" #" + number);
-      if (name >= 0) road.road.name = Text(rows, name);
+      if (name >= 0) road.road.name = TextOf(rows.Cell(name));
       // An export keeps the name of a road that has none.
       const bool own = layer.table.starts_with("alignment") && profile >= 0 && name >= 0 &&
-                       rows.KindOf(name) == TableStatement::Kind::kText;
+                       rows.Cell(name).kind == TableCell::Kind::kText;
       if (road.road.name.empty() && !own) road.road.name = layer.table;
       road.road.plan = std::move(line.points);
       road.has_stations = line.has_stations;
-      if (profile >= 0) TakeProfile(Text(rows, profile), &road);
+      if (profile >= 0) TakeProfile(TextOf(rows.Cell(profile)), &road);
       if (!line.error.empty())
         Refuse(0, "feature " + number + " of layer " + Quoted(layer.table) + " " + line.error, &road);
     }
@@ -146,6 +130,19 @@ class RoadReader {
 };
 
 }  // namespace
+
+std::string TextOf(const TableCell& cell) {
+  switch (cell.kind) {
+    case TableCell::Kind::kInteger:
+      return std::to_string(cell.integer);
+    case TableCell::Kind::kReal:
+      return FormatShortest(cell.number);
+    case TableCell::Kind::kText:
+      return IsValidUtf8(cell.bytes) ? std::string(cell.bytes) : Utf8FromWide(WideFromUtf8(cell.bytes));
+    default:
+      return {};
+  }
+}
 
 std::vector<ImportedRoad> ReadGeoPackage(const CString& path, std::string_view layer, std::string* problem) {
   TableDatabase database;
@@ -183,40 +180,44 @@ GeoPackagePoints::GeoPackagePoints(const CString& path, std::string_view layer)
   }
   if (!problem_.empty()) return;
   has_levels_ = layers[0].has_levels;
-  rows_ = std::make_unique<TableStatement>(database_.get(), Select(layers[0]));
-  geometry_ = Find(*rows_, {layers[0].geometry});
-  for (int i = 1; i < rows_->Columns(); ++i)
-    if (i != geometry_) titles_.push_back(rows_->ColumnName(i));
+  const TableStatement columns(database_.get(), Select(layers[0]));
+  const int geometry = Find(columns, {layers[0].geometry});
+  std::vector<std::string> cells = {geometry < 0 ? "NULL" : QuotedSqlName(columns.ColumnName(geometry)),
+                                    "rowid"};
+  for (int i = 1; i < columns.Columns(); ++i) {
+    if (i == geometry) continue;
+    titles_.push_back(columns.ColumnName(i));
+    cells.push_back(QuotedSqlName(titles_.back()));
+  }
+  rows_ = std::make_unique<TableScan>(
+      database_.get(), layers[0].table, cells,
+      [this](size_t column, std::span<const TableCell> cells) { return Take(column, cells); });
   if (!database_->Error().empty())
     problem_ = CannotRead(*database_);
-  else if (geometry_ < 0)
+  else if (geometry < 0)
     problem_ = "layer " + Quoted(layers[0].table) + " lacks its column of geometries";
 }
 
 GeoPackagePoints::~GeoPackagePoints() = default;
 
-bool GeoPackagePoints::Next() {
-  if (!problem_.empty()) return false;
-  if (!rows_->Next()) {
-    if (!database_->Error().empty()) problem_ = CannotRead(*database_);
-    return false;
-  }
-  place_ = ReadPointBlob(rows_->Bytes(geometry_));
-  return true;
+bool GeoPackagePoints::Read(FeatureSink* sink) {
+  if (!rows_ || !problem_.empty()) return false;
+  sink_ = sink;
+  if (rows_->Next()) return true;
+  if (!database_->Error().empty()) problem_ = CannotRead(*database_);
+  rows_.reset();
+  return false;
 }
 
-std::int64_t GeoPackagePoints::Number() const { return rows_->Integer(0); }
-
-GeoPackagePoints::Value GeoPackagePoints::Field(size_t column) {
-  const int before = static_cast<int>(column) + 1;
-  const int at = before < geometry_ ? before : before + 1;
-  const TableStatement::Kind kind = rows_->KindOf(at);
-  if (kind == TableStatement::Kind::kReal)
-    if (const double number = rows_->Number(at); std::isfinite(number)) return number;
-  if (kind == TableStatement::Kind::kText)
-    if (const std::string_view text = rows_->Bytes(at); IsValidUtf8(text)) return text;
-  text_ = Text(*rows_, at);
-  return text_;
+// The geometry comes first, then the feature's number.
+bool GeoPackagePoints::Take(size_t column, std::span<const TableCell> cells) {
+  if (column == 0) {
+    sink_->Begin(cells[1].integer, ReadPointBlob(cells[0].bytes));
+    column = 2;
+    cells = cells.subspan(2);
+  }
+  for (const TableCell& cell : cells) sink_->Field(cell);
+  return column + cells.size() == titles_.size() + 2 && sink_->End();
 }
 
 }  // namespace velmora::exchange

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <deque>
 #include <limits>
 #include <memory>
 #include <string>
@@ -74,7 +75,7 @@ struct LandAlignment {
   double station = kNotGiven;      // staStart
   double station_end = kNotGiven;  // of our own exports, whose stations need not follow the lengths
   std::int64_t station_end_line = 0;
-  std::vector<LandElement> elements;
+  std::deque<LandElement> elements;  // large and very many: not copied while they grow
   std::vector<LandLevel> levels;
   std::vector<LandEquation> equations;
   ImportedRoad road;  // name and findings so far

@@ -60,6 +60,7 @@ class PlanMaker {
 
   void Make() {
     const bool own = IsGiven(alignment_.station_end);
+    plan_.reserve(alignment_.elements.size() + 1);
     for (const LandElement& element : alignment_.elements) {
       const size_t before = plan_.size();
       if (!Add(element)) return;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <charconv>
+#include <deque>
 #include <unordered_map>
 #include <utility>
 
@@ -7,6 +8,7 @@
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/landxml_elements.h"
 #include "velmora/exchange/road_names.h"
+#include "velmora/text/plain_number.h"
 #include "velmora/text/quoted.h"
 
 namespace velmora::exchange {
@@ -54,6 +56,7 @@ double NumberOf(std::string_view text) {
   double number = 0;
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  if (ReadPlainNumber(text, '.', '.', &number)) return number;
   if (text.starts_with('+')) text.remove_prefix(1);
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() ? number : kNotGiven;
@@ -116,7 +119,7 @@ class AlignmentsHandler final : public XmlHandler {
   bool TooManyAlignments() const { return too_many_; }
   LandUnits& Units() { return units_; }
   References& Points() { return references_; }
-  std::vector<LandAlignment>& Alignments() { return alignments_; }
+  std::deque<LandAlignment>& Alignments() { return alignments_; }
 
  private:
   LandAlignment& Current() { return alignments_.back(); }
@@ -127,7 +130,9 @@ class AlignmentsHandler final : public XmlHandler {
   // An attribute of the element `title`; what is not a number is refused, or reported where it would only be
   // checked.
   double Number(XmlAttributes attributes, const char* name, const char* title, std::int64_t line, Use use) {
-    const std::string_view text = FindAttribute(attributes, name).value_or("");
+    const std::optional<std::string_view> given = FindAttribute(attributes, name);
+    if (!given) return kNotGiven;
+    const std::string_view text = *given;
     const double number = NumberOf(text);
     if (std::fabs(number) <= kFarthest || (use == Use::kRadius && std::isinf(number))) return number;
     if (std::all_of(text.begin(), text.end(), IsBlank)) return kNotGiven;
@@ -217,12 +222,12 @@ class AlignmentsHandler final : public XmlHandler {
       LandElement& element = Current().elements.emplace_back();
       element.kind = kind;
       element.line = line;
-      const std::string rotation = TextOf(attributes, "rot");
+      const std::string_view rotation = FindAttribute(attributes, "rot").value_or("");
       element.clockwise = rotation == "cw";
       const bool turns = kind == LandKind::kCurve || kind == LandKind::kSpiral;
       if (turns && rotation != "cw" && rotation != "ccw")
         Refuse(line, std::string(name) + ": rot is neither cw nor ccw", &Current().road);
-      element.is_clothoid = TextOf(attributes, "spiType") == "clothoid";
+      element.is_clothoid = FindAttribute(attributes, "spiType") == "clothoid";
       const auto number = [&, title = title](const char* attribute, Use use = Use::kChecked) {
         return Number(attributes, attribute, title, line, use);
       };
@@ -351,7 +356,7 @@ class AlignmentsHandler final : public XmlHandler {
   bool is_land_xml_ = false;
   bool too_many_ = false;
   LandUnits units_;
-  std::vector<LandAlignment> alignments_;
+  std::deque<LandAlignment> alignments_;
   References references_;
   LandPoint* point_ = nullptr;
   bool has_profile_ = false;

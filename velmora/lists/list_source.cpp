@@ -1,6 +1,7 @@
 #include "velmora/lists/list_source.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -10,10 +11,10 @@
 #include "velmora/exchange/geopackage.h"
 #include "velmora/lists/fields.h"
 #include "velmora/lists/list_error.h"
-#include "velmora/lists/packed_number.h"
-#include "velmora/lists/rows.h"
+#include "velmora/lists/row_text.h"
 #include "velmora/lists/titles.h"
 #include "velmora/platform/files.h"
+#include "velmora/platform/table_database.h"
 #include "velmora/platform/whole_file.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
@@ -48,58 +49,21 @@ ListName NameOf(const std::string& list) {
   return first;
 }
 
-// With a tab behind it, which EndRow takes off the last one.
-void AppendField(std::string_view text, std::string* row) {
-  bool plain = true;
-  for (const char c : text) plain &= (c != '"') & (c != '\t') & (c != '\n') & (c != '\r');
-  if (plain) {
-    row->append(text) += '\t';
-    return;
-  }
-  const bool quoted = text.find_first_of("\"\t") != std::string_view::npos;
-  if (quoted) *row += '"';
-  for (const char c : text) {
-    if (c == '"') *row += '"';
-    *row += c == '\n' || c == '\r' ? ' ' : c;
-  }
-  if (quoted) *row += '"';
-  *row += '\t';
-}
-
-void EndRow(std::string* rows) {
-  if (rows->ends_with('\t')) rows->pop_back();
-  *rows += '\n';
-}
-
-// A source of what `next` appends; it returns false at the end.
-ListSource FromRows(std::function<bool(std::string*)> next, std::int64_t first_line) {
-  ListSource source;
-  source.first_line = first_line;
-  source.read = [next = std::move(next), pending = std::string(),
-                 goes_on = true](std::span<char> buffer) mutable {
-    while (pending.size() < buffer.size() && goes_on) goes_on = next(&pending);
-    const size_t count = pending.copy(buffer.data(), buffer.size());
-    pending.erase(0, count);
-    return static_cast<std::int64_t>(count);
-  };
-  return source;
-}
-
 // Lines that are not rows of LOCA become empty ones.
 class AgsText {
  public:
   explicit AgsText(const std::string& file) : file_(file), bytes_(ReadWholeList(file)), rows_(bytes_) {}
 
-  bool Next(std::string* text) {
-    if (!rows_.Next()) {
-      if (rows_.Problem().text.empty()) return false;
-      throw ListError{file_, rows_.Problem().line, rows_.Problem().text};
+  // Appends rows of about `size` bytes, nothing at the end.
+  void Read(size_t size, std::string* text) {
+    while (text_.Size() < size && rows_.Next()) {
+      for (; line_ < rows_.Line(); ++line_) text_.EndRow();
+      for (size_t i = 0; i < rows_.Fields(); ++i) text_.AddText(rows_.Field(i));
+      text_.EndRow();
+      ++line_;
     }
-    text->append(static_cast<size_t>(rows_.Line() - line_), '\n');
-    line_ = rows_.Line() + 1;
-    for (size_t i = 0; i < rows_.Fields(); ++i) AppendField(rows_.Field(i), text);
-    EndRow(text);
-    return true;
+    if (!rows_.Problem().text.empty()) throw ListError{file_, rows_.Problem().line, rows_.Problem().text};
+    text_.MoveTo(text);
   }
 
  private:
@@ -107,70 +71,68 @@ class AgsText {
   std::string bytes_;
   exchange::AgsRows rows_;
   std::int64_t line_ = 1;  // the next one
+  RowText text_{false};
 };
 
 // Northing, easting and level of the geometry, then the layer's columns.
-class GeoPackageText {
+class GeoPackageText : exchange::FeatureSink {
  public:
   GeoPackageText(const ListName& name, const std::string& list)
       : list_(list), points_(PathFromSystem(name.file), name.layer) {
     Check();
   }
 
-  bool Next(std::string* text) {
-    if (std::exchange(at_header_, false)) {
-      AppendHeader(text);
-      return true;
-    }
-    if (!points_.Next()) {
-      Check();
-      return false;
-    }
-    const std::optional<exchange::BlobPoint>& place = points_.Place();
-    AppendNumber(place ? std::optional(place->northing) : std::nullopt, text);
-    AppendNumber(place ? std::optional(place->easting) : std::nullopt, text);
-    if (points_.HasLevels()) AppendNumber(place ? place->level : std::nullopt, text);
-    if (is_numbered_) AppendField(std::to_string(points_.Number()), text);
-    for (size_t i = 0; i < points_.Titles().size(); ++i) {
-      const exchange::GeoPackagePoints::Value value = points_.Field(i);
-      if (const double* number = std::get_if<double>(&value))
-        AppendNumber(*number, text);
-      else
-        AppendText(std::get<std::string_view>(value), text);
-    }
-    EndRow(text);
-    return true;
+  // As AgsText::Read.
+  void Read(size_t size, std::string* text) {
+    if (std::exchange(at_header_, false)) AddHeader();
+    size_ = size;
+    if (text_.Size() < size) points_.Read(this);
+    Check();
+    text_.MoveTo(text);
   }
 
  private:
-  static void AppendNumber(std::optional<double> number, std::string* row) {
-    if (number)
-      AppendPackedNumber(*number, '\t', row);
-    else
-      *row += '\t';
+  void Begin(std::int64_t number, const std::optional<exchange::BlobPoint>& place) override {
+    AddNumber(place ? std::optional(place->northing) : std::nullopt);
+    AddNumber(place ? std::optional(place->easting) : std::nullopt);
+    if (points_.HasLevels()) AddNumber(place ? place->level : std::nullopt);
+    if (is_numbered_) text_.AddInteger(number);
   }
-  static void AppendText(std::string_view text, std::string* row) {
-    if (TrimmedField(text).starts_with(kPackedMark))
-      AppendField(std::string(1, kPackedMark).append(TrimmedField(text)), row);
+  void Field(const TableCell& cell) override {
+    if (cell.kind == TableCell::Kind::kInteger)
+      text_.AddInteger(cell.integer);
+    else if (cell.kind == TableCell::Kind::kReal && std::isfinite(cell.number))
+      text_.AddNumber(cell.number);
+    else if (cell.kind != TableCell::Kind::kText || !text_.AddPlain(cell.bytes))
+      text_.AddText(exchange::TextOf(cell));
+  }
+  bool End() override {
+    text_.EndRow();
+    return text_.Size() >= size_;
+  }
+
+  void AddNumber(std::optional<double> number) {
+    if (number)
+      text_.AddNumber(*number);
     else
-      AppendField(text, row);
+      text_.AddEmpty();
   }
   void Check() const {
     if (!points_.Problem().empty()) throw ListError{list_, 0, points_.Problem()};
   }
 
   // The titles of the geometry's columns are the first of their roles.
-  void AppendHeader(std::string* text) {
+  void AddHeader() {
     const auto add = [&](PointRole role) {
-      AppendField(Utf8FromWide(std::wstring(PointRoles()[role].titles.front())), text);
+      text_.AddText(Utf8FromWide(std::wstring(PointRoles()[role].titles.front())));
     };
     add(kNorthing);
     add(kEasting);
     if (points_.HasLevels()) add(kLevel);
     is_numbered_ = !HasId();
     if (is_numbered_) add(kPointId);
-    for (const std::string& title : points_.Titles()) AppendText(title, text);
-    EndRow(text);
+    for (const std::string& title : points_.Titles()) text_.AddText(title);
+    text_.EndRow();
   }
 
   bool HasId() const {
@@ -185,13 +147,27 @@ class GeoPackageText {
   exchange::GeoPackagePoints points_;
   bool at_header_ = true;
   bool is_numbered_ = false;  // the feature's number is its id
+  RowText text_{true};
+  size_t size_ = 0;  // of the text, at which to stop
 };
 
-// The constructor's arguments are those of the class.
-template <class Text, class... Arguments>
-ListSource FromText(std::int64_t first_line, const Arguments&... arguments) {
-  return FromRows([text = std::make_shared<Text>(arguments...)](std::string* to) { return text->Next(to); },
-                  first_line);
+template <class Text>
+ListSource FromText(std::int64_t first_line, std::shared_ptr<Text> rows) {
+  ListSource source;
+  source.first_line = first_line;
+  source.read = [rows = std::move(rows)](size_t size, std::string* text) {
+    rows->Read(size, text);
+    return true;
+  };
+  return source;
+}
+
+bool ReadText(InputFile* input, size_t size, std::string* text) {
+  const size_t before = text->size();
+  text->resize(before + size);
+  const std::int64_t count = input->Read(std::span(*text).subspan(before));
+  text->resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
+  return count >= 0;
 }
 
 }  // namespace
@@ -209,11 +185,12 @@ ListSource OpenList(const std::string& list) {
     const auto input = std::make_shared<InputFile>();
     const bool good = list == "-" ? input->OpenStandardInput() : input->Open(PathFromSystem(list));
     if (!good) throw Unopened(list);
-    return {[input](std::span<char> buffer) { return input->Read(buffer); }, input->Size(), 1};
+    return {[input](size_t size, std::string* text) { return ReadText(input.get(), size, text); },
+            input->Size(), 1};
   }
-  if (EndingOfName(name.file) == kAgs) return FromText<AgsText>(1, name.file);
+  if (EndingOfName(name.file) == kAgs) return FromText(1, std::make_shared<AgsText>(name.file));
   if (!IsPresent(name.file)) throw Unopened(name.file);
-  ListSource source = FromText<GeoPackageText>(0, name, list);
+  ListSource source = FromText(0, std::make_shared<GeoPackageText>(name, list));
   source.packs_numbers = true;
   return source;
 }

@@ -6,14 +6,14 @@
 
 #include <cstdint>
 #include <functional>
-#include <span>
 #include <string>
 
 namespace velmora {
 
 struct ListSource {
-  std::function<std::int64_t(std::span<char>)> read;  // as InputFile::Read
-  std::uint64_t size = 0;                             // bytes, 0 when unknown
+  // Appends about `size` bytes to *text, nothing at the end. False when the file cannot be read on.
+  std::function<bool(size_t size, std::string* text)> read;
+  std::uint64_t size = 0;  // bytes, 0 when unknown
   std::int64_t first_line = 1;
   bool packs_numbers = false;  // fields may be as in packed_number.h
 };

@@ -8,7 +8,6 @@
 #ifndef VELMORA_LISTS_PACKED_NUMBER_H_
 #define VELMORA_LISTS_PACKED_NUMBER_H_
 
-#include <array>
 #include <bit>
 #include <cstdint>
 #include <string>
@@ -40,22 +39,21 @@ constexpr std::uint32_t Gathered(std::uint64_t word) {
 
 }  // namespace packed_number
 
-// With `after` behind the number.
-inline void AppendPackedNumber(double number, char after, std::string* row) {
+// Writes kPackedSize characters and returns their end.
+inline constexpr size_t kPackedSize = 1 + packed_number::kLetters;
+inline char* PutPackedNumber(double number, char* at) {
   using namespace packed_number;
   const auto bits = std::bit_cast<std::uint64_t>(number);
-  std::array<char, kLetters + 2> field;
-  field.front() = kPackedMark;
-  words::Store(Spread(static_cast<std::uint32_t>(bits)) + kFirstLetters, &field[1]);
-  words::Store(Spread(static_cast<std::uint32_t>(bits >> 32)) + kFirstLetters, &field[1 + words::kSize]);
-  field.back() = after;
-  row->append(field.data(), field.size());
+  *at++ = kPackedMark;
+  words::Store(Spread(static_cast<std::uint32_t>(bits)) + kFirstLetters, at);
+  words::Store(Spread(static_cast<std::uint32_t>(bits >> 32)) + kFirstLetters, at + words::kSize);
+  return at + kLetters;
 }
 
 // False for a field that is text.
 inline bool ReadPackedNumber(std::string_view field, double* number) {
   using namespace packed_number;
-  if (field.size() != 1 + kLetters || field[0] != kPackedMark) return false;
+  if (field.size() != kPackedSize || field[0] != kPackedMark) return false;
   const std::uint64_t low = words::Load(&field[1]) - kFirstLetters;
   const std::uint64_t high = words::Load(&field[1 + words::kSize]) - kFirstLetters;
   if (((low | high) & 0xF0F0F0F0F0F0F0F0U) != 0) return false;

@@ -1,7 +1,6 @@
 #include "velmora/lists/rows.h"
 
 #include <algorithm>
-#include <span>
 
 #include "velmora/lists/fields.h"
 #include "velmora/lists/list_error.h"
@@ -117,13 +116,10 @@ bool RowReader::More() {
 void RowReader::ReadInto(std::string* to) {
   constexpr size_t kMostRead = size_t{256} << 10;
   const size_t before = to->size();
-  to->resize(before + std::min(kMostRead, block_size_));
-  const std::int64_t count = source_.read(std::span(*to).subspan(before));
-  to->resize(before + static_cast<size_t>(std::max<std::int64_t>(count, 0)));
-  if (count < 0)
+  if (!source_.read(std::min(kMostRead, block_size_), to))
     throw ListError{file_, line_ + LineFeeds(pending_), "reading stopped here: the file cannot be read on"};
-  at_end_ = count == 0;
-  consumed_ += static_cast<std::uint64_t>(count);
+  at_end_ = to->size() == before;
+  consumed_ += to->size() - before;
 }
 
 // Drops an end-of-file character among the bytes from `from` on, and what follows it.
@@ -186,8 +182,15 @@ bool RowReader::NextBlock(char separator, RowBlock* block) {
   }
   block->first_line = line_;
   block->encoding = Encoding();
-  block->bytes.assign(Pending().substr(0, size));
-  Skip(size, LineFeeds(block->bytes));
+  if (start_ == 0) {  // as it mostly is: only the row that is not yet whole is copied
+    block->bytes.swap(pending_);
+    pending_.assign(block->bytes, size);
+    block->bytes.resize(size);
+  } else {
+    block->bytes.assign(Pending().substr(0, size));
+    start_ += size;
+  }
+  line_ += LineFeeds(block->bytes);
   return size > 0;
 }
 

@@ -25,9 +25,11 @@ bool TableStatement::Next() { return false; }
 bool TableStatement::Run() { return false; }
 int TableStatement::Columns() const { return 0; }
 std::string TableStatement::ColumnName(int) const { return {}; }
-TableStatement::Kind TableStatement::KindOf(int) const { return Kind::kNull; }
-double TableStatement::Number(int) const { return 0; }
-std::int64_t TableStatement::Integer(int) const { return 0; }
-std::string_view TableStatement::Bytes(int) const { return {}; }
+TableCell TableStatement::Cell(int) const { return {}; }
+
+struct TableScan::System {};
+TableScan::TableScan(TableDatabase*, const std::string&, const std::vector<std::string>&, Take) {}
+TableScan::~TableScan() = default;
+bool TableScan::Next() { return false; }
 
 }  // namespace velmora

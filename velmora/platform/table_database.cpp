@@ -11,10 +11,63 @@ namespace {
 constexpr int kLargestCell = 256 << 20;  // bytes
 constexpr sqlite3_int64 kLargestMade = sqlite3_int64{1} << 36;
 
+TableCell CellOf(sqlite3_value* value) {
+  TableCell cell;
+  const auto bytes = [&](const void* data) {
+    const int size = sqlite3_value_bytes(value);
+    if (data == nullptr || size <= 0) return std::string_view();
+    return std::string_view(static_cast<const char*>(data), static_cast<size_t>(size));
+  };
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+      cell.kind = TableCell::Kind::kInteger;
+      cell.integer = sqlite3_value_int64(value);
+      break;
+    case SQLITE_FLOAT:
+      cell.kind = TableCell::Kind::kReal;
+      cell.number = sqlite3_value_double(value);
+      break;
+    case SQLITE_TEXT:
+      // As UTF-8, also of a database in UTF-16, before its size is asked for.
+      cell.kind = TableCell::Kind::kText;
+      cell.bytes = bytes(sqlite3_value_text(value));
+      break;
+    case SQLITE_BLOB:
+      cell.kind = TableCell::Kind::kBytes;
+      cell.bytes = bytes(sqlite3_value_blob(value));
+      break;
+    default:
+      break;
+  }
+  return cell;
+}
+
+constexpr char kTakeCells[] = "velmora_cells";
+constexpr size_t kMostCells = 99;  // of a call; a function may have 100 arguments at least
+
 }  // namespace
 
 struct TableDatabase::System {
   sqlite3* database = nullptr;
+};
+
+struct TableScan::System {
+  Take take;
+  std::vector<TableCell> cells;  // of a call
+  std::optional<TableStatement> rows;
+
+  // velmora_cells(first, cell, ...): hands the cells over; 1 where Next is to return.
+  static void TakeCells(sqlite3_context* context, int count, sqlite3_value** values) {
+    auto& scan = *static_cast<System*>(sqlite3_user_data(context));
+    try {
+      const auto first = static_cast<size_t>(sqlite3_value_int64(*values));
+      scan.cells.resize(static_cast<size_t>(count) - 1);
+      for (TableCell& cell : scan.cells) cell = CellOf(*++values);
+      sqlite3_result_int(context, scan.take(first, scan.cells) ? 1 : 0);
+    } catch (const std::exception&) {  // does not pass through SQLite
+      sqlite3_result_error_nomem(context);
+    }
+  }
 };
 
 struct TableStatement::System {
@@ -131,31 +184,32 @@ std::string TableStatement::ColumnName(int column) const {
   return name != nullptr ? name : "";
 }
 
-TableStatement::Kind TableStatement::KindOf(int column) const {
-  switch (sqlite3_column_type(system_->statement, column)) {
-    case SQLITE_INTEGER:
-      return Kind::kInteger;
-    case SQLITE_FLOAT:
-      return Kind::kReal;
-    case SQLITE_TEXT:
-      return Kind::kText;
-    case SQLITE_BLOB:
-      return Kind::kBytes;
-    default:
-      return Kind::kNull;
+TableCell TableStatement::Cell(int column) const {
+  // One thread at a time uses the database, so that the value may be read.
+  return CellOf(sqlite3_column_value(system_->statement, column));
+}
+
+TableScan::TableScan(TableDatabase* database, const std::string& table,
+                     const std::vector<std::string>& expressions, Take take)
+    : system_(std::make_unique<System>()) {
+  system_->take = std::move(take);
+  if (!database->error_.empty()) return;
+  // Not for the file's own expressions.
+  database->Take(sqlite3_create_function(database->system_->database, kTakeCells, -1,
+                                         SQLITE_UTF8 | SQLITE_DIRECTONLY, system_.get(), System::TakeCells,
+                                         nullptr, nullptr));
+  // The sum's calls are made from left to right.
+  std::string condition;
+  for (size_t i = 0; i < expressions.size(); ++i) {
+    if (i % kMostCells == 0)
+      condition += (i == 0 ? "" : ") + ") + std::string(kTakeCells) + "(" + std::to_string(i);
+    condition += ", " + expressions[i];
   }
+  system_->rows.emplace(database, "SELECT 1 FROM " + QuotedSqlName(table) + " WHERE " + condition + ")");
 }
 
-double TableStatement::Number(int column) const { return sqlite3_column_double(system_->statement, column); }
-std::int64_t TableStatement::Integer(int column) const {
-  return sqlite3_column_int64(system_->statement, column);
-}
+TableScan::~TableScan() = default;
 
-std::string_view TableStatement::Bytes(int column) const {
-  const void* bytes = sqlite3_column_blob(system_->statement, column);
-  const int size = sqlite3_column_bytes(system_->statement, column);
-  if (bytes == nullptr || size <= 0) return {};
-  return {static_cast<const char*>(bytes), static_cast<size_t>(size)};
-}
+bool TableScan::Next() { return system_->rows && system_->rows->Next(); }
 
 }  // namespace velmora

@@ -9,13 +9,16 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "velmora/text/string.h"
 
 namespace velmora {
 
+class TableScan;
 class TableStatement;
 
 class TableDatabase {
@@ -41,12 +44,22 @@ class TableDatabase {
   const std::string& Error() const { return error_; }
 
  private:
+  friend class TableScan;
   friend class TableStatement;
   struct System;
   bool Take(int code);
 
   std::unique_ptr<System> system_;
   std::string error_;
+};
+
+// A value of a row.
+struct TableCell {
+  enum class Kind { kNull, kInteger, kReal, kText, kBytes };
+  Kind kind = Kind::kNull;
+  std::int64_t integer = 0;  // the values of the other kinds are empty
+  double number = 0;
+  std::string_view bytes;  // of a text or of bytes; valid until the row is left
 };
 
 // A prepared statement.
@@ -70,16 +83,33 @@ class TableStatement {
 
   int Columns() const;
   std::string ColumnName(int column) const;
-  enum class Kind { kNull, kInteger, kReal, kText, kBytes };
-  Kind KindOf(int column) const;
-  double Number(int column) const;
-  std::int64_t Integer(int column) const;
-  // Of a text, and of bytes; until the next call of Next.
-  std::string_view Bytes(int column) const;
+  TableCell Cell(int column) const;
 
  private:
   struct System;
   [[maybe_unused]] TableDatabase& database_;  // not where there is no SQLite
+  std::unique_ptr<System> system_;
+};
+
+// Goes through a table's rows in its own order, in about half the time of a TableStatement: SQLite hands over
+// the cells as it comes to them and returns only where it is asked to. One at a time for a database.
+class TableScan {
+ public:
+  // Called for a row's cells, from that of the expression `first` on: for all at once, unless there are very
+  // many. They are valid during the call. True at the last one: Next returns behind this row.
+  using Take = std::function<bool(size_t first, std::span<const TableCell> cells)>;
+  // Expressions are column names in quotes, or "rowid".
+  TableScan(TableDatabase* database, const std::string& table, const std::vector<std::string>& expressions,
+            Take take);
+  ~TableScan();
+  TableScan(const TableScan&) = delete;
+  TableScan& operator=(const TableScan&) = delete;
+
+  // False when there is no further row, or after a failure of the database.
+  bool Next();
+
+ private:
+  struct System;
   std::unique_ptr<System> system_;
 };
 

@@ -62,6 +62,8 @@ std::string ShellArgument(const std::string& text) {
 
 void PrepareStandardStreams() {
   for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+  // Notes appear as they are written and before the result; Wine would keep them to the end.
+  std::setvbuf(stderr, nullptr, _IONBF, 0);
   SetConsoleOutputCP(CP_UTF8);
 }
 

@@ -1,13 +1,13 @@
 // Text put together through a pointer, in memory that is used again.
-#ifndef VELMORA_CLI_OUTPUT_TEXT_BUFFER_H_
-#define VELMORA_CLI_OUTPUT_TEXT_BUFFER_H_
+#ifndef VELMORA_TEXT_TEXT_BUFFER_H_
+#define VELMORA_TEXT_TEXT_BUFFER_H_
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>
 
-namespace velmora::cli {
+namespace velmora {
 
 class TextBuffer {
  public:
@@ -35,6 +35,6 @@ class TextBuffer {
   size_t capacity_ = 0;
 };
 
-}  // namespace velmora::cli
+}  // namespace velmora
 
-#endif  // VELMORA_CLI_OUTPUT_TEXT_BUFFER_H_
+#endif  // VELMORA_TEXT_TEXT_BUFFER_H_
