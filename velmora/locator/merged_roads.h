@@ -15,10 +15,12 @@ namespace velmora {
 using RoadPoints = std::span<const kovltype>;
 bool HasArcs(RoadPoints points);
 
-// A segment's road among several: its number and whether its stations fall.
-constexpr std::uint32_t RoadMark(std::uint32_t road, bool falls) { return road << 1 | (falls ? 1U : 0U); }
+// A segment's road among several: its number and whether its stations descend.
+constexpr std::uint32_t RoadMark(std::uint32_t road, bool descending) {
+  return road << 1 | (descending ? 1U : 0U);
+}
 constexpr std::uint32_t RoadOfMark(std::uint32_t mark) { return mark >> 1; }
-constexpr bool FallsByMark(std::uint32_t mark) { return (mark & 1) != 0; }
+constexpr bool IsDescendingMark(std::uint32_t mark) { return (mark & 1) != 0; }
 
 struct MergedRoads {
   // A road's vertices in the plan; none (first above last) where it is not part of it.

@@ -54,7 +54,9 @@ NetworkSearch::NetworkSearch(const MergedRoads& merged, double no_station, int t
       no_station_(no_station),
       ranges_(merged.ranges) {}
 
-PointSearch NetworkSearch::SearchOf(std::uint32_t mark) const { return {{FallsByMark(mark), no_station_}}; }
+PointSearch NetworkSearch::SearchOf(std::uint32_t mark) const {
+  return {{IsDescendingMark(mark), no_station_}};
+}
 
 bool NetworkSearch::IsInterior(std::uint32_t mark, size_t vertex) const {
   const MergedRoads::Range& range = ranges_[RoadOfMark(mark)];
