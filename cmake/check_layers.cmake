@@ -3,21 +3,31 @@
 #   cmake -DROOT=<source tree> -DROOMS="velmora/text|velmora/platform|...|cli/terminal|..." -P check_layers.cmake
 #
 # ROOMS lists the folders of each tree from the lowest up. A file may include what is in its own room and in those
-# before it; cli/ may include all of velmora/; files beside the rooms (velmora/velmora.h, cli/command.cpp) are above
-# them all, but export.h, portability.h and version.h may be included anywhere. Outside velmora/platform no header
-# of the system or of a processor is included, no condition asks for either, and outside velmora/portability.h no
-# compiler extension is spelled out.
+# before it; cli/ may include all of velmora/, sql/ only the C interface; files beside the rooms (velmora/velmora.h,
+# cli/command.cpp) are above them all, but export.h, portability.h and version.h may be included anywhere. Outside
+# velmora/platform only headers of C++ and of the libraries below are included, and no name is spelled that is
+# reserved for compilers and systems: no condition asks for either, and no extension is used.
 # What changes a disk, or opens a file to read its content, is called in one source a system, where tests
 # observe each call and make it fail; so are the calls of SQLite and of Windows that write files themselves.
 # Fails with a line for each offence.
 cmake_minimum_required(VERSION 3.23)
 
-set(system_headers "^(windows|unistd|fcntl|dirent|dlfcn|pwd|poll|pthread|signal|direct|io|process|tchar|shlobj|shlwapi|ddeml|objbase|winreg|winerror|winuser|sqlite3|expat|xmllite|[a-z]*intrin|arm_neon|cpuid)\\.h$|^(sys|linux|netinet|arpa|dbus|sdbus-c\\+\\+)/")
-set(system_macros "_WIN32|_WIN64|WIN32|__MINGW32__|__MINGW64__|_MSC_VER|__linux__|__unix__|__APPLE__|__CYGWIN__|__x86_64__|__aarch64__|__SSE[0-9_]*__|__AVX[0-9_]*__|__ARM_NEON|_M_X64|_M_ARM64|__GNUC__|__clang__")
-set(extensions "__builtin_|__atomic_|__sync_|__attribute__|__declspec|__int128|__extension__|gnu::")
+# Headers of other libraries, and the sources that may include them; those of C++ have names without an ending.
+set(library_headers
+  "CLI/CLI\\.hpp" "^cli/"
+  "nlohmann/json(_fwd)?\\.hpp" "^cli/(align|doctor|help|output)/"
+  "cairo(-pdf|-ft)?\\.h|fontconfig/fontconfig\\.h" "^cli/report/cairo_"
+  "xlsxwriter\\.h" "^cli/report/xlsx_table\\.cpp$"
+  "sqlite3ext\\.h" "^sql/sqlite/"
+  "std(def|int)\\.h" "^velmora/c/velmora\\.h$")
+# Reserved names, and what else only one compiler or system knows.
+set(reserved "_[_A-Z][A-Za-z0-9_]*|asm( +volatile)? *\\(|(gnu|clang|msvc)::")
+set(of_the_language "__(cplusplus|cpp_[a-z_]+|has_cpp_attribute|FILE__|LINE__|VA_ARGS__|VA_OPT__|func__|STDCPP_[A-Z_]+)|_Exit")
+set(old_system_macros "WIN(32|64)|unix|linux|i386")
 set(anywhere velmora/export.h velmora/portability.h velmora/version.h)
-# Clients include the one, so it asks for their system; the other holds what differs between compilers.
-set(may_ask velmora/export.h velmora/portability.h)
+# Clients include the first, so it asks for their system; the second holds what differs between compilers, the last
+# marks what SQLite calls.
+set(may_ask velmora/export.h velmora/portability.h sql/sqlite/entry_point.h)
 
 # Opening an existing file only to ask about it changes nothing and is free.
 set(disk_calls_home "^velmora/platform/(posix|win32)/disk_calls\\.cpp$")
@@ -49,13 +59,14 @@ endmacro()
 
 # "velmora/text" of "velmora/text/string.h"; "velmora" of a file beside the rooms.
 function(room_of file result)
-  string(REGEX MATCH "^(velmora|cli)(/[a-z_0-9]+)?/" room "${file}")
+  string(REGEX MATCH "^(velmora|cli|sql)(/[a-z_0-9]+)?/" room "${file}")
   string(REGEX REPLACE "/$" "" room "${room}")
   set(${result} "${room}" PARENT_SCOPE)
 endfunction()
 
 function(check_include file number included)
-  if(included IN_LIST anywhere OR (included MATCHES "^velmora/" AND file MATCHES "^cli/"))
+  if(included IN_LIST anywhere OR (included MATCHES "^velmora/" AND file MATCHES "^cli/") OR
+     (included STREQUAL "velmora/c/velmora.h" AND file MATCHES "^sql/"))
     return()
   endif()
   room_of("${file}" room)
@@ -75,35 +86,55 @@ function(check_include file number included)
   set(offences ${offences} PARENT_SCOPE)
 endfunction()
 
+# A header that is not one of the sources.
+function(check_header file number header)
+  set(libraries ${library_headers})
+  while(libraries)
+    list(POP_FRONT libraries name users)
+    if(header MATCHES "^(${name})$" AND file MATCHES "${users}")
+      return()
+    endif()
+  endwhile()
+  if(NOT header MATCHES "^[a-z_]+$")
+    offence("<${header}> belongs in velmora/platform, or in the list of cmake/check_layers.cmake")
+  endif()
+  set(offences ${offences} PARENT_SCOPE)
+endfunction()
+
 function(check_line file number line)
-  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"((velmora|cli)/[^\"]+)")
-    check_include("${file}" ${number} "${CMAKE_MATCH_1}")
-  elseif(NOT file MATCHES "^velmora/platform/")
-    if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)")
-      set(header "${CMAKE_MATCH_1}")
-      if(header MATCHES "${system_headers}")
-        offence("<${header}> belongs in velmora/platform")
-      elseif(line MATCHES "\"")
-        offence("\"${header}\" is not a path from the root of the sources")
+  if(line MATCHES "^[ \t]*#[ \t]*include[ \t]*([<\"]?)([^>\"]*)")
+    set(mark "${CMAKE_MATCH_1}")
+    set(included "${CMAKE_MATCH_2}")
+    if(included MATCHES "^(velmora|cli|sql)/")
+      check_include("${file}" ${number} "${included}")
+      if(NOT mark STREQUAL "\"")
+        offence("<${included}> is one of the sources and stands in quotes")
       endif()
-    elseif(line MATCHES "^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)[^a-z].*" AND NOT file IN_LIST may_ask)
-      if(line MATCHES "(^|[^A-Za-z0-9_])(${system_macros})([^A-Za-z0-9_]|$)")
-        offence("only velmora/platform knows which system and processor it is on")
-      endif()
+    elseif(file MATCHES "^velmora/platform/")
+      return()
+    elseif(mark STREQUAL "<")
+      check_header("${file}" ${number} "${included}")
+    else()
+      offence("\"${included}\" is not a path from the root of the sources")
+    endif()
+  elseif(line MATCHES "^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)[^a-z].*" AND NOT file MATCHES "^velmora/platform/" AND
+         NOT file IN_LIST may_ask)
+    if(line MATCHES "(^|[^A-Za-z0-9_])(${old_system_macros})([^A-Za-z0-9_]|$)")
+      offence("only velmora/platform knows which system and processor it is on")
     endif()
   endif()
   set(offences ${offences} PARENT_SCOPE)
 endfunction()
 
 file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/velmora/*.h" "${ROOT}/velmora/*.cpp" "${ROOT}/velmora/*.inc"
-     "${ROOT}/cli/*.h" "${ROOT}/cli/*.cpp")
+     "${ROOT}/cli/*.h" "${ROOT}/cli/*.cpp" "${ROOT}/sql/*.h" "${ROOT}/sql/*.cpp")
 list(LENGTH files count)
 if(count EQUAL 0)
   message(FATAL_ERROR "no sources under ${ROOT}")
 endif()
 foreach(file IN LISTS files)
   room_of("${file}" room)
-  if(room MATCHES "/" AND NOT room IN_LIST rooms)
+  if(room MATCHES "/" AND NOT room MATCHES "^sql/" AND NOT room IN_LIST rooms)
     set(number 1)
     offence("\"${room}\" is no room of the build files")
     continue()
@@ -113,9 +144,16 @@ foreach(file IN LISTS files)
   string(REPLACE "\r" "" text "${text}")
   string(REGEX REPLACE "[][;\\]" " " text "${text}")
   string(REPLACE "\n" ";" lines "${text}")
-  set(number 1)
-  if(NOT file MATCHES "^velmora/platform/" AND NOT file IN_LIST may_ask AND text MATCHES "(^|[^A-Za-z0-9_])(${extensions})")
-    offence("the compiler extension \"${CMAKE_MATCH_2}\" belongs in velmora/portability.h")
+  if(NOT file MATCHES "^velmora/platform/" AND NOT file IN_LIST may_ask)
+    string(REGEX REPLACE "${of_the_language}" "" spelled "${text}")
+    if(spelled MATCHES "(^|[^A-Za-z0-9_])(${reserved})")
+      set(name "${CMAKE_MATCH_2}")
+      string(FIND "${spelled}" "${CMAKE_MATCH_0}" at)
+      string(SUBSTRING "${spelled}." 0 ${at} before)
+      string(REGEX MATCHALL "\n" before "${before}.\n")
+      list(LENGTH before number)
+      offence("\"${name}\" is for one compiler or system and belongs in velmora/platform or velmora/portability.h")
+    endif()
   endif()
   set(calls)
   foreach(kind IN ITEMS disk_calls database_calls profile_calls)

@@ -3,18 +3,13 @@
 #include <new>
 #include <string>
 
+#include "sql/sqlite/entry_point.h"
 #include "sql/sqlite/locate_table.h"
 #include "sql/sqlite/read_road.h"
 #include "sql/sqlite/road_cache.h"
 #include "sql/sqlite/values.h"
 
 SQLITE_EXTENSION_INIT1
-
-#if defined(_WIN32)
-#define VELMORA_ENTRY __declspec(dllexport)
-#else
-#define VELMORA_ENTRY __attribute__((visibility("default")))
-#endif
 
 namespace velmora::sql {
 namespace {
