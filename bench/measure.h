@@ -1,4 +1,4 @@
-// What the benchmarks with peers share: rounds, medians, a table of ratios and its JSON.
+// Rounds, medians, and a table of ratios with its JSON, for the benchmarks that have peers.
 #ifndef VELMORA_BENCH_MEASURE_H_
 #define VELMORA_BENCH_MEASURE_H_
 
@@ -11,7 +11,7 @@ namespace velmora::bench {
 
 // Processor time of this process, all threads: unlike the clock it does not run for other programs.
 double Seconds(const std::function<void()>& action);
-// By the clock: of several threads or programs.
+// Time by the clock, for several threads or programs.
 double Elapsed(const std::function<void()>& action);
 double Median(std::vector<double> values);
 // How far the ratios of the rounds lie apart without the lowest and the highest, as a share of their median.
@@ -45,7 +45,7 @@ using Measure = double (*)(const std::function<void()>& action);
 Pair TakeTurns(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs,
                Measure measure = Seconds);
 
-// Printed as they come, written at the end.
+// The figures of a program: each is printed as it comes, and all are written at the end.
 class Figures {
  public:
   void Head(const std::string& what) const;

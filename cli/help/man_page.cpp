@@ -96,7 +96,7 @@ std::string Option(const OptionText& option) {
   return ".TP\n" + heading + "\n" + Roff(text) + "\n";
 }
 
-// The options of a verb; --help is told once for all.
+// The options of a verb; --help is described once, on the page of the command.
 std::string Options(const VerbText& verb) {
   std::string page;
   for (const OptionText& option : verb.options)

@@ -40,7 +40,7 @@ static void CheckPlaces(const velmora_road* road) {
   enum { kPoints = 20000 };
   typedef struct {
     char id[3];
-    double northing, easting;
+    double northing, easting, station, offset;
   } Row;
   static double n[kPoints], e[kPoints], s[kPoints], o[kPoints], s2[kPoints], o2[kPoints], z[kPoints];
   static int32_t place[kPoints];
@@ -61,8 +61,13 @@ static void CheckPlaces(const velmora_road* road) {
   for (int i = 0; i < kPoints; ++i)
     found += place[i] <= VELMORA_CORRECTED && fabs(s2[i] - s[i]) < 1e-3 && fabs(o2[i] - o[i]) < 1e-3;
   CHECK(found > kPoints * 97 / 100); /* beside corners two stations have the same points */
-  CHECK(velmora_locate(road, kPoints, &rows[0].northing, sizeof(Row), &rows[0].easting, sizeof(Row), s, 0, o,
-                       0, NULL, 0, 0, 3, &error) == VELMORA_OK);
+  CHECK(velmora_locate(road, kPoints, &rows[0].northing, sizeof(Row), &rows[0].easting, sizeof(Row),
+                       &rows[0].station, sizeof(Row), &rows[0].offset, sizeof(Row), NULL, 0, 0, 3,
+                       &error) == VELMORA_OK);
+  for (int i = 0; i < kPoints; ++i) {
+    s[i] = rows[i].station;
+    o[i] = rows[i].offset;
+  }
   CHECK(memcmp(s, s2, sizeof s) == 0 && memcmp(o, o2, sizeof o) == 0);
   CHECK(velmora_level(road, kPoints, s, 0, z, 0, 2, &error) == VELMORA_OK);
   CHECK(velmora_road_profile(road, NULL, 0) == 0 ? isnan(z[1]) : !isnan(z[kPoints / 2]));

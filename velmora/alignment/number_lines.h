@@ -1,9 +1,9 @@
 // Lines of plain numbers straight from a file's bytes, many millions a second.
 //
-// A plain number is an optional "-", digits and, as a rule, a point with further digits. Of a line is taken
-// its shape: how many digits are before and after the point in each column. The next line mostly has
-// the same, so it is read as if it had, without looking for where its numbers end, and what came out is
-// then checked. Every other line is left to the general reader, which gives the same doubles.
+// A plain number is an optional "-", digits and, as a rule, a point with further digits. A line's shape is
+// how many digits each column has before and after the point. The next line mostly has the same shape, so
+// it is read as if it had, without looking for where its numbers end, and the result is then checked.
+// Every other line is left to the general reader, which gives the same doubles.
 #ifndef VELMORA_ALIGNMENT_NUMBER_LINES_H_
 #define VELMORA_ALIGNMENT_NUMBER_LINES_H_
 

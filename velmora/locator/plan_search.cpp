@@ -12,7 +12,7 @@ namespace {
 // part of them.
 constexpr size_t kLargePlan = size_t{1} << 16;
 constexpr size_t kPointsForSegments = 8;
-// Sorted at once: each part of a batch goes over the whole plan.
+// The points that are sorted at once: each part of a batch goes over the whole plan.
 constexpr size_t kLeastSorted = size_t{1} << 20;
 constexpr size_t kSortedForSegments = 2;
 constexpr size_t kSegmentsInCell = 60;

@@ -103,7 +103,7 @@ struct FlatArc {
 // Nothing for other arcs. The chord is neither a long straight nor a short one.
 std::optional<FlatArc> AsFlatArc(PlanePoint chord, double bulge);
 
-// What an arc has besides.
+// The bounds of an arc, and of the places beside it where it also answers.
 struct ArcBounds {
   SegmentBounds segment;
   Tangents tangents;

@@ -1,5 +1,5 @@
 // Vectors of numbers whose memory is in large pages when it is large. New elements are not set, so that the
-// threads that fill them are those that the memory is handed over to.
+// pages are allocated to the thread that first writes them.
 #ifndef VELMORA_PLATFORM_LARGE_VECTOR_H_
 #define VELMORA_PLATFORM_LARGE_VECTOR_H_
 

@@ -1,8 +1,8 @@
 // Numbers in text, read and written with "." whatever the locale.
 //
 // A number is what the suite's files hold: an optional sign, digits with at most one ".", an
-// optional exponent. "inf", "nan" and hexadecimal are no numbers, and one too large for a double
-// is none either, so that no file can put an infinity among the coordinates.
+// optional exponent. "inf", "nan" and hexadecimal are not numbers, nor is one too large for a
+// double, so that no file can put an infinity among the coordinates.
 #ifndef VELMORA_TEXT_NUMBERS_H_
 #define VELMORA_TEXT_NUMBERS_H_
 

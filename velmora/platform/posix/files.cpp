@@ -210,7 +210,7 @@ InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 bool InputFile::Open(const CString& path) {
   Close();
   auto opened = std::make_unique<System>();
-  // Most files are named as they are on the disk. A hook is told of one call, with the file's own name.
+  // Most files are named as they are on the disk. One call is reported to a hook, with the file's own name.
   if (CurrentDiskHook() == nullptr) {
     opened->path = PathAsGiven(path);
     opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
