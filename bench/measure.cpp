@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -90,6 +91,10 @@ bool Figures::WriteJson(const std::string& file) const {
 bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
                  const std::map<std::string, std::string*>& texts) {
   for (int i = 1; i < count; ++i) {
+    if (words[i] == std::string("--machine")) {
+      std::puts(Machine().c_str());
+      std::exit(0);
+    }
     if (const auto set = switches.find(words[i]); set != switches.end()) {
       *set->second = true;
     } else if (const auto text = texts.find(words[i]); text != texts.end() && i + 1 < count) {

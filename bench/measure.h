@@ -31,6 +31,7 @@ struct Figure {
 };
 
 // Takes the command line apart: "--name" sets a switch, "--name TEXT" a text. False when a word is neither.
+// "--machine" prints Machine() and ends the program.
 bool ReadOptions(int count, char** words, const std::map<std::string, bool*>& switches,
                  const std::map<std::string, std::string*>& texts);
 

@@ -1,6 +1,7 @@
 """The ratios of a run of scripts/bench: recorded, compared with the recorded ones, shown as a page.
 
     report.py SIZE JSON... [--record] [--check] [--page FILE]
+    report.py SIZE --machine NAME        whether a run that --check can compare with is recorded
 
 SIZE is small or full. Recorded runs are the lines of bench/history.jsonl. --check compares with the last one of this
 size and machine: a ratio that is lower by more than the noise of both, a fifth at least, ends with 1. The page is one
@@ -78,6 +79,19 @@ def recorded() -> List[Run]:
 def alike(run: Run, runs: List[Run]) -> List[Run]:
     """Those of the run's size and machine."""
     return [one for one in runs if (one["size"], one["machine"]) == (run["size"], run["machine"])]
+
+
+def comparable(run: Run, runs: List[Run]) -> bool:
+    """Whether there is a run to compare with; says which there are when there is none."""
+    if alike(run, runs):
+        return True
+    known = "; ".join(f"{one['size']} of {one['date']} on {one['machine']}" for one in runs) or "none"
+    print(
+        f"bench: --check has no recorded {run['size']} run on {run['machine']} to compare with; "
+        f"make one with --record. Recorded: {known}",
+        file=sys.stderr,
+    )
+    return False
 
 
 def fallen(run: Run, before: Run) -> List[str]:
@@ -165,8 +179,8 @@ def page(run: Run, runs: List[Run]) -> str:
 <title>Performance</title><style>{STYLE}</style>
 <h1>Performance beside the usual alternatives</h1>
 <p>{run['date']}, <code>scripts/bench {run['size']}</code> on {html.escape(run['machine'])}. {len(run['figures'])} ratios;
-of those beside alternatives {below(run)} are below 1. Ours and the peer take turns, five rounds at least; figures are
-medians. The noise is how far the rounds' ratios lie apart without the lowest and the highest. Bars run from 1, marked by
+of those beside alternatives {below(run)} are below 1. Ours and the peer take turns; figures are medians
+of the rounds. The noise is how far the rounds' ratios lie apart without the lowest and the highest. Bars run from 1, marked by
 the dashed line, on a scale of doublings; the small curves are the recorded runs of this size and machine.</p>
 {''.join(table(run, runs, wanted) for wanted in NOTES)}<h2>Recorded runs</h2>
 <div class=wide><table><tr><th>date<th>size<th class=number>ratios<th class=number>below 1, beside alternatives<th>machine
@@ -178,14 +192,17 @@ the dashed line, on a scale of doublings; the small curves are the recorded runs
 def main() -> int:
     options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     options.add_argument("size", choices=["small", "full"])
-    options.add_argument("json", nargs="+")
+    options.add_argument("json", nargs="*")
     options.add_argument("--record", action="store_true")
     options.add_argument("--check", action="store_true")
     options.add_argument("--page")
+    options.add_argument("--machine")
     given = options.parse_args()
+    if given.machine:
+        return 0 if comparable({"size": given.size, "machine": given.machine}, recorded()) else 1
     run = read_run(given.size, given.json)
     runs = recorded()
-    before = alike(run, runs)
+    before = list(runs)
     if given.record:
         runs.append(run)
         with open(HISTORY, "a", encoding="utf-8") as lines:
@@ -195,10 +212,9 @@ def main() -> int:
             out.write(page(run, runs))
     if not given.check:
         return 0
-    if not before:
-        print(f"bench: no recorded {given.size} run on this machine; make one with --record", file=sys.stderr)
+    if not comparable(run, before):
         return 1
-    lines = fallen(run, before[-1])
+    lines = fallen(run, alike(run, before)[-1])
     for line in lines:
         print("bench: " + line, file=sys.stderr)
     return 1 if lines else 0
