@@ -179,8 +179,8 @@ def page(run: Run, runs: List[Run]) -> str:
 <title>Performance</title><style>{STYLE}</style>
 <h1>Performance beside the usual alternatives</h1>
 <p>{run['date']}, <code>scripts/bench {run['size']}</code> on {html.escape(run['machine'])}. {len(run['figures'])} ratios;
-of those beside alternatives {below(run)} are below 1. Ours and the peer take turns; figures are medians
-of the rounds. The noise is how far the rounds' ratios lie apart without the lowest and the highest. Bars run from 1, marked by
+of those beside alternatives {below(run)} are below 1. Ours and the peer take turns, five rounds at least; figures are
+medians. The noise is how far the rounds' ratios lie apart without the lowest and the highest. Bars run from 1, marked by
 the dashed line, on a scale of doublings; the small curves are the recorded runs of this size and machine.</p>
 {''.join(table(run, runs, wanted) for wanted in NOTES)}<h2>Recorded runs</h2>
 <div class=wide><table><tr><th>date<th>size<th class=number>ratios<th class=number>below 1, beside alternatives<th>machine
