@@ -39,7 +39,8 @@ void AddLocate(CLI::App* align) {
                  "With --area and --offsets: mark the points outside instead of leaving them out");
   CLI::Option* const max_offset = AddMaxOffset(verb, &options->max_offset);
   AddValue(verb, "--within", "M",
-           "Every road whose offset is at most M metres, nearest first, a row for each",
+           "Every road whose offset is at most M metres, nearest first, a row for each; a point without one "
+           "gets a row \"far from the road\"",
            [options](const std::string& text) { options->within = ToDistance(text); })
       ->excludes(max_offset);
   verb->add_option(

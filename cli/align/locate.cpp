@@ -140,6 +140,7 @@ void AlignLocate(const LocateOptions& options) {
     throw WrongUsage("only one of FILE and --points can be standard input");
   ReadAlignment(options.file, &input);
   RequirePlan(input);
+  WarnOf(options.file, input.skipped_lines.Note());
   PointList points(options.points, options.list);
   WarnOf(options.points, points.TakeNotes());
   const PlanBounds bounds = MeasurePlan(input.plan).bounds;

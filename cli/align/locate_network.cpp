@@ -178,7 +178,7 @@ class NetworkResults {
 
 void RefuseWhatNeedsOneRoad(const LocateOptions& options) {
   if (options.mode != 0)
-    throw WrongUsage("--mode is about one road; omit it with several roads and with --within");
+    throw WrongUsage("--mode applies to one road; omit it with several roads and with --within");
   if (EndingOf(options.output.file) == ".ags")
     throw Refusal(At(options.output.file,
                      "an AGS file gets the places on one road; place the points on one road, or write .csv"));

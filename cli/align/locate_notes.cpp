@@ -12,11 +12,14 @@ void Tally::Add(const Tally& other) {
 
 std::string Tally::Text(std::uint64_t points) const {
   std::string parts;
+  std::int64_t rows = unreadable_;
+  for (const std::int64_t placed : placed_) rows += placed;
   for (size_t i = 0; i < placed_.size(); ++i)
     if (placed_[i] > 0)
       parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
   if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
   return std::to_string(points) + (points == 1 ? " point" : " points") +
+         (static_cast<std::uint64_t>(rows) == points ? "" : ", " + std::to_string(rows) + " rows") +
          (parts.empty() ? "" : ": " + parts.substr(2));
 }
 

@@ -23,7 +23,7 @@ class Tally {
   void AddUnreadable() { ++unreadable_; }
   void Add(const Tally& other);
   std::int64_t Unreadable() const { return unreadable_; }
-  // Of rows for this many points.
+  // Of rows for this many points, of which a point has one or more.
   std::string Text(std::uint64_t points) const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "cli/align/exchange_formats.h"
@@ -44,45 +45,75 @@ class Reader {
   explicit Reader(int threads) : threads_(threads) {}
 
   void Add(const std::string& name) {
-    if (name == "-") throw WrongUsage("standard input cannot be one of several roads; give its file");
     const CString path = PathFromSystem(name);
     if (IsFolder(path))
       AddFolder(name, path);
     else if (IsGeoPackage(name))
       AddLayer(name);
     else
-      AddFile(name, path, false);
+      AddFile(name, path, false, RealPath(path));
   }
 
   NetworkInput Finish() {
     ReadFiles();
-    passed_over_.Finish("files with a profile only");
+    repeated_.Finish("that are given more than once");
+    passed_over_.Finish("files that are passed over");
+    incomplete_.Finish("roads that are read in part");
     unusable_.Finish("that cannot be used");
     if (unusable_.Any()) throw ExitWith{1};
-    if (input_.roads.empty()) throw Refusal("no road to place points on: every file has a profile only");
+    std::erase_if(roads_, [](const Road& road) { return road.is_dropped; });
+    if (roads_.empty()) throw Refusal("no road to place points on: every file is passed over");
+    TellApart();
     return std::move(input_);
   }
 
  private:
+  struct Road {
+    NamedRoad named;
+    std::string full_name;  // that no other road has
+    bool is_dropped = false;
+  };
   struct File {
     std::string name;
     size_t road;
     bool in_folder;
   };
 
-  void AddFile(const std::string& name, const CString& path, bool in_folder) {
-    waiting_.push_back({name, input_.roads.size(), in_folder});
+  // Whether the file or folder, by its path without links, has been added before.
+  bool IsRepeated(const std::string& name, const CString& real_path) {
+    const auto [first, is_new] = added_.try_emplace(std::wstring(real_path.GetView()), name);
+    if (!is_new)
+      repeated_.Add(At(name, (first->second == name ? "is given more than once"
+                                                    : "is the same as " + Quoted(first->second)) +
+                                 "; it is read once"));
+    return !is_new;
+  }
+
+  void AddFile(const std::string& name, const CString& path, bool in_folder,
+               const std::optional<CString>& real_path) {
+    if (real_path && IsRepeated(name, *real_path)) return;
+    waiting_.push_back({name, roads_.size(), in_folder});
     paths_.push_back(path);
     input_.files.push_back(name);
-    input_.roads.emplace_back();
+    roads_.emplace_back();
   }
 
   void AddFolder(const std::string& name, const CString& path) {
-    const size_t before = waiting_.size();
-    for (const FoundFile& file : FindFiles(JoinPath(path, L"*.vl")))
-      if (file.status.kind != FileKind::kFolder && EndingOfName(ToUtf8(file.name)) == ".vl")
-        AddFile(PathForDisplay(JoinPath(path, file.name)), JoinPath(path, file.name), true);
-    if (waiting_.size() == before)
+    const std::optional<CString> real_path = RealPath(path);
+    if (real_path && IsRepeated(name, *real_path)) return;
+    bool any = false;
+    for (const FoundFile& file : FindFiles(JoinPath(path, L"*.vl"))) {
+      if (file.status.kind == FileKind::kFolder || EndingOfName(ToUtf8(file.name)) != ".vl") continue;
+      any = true;
+      const CString file_path = JoinPath(path, file.name);
+      if (file.status.kind != FileKind::kFile)
+        passed_over_.Add(
+            At(PathForDisplay(file_path), "is passed over: it is a pipe or a device, not a file"));
+      else
+        AddFile(PathForDisplay(file_path), file_path, true,
+                file.may_be_link || !real_path ? RealPath(file_path) : JoinPath(*real_path, file.name));
+    }
+    if (!any)
       throw Refusal(
           At(name, "is a folder without alignment files (*.vl); give the files' folder or the files"));
   }
@@ -91,8 +122,13 @@ class Reader {
     const std::string file = FileOfList(name);
     exchange::ImportOptions options;
     if (name.size() > file.size()) options.layer = name.substr(file.size() + 1);
+    const std::optional<CString> real_path = RealPath(PathFromSystem(file));
+    if (real_path && IsRepeated(name, *real_path + PathFromSystem(name.substr(file.size())))) return;
     input_.files.push_back(file);
-    for (exchange::ImportedRoad& road : ReadRoads(FormatOf(file), file, options)) {
+    std::vector<exchange::ImportedRoad> roads = ReadRoads(FormatOf(file), file, options);
+    if (roads.empty()) unusable_.Add(At(name, options.layer.empty() ? "has no roads" : "layer has no roads"));
+    for (exchange::ImportedRoad& road : roads) {
+      const Findings of_file = road.findings;
       exchange::FinishImport(options.fit, 0, &road);
       if (road.refused) {
         const auto why = std::find_if(road.findings.begin(), road.findings.end(),
@@ -101,38 +137,49 @@ class Reader {
                                    (why == road.findings.end() ? " cannot be read" : ": " + why->text)));
         continue;
       }
-      input_.roads.push_back({road.road.name, std::move(road.road.plan), std::move(road.road.profile)});
+      if (!of_file.empty())
+        incomplete_.Add(At(name, of_file[0].line, Quoted(road.road.name) + ": " + of_file[0].text));
+      roads_.push_back({{road.road.name, std::move(road.road.plan), std::move(road.road.profile)},
+                        At(name, road.road.name)});
     }
   }
 
   void ReadFiles() {
-    std::map<std::string, int> times;
-    const auto short_name = [](const std::string& name) { return ToUtf8(NameOfPath(PathFromSystem(name))); };
-    for (const File& file : waiting_) ++times[short_name(file.name)];
     std::vector<RoadFile> read = ReadRoadFiles(paths_, threads_);
-    std::vector<bool> drop(input_.roads.size());
     for (size_t i = 0; i < read.size(); ++i) {
       const File& file = waiting_[i];
       const bool profile_only = read[i].problem && file.in_folder && !read[i].profile.empty();
       if (read[i].problem)
         (profile_only ? passed_over_ : unusable_)
             .Add(At(file.name, read[i].problem->line, read[i].problem->text));
-      drop[file.road] = read[i].problem.has_value();
-      const std::string name = short_name(file.name);
-      input_.roads[file.road] = {times[name] > 1 ? file.name : name, std::move(read[i].plan),
-                                 std::move(read[i].profile)};
+      else if (const std::optional<Finding> skipped = read[i].skipped.Note())
+        incomplete_.Add(At(file.name, skipped->line, skipped->text));
+      roads_[file.road] = {{ToUtf8(NameOfPath(PathFromSystem(file.name))), std::move(read[i].plan),
+                            std::move(read[i].profile)},
+                           file.name,
+                           read[i].problem.has_value()};
     }
-    size_t kept = 0;
-    for (size_t i = 0; i < input_.roads.size(); ++i)
-      if (!drop[i]) std::swap(input_.roads[kept++], input_.roads[i]);
-    input_.roads.resize(kept);
+  }
+
+  // Gives roads of equal names their full ones.
+  void TellApart() {
+    std::map<std::string, int> times;
+    for (const Road& road : roads_) ++times[road.named.name];
+    for (Road& road : roads_) {
+      if (times[road.named.name] > 1) road.named.name = std::move(road.full_name);
+      input_.roads.push_back(std::move(road.named));
+    }
   }
 
   int threads_;
-  NetworkInput input_;
+  NetworkInput input_;                         // without its roads until the end
+  std::vector<Road> roads_;                    // those of waiting_ empty until they are read
+  std::map<std::wstring, std::string> added_;  // names by paths without links
   std::vector<File> waiting_;
   std::vector<CString> paths_;
+  ManyLines repeated_{Warn};
   ManyLines passed_over_{Warn};
+  ManyLines incomplete_{Warn};
   ManyLines unusable_{PrintError};
 };
 
@@ -143,6 +190,10 @@ bool IsNetwork(const std::vector<std::string>& names) {
 }
 
 NetworkInput ReadNetwork(const std::vector<std::string>& names, int threads) {
+  if (names == std::vector<std::string>{"-"})
+    throw WrongUsage("--within needs the road's file; it does not read standard input");
+  if (std::find(names.begin(), names.end(), "-") != names.end())
+    throw WrongUsage("standard input cannot be one of several roads; give its file");
   Reader reader(threads);
   for (const std::string& name : names) reader.Add(name);
   return reader.Finish();

@@ -19,13 +19,18 @@ Limits ToLimits(const std::string& text, double (*read)(const std::string&));
 // "a:b" or "x,y", each half read by `read`.
 std::pair<double, double> ToPair(const std::string& text, char separator, double (*read)(const std::string&));
 
-// An option with one value, handed to `take`.
+// An option with one value, handed to `take`, whose ValidationErrors get the option's name.
 template <class Take>
 CLI::Option* AddValue(CLI::App* verb, const std::string& name, const std::string& metavar,
                       const std::string& help, Take take) {
-  return verb->add_option_function<std::string>(name, std::move(take), help)
-      ->type_name(metavar)
-      ->type_size(1);
+  const auto take_named = [name, take = std::move(take)](const std::string& text) {
+    try {
+      take(text);
+    } catch (const CLI::ValidationError& error) {
+      throw CLI::ValidationError(name, error.what());
+    }
+  };
+  return verb->add_option_function<std::string>(name, take_named, help)->type_name(metavar)->type_size(1);
 }
 
 void AddAlignmentFile(CLI::App* verb, std::string* file);

@@ -67,9 +67,11 @@ class Placer {
 // The points that the suite's own programs place elsewhere.
 class Corrections {
  public:
+  // Counts a point once; its places on several roads follow each other.
   void Add(std::int64_t line, double northing, double easting, const Placing& placing, const Placer* placer) {
-    if (placing.elsewhere != Elsewhere::kNowhere && count_++ == 0)
-      first_ = {line, northing, easting, placing.elsewhere, placer};
+    if (placing.elsewhere == Elsewhere::kNowhere || (count_ > 0 && line == last_line_)) return;
+    last_line_ = line;
+    if (count_++ == 0) first_ = {line, northing, easting, placing.elsewhere, placer};
   }
   // Those of points further down the list.
   void Add(const Corrections& other) {
@@ -88,6 +90,7 @@ class Corrections {
     const Placer* placer;
   };
   std::int64_t count_ = 0;
+  std::int64_t last_line_ = 0;
   Point first_{};
 };
 

@@ -68,11 +68,12 @@ VELMORA_NEVER_INLINE inline char* PutGeneralCsvNumber(double value, int decimals
 }
 
 // Writes a number with one decimal more than tables show, nothing for one that is not finite, and returns the
-// end. Needs room for kLongestCsvNumber characters.
+// end. With four decimals a zero has no sign. Needs room for kLongestCsvNumber characters.
 inline constexpr size_t kLongestCsvNumber = 340;
 inline char* PutCsvNumber(double value, int decimals, char decimal_sign, char* at) {
   if (std::uint64_t scaled = 0; decimals == 3 && fixed_digits::TenThousandths(value, &scaled))
-    return fixed_digits::PutFourDecimals(std::signbit(value), VectorDigitsOf(scaled), decimal_sign, ' ', at) -
+    return fixed_digits::PutFourDecimals(std::signbit(value) && scaled != 0, VectorDigitsOf(scaled),
+                                         decimal_sign, ' ', at) -
            1;
   return PutGeneralCsvNumber(value, decimals, decimal_sign, at);
 }

@@ -68,6 +68,7 @@ TEST_F(PosixFiles, PipeIsNotReplaced) {
   EXPECT_FALSE(ReplaceFileContent(pipe, "x"));
   EXPECT_FALSE(CopyWholeFile(pipe, folder_.File(L"copy"), false));
   EXPECT_EQ(GetFileStatus(pipe)->kind, FileKind::kOther);
+  EXPECT_FALSE(InputFile().Open(pipe, InputFile::Accept::kRegularFiles));
   EXPECT_TRUE(ReadProfile(L"S", L"k", pipe).IsEmpty());
   EXPECT_FALSE(WriteProfile(L"S", L"k", L"v", pipe));
 }

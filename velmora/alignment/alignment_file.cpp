@@ -4,8 +4,6 @@
 #include <array>
 #include <iterator>
 
-#include "velmora/alignment/rewrite_losses.h"
-
 namespace velmora {
 
 std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file) {
@@ -15,7 +13,9 @@ std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file
     lines = number;
     if (kind == LineKind::kPlanPoint) file->plan_lines.push_back(number);
     if (kind == LineKind::kProfilePoint) file->profile_lines.push_back(number);
-    for (const Finding& finding : losses.Check(number, kind, line)) {
+    const Findings found = losses.Check(number, kind, line);
+    file->skipped_lines.Add(kind, found);
+    for (const Finding& finding : found) {
       if (finding.misread) file->skipped.Add(finding);
       if (finding.lost) file->losses.Add(finding);
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "velmora/alignment/checks.h"
+#include "velmora/alignment/rewrite_losses.h"
 #include "velmora/alignment/vag2.h"
 
 namespace velmora {
@@ -19,6 +20,7 @@ struct AlignmentFile {
   std::vector<int> plan_lines;  // of each point in the file
   std::vector<int> profile_lines;
   BoundedFindings skipped;      // lines, and parts of lines, that are not read
+  SkippedLines skipped_lines;   // whole lines of `skipped`, without empty ones
   BoundedFindings losses;       // what is lost when the alignment is written
   std::optional<Finding> tail;  // text after an end-of-file character, which only a rewrite of the file keeps
 

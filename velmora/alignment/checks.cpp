@@ -60,10 +60,11 @@ BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector
     findings.Add(0, "is the plan's only point; an alignment needs two or more", Repair::kFile);
   const bool descending = IsDescending(points);
   if (descending)
-    findings.Add(0,
-                 "the stations fall: align locate gives V and H as seen towards higher stations, align place "
-                 "takes them as seen along the points, and the suite's own programs give the wrong side at "
-                 "corners");
+    findings.Add(
+        0,
+        "the stations descend: align locate gives V and H as seen towards higher stations, align place "
+        "takes them as seen along the points, and the suite's own programs give the wrong side at "
+        "corners");
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
     const kovltype& b = points[i + 1];

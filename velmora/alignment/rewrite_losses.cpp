@@ -1,5 +1,6 @@
 #include "velmora/alignment/rewrite_losses.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "velmora/alignment/alignment_format.h"
@@ -11,6 +12,8 @@ namespace velmora {
 namespace {
 
 constexpr std::wstring_view kHeading = L"Profil";
+
+bool IsPoint(LineKind kind) { return kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint; }
 
 std::wstring_view AfterNumbers(std::wstring_view line, int count) {
   NumberScanner scanner(line);
@@ -50,7 +53,7 @@ Findings LineLosses::Check(int number, LineKind kind, const CString& text) {
   Findings findings;
   const LineFindings found{number, &findings};
   const std::wstring_view line = text.GetView();
-  const bool is_point = kind == LineKind::kPlanPoint || kind == LineKind::kProfilePoint;
+  const bool is_point = IsPoint(kind);
   if (is_point && line.empty()) return findings;  // plain numbers
   if (number == 1) CheckFirstLine(line, is_point, found);
   if (kind == LineKind::kUnreadable) {
@@ -81,6 +84,21 @@ Findings LineLosses::Check(int number, LineKind kind, const CString& text) {
     found.Add("is not read, as it follows a \"*\"", after_star);
   }
   return findings;
+}
+
+void SkippedLines::Add(LineKind kind, const Findings& found) {
+  if (IsPoint(kind)) return;
+  // An empty line is not lost.
+  const auto skipped = std::find_if(found.begin(), found.end(),
+                                    [](const Finding& finding) { return finding.misread && finding.lost; });
+  if (skipped == found.end()) return;
+  if (count_++ == 0) first_ = *skipped;
+}
+
+std::optional<Finding> SkippedLines::Note() const {
+  std::optional<Finding> note = first_;
+  if (count_ > 1) note->text += "; " + std::to_string(count_) + " lines in all, which align info lists";
+  return note;
 }
 
 ArcShift LargestArcShift(const std::vector<kovltype>& points) {

@@ -3,6 +3,8 @@
 #define VELMORA_ALIGNMENT_REWRITE_LOSSES_H_
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "velmora/alignment/alignment_format.h"
@@ -19,6 +21,19 @@ class LineLosses {
 
  private:
   int separators_ = 0;  // so far: the section's first "*", its heading, its second "*", further ones
+};
+
+// The lines with text from which reading an alignment takes neither a point nor a separator, or a part only.
+class SkippedLines {
+ public:
+  // What LineLosses finds in a line. Lines of points are not counted.
+  void Add(LineKind kind, const Findings& found);
+  // One line for people, about the first of them; nothing when there are none.
+  std::optional<Finding> Note() const;
+
+ private:
+  std::optional<Finding> first_;
+  std::int64_t count_ = 0;
 };
 
 // Bulges are written with four decimals, which moves the middle of an arc; coordinates and stations move by

@@ -19,6 +19,9 @@ class RoadFileReader {
   const RoadFile& Read(const CString& name);
 
  private:
+  bool Open(const CString& name) {
+    return reader_.Open(name, TextReader::Guess::kWindows1252, InputFile::Accept::kRegularFiles);
+  }
   void FindProblem(const CString& name);
 
   TextReader reader_;
@@ -29,16 +32,21 @@ const RoadFile& RoadFileReader::Read(const CString& name) {
   road_.plan.clear();
   road_.profile.clear();
   road_.problem.reset();
-  if (!reader_.Open(name)) {
+  road_.skipped = {};
+  if (!Open(name)) {
     road_.problem = Finding{0, WhyUnopened(name)};
     return road_;
   }
+  LineLosses losses;
   ReadCombined(
       reader_,
       [&](LineKind kind, const kovltype& point) {
         (kind == LineKind::kPlanPoint ? road_.plan : road_.profile).push_back(point);
       },
-      [](int, LineKind, const CString&) {});
+      [&](int number, LineKind kind, const CString& line) {
+        if (kind == LineKind::kSeparator || kind == LineKind::kUnreadable)
+          road_.skipped.Add(kind, losses.Check(number, kind, line));
+      });
   if (reader_.Failed() || road_.plan.size() < 2) FindProblem(name);
   return road_;
 }
@@ -46,7 +54,7 @@ const RoadFile& RoadFileReader::Read(const CString& name) {
 // Reads the file once more for what is wrong with it.
 void RoadFileReader::FindProblem(const CString& name) {
   AlignmentFile file;
-  if (!reader_.Open(name))
+  if (!Open(name))
     road_.problem = Finding{0, WhyUnopened(name)};
   else
     road_.problem = ReadAlignmentFile(reader_, &file);
@@ -54,6 +62,7 @@ void RoadFileReader::FindProblem(const CString& name) {
   road_.plan.clear();
   if (!road_.problem) road_.plan = std::move(file.plan);  // another program has written it meanwhile
   road_.profile = std::move(file.profile);
+  road_.skipped = file.skipped_lines;
 }
 
 // Copies the points to the last piece, or to a new one where they do not fit it.

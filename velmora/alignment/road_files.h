@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "velmora/alignment/alignment_point.h"
-#include "velmora/alignment/checks.h"
+#include "velmora/alignment/rewrite_losses.h"
+#include "velmora/common/finding.h"
 #include "velmora/platform/large_vector.h"
 #include "velmora/text/string.h"
 
@@ -19,9 +20,11 @@ struct RoadFile {
   std::vector<kovltype> plan;  // of two points or more, or empty
   std::vector<kovltype> profile;
   std::optional<Finding> problem;  // why there is no plan
+  SkippedLines skipped;
 };
 
-// The files in their order, read by `threads` threads at once (0: one a processor).
+// The files in their order, read by `threads` threads at once (0: one a processor). Pipes and devices are
+// not read.
 std::vector<RoadFile> ReadRoadFiles(std::span<const CString> files, int threads);
 
 // The plans alone, of two points or more or empty, read likewise.

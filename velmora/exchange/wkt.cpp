@@ -131,7 +131,7 @@ class Parser {
     for (size_t i = 0; i < count; ++i) {
       SkipBlanks();
       const auto read = std::from_chars(rest_.data(), rest_.data() + rest_.size(), numbers[i]);
-      if (read.ec != std::errc() || !std::isfinite(numbers[i])) return Fail("no number");
+      if (read.ec != std::errc() || !std::isfinite(numbers[i])) return Fail("number expected");
       rest_.remove_prefix(static_cast<size_t>(read.ptr - rest_.data()));
     }
     double further = 0;

@@ -36,7 +36,7 @@ class VELMORA_API Network {
   explicit Network(std::span<const std::vector<kovltype>> roads, int threads = 1);
   // From the plans of alignment files, plain or combined, read and prepared by `threads` threads. A
   // road's number is its file's position. `results` gets one value for each file: 0, or -1 for one that
-  // cannot be read or has no plan of two points, which never answers.
+  // cannot be read, is a pipe or a device, or has no plan of two points, which never answers.
   Network(std::span<const CString> files, int threads, int* results);
   ~Network();
   // Takes over the other's roads; the other may then only be assigned to or destroyed. @{

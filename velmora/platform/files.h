@@ -114,9 +114,12 @@ class VELMORA_API InputFile {
   InputFile& operator=(InputFile&&) noexcept;
   // @}
 
-  // Opens a file; the previous one is closed. False when it does not exist, is a folder or cannot be read.
-  // Pipes and terminals are accepted.
-  [[nodiscard]] bool Open(const CString& path);
+  // Whether pipes, terminals and devices are opened, which may wait for another program.
+  enum class Accept { kAnything, kRegularFiles };
+
+  // Opens a file; the previous one is closed. False when it does not exist, is a folder, is not accepted or
+  // cannot be read.
+  [[nodiscard]] bool Open(const CString& path, Accept accept = Accept::kAnything);
   // Reads the process's standard input, which Close leaves open.
   [[nodiscard]] bool OpenStandardInput();
   // Returns how many bytes were read: 0 at the end of the file, -1 on an error. A short read is not the end.

@@ -48,9 +48,9 @@ void TextReader::StartOver() {
   *this = std::move(fresh);
 }
 
-bool TextReader::Open(const CString& path, Guess guess) {
+bool TextReader::Open(const CString& path, Guess guess, InputFile::Accept accept) {
   StartOver();
-  return file_.Open(path) && Start(guess);
+  return file_.Open(path, accept) && Start(guess);
 }
 
 bool TextReader::OpenStandardInput(Guess guess) {

@@ -25,7 +25,8 @@ class VELMORA_API TextReader {
 
   // Starts over with a file, or with the process's standard input. False as InputFile::Open, and when its
   // start cannot be read. @{
-  [[nodiscard]] bool Open(const CString& path, Guess guess = Guess::kWindows1252);
+  [[nodiscard]] bool Open(const CString& path, Guess guess = Guess::kWindows1252,
+                          InputFile::Accept accept = InputFile::Accept::kAnything);
   [[nodiscard]] bool OpenStandardInput(Guess guess = Guess::kWindows1252);
   // @}
   // A file's content instead of a file.

@@ -83,9 +83,10 @@ bool AreOneFile(const struct stat& a, const struct stat& b) {
 }
 
 // False for a folder, which opens but does not read.
-bool Examine(int fd, std::uint64_t* size) {
+bool Examine(int fd, InputFile::Accept accept, std::uint64_t* size) {
   struct stat status {};
   if (fstat(fd, &status) != 0 || S_ISDIR(status.st_mode)) return false;
+  if (accept == InputFile::Accept::kRegularFiles && !S_ISREG(status.st_mode)) return false;
   *size = S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
   return true;
 }
@@ -207,20 +208,22 @@ InputFile::~InputFile() = default;
 InputFile::InputFile(InputFile&&) noexcept = default;
 InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 
-bool InputFile::Open(const CString& path) {
+bool InputFile::Open(const CString& path, Accept accept) {
   Close();
+  // So that opening a pipe does not wait for its writer.
+  const int more_flags = accept == Accept::kRegularFiles ? O_NONBLOCK : 0;
   auto opened = std::make_unique<System>();
   // Most files are named as they are on the disk. One call is reported to a hook, with the file's own name.
   if (CurrentDiskHook() == nullptr) {
     opened->path = PathAsGiven(path);
-    opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
+    opened->owned = FileDescriptor(OpenToRead(opened->path, more_flags));
   }
   if (!opened->owned) {
     opened->path = NativePath(path);
-    opened->owned = FileDescriptor(OpenToRead(opened->path, 0));
+    opened->owned = FileDescriptor(OpenToRead(opened->path, more_flags));
   }
   opened->fd = opened->owned.Get();
-  if (!opened->owned || !Examine(opened->fd, &opened->size)) return false;
+  if (!opened->owned || !Examine(opened->fd, accept, &opened->size)) return false;
   system_ = std::move(opened);
   return true;
 }
@@ -229,7 +232,7 @@ bool InputFile::OpenStandardInput() {
   Close();
   auto opened = std::make_unique<System>();
   opened->fd = STDIN_FILENO;
-  const bool done = Examine(opened->fd, &opened->size);
+  const bool done = Examine(opened->fd, Accept::kAnything, &opened->size);
   ReportOpened({}, done);
   if (!done) return false;
   system_ = std::move(opened);

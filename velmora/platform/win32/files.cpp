@@ -206,13 +206,14 @@ InputFile::~InputFile() = default;
 InputFile::InputFile(InputFile&&) noexcept = default;
 InputFile& InputFile::operator=(InputFile&&) noexcept = default;
 
-bool InputFile::Open(const CString& path) {
+bool InputFile::Open(const CString& path, Accept accept) {
   Close();
   auto opened = std::make_unique<System>();
   opened->path = SystemPath(path);
   opened->owned = OpenFileToRead(opened->path.c_str());
   opened->handle = opened->owned.Get();
   if (!opened->owned) return false;
+  if (accept == Accept::kRegularFiles && GetFileType(opened->handle) != FILE_TYPE_DISK) return false;
   system_ = std::move(opened);
   return true;
 }
