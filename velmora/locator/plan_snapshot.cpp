@@ -199,6 +199,7 @@ void PlanSnapshot::BoundSegment(size_t i, FootBound* leaf, Part* part) {
   else if (bounds.chord_slack > 0)
     part->chord_slacks.emplace_back(i, bounds.chord_slack);
 }
+
 void PlanSnapshot::PutTogether(std::span<const Part> parts, int threads) {
   size_t arcs = 0;
   for (const Part& part : parts) {
