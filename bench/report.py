@@ -57,6 +57,12 @@ polyline { fill: none; stroke: var(--ours); stroke-width: 1.5; } circle { fill: 
 """
 
 
+def name_of(figure: Dict[str, Any]) -> str:
+    """With its peer, as a figure may have several; without the variant of an alternative, which is what was fastest."""
+    peer = figure["beside"] if figure["beside"] in KINDS else figure["beside"].split()[0]
+    return f"{figure['name']} / {peer}"
+
+
 def read_run(size: str, files: List[str]) -> Run:
     run: Run = {"date": datetime.date.today().isoformat(), "size": size, "machine": "", "figures": {}}
     for file in files:
@@ -64,8 +70,7 @@ def read_run(size: str, files: List[str]) -> Run:
             part = json.load(text)
         run["machine"] = run["machine"] or part["machine"]
         for figure in part["figures"]:
-            # Beside several peers a figure has one name; the variant of a peer is what was fastest.
-            run["figures"][f"{figure['name']} / {figure['beside'].split()[0]}"] = figure
+            run["figures"][name_of(figure)] = figure
     return run
 
 

@@ -6,7 +6,8 @@
 # before it; cli/ may include all of velmora/, sql/ only the C interface; files beside the rooms (velmora/velmora.h,
 # cli/command.cpp) are above them all, but export.h, portability.h and version.h may be included anywhere. Outside
 # velmora/platform only headers of C++ and of the libraries below are included, and no name is spelled that is
-# reserved for compilers and systems: no condition asks for either, and no extension is used.
+# reserved for compilers and systems: no condition asks for either. Extensions of compilers, and conditions on which
+# one it is, stand in velmora/portability.h alone.
 # What changes a disk, or opens a file to read its content, is called in one source a system, where tests
 # observe each call and make it fail; so are the calls of SQLite and of Windows that write files themselves.
 # Fails with a line for each offence.
@@ -20,14 +21,17 @@ set(library_headers
   "xlsxwriter\\.h" "^cli/report/xlsx_table\\.cpp$"
   "sqlite3ext\\.h" "^sql/sqlite/"
   "std(def|int)\\.h" "^velmora/c/velmora\\.h$")
-# Reserved names, and what else only one compiler or system knows.
-set(reserved "_[_A-Z][A-Za-z0-9_]*|asm( +volatile)? *\\(|(gnu|clang|msvc)::")
+# What only portability.h spells: names of compilers and of their extensions. Outside velmora/platform no reserved
+# name is spelled at all.
+string(CONCAT extensions "__(attribute|builtin|declspec|extension|forceinline|has_|inline|restrict|typeof|asm|int128|atomic|sync"
+       "|thread|vectorcall|GNUC|clang|MINGW|INTEL)[A-Za-z0-9_]*|_(MSC_VER|Pragma)|vector_size|asm( +volatile)? *\\("
+       "|(gnu|clang|msvc)::|# *pragma")
+set(reserved "_[_A-Z][A-Za-z0-9_]*|${extensions}")
 set(of_the_language "__(cplusplus|cpp_[a-z_]+|has_cpp_attribute|FILE__|LINE__|VA_ARGS__|VA_OPT__|func__|STDCPP_[A-Z_]+)|_Exit")
 set(old_system_macros "WIN(32|64)|unix|linux|i386")
 set(anywhere velmora/export.h velmora/portability.h velmora/version.h)
-# Clients include the first, so it asks for their system; the second holds what differs between compilers, the last
-# marks what SQLite calls.
-set(may_ask velmora/export.h velmora/portability.h sql/sqlite/entry_point.h)
+# Clients include both, so they ask for their system; the second also holds what differs between compilers.
+set(may_ask velmora/export.h velmora/portability.h)
 
 # Opening an existing file only to ask about it changes nothing and is free.
 set(disk_calls_home "^velmora/platform/(posix|win32)/disk_calls\\.cpp$")
@@ -144,15 +148,21 @@ foreach(file IN LISTS files)
   string(REPLACE "\r" "" text "${text}")
   string(REGEX REPLACE "[][;\\]" " " text "${text}")
   string(REPLACE "\n" ";" lines "${text}")
-  if(NOT file MATCHES "^velmora/platform/" AND NOT file IN_LIST may_ask)
+  set(names "${reserved}")
+  set(home "velmora/platform or ")
+  if(file MATCHES "^velmora/platform/" OR file IN_LIST may_ask)
+    set(names "${extensions}")
+    set(home)
+  endif()
+  if(NOT file STREQUAL "velmora/portability.h")
     string(REGEX REPLACE "${of_the_language}" "" spelled "${text}")
-    if(spelled MATCHES "(^|[^A-Za-z0-9_])(${reserved})")
+    if(spelled MATCHES "(^|[^A-Za-z0-9_])(${names})")
       set(name "${CMAKE_MATCH_2}")
       string(FIND "${spelled}" "${CMAKE_MATCH_0}" at)
       string(SUBSTRING "${spelled}." 0 ${at} before)
       string(REGEX MATCHALL "\n" before "${before}.\n")
       list(LENGTH before number)
-      offence("\"${name}\" is for one compiler or system and belongs in velmora/platform or velmora/portability.h")
+      offence("\"${name}\" is for one compiler or system and belongs in ${home}velmora/portability.h")
     endif()
   endif()
   set(calls)

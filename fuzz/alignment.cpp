@@ -112,6 +112,7 @@ void Run(const Input& input) {
   CheckPlan(points, lines);
   CheckProfile(points, lines);
   MeasurePlan(points);
+  MeasureProfile(points);
   for (size_t i = 0; i + 1 < std::min<size_t>(input.Arguments(), 8); i += 2) {
     const double x = input.Number(i);
     const double y = input.Number(i + 1);

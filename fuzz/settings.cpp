@@ -91,9 +91,7 @@ void TryRig(const Input& input) {
   CJb23Par records(nullptr, &settings.project);
   Require(Held(&records) == cut || stored.size() > 8192, "two records a line");
   for (size_t i = 0; i < 2 * kJb23Lines.size(); ++i) {
-    const Jb23Keys& keys = kJb23Lines[i / 2];
-    Require(facade.Jb23ReadKey(i % 2 == 0 ? keys.scale : keys.step) ==
-                (i < stored.size() ? stored[i].value : CString()),
+    Require(facade.Jb23ReadKey(kJb23Lines[i / 2][i % 2]) == (i < stored.size() ? stored[i].value : CString()),
             "a value is a word of its line");
   }
   for (size_t i = 0; i + 1 < input.Arguments(); i += 2) {

@@ -3,23 +3,23 @@
 #ifndef VELMORA_EXPORT_H_
 #define VELMORA_EXPORT_H_
 
+#include "velmora/portability.h"
+
 // VELMORA_API: a class or function of the shared library. VELMORA_TEMPLATE_API: a template, or a class that
 // is defined in its header alone; they are instantiated where they are used, in the library and in its
-// clients alike.
-#if defined(_WIN32)
-#if defined(VELMORA_STATIC)
+// clients alike. Where the system shares such types between modules (not Windows) they are exported, so that
+// both sides have one type.
+#if defined(_WIN32) && defined(VELMORA_STATIC)
 #define VELMORA_API
 #elif defined(VELMORA_BUILDING)
-#define VELMORA_API __declspec(dllexport)
+#define VELMORA_API VELMORA_SYMBOL_EXPORT
 #else
-#define VELMORA_API __declspec(dllimport)
+#define VELMORA_API VELMORA_SYMBOL_IMPORT
 #endif
+#ifdef _WIN32
 #define VELMORA_TEMPLATE_API
 #else
-// What the library shows.
-#define VELMORA_API __attribute__((visibility("default")))
-// What is instantiated where it is used, and is one type there and in the library.
-#define VELMORA_TEMPLATE_API __attribute__((visibility("default")))
+#define VELMORA_TEMPLATE_API VELMORA_SYMBOL_EXPORT
 #endif
 
 #endif  // VELMORA_EXPORT_H_

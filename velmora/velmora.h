@@ -1,4 +1,4 @@
-// Every public header of the library.
+// Every public header of the C++ library; that of the C interface is velmora/c/velmora.h.
 #ifndef VELMORA_H_
 #define VELMORA_H_
 

@@ -4,6 +4,8 @@
 #include <stdint.h>
 #include <stdio.h>
 
+#include "velmora/portability.h"
+
 typedef uint64_t qemu_plugin_id_t;
 struct qemu_plugin_tb;
 struct qemu_info_t;
@@ -16,7 +18,7 @@ void qemu_plugin_register_vcpu_tb_exec_inline(struct qemu_plugin_tb* block, enum
                                               uint64_t add);
 void qemu_plugin_register_atexit_cb(qemu_plugin_id_t id, ExitCallback callback, void* data);
 
-__attribute__((visibility("default"))) int qemu_plugin_version = 1;
+VELMORA_SYMBOL_EXPORT int qemu_plugin_version = 1;
 static uint64_t executed;
 
 static void Translated(qemu_plugin_id_t id, struct qemu_plugin_tb* block) {
@@ -31,8 +33,8 @@ static void Print(qemu_plugin_id_t id, void* data) {
   fprintf(stderr, "%llu\n", (unsigned long long)executed);
 }
 
-__attribute__((visibility("default"))) int qemu_plugin_install(qemu_plugin_id_t id, const struct qemu_info_t* info,
-                                                               int count, char** words) {
+VELMORA_SYMBOL_EXPORT int qemu_plugin_install(qemu_plugin_id_t id, const struct qemu_info_t* info,
+                                              int count, char** words) {
   (void)info;
   (void)count;
   (void)words;

@@ -1,8 +1,19 @@
 #include "cli/align/alignment_input.h"
 
+#include "cli/input/list_input.h"
 #include "cli/terminal/error.h"
+#include "velmora/common/paths.h"
 
 namespace velmora::cli {
+
+std::string AlignmentInput::FileName() const {
+  return file == "-" ? "" : PathForDisplay(NameOfPath(PathFromSystem(file)));
+}
+
+void RequireOneStandardInput(const std::string& file, const std::string& list, const std::string& option) {
+  if (file == "-" && list == "-")
+    throw WrongUsage("only one of FILE and " + option + " can be standard input");
+}
 
 void ReadAlignment(const std::string& file, AlignmentInput* input) {
   input->file = file;
@@ -23,6 +34,14 @@ void RequireProfile(const AlignmentInput& input) {
   if (input.profile.size() < 2)
     throw Refusal(
         At(input.file, input.profile_lines[0], "is the profile's only point; a profile needs two or more"));
+}
+
+void WarnOfSkippedLines(const AlignmentInput& input) { WarnOf(input.file, input.skipped_lines.Note()); }
+
+void ReadPlan(const std::string& file, AlignmentInput* input) {
+  ReadAlignment(file, input);
+  RequirePlan(*input);
+  WarnOfSkippedLines(*input);
 }
 
 }  // namespace velmora::cli

@@ -8,8 +8,8 @@
 #include "cli/align/exchange_formats.h"
 #include "cli/align/network_input.h"
 #include "cli/align/option_values.h"
+#include "cli/input/ordered_workers.h"
 #include "cli/output/options.h"
-#include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/completes.h"
 
 namespace velmora::cli {

@@ -24,7 +24,7 @@ void Open(const EditOptions& options, AlignmentInput* input) {
   RequireEnding(options.to, "an alignment", endings);
   ReadAlignment(options.file, input);
   RequirePlan(*input);
-  if (options.to.empty()) return;
+  if (options.to.empty()) return WarnOfSkippedLines(*input);
   if (input->tail && !IsSameFile(PathFromSystem(options.file), PathAsSpelled(options.to)))
     input->losses.Add({0, "holds text after an end-of-file character (1A), which is never read"});
   RefuseLosses(options.file, input->losses.listed, options.force, input->losses.left_out);
@@ -148,10 +148,12 @@ void AlignStations(const EditOptions& options) {
   Open(options, &input);
   input.set.plan.SektBerak(options.start);
   WarnAboutArcs(input);
-  if (!input.profile.empty())
+  if (!input.profile.empty()) {
+    const ProfileMeasures profile = MeasureProfile(input.profile);
     Warn(At(options.file, "the profile keeps its stations " +
-                              StationText(input.profile.front().y, options.output.km) + " to " +
-                              StationText(input.profile.back().y, options.output.km)));
+                              StationText(profile.first_station, options.output.km) + " to " +
+                              StationText(profile.last_station, options.output.km)));
+  }
   WriteOrShow(options, &input);
 }
 

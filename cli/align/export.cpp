@@ -1,12 +1,11 @@
 #include <cmath>
-#include <ctime>
 
 #include "cli/align/commands.h"
 #include "cli/align/exchange_formats.h"
 #include "cli/align/placing.h"
 #include "cli/align/swapped_points.h"
-#include "cli/input/carried_columns.h"
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
+#include "cli/output/creation_time.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
@@ -15,6 +14,7 @@
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
 #include "velmora/text/codepage.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -98,33 +98,22 @@ Borings ReadBorings(const ExportOptions& options, AlignmentInput* input) {
   swapped.Report(options.points, options.list);
   borings.most_swapped = swapped.AreMost();
   if (unreadable > 0)
-    borings.problem += "; " + std::to_string(unreadable) + (unreadable == 1 ? " row is" : " rows are") +
-                       " not in the result, correct and run again";
+    borings.problem +=
+        "; " + Counted(unreadable, "row is", "rows are") + " not in the result, correct and run again";
   Place(Placer(input, 0, std::nullopt, options.max_offset), &borings.located.points);
   return borings;
-}
-
-void SetDate(exchange::ExportInput* input) {
-  const std::time_t now = std::time(nullptr);
-  std::array<char, 32> text{};
-  const std::tm* const local = std::localtime(&now);
-  if (local == nullptr) return;
-  input->date.assign(text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", local));
-  input->time.assign(text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", local));
 }
 
 }  // namespace
 
 void AlignExport(const ExportOptions& options) {
-  if (options.file == "-" && options.points == "-")
-    throw WrongUsage("only one of FILE and --points can be standard input");
+  RequireOneStandardInput(options.file, options.points, "--points");
   if (options.to == "-") throw WrongUsage("an export is written to a file only; give -o a file name");
   const exchange::RoadFormat& format = FormatOf(options.to);
   AlignmentInput input;
-  ReadAlignment(options.file, &input);
-  RequirePlan(input);
+  ReadPlan(options.file, &input);
   exchange::ExportInput road;
-  SetDate(&road);
+  road.created = CreationTime();
   road.srs = options.srs;
   road.chord_error = options.chord_error / 1000;
   const PlanMeasures measures = MeasurePlan(input.plan);
@@ -141,21 +130,14 @@ void AlignExport(const ExportOptions& options) {
   }
   road.road = {input.Name(), std::move(input.plan), std::move(input.profile)};
   const std::string note = WriteRoad(format, road, options.to, inputs);
-  const std::int64_t skipped = input.skipped.Count();
-  if (skipped > 0)
-    Warn(At(options.file, input.skipped.listed.front().line,
-            "this line is not a point and is left out (" + std::to_string(skipped) +
-                (skipped == 1 ? " such line" : " such lines") + " in all; velmora align info lists them)"));
-  Warn(At(options.to,
-          "written, " + std::to_string(road.road.plan.size()) + " points, " + std::to_string(measures.arcs) +
-              (measures.arcs == 1 ? " arc" : " arcs") + ", " + LengthText(measures.length) +
-              (road.road.profile.empty() ? ""
-               : format.has_profile      ? ", with its profile"
-                                         : ", without its profile") +
-              (road.borings.points.empty()
-                   ? ""
-                   : ", " + std::to_string(road.borings.points.size()) +
-                         (road.borings.points.size() == 1 ? " point" : " points") + " beside it")));
+  Warn(At(options.to, "written, " + Counted(road.road.plan.size(), "point") + ", " +
+                          Counted(measures.arcs, "arc") + ", " + LengthText(measures.length) +
+                          (road.road.profile.empty() ? ""
+                           : format.has_profile      ? ", with its profile"
+                                                     : ", without its profile") +
+                          (road.borings.points.empty()
+                               ? ""
+                               : ", " + Counted(road.borings.points.size(), "point") + " beside it")));
   if (!note.empty()) Warn(At(options.to, note));
   if (!borings.problem.empty()) PrintError(borings.problem);
   if (!borings.problem.empty() || borings.most_swapped) throw ExitWith{1};

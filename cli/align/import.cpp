@@ -10,6 +10,7 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/exchange/alignment_text.h"
 #include "velmora/exchange/import.h"
+#include "velmora/text/counted.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -18,10 +19,6 @@ namespace {
 using exchange::ImportedRoad;
 
 constexpr size_t kListed = 20;
-
-std::string Count(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 // Why an alignment cannot be imported; null when it can.
 const Finding* Obstacle(const ImportedRoad& road) {
@@ -56,7 +53,7 @@ ImportedRoad& Choose(const ImportCommand& options, std::vector<ImportedRoad>* ro
   if (options.name.empty()) {
     if (roads->size() == 1) return roads->front();
     List(*roads);
-    throw Refusal(At(options.file, "holds " + Count(roads->size(), "alignment") +
+    throw Refusal(At(options.file, "holds " + Counted(roads->size(), "alignment") +
                                        (std::all_of(roads->begin(), roads->end(), Obstacle)
                                             ? ", and all are refused"
                                             : "; choose one of these names with --name")));
@@ -99,7 +96,7 @@ void Report(const ImportCommand& options, const ImportedRoad& road) {
   write("Arcs", std::to_string(measures.arcs));
   write("Length", LengthText(measures.length));
   write("Stations", StationText(plan.front().sek, false) + " to " + StationText(plan.back().sek, false));
-  write("Profile", road.road.profile.empty() ? "none" : Count(road.road.profile.size(), "point"));
+  write("Profile", road.road.profile.empty() ? "none" : Counted(road.road.profile.size(), "point"));
   write("Largest error", FormatFixed(road.largest_error * 1000, 3) + " mm");
   write("Findings", road.findings.empty() ? "none" : std::to_string(road.findings.size()));
   for (size_t i = 0; i < road.findings.size(); ++i) {

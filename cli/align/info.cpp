@@ -43,14 +43,12 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
     add("last_station", "", StationCell(last, km), "");
     add("direction", "", direction, "");
     add("", "Stations", {}, StationText(first, km) + " to " + StationText(last, km) + ", " + direction);
-    add("min_northing", "", Number{plan.bounds.min_northing}, "");
-    add("max_northing", "", Number{plan.bounds.max_northing}, "");
-    add("min_easting", "", Number{plan.bounds.min_easting}, "");
-    add("max_easting", "", Number{plan.bounds.max_easting}, "");
-    add("", "Northing", {},
-        FormatFixed(plan.bounds.min_northing, 3) + " to " + FormatFixed(plan.bounds.max_northing, 3));
-    add("", "Easting", {},
-        FormatFixed(plan.bounds.min_easting, 3) + " to " + FormatFixed(plan.bounds.max_easting, 3));
+    add("min_northing", "", Number{plan.bounds.low.v}, "");
+    add("max_northing", "", Number{plan.bounds.high.v}, "");
+    add("min_easting", "", Number{plan.bounds.low.h}, "");
+    add("max_easting", "", Number{plan.bounds.high.h}, "");
+    add("", "Northing", {}, FormatFixed(plan.bounds.low.v, 3) + " to " + FormatFixed(plan.bounds.high.v, 3));
+    add("", "Easting", {}, FormatFixed(plan.bounds.low.h, 3) + " to " + FormatFixed(plan.bounds.high.h, 3));
     add_count("arcs", "", plan.arcs);
     add("smallest_radius", "", plan.smallest_radius ? Cell(Number{*plan.smallest_radius}) : Cell(), "");
     add("", "Arcs", {},
@@ -59,18 +57,16 @@ std::vector<Fact> FactsOf(const AlignmentInput& input, bool km) {
             : std::to_string(plan.arcs) + ", smallest radius " + LengthText(*plan.smallest_radius));
   }
   if (has_profile) {
-    const auto [low, high] =
-        std::minmax_element(input.profile.begin(), input.profile.end(),
-                            [](const kovltype& a, const kovltype& b) { return a.x < b.x; });
+    const ProfileMeasures profile = MeasureProfile(input.profile);
     add_count("profile_points", "Profile points", static_cast<std::int64_t>(input.profile.size()));
-    add("profile_first_station", "", StationCell(input.profile.front().y, km), "");
-    add("profile_last_station", "", StationCell(input.profile.back().y, km), "");
-    add("min_level", "", Number{low->x}, "");
-    add("max_level", "", Number{high->x}, "");
+    add("profile_first_station", "", StationCell(profile.first_station, km), "");
+    add("profile_last_station", "", StationCell(profile.last_station, km), "");
+    add("min_level", "", Number{profile.lowest_level}, "");
+    add("max_level", "", Number{profile.highest_level}, "");
     add("", "Profile", {},
-        "stations " + StationText(input.profile.front().y, km) + " to " +
-            StationText(input.profile.back().y, km) + ", levels " + FormatFixed(low->x, 3) + " to " +
-            LengthText(high->x));
+        "stations " + StationText(profile.first_station, km) + " to " +
+            StationText(profile.last_station, km) + ", levels " + FormatFixed(profile.lowest_level, 3) +
+            " to " + LengthText(profile.highest_level));
   }
   return facts;
 }

@@ -3,6 +3,7 @@
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
 #include "cli/terminal/error.h"
+#include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/text/numbers.h"
 
@@ -11,17 +12,14 @@ namespace {
 
 // Why the profile has no level at a station, for a line at the end.
 std::string WhyNoLevel(const AlignmentInput& input, double station, bool km) {
-  const std::vector<kovltype>& profile = input.profile;
-  const double first = profile.front().y;
-  // Where the stations rise no more, the look-up has found the last segment that it can find.
-  double last = profile[1].y;
-  for (size_t i = 2; i < profile.size(); ++i) last = std::max(last, profile[i].y);
+  const ProfileMeasures profile = MeasureProfile(input.profile);
+  const double first = profile.first_station;
+  const double last = profile.levels_end;
   if (first > last)
     return "the profile's stations descend from " + StationText(first, km) + " to " +
-           StationText(profile.back().y, km) +
+           StationText(profile.last_station, km) +
            "; levels are looked up by ascending stations, so that no station has one; list its points by "
-           "ascending "
-           "station";
+           "ascending station";
   const std::string range = "the profile has levels from station " + StationText(first, km) +
                             " up to, not including, " + StationText(last, km);
   const auto looks_like = [&](double end) { return StationText(station, km) == StationText(end, km); };
@@ -41,6 +39,7 @@ void AlignLevel(const LevelOptions& options) {
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   RequireProfile(input);
+  WarnOfSkippedLines(input);
   OutputFile output(options.output.file, {options.file});
   RecordWriter records(output, options.output.Format(),
                        {{"station", "station", true}, {"level", "level", true}, {"status", "status"}});

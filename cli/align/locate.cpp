@@ -3,11 +3,9 @@
 #include "cli/align/locate_notes.h"
 #include "cli/align/locate_rows.h"
 #include "cli/align/placing.h"
-#include "cli/input/carried_columns.h"
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
+#include "cli/input/ordered_workers.h"
 #include "cli/output/progress.h"
-#include "cli/parallel/ordered_workers.h"
-#include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
@@ -17,8 +15,9 @@ namespace {
 
 // Some thousand rows, from reading to writing. Its memory is used again.
 struct Block {
-  Block(const PlanBounds& bounds, const ListLayout& layout) : carried(layout.carried.size()), notes(bounds) {}
-  void Clear(const PlanBounds& bounds) {
+  Block(const BoundingBox& bounds, const ListLayout& layout)
+      : carried(layout.carried.size()), notes(bounds) {}
+  void Clear(const BoundingBox& bounds) {
     points.clear();
     carried.Clear();
     notes = BlockNotes(bounds);
@@ -73,7 +72,7 @@ void PlaceBlock(const LocateOptions& options, const Placer& placer, const ListLa
 // Writes finished blocks.
 class Results {
  public:
-  Results(const LocateOptions& options, const AlignmentInput& input, const PlanBounds& bounds,
+  Results(const LocateOptions& options, const AlignmentInput& input, const BoundingBox& bounds,
           const PointList& points)
       : options_(options),
         ags_(AgsResult::IsWanted(options) ? std::optional<AgsResult>({options.points, input.Name()})
@@ -136,14 +135,11 @@ class Results {
 
 void AlignLocate(const LocateOptions& options) {
   AlignmentInput input;
-  if (options.file == "-" && options.points == "-")
-    throw WrongUsage("only one of FILE and --points can be standard input");
-  ReadAlignment(options.file, &input);
-  RequirePlan(input);
-  WarnOf(options.file, input.skipped_lines.Note());
+  RequireOneStandardInput(options.file, options.points, "--points");
+  ReadPlan(options.file, &input);
   PointList points(options.points, options.list);
   WarnOf(options.points, points.TakeNotes());
-  const PlanBounds bounds = MeasurePlan(input.plan).bounds;
+  const BoundingBox bounds = MeasurePlan(input.plan).bounds;
   Results results(options, input, bounds, points);
   const Placer placer(&input, options.mode, AreaOf(options), options.max_offset);
   const ListLayout& layout = points.Layout();

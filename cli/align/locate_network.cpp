@@ -3,11 +3,10 @@
 #include "cli/align/locate_rows.h"
 #include "cli/align/network_input.h"
 #include "cli/align/placing.h"
-#include "cli/input/carried_columns.h"
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
+#include "cli/input/ordered_workers.h"
 #include "cli/output/ending.h"
 #include "cli/output/progress.h"
-#include "cli/parallel/ordered_workers.h"
 #include "cli/terminal/error.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/point_list.h"
@@ -31,17 +30,12 @@ class PlacedNetwork {
     for (NamedRoad& road : roads) {
       roads_.push_back({std::move(road.name), Placer(road.plan, road.profile, AreaOf(options),
                                                      within_.value_or(options.max_offset))});
-      const PlanBounds bounds = MeasurePlan(road.plan).bounds;
-      bounds_ = plans.empty() ? bounds
-                              : PlanBounds{std::min(bounds_.min_northing, bounds.min_northing),
-                                           std::max(bounds_.max_northing, bounds.max_northing),
-                                           std::min(bounds_.min_easting, bounds.min_easting),
-                                           std::max(bounds_.max_easting, bounds.max_easting)};
+      bounds_.Include(MeasurePlan(road.plan).bounds);
       plans.push_back(std::move(road.plan));
     }
     network_.emplace(plans, options.threads);
   }
-  const PlanBounds& Bounds() const { return bounds_; }
+  const BoundingBox& Bounds() const { return bounds_; }
 
   // Appends the rows of the points, in their order.
   void Place(const std::vector<ListedPoint>& points, std::vector<PlacedRow>* rows,
@@ -78,12 +72,12 @@ class PlacedNetwork {
   };
   std::optional<double> within_;
   std::vector<Road> roads_;
-  PlanBounds bounds_{};
+  BoundingBox bounds_ = kEmptyBounds;
   std::optional<Network> network_;
 };
 
 struct NetworkBlock {
-  NetworkBlock(const PlanBounds& bounds, const ListLayout& layout)
+  NetworkBlock(const BoundingBox& bounds, const ListLayout& layout)
       : carried(layout.carried.size()), notes(bounds) {}
 
   RowBlock lines;
@@ -133,7 +127,7 @@ void PlaceOnNetwork(const LocateOptions& options, const PlacedNetwork& network, 
 class NetworkResults {
  public:
   NetworkResults(const LocateOptions& options, const std::vector<std::string>& roads,
-                 const PlanBounds& bounds, const PointList& points)
+                 const BoundingBox& bounds, const PointList& points)
       : options_(options),
         format_(options.output.Format()),
         output_(options.output.file, Inputs(options, roads)),

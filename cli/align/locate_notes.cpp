@@ -1,7 +1,8 @@
 #include "cli/align/locate_notes.h"
 
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
 #include "cli/terminal/error.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 
@@ -18,7 +19,7 @@ std::string Tally::Text(std::uint64_t points) const {
     if (placed_[i] > 0)
       parts += ", " + std::to_string(placed_[i]) + " " + StatusText(static_cast<PlaceStatus>(i));
   if (unreadable_ > 0) parts += ", " + std::to_string(unreadable_) + " unreadable";
-  return std::to_string(points) + (points == 1 ? " point" : " points") +
+  return Counted(points, "point") +
          (static_cast<std::uint64_t>(rows) == points ? "" : ", " + std::to_string(rows) + " rows") +
          (parts.empty() ? "" : ": " + parts.substr(2));
 }
@@ -49,8 +50,7 @@ void LocateNotes::Report(const Findings& of_list) {
     return;
   }
   PrintError(At(options_.points, first_problem_.line,
-                first_problem_.problem + "; " + std::to_string(unreadable) +
-                    (unreadable == 1 ? " row was" : " rows were") +
+                first_problem_.problem + "; " + Counted(unreadable, "row was", "rows were") +
                     " not placed; correct the list and run again"));
   throw ExitWith{1};
 }

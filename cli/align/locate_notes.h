@@ -33,7 +33,7 @@ class Tally {
 
 // Of the points of one block, in any thread.
 struct BlockNotes {
-  explicit BlockNotes(const PlanBounds& bounds) : swapped(bounds) {}
+  explicit BlockNotes(const BoundingBox& bounds) : swapped(bounds) {}
 
   SwappedPoints swapped;
   Tally tally;
@@ -42,7 +42,7 @@ struct BlockNotes {
 
 class LocateNotes {
  public:
-  LocateNotes(const LocateOptions& options, const PlanBounds& bounds) : options_(options), all_(bounds) {}
+  LocateNotes(const LocateOptions& options, const BoundingBox& bounds) : options_(options), all_(bounds) {}
 
   // Blocks come in the order of the list.
   void Add(const std::vector<ListedPoint>& points, const BlockNotes& block);

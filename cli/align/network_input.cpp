@@ -57,12 +57,12 @@ class Reader {
   NetworkInput Finish() {
     ReadFiles();
     repeated_.Finish("that are given more than once");
-    passed_over_.Finish("files that are passed over");
+    passed_over_.Finish("files that are skipped");
     incomplete_.Finish("roads that are read in part");
     unusable_.Finish("that cannot be used");
     if (unusable_.Any()) throw ExitWith{1};
     std::erase_if(roads_, [](const Road& road) { return road.is_dropped; });
-    if (roads_.empty()) throw Refusal("no road to place points on: every file is passed over");
+    if (roads_.empty()) throw Refusal("no road to place points on: every file is skipped");
     TellApart();
     return std::move(input_);
   }
@@ -79,14 +79,39 @@ class Reader {
     bool in_folder;
   };
 
-  // Whether the file or folder, by its path without links, has been added before.
-  bool IsRepeated(const std::string& name, const CString& real_path) {
-    const auto [first, is_new] = added_.try_emplace(std::wstring(real_path.GetView()), name);
-    if (!is_new)
-      repeated_.Add(At(name, (first->second == name ? "is given more than once"
-                                                    : "is the same as " + Quoted(first->second)) +
-                                 "; it is read once"));
-    return !is_new;
+  // Whether the file or folder, by its path without links, or a layer of a file has been added before.
+  // `layer` names one that comes with the whole file.
+  bool IsRepeated(const std::string& name, const CString& place, const std::string& layer = "") {
+    const auto [first, is_new] = added_.try_emplace(std::wstring(place.GetView()), name);
+    if (is_new) return false;
+    const auto has_layer = [](const std::string& given) { return FileOfList(given) != given; };
+    const bool is_part = has_layer(name) && !has_layer(first->second);
+    repeated_.Add(At(name, (layer.empty() ? "" : "layer " + Quoted(layer) + " ") +
+                               (first->second == name ? "is given more than once"
+                                : is_part             ? "is a layer of " + Quoted(first->second)
+                                                      : "is the same as " + Quoted(first->second)) +
+                               "; it is read once"));
+    return true;
+  }
+
+  static CString PlaceOfLayer(const CString& real_path, const std::string& layer) {
+    return real_path + L":" + FromUtf8(layer).MakeUpper();
+  }
+
+  // Drops the roads of layers that have been added by their own names, not of those whose names within the
+  // file differ in the case of letters only.
+  void DropRepeatedLayers(const std::string& name, const CString& real_path,
+                          std::vector<exchange::ImportedRoad>* roads) {
+    std::map<std::string, bool> repeated;  // by layer
+    for (const exchange::ImportedRoad& road : *roads)
+      repeated.try_emplace(road.layer,
+                           added_.contains(std::wstring(PlaceOfLayer(real_path, road.layer).GetView())));
+    for (const auto& [layer, is_repeated] : repeated)
+      if (const CString place = PlaceOfLayer(real_path, layer); is_repeated)
+        IsRepeated(name, place, layer);
+      else
+        added_.try_emplace(std::wstring(place.GetView()), name);
+    std::erase_if(*roads, [&](const exchange::ImportedRoad& road) { return repeated.at(road.layer); });
   }
 
   void AddFile(const std::string& name, const CString& path, bool in_folder,
@@ -107,8 +132,7 @@ class Reader {
       any = true;
       const CString file_path = JoinPath(path, file.name);
       if (file.status.kind != FileKind::kFile)
-        passed_over_.Add(
-            At(PathForDisplay(file_path), "is passed over: it is a pipe or a device, not a file"));
+        passed_over_.Add(At(PathForDisplay(file_path), "is skipped: it is a pipe or a device, not a file"));
       else
         AddFile(PathForDisplay(file_path), file_path, true,
                 file.may_be_link || !real_path ? RealPath(file_path) : JoinPath(*real_path, file.name));
@@ -123,10 +147,13 @@ class Reader {
     exchange::ImportOptions options;
     if (name.size() > file.size()) options.layer = name.substr(file.size() + 1);
     const std::optional<CString> real_path = RealPath(PathFromSystem(file));
-    if (real_path && IsRepeated(name, *real_path + PathFromSystem(name.substr(file.size())))) return;
+    if (real_path &&
+        IsRepeated(name, options.layer.empty() ? *real_path : PlaceOfLayer(*real_path, options.layer)))
+      return;
     input_.files.push_back(file);
     std::vector<exchange::ImportedRoad> roads = ReadRoads(FormatOf(file), file, options);
     if (roads.empty()) unusable_.Add(At(name, options.layer.empty() ? "has no roads" : "layer has no roads"));
+    if (real_path && options.layer.empty()) DropRepeatedLayers(name, *real_path, &roads);
     for (exchange::ImportedRoad& road : roads) {
       const Findings of_file = road.findings;
       exchange::FinishImport(options.fit, 0, &road);

@@ -23,12 +23,12 @@ struct NetworkInput {
   std::vector<std::string> files;  // that were read
 };
 
-// A folder stands for its files *.vl, of which pipes, devices and those with a profile only are passed over
+// A folder stands for its files *.vl, of which pipes, devices and those with a profile only are skipped
 // with a note; "x.gpkg[:LAYER]" for the alignments of a layer. What is given more than once is read once,
-// with a note, and so is a road of which lines are skipped. A road's name is its file's or that of the
-// feature; where roads' names are equal, the file as the user wrote it, with the feature's name behind it.
-// Prints a line for each file that cannot be read and then throws ExitWith: with a road missing, points
-// beside it would be given to another one.
+// with a note; so is a layer that is given beside its whole file. A road of which lines are skipped gets a
+// note too. A road's name is its file's or that of the feature; where roads' names are equal, the file as the
+// user wrote it, with the feature's name behind it. Prints a line for each file that cannot be read and then
+// throws ExitWith: with a road missing, points beside it would be given to another one.
 NetworkInput ReadNetwork(const std::vector<std::string>& names, int threads);
 
 }  // namespace velmora::cli

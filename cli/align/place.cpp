@@ -4,14 +4,14 @@
 
 #include "cli/align/commands.h"
 #include "cli/align/placing.h"
-#include "cli/input/carried_columns.h"
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/lists/list_reader.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/lists/repeated_ids.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -75,11 +75,9 @@ std::optional<double> StationOf(const RowFields& fields, DecimalSign decimal) {
 }  // namespace
 
 void AlignPlace(const PlaceOptions& options) {
-  if (options.file == "-" && options.stations == "-")
-    throw WrongUsage("only one of FILE and --stations can be standard input");
+  RequireOneStandardInput(options.file, options.stations, "--stations");
   AlignmentInput input;
-  ReadAlignment(options.file, &input);
-  RequirePlan(input);
+  ReadPlan(options.file, &input);
   ListReader list(options.stations, StationRoles(), options.list);
   WarnOf(options.stations, list.TakeNotes());
   const ListLayout& layout = list.Layout();
@@ -142,8 +140,8 @@ void AlignPlace(const PlaceOptions& options) {
             "reported"));
   notes.Report();
   if (unreadable == 0) return;
-  PrintError(first_problem + "; " + std::to_string(unreadable) +
-             (unreadable == 1 ? " row was" : " rows were") + " not placed; correct the list and run again");
+  PrintError(first_problem + "; " + Counted(unreadable, "row was", "rows were") +
+             " not placed; correct the list and run again");
   throw ExitWith{1};
 }
 

@@ -2,13 +2,14 @@
 
 #include "cli/align/placing.h"
 #include "cli/align/swapped_points.h"
-#include "cli/input/list_notes.h"
+#include "cli/input/list_input.h"
 #include "cli/output/progress.h"
 #include "cli/terminal/error.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/lists/point_list.h"
 #include "velmora/lists/repeated_ids.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -49,8 +50,8 @@ void PlacePoints(const BoringList& list, const std::vector<std::int64_t>& lines,
   borings->most_swapped = swapped.AreMost();
   if (const auto note = corrections.Note(list.file, list.km)) borings->notes.push_back(*note);
   if (too_far > 0)
-    borings->notes.push_back(first_far + " is far from the road; " + std::to_string(too_far) +
-                             (too_far == 1 ? " boring is" : " borings are") +
+    borings->notes.push_back(first_far + " is far from the road; " +
+                             Counted(too_far, "boring is", "borings are") +
                              " not in the profile (--max-offset gives the greatest offset)");
 }
 
@@ -97,9 +98,8 @@ void ReportPlacedBorings(const BoringList& list, const PlacedBorings& borings, c
   for (const std::string& note : borings.notes) Warn(note);
   if (const size_t count = borings.unreadable.size(); count > 0)
     PrintError(At(list.file, borings.unreadable.front().line,
-                  borings.unreadable.front().problem + "; " + std::to_string(count) +
-                      (count == 1 ? " row is" : " rows are") + " not in the " + result +
-                      ", correct and run again"));
+                  borings.unreadable.front().problem + "; " + Counted(count, "row is", "rows are") +
+                      " not in the " + result + ", correct and run again"));
   if (!borings.unreadable.empty() || borings.most_swapped) throw ExitWith{1};
 }
 

@@ -2,8 +2,6 @@
 #include "cli/align/placed_borings.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
-#include "cli/terminal/error.h"
-#include "velmora/common/paths.h"
 #include "velmora/drawing/alignment_sheet.h"
 #include "velmora/drawing/svg_canvas.h"
 #include "velmora/lists/list_source.h"
@@ -11,15 +9,14 @@
 namespace velmora::cli {
 
 void AlignPlot(const PlotOptions& options) {
-  if (options.file == "-" && options.points == "-")
-    throw WrongUsage("only one of FILE and --points can be standard input");
+  RequireOneStandardInput(options.file, options.points, "--points");
   RequireEnding(options.to, "a drawing", {".svg"});
   AlignmentInput input;
   ReadAlignment(options.file, &input);
+  WarnOfSkippedLines(input);
   drawing::PlotInput drawing;
   drawing.name = input.Name();
-  drawing.file =
-      options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
+  drawing.file = input.FileName();
   drawing.km_stations = options.km;
   drawing.max_offset = options.max_offset;
   const BoringList list = {options.points, options.list, options.max_offset, options.km};

@@ -1,6 +1,7 @@
 #include "cli/align/swapped_points.h"
 
 #include "cli/terminal/error.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -27,10 +28,9 @@ void SwappedPoints::Add(const SwappedPoints& other) {
 void SwappedPoints::Report(const std::string& list, const ListOptions& options) const {
   const std::int64_t swapped = check_.NearSwapped();
   if (swapped == 0) return;
-  const std::string text = "northing and easting look swapped: " + std::to_string(swapped) +
-                           (swapped == 1 ? " point lies" : " points lie") +
-                           " near the road only when swapped, " + std::to_string(check_.Near()) +
-                           " as given; ";
+  const std::string text =
+      "northing and easting look swapped: " + Counted(swapped, "point lies", "points lie") +
+      " near the road only when swapped, " + std::to_string(check_.Near()) + " as given; ";
   if (AreMost())
     PrintError(At(list, text + HowToSwap(options)));
   else if (check_.LooksSwapped())

@@ -12,7 +12,7 @@ namespace velmora::cli {
 
 class SwappedPoints {
  public:
-  explicit SwappedPoints(const PlanBounds& bounds) : check_(bounds) {}
+  explicit SwappedPoints(const BoundingBox& bounds) : check_(bounds) {}
   void Add(std::int64_t line, double northing, double easting);
   // Those of points further down the list.
   void Add(const SwappedPoints& other);

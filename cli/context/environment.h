@@ -36,7 +36,7 @@ enum class IniState {
   kUnreadable,      // the user's is a folder or the like
   kNoPermission,    // its folder hides whether there is one
   kMissing,         // an installation is registered, and the user has none
-  kNoInstallation,  //
+  kNoInstallation,  // none is registered or named
 };
 // The ini file that the installation should have; empty when none is registered or named.
 CString WantedIni(const Environment& environment);

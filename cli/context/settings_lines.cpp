@@ -2,7 +2,6 @@
 
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/text_file.h"
 #include "velmora/settings/settings_reader.h"
 
 namespace velmora::cli {
@@ -21,12 +20,8 @@ Findings MisreadLines(SettingsFileKind kind, const TextLines& lines) {
 }
 
 void RequireCharacters(const CString& path, const CString& text) {
-  TextReader reader;
-  const TextEncoding encoding = reader.Open(path) ? reader.Encoding() : TextEncoding::kWindows1252;
-  std::string bytes;
-  if (AppendEncoded(text.GetView(), encoding, &bytes)) return;
-  throw Refusal(At(PathForDisplay(path), "the file's encoding lacks a character of " + Quoted(ToUtf8(text)) +
-                                             "; nothing was written"));
+  const std::string why = WhyNotEncodable(path, text);
+  if (!why.empty()) throw Refusal(At(PathForDisplay(path), why + "; nothing was written"));
 }
 
 void WarnUnread(const CString& path) {

@@ -1,9 +1,9 @@
-#include "cli/doctor/alignment_files.h"
+#include "cli/doctor/checks.h"
 
 #include <cmath>
 
 #include "velmora/alignment/alignment_file.h"
-#include "velmora/alignment/area_check.h"
+#include "velmora/alignment/area_file.h"
 #include "velmora/alignment/measures.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/alignment/support_check.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/doctor/installation.h"
+#include "cli/doctor/content.h"
 #include "cli/output/options.h"
 #include "cli/project/check_structure.h"
 #include "cli/terminal/absolute_path.h"
@@ -66,9 +66,7 @@ void AddDoctorCommand(CLI::App* doctor) {
   AddOutputOptions(doctor, &options->output);
   doctor->footer(
       "Nothing is corrected. Words in capitals in a command are to be filled in. Exit status: 0 nothing "
-      "found, "
-      "1 "
-      "something found, 2 wrong usage.");
+      "found, 1 something found, 2 wrong usage.");
   doctor->callback([options] { Doctor(*options); });
 }
 

@@ -4,8 +4,7 @@
 
 #include "cli/context/project_folder.h"
 #include "cli/context/settings_context.h"
-#include "cli/doctor/alignment_files.h"
-#include "cli/doctor/text_encoding.h"
+#include "cli/doctor/checks.h"
 #include "cli/project/check_entries.h"
 #include "cli/project/check_structure.h"
 #include "velmora/common/paths.h"
@@ -56,7 +55,7 @@ Diagnosis Unchecked(const CString& path, const std::string& given) {
   const CString end = NameOfPath(path).Right(4);
   const bool settings =
       end.CompareNoCase(L".PAR") == 0 || end.CompareNoCase(L".CFG") == 0 || end.CompareNoCase(L".DAT") == 0;
-  return {given, 0, "has not the name of a settings, code, alignment, area or support-point file",
+  return {given, 0, "does not have the name of a settings, code, alignment, area or support-point file",
           settings ? "nothing was checked in it; the command checks settings or codes under another name"
                    : "nothing was checked in it",
           settings ? "velmora codes check " + ShellArgument(given) + " --kind KIND" : ""};

@@ -6,8 +6,8 @@
 #include <set>
 #include <string>
 
+#include "cli/doctor/checks.h"
 #include "cli/doctor/report.h"
-#include "cli/doctor/settings_advice.h"
 #include "cli/output/progress.h"
 #include "velmora/text/string.h"
 
@@ -37,6 +37,9 @@ class ContentCheck {
   std::uint64_t files_ = 0;
   std::uint64_t read_ = 0;  // bytes
 };
+
+// The installation and the current user's files in it.
+void CheckInstallation(ContentCheck* content, DoctorReport* report);
 
 }  // namespace velmora::cli
 

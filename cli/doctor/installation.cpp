@@ -1,11 +1,10 @@
-#include "cli/doctor/installation.h"
-
 #include <algorithm>
 
 #include "cli/context/environment.h"
 #include "cli/context/registry_error.h"
 #include "cli/context/settings_context.h"
-#include "cli/doctor/text_encoding.h"
+#include "cli/doctor/checks.h"
+#include "cli/doctor/content.h"
 #include "cli/env/sample_installation.h"
 #include "cli/project/check_structure.h"
 #include "cli/terminal/error.h"

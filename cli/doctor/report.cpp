@@ -5,15 +5,9 @@
 #include "cli/terminal/error.h"
 #include "cli/terminal/wrap.h"
 #include "velmora/text/codepage.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
-namespace {
-
-std::string Count(std::int64_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-}  // namespace
 
 bool DoctorReport::HasRoom(const std::string& file) const {
   if (kept_ >= kMostInAll) return false;
@@ -67,7 +61,7 @@ Diagnoses DoctorReport::Rows() const {
     rows.insert(rows.end(), file.kept.begin(), file.kept.end());
     if (file.left_out > 0)
       rows.push_back(
-          {file.name, 0, "and " + Count(file.left_out, "more finding"),
+          {file.name, 0, "and " + Counted(file.left_out, "more finding"),
            file.lister.empty() ? "correct those above first, then check again" : "the command lists them",
            file.lister});
   }
@@ -75,8 +69,8 @@ Diagnoses DoctorReport::Rows() const {
 }
 
 std::string DoctorReport::Summary() const {
-  return Count(checked_, "file") + " checked, " + std::to_string(skipped_) + " of other kinds skipped; " +
-         (count_ == 0 ? "nothing found" : Count(count_, "finding")) +
+  return Counted(checked_, "file") + " checked, " + std::to_string(skipped_) + " of other kinds skipped; " +
+         (count_ == 0 ? "nothing found" : Counted(count_, "finding")) +
          (unlisted_ == 0 ? ""
                          : ", of which " + std::to_string(unlisted_) + " in further files are not listed");
 }

@@ -1,6 +1,7 @@
-#include "cli/doctor/settings_advice.h"
+#include "cli/doctor/checks.h"
 
 #include <algorithm>
+#include <map>
 
 #include "cli/codes/commands.h"
 #include "cli/context/settings_lines.h"
@@ -80,19 +81,20 @@ class SettingsAdvice {
       return {std::string("programs do not find the key, and its built-in value applies; ") + kInEditor, ""};
     if (line.cut)
       return {"the value ends there; the command sets it whole", Set(ShellArgument(key), "VALUE")};
+    if (!WhyNoNumber(ParameterFileNamed(name_), CString(parsed.key), CString(parsed.value)).empty())
+      return {"the earlier line applies; remove this line in an editor", ""};
     return {"the earlier line applies; the command removes that one, so that this one applies",
             Set(ShellArgument(key), "\"\"")};
   }
 
   Advice OfRig(const TextLine& line) const {
-    const Jb23Keys keys = Jb23KeysOfLine(static_cast<int>(line.number));
-    const Jb23Line values = ParseJb23Line(line.text.GetView());
-    const bool scale = ParseWholeNumber(values.scale.GetView()).has_value();
+    const auto [scale, step] = ParseJb23Line(static_cast<int>(line.number), line.text.GetView());
+    const bool has_scale = ParseWholeNumber(scale.value.GetView()).has_value();
     if (static_cast<size_t>(line.number) > kJb23Lines.size() ||
-        (scale && ParseWholeNumber(values.step.GetView())))
+        (has_scale && ParseWholeNumber(step.value.GetView())))
       return {std::string("programs do not use it; ") + kInEditor, ""};
     return {"programs draw with another scale than the one meant",
-            Set(ToUtf8(CString(scale ? keys.step : keys.scale)), "VALUE")};
+            Set(ToUtf8(CString(has_scale ? step.key : scale.key)), "VALUE")};
   }
 
   Advice OfCode(const TextLine& line) const {
@@ -139,18 +141,17 @@ class SettingsAdvice {
 void DiagnoseNumbers(const TextLines& lines, const std::string& shown, const SettingsAdvice& advice,
                      DoctorReport* report) {
   const ParameterFile file = ParameterFileNamed(NameOfPath(PathFromSystem(shown)));
+  const Settings settings(file, lines);
+  std::map<std::int64_t, const Setting*> by_line;
+  for (const Setting& setting : settings.All())
+    if (setting.stored) by_line[setting.line] = &setting;
   Findings found;
-  for (const TextLine& line : lines) {
-    const KeyValueLine parsed = ParseKeyValueLine(line.text.GetView());
-    if (parsed.kind != KeyValueLine::Kind::kRecord) continue;
-    const std::string why = WhyNoNumber(file, CString(parsed.key), CString(parsed.value));
-    if (!why.empty()) found.push_back({line.number, why});
-  }
+  for (const auto& [line, setting] : by_line)
+    if (const std::string why = WhyNoNumber(file, setting->key, setting->value); !why.empty())
+      found.push_back({line, why});
   report->AddAll(shown, found, "", [&](const Finding& finding) {
-    const KeyValueLine parsed =
-        ParseKeyValueLine(lines[static_cast<size_t>(finding.line) - 1].text.GetView());
     return Diagnosis{shown, finding.line, finding.text, "programs draw with another value than the one meant",
-                     advice.Set(ShellArgument(ToUtf8(CString(parsed.key))), "VALUE")};
+                     advice.Set(ShellArgument(ToUtf8(by_line.at(finding.line)->key)), "VALUE")};
   });
 }
 

@@ -11,7 +11,7 @@
 namespace velmora::cli {
 namespace {
 
-// The parser tells the value's name and its checks as one text: "KIND:{a,b}", "N:INT in [1 - 256]".
+// The parser gives the value's name and its checks as one text: "KIND:{a,b}", "N:INT in [1 - 256]".
 void TakeType(const std::string& type, OptionText* option) {
   const size_t colon = type.find(":{");
   const size_t range = type.find(":INT in [");

@@ -52,7 +52,7 @@ std::string UnknownWord(const Understood& at, const std::string& word,
   return "unknown word " + Quoted(word) + ": " + known + meant;
 }
 
-// The first of the words after "help" is no area.
+// The first of the words after "help" is not an area.
 [[noreturn]] void RefuseHelpOn(const CLI::App& app, const std::vector<std::string>& words) {
   std::vector<std::string> known = Topics();
   if (std::find(known.begin(), known.end(), words[0]) != known.end())

@@ -9,13 +9,15 @@ namespace {
 
 bool IsStandard(const std::string& file) { return file.empty() || file == "-"; }
 
-}  // namespace
-
-bool SameFile(const std::string& output, const std::string& input) {
+// Whether a file to be written, its name as spelled, is one that is read: its name is found in any letter
+// case, and "-" is the file that standard input is.
+bool IsInput(const std::string& output, const std::string& input) {
   if (IsStandard(output) || input.empty()) return false;
   if (input == "-") return IsStandardInput(PathAsSpelled(output));
   return IsSameFile(PathAsSpelled(output), PathFromSystem(input));
 }
+
+}  // namespace
 
 OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& inputs) : file_(file) {
   if (IsStandard(file)) {
@@ -23,7 +25,7 @@ OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& 
     return;
   }
   for (const std::string& input : inputs)
-    if (SameFile(file, input))
+    if (IsInput(file, input))
       throw Refusal(
           At(file, "is read by this command and would be replaced by the result; give -o another name"));
   const CString path = PathAsSpelled(file);

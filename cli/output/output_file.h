@@ -41,10 +41,6 @@ class OutputFile {
 // Throws a Refusal for a file that could not be written and is as it was.
 [[noreturn]] void RefuseUnwritable(const std::string& file);
 
-// Whether a file to be written, its name as spelled, is one that is read: its name is found in any letter
-// case, and "-" is the file that standard input is.
-bool SameFile(const std::string& output, const std::string& input);
-
 }  // namespace velmora::cli
 
 #endif  // VELMORA_CLI_OUTPUT_OUTPUT_FILE_H_

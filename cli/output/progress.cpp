@@ -7,6 +7,7 @@
 #include "cli/terminal/error.h"
 #include "cli/terminal/wrap.h"
 #include "velmora/platform/console.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -44,8 +45,8 @@ void Progress::Update(std::uint64_t done, std::uint64_t rows) {
 
 void Progress::Draw(Clock::duration elapsed, std::uint64_t done, std::uint64_t rows) {
   const double seconds = std::max(std::chrono::duration<double>(elapsed).count(), 0.001);
-  std::string figures = std::to_string(rows) + " " + unit_ + (rows == 1 ? "" : "s") + ", " +
-                        std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s";
+  std::string figures =
+      Counted(rows, unit_) + ", " + std::to_string(std::llround(static_cast<double>(rows) / seconds)) + "/s";
   // A full last column would move the cursor to the next line.
   const size_t width = TerminalWidth(StandardStream::kError);
   const size_t most = width > 1 ? width - 1 : std::string::npos;

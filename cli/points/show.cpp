@@ -12,6 +12,7 @@
 #include "cli/terminal/error.h"
 #include "velmora/alignment/stod_punkt.h"
 #include "velmora/alignment/support_check.h"
+#include "velmora/text/counted.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::cli {
@@ -62,11 +63,9 @@ void ShowPoints(const ShowOptions& options) {
   if (check.findings.listed.empty()) return;
   const Finding& first = check.findings.listed.front();
   const auto without = std::count(check.has_level.begin(), check.has_level.end(), false);
-  PrintError(
-      At(options.file, first.line,
-         first.text + (without == 0 ? ""
-                                    : "; " + std::to_string(without) +
-                                          (without == 1 ? " point has" : " points have") + " no level")));
+  PrintError(At(
+      options.file, first.line,
+      first.text + (without == 0 ? "" : "; " + Counted(without, "point has", "points have") + " no level")));
   throw ExitWith{1};
 }
 

@@ -9,7 +9,7 @@
 #include "cli/project/commands.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
-#include "velmora/alignment/area_check.h"
+#include "velmora/alignment/area_file.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
 #include "velmora/project/folder_list.h"

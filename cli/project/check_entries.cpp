@@ -91,8 +91,7 @@ class EntryCheck {
           "is a link that leads out of the project, to " +
               Quoted(PathForDisplay(real->IsEmpty() ? CString(L"\\") : *real)),
           "a copy or an archive of the project lacks its target, and a change here changes that; replace it "
-          "by "
-          "a copy of its target");
+          "by a copy of its target");
     }
   }
 

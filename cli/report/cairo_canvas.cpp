@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "cli/report/cairo_drawing.h"
-#include "cli/report/creation_time.h"
 #include "cli/terminal/error.h"
 #include "velmora/drawing/plain_text.h"
 #include "velmora/drawing/scale.h"
+#include "velmora/text/utc_text.h"
 #include "velmora/version.h"
 
 namespace velmora::cli {
@@ -53,7 +53,7 @@ class PdfCanvas final : public CairoCanvas {
       : stream_(std::move(write)),
         surface_(cairo_pdf_surface_create_for_stream(ByteStream::Take, &stream_, 1, 1)) {
     RequireCairo(cairo_surface_status(surface_.get()));
-    const std::string created = TimeText(facts.created);
+    const std::string created = UtcDate(facts.created) + "T" + UtcTime(facts.created) + "Z";
     Set(CAIRO_PDF_METADATA_TITLE, facts.title);
     Set(CAIRO_PDF_METADATA_AUTHOR, facts.author);
     Set(CAIRO_PDF_METADATA_CREATOR, std::string("velmora ") + VersionText());

@@ -28,7 +28,7 @@ void AddReportCommand(CLI::App* verb) {
                    "sheet), .xlsx and .csv (the table) (default: among the drawings of the road's project)")
       ->type_name("OUT")
       ->check(CompletesFile(".pdf .html .dxf .svg .png .xlsx .csv"));
-  verb->add_option("--form", options->form, "Form, where the name of OUT does not tell, as pdf")
+  verb->add_option("--form", options->form, "Form, as pdf, where the ending of OUT does not select it")
       ->type_name("FORM");
   CLI::Option* project =
       verb->add_option("--project", options->project,

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <set>
 
+#include "cli/output/creation_time.h"
 #include "cli/output/ending.h"
 #include "cli/output/output_file.h"
 #include "cli/output/records.h"
 #include "cli/report/cairo_canvas.h"
-#include "cli/report/creation_time.h"
 #include "cli/report/progress_canvas.h"
 #include "cli/report/table.h"
 #include "cli/report/xlsx_table.h"

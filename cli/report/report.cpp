@@ -11,6 +11,7 @@
 #include "velmora/drawing/scale.h"
 #include "velmora/lists/list_source.h"
 #include "velmora/platform/files.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -46,13 +47,12 @@ std::string Written(const std::vector<std::string>& files, const ReportForm& for
   if (files.size() > 1) text += ", and on to " + files.back();
   if (!form.sheets) {
     const size_t rows = report.table.rows.size();
-    return At(files.front(), text + ", " + std::to_string(rows) + (rows == 1 ? " boring" : " borings"));
+    return At(files.front(), text + ", " + Counted(rows, "boring"));
   }
   if (form.OnMap(options)) {
     text += ", in map coordinates";
   } else {
-    text += ", " + std::to_string(summary.sheets) + (summary.sheets == 1 ? " sheet " : " sheets ") +
-            ToUtf8(CString(report.setup.format.namn));
+    text += ", " + Counted(summary.sheets, "sheet") + " " + ToUtf8(CString(report.setup.format.namn));
   }
   if (summary.scale > 0) text += ", " + drawing::ScaleText(summary.scale);
   if (summary.height_scale > 0) text += ", heights " + drawing::ScaleText(summary.height_scale);
@@ -63,15 +63,13 @@ std::string Written(const std::vector<std::string>& files, const ReportForm& for
 
 void MakeReport(const ReportOptions& given) {
   ReportOptions options = given;
-  if (options.file == "-" && options.points == "-")
-    throw WrongUsage("only one of FILE and --points can be standard input");
+  RequireOneStandardInput(options.file, options.points, "--points");
   ReportSetup setup = FindReportSetup(options);
   AlignmentInput input;
   ReadAlignment(options.file, &input);
   drawing::Report report;
   report.road.name = input.Name();
-  report.road.file =
-      options.file == "-" ? std::string() : PathForDisplay(NameOfPath(PathFromSystem(options.file)));
+  report.road.file = input.FileName();
   report.stamp = ReadStamp(options.fields, report.road.name, &setup);
   if (options.to.empty() && (!options.show || !setup.drawing_folder.empty())) {
     options.to = UsualOutput(options, setup);
@@ -86,6 +84,7 @@ void MakeReport(const ReportOptions& given) {
   if (!form.sheets && options.points.empty())
     throw WrongUsage(std::string("a report as ") + form.name +
                      " is the table of the borings; give --points LIST");
+  WarnOfSkippedLines(input);
 
   report.setup = setup.sheets;
   report.date = setup.date;

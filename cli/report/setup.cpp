@@ -1,18 +1,17 @@
 #include "cli/report/setup.h"
 
-#include <array>
-#include <ctime>
-
 #include "cli/context/project_folder.h"
 #include "cli/context/settings_context.h"
-#include "cli/report/creation_time.h"
+#include "cli/output/creation_time.h"
 #include "cli/settings/commands.h"
 #include "cli/terminal/absolute_path.h"
 #include "cli/terminal/error.h"
 #include "velmora/common/paths.h"
 #include "velmora/drawing/scale.h"
+#include "velmora/environment/running_program.h"
 #include "velmora/platform/files.h"
 #include "velmora/text/numbers.h"
+#include "velmora/text/utc_text.h"
 
 namespace velmora::cli {
 namespace {
@@ -77,12 +76,8 @@ std::string TextOf(const std::optional<double>& scale) {
 
 // Here, or in UTC where SOURCE_DATE_EPOCH gives it.
 std::string Today() {
-  if (const std::optional<std::int64_t> fixed = FixedTime()) return DateText(*fixed);
-  const std::time_t now = std::time(nullptr);
-  const std::tm* const day = std::localtime(&now);
-  std::array<char, 32> text{};
-  if (day == nullptr) return {};
-  return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", day)};
+  const std::optional<std::int64_t> fixed = FixedTime();
+  return fixed ? UtcDate(*fixed) : ToUtf8(TodayText());
 }
 
 class Finder {

@@ -5,6 +5,7 @@
 #include "cli/settings/commands.h"
 #include "cli/terminal/error.h"
 #include "velmora/platform/files.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::cli {
 namespace {
@@ -61,8 +62,7 @@ std::string Summary(const Listing& listing) {
   std::string text = std::to_string(listing.settings.All().size()) + " keys: " + std::to_string(stored) +
                      " from the file, " + std::to_string(built_in) + " built in";
   if (!listing.file.defaults.empty())
-    text += "; " + std::to_string(differing) + (differing == 1 ? " differs from its" : " differ from their") +
-            " default";
+    text += "; " + Counted(differing, "differs from its", "differ from their") + " default";
   return text;
 }
 

@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "cli/context/losses.h"
 #include "cli/context/settings_context.h"
 #include "cli/context/settings_lines.h"
@@ -32,9 +30,8 @@ std::string Before(const Settings& settings, const CString& key, const Parameter
 
 // The value that applies once the first line of the key is gone; empty when no other line has one.
 CString NextValue(const TextLines& lines, const CString& key) {
-  bool first = true;
   for (const StoredSetting& setting : ReadStoredSettings(false, lines).settings)
-    if (setting.key.CompareNoCase(key) == 0 && !std::exchange(first, false) && !setting.value.IsEmpty())
+    if (!setting.first && setting.key.CompareNoCase(key) == 0 && !setting.value.IsEmpty())
       return setting.value;
   return {};
 }

@@ -38,7 +38,7 @@ void RequireImportable(std::vector<exchange::ImportedRoad> roads) {
     std::string text;
     const auto put = [&](std::string_view more) { text += more; };
     exchange::WriteAlignment(imported.road, put);
-    const exchange::ExportInput input{imported.road, {0, 100}, {}, 0, 0.001, {}, {}};
+    const exchange::ExportInput input{imported.road, {0, 100}, {}, 0, 0.001, 0};
     exchange::WriteLandXml(input, put);
     exchange::WriteWktCsv(input, put);
     exchange::Chords(imported.road.plan, kFit);

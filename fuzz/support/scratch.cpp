@@ -68,7 +68,8 @@ std::optional<std::string> InUtf16(std::string_view bytes) {
 bool CanHold(std::string_view file, std::wstring_view text) {
   const TextEncoding encoding = EncodingFromMark(file);
   std::string bytes(ByteOrderMark(encoding));
-  return AppendEncoded(text, encoding, &bytes) && EncodingFromMark(bytes) == encoding;
+  const bool ends = text.find(L'\x1A') != std::wstring_view::npos;  // DOS's end-of-file character
+  return !ends && AppendEncoded(text, encoding, &bytes) && EncodingFromMark(bytes) == encoding;
 }
 
 std::vector<CString> WordsOf(const CString& line) {

@@ -3,11 +3,11 @@
 #include <new>
 #include <string>
 
-#include "sql/sqlite/entry_point.h"
 #include "sql/sqlite/locate_table.h"
 #include "sql/sqlite/read_road.h"
 #include "sql/sqlite/road_cache.h"
 #include "sql/sqlite/values.h"
+#include "velmora/portability.h"
 
 SQLITE_EXTENSION_INIT1
 
@@ -95,8 +95,9 @@ int Register(sqlite3* database, bool files) noexcept {
 
 // The names are those that SQLite makes of the file's, and one for hosts that let SQL read files.
 extern "C" {
-VELMORA_ENTRY int sqlite3_modvelmora_init(sqlite3* database, char**, const sqlite3_api_routines* api);
-VELMORA_ENTRY int sqlite3_velmora_files_init(sqlite3* database, char**, const sqlite3_api_routines* api);
+VELMORA_SYMBOL_EXPORT int sqlite3_modvelmora_init(sqlite3* database, char**, const sqlite3_api_routines* api);
+VELMORA_SYMBOL_EXPORT int sqlite3_velmora_files_init(sqlite3* database, char**,
+                                                     const sqlite3_api_routines* api);
 }
 
 int sqlite3_modvelmora_init(sqlite3* database, char**, const sqlite3_api_routines* api) {

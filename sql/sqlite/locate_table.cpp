@@ -24,7 +24,7 @@ struct Cursor : sqlite3_vtab_cursor {
   std::shared_ptr<Road> road;  // null when an argument is null
   bool road_is_text = false;
   Point point{};
-  Place place{};
+  LocateAnswer answer{};
 };
 
 int Fail(sqlite3_vtab* table, const std::string& text) {
@@ -95,7 +95,7 @@ int Filter(sqlite3_vtab_cursor* opened, int, const char*, int count, sqlite3_val
     cursor.point = {NumberOf(values[1], "northing"), NumberOf(values[2], "easting")};
     cursor.road_is_text = sqlite3_value_type(values[0]) == SQLITE_TEXT;
     const std::shared_ptr<Road> road = table.cache->Get(BytesOf(values[0]));
-    cursor.place = road->Locate(cursor.point.northing, cursor.point.easting);
+    cursor.answer = road->Locate(cursor.point.northing, cursor.point.easting);
     cursor.road = road;
     return SQLITE_OK;
   } catch (const Refusal& refusal) {
@@ -120,13 +120,13 @@ int Value(sqlite3_vtab_cursor* opened, sqlite3_context* context, int column) {
   try {
     const std::string& bytes = cursor.road->Bytes();
     if (column == kStation)
-      sqlite3_result_double(context, cursor.place.station);  // a NaN becomes null
+      sqlite3_result_double(context, cursor.answer.station);  // a NaN becomes null
     else if (column == kOffset)
-      sqlite3_result_double(context, cursor.place.offset);
+      sqlite3_result_double(context, cursor.answer.offset);
     else if (column == kLevel)
-      sqlite3_result_double(context, cursor.road->Level(cursor.place.station));
+      sqlite3_result_double(context, cursor.road->Level(cursor.answer.station));
     else if (column == kStatus)
-      sqlite3_result_text(context, velmora_place_text(cursor.place.result), -1, SQLITE_STATIC);
+      sqlite3_result_text(context, velmora_place_text(cursor.answer.result), -1, SQLITE_STATIC);
     else if (column == kNorthing)
       sqlite3_result_double(context, cursor.point.northing);
     else if (column == kEasting)

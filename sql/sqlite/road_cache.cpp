@@ -21,16 +21,16 @@ Road::Road(std::string_view bytes) : bytes_(bytes) {
   road_.reset(road);
 }
 
-const Place& Road::Locate(double northing, double easting) {
-  if (located_ && northing == last_point_.northing && easting == last_point_.easting) return last_place_;
+const LocateAnswer& Road::Locate(double northing, double easting) {
+  if (located_ && northing == last_point_.northing && easting == last_point_.easting) return last_answer_;
   velmora_error error;
   located_ = false;
-  Check(velmora_locate(road_.get(), 1, &northing, 0, &easting, 0, &last_place_.station, 0,
-                       &last_place_.offset, 0, &last_place_.result, 0, 0, 1, &error),
+  Check(velmora_locate(road_.get(), 1, &northing, 0, &easting, 0, &last_answer_.station, 0,
+                       &last_answer_.offset, 0, &last_answer_.result, 0, 0, 1, &error),
         error);
   located_ = true;
   last_point_ = {northing, easting};
-  return last_place_;
+  return last_answer_;
 }
 
 double Road::Level(double station) const {

@@ -29,7 +29,7 @@ using RoadHandle = std::unique_ptr<velmora_road, RoadCloser>;
 struct Point {
   double northing, easting;
 };
-struct Place {
+struct LocateAnswer {
   double station, offset;
   std::int32_t result;  // a velmora_place_result
 };
@@ -42,7 +42,7 @@ class Road {
 
   const std::string& Bytes() const { return bytes_; }
   // Keeps the last answer: queries ask for station, offset and level of one point in turn.
-  const Place& Locate(double northing, double easting);
+  const LocateAnswer& Locate(double northing, double easting);
   // NaN where the profile has no level.
   double Level(double station) const;
   // Of a station and an offset; NaN off the road.
@@ -55,7 +55,7 @@ class Road {
   RoadHandle road_;
   bool located_ = false;
   Point last_point_{};
-  Place last_place_{};
+  LocateAnswer last_answer_{};
 };
 
 // The roads that a connection used last: at most 16, and 64 MB of bytes when there is more than one.

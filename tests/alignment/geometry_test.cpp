@@ -19,7 +19,7 @@ TEST(Geometry, QuarterTurnJumpNearAnAxis) {
       {-0.999e-5, -10, kPi},    {-1.001e-5, -10, kThreeHalfPi},  // south, from the west
       {10, -1.001e-5, kTwoPi},  {10, -0.999e-5, kThreeHalfPi},   // east, from the south
   };
-  for (const auto& c : kCases) EXPECT_NEAR(DirectionFromCentre(c.dh, c.dv).angle, c.angle, 1e-5) << c.angle;
+  for (const auto& c : kCases) EXPECT_NEAR(DirectionFromCentre(c.dh, c.dv).Angle(), c.angle, 1e-5) << c.angle;
 }
 
 TEST(Geometry, AnImpossibleRadiusIsReported) {

@@ -81,8 +81,8 @@ Numbers AnswersOf(OpenLine& line, const std::string& operation, const Numbers& i
   if (is("Measure")) {
     const PlanMeasures m = MeasurePlan(points);
     Numbers all = {m.length, 1.0 * m.arcs, m.smallest_radius.value_or(-77), m.lowest_station};
-    const auto& [south, north, west, east] = m.bounds;
-    for (const double each : {m.highest_station, south, north, west, east}) all.push_back(each);
+    const auto& [low, high] = m.bounds;
+    for (const double each : {m.highest_station, low.v, high.v, low.h, high.h}) all.push_back(each);
     all.push_back(FindStationErrors(points).greatest);
     return all;
   }

@@ -43,6 +43,12 @@ TEST_F(StodPunkt, SixValuesStayZero) {
   odd.Home();
   EXPECT_TRUE(odd.pael->varden[0] == 7 && odd.pael->varden[1] == 8 && odd.pael->varden[2] == 0);
   FormatForUser(L"");
+  // A point whose name is not plain, and one that is.
+  ASSERT_EQ(odd.Uppdat(nullptr), 0);
+  for (const char* level : {"  10.2500", "  -0.5000"})
+    EXPECT_TRUE(
+        ReadBytes(file_).find(level + std::string("\r\n  7.00   8.00   0.00   0.00   0.00   0.00\r\n")) !=
+        std::string::npos);
 }
 
 // Across the blocks in which plain points are read and written, with some that are not plain.

@@ -5,15 +5,17 @@
 //
 //   # text           comment
 //   <<< NAME [FORM]  the lines of an input file, up to a line "<<<"
-//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at the end is its standard
-//   input % LINE           a line for the shell, not on Windows [linux] $ WORDS  a command for one system
+//   $ WORDS          a command: velmora or one of the tools in RunTool(); "< NAME" at its end is its input
+//   % LINE           a line for the shell, not on Windows
+//   [linux] $ WORDS  a command for one system
 //
 // After a command: standard output, standard error with "! " before each line, and "= N" for a status other
 // than 0. Escapes: U+2400 to U+2421 for control characters and for a trailing blank, \xNN for a byte that is
 // not UTF-8, U+2404 at the end for a missing last line end, U+2424 for an empty last line, "\" before a line
 // that begins like one of the marks above. /home/me/the-test-folder stands for the folder, YYYY-MM-DD for
-// today and HH.MM after it for any time. On Windows "\" and "/" are equal. FORM suite: Windows-1252 with CR
-// LF, shown as UTF-8 with LF; utf16: with its byte-order mark.
+// today and HH.MM after it for any time; in a LandXML file, whose date is in UTC, for any. On Windows "\" and
+// "/" are equal. FORM suite: Windows-1252 with CR LF, shown as UTF-8 with LF; utf16: with its byte-order
+// mark.
 //
 // Where VELMORA_PAGES names folders (":" between them) it is the pages *.md in them that run (page.h), each
 // in a folder with the examples and the Python package in it.
@@ -100,6 +102,8 @@ std::string Escaped(std::string bytes) {
       bytes, std::regex(Today() + "([^0-9\\n]{1,12})[0-9]{2}(\\.[0-9]{2}|:[0-9]{2}:[0-9]{2})"),
       "YYYY-MM-DD$1HH.MM");
   bytes = Replaced(bytes, Today(), "YYYY-MM-DD");
+  bytes = std::regex_replace(bytes, std::regex("date=\"[0-9-]{10}\" time=\"[0-9:]{8}\""),
+                             "date=\"YYYY-MM-DD\" time=\"HH.MM\"");
   std::string shown;
   for (std::string_view rest = bytes; !rest.empty();) {
     char32_t c = 0;

@@ -135,8 +135,7 @@ TEST(Exchange, RoadsComeBackExactlyAndARewriteMovesThemByNoMoreThanTheFit) {
     const Road road = Random(seed).NewRoad(seed % 3 == 2);
     for (const Format& format : kFormats) {
       SCOPED_TRACE(::testing::Message() << format.name << " " << seed);
-      std::vector<ImportedRoad> roads =
-          format.read(format.write({road, {}, {}, 0, 0.001, "2024-03-01", "14:05:00"}));
+      std::vector<ImportedRoad> roads = format.read(format.write({road, {}, {}, 0, 0.001, 1709301900}));
       ASSERT_EQ(roads.size(), 1U);
       EXPECT_TRUE(roads[0].has_stations);
       FinishImport(kFit, 0, &roads[0]);

@@ -106,6 +106,7 @@ TEST_F(Conversation, ASecondConversation) {
     ASSERT_EQ(CDdeCom::Connect(), 0);
     ASSERT_TRUE(Greeted());
     EXPECT_EQ(string(CDdeCom::m_ProjPath), "");
+    EXPECT_EQ(Seen().find("poke"), string::npos) << Seen();  // without a project nothing is announced
   }
   EXPECT_TRUE(CDdeCom::IsServerThere());  // an object that goes changes nothing
 }

@@ -47,9 +47,9 @@ struct Window : NotifyWindow {
 void EveryClass() {
   CTundrilIni ini;
   CProjPath project;
-  MakeAndDeriveAll<CString, CStringA, list0<int>, CRegistry, CTundrilIni, CProjPath, CDirSort, CProjektStatus,
-                   CTundrilInst, CLinkodLista, CVaglinje, CVag2, CRitningsFormat, CDdeCom, Window, CFont,
-                   CPoint, CSize, CRect, COleDateTime>();
+  MakeAndDeriveAll<CString, CStringA, list0<int>, CRegistry, RegistryKey, CTundrilIni, CProjPath, CDirSort,
+                   CProjektStatus, CTundrilInst, CLinkodLista, CVaglinje, CVag2, CRitningsFormat, CDdeCom,
+                   Window, CFont, CPoint, CSize, CRect, COleDateTime>();
   MakeAndDerive<CTundrilCFG>(&ini);
   MakeAndDerive<CTundrilPAR>(&ini, &project);
   MakeAndDerive<CJb23Par>(&ini, &project);

@@ -38,7 +38,7 @@ TEST_F(Replacement, OldContentStaysUntilCommit) {
   FileReplacement file;
   ASSERT_TRUE(file.Begin(path_));
   std::string all;
-  for (size_t size : {1U, 65'535U, 1U, 65'536U, 0U, 65'537U, 7U, 300'000U, 40'000U, 40'000U}) {
+  for (size_t size : {1U, 65'535U, 1U, 65'536U, 0U, 65'537U, 7U, 65'536U, 7U, 300'000U, 40'000U, 40'000U}) {
     const std::string piece(size, static_cast<char>('a' + all.size() % 26));
     all += piece;
     ASSERT_TRUE(file.Write(piece));

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/environment_variable.h"
+#include "velmora/platform/dialog.h"
 #include "velmora/platform/shell_folders.h"
+#include "velmora/platform/types.h"
 
 namespace velmora {
 namespace {
@@ -15,6 +17,11 @@ TEST(Process, CommandLineNamesTheProgramUntilItIsWritten) {
     SetCommandLine(text);
     EXPECT_EQ(CommandLine(), text);
   }
+}
+
+TEST(Dialog, TheDefaultButtonAnswers) {
+  EXPECT_EQ(DefaultButton(MB_YESNO), IDYES);
+  EXPECT_EQ(DefaultButton(MB_YESNO | MB_DEFBUTTON2), IDNO);
 }
 
 TEST(ShellFolders, ReadsTheEnvironment) {

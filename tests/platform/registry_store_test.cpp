@@ -69,6 +69,8 @@ TEST_F(RegistryStore, NamesKeepTheirSpellingAndCompareWithoutCase) {
   EXPECT_EQ(key.Read(L"a\\b", small, &size), kRegistryNotFound);
   EXPECT_EQ(key.Read(L"\u00F6n", small, &size), kRegistryMoreData);
   EXPECT_EQ(size, 2U);
+  char exact[2];
+  EXPECT_EQ(key.Read(L"\u00F6n", exact, &size), kRegistryDone);
 }
 
 TEST_F(RegistryStore, AKeyDoesWhatItWasOpenedFor) {

@@ -27,8 +27,8 @@ struct AlignmentFile {
   std::string Name() const { return ToUtf8(set.vlNamn); }
 };
 
-// Fills an empty *file from an open text. Nothing when it has a point; else why not, with the line (0: the
-// file as a whole).
+// Fills an empty *file from an open text. No value when it has a point; else the reason, with the line (0:
+// the file as a whole).
 std::optional<Finding> ReadAlignmentFile(TextReader& reader, AlignmentFile* file);
 // Why a file that was read has no plan of two points; nothing where it has.
 std::optional<Finding> ProblemOfPlan(const AlignmentFile& file);

@@ -9,34 +9,16 @@
 #include <limits>
 #include <vector>
 
-#include "velmora/alignment/geometry.h"
+#include "velmora/alignment/bounding_box.h"
 
 namespace velmora {
-
-// A box that holds nothing until something is included.
-struct PlaneBox {
-  PlanePoint low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-  PlanePoint high{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-  // Everything within `around` of `p`.
-  void Include(PlanePoint p, double around) {
-    low = {std::min(low.h, p.h - around), std::min(low.v, p.v - around)};
-    high = {std::max(high.h, p.h + around), std::max(high.v, p.v + around)};
-  }
-  double DistanceTo(PlanePoint p) const {
-    const double dh = std::max({low.h - p.h, p.h - high.h, 0.0});
-    const double dv = std::max({low.v - p.v, p.v - high.v, 0.0});
-    return std::sqrt(dh * dh + dv * dv);
-  }
-};
 
 class BoxRuns {
  public:
   // The box of the next item.
-  void Add(const PlaneBox& box) {
-    if (size_++ % kRun == 0) runs_.emplace_back();
-    runs_.back().Include(box.low, 0);
-    runs_.back().Include(box.high, 0);
+  void Add(const BoundingBox& box) {
+    if (size_++ % kRun == 0) runs_.push_back(kEmptyBounds);
+    runs_.back().Include(box);
   }
 
   // Calls visit(item) for all items within reach() of `p` and some others. What is visited may shorten the
@@ -46,7 +28,7 @@ class BoxRuns {
     size_t nearest = 0;
     double least = std::numeric_limits<double>::infinity();
     for (size_t run = 0; run < runs_.size(); ++run)
-      if (const double distance = runs_[run].DistanceTo(p); distance < least) {
+      if (const double distance = DistanceTo(run, p); distance < least) {
         nearest = run;
         least = distance;
       }
@@ -55,13 +37,15 @@ class BoxRuns {
     };
     if (size_ > 0) visit_run(nearest);
     for (size_t run = 0; run < runs_.size(); ++run)
-      if (run != nearest && !(runs_[run].DistanceTo(p) > reach())) visit_run(run);
+      if (run != nearest && !(DistanceTo(run, p) > reach())) visit_run(run);
   }
 
  private:
   static constexpr size_t kRun = 64;
 
-  std::vector<PlaneBox> runs_;
+  double DistanceTo(size_t run, PlanePoint p) const { return std::sqrt(runs_[run].SquaredDistance(p)); }
+
+  std::vector<BoundingBox> runs_;
   size_t size_ = 0;
 };
 

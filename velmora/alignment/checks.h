@@ -28,8 +28,8 @@ struct BoundedFindings {
 };
 
 // Coincident points, bulges without an arc or from half a circle, arcs that end beside an axis through their
-// centre, and stations that fall, repeat, are out of order or differ from the plan's lengths. `lines` holds
-// the line of each point in its file. In the order of the points.
+// centre, and stations that descend, repeat, are out of order or differ from the plan's lengths. `lines`
+// holds the line of each point in its file. In the order of the points.
 BoundedFindings CheckPlan(const std::vector<kovltype>& points, const std::vector<int>& lines);
 // What a look-up of levels by ascending station does not allow.
 BoundedFindings CheckProfile(const std::vector<kovltype>& points, const std::vector<int>& lines);

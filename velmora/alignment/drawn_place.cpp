@@ -24,7 +24,7 @@ PlanePoint Between(PlanePoint from, PlanePoint to) { return {to.h - from.h, to.v
 
 bool Jumps(PlanePoint centre, PlanePoint p) {
   const PlanePoint d = Between(centre, p);
-  return std::cos(DirectionFromCentre(d.h, d.v).angle - std::atan2(d.v, d.h)) < 0.5;
+  return std::cos(DirectionFromCentre(d.h, d.v).Angle() - std::atan2(d.v, d.h)) < 0.5;
 }
 
 // The unit vectors of the line before and after an inner point; those of coincident points are those of the
@@ -69,14 +69,15 @@ bool ChordTellsSide(const std::vector<kovltype>& plan, size_t at) {
 }
 
 // The box of all points whose foot can be on the segment without an offset.
-PlaneBox BoxOf(const kovltype& a, const kovltype& b) {
+BoundingBox BoxOf(const kovltype& a, const kovltype& b) {
   constexpr double kBeyondEnds = 0.001;  // of a straight's length, by which feet may lie beyond its ends
   const double chord = Distance(InPlane(a), InPlane(b));
   // An arc keeps within its sagitta of the box around its ends, whatever its bulge.
   const double sagitta = IsStraight(a.bulge) ? 0 : std::fabs(a.bulge) * chord / 2;
-  PlaneBox box;
-  box.Include(InPlane(a), sagitta + kBeyondEnds * chord);
-  box.Include(InPlane(b), sagitta + kBeyondEnds * chord);
+  BoundingBox box = kEmptyBounds;
+  box.Include(InPlane(a));
+  box.Include(InPlane(b));
+  box.Grow(sagitta + kBeyondEnds * chord);
   return box;
 }
 
@@ -144,8 +145,8 @@ DrawnPlaces::DrawnPlaces(std::vector<kovltype> plan)
     if (!std::isfinite(circle.centre.h) || !std::isfinite(circle.centre.v)) continue;
     if (EndsBesideAxis(a, b)) {
       axis_arcs_.push_back({a, b, circle});
-      PlaneBox box;
-      box.Include(circle.centre, circle.radius);
+      BoundingBox box{circle.centre, circle.centre};
+      box.Grow(circle.radius);
       circles_.Add(box);
     }
     eastings_.Add(circle.centre.h);

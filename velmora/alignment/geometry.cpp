@@ -56,46 +56,43 @@ std::optional<double> BulgeFromRadius(PlanePoint a, PlanePoint b, double radius)
 // Callers rely on the quarter-turn jump: within 1e-5 m of the axis at a quadrant's far end a direction
 // counts as the quadrant's beginning.
 Direction DirectionFromCentre(double dh, double dv) {
-  if (dh >= 0 && dv >= 0) {
-    if (!(dh > kQuadrantTolerance)) return {0, 0};
-    const double q = HalfTangent(dv / dh);
-    return {q, 2 * std::atan(q)};
-  }
-  if (dh < 0 && dv >= 0) {
-    if (!(dv > kQuadrantTolerance)) return {1, kHalfPi};
-    const double q = HalfTangent(-dh / dv) + 1;
-    return {q, 2 * std::atan(q - 1) + kHalfPi};
-  }
-  if (dh <= 0 && dv < 0) {
-    if (!(dh < -kQuadrantTolerance)) return {2, kPi};
-    const double q = HalfTangent(dv / dh) + 2;
-    return {q, 2 * std::atan(q - 2) + kPi};
-  }
-  if (!(dv < -kQuadrantTolerance)) return {3, kThreeHalfPi};
-  const double q = HalfTangent(-dh / dv) + 3;
-  return {q, 2 * std::atan(q - 3) + kPi + kHalfPi};
+  const auto within = [](int quadrant, double across, double ahead) -> Direction {
+    if (!(ahead > kQuadrantTolerance)) return {static_cast<double>(quadrant), quadrant};
+    return {HalfTangent(across / ahead) + quadrant, quadrant};
+  };
+  if (dh >= 0 && dv >= 0) return within(0, dv, dh);
+  if (dh < 0 && dv >= 0) return within(1, -dh, dv);
+  if (dh <= 0 && dv < 0) return within(2, -dv, -dh);
+  return within(3, dh, -dv);
+}
+
+double Direction::Angle() const {
+  static_assert(2 * kHalfPi == kPi);
+  const double angle = 2 * std::atan(rank - quadrant);
+  return quadrant < 3 ? angle + quadrant * kHalfPi : angle + kPi + kHalfPi;
 }
 
 ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b) {
   const Arc circle = ArcFromBulge(a, b, bulge);
   const PlanePoint c = circle.centre;
-  return {circle, DirectionFromCentre(a.h - c.h, a.v - c.v), DirectionFromCentre(b.h - c.h, b.v - c.v),
-          bulge};
+  const Direction to_a = DirectionFromCentre(a.h - c.h, a.v - c.v);
+  return {circle, to_a, DirectionFromCentre(b.h - c.h, b.v - c.v), to_a.Angle(), bulge};
 }
 
-Foot FootOnArc(const ArcFrame& arc, PlanePoint p) {
+Foot FootOnArc(const ArcFrame& arc, PlanePoint p, double within) {
   const PlanePoint centre = arc.circle.centre;
   const double radius = arc.circle.radius;
+  const double away = Distance(p, centre) - radius;
+  if (std::fabs(away) > within) return {FootPlace::kOutside, 0, 0};
   const Direction to_p = DirectionFromCentre(p.h - centre.h, p.v - centre.v);
   if (!arc.Holds(to_p.rank)) return {FootPlace::kOutside, 0, 0};
 
   const bool counter_clockwise = arc.bulge > 0;
-  double angle_a = arc.to_a.angle;
-  double angle_p = to_p.angle;
+  double angle_a = arc.angle_a;
+  double angle_p = to_p.Angle();
   if (counter_clockwise && angle_a > angle_p) angle_a -= kTwoPi;
   if (arc.bulge < 0 && angle_p > angle_a) angle_p -= kTwoPi;
-  return {FootPlace::kInside, std::fabs((angle_p - angle_a) * radius),
-          (Distance(p, centre) - radius) * (counter_clockwise ? 1 : -1)};
+  return {FootPlace::kInside, std::fabs((angle_p - angle_a) * radius), away * (counter_clockwise ? 1 : -1)};
 }
 
 PlanePoint PointOnSegment(const kovltype& a, const kovltype& b, double station, double offset) {

@@ -8,6 +8,7 @@
 #define VELMORA_ALIGNMENT_GEOMETRY_H_
 
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <span>
 
@@ -41,6 +42,10 @@ inline double Distance(PlanePoint a, PlanePoint b) {
   const double dh = b.h - a.h;
   const double dv = b.v - a.v;
   return std::sqrt(dh * dh + dv * dv);
+}
+// Whether the segment a→b is an arc; coincident points leave none.
+inline bool HasArc(const kovltype& a, const kovltype& b) {
+  return !IsStraight(a.bulge) && Distance(InPlane(a), InPlane(b)) > 0;
 }
 
 struct Arc {
@@ -86,10 +91,12 @@ inline Foot FootOnStraight(PlanePoint a, PlanePoint b, PlanePoint p) {
 }
 
 // A direction from an arc's centre in quadrant form: `rank` orders directions counter-clockwise from
-// east (quadrant number 0 to 3, plus the tangent of half the angle within it), `angle` is in radians.
+// east (quadrant number 0 to 3, plus the tangent of half the angle within it).
 struct Direction {
   double rank;
-  double angle;
+  int quadrant;
+
+  double Angle() const;  // radians
 };
 Direction DirectionFromCentre(double dh, double dv);
 
@@ -98,6 +105,7 @@ struct ArcFrame {
   Arc circle;
   Direction to_a;
   Direction to_b;
+  double angle_a;  // of to_a, radians
   double bulge;
 
   // Whether directions of this rank lie within the arc's angle.
@@ -111,8 +119,9 @@ struct ArcFrame {
 ArcFrame FrameOfArc(PlanePoint a, double bulge, PlanePoint b);
 
 // The foot of `p` on the arc from `a` (with its bulge) to `b`: inside or outside the arc's angle.
-// Outside leaves along and offset 0.
-Foot FootOnArc(const ArcFrame& arc, PlanePoint p);
+// Outside leaves along and offset 0. A foot farther away than `within` may count as outside, which saves
+// its angle.
+Foot FootOnArc(const ArcFrame& arc, PlanePoint p, double within = std::numeric_limits<double>::infinity());
 inline Foot FootOnArc(PlanePoint a, double bulge, PlanePoint b, PlanePoint p) {
   return FootOnArc(FrameOfArc(a, bulge, b), p);
 }

@@ -6,19 +6,8 @@
 namespace velmora {
 namespace {
 
-bool HasArc(const kovltype& a, const kovltype& b) {
-  return !IsStraight(a.bulge) && Distance(InPlane(a), InPlane(b)) > 0;
-}
-
-void Include(PlanePoint p, PlanBounds* bounds) {
-  bounds->min_northing = std::min(bounds->min_northing, p.v);
-  bounds->max_northing = std::max(bounds->max_northing, p.v);
-  bounds->min_easting = std::min(bounds->min_easting, p.h);
-  bounds->max_easting = std::max(bounds->max_easting, p.h);
-}
-
 // The outermost points of the arc itself, where it crosses the axes through its centre.
-void IncludeArc(const kovltype& a, const kovltype& b, const Arc& arc, PlanBounds* bounds) {
+void IncludeArc(const kovltype& a, const kovltype& b, const Arc& arc, BoundingBox* bounds) {
   const PlanePoint extremes[] = {{arc.centre.h + arc.radius, arc.centre.v},
                                  {arc.centre.h, arc.centre.v + arc.radius},
                                  {arc.centre.h - arc.radius, arc.centre.v},
@@ -27,7 +16,7 @@ void IncludeArc(const kovltype& a, const kovltype& b, const Arc& arc, PlanBounds
   const double side = a.bulge > 0 ? 1 : -1;
   for (const PlanePoint p : extremes) {
     const double cross = (b.y - a.y) * (p.v - a.x) - (b.x - a.x) * (p.h - a.y);
-    if (cross * side < 0) Include(p, bounds);
+    if (cross * side < 0) bounds->Include(p);
   }
 }
 
@@ -58,12 +47,12 @@ PlanMeasures MeasurePlan(const std::vector<kovltype>& points) {
   PlanMeasures measures;
   if (points.empty()) return measures;
   measures.lowest_station = measures.highest_station = points[0].sek;
-  measures.bounds = {points[0].x, points[0].x, points[0].y, points[0].y};
+  measures.bounds = {InPlane(points[0]), InPlane(points[0])};
   for (size_t i = 0; i < points.size(); ++i) {
     const kovltype& a = points[i];
     measures.lowest_station = std::min(measures.lowest_station, a.sek);
     measures.highest_station = std::max(measures.highest_station, a.sek);
-    Include(InPlane(a), &measures.bounds);
+    measures.bounds.Include(InPlane(a));
     if (i + 1 == points.size()) break;
     const kovltype& b = points[i + 1];
     measures.length += SegmentLength(a, b);
@@ -74,6 +63,17 @@ PlanMeasures MeasurePlan(const std::vector<kovltype>& points) {
     IncludeArc(a, b, arc, &measures.bounds);
   }
   return measures;
+}
+
+ProfileMeasures MeasureProfile(const std::vector<kovltype>& points) {
+  if (points.empty()) return {};
+  const auto by_level = [](const kovltype& a, const kovltype& b) { return a.x < b.x; };
+  const auto by_station = [](const kovltype& a, const kovltype& b) { return a.y < b.y; };
+  const auto [lowest, highest] = std::minmax_element(points.begin(), points.end(), by_level);
+  // Where the stations rise no more, the look-up has found the last segment that it can find.
+  const auto second = points.begin() + (points.size() > 1 ? 1 : 0);
+  return {points.front().y, points.back().y, std::max_element(second, points.end(), by_station)->y, lowest->x,
+          highest->x};
 }
 
 StationErrors FindStationErrors(const std::vector<kovltype>& points) {
@@ -122,11 +122,8 @@ OffEnd WhyNotFound(const std::vector<kovltype>& plan, double station) {
   return OffEnd::kNeither;
 }
 
-AxisCheck::AxisCheck(const PlanBounds& bounds) {
-  const double margin =
-      std::max({1000.0, bounds.max_northing - bounds.min_northing, bounds.max_easting - bounds.min_easting});
-  bounds_ = {bounds.min_northing - margin, bounds.max_northing + margin, bounds.min_easting - margin,
-             bounds.max_easting + margin};
+AxisCheck::AxisCheck(const BoundingBox& bounds) : bounds_(bounds) {
+  bounds_.Grow(std::max({1000.0, bounds.high.v - bounds.low.v, bounds.high.h - bounds.low.h}));
 }
 
 void AxisCheck::Add(double northing, double easting) {
@@ -142,8 +139,8 @@ void AxisCheck::Add(const AxisCheck& other) {
 }
 
 bool AxisCheck::IsNear(double northing, double easting) const {
-  return northing >= bounds_.min_northing && northing <= bounds_.max_northing &&
-         easting >= bounds_.min_easting && easting <= bounds_.max_easting;
+  return northing >= bounds_.low.v && northing <= bounds_.high.v && easting >= bounds_.low.h &&
+         easting <= bounds_.high.h;
 }
 
 std::optional<std::vector<double>> StationsEach(double every, const std::vector<kovltype>& plan) {

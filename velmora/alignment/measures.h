@@ -6,14 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "velmora/alignment/geometry.h"
+#include "velmora/alignment/bounding_box.h"
 
 namespace velmora {
-
-// Northings and eastings between limits.
-struct PlanBounds {
-  double min_northing, max_northing, min_easting, max_easting;
-};
 
 struct PlanMeasures {
   double length = 0;  // along straights and arcs, m
@@ -21,9 +16,19 @@ struct PlanMeasures {
   std::optional<double> smallest_radius;
   double lowest_station = 0;
   double highest_station = 0;
-  PlanBounds bounds{};  // arcs included
+  BoundingBox bounds{};  // arcs included
 };
 PlanMeasures MeasurePlan(const std::vector<kovltype>& points);
+
+// Of the points of a profile, two at least; vertical curves can reach beyond their levels.
+struct ProfileMeasures {
+  double first_station = 0;  // of the first point and of the last
+  double last_station = 0;
+  double levels_end = 0;  // a look-up finds levels from first_station up to here, none where this is lower
+  double lowest_level = 0;
+  double highest_level = 0;
+};
+ProfileMeasures MeasureProfile(const std::vector<kovltype>& points);
 
 // The multiples of `every` along a plan, for its marks; none for 0. Nothing when they are more than a
 // million.
@@ -58,7 +63,7 @@ OffEnd WhyNotFound(const std::vector<kovltype>& plan, double station);
 class AxisCheck {
  public:
   // Points count as near the alignment within its bounds, widened by their own size and at least 1 km.
-  explicit AxisCheck(const PlanBounds& bounds);
+  explicit AxisCheck(const BoundingBox& bounds);
   // Counts points that are near the alignment in one way only.
   void Add(double northing, double easting);
   // Adds the counts of another check of the same alignment.
@@ -71,7 +76,7 @@ class AxisCheck {
  private:
   bool IsNear(double northing, double easting) const;
 
-  PlanBounds bounds_;
+  BoundingBox bounds_;
   std::int64_t near_ = 0;
   std::int64_t near_swapped_ = 0;
 };

@@ -14,7 +14,7 @@
 namespace velmora {
 
 // Reads the three lines of the point at the start of `text` and returns their length. 0 when they are not
-// plain or not whole: a name without letters beyond ASCII that is no record's, a number of few digits, a
+// plain or not whole: a name without letters beyond ASCII that is not a record's, a number of few digits, a
 // line with anything in it. The six values are not set.
 size_t ReadPlainSupportPoint(std::string_view text, stdpkttype* point);
 

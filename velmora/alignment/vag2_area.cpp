@@ -1,12 +1,9 @@
 #include "velmora/alignment/alignment_format.h"
-#include "velmora/alignment/area_check.h"
-#include "velmora/alignment/area_format.h"
+#include "velmora/alignment/area_file.h"
 #include "velmora/alignment/vag2.h"
-#include "velmora/common/folder_levels.h"
 #include "velmora/common/messages.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/text/quoted.h"
 
 namespace velmora {
 namespace {
@@ -24,47 +21,7 @@ bool CopyForeignPart(TextReader* reader, TextWriter* writer) {
   return !reader->Failed();
 }
 
-// What is wrong with the alignment's name; empty when nothing is.
-std::string AlignmentProblem(const CProjPath& project, const CString& name) {
-  if (NamesDevice(name.GetView())) return "has the name of a device, which Windows does not read as a file";
-  if (!StaysInsideFolder(name.GetView())) return "leads out of the project";
-  return IsFile(JoinPath(project.m_DbfKat, name)) ? "" : "is missing";
-}
-
 }  // namespace
-
-Findings CheckArea(const CProjPath& project) {
-  Findings findings;
-  if (!IsFile(project.m_VlPath)) return findings;
-  WorkingArea area;
-  AreaLines lines(&area);
-  TextReader reader;
-  CString line;
-  std::int64_t number = 0;
-  std::int64_t name_line = 0;
-  bool goes_on = reader.Open(project.m_VlPath);
-  while (goes_on && reader.ReadLine(&line)) {
-    ++number;
-    goes_on = lines.Next(line.GetView());
-    if (name_line == 0 && lines.Read() == 1) name_line = number;
-  }
-  if (goes_on) ++number;  // the line that is missing
-  if (area.file.IsEmpty()) {
-    findings.push_back(
-        {name_line == 0 ? number : name_line, "names no alignment after its second \"*\" line"});
-    return findings;
-  }
-  if (const std::string problem = AlignmentProblem(project, area.file); !problem.empty())
-    findings.push_back({name_line, "the alignment " + Quoted(ToUtf8(area.file)) + " " + problem});
-  if (area.station_min > area.station_max)
-    findings.push_back({name_line + 1, "the first station is above the last: no point is in the area"});
-  if (area.offset_min > area.offset_max)
-    findings.push_back({name_line + 2, "the first offset is above the last: no point is in the area"});
-  if (!lines.Complete())
-    findings.push_back({number, std::string("is not two numbers, the area's first and last ") +
-                                    (lines.Read() == 1 ? "station" : "offset")});
-  return findings;
-}
 
 int CVag2::ReadOmr(CProjPath* project) {
   TextReader reader;

@@ -61,12 +61,10 @@ size_t FindingAt(const Findings& findings, size_t index, velmora_finding* findin
 }
 
 void RefuseLosses(const Findings& findings, const char* path) {
-  const auto is_lost = [](const Finding& finding) { return finding.lost; };
-  const auto first = std::find_if(findings.begin(), findings.end(), is_lost);
-  if (first == findings.end()) return;
-  const auto count = std::count_if(first, findings.end(), is_lost);
+  const auto [first, more] = LossesIn(findings);
+  if (first == nullptr) return;
   throw Failure{VELMORA_WOULD_LOSE,
-                first->text + (count > 1 ? " (and " + std::to_string(count - 1) + " more)" : "") +
+                first->text + (more > 0 ? " (and " + std::to_string(more) + " more)" : "") +
                     "; writing the file would lose this; VELMORA_FORCE writes it",
                 path, first->line};
 }

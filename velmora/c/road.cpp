@@ -1,7 +1,7 @@
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <limits>
 #include <memory>
 
@@ -118,22 +118,6 @@ RoadHandle Import(const exchange::RoadFormat& format, const CString& path, const
   return road;
 }
 
-// UTC, without asking the process for its time zone.
-void SetDate(exchange::ExportInput* input) {
-  using namespace std::chrono;
-  const auto now = floor<seconds>(system_clock::now());
-  const auto day = floor<days>(now);
-  const year_month_day date(day);
-  const hh_mm_ss time(now - day);
-  CString text;
-  text.Format(L"%04d-%02d-%02d", int{date.year()}, static_cast<int>(unsigned{date.month()}),
-              static_cast<int>(unsigned{date.day()}));
-  input->date = ToUtf8(text);
-  text.Format(L"%02d:%02d:%02d", static_cast<int>(time.hours().count()),
-              static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
-  input->time = ToUtf8(text);
-}
-
 // Throws a Failure when the road, or the file that it was read from, has something that `what` leaves out.
 void RefuseLoss(const velmora_road& road, const exchange::RoadFormat* format, const char* path) {
   const auto lose = [&](const std::string& what) {
@@ -177,7 +161,7 @@ void SaveRoad(const velmora_road& road, const char* path, const velmora_write_op
   if (format == nullptr) {
     exchange::WriteAlignment(input.road, sink);
   } else {
-    SetDate(&input);
+    input.created = std::time(nullptr);
     Require(options.srs >= 0 && options.srs < 1'000'000, "srs is not a code from 1 to 999999, or 0");
     input.srs = options.srs;
     Require(options.stations_every >= 0, "stations_every is not a length");
@@ -301,10 +285,10 @@ velmora_status velmora_road_measure(const velmora_road* road, velmora_road_measu
                  plan.lowest_station,
                  plan.highest_station,
                  plan.smallest_radius.value_or(std::numeric_limits<double>::quiet_NaN()),
-                 plan.bounds.min_northing,
-                 plan.bounds.max_northing,
-                 plan.bounds.min_easting,
-                 plan.bounds.max_easting,
+                 plan.bounds.low.v,
+                 plan.bounds.high.v,
+                 plan.bounds.low.h,
+                 plan.bounds.high.h,
                  plan.arcs,
                  road->import_error};
   });

@@ -3,7 +3,6 @@
 #include "velmora/c/handles.h"
 #include "velmora/common/paths.h"
 #include "velmora/platform/files.h"
-#include "velmora/platform/text_file.h"
 #include "velmora/platform/whole_file.h"
 #include "velmora/project/named_paths.h"
 #include "velmora/settings/code_files.h"
@@ -54,15 +53,9 @@ TextLines LinesOf(const CString& file, const char* path) {
   return lines;
 }
 
-// Throws a Failure when the encoding that the file has, or would get, lacks a character.
-void RequireCharacters(const CString& file, const CString& text, const char* path) {
-  TextReader reader;
-  const TextEncoding encoding = reader.Open(file) ? reader.Encoding() : TextEncoding::kWindows1252;
-  std::string bytes;
-  if (!AppendEncoded(text.GetView(), encoding, &bytes))
-    throw Failure{
-        VELMORA_BAD_ARGUMENT,
-        "the file's encoding lacks a character of " + Quoted(text.GetView()) + "; nothing was written", path};
+// Throws a Failure when `why` says why nothing can be written.
+void RefuseFor(const std::string& why, const char* path) {
+  if (!why.empty()) throw Failure{VELMORA_BAD_ARGUMENT, why + "; nothing was written", path};
 }
 
 void SetEntry(const velmora_settings& settings, size_t index, velmora_setting* setting) {
@@ -87,8 +80,8 @@ void WriteOne(const char* path, const char* key_text, const char* value_text, bo
   RequireFile(file, path);
   std::string why = WhyUnreadable(kind, key, value);
   if (why.empty() && !force) why = WhyNoNumber(kind, key, value);
-  if (!why.empty()) throw Failure{VELMORA_BAD_ARGUMENT, why + "; nothing was written", path};
-  RequireCharacters(file, key + value, path);
+  RefuseFor(why, path);
+  RefuseFor(WhyNotEncodable(file, key + value), path);
   if (FileOrFolderExists(file) && !force) {
     const TextLines lines = LinesOf(file, path);
     RefuseLosses(LossesOfWrite(kind, lines, Settings(kind, lines).FileFindings(), key), path);
@@ -134,8 +127,8 @@ void WriteCodes(const char* path, const velmora_code* codes, size_t count, bool 
     const std::string why = WhyRefused(kind, entries.back());
     if (!why.empty())
       throw Failure{VELMORA_BAD_ARGUMENT, "entry " + std::to_string(i + 1) + ": " + why, path};
-    RequireCharacters(file, entries.back().code, path);
-    for (const CString& field : entries.back().fields) RequireCharacters(file, field, path);
+    RefuseFor(WhyNotEncodable(file, entries.back().code), path);
+    for (const CString& field : entries.back().fields) RefuseFor(WhyNotEncodable(file, field), path);
   }
   if (!force) RefuseLosses(before.findings, path);
   if (!ReplaceCodes(kind, file, entries)) throw Failure{VELMORA_NOT_WRITTEN, kUnwritten, path};

@@ -30,6 +30,23 @@ struct Finding {
 };
 using Findings = std::vector<Finding>;
 
+// What a rewrite loses: the first finding, null when nothing is lost, and the number of further ones.
+struct Losses {
+  const Finding* first = nullptr;
+  std::int64_t more = 0;
+};
+inline Losses LossesIn(const Findings& findings) {
+  Losses losses;
+  for (const Finding& finding : findings) {
+    if (!finding.lost) continue;
+    if (losses.first == nullptr)
+      losses.first = &finding;
+    else
+      ++losses.more;
+  }
+  return losses;
+}
+
 // For the last line that is read of a file with text after an end-of-file character. A rewrite keeps it.
 inline Finding UnreadTail(std::int64_t line) {
   return {line, "is the last line read: the text after an end-of-file character (0x1A) is not read", true,

@@ -11,6 +11,7 @@
 #include "velmora/drawing/scale.h"
 #include "velmora/drawing/style.h"
 #include "velmora/drawing/title_block.h"
+#include "velmora/text/counted.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -23,14 +24,6 @@ constexpr double kLeastPlanHeight = 126;
 constexpr double kLeastProfileHeight = 100;
 
 bool IsPlaced(const PlotBoring& boring) { return boring.placed; }
-
-std::string Counted(size_t count, const char* one, const char* many) {
-  return std::to_string(count) + (count == 1 ? one : many);
-}
-
-void AddCount(size_t count, const char* one, const char* many, std::vector<std::string>* lines) {
-  if (count > 0) lines->push_back(Counted(count, one, many));
-}
 
 std::vector<std::string> Facts(const PlotInput& input, const PlanPath& path, const ProfileLine& profile) {
   std::vector<std::string> facts;
@@ -59,7 +52,7 @@ std::vector<std::string> Borings(const PlotInput& input) {
   const auto placed = static_cast<size_t>(std::count_if(borings.begin(), borings.end(), IsPlaced));
   const auto too_far = static_cast<size_t>(
       std::count_if(borings.begin(), borings.end(), [](const PlotBoring& b) { return b.too_far; }));
-  std::vector<std::string> lines = {Counted(borings.size(), " boring", " borings")};
+  std::vector<std::string> lines = {Counted(borings.size(), "boring")};
   if (placed < borings.size()) lines.front() += ", " + std::to_string(placed) + " of them along the line";
   if (too_far > 0)
     lines.push_back(std::to_string(too_far) + " farther than " + PlainNumber(input.max_offset) +
@@ -85,21 +78,23 @@ void DrawViews(Canvas& canvas, const PlotInput& input, const PlanPath& path, con
     title->unlabelled_in_plan = plan.without_label;
     title->dots = plan.dots;
     title->has_strays = plan.strays;
-    AddCount(plan.off_sheet, " boring lies outside the plan", " borings lie outside the plan", &title->notes);
+    if (plan.off_sheet > 0)
+      title->notes.push_back(Counted(plan.off_sheet, "boring lies", "borings lie") + " outside the plan");
   }
   if (has_profile) {
     const ProfileSummary summary =
         DrawProfile(canvas, profile_panel, input, path, profile, title->plan_scale, key);
     title->unlabelled_in_profile = summary.without_label;
-    AddCount(summary.off_sheet, " boring lies outside the profile", " borings lie outside the profile",
-             &title->notes);
+    if (summary.off_sheet > 0)
+      title->notes.push_back(Counted(summary.off_sheet, "boring lies", "borings lie") +
+                             " outside the profile");
   } else {
     title->notes.push_back("No profile");
   }
   if (has_plan && has_profile)
     canvas.Line({frame.x, profile_panel.y}, {frame.Right(), profile_panel.y}, kFrame);
-  AddCount(path.LeftOut() + profile.LeftOut(), " point without usable numbers left out",
-           " points without usable numbers left out", &title->notes);
+  if (const size_t left_out = path.LeftOut() + profile.LeftOut(); left_out > 0)
+    title->notes.push_back(Counted(left_out, "point") + " without usable numbers left out");
 }
 
 }  // namespace

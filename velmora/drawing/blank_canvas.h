@@ -1,4 +1,4 @@
-// A canvas that nobody sees: what is drawn on it only tells what will find room.
+// A canvas without output: what is drawn on it shows only what will find room.
 #ifndef VELMORA_DRAWING_BLANK_CANVAS_H_
 #define VELMORA_DRAWING_BLANK_CANVAS_H_
 

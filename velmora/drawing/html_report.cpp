@@ -11,11 +11,11 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/drawing/html_data.h"
 #include "velmora/drawing/html_parts.h"
-#include "velmora/drawing/html_table.h"
-#include "velmora/drawing/markup_text.h"
+#include "velmora/drawing/plain_text.h"
 #include "velmora/drawing/plan_path.h"
 #include "velmora/drawing/scale.h"
 #include "velmora/text/codepage.h"
+#include "velmora/text/counted.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -95,10 +95,6 @@ constexpr std::string_view kView = R"(<section class="view" aria-labelledby="vie
 <p class="unseen" id="spoken" role="status"></p>
 </section>
 )";
-
-std::string CountText(size_t count, const char* one, const char* many) {
-  return std::to_string(count) + (count == 1 ? one : many);
-}
 
 // The number in ` name="420mm"` of the SVG element; nothing when it has none that can be a page's.
 std::optional<double> Millimetres(std::string_view svg, std::string_view name) {
@@ -195,11 +191,10 @@ std::string NoteList(std::vector<std::string> notes, const Report& report, const
       std::count_if(report.road.borings.begin(), report.road.borings.end(),
                     [](const PlotBoring& b) { return !IsDrawable(b.northing) || !IsDrawable(b.easting); }));
   if (unmapped > 0)
-    notes.push_back(CountText(unmapped, " boring", " borings") +
+    notes.push_back(Counted(unmapped, "boring") +
                     " without usable coordinates: in the table, not in the plan");
   if (table.left_out > 0)
-    notes.push_back(CountText(table.left_out, " number", " numbers") +
-                    " of the table not finite or too large: left empty");
+    notes.push_back(Counted(table.left_out, "number") + " of the table not finite or too large: left empty");
   if (notes.empty()) return "";
   std::string text = "<ul class=\"notes\">\n";
   for (const std::string& note : notes) text += "<li>" + MarkupText(note) + "</li>\n";
@@ -212,7 +207,7 @@ std::string BoringSection(const HtmlTable& table, size_t count) {
 <h2 id="borings">Borings</h2>
 <label>Filter <input type="search" id="filter" placeholder="words in any column" autocomplete="off"></label>
 <output id="count" for="filter">)" +
-         CountText(count, " boring", " borings") + R"(</output>
+         Counted(count, "boring") + R"(</output>
 </div>
 <div class="scroll" id="table"><noscript>
 )" + table.text +

@@ -6,6 +6,7 @@
 #include "velmora/alignment/station_text.h"
 #include "velmora/drawing/legend.h"
 #include "velmora/drawing/overview_map.h"
+#include "velmora/text/counted.h"
 #include "velmora/text/numbers.h"
 
 namespace velmora::drawing {
@@ -110,9 +111,7 @@ std::string OverviewSheets::IndexCell(size_t row, size_t column) const {
                             : plan_.HasPlan()                     ? "Plan"
                                                                   : "Profile";
   const size_t borings = plan_.near[strip].size();
-  return views + (borings == 0   ? ""
-                  : borings == 1 ? ", 1 boring"
-                                 : ", " + std::to_string(borings) + " borings");
+  return views + (borings == 0 ? "" : ", " + Counted(borings, "boring"));
 }
 
 std::string OverviewSheets::UnplacedCell(size_t row, size_t column) const {

@@ -24,4 +24,30 @@ std::string PlainText(std::string_view bytes) {
   return text;
 }
 
+std::string MarkupText(std::string_view bytes) {
+  std::string text;
+  for (const char c : PlainText(bytes)) {
+    switch (c) {
+      case '&':
+        text += "&amp;";
+        break;
+      case '<':
+        text += "&lt;";
+        break;
+      case '>':
+        text += "&gt;";
+        break;
+      case '"':
+        text += "&quot;";
+        break;
+      case '\'':
+        text += "&#39;";
+        break;
+      default:
+        text += c;
+    }
+  }
+  return text;
+}
+
 }  // namespace velmora::drawing

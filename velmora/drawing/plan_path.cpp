@@ -53,6 +53,7 @@ PathPosition PathSegment::AtStation(double station) const {
 }
 
 PlanPath::PlanPath(std::span<const kovltype> points) {
+  points_.reserve(points.size());
   for (const kovltype& point : points) {
     if (IsDrawable(point)) {
       points_.push_back(point);

@@ -27,6 +27,7 @@ double LevelBetween(const kovltype& a, const kovltype& b, double station) {
 }  // namespace
 
 ProfileLine::ProfileLine(std::span<const kovltype> points) {
+  points_.reserve(points.size());
   for (const kovltype& point : points) {
     if (IsDrawable(point)) {
       points_.push_back(point);

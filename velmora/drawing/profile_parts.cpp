@@ -86,6 +86,7 @@ void DrawStationAxis(const ProfileSheet& sheet) {
 void DrawProfileLine(const ProfileSheet& sheet, const std::vector<ProfilePoint>& samples) {
   constexpr size_t kMostLineBoxes = 4000;
   std::vector<PathPoint> points;
+  points.reserve(samples.size());
   for (const ProfilePoint& sample : samples) points.push_back({sheet.frame.ToSheet(sample)});
   for (size_t i = 0; i + 1 < points.size() && i < kMostLineBoxes; ++i)
     sheet.obstacles.AddLine(LineBox(points[i].at, points[i + 1].at, 1.2));

@@ -51,7 +51,7 @@ struct BoringsOfProfile {
 BoringsOfProfile BoringsInProfile(const ProfileSheet& sheet, std::span<const PlotBoring* const> borings);
 
 // A bar at each boring's level, with a line to the road's; a dot each where there are many. The dots have no
-// line, which their `line_y` tells the labels.
+// line: their `line_y` is their own height.
 void ReserveMarkers(const ProfileSheet& sheet, std::vector<BoringInProfile>& borings);
 void DrawMarkers(const ProfileSheet& sheet, const std::vector<BoringInProfile>& borings);
 // Returns the number of borings without a label.

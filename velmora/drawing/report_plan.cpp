@@ -5,6 +5,7 @@
 
 #include "velmora/alignment/station_text.h"
 #include "velmora/drawing/style.h"
+#include "velmora/text/counted.h"
 
 namespace velmora::drawing {
 namespace {
@@ -163,9 +164,6 @@ void ReportPlan::PlaceStrays() {
 std::vector<std::string> ReportPlan::Notes() const {
   std::vector<std::string> notes;
   const bool km = report.road.km_stations;
-  const auto count = [](size_t n, const char* one, const char* many) {
-    return std::to_string(n) + (n == 1 ? one : many);
-  };
   if (too_many)
     notes.push_back("At " + ScaleText(room.scale) + " the road takes more than " +
                     std::to_string(kMostReportStrips) + " sheets: none of them is drawn");
@@ -175,8 +173,7 @@ std::vector<std::string> ReportPlan::Notes() const {
   if (!HasProfile()) notes.emplace_back("No profile");
   if (!HasPlan()) notes.emplace_back("No plan");
   if (const size_t left_out = course.Path().LeftOut() + profile.LeftOut(); left_out > 0)
-    notes.push_back(
-        count(left_out, " point without usable numbers left out", " points without usable numbers left out"));
+    notes.push_back(Counted(left_out, "point") + " without usable numbers left out");
   if (course.Stretches().size() > 1)
     notes.push_back("The stations jump or turn back: " + std::to_string(course.Stretches().size()) +
                     " stretches of the road have their own sheets");
@@ -195,8 +192,7 @@ std::vector<std::string> ReportPlan::Notes() const {
   if (borings == 0)
     notes.emplace_back("No borings");
   else
-    notes.push_back(count(borings, " boring, ", " borings, ") + std::to_string(placed) +
-                    " of them along the road");
+    notes.push_back(Counted(borings, "boring") + ", " + std::to_string(placed) + " of them along the road");
   return notes;
 }
 

@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "velmora/drawing/markup_text.h"
+#include "velmora/drawing/plain_text.h"
 #include "velmora/drawing/scale.h"
 
 namespace velmora::drawing {

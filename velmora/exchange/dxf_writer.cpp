@@ -1,11 +1,10 @@
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <utility>
 
+#include "velmora/alignment/bounding_box.h"
 #include "velmora/alignment/station_text.h"
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/dxf.h"
@@ -26,7 +25,7 @@ constexpr double kPointSize = 1;    // m
 constexpr int kPointMark = 34;      // a circle with a cross
 
 // Horizontal and vertical, with the group codes from 10 on.
-struct Place {
+struct DxfPoint {
   double easting = 0;
   double northing = 0;
   double level = 0;
@@ -39,7 +38,7 @@ class DxfWriter {
   void Text(int code, std::string_view bytes) { Code(code) << bytes << "\r\n"; }
   void Integer(int code, int value) { Text(code, std::to_string(value)); }
   void Real(int code, double value) { Code(code) << value << "\r\n"; }
-  void At(int code, const Place& place) {
+  void At(int code, const DxfPoint& place) {
     Real(code, place.easting);
     Real(code + 10, place.northing);
     Real(code + 20, place.level);
@@ -62,16 +61,11 @@ class DxfWriter {
 };
 
 void WriteHeader(const ExportInput& input, DxfWriter* dxf) {
-  constexpr double kNone = std::numeric_limits<double>::infinity();
-  Place least{kNone, kNone, 0};
-  Place most{-kNone, -kNone, 0};
-  const auto include = [&](double easting, double northing) {
-    least = {std::min(least.easting, easting), std::min(least.northing, northing), 0};
-    most = {std::max(most.easting, easting), std::max(most.northing, northing), 0};
-  };
-  for (const kovltype& point : input.road.plan) include(point.y, point.x);
-  for (const LocatedPoint& point : input.borings.points) include(point.easting, point.northing);
-  if (least.easting > most.easting) least = most = Place();
+  BoundingBox extent = kEmptyBounds;
+  for (const kovltype& point : input.road.plan) extent.Include(InPlane(point));
+  for (const LocatedPoint& point : input.borings.points)
+    extent.Include(PlanePoint{point.easting, point.northing});
+  if (extent.low.h > extent.high.h) extent = {};
 
   dxf->Text(0, "SECTION");
   dxf->Text(2, "HEADER");
@@ -80,9 +74,9 @@ void WriteHeader(const ExportInput& input, DxfWriter* dxf) {
   dxf->Text(9, "$DWGCODEPAGE");
   dxf->Text(3, "ANSI_1252");
   dxf->Text(9, "$EXTMIN");
-  dxf->At(10, least);
+  dxf->At(10, {extent.low.h, extent.low.v, 0});
   dxf->Text(9, "$EXTMAX");
-  dxf->At(10, most);
+  dxf->At(10, {extent.high.h, extent.high.v, 0});
   dxf->Text(9, "$PDMODE");
   dxf->Integer(70, kPointMark);
   dxf->Text(9, "$PDSIZE");
@@ -157,7 +151,7 @@ void WriteRoad(const Road& road, std::string_view name, DxfWriter* dxf) {
   dxf->Text(8, kRoadLayer);
 }
 
-void WriteText(std::string_view layer, const Place& at, std::string_view text, DxfWriter* dxf) {
+void WriteText(std::string_view layer, const DxfPoint& at, std::string_view text, DxfWriter* dxf) {
   dxf->Entity("TEXT", layer);
   dxf->At(10, at);
   dxf->Real(40, kTextHeight);
@@ -169,7 +163,9 @@ void WriteStation(const Tick& tick, DxfWriter* dxf) {
   double angle = tick.direction - std::numbers::pi / 2;  // to the right
   const double east = std::cos(angle);
   const double north = std::sin(angle);
-  const auto at = [&](double reach) { return Place{tick.at.h + reach * east, tick.at.v + reach * north, 0}; };
+  const auto at = [&](double reach) {
+    return DxfPoint{tick.at.h + reach * east, tick.at.v + reach * north, 0};
+  };
   dxf->Entity("LINE", kStationLayer);
   dxf->At(10, at(-kTickReach));
   dxf->At(11, at(kTickReach));
@@ -178,7 +174,7 @@ void WriteStation(const Tick& tick, DxfWriter* dxf) {
 
   const bool turned = east < 0;
   if (turned) angle += std::numbers::pi;
-  const Place beside = at(2 * kTickReach);
+  const DxfPoint beside = at(2 * kTickReach);
   WriteText(kStationLayer, beside, RoundStationText(tick.station, false), dxf);
   dxf->Real(50, std::remainder(angle * 180 / std::numbers::pi, 360));
   dxf->Integer(72, turned ? 2 : 0);  // the text ends, or begins, there
@@ -196,7 +192,7 @@ void WriteBoring(const LocatedPoint& point, DxfWriter* dxf) {
     dxf->Real(1040, *point.station);
     dxf->Real(1040, *point.offset);
   }
-  Place at = {point.easting + kPointSize, point.northing + kPointSize, 0};
+  DxfPoint at = {point.easting + kPointSize, point.northing + kPointSize, 0};
   WriteText(kBoringLayer, at, name, dxf);
   const auto below = [&](std::string_view text) {
     at.northing -= kLineSpacing;

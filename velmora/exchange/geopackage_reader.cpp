@@ -94,6 +94,7 @@ class RoadReader {
       if (points_ > kMostLinePoints || roads_.size() >= kMostRoadRows) return false;
       const std::string number = std::to_string(rows.Cell(0).integer);
       ImportedRoad& road = roads_.emplace_back();
+      road.layer = layer.table;
       suffixes_.push_back(" #" + number);
       if (name >= 0) road.road.name = TextOf(rows.Cell(name));
       // An export keeps the name of a road that has none.

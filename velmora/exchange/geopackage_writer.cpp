@@ -9,6 +9,7 @@
 #include "velmora/platform/table_database.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
+#include "velmora/text/utc_text.h"
 
 namespace velmora::exchange {
 namespace {
@@ -95,19 +96,20 @@ class Writer {
 
   // A table of features; `columns` are those after its number and its geometry.
   void AddTable(const char* name, const char* geometry, bool measures, const std::string& columns,
-                const Bounds& bounds) {
+                const BoundingBox& bounds) {
     database_.Run(std::string("CREATE TABLE ") + name +
                   "(fid INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL, geom " + geometry + ", " + columns + ")");
-    TableStatement(
-        &database_,
-        "INSERT INTO gpkg_contents(table_name, data_type, identifier, min_x, min_y, max_x, max_y, srs_id) "
-        "VALUES(?, 'features', ?, ?, ?, ?, ?, ?)")
+    TableStatement(&database_,
+                   "INSERT INTO gpkg_contents(table_name, data_type, identifier, last_change, min_x, min_y, "
+                   "max_x, max_y, "
+                   "srs_id) VALUES(?, 'features', ?, ?, ?, ?, ?, ?, ?)")
         .BindText(name)
         .BindText(name)
-        .Bind(bounds.least_x)
-        .Bind(bounds.least_y)
-        .Bind(bounds.most_x)
-        .Bind(bounds.most_y)
+        .BindText(UtcDate(input_.created) + "T" + UtcTime(input_.created) + ".000Z")
+        .Bind(bounds.low.h)
+        .Bind(bounds.low.v)
+        .Bind(bounds.high.h)
+        .Bind(bounds.high.v)
         .BindInteger(srs_)
         .Run();
     TableStatement(&database_, "INSERT INTO gpkg_geometry_columns VALUES(?, 'geom', ?, ?, 0, ?)")
@@ -118,7 +120,7 @@ class Writer {
         .Run();
   }
 
-  void AddLine(const char* table, const char* geometry, const std::string& blob, const Bounds& bounds) {
+  void AddLine(const char* table, const char* geometry, const std::string& blob, const BoundingBox& bounds) {
     AddTable(table, geometry, true, "name TEXT, profile TEXT", bounds);
     TableStatement(&database_, std::string("INSERT INTO ") + table + "(geom, name, profile) VALUES(?, ?, ?)")
         .BindBytes(blob)
@@ -129,7 +131,7 @@ class Writer {
 
   void AddRoad() {
     const std::vector<kovltype>& plan = input_.road.plan;
-    const Bounds bounds = BoundsOf(plan);
+    const BoundingBox bounds = BoundsOf(plan);
     AddLine("alignment", "COMPOUNDCURVE", CompoundCurveBlob(plan, srs_), bounds);
     database_.Run(
         "INSERT INTO gpkg_extensions VALUES('alignment', 'geom', 'gpkg_geom_COMPOUNDCURVE', "

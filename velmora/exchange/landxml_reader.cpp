@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "velmora/exchange/blanks.h"
 #include "velmora/exchange/import.h"
 #include "velmora/exchange/landxml.h"
 #include "velmora/exchange/landxml_elements.h"
@@ -36,8 +37,6 @@ enum class Nesting : std::uint8_t {
   kFeature,
 };
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
 // The words of a text.
 template <class Take>
 void ForEachWord(std::string_view text, Take take) {
@@ -54,7 +53,7 @@ void ForEachWord(std::string_view text, Take take) {
 // Not given for what is not a number, blanks around it apart; infinite for INF.
 double NumberOf(std::string_view text) {
   double number = 0;
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  text = WithoutLeadingBlanks(text);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   if (ReadPlainNumber(text, '.', '.', &number)) return number;
   if (text.starts_with('+')) text.remove_prefix(1);

@@ -8,6 +8,7 @@
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/landxml.h"
 #include "velmora/text/codepage.h"
+#include "velmora/text/utc_text.h"
 #include "velmora/version.h"
 
 namespace velmora::exchange {
@@ -162,7 +163,7 @@ std::string WriteLandXml(const ExportInput& input, const Sink& sink) {
          "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
          "xsi:schemaLocation=\"http://www.landxml.org/schema/LandXML-1.2 "
          "http://www.landxml.org/schema/LandXML-1.2/LandXML-1.2.xsd\" version=\"1.2\" date=\""
-      << input.date << "\" time=\"" << input.time
+      << UtcDate(input.created) << "\" time=\"" << UtcTime(input.created)
       << "\" readOnly=\"false\">\n"
          "<Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
          "temperatureUnit=\"celsius\" pressureUnit=\"milliBars\" angularUnit=\"radians\" "

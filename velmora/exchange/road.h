@@ -44,8 +44,7 @@ struct ExportInput {
   LocatedPoints borings;         // may be empty
   int srs = 0;                   // code of the spatial reference; 0: undefined
   double chord_error = 0.001;    // m, of arcs that a format also gives as chords
-  std::string date;              // of the export, local: "2024-03-01"
-  std::string time;              // "14:05:00"
+  std::int64_t created = 0;      // the time of the export, in seconds since 1970 UTC
 };
 
 // The alignments of a file beyond which it is refused.
@@ -60,6 +59,7 @@ struct ImportedRoad {
   double largest_error = 0;   // m, between the original and `road`
   Findings findings;
   bool refused = false;  // a finding forbids the import
+  std::string layer;     // of the GeoPackage that it was read from
 };
 
 struct ImportOptions {

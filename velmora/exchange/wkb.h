@@ -11,15 +11,12 @@
 #include <string_view>
 #include <vector>
 
-#include "velmora/alignment/alignment_point.h"
+#include "velmora/alignment/bounding_box.h"
 
 namespace velmora::exchange {
 
-struct Bounds {
-  double least_x = 0, most_x = 0, least_y = 0, most_y = 0;
-};
 // Of the points and the middles of the arcs between them; all 0 without a point.
-Bounds BoundsOf(std::span<const kovltype> points);
+BoundingBox BoundsOf(std::span<const kovltype> points);
 
 std::string CompoundCurveBlob(std::span<const kovltype> points, int srs);
 // The points joined by straights, whatever their bulges.

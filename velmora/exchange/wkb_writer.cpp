@@ -1,10 +1,7 @@
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <limits>
 
-#include "velmora/alignment/geometry.h"
 #include "velmora/exchange/arcs.h"
 #include "velmora/exchange/wkb.h"
 #include "velmora/exchange/wkb_types.h"
@@ -28,14 +25,14 @@ void AppendPoint(double x, double y, double measure, std::string* bytes) {
   AppendReal(measure, bytes);
 }
 
-std::string Header(int srs, const Bounds* bounds) {
+std::string Header(int srs, const BoundingBox* bounds) {
   std::string bytes("GP\0", 3);  // and version 0
   constexpr char kLittleEndian = 1;
   constexpr char kWithBounds = 2;
   bytes += static_cast<char>(bounds != nullptr ? kLittleEndian | kWithBounds : kLittleEndian);
   Append(static_cast<std::uint32_t>(srs), &bytes);
   if (bounds == nullptr) return bytes;
-  for (const double bound : {bounds->least_x, bounds->most_x, bounds->least_y, bounds->most_y})
+  for (const double bound : {bounds->low.h, bounds->high.h, bounds->low.v, bounds->high.v})
     AppendReal(bound, &bytes);
   return bytes;
 }
@@ -43,10 +40,6 @@ std::string Header(int srs, const Bounds* bounds) {
 void AppendType(std::uint32_t type, std::string* bytes) {
   *bytes += '\1';  // little-endian
   Append(type, bytes);
-}
-
-bool IsCurved(const kovltype& from, const kovltype& to) {
-  return !IsStraight(from.bulge) && (from.x != to.x || from.y != to.y);
 }
 
 kovltype MiddleOf(const kovltype& from, const kovltype& to) {
@@ -73,33 +66,27 @@ void AppendArcs(std::span<const kovltype> points, std::string* bytes) {
 
 }  // namespace
 
-Bounds BoundsOf(std::span<const kovltype> points) {
+BoundingBox BoundsOf(std::span<const kovltype> points) {
   if (points.empty()) return {};
-  constexpr double kNone = std::numeric_limits<double>::infinity();
-  Bounds bounds{kNone, -kNone, kNone, -kNone};
-  const auto include = [&](const kovltype& point) {
-    bounds.least_x = std::min(bounds.least_x, point.y);
-    bounds.most_x = std::max(bounds.most_x, point.y);
-    bounds.least_y = std::min(bounds.least_y, point.x);
-    bounds.most_y = std::max(bounds.most_y, point.x);
-  };
+  BoundingBox bounds = kEmptyBounds;
   for (size_t i = 0; i < points.size(); ++i) {
-    include(points[i]);
-    if (i > 0 && IsCurved(points[i - 1], points[i])) include(MiddleOf(points[i - 1], points[i]));
+    bounds.Include(InPlane(points[i]));
+    if (i > 0 && HasArc(points[i - 1], points[i]))
+      bounds.Include(InPlane(MiddleOf(points[i - 1], points[i])));
   }
   return bounds;
 }
 
 std::string CompoundCurveBlob(std::span<const kovltype> points, int srs) {
-  const Bounds bounds = BoundsOf(points);
+  const BoundingBox bounds = BoundsOf(points);
   std::string bytes = Header(srs, &bounds);
   AppendType(kCompoundCurve + kWithMeasures, &bytes);
   std::string parts;
   size_t count = 0;
   for (size_t first = 0; first + 1 < points.size(); ++count) {
-    const bool curved = IsCurved(points[first], points[first + 1]);
+    const bool curved = HasArc(points[first], points[first + 1]);
     size_t last = first + 1;
-    while (last + 1 < points.size() && IsCurved(points[last], points[last + 1]) == curved) ++last;
+    while (last + 1 < points.size() && HasArc(points[last], points[last + 1]) == curved) ++last;
     const std::span<const kovltype> part = points.subspan(first, last - first + 1);
     curved ? AppendArcs(part, &parts) : AppendLine(part, &parts);
     first = last;
@@ -109,7 +96,7 @@ std::string CompoundCurveBlob(std::span<const kovltype> points, int srs) {
 }
 
 std::string LineStringBlob(std::span<const kovltype> points, int srs) {
-  const Bounds bounds = BoundsOf(points);
+  const BoundingBox bounds = BoundsOf(points);
   std::string bytes = Header(srs, &bounds);
   AppendLine(points, &bytes);
   return bytes;

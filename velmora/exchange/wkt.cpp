@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "velmora/exchange/arcs.h"
+#include "velmora/exchange/blanks.h"
 #include "velmora/exchange/curve_builder.h"
 #include "velmora/text/numbers.h"
 
@@ -16,11 +17,6 @@ void WritePoint(PlanePoint at, double station, bool measures, TextSink* out) {
   if (measures) *out << " " << station;
 }
 
-bool IsArc(const kovltype& a, const kovltype& b) {
-  return !IsStraight(a.bulge) && Distance(InPlane(a), InPlane(b)) > 0;
-}
-
-bool IsWktBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 class Parser {
@@ -51,9 +47,7 @@ class Parser {
     return false;
   }
 
-  void SkipBlanks() {
-    while (!rest_.empty() && IsWktBlank(rest_.front())) rest_.remove_prefix(1);
-  }
+  void SkipBlanks() { rest_ = WithoutLeadingBlanks(rest_); }
   bool AtEnd() {
     SkipBlanks();
     return rest_.empty();
@@ -161,7 +155,7 @@ void WriteCurve(std::span<const kovltype> points, bool measures, TextSink* out) 
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     const kovltype& a = points[i];
     const kovltype& b = points[i + 1];
-    const bool arc = IsArc(a, b);
+    const bool arc = HasArc(a, b);
     if (i == 0 || arc != in_arcs) {
       if (i > 0) *out << "), ";
       *out << (arc ? arc_tag : "(");
@@ -190,7 +184,7 @@ ParsedCurve ParseProfile(std::string_view text) {
 }
 
 bool IsPointText(std::string_view text) {
-  while (!text.empty() && IsWktBlank(text.front())) text.remove_prefix(1);
+  text = WithoutLeadingBlanks(text);
   constexpr std::string_view kPoint = "POINT";
   if (text.size() < kPoint.size()) return false;
   for (size_t i = 0; i < kPoint.size(); ++i)

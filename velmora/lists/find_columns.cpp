@@ -1,6 +1,7 @@
 #include "velmora/lists/find_columns.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "velmora/lists/list_error.h"
@@ -130,9 +131,10 @@ class Finder {
     }
     SplitRow(text, separator, kMostColumns + 1, &views, &unquoted);
     Fields fields(views.begin(), views.end());
+    std::array<char, kLongestShortest> room;
     if (rows_->PacksNumbers())
       for (std::string& field : fields)
-        if (field.starts_with(kPackedMark)) field = TextOfPacked(field);
+        if (field.starts_with(kPackedMark)) field = std::string(TextOfPacked(field, room.data()));
     while (!fields.empty() && fields.back().empty()) fields.pop_back();
     if (candidates_.empty() && HasLoneReturn(row.bytes))
       throw Error(row.line, "its lines end in CR alone; save the list with CR LF or LF");

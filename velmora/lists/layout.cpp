@@ -42,7 +42,7 @@ bool RowFields::Finish(const char* problem) {
 std::string_view RowFields::Unpacked(size_t column) const {
   // As many as there can be, so that the views into the others stay.
   if (unpacked_.size() <= column) unpacked_.resize(std::max(fields_.size(), layout_.width));
-  return unpacked_[column] = TextOfPacked(fields_[column]);
+  return TextOfPacked(fields_[column], unpacked_[column].data());
 }
 
 // Decimal commas that have moved the columns without filling more than there are. `count`: fields of the row

@@ -2,6 +2,7 @@
 #ifndef VELMORA_LISTS_LAYOUT_H_
 #define VELMORA_LISTS_LAYOUT_H_
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -89,7 +90,7 @@ class RowFields {
   std::string decoded_;
   std::string unquoted_;
   std::string problem_;
-  mutable std::vector<std::string> unpacked_;  // by column, of those that were asked for
+  mutable std::vector<std::array<char, kLongestShortest>> unpacked_;  // by column, of those asked for
 };
 
 }  // namespace velmora

@@ -10,9 +10,9 @@
 
 #include <bit>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "velmora/text/numbers.h"
 #include "velmora/text/words.h"
 
 namespace velmora {
@@ -61,8 +61,12 @@ inline bool ReadPackedNumber(std::string_view field, double* number) {
   return true;
 }
 
-// A field that begins with kPackedMark, as text.
-std::string TextOfPacked(std::string_view field);
+// A field that begins with kPackedMark, as text: a part of it, or `room` for kLongestShortest characters.
+inline std::string_view TextOfPacked(std::string_view field, char* room) {
+  double number = 0;
+  if (!ReadPackedNumber(field, &number)) return field.substr(1);
+  return {room, PutShortest(number, room)};
+}
 
 }  // namespace velmora
 

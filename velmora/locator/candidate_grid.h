@@ -51,7 +51,7 @@ struct GridLayout {
   static constexpr size_t kTileCells = size_t{1} << (2 * kTileBits);
 };
 
-// The key of a cell's tile. That of the cell at (-1, -1) is no tile's.
+// The key of a cell's tile. That of the cell at (-1, -1) belongs to no tile.
 inline constexpr int kPageBits = 24;
 inline std::uint64_t TileKey(std::int32_t column, std::int32_t row) {
   return static_cast<std::uint64_t>(column >> GridLayout::kTileBits) << 20 ^

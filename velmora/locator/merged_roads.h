@@ -24,7 +24,7 @@ constexpr bool IsDescendingMark(std::uint32_t mark) { return (mark & 1) != 0; }
 
 struct MergedRoads {
   // A road's vertices in the plan; none (first above last) where it is not part of it.
-  struct Range {
+  struct VertexRange {
     size_t first = 1;
     size_t last = 0;
   };
@@ -35,9 +35,9 @@ struct MergedRoads {
     bool has_arcs;
   };
 
-  std::vector<Piece> pieces;  // in the order of the plan
-  size_t vertices = 0;        // of the plan, with those between the roads
-  std::vector<Range> ranges;  // by the road's number
+  std::vector<Piece> pieces;        // in the order of the plan
+  size_t vertices = 0;              // of the plan, with those between the roads
+  std::vector<VertexRange> ranges;  // by the road's number
 };
 
 // The roads of two points or more for which `takes` holds, in an order in which neighbours lie near each

@@ -32,7 +32,7 @@ class NetworkSearch::Met {
     last_ = place->second;
     if (added) {
       PointSearch& search = roads_.emplace_back(mark, network_.SearchOf(mark)).second;
-      const MergedRoads::Range& range = network_.ranges_[RoadOfMark(mark)];
+      const MergedRoads::VertexRange& range = network_.ranges_[RoadOfMark(mark)];
       for (const size_t end : {range.first, range.last})
         search.ConsiderVertex(end, Distance(p_, network_.Plan().At(end)));
     }
@@ -59,7 +59,7 @@ PointSearch NetworkSearch::SearchOf(std::uint32_t mark) const {
 }
 
 bool NetworkSearch::IsInterior(std::uint32_t mark, size_t vertex) const {
-  const MergedRoads::Range& range = ranges_[RoadOfMark(mark)];
+  const MergedRoads::VertexRange& range = ranges_[RoadOfMark(mark)];
   return vertex > range.first && vertex < range.last;
 }
 

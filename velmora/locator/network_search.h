@@ -48,7 +48,7 @@ class NetworkSearch : public PlanSearch {
   void SearchTrees(PlanePoint p, double metres, bool nearest, std::vector<RoadAnswer>* answers) const;
 
   double no_station_;
-  std::vector<MergedRoads::Range> ranges_;
+  std::vector<MergedRoads::VertexRange> ranges_;
 };
 
 }  // namespace velmora

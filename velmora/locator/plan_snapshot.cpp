@@ -237,9 +237,9 @@ const ArcFrame* PlanSnapshot::MakeArc(size_t segment, ArcFrame* room) const {
 void PlanSnapshot::ConsiderSegment(size_t segment, PlanePoint p, PointSearch* search) const {
   ArcFrame room;  // NOLINT: filled where it is used
   const ArcFrame* arc = ArcOf(segment, &room);
-  search->feet.Consider(
-      segment, PointAt(segment),
-      arc != nullptr ? FootOnArc(*arc, p) : FootOnStraight(At(segment), At(segment + 1), p));
+  search->feet.Consider(segment, PointAt(segment),
+                        arc != nullptr ? FootOnArc(*arc, p, search->feet.best)
+                                       : FootOnStraight(At(segment), At(segment + 1), p));
 }
 
 StationOffset PlanSnapshot::Conclude(const PointSearch& search, PlanePoint p) const {

@@ -85,8 +85,8 @@ ArcBounds BoundsOfArc(PlanePoint a, PlanePoint b, const ArcFrame& arc) {
 
   // The angle is the one between the ranks, a quarter turn off where an end lies beside an axis.
   const bool counter_clockwise = arc.bulge > 0;
-  const double first = counter_clockwise ? arc.to_a.angle : arc.to_b.angle;
-  double last = counter_clockwise ? arc.to_b.angle : arc.to_a.angle;
+  const double first = counter_clockwise ? arc.angle_a : arc.to_b.Angle();
+  double last = counter_clockwise ? arc.to_b.Angle() : arc.angle_a;
   if (last < first) last += 4 * kQuarter;
   const double from = first - kAngleNoise;
   const double to = last + kAngleNoise;

@@ -3,44 +3,16 @@
 #ifndef VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 #define VELMORA_LOCATOR_SEGMENT_BOUNDS_H_
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
 #include <vector>
 
-#include "velmora/alignment/geometry.h"
+#include "velmora/alignment/bounding_box.h"
 
 namespace velmora {
 
-// Upright, in the plane.
-struct BoundingBox {
-  PlanePoint low;
-  PlanePoint high;
-
-  void Include(PlanePoint p) {
-    low = {std::min(low.h, p.h), std::min(low.v, p.v)};
-    high = {std::max(high.h, p.h), std::max(high.v, p.v)};
-  }
-  void Include(const BoundingBox& other) {
-    low = {std::min(low.h, other.low.h), std::min(low.v, other.low.v)};
-    high = {std::max(high.h, other.high.h), std::max(high.v, other.high.v)};
-  }
-  void Grow(double by) {
-    low = {low.h - by, low.v - by};
-    high = {high.h + by, high.v + by};
-  }
-  double Diagonal() const { return Distance(low, high); }
-  PlanePoint Middle() const { return {(low.h + high.h) * 0.5, (low.v + high.v) * 0.5}; }
-  // Squared distance from the box, 0 inside.
-  double SquaredDistance(PlanePoint p) const {
-    const double h = std::max(std::max(low.h - p.h, p.h - high.h), 0.0);
-    const double v = std::max(std::max(low.v - p.v, p.v - high.v), 0.0);
-    return h * h + v * v;
-  }
-};
-inline constexpr double kFarOut = 1e300;
-inline constexpr BoundingBox kEmptyBounds = {{kFarOut, kFarOut}, {-kFarOut, -kFarOut}};
+inline constexpr double kFarOut = 1e300;  // m, beyond all coordinates
 
 // The directions, up to their sign, of tangents: within `spread` of `middle`, a unit vector. A spread of
 // more than a quarter turn is any direction; below 0 there is none.

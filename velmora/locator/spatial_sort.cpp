@@ -42,7 +42,7 @@ void SpatialSort::Sort(const double* x, const double* y, size_t count) {
   for (size_t i = 0; i < cells; ++i) starts[i + 1] += starts[i];
   constexpr size_t kAhead = 24;  // points to prefetch
   for (size_t i = 0; i < count; ++i) {
-    PrefetchForWrite(&points_[starts[cell[std::min(i + kAhead, count - 1)]]]);
+    VELMORA_PREFETCH_WRITE(&points_[starts[cell[std::min(i + kAhead, count - 1)]]]);
     points_[starts[cell[i]]++] = {x[i], y[i], static_cast<std::uint32_t>(i)};
   }
 }

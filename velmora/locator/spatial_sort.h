@@ -45,7 +45,7 @@ class SpatialSort {
   // caller's arrays. Buckets answers by destination, so that writes stay within the cache.
   void Keep(const Answer& answer) {
     Answer* const place = &answers_[next_[answer.from >> kBucketBits]++];
-    PrefetchForWrite(place + kAhead);
+    VELMORA_PREFETCH_WRITE(place + kAhead);
     *place = answer;
   }
   void ScatterAnswers(size_t count, double* station, double* offset, int* result) const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "velmora/platform/text_units.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
@@ -21,8 +22,7 @@ class LineReader {
  public:
   explicit LineReader(std::string_view profile) : rest_(profile), encoding_(EncodingFromMark(profile)) {
     rest_.remove_prefix(ByteOrderMark(encoding_).size());
-    const bool wide = encoding_ == TextEncoding::kUtf16Le || encoding_ == TextEncoding::kUtf16Be;
-    unit_ = wide ? 2 : 1;
+    unit_ = UnitSize(encoding_);
   }
 
   TextEncoding Encoding() const { return encoding_; }
@@ -46,12 +46,7 @@ class LineReader {
   }
 
  private:
-  bool UnitIs(size_t at, char c) const {
-    if (at + unit_ > rest_.size()) return false;
-    if (unit_ == 1) return rest_[at] == c;
-    const bool little = encoding_ == TextEncoding::kUtf16Le;
-    return rest_[at + (little ? 0 : 1)] == c && rest_[at + (little ? 1 : 0)] == '\0';
-  }
+  bool UnitIs(size_t at, char c) const { return velmora::UnitIs(rest_, at, c, encoding_); }
   size_t EndSize(size_t at) const {
     if (at >= rest_.size()) return 0;
     return UnitIs(at, '\r') && UnitIs(at + unit_, '\n') ? 2 * unit_ : unit_;

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "velmora/platform/text_units.h"
+
 namespace velmora {
 namespace {
 
@@ -14,15 +16,6 @@ constexpr size_t kMostRead = size_t{256} << 10;  // at once
 constexpr size_t kWrite = size_t{64} << 10;
 constexpr char kEndOfFile = 0x1A;
 constexpr size_t kNotFound = std::string_view::npos;  // also of wide text
-
-size_t UnitSize(TextEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
-
-// Whether the unit at `at` is the ASCII character `c`.
-bool UnitIs(std::string_view bytes, size_t at, char c, TextEncoding encoding) {
-  if (!IsUtf16(encoding)) return bytes[at] == c;
-  const bool little = encoding == TextEncoding::kUtf16Le;
-  return bytes[at + (little ? 0 : 1)] == c && bytes[at + (little ? 1 : 0)] == '\0';
-}
 
 // The place of the first ASCII character `c` at or after `from`, a place where a unit starts.
 size_t FindUnit(std::string_view bytes, char c, size_t from, TextEncoding encoding) {

@@ -52,7 +52,7 @@ inline fixed_digits::TwelveDigits VectorDigitsOf(std::uint64_t number) {
 
 VELMORA_WIDE_BEGIN
 
-// The number that these bytes of the sixteen at `text` are the digits of. False when one is no digit.
+// The number that these bytes of the sixteen at `text` are the digits of. False when one is not a digit.
 inline bool ReadVectorDigits([[maybe_unused]] const char* text, [[maybe_unused]] const DigitPlaces& places,
                              [[maybe_unused]] std::int64_t* number) {
 #if VELMORA_HAS_X86_VECTORS

@@ -20,6 +20,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "velmora/portability.h"
+
 #if defined(__aarch64__) || defined(_M_ARM64)
 
 #include <arm_neon.h>
@@ -77,21 +79,14 @@ inline bool HasWideLanes() { return false; }
 #else
 
 #include <immintrin.h>
+#ifndef VELMORA_PROCESSOR_HAS
+#include <intrin.h>
+#endif
 
 #define VELMORA_HAS_X86_VECTORS 1
 
-#if defined(_MSC_VER) && !defined(__clang__)
-#include <intrin.h>
-#define VELMORA_WIDE_BEGIN
-#define VELMORA_WIDE_END
-#elif defined(__clang__)
-#define VELMORA_WIDE_BEGIN \
-  _Pragma("clang attribute push(__attribute__((target(\"avx2\"))), apply_to = function)")
-#define VELMORA_WIDE_END _Pragma("clang attribute pop")
-#else
-#define VELMORA_WIDE_BEGIN _Pragma("GCC push_options") _Pragma("GCC target(\"avx2\")")
-#define VELMORA_WIDE_END _Pragma("GCC pop_options")
-#endif
+#define VELMORA_WIDE_BEGIN VELMORA_AVX2_BEGIN
+#define VELMORA_WIDE_END VELMORA_AVX2_END
 
 namespace velmora {
 
@@ -175,14 +170,14 @@ inline void StoreWhole(std::int32_t* to, Vec a) {
 VELMORA_WIDE_END
 
 inline bool HasWideLanes() {
-#if defined(_MSC_VER) && !defined(__clang__)
+#ifdef VELMORA_PROCESSOR_HAS
+  return VELMORA_PROCESSOR_HAS("avx2");
+#else
   int info[4];
   __cpuid(info, 1);
   const bool saves_wide = (info[2] >> 27 & 1) != 0 && (_xgetbv(0) & 6) == 6;
   __cpuidex(info, 7, 0);
   return saves_wide && (info[1] >> 5 & 1) != 0;
-#else
-  return __builtin_cpu_supports("avx2") != 0;
 #endif
 }
 

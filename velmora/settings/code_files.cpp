@@ -26,74 +26,40 @@ void ReadEntry(SettingsFileKind kind, const TextLine& line, int section, CodeFil
   file->entries.push_back(*std::move(entry));
 }
 
-void CheckStarLine(const TextLine& line, const LineFindings& found) {
-  const std::wstring_view text = TrimBlanks(line.text.GetView());
-  if (text != L"*") found.Add("has a text after the \"*\", which is never read", text);
-}
-
-// Entries follow a header, up to the end of the file.
-void ReadAfterHeader(SettingsFileKind kind, const TextLines& lines, CodeFile* file) {
-  auto line = std::find_if(lines.begin(), lines.end(),
-                           [](const TextLine& other) { return IsStarLine(other.text.GetView()); });
-  file->can_rewrite = line != lines.end();
-  if (!file->can_rewrite)
-    file->findings.push_back({0, "has no line \"*\" that ends its header, so no entry is read"});
+// A line in a section without entries.
+void CheckUnread(SettingsFileKind kind, std::wstring_view line, int section, const LineFindings& found) {
+  if (kind != SettingsFileKind::kEnvironment)
+    found.Add("follows the line \"*\" and is never read", line);
+  else if (section < 0)  // a comment; elsewhere a line looks like an entry
+    found.Add("is in the header", TrimBlanks(line), false);
   else
-    for (int stars = 0; ++line != lines.end();)
-      if (TrimBlanks(line->text.GetView()) == L"*")
-        ++stars;
-      else
-        ReadEntry(kind, *line, stars, file);
-}
-
-// Entries in sections; a rewrite keeps sections 1 to 3 and nothing else.
-void ReadSections(SettingsFileKind kind, const TextLines& lines, CodeFile* file) {
-  int section = -1;
-  for (const TextLine& line : lines) {
-    const LineFindings found{line.number, &file->findings};
-    const std::wstring_view text = TrimBlanks(line.text.GetView());
-    if (IsStarLine(line.text.GetView())) {
-      ++section;
-      CheckStarLine(line, found);
-    } else if (section >= kMethodSection && section <= kClassSection) {
-      ReadEntry(kind, line, section, file);
-    } else if (!text.empty()) {
-      // A header is a comment; in another section a line looks like an entry.
-      found.Add(section < 0
-                    ? "is in the header"
-                    : "is in section " + std::to_string(section) + (section == 0 ? "" : ", after the third"),
-                text, section >= 0);
-    }
-  }
-}
-
-// Entries up to a line "*".
-void ReadBeforeEnd(SettingsFileKind kind, const TextLines& lines, CodeFile* file) {
-  bool ended = false;
-  for (const TextLine& line : lines) {
-    const std::wstring_view text = line.text.GetView();
-    if (TrimBlanks(text).empty()) continue;
-    const LineFindings found{line.number, &file->findings};
-    if (ended)
-      found.Add("follows the line \"*\" and is never read", text);
-    else if (IsStarLine(text))
-      CheckStarLine(line, found);
-    else
-      ReadEntry(kind, line, 0, file);
-    ended = ended || IsStarLine(text);
-  }
+    found.Add("is in section " + std::to_string(section) + (section == 0 ? "" : ", after the third"),
+              TrimBlanks(line));
 }
 
 }  // namespace
 
 CodeFile ReadCodeFile(SettingsFileKind kind, const TextLines& lines) {
   CodeFile file;
-  if (kind == SettingsFileKind::kObjects)
-    ReadAfterHeader(kind, lines, &file);
-  else if (kind == SettingsFileKind::kEnvironment)
-    ReadSections(kind, lines, &file);
-  else
-    ReadBeforeEnd(kind, lines, &file);
+  CodeSections sections(kind);
+  // A rewrite copies the header, so that its lines and marks are no findings.
+  const bool has_free_header = kind == SettingsFileKind::kObjects;
+  for (const TextLine& line : lines) {
+    const LineFindings found{line.number, &file.findings};
+    const std::wstring_view text = TrimBlanks(line.text.GetView());
+    if (text.empty()) continue;
+    if (sections.Pass(line.text.GetView())) {
+      if (!has_free_header && text != L"*")
+        found.Add("has a text after the \"*\", which is never read", text);
+    } else if (sections.HoldsEntries()) {
+      ReadEntry(kind, line, sections.Current(), &file);
+    } else if (!has_free_header) {
+      CheckUnread(kind, line.text.GetView(), sections.Current(), found);
+    }
+  }
+  file.can_rewrite = sections.Current() >= 0 || !has_free_header;
+  if (!file.can_rewrite)
+    file.findings.push_back({0, "has no line \"*\" that ends its header, so no entry is read"});
   CompleteFindings(lines, &file.findings);
   return file;
 }
@@ -125,9 +91,9 @@ bool ReplaceCodes(SettingsFileKind kind, const CString& path, const CodeEntries&
 bool CopyKodfilHeader(const CString& from, CodeStream* to) {
   SettingsReader old;
   if (!old.Open(from)) return false;
-  bool star = false;
-  for (CString line; !star && old.ReadLine(&line, SettingsReader::Zeros::kKeep);) {
-    star = IsStarLine(line.GetView());
+  CodeSections sections(SettingsFileKind::kObjects);
+  for (CString line; sections.Current() < 0 && old.ReadLine(&line, SettingsReader::Zeros::kKeep);) {
+    sections.Pass(line.GetView());
     if (!to->Write((line + L'\n').GetView())) return true;  // the failure has been reported
   }
   return !old.Failed();

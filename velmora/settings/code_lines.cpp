@@ -106,10 +106,30 @@ CString LineFields(const CodeEntry& entry) {
 
 }  // namespace
 
+CodeSections::CodeSections(SettingsFileKind kind)
+    : kind_(kind),
+      section_(kind == SettingsFileKind::kObjects || kind == SettingsFileKind::kEnvironment ? -1 : 0) {}
+
+bool CodeSections::HoldsEntries() const {
+  if (kind_ == SettingsFileKind::kObjects) return section_ >= 0;
+  if (kind_ != SettingsFileKind::kEnvironment) return section_ == 0;
+  return section_ >= kMethodSection && section_ <= kClassSection;
+}
+
+bool CodeSections::Pass(std::wstring_view line) {
+  bool ends = IsStarLine(line);
+  if (kind_ == SettingsFileKind::kObjects && section_ >= 0)
+    ends = TrimBlanks(line) == L"*";
+  else if (kind_ != SettingsFileKind::kEnvironment && section_ > 0)
+    ends = false;
+  if (ends) ++section_;
+  return ends;
+}
+
 std::optional<CodeEntry> ParseObjectCode(std::wstring_view line, const LineFindings& findings) {
   const CString code = TakeWord(&line);
   const CString text = TrimBlanks(line);
-  if (code.IsEmpty() || (text.IsEmpty() && code == L"*")) return std::nullopt;
+  if (code.IsEmpty()) return std::nullopt;
   std::wstring_view rest = text.GetView();
   const std::wstring_view first = TakeWord(&rest);
   if (first.empty()) findings.Add("is skipped: no text after the code", code.GetView(), true, false);
@@ -120,7 +140,10 @@ std::optional<CodeEntry> ParseObjectCode(std::wstring_view line, const LineFindi
 std::optional<CodeEntry> ParseMiljkod(std::wstring_view line, bool with_limits,
                                       const LineFindings& findings) {
   const CString name = TakeWord(&line);
-  if (name.IsEmpty()) return std::nullopt;
+  if (name.GetLength() > kLongestMiljkodName)
+    findings.Add("is skipped: the code " + Quoted(name.GetView()) + " is longer than " +
+                 std::to_string(kLongestMiljkodName) + " characters");
+  if (name.IsEmpty() || name.GetLength() > kLongestMiljkodName) return std::nullopt;
   const CString whole = TrimBlanks(line);
   CodeEntry entry{0, 0, name, {whole, CString(), CString()}};
   if (!with_limits) return entry;
@@ -172,21 +195,14 @@ std::optional<CodeEntry> ParseStampField(std::wstring_view line, const LineFindi
 std::optional<CodeEntry> ParseCodeLine(SettingsFileKind kind, std::wstring_view line, int section,
                                        const LineFindings& findings) {
   std::optional<CodeEntry> entry;
-  if (kind == SettingsFileKind::kObjects) {
+  if (kind == SettingsFileKind::kObjects)
     entry = ParseObjectCode(line, findings);
-  } else if (kind == SettingsFileKind::kLines) {
+  else if (kind == SettingsFileKind::kLines)
     entry = ParseLineCode(line, findings);
-  } else if (kind == SettingsFileKind::kStamp) {
+  else if (kind == SettingsFileKind::kStamp)
     entry = ParseStampField(line, findings);
-  } else {
-    std::wstring_view rest = line;
-    const std::wstring_view name = TakeWord(&rest);
-    if (name.size() <= kLongestMiljkodName)
-      entry = ParseMiljkod(line, section == kClassSection, findings);
-    else
-      findings.Add("is skipped: the code " + Quoted(name) + " is longer than " +
-                   std::to_string(kLongestMiljkodName) + " characters");
-  }
+  else
+    entry = ParseMiljkod(line, section == kClassSection, findings);
   if (entry) entry->section = section;
   return entry;
 }

@@ -1,4 +1,4 @@
-// The lines of the code files, each to an entry and back. No files, no state.
+// The lines of the code files, each to an entry and back, and the sections that they are in. No files.
 //
 //   KODFIL.DAT    code text
 //   MILJKOD.DAT   code text [max=N steg=N]
@@ -41,6 +41,26 @@ enum StampField { kStampWord, kStampFirst, kStampSecond, kStampThird };
 inline constexpr int kMethodSection = 1;  // sampling and compilation methods
 inline constexpr int kInterpretationSection = 2;
 inline constexpr int kClassSection = 3;  // contamination classes, with a maximum and a step
+
+// Tracks which section a line is in, from the first line on. KODFIL.DAT: the first line that begins with "*"
+// ends the header; after it, each line that is "*" alone begins the next section. MILJKOD.DAT: the header and
+// every section end with a line that begins with "*". Other files: only section 0, up to such a line, is
+// read.
+class CodeSections {
+ public:
+  explicit CodeSections(SettingsFileKind kind);
+
+  // Of the next line; -1 in a header.
+  int Current() const { return section_; }
+  // Whether programs look for entries in it.
+  bool HoldsEntries() const;
+  // Passes over a line. Whether it ends its section: the lines after it are in the next one.
+  bool Pass(std::wstring_view line);
+
+ private:
+  SettingsFileKind kind_;
+  int section_;
+};
 
 inline constexpr int kLongestMiljkodName = 4;
 inline constexpr int kUsualMax = 100;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "velmora/settings/code_lines.h"
 #include "velmora/settings/settings_file.h"
 
 namespace velmora {
@@ -23,6 +24,8 @@ bool CodeStream::BeginRewrite(const CString& path, std::function<void()> on_fail
 }
 
 bool CodeStream::ReadLine(CString* line) { return state_ == State::kReading && reader_.ReadLine(line); }
+
+bool CodeStream::ReadEntryLine(CString* line) { return ReadLine(line) && !IsStarLine(line->GetView()); }
 
 bool CodeStream::Write(std::wstring_view text) {
   if (state_ != State::kRewriting) return false;
@@ -50,11 +53,16 @@ void CodeStream::Close() {
   on_failure_ = nullptr;
 }
 
-std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption) {
+std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption, SettingsFileKind kind,
+                                         int section) {
   auto stream = std::make_shared<CodeStream>();
-  if (stream->OpenForReading(path)) return stream;
-  ShowUnreadable(path, caption);
-  return nullptr;
+  if (!stream->OpenForReading(path)) {
+    ShowUnreadable(path, caption);
+    return nullptr;
+  }
+  CodeSections sections(kind);
+  for (CString line; sections.Current() < section && stream->ReadLine(&line);) sections.Pass(line.GetView());
+  return stream;
 }
 
 std::shared_ptr<CodeStream> RewriteCodeFile(const CString& path, const CString& paths, const wchar_t* caption,

@@ -8,6 +8,7 @@
 
 #include "velmora/platform/text_file.h"
 #include "velmora/settings/settings_reader.h"
+#include "velmora/settings/settings_text.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -24,6 +25,9 @@ class CodeStream {
 
   // The next line; false at the end and when nothing is being read.
   [[nodiscard]] bool ReadLine(CString* line);
+  // The same, but false also at a line that begins with "*". This holds for every file: a call may continue a
+  // sequence that another file's operation began.
+  [[nodiscard]] bool ReadEntryLine(CString* line);
   // Whether reading ended before the end of the file.
   bool ReadFailed() const { return reader_.Failed(); }
 
@@ -45,10 +49,12 @@ class CodeStream {
   std::function<void()> on_failure_;
 };
 
-// What the code operations begin with. Null, after a message box with this caption, when the file cannot
-// be opened.
-std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption);
-// `paths` is what the message names; it is also shown when the rewrite fails later.
+// Opens the file at the first line of the section. Null, after a message box with this caption, when it
+// cannot be opened.
+std::shared_ptr<CodeStream> OpenCodeFile(const CString& path, const wchar_t* caption, SettingsFileKind kind,
+                                         int section = 0);
+// Begins a rewrite; null likewise. `paths` is what the message names; it is also shown when the rewrite fails
+// later.
 std::shared_ptr<CodeStream> RewriteCodeFile(const CString& path, const CString& paths, const wchar_t* caption,
                                             const CString& temporary = CString());
 

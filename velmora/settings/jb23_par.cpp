@@ -26,10 +26,8 @@ bool CJb23Par::Load(const CString& path) {
   int number = 0;
   for (CString line; reader.ReadLine(&line);) {
     if (++number > kMostRigLines) return false;
-    const Jb23Keys keys = Jb23KeysOfLine(number);
-    const Jb23Line values = ParseJb23Line(line.GetView());
-    Append(keys.scale, values.scale.GetView().substr(0, kLongestToken));
-    Append(keys.step, values.step.GetView().substr(0, kLongestToken));
+    for (const auto& [key, value] : ParseJb23Line(number, line.GetView()))
+      Append(key, value.GetView().substr(0, kLongestToken));
   }
   return !reader.Failed();
 }

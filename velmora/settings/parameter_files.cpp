@@ -3,7 +3,6 @@
 #include <string>
 
 #include "velmora/project/proj_path.h"
-#include "velmora/settings/field_text.h"
 #include "velmora/settings/jb23_format.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/text/letters.h"
@@ -31,8 +30,8 @@ void ReadKeyValue(const TextLines& lines, const TextLine& line, KeyIndex* seen, 
         std::to_string(key ? kKeyRoom - 1 : kValueRoom - 2) + " characters");
     return;
   }
-  read->settings.push_back({parsed.key, parsed.value});
   const KeyIndex::Position* first = seen->Find(parsed.key);
+  read->settings.push_back({parsed.key, parsed.value, line.number, first == nullptr});
   if (TrimBlanks(parsed.key).size() != parsed.key.size())
     add("the blanks around the key are part of it: " + Quoted(parsed.key), true, false);
   else if (first != nullptr) {
@@ -49,19 +48,17 @@ void ReadKeyValue(const TextLines& lines, const TextLine& line, KeyIndex* seen, 
 }
 
 // What is wrong with a line of two values, and whether a rewrite of the line would lose it.
-void CheckRigLine(const TextLine& line, const Jb23Keys& keys, Findings* findings) {
+void CheckRigLine(const TextLine& line, const Jb23Line& values, std::wstring_view rest, Findings* findings) {
   const auto add = [&](const std::string& what, bool lost = false) {
     findings->push_back({line.number, what, true, lost});
   };
   if (static_cast<size_t>(line.number) > kJb23Lines.size())
     return add("is line " + std::to_string(line.number) + "; only the first " +
                std::to_string(kJb23Lines.size()) + " are used");
-  std::wstring_view rest = line.text.GetView();
-  for (const wchar_t* key : {keys.scale, keys.step}) {
-    const std::wstring_view word = TakeWord(&rest);
+  for (const auto& [key, value] : values) {
     const std::string name = ToUtf8(CString(key));
-    if (word.empty()) return add("has no " + name + ", so the built-in value applies");
-    if (!ParseWholeNumber(word)) return add(name + " is not a number: " + Quoted(word));
+    if (value.IsEmpty()) return add("has no " + name + ", so the built-in value applies");
+    if (!ParseWholeNumber(value.GetView())) return add(name + " is not a number: " + Quoted(value.GetView()));
   }
   if (!TrimBlanks(rest).empty()) add("only two words are read, not " + Quoted(TrimBlanks(rest)), true);
 }
@@ -88,11 +85,13 @@ StoredSettings ReadStoredSettings(bool rig, const TextLines& lines) {
       ReadKeyValue(lines, line, &seen, &read);
       continue;
     }
-    const Jb23Keys keys = Jb23KeysOfLine(static_cast<int>(line.number));
-    const Jb23Line values = ParseJb23Line(line.text.GetView());
-    read.settings.push_back({keys.scale, values.scale});
-    read.settings.push_back({keys.step, values.step});
-    if (!vacant) CheckRigLine(line, keys, &read.findings);
+    std::wstring_view rest;
+    const Jb23Line values = ParseJb23Line(static_cast<int>(line.number), line.text.GetView(), &rest);
+    for (const auto& [key, value] : values) {
+      read.settings.push_back({key, value, line.number, seen.Find(key) == nullptr});
+      seen.Add(key, {});
+    }
+    if (!vacant) CheckRigLine(line, values, rest, &read.findings);
   }
   CompleteFindings(lines, &read.findings);
   return read;
@@ -103,18 +102,17 @@ Settings::Settings(const ParameterFile& file, const TextLines& lines) {
     Add({setting.key, setting.value, CString(setting.value), false});
   StoredSettings read = ReadStoredSettings(file.rig, lines);
   findings_ = std::move(read.findings);
-  KeyIndex seen;
   for (const StoredSetting& record : read.settings) {
-    if (seen.Find(record.key.GetView()) != nullptr) continue;
-    seen.Add(record.key.GetView(), {});
+    if (!record.first) continue;
     const bool stored = !record.value.IsEmpty();
     const KeyIndex::Position* at = index_.Find(record.key.GetView());
     if (at == nullptr) {
-      Add({record.key, record.value, std::nullopt, stored});
+      Add({record.key, record.value, std::nullopt, stored, stored ? record.line : 0});
     } else if (stored) {
       Setting& setting = all_[static_cast<size_t>(at->number) - 1];
       setting.stored = true;
       setting.value = record.value;
+      setting.line = record.line;
     }
   }
 }

@@ -2,6 +2,7 @@
 #ifndef VELMORA_SETTINGS_PARAMETER_FILES_H_
 #define VELMORA_SETTINGS_PARAMETER_FILES_H_
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -27,7 +28,10 @@ ParameterFile ParameterFileNamed(const CString& name);
 struct StoredSetting {
   CString key;
   CString value;
-  bool operator==(const StoredSetting&) const = default;
+  std::int64_t line = 0;
+  bool first = true;  // of the settings with this key, letters without regard to case
+  // Whatever the lines.
+  bool operator==(const StoredSetting& other) const { return key == other.key && value == other.value; }
 };
 struct StoredSettings {
   std::vector<StoredSetting> settings;
@@ -40,6 +44,7 @@ struct Setting {
   CString value;                    // the file's, else the built-in one
   std::optional<CString> built_in;  // nothing when the key has none
   bool stored = false;              // in the file, with a value
+  std::int64_t line = 0;            // of that value
 };
 
 // The keys that have a default in their usual order, then the file's others in its own. Of equal keys in the

@@ -1,9 +1,11 @@
 #include "velmora/settings/setting_write.h"
 
 #include "velmora/platform/files.h"
-#include "velmora/settings/jb23_format.h"
+#include "velmora/platform/text_file.h"
 #include "velmora/settings/key_value_format.h"
 #include "velmora/settings/key_value_list.h"
+#include "velmora/settings/settings_file.h"
+#include "velmora/settings/settings_reader.h"
 #include "velmora/text/letters.h"
 #include "velmora/text/numbers.h"
 
@@ -22,6 +24,46 @@ struct Record {
 
 // Of a rig's key, letters without regard to case.
 Jb23Field RigField(CString key) { return FieldOfJb23Key(key.MakeUpper().GetView()); }
+
+constexpr wchar_t kZeroValues[] = L"0 0";
+constexpr wchar_t kFirstLineValues[] = L"0 50";  // of a file that is made: the usual sinking step
+
+Jb23Line BuiltInLine(int number) {
+  Jb23Line line = ParseJb23Line(number, {});
+  for (auto& [key, value] : line) value = DefaultValue(Jb23Defaults(), key);
+  return line;
+}
+
+// A line without values: empty, or the placeholder that a project's copy is made with.
+bool IsVacant(int number, std::wstring_view line) {
+  return (number == 1 && IsStarLine(line)) || TrimBlanks(line).empty();
+}
+
+// Copies the file as WriteJb23Value says. False when it cannot be read to its end.
+bool CopyWithValue(SettingsReader* reader, TextWriter* writer, const Jb23Field& field, const CString& value,
+                   std::vector<int>* filled) {
+  const auto write = [&](Jb23Line line, bool here) {
+    if (here) line[field.step].value = value;
+    writer->Write(FormatJb23Line(line).GetView());
+  };
+  int number = 0;
+  for (CString line; reader->ReadLine(&line, SettingsReader::Zeros::kKeep);) {
+    const bool here = ++number == field.line;
+    const std::wstring_view text = line.GetView().substr(0, line.GetView().find(L'\0'));
+    const bool fills = filled != nullptr && number <= field.line && IsVacant(number, text);
+    if (fills) filled->push_back(number);
+    if (here || fills)
+      write(fills ? BuiltInLine(number) : ParseJb23Line(number, text), here);
+    else
+      writer->Write((line + L'\n').GetView());
+  }
+  if (filled == nullptr && number < field.line) write(ParseJb23Line(++number, kZeroValues), true);
+  while (filled != nullptr && number < field.line) {
+    filled->push_back(++number);
+    write(BuiltInLine(number), number == field.line);
+  }
+  return !reader->Failed();
+}
 
 class SettingsList : public KeyValueList<Record> {
  public:
@@ -73,6 +115,24 @@ Findings LossesOfWrite(const ParameterFile& file, const TextLines& lines, const 
                  : lines[static_cast<size_t>(finding.line) - 1].text.CompareNoCase(key + L"=") == 0)
       finding.lost = false;
   return losses;
+}
+
+bool WriteJb23Value(const CString& path, const Jb23Field& field, const CString& value,
+                    std::vector<int>* filled) {
+  TextWriter writer;
+  if (path.IsEmpty() || !writer.Begin(path, TemporaryPathFor(path))) return false;
+  // Begin() holds the lock: nobody else replaces the file before Commit(). A file that cannot be read is left
+  // alone.
+  SettingsReader reader;
+  if (FileOrFolderExists(path)) {
+    if (!reader.Open(path) || !CopyWithValue(&reader, &writer, field, value, filled)) return false;
+  } else {
+    if (field.line != 1 || field.step) return false;
+    Jb23Line line = ParseJb23Line(field.line, kFirstLineValues);
+    line[field.step].value = value;
+    writer.Write(FormatJb23Line(line).GetView());
+  }
+  return writer.Commit();
 }
 
 bool WriteSetting(const ParameterFile& file, const CString& path, const CString& key, const CString& value,

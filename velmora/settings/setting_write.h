@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "velmora/settings/jb23_format.h"
 #include "velmora/settings/parameter_files.h"
 
 namespace velmora {
@@ -26,6 +27,14 @@ Findings LossesOfWrite(const ParameterFile& file, const TextLines& lines, const 
 // False when the file cannot be read or written; it is then as it was.
 [[nodiscard]] bool WriteSetting(const ParameterFile& file, const CString& path, const CString& key,
                                 const CString& value, std::vector<int>* filled);
+
+// Rewrites JB23.PAR with a value in its field; all other lines are copied. A field beyond the last line goes
+// to the line after it, whatever its number, with "0" for that line's other value. A missing file is made by
+// the first line's scale only. With `filled` the lines up to the field's that are missing, empty or a
+// placeholder "*" get their built-in values first, and their numbers are appended to it.
+// False when nothing was written.
+[[nodiscard]] bool WriteJb23Value(const CString& path, const Jb23Field& field, const CString& value,
+                                  std::vector<int>* filled = nullptr);
 
 }  // namespace velmora
 

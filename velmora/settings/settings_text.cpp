@@ -9,6 +9,7 @@
 #include "velmora/settings/code_files.h"
 #include "velmora/settings/parameter_files.h"
 #include "velmora/settings/settings_reader.h"
+#include "velmora/text/quoted.h"
 
 namespace velmora {
 namespace {
@@ -31,6 +32,14 @@ SettingsFileKind KindByName(const CString& name) {
   const CString end = name.Right(4);
   return end.CompareNoCase(L".PAR") == 0 || end.CompareNoCase(L".CFG") == 0 ? SettingsFileKind::kSettings
                                                                             : SettingsFileKind::kStamp;
+}
+
+std::string WhyNotEncodable(const CString& path, const CString& text) {
+  TextReader reader;
+  const TextEncoding encoding = reader.Open(path) ? reader.Encoding() : TextEncoding::kWindows1252;
+  std::string bytes;
+  if (AppendEncoded(text.GetView(), encoding, &bytes)) return {};
+  return "the file's encoding lacks a character of " + Quoted(text.GetView());
 }
 
 Findings CheckSettingsText(SettingsFileKind kind, const TextLines& lines) {

@@ -30,6 +30,10 @@ using TextLines = std::vector<TextLine>;
 // read, else what is wrong with it; what was read until then is in `lines`. Shows nothing.
 std::string ReadTextLines(const CString& path, TextLines* lines);
 
+// For a user: that the encoding which the file has, or would get, lacks a character of the text; empty when
+// it has them all.
+std::string WhyNotEncodable(const CString& path, const CString& text);
+
 // A line that begins with "*" ends a header, a section or a file.
 constexpr bool IsStarLine(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
 

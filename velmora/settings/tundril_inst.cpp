@@ -44,7 +44,7 @@ int CTundrilInst::Init(CTundrilIni* ini, CProjPath* proj) {
 bool CTundrilInst::IsCodeFileOpen() const { return m_pCodeFile != nullptr && m_pCodeFile->IsOpen(); }
 
 bool CTundrilInst::NextCodeLine(CString* line) {
-  if (m_pCodeFile->ReadLine(line) && !IsStarLine(line->GetView())) return true;
+  if (m_pCodeFile->ReadEntryLine(line)) return true;
   EndCodeFile();
   return false;
 }

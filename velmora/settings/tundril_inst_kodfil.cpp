@@ -23,10 +23,9 @@ int CTundrilInst::KodfilDatRead(wchar_t* code, int codeSize, wchar_t* text, int 
   if (!IsCodeFileOpen()) {
     const CString path = FindSettingsFile(ini_, project_, CProjPath::Kodfil);
     if (path.IsEmpty()) return -1;
-    m_pCodeFile = OpenCodeFile(path, L"Läsning av Velmora - kodfil.dat inställningar");
+    m_pCodeFile =
+        OpenCodeFile(path, L"Läsning av Velmora - kodfil.dat inställningar", SettingsFileKind::kObjects);
     if (m_pCodeFile == nullptr) return -1;
-    for (CString line; m_pCodeFile->ReadLine(&line) && !IsStarLine(line.GetView());) {
-    }
   }
   for (CString line; m_pCodeFile->ReadLine(&line);) {
     const std::optional<CodeEntry> entry = ParseObjectCode(line.GetView());

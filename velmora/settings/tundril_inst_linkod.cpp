@@ -14,7 +14,8 @@ int CTundrilInst::LinkodRead(wchar_t* code, int codeSize, wchar_t* word, int wor
   if (!IsCodeFileOpen()) {
     const CString path = FindSettingsFile(ini_, project_, CProjPath::Linkod);
     if (path.IsEmpty()) return 0;
-    m_pCodeFile = OpenCodeFile(path, L"Läsning av Tundril - Linkod.dat inställningar");
+    m_pCodeFile =
+        OpenCodeFile(path, L"Läsning av Tundril - Linkod.dat inställningar", SettingsFileKind::kLines);
     if (m_pCodeFile == nullptr) return -1;
   }
   CString line;

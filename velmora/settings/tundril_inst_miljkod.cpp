@@ -10,6 +10,7 @@
 #include "velmora/settings/field_text.h"
 #include "velmora/settings/settings_file.h"
 #include "velmora/settings/tundril_inst.h"
+#include "velmora/text/letters.h"
 
 namespace velmora {
 namespace {
@@ -20,20 +21,16 @@ constexpr wchar_t kWriting[] = L"Skrivning av Tundril - Miljkod.dat inställning
 constexpr size_t kMostEntries = size_t{1} << 17;  // of a section that is rewritten
 
 std::shared_ptr<CodeStream> OpenSection(const CString& path, int section) {
-  std::shared_ptr<CodeStream> stream = OpenCodeFile(path, kReading);
-  if (stream == nullptr) return nullptr;
-  int stars = 0;
-  for (CString line; stars <= section && stream->ReadLine(&line);)
-    if (IsStarLine(line.GetView())) ++stars;
-  return stream;
+  return OpenCodeFile(path, kReading, SettingsFileKind::kEnvironment, section);
 }
 
 // The next entry of the section; nothing at its end.
 std::optional<CodeEntry> NextEntry(CodeStream* stream, bool with_limits) {
-  for (CString line; stream->ReadLine(&line) && !IsStarLine(line.GetView());) {
+  for (CString line; stream->ReadEntryLine(&line);) {
     std::optional<CodeEntry> entry = ParseMiljkod(line.GetView(), with_limits);
-    if (entry && entry->code.GetLength() <= kLongestMiljkodName) return entry;
-    if (entry) ShowMessage(FormatForUser(L"Fel rad, namn är för långt\n%s", line), MB_OK);
+    if (entry) return entry;
+    if (!TrimBlanks(line.GetView()).empty())
+      ShowMessage(FormatForUser(L"Fel rad, namn är för långt\n%s", line), MB_OK);
   }
   return std::nullopt;
 }

@@ -12,7 +12,7 @@ int CTundrilInst::StampParRead(const wchar_t* path, wchar_t* name, int nameSize,
   if (!IsCodeFileOpen()) {
     const CString file = path;
     if (file.IsEmpty()) return 0;
-    m_pCodeFile = OpenCodeFile(file, L"Läsning av Tundril - Stämpel inställningar");
+    m_pCodeFile = OpenCodeFile(file, L"Läsning av Tundril - Stämpel inställningar", SettingsFileKind::kStamp);
     if (m_pCodeFile == nullptr) return -1;
   }
   CString line;

@@ -3,19 +3,16 @@
 #define VELMORA_TEXT_DIGIT_BYTES_H_
 
 #include <cstdint>
-#include <cstring>
+
+#include "velmora/text/words.h"
 
 namespace velmora::digit_bytes {
 
 // Eight bytes of text; '0' to '9' become 0 to 9.
-inline std::uint64_t Load(const char* at) {
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, at, sizeof bytes);
-  return bytes ^ 0x3030303030303030U;
-}
+inline std::uint64_t Load(const char* at) { return words::Load(at) ^ 0x3030303030303030U; }
 
-// The top bit of every byte that is no digit, up to the first such byte; above it anything, unless that byte
-// is a point.
+// The top bit of every byte that is not a digit, up to the first such byte; above it anything, unless that
+// byte is a point.
 inline std::uint64_t NotDigits(std::uint64_t bytes) { return (bytes + 0x7676767676767676U) | bytes; }
 inline constexpr std::uint64_t kTopBits = 0x8080808080808080U;
 // The top bits of the lowest `count` bytes.

@@ -123,21 +123,19 @@ std::string FormatFixed(double value, int decimals) {
 
 namespace {
 
-// The shortest text of a number with up to four decimals, as most have; empty for another one. Up to 15
+// The shortest text of a number with up to four decimals, as most have; null for another one. Up to 15
 // digits that read back as the number are its only ones.
-std::string FormatFewDecimals(double value) {
+char* PutFewDecimals(double value, char* at) {
   constexpr double kLeast = 0.01;
   constexpr double kMost = 1e9;
   constexpr double kMostWhole = 1e5;  // from here on 1e+05 is shorter
   const double size = std::fabs(value);
-  if (!(size >= kLeast && size < kMost)) return {};
+  if (!(size >= kLeast && size < kMost)) return nullptr;
   for (size_t decimals = 0; decimals < fixed_digits::kPowersOfTen.size(); ++decimals) {
     const std::uint64_t power = fixed_digits::kPowersOfTen[decimals];
     const auto scaled = static_cast<std::uint64_t>(size * static_cast<double>(power) + 0.5);
     if (static_cast<double>(scaled) / static_cast<double>(power) != size) continue;
-    if (decimals == 0 && size >= kMostWhole) return {};
-    std::array<char, kLongestPlain> text;
-    char* at = text.data();
+    if (decimals == 0 && size >= kMostWhole) return nullptr;
     if (value < 0) *at++ = '-';
     at += fixed_digits::WriteInteger(scaled / power, at);
     if (decimals > 0) {
@@ -146,19 +144,23 @@ std::string FormatFewDecimals(double value) {
       at += fixed_digits::WriteInteger(power + scaled % power, at);
       *point = '.';
     }
-    return {text.data(), at};
+    return at;
   }
-  return {};
+  return nullptr;
 }
 
 }  // namespace
 
+char* PutShortest(double value, char* at) {
+  static_assert(kLongestPlain <= kLongestShortest);
+  if (std::isnan(value)) return std::ranges::copy(std::string_view("nan"), at).out;
+  if (char* const end = PutFewDecimals(value, at)) return end;
+  return std::to_chars(at, at + kLongestShortest, value).ptr;
+}
+
 std::string FormatShortest(double value) {
-  if (std::isnan(value)) return "nan";
-  if (std::string text = FormatFewDecimals(value); !text.empty()) return text;
-  std::array<char, 64> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return std::string(buffer.data(), end.ptr);
+  std::array<char, kLongestShortest> text;
+  return {text.data(), PutShortest(value, text.data())};
 }
 
 }  // namespace velmora

@@ -46,6 +46,9 @@ size_t ScanNumbers(std::wstring_view text, std::span<double> values);
 std::string FormatFixed(double value, int decimals);
 // The shortest text that reads back as the same double.
 std::string FormatShortest(double value);
+// The same to `at`, which has room for kLongestShortest characters; returns the end.
+inline constexpr size_t kLongestShortest = 64;
+char* PutShortest(double value, char* at);
 
 }  // namespace velmora
 

@@ -98,11 +98,6 @@ std::optional<std::string> DrivePathOf(const std::string& path) {
   return path.substr(0, 2) + WithoutDots(std::string_view(path).substr(2));
 }
 
-bool Exists(const std::string& path) {
-  struct stat status {};
-  return lstat(path.c_str(), &status) == 0;
-}
-
 // The entry of `folder` that equals `name` without regard to case; of several the first by code point.
 std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::string_view name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.empty() ? "." : folder.c_str()), closedir);
@@ -122,7 +117,7 @@ std::optional<std::string> EntryIgnoringCase(const std::string& folder, std::str
 // Replaces each name by the matching entry, up to the first name without one.
 std::string MatchNames(const std::string& path) {
   // No entry has a longer path, and looking its names up one by one takes long.
-  if (Exists(path) || path.size() >= PATH_MAX) return path;
+  if (HasEntry(path) || path.size() >= PATH_MAX) return path;
   std::string matched;
   for (size_t at = 0; at < path.size();) {
     if (path[at] == '/') {
@@ -132,7 +127,7 @@ std::string MatchNames(const std::string& path) {
     const size_t end = std::min(path.find('/', at), path.size());
     const std::string_view name = std::string_view(path).substr(at, end - at);
     std::string as_spelled = matched + std::string(name);
-    if (Exists(as_spelled)) {
+    if (HasEntry(as_spelled)) {
       matched = std::move(as_spelled);
     } else if (const std::optional<std::string> entry = EntryIgnoringCase(matched, name)) {
       matched += *entry;
@@ -145,6 +140,11 @@ std::string MatchNames(const std::string& path) {
 }
 
 }  // namespace
+
+bool HasEntry(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
+}
 
 std::optional<std::string> NativeBytes(std::wstring_view text) {
   if (text.starts_with(kAsSpelled)) text.remove_prefix(1);
@@ -210,7 +210,7 @@ std::string NativePath(const CString& path) {
 
 std::string NativePathToCreate(const CString& path) {
   const char letter = DriveLetter(SlashedPath(path).value_or(std::string()));
-  if (letter != 0 && NamedDriveFolder(letter).empty() && !Exists(OwnDriveFolder(letter)))
+  if (letter != 0 && NamedDriveFolder(letter).empty() && !HasEntry(OwnDriveFolder(letter)))
     (void)MakeFolders(OwnDriveFolder(letter));  // when this fails, the creation fails too
   return NativePath(path);
 }

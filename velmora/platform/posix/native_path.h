@@ -40,6 +40,8 @@ std::optional<std::string> PlainDrivePath(const CString& path);
 // The text in the system's bytes with slashes, without looking up names. Nothing for invalid text.
 std::optional<std::string> NativeBytes(std::wstring_view text);
 
+// Whether a path of the system names an entry of a folder, a link also where it leads nowhere.
+bool HasEntry(const std::string& path);
 // A folder entry's name as text.
 std::wstring TextFromName(std::string_view name);
 // A path of the system as text with backslashes.

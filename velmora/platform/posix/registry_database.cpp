@@ -82,11 +82,6 @@ int Examine(const std::string& path, struct stat* status) {
   return status->st_size == 0 ? kRegistryNotFound : kRegistryDone;
 }
 
-bool FileExists(const std::string& path) {
-  struct stat status {};
-  return lstat(path.c_str(), &status) == 0;
-}
-
 std::string FolderOf(const std::string& path) {
   const size_t slash = path.rfind('/');
   return slash == std::string::npos ? "." : path.substr(0, slash + 1);
@@ -152,7 +147,7 @@ int MakeFile(const std::string& path) {
     const std::optional<std::string> image = EmptyDatabase();
     if (!image) return kRegistryNoMemory;
     const NewFile::Existing existing =
-        FileExists(path) ? NewFile::Existing::kReplace : NewFile::Existing::kKeep;
+        HasEntry(path) ? NewFile::Existing::kReplace : NewFile::Existing::kKeep;
     if (file.Write(*image) && file.Commit(existing)) return kRegistryDone;
   }
   found = Examine(path, &status);
@@ -236,7 +231,7 @@ int RegistryDatabase::Connect(const std::string& path) {
     flags |= SQLITE_OPEN_READWRITE;
   } else {
     flags |= SQLITE_OPEN_READONLY;
-    if (!FileExists(absolute + "-wal")) {
+    if (!HasEntry(absolute + "-wal")) {
       flags |= SQLITE_OPEN_URI;
       name = ImmutableName(absolute);
     }

@@ -1,7 +1,8 @@
-#include "cli/input/carried_columns.h"
+#include "cli/input/list_input.h"
 
 #include <set>
 
+#include "cli/terminal/error.h"
 #include "velmora/text/codepage.h"
 #include "velmora/text/letters.h"
 
@@ -15,6 +16,14 @@ std::wstring Lower(const std::string& title) {
 }
 
 }  // namespace
+
+void WarnOf(const std::string& file, const Findings& notes) {
+  for (const Finding& note : notes) Warn(At(file, note.line, note.text));
+}
+
+void WarnOf(const std::string& file, const std::optional<Finding>& note) {
+  if (note) WarnOf(file, Findings{*note});
+}
 
 std::vector<Column> WithCarried(const ListLayout& layout, std::vector<Column> ours) {
   std::set<std::wstring> used;

@@ -1,10 +1,12 @@
-// The working area of a project, from the lines of its area file and back. The file is described in
-// vag2.h.
-#ifndef VELMORA_ALIGNMENT_AREA_FORMAT_H_
-#define VELMORA_ALIGNMENT_AREA_FORMAT_H_
+// The working area of a project, from the lines of its area file and back, and what is wrong with the file,
+// which is described in vag2.h.
+#ifndef VELMORA_ALIGNMENT_AREA_FILE_H_
+#define VELMORA_ALIGNMENT_AREA_FILE_H_
 
 #include <string_view>
 
+#include "velmora/common/finding.h"
+#include "velmora/project/proj_path.h"
 #include "velmora/text/string.h"
 
 namespace velmora {
@@ -38,6 +40,10 @@ class AreaLines {
 // The three lines of the area.
 CString FormatArea(const WorkingArea& area);
 
+// Why CVag2::ReadOmr would not read the working area or its alignment, or would read the alignment outside
+// the project, and limits that no point is between. Empty for a project without an area file.
+Findings CheckArea(const CProjPath& project);
+
 }  // namespace velmora
 
-#endif  // VELMORA_ALIGNMENT_AREA_FORMAT_H_
+#endif  // VELMORA_ALIGNMENT_AREA_FILE_H_

@@ -1,6 +1,6 @@
 // Work on blocks by several threads, with the results in the order of the blocks.
-#ifndef VELMORA_CLI_PARALLEL_ORDERED_WORKERS_H_
-#define VELMORA_CLI_PARALLEL_ORDERED_WORKERS_H_
+#ifndef VELMORA_CLI_INPUT_ORDERED_WORKERS_H_
+#define VELMORA_CLI_INPUT_ORDERED_WORKERS_H_
 
 #include <algorithm>
 #include <condition_variable>
@@ -26,16 +26,16 @@ inline int AllCores() { return std::max(1, static_cast<int>(std::thread::hardwar
 //   }
 //   while (!workers.Empty()) write(workers.Take());
 //
-// All but `work` runs in the caller's thread; with one thread `work` does too.
+// All but `work` runs in the caller's thread, which is one of the threads: it works too where it would wait.
 template <class Block>
 class OrderedWorkers {
  public:
   OrderedWorkers(int threads, std::function<void(Block*)> work) : work_(std::move(work)), threads_(threads) {
-    // Fewer threads than asked for will do; with none, the caller's does the work.
+    // Fewer threads than asked for will do.
     try {
-      for (int i = 0; threads > 1 && i < threads; ++i) running_.emplace_back([this] { Run(); });
+      for (int i = 1; i < threads; ++i) running_.emplace_back([this] { Run(); });
     } catch (const std::system_error&) {
-      threads_ = std::max(1, static_cast<int>(running_.size()));
+      threads_ = 1 + static_cast<int>(running_.size());
     }
   }
   ~OrderedWorkers() {
@@ -57,11 +57,6 @@ class OrderedWorkers {
     const std::shared_ptr<Job> job = std::make_shared<Job>();
     job->block = std::move(block);
     jobs_.push_back(job);
-    if (running_.empty()) {
-      Do(job.get());
-      job->done = true;
-      return;
-    }
     {
       const std::lock_guard lock(mutex_);
       waiting_.push_back(job);
@@ -73,9 +68,11 @@ class OrderedWorkers {
   std::unique_ptr<Block> Take() {
     const std::shared_ptr<Job> job = jobs_.front();
     jobs_.pop_front();
-    {
-      std::unique_lock lock(mutex_);
-      done_.wait(lock, [&] { return job->done; });
+    for (std::unique_lock lock(mutex_); !job->done;) {
+      if (waiting_.empty())
+        done_.wait(lock);
+      else
+        DoNext(&lock);
     }
     if (job->thrown) std::rethrow_exception(job->thrown);
     return std::move(job->block);
@@ -88,26 +85,26 @@ class OrderedWorkers {
     bool done = false;
   };
 
-  void Do(Job* job) {
+  // Work is waiting, and `lock` is held, but while it is done.
+  void DoNext(std::unique_lock<std::mutex>* lock) {
+    const std::shared_ptr<Job> job = waiting_.front();
+    waiting_.pop_front();
+    lock->unlock();
     try {
       work_(job->block.get());
     } catch (...) {
       job->thrown = std::current_exception();
     }
+    lock->lock();
+    job->done = true;
+    done_.notify_all();
   }
 
   void Run() {
-    std::unique_lock lock(mutex_);
-    for (;;) {
+    for (std::unique_lock lock(mutex_);;) {
       wake_.wait(lock, [this] { return stop_ || !waiting_.empty(); });
       if (stop_) return;
-      const std::shared_ptr<Job> job = waiting_.front();
-      waiting_.pop_front();
-      lock.unlock();
-      Do(job.get());
-      lock.lock();
-      job->done = true;
-      done_.notify_all();
+      DoNext(&lock);
     }
   }
 
@@ -124,4 +121,4 @@ class OrderedWorkers {
 
 }  // namespace velmora::cli
 
-#endif  // VELMORA_CLI_PARALLEL_ORDERED_WORKERS_H_
+#endif  // VELMORA_CLI_INPUT_ORDERED_WORKERS_H_
