@@ -58,24 +58,10 @@ std::optional<double> FieldNumber(std::string_view field, DecimalSign decimal) {
   return number;
 }
 
-bool FieldEndsAt(std::string_view text, size_t at, char separator) {
-  while (at < text.size() && IsBlankByte(text[at]) && text[at] != separator && text[at] != '\n') ++at;
-  return at >= text.size() || text[at] == separator || text[at] == '\n';
-}
-
-char DetectSeparator(std::string_view text) {
-  bool quoted = false;
-  bool semicolon = false;
-  char before = ',';  // the last character that is not a blank
-  for (const char c : text) {
-    // A quote elsewhere than at the start of a field is a character as any other.
-    if (c == '"' && (quoted || before == ',' || before == ';')) quoted = !quoted;
-    if (!quoted && c == '\n') break;
-    if (!quoted && c == '\t') return c;
-    if (!IsBlankByte(c)) before = c;
-    semicolon = semicolon || (!quoted && c == ';');
-  }
-  return semicolon ? ';' : ',';
+bool FieldEndsAt(std::string_view text, size_t at, std::string_view separators) {
+  const auto ends = [&](char c) { return c == '\n' || separators.find(c) != std::string_view::npos; };
+  while (at < text.size() && IsBlankByte(text[at]) && !ends(text[at])) ++at;
+  return at >= text.size() || ends(text[at]);
 }
 
 bool IsItsOwnDecoding(std::string_view row, std::optional<TextEncoding> encoding) {

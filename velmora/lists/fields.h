@@ -34,12 +34,8 @@ inline std::string_view TrimmedField(std::string_view text) {
   return text;
 }
 
-// Whether the separator or the row's end comes next in `text`, blanks apart.
-bool FieldEndsAt(std::string_view text, size_t at, char separator);
-
-// The separator of a list, from its first row, at the start of `text`: a tab if it has one, else a semicolon,
-// else a comma.
-char DetectSeparator(std::string_view text);
+// Whether one of the separators or the row's end comes next in `text`, blanks apart.
+bool FieldEndsAt(std::string_view text, size_t at, std::string_view separators);
 
 // Whether a row with bytes that are not ASCII is in UTF-8. Without an encoding it is where it is valid.
 bool IsItsOwnDecoding(std::string_view row, std::optional<TextEncoding> encoding);

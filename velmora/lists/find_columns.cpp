@@ -77,9 +77,14 @@ class Finder {
   }
 
  private:
-  // The separator of the row at the start of `text`.
-  char SeparatorOf(std::string_view text) const {
-    return options_.delimiter != 0 ? options_.delimiter : named_ != 0 ? named_ : DetectSeparator(text);
+  // The row `at` bytes on, and its separator.
+  RowExtent Measure(size_t at, char* separator) const {
+    const std::string_view text = rows_->Pending().substr(at);
+    const std::optional<char> found = options_.delimiter != 0 ? options_.delimiter
+                                      : named_ != 0           ? named_
+                                                              : DetectSeparator(text, rows_->AtEnd());
+    *separator = found.value_or(0);
+    return found ? MeasureRow(text, *found, rows_->AtEnd()) : RowExtent();
   }
   DecimalSign DecimalOf(char separator) const {
     return options_.decimal.value_or(separator == ',' ? DecimalSign::kPoint : DecimalSign::kEither);
@@ -95,12 +100,11 @@ class Finder {
     size_t at = 0;
     std::int64_t line = first_line_;
     while (candidates_.size() < kRowsToHeader) {
-      char separator = SeparatorOf(rows_->Pending().substr(at));
-      RowExtent extent = MeasureRow(rows_->Pending().substr(at), separator, rows_->AtEnd());
+      char separator = 0;
+      RowExtent extent = Measure(at, &separator);
       while (extent.size == 0 && !extent.too_long && !rows_->AtEnd()) {
         rows_->More();
-        separator = SeparatorOf(rows_->Pending().substr(at));
-        extent = MeasureRow(rows_->Pending().substr(at), separator, rows_->AtEnd());
+        extent = Measure(at, &separator);
       }
       if (extent.too_long && candidates_.empty()) rows_->RefuseLongRow(line);
       if (extent.size == 0) return;

@@ -10,6 +10,7 @@ namespace velmora {
 namespace {
 
 constexpr size_t kNone = std::string_view::npos;
+constexpr std::string_view kSeparators = "\t;,";
 
 std::int64_t LineFeeds(std::string_view text) {
   constexpr size_t kPart = 128;  // counted in bytes side by side
@@ -39,6 +40,28 @@ size_t ClosingQuote(std::string_view text, size_t at) {
   }
 }
 
+// A field in quotes.
+struct QuotedField {
+  bool goes_on = false;   // the text ends before this can be told; the rest is then not set
+  bool unclosed = false;  // as in RowExtent
+  size_t quote = kNone;   // the closing one
+  size_t line_end = kNone;
+  std::int64_t breaks = 0;  // line feeds before it
+};
+
+// The field whose first quote is at `at`, in a row with one of `separators`.
+QuotedField MeasureQuoted(std::string_view text, size_t at, std::string_view separators, bool at_end) {
+  QuotedField field;
+  field.quote = ClosingQuote(text, at + 1);
+  field.line_end = field.quote == kNone ? kNone : LineEnd(text, field.quote, at_end);
+  field.breaks = LineFeeds(text.substr(0, std::min(field.quote, kLongestRow)).substr(at));
+  const bool cut = !at_end && (field.line_end == kNone || field.quote + 1 == text.size());
+  field.goes_on = cut && field.breaks < kMostLines && text.size() <= kLongestRow;
+  field.unclosed = field.line_end > kLongestRow || field.breaks >= kMostLines ||
+                   (field.breaks > 0 && !FieldEndsAt(text, field.quote + 1, separators));
+  return field;
+}
+
 }  // namespace
 
 RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
@@ -54,17 +77,13 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   for (;;) {  // at the start of a field
     while (at < end && text[at] != separator && IsBlankByte(text[at])) ++at;
     if (at < end && text[at] == '"') {
-      const size_t quote = ClosingQuote(text, at + 1);
-      const size_t quote_line_end = quote == kNone ? kNone : LineEnd(text, quote, at_end);
-      const std::int64_t breaks = LineFeeds(text.substr(0, std::min(quote, kLongestRow)).substr(at));
-      const bool goes_on = !at_end && (quote_line_end == kNone || quote + 1 == text.size());
-      if (goes_on && breaks < kMostLines && text.size() <= kLongestRow) return {};
-      row.unclosed = quote_line_end > kLongestRow || breaks >= kMostLines ||
-                     (breaks > 0 && !FieldEndsAt(text, quote + 1, separator));
+      const QuotedField field = MeasureQuoted(text, at, std::string_view(&separator, 1), at_end);
+      if (field.goes_on) return {};
+      row.unclosed = field.unclosed;
       if (row.unclosed) break;
-      row.lines += breaks;
-      end = quote_line_end;
-      at = quote + 1;
+      row.lines += field.breaks;
+      end = field.line_end;
+      at = field.quote + 1;
     }
     at = text.substr(0, end).find(separator, at);
     if (at == kNone) break;
@@ -72,6 +91,28 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   }
   row.size = end;
   return row;
+}
+
+std::optional<char> DetectSeparator(std::string_view text, bool at_end) {
+  size_t end = LineEnd(text, 0, at_end || text.size() > kLongestRow);
+  if (end == kNone) return std::nullopt;
+  bool semicolon = false;
+  bool field_starts = true;
+  for (size_t at = 0; at < end; ++at) {
+    const char c = text[at];
+    if (c == '"' && field_starts) {
+      const QuotedField field = MeasureQuoted(text, at, kSeparators, at_end);
+      if (field.goes_on) return std::nullopt;
+      if (!field.unclosed) {
+        end = field.line_end;
+        at = field.quote;
+      }
+    }
+    if (c == '\t') return c;
+    semicolon = semicolon || c == ';';
+    field_starts = c == ',' || c == ';' || (field_starts && IsBlankByte(c));
+  }
+  return semicolon ? ';' : ',';
 }
 
 bool HasLoneReturn(std::string_view row) {
