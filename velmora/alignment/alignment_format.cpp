@@ -96,7 +96,7 @@ LineKind CombinedLines::Next(std::wstring_view line, kovltype* point) {
     --to_skip_;
     return LineKind::kSeparator;
   }
-  if (BeginsWithStar(line)) {
+  if (line.starts_with(L'*')) {
     if (!in_profile_) to_skip_ = 2;
     in_profile_ = true;
     return LineKind::kSeparator;

@@ -24,9 +24,6 @@ inline constexpr int kPlanType = 1;       // the type of a plan, on the first li
 inline constexpr int kProfileType = 10;   // that of a profile
 inline constexpr int kLongestName = 255;  // characters; what follows is cut
 
-// A line that marks the parts of a combined file.
-constexpr bool BeginsWithStar(std::wstring_view line) { return !line.empty() && line.front() == L'*'; }
-
 // What the first line says.
 struct FirstLine {
   std::optional<kovltype> point;  // as ParsePoint

@@ -72,13 +72,13 @@ Findings LineLosses::Check(int number, LineKind kind, const CString& text) {
   }
   ++separators_;
   const std::wstring_view after_star =
-      BeginsWithStar(line) ? TrimBlanks(line.substr(1)) : std::wstring_view();
+      line.starts_with(L'*') ? TrimBlanks(line.substr(1)) : std::wstring_view();
   if (separators_ == 2) {
     if (ParseProfilePoint(line))
       found.Add("is skipped: the profile's heading, \"Profil\", is missing before it", line);
-    else if (!BeginsWithStar(line) && !TrimBlanks(line).empty() && TrimBlanks(line) != kHeading)
+    else if (!line.starts_with(L'*') && !TrimBlanks(line).empty() && TrimBlanks(line) != kHeading)
       found.Add("is written as \"Profil\"", line, false);
-  } else if (!BeginsWithStar(line)) {
+  } else if (!line.starts_with(L'*')) {
     found.Add("is skipped: a second \"*\", after the profile's heading, is missing before it", line);
   } else if (!after_star.empty()) {
     found.Add("is not read, as it follows a \"*\"", after_star);
