@@ -97,12 +97,14 @@ std::optional<char> DetectSeparator(std::string_view text, bool at_end) {
   size_t end = LineEnd(text, 0, at_end || text.size() > kLongestRow);
   if (end == kNone) return std::nullopt;
   bool semicolon = false;
+  bool comma = false;
   bool field_starts = true;
   for (size_t at = 0; at < end; ++at) {
     const char c = text[at];
     if (c == '"' && field_starts) {
       const QuotedField field = MeasureQuoted(text, at, kSeparators, at_end);
       if (field.goes_on) return std::nullopt;
+      if (field.unclosed && (semicolon || comma)) break;
       if (!field.unclosed) {
         end = field.line_end;
         at = field.quote;
@@ -110,6 +112,7 @@ std::optional<char> DetectSeparator(std::string_view text, bool at_end) {
     }
     if (c == '\t') return c;
     semicolon = semicolon || c == ';';
+    comma = comma || c == ',';
     field_starts = c == ',' || c == ';' || (field_starts && IsBlankByte(c));
   }
   return semicolon ? ';' : ',';

@@ -30,7 +30,8 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end);
 inline constexpr size_t kLongestRow = size_t{1} << 20;
 inline constexpr std::int64_t kMostLines = 100;
 // The separator of the row at the start of `text`: a tab if it has one outside quotes, else a semicolon, else
-// a comma. A quote that is not closed is a character as any other. Nothing when the text ends before the row.
+// a comma. What is behind a quote that is not closed counts only where nothing separates fields before it.
+// Nothing when the text ends before the row.
 std::optional<char> DetectSeparator(std::string_view text, bool at_end);
 
 // Whole rows of a list. Without an encoding, each row that is valid UTF-8 is UTF-8, else Windows-1252.
