@@ -49,11 +49,15 @@ struct QuotedField {
   std::int64_t breaks = 0;  // line feeds before it
 };
 
-// The field whose first quote is at `at`, in a row with one of `separators`.
-QuotedField MeasureQuoted(std::string_view text, size_t at, std::string_view separators, bool at_end) {
+// The field whose first quote is at `at`, on a line that ends at `line_end`, in a row with one of
+// `separators`.
+QuotedField MeasureQuoted(std::string_view text, size_t at, size_t line_end, std::string_view separators,
+                          bool at_end) {
   QuotedField field;
   field.quote = ClosingQuote(text, at + 1);
-  field.line_end = field.quote == kNone ? kNone : LineEnd(text, field.quote, at_end);
+  field.line_end = line_end;
+  if (field.quote >= line_end)
+    field.line_end = field.quote == kNone ? kNone : LineEnd(text, field.quote, at_end);
   field.breaks = LineFeeds(text.substr(0, std::min(field.quote, kLongestRow)).substr(at));
   const bool cut = !at_end && (field.line_end == kNone || field.quote + 1 == text.size());
   field.goes_on = cut && field.breaks < kMostLines && text.size() <= kLongestRow;
@@ -77,7 +81,7 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
   for (;;) {  // at the start of a field
     while (at < end && text[at] != separator && IsBlankByte(text[at])) ++at;
     if (at < end && text[at] == '"') {
-      const QuotedField field = MeasureQuoted(text, at, std::string_view(&separator, 1), at_end);
+      const QuotedField field = MeasureQuoted(text, at, end, std::string_view(&separator, 1), at_end);
       if (field.goes_on) return {};
       row.unclosed = field.unclosed;
       if (row.unclosed) break;
@@ -102,7 +106,7 @@ std::optional<char> DetectSeparator(std::string_view text, bool at_end) {
   for (size_t at = 0; at < end; ++at) {
     const char c = text[at];
     if (c == '"' && field_starts) {
-      const QuotedField field = MeasureQuoted(text, at, kSeparators, at_end);
+      const QuotedField field = MeasureQuoted(text, at, end, kSeparators, at_end);
       if (field.goes_on) return std::nullopt;
       if (field.unclosed && (semicolon || comma)) break;
       if (!field.unclosed) {
