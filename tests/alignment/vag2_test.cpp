@@ -19,8 +19,9 @@ class Vag2 : public AlignmentFiles {
 
 TEST_F(Vag2, AFileReplacesWhatWasRead) {
   CVag2 set;
-  ASSERT_EQ(Load(&set, "0 0 0 100 1 $V\xE4g$x\r\n0 50 0 150\r\n*\r\n\r\n*\r\n10.0000 100.0000 -0.1000\r\n"
-                       "12.0000 150.0000 0.0000\r\n"),
+  ASSERT_EQ(Load(&set,
+                 "0 0 0 100 1 $V\xE4g$x\r\n0 50 0 150\r\n*\r\n\r\n*\r\n10.0000 100.0000 -0.1000\r\n"
+                 "12.0000 150.0000 0.0000\r\n"),
             0);
   EXPECT_STREQ(set.vlFil, L"A$P1.VL");
   EXPECT_TRUE(set.profil.Points()[0].sek == 100 && set.profil.Points()[1].sek == 150);
