@@ -105,7 +105,8 @@ PackedCell CandidateGrid::Fill(std::int32_t column, std::int32_t row, PackedCell
 
 PackedCell CandidateGrid::Encode(const CellCandidates& candidates) const {
   if (candidates.reach <= 0) return 0;
-  const auto reach = std::uint64_t{std::bit_cast<std::uint32_t>(static_cast<float>(candidates.reach))} << 32;
+  const double within = std::min(candidates.reach, kFoundBelow);  // beyond it nothing is found
+  const auto reach = std::uint64_t{std::bit_cast<std::uint32_t>(static_cast<float>(within))} << 32;
   const SegmentRun& only = candidates.run[0];
   if (candidates.runs == 1 && only.count <= kLongestRun && candidates.chords_bound_feet)
     return reach | std::uint64_t{only.first} << 4 | only.count;
