@@ -31,7 +31,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr double kShort = 0.2;     // s
-constexpr double kSlow = 1;        // s
+constexpr double kSlow = 1;        // s a MB
 constexpr double kTimes = 4;       // times the file
 constexpr double kConstant = 200;  // MB
 constexpr double kMegabyte = 1 << 20;

@@ -42,7 +42,7 @@ size_t ClosingQuote(std::string_view text, size_t at) {
 
 // A field in quotes.
 struct QuotedField {
-  bool goes_on = false;   // the text ends before this can be told; the rest is then not set
+  bool goes_on = false;   // the text ends before this can be told; the rest does not count
   bool unclosed = false;  // as in RowExtent
   size_t quote = kNone;   // the closing one
   size_t line_end = kNone;
@@ -98,7 +98,8 @@ RowExtent MeasureRow(std::string_view text, char separator, bool at_end) {
 }
 
 std::optional<char> DetectSeparator(std::string_view text, bool at_end) {
-  size_t end = LineEnd(text, 0, at_end || text.size() > kLongestRow);
+  size_t end = LineEnd(text, 0, at_end);
+  if (std::min(end, text.size()) > kLongestRow) return ',';  // no row, whatever separates its fields
   if (end == kNone) return std::nullopt;
   bool semicolon = false;
   bool comma = false;
